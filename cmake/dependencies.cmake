@@ -1,0 +1,34 @@
+# Every outside library that the project calls, each named once; the rest of the build uses these variables.
+find_package(PkgConfig REQUIRED)
+
+# The XML document model and XPath.
+find_package(LibXml2 2.9.14 REQUIRED)
+set(KRNQB_XML LibXml2::LibXml2)
+
+# The embedded company file.
+find_package(SQLite3 3.40 REQUIRED)
+set(KRNQB_DATABASE SQLite::SQLite3)
+
+# The lower case of collection keys.
+pkg_check_modules(UTF8PROC REQUIRED IMPORTED_TARGET libutf8proc)
+set(KRNQB_UNICODE PkgConfig::UTF8PROC)
+
+# Number texts and messages.
+find_package(fmt 9 REQUIRED)
+set(KRNQB_FORMAT fmt::fmt)
+
+# Recordings and the command line's --json: headers alone.
+find_package(nlohmann_json 3.11 REQUIRED)
+set(KRNQB_JSON $<BUILD_INTERFACE:nlohmann_json::nlohmann_json>)
+
+# The command line: headers alone.
+find_package(CLI11 2.1 REQUIRED)
+set(KRNQB_COMMAND_LINE CLI11::CLI11)
+
+# The tests.
+if(BUILD_TESTING)
+  find_package(GTest 1.12 REQUIRED)
+  include(GoogleTest)
+  set(KRNQB_TEST GTest::gtest)
+  set(KRNQB_TEST_MAIN GTest::gtest_main)
+endif()

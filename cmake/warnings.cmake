@@ -1,0 +1,11 @@
+# One set of warnings for all of our own code; a warning is an error.
+add_library(krnqb_warnings INTERFACE)
+target_compile_options(krnqb_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+  -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference -Wdouble-promotion -Wformat=2)
+
+# gcc 12 reports -Wrestrict inside std::string's own operator+ when it is inlined at -O2 and above
+# (gcc bug 105329); nothing of ours overlaps there.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_BUILD_TYPE STREQUAL "Release")
+  target_compile_options(krnqb_warnings INTERFACE -Wno-restrict)
+endif()
