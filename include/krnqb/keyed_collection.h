@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+#include "krnqb/error.h"
+
+namespace krnqb {
+
+/// The form in which collection keys are compared: each code point replaced by its one-to-one lower case, no
+/// normalisation ("ß" stays apart from "ss"). `text` is UTF-8; bytes that are not are kept as they are.
+std::string FoldedKey(std::string_view text);
+
+/// An ordered collection of values with optional text keys. Items are found by key, regardless of letter
+/// case, or by position, counted from 1; iteration follows the order of insertion. References to items stay
+/// valid while the collection lives.
+template <typename Item>
+class KeyedCollection {
+ public:
+  std::size_t Count() const noexcept { return items.size(); }
+
+  /// Appends an item without a key.
+  void Add(Item item) { items.push_back(std::move(item)); }
+
+  /// Appends an item under a key. Error 457 when the key is present already; the collection is unchanged
+  /// then.
+  void Add(Item item, std::string_view key) {
+    std::string folded = FoldedKey(key);
+    if (positions.contains(folded)) throw Error(error_number::keyAlreadyPresent);
+    items.push_back(std::move(item));
+    positions.emplace(std::move(folded), items.size() - 1);
+  }
+
+  /// The item under a key, for code that looks whether it is there; null when it is not.
+  const Item* Find(std::string_view key) const {
+    const auto found = positions.find(FoldedKey(key));
+    return found == positions.end() ? nullptr : &items[found->second];
+  }
+  Item* Find(std::string_view key) {
+    const auto found = positions.find(FoldedKey(key));
+    return found == positions.end() ? nullptr : &items[found->second];
+  }
+
+  /// The item under a key; error 5 when the key is missing.
+  const Item& At(std::string_view key) const {
+    const Item* item = Find(key);
+    if (item == nullptr) throw Error(error_number::invalidProcedureCall);
+    return *item;
+  }
+  Item& At(std::string_view key) {
+    Item* item = Find(key);
+    if (item == nullptr) throw Error(error_number::invalidProcedureCall);
+    return *item;
+  }
+
+  /// The item at a position from 1 to Count(); error 9 outside.
+  const Item& AtPosition(std::size_t position) const {
+    if (position < 1 || position > items.size()) throw Error(error_number::subscriptOutOfRange);
+    return items[position - 1];
+  }
+
+  auto begin() const noexcept { return items.begin(); }
+  auto end() const noexcept { return items.end(); }
+  auto begin() noexcept { return items.begin(); }
+  auto end() noexcept { return items.end(); }
+
+ private:
+  std::deque<Item> items;
+  std::unordered_map<std::string, std::size_t> positions;
+};
+
+}  // namespace krnqb

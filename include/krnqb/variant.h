@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "krnqb/keyed_collection.h"
+#include "krnqb/xml_element.h"
+
+namespace krnqb {
+
+/// The base of what a Variant can hold by reference beside XML elements: plan objects, collections, subtotals
+/// and objects of a host's own.
+class Object {
+ public:
+  virtual ~Object() = default;
+
+ protected:
+  Object() = default;
+  Object(const Object&) = default;
+  Object& operator=(const Object&) = default;
+};
+
+using ObjectReference = std::shared_ptr<Object>;
+
+/// A value whose type is known at run time only: Empty, Boolean, a 16- or 32-bit integer, a double, a UTF-8
+/// text, an XML element, or another object. An object reference may be null, which is Nothing.
+class Variant {
+ public:
+  Variant() = default;
+  Variant(bool truth) : value(truth) {}                         // NOLINT(google-explicit-constructor)
+  Variant(std::int16_t number) : value(number) {}               // NOLINT(google-explicit-constructor)
+  Variant(std::int32_t number) : value(number) {}               // NOLINT(google-explicit-constructor)
+  Variant(double number) : value(number) {}                     // NOLINT(google-explicit-constructor)
+  Variant(std::string text) : value(std::move(text)) {}         // NOLINT(google-explicit-constructor)
+  Variant(std::string_view text) : value(std::string(text)) {}  // NOLINT(google-explicit-constructor)
+  Variant(const char* text) : value(std::string(text)) {}       // NOLINT(google-explicit-constructor)
+  Variant(XmlElement element) : value(std::move(element)) {}    // NOLINT(google-explicit-constructor)
+  template <typename ObjectType>
+    requires std::is_base_of_v<Object, ObjectType>
+  Variant(std::shared_ptr<ObjectType> object)  // NOLINT(google-explicit-constructor)
+      : value(ObjectReference(std::move(object))) {}
+
+  bool IsEmpty() const noexcept { return std::holds_alternative<std::monostate>(value); }
+  /// An XML element or another object, Nothing included.
+  bool IsObject() const noexcept;
+  bool IsNothing() const noexcept;
+
+  const bool* AsBoolean() const noexcept { return std::get_if<bool>(&value); }
+  const std::int16_t* AsInteger() const noexcept { return std::get_if<std::int16_t>(&value); }
+  const std::int32_t* AsLong() const noexcept { return std::get_if<std::int32_t>(&value); }
+  const double* AsDouble() const noexcept { return std::get_if<double>(&value); }
+  const std::string* AsText() const noexcept { return std::get_if<std::string>(&value); }
+  /// The element, when the value is an XML element that is not none.
+  const XmlElement* AsElement() const noexcept;
+  /// The object, when the value is an object of that class; null otherwise.
+  template <typename ObjectType>
+  std::shared_ptr<ObjectType> AsObject() const noexcept {
+    const auto* reference = std::get_if<ObjectReference>(&value);
+    return reference == nullptr ? nullptr : std::dynamic_pointer_cast<ObjectType>(*reference);
+  }
+
+  /// The value converted to text as automation does it: Empty is the empty text, a Boolean "True" or "False",
+  /// a number its shortest decimal form. Error 91 for Nothing, error 13 for any other object.
+  std::string ToText() const;
+
+ private:
+  std::variant<std::monostate, bool, std::int16_t, std::int32_t, double, std::string, XmlElement,
+               ObjectReference>
+      value;
+};
+
+/// A collection as hosts see it: values in order, some with keys.
+class Collection : public Object, public KeyedCollection<Variant> {};
+
+}  // namespace krnqb
