@@ -1,0 +1,217 @@
+#include "support/number_text.h"
+
+#include <fmt/format.h>
+
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+#include "krnqb/error.h"
+
+namespace krnqb {
+namespace {
+
+bool IsBlank(char character) noexcept {
+  return character == ' ' || (character >= '\t' && character <= '\r');
+}
+bool IsDigit(char character) noexcept {
+  return character >= '0' && character <= '9';
+}
+
+// Reads a text from the front; nothing is consumed by a test that fails.
+class Scanner {
+ public:
+  explicit Scanner(std::string_view text) noexcept : rest(text) {}
+
+  bool AtEnd() const noexcept { return rest.empty(); }
+  bool AtDigit(std::size_t offset = 0) const noexcept {
+    return offset < rest.size() && IsDigit(rest[offset]);
+  }
+  bool At(char character) const noexcept { return !rest.empty() && rest.front() == character; }
+  char Take() noexcept {
+    const char character = rest.front();
+    rest.remove_prefix(1);
+    return character;
+  }
+  bool TakeIf(char character) noexcept {
+    if (!At(character)) return false;
+    rest.remove_prefix(1);
+    return true;
+  }
+  void SkipBlanks() noexcept {
+    while (!rest.empty() && IsBlank(rest.front())) rest.remove_prefix(1);
+  }
+  std::string_view Rest() const noexcept { return rest; }
+
+ private:
+  std::string_view rest;
+};
+
+// The marks that may stand around the digits, each at most once.
+struct Marks {
+  bool sign = false;
+  bool negative = false;
+  bool parenthesis = false;
+  bool currency = false;
+
+  bool TakeLeading(Scanner& scanner) noexcept {
+    if (!sign && !parenthesis && (scanner.At('+') || scanner.At('-'))) {
+      sign = true;
+      negative = scanner.Take() == '-';
+      return true;
+    }
+    if (!sign && !parenthesis && scanner.TakeIf('(')) {
+      parenthesis = true;
+      negative = true;
+      return true;
+    }
+    return !currency && scanner.TakeIf('$') && (currency = true);
+  }
+
+  bool TakeTrailing(Scanner& scanner, bool& closed) noexcept {
+    if (!sign && !parenthesis && (scanner.At('+') || scanner.At('-'))) {
+      sign = true;
+      negative = scanner.Take() == '-';
+      return true;
+    }
+    if (parenthesis && !closed && scanner.TakeIf(')')) {
+      closed = true;
+      return true;
+    }
+    return !currency && scanner.TakeIf('$') && (currency = true);
+  }
+};
+
+// Copies the digits to `plain` without their separators; false when there are none.
+bool TakeDigits(Scanner& scanner, std::string& plain) {
+  bool any = false;
+  while (scanner.AtDigit() || (any && scanner.At(',') && scanner.AtDigit(1))) {
+    if (scanner.TakeIf(',')) continue;
+    plain += scanner.Take();
+    any = true;
+  }
+  if (scanner.TakeIf('.')) {
+    plain += '.';
+    while (scanner.AtDigit()) {
+      plain += scanner.Take();
+      any = true;
+    }
+  }
+  return any;
+}
+
+// An "E" that no digits follow is no exponent, and then no number either, since nothing may follow the
+// digits.
+bool TakeExponent(Scanner& scanner, std::string& plain) {
+  if (!scanner.At('E') && !scanner.At('e')) return true;
+  scanner.Take();
+  plain += 'e';
+  if (scanner.At('+') || scanner.At('-')) plain += scanner.Take();
+  if (!scanner.AtDigit()) return false;
+  while (scanner.AtDigit()) plain += scanner.Take();
+  return true;
+}
+
+// A number that is too small for a double is 0; one that is too large is none.
+std::optional<double> FromPlainText(std::string_view plain) noexcept {
+  double number = 0;
+  const auto result = std::from_chars(plain.data(), plain.data() + plain.size(), number);
+  if (result.ec == std::errc()) return number;
+  if (result.ec != std::errc::result_out_of_range) return std::nullopt;
+  const std::size_t exponent = plain.find_first_of("eE");
+  const bool tiny = exponent == std::string_view::npos ? plain.find_first_of("123456789") > plain.find('.')
+                                                       : plain.substr(exponent + 1).starts_with('-');
+  return tiny ? std::optional<double>(0) : std::nullopt;
+}
+
+// The 15 significant digits of a number and the power of ten of the first one.
+struct DecimalDigits {
+  std::string digits;
+  int power = 0;
+};
+
+DecimalDigits SignificantDigits(double magnitude) {
+  const std::string text = fmt::format("{:.14e}", magnitude);
+  const std::size_t exponent = text.find('e');
+  DecimalDigits result;
+  result.digits = text.substr(0, 1) + text.substr(2, exponent - 2);
+  const std::size_t last = result.digits.find_last_not_of('0');
+  result.digits.resize(last == std::string::npos ? 1 : last + 1);
+  const char* const first = text.data() + exponent + (text[exponent + 1] == '+' ? 2 : 1);
+  std::from_chars(first, text.data() + text.size(), result.power);
+  return result;
+}
+
+}  // namespace
+
+std::optional<double> ConvertToDouble(std::string_view text) noexcept {
+  Scanner scanner(text);
+  Marks marks;
+  do scanner.SkipBlanks();
+  while (marks.TakeLeading(scanner));
+  std::string plain;
+  if (!TakeDigits(scanner, plain) || !TakeExponent(scanner, plain)) return std::nullopt;
+  bool closed = false;
+  do scanner.SkipBlanks();
+  while (marks.TakeTrailing(scanner, closed));
+  if (!scanner.AtEnd() || marks.parenthesis != closed) return std::nullopt;
+  const std::optional<double> magnitude = FromPlainText(plain);
+  return magnitude && marks.negative ? -*magnitude : magnitude;
+}
+
+double RequireDouble(std::string_view text) {
+  const std::optional<double> number = ConvertToDouble(text);
+  if (!number) throw Error(error_number::typeMismatch);
+  return *number;
+}
+
+double LeadingNumber(std::string_view text) {
+  Scanner scanner(text);
+  scanner.SkipBlanks();
+  const bool negative = scanner.At('-');
+  if (scanner.At('+') || scanner.At('-')) scanner.Take();
+  const std::string_view rest = scanner.Rest();
+  const bool number = scanner.AtDigit() || (scanner.At('.') && scanner.AtDigit(1));
+  if (!number) return 0;
+  double magnitude = 0;
+  const auto result = std::from_chars(rest.data(), rest.data() + rest.size(), magnitude);
+  if (result.ec == std::errc::result_out_of_range) {
+    const auto length = static_cast<std::size_t>(result.ptr - rest.data());
+    const std::optional<double> tiny = FromPlainText(rest.substr(0, length));
+    if (!tiny) throw Error(error_number::overflow);
+    magnitude = *tiny;
+  }
+  return negative ? -magnitude : magnitude;
+}
+
+std::string GeneralNumberText(double number) {
+  if (number == 0) return "0";
+  return fmt::format("{:.15G}", number);
+}
+
+std::string PlainNumberText(double number) {
+  if (number == 0) return "0";
+  const auto [digits, power] = SignificantDigits(std::abs(number));
+  const auto count = static_cast<int>(digits.size());
+  const std::string sign = number < 0 ? "-" : "";
+  if (power < 0) return sign + "0." + std::string(static_cast<std::size_t>(-power - 1), '0') + digits;
+  if (power >= count - 1)
+    return sign + digits + std::string(static_cast<std::size_t>(power - count + 1), '0');
+  const auto whole = static_cast<std::size_t>(power) + 1;
+  return sign + digits.substr(0, whole) + "." + digits.substr(whole);
+}
+
+std::int16_t RequireInteger(double number) {
+  const double floor = std::floor(number);
+  const double fraction = number - floor;
+  const bool up = fraction > 0.5 || (fraction == 0.5 && std::fmod(floor, 2) != 0);
+  const double rounded = up ? floor + 1 : floor;
+  if (!(rounded >= std::numeric_limits<std::int16_t>::min() &&
+        rounded <= std::numeric_limits<std::int16_t>::max())) {
+    throw Error(error_number::overflow);
+  }
+  return static_cast<std::int16_t>(rounded);
+}
+
+}  // namespace krnqb
