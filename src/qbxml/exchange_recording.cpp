@@ -1,0 +1,91 @@
+#include "qbxml/exchange_recording.h"
+
+#include <nlohmann/json.hpp>
+
+#include "support/error_handling.h"
+
+namespace krnqb {
+namespace {
+
+// Ordered, so that a line reads as it is documented.
+using Line = nlohmann::ordered_json;
+
+class RecordingProcessor final : public RequestProcessor {
+ public:
+  RecordingProcessor(std::unique_ptr<RequestProcessor> innerProcessor,
+                     std::shared_ptr<ExchangeRecorder> lines)
+      : inner(std::move(innerProcessor)), recorder(std::move(lines)) {}
+
+  std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
+    try {
+      std::string response = inner->ProcessRequest(ticket, request);
+      recorder->RecordAnswer(request, response);
+      return response;
+    } catch (...) {
+      const Error error = CaughtError();
+      recorder->RecordRefusal(request, error.Number(), error.Description());
+      throw;
+    }
+  }
+
+  void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
+    inner->OpenConnection(applicationIdentifier, applicationName);
+  }
+
+  std::string BeginSession(std::string_view companyFile, std::int32_t fileMode) override {
+    std::string ticket = inner->BeginSession(companyFile, fileMode);
+    recorder->RecordSession(inner->GetCurrentCompanyFileName(ticket), inner->MajorVersion(),
+                            inner->MinorVersion());
+    return ticket;
+  }
+
+  std::string GetCurrentCompanyFileName(std::string_view ticket) override {
+    return inner->GetCurrentCompanyFileName(ticket);
+  }
+  std::int16_t MajorVersion() override { return inner->MajorVersion(); }
+  std::int16_t MinorVersion() override { return inner->MinorVersion(); }
+
+ private:
+  std::unique_ptr<RequestProcessor> inner;
+  std::shared_ptr<ExchangeRecorder> recorder;
+};
+
+class RecordingFactory final : public RequestProcessorFactory {
+ public:
+  RecordingFactory(std::shared_ptr<RequestProcessorFactory> innerFactory,
+                   std::shared_ptr<ExchangeRecorder> lines)
+      : inner(std::move(innerFactory)), recorder(std::move(lines)) {}
+
+  std::unique_ptr<RequestProcessor> Create() override {
+    return std::make_unique<RecordingProcessor>(inner->Create(), recorder);
+  }
+
+ private:
+  std::shared_ptr<RequestProcessorFactory> inner;
+  std::shared_ptr<ExchangeRecorder> recorder;
+};
+
+}  // namespace
+
+void ExchangeRecorder::RecordSession(std::string_view company, std::int16_t major, std::int16_t minor) {
+  if (sessionRecorded) return;
+  sessionRecorded = true;
+  output << Line{{"exchange", 1}, {"company", company}, {"major", major}, {"minor", minor}}.dump() << '\n';
+}
+
+void ExchangeRecorder::RecordAnswer(std::string_view request, std::string_view response) {
+  output << Line{{"request", request}, {"response", response}}.dump() << '\n';
+}
+
+void ExchangeRecorder::RecordRefusal(std::string_view request, std::int32_t number,
+                                     std::string_view description) {
+  output << Line{{"request", request}, {"error", {{"number", number}, {"description", description}}}}.dump()
+         << '\n';
+}
+
+std::shared_ptr<RequestProcessorFactory> RecordingProcessors(std::shared_ptr<RequestProcessorFactory> inner,
+                                                             std::shared_ptr<ExchangeRecorder> recorder) {
+  return std::make_shared<RecordingFactory>(std::move(inner), std::move(recorder));
+}
+
+}  // namespace krnqb

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "krnqb/outside_world.h"
+#include "krnqb/variant.h"
+#include "support/error_pair.h"
+
+namespace krnqb {
+
+/// What is kept of QuickBooks between the operations.
+struct SessionState {
+  std::unique_ptr<RequestProcessor> requestProcessor;
+  std::string sessionTicket;
+  std::string companyPath;           ///< the stored path of `QBCompany`
+  std::int16_t qbStartingMonth = 0;  ///< first month of the fiscal year, 1 to 12; 0 when not known
+  std::int16_t qbMajorVersion = 0;
+  std::int16_t qbMinorVersion = 0;
+};
+
+/// The session with QuickBooks: opened by the first operation that needs it, asked in text, dropped by
+/// `CloseSession`.
+class Session {
+ public:
+  /// All four outlive the session object; a null factory means that there is no QuickBooks (429).
+  Session(SessionState& sessionState, ErrorPair& lastError, RequestProcessorFactory* processorFactory,
+          Observer& toldObserver) noexcept
+      : state(sessionState), errorPair(lastError), processors(processorFactory), observer(toldObserver) {}
+
+  /// Whether QuickBooks has a company open in our session. Any error counts as no.
+  bool IsSessionOpen();
+
+  /// Opens the session if it is not open, and then, unless `qbStartingMonth` is known, reads it from the
+  /// company. False with the error pair set when the session is refused or the month cannot be read; in the
+  /// latter case the session stays open.
+  bool EnsureSession();
+
+  /// Drops the request processor, which ends the session, and forgets the company's path.
+  void CloseSession() noexcept;
+
+  /// Sends a request and gives the answer as text, or Empty when no session can be opened. Throws what
+  /// `ProcessRequest` throws.
+  Variant QbSerialize(std::string_view request);
+
+  /// Builds a request of the catalogue, sends it and gives its answer's document element: none when no
+  /// session can be opened or the answer is no document. Throws what `ProcessRequest` throws. Dates as in
+  /// `BuildRequest`.
+  XmlElement Ask(std::int32_t requestNumber, std::string_view operation, std::string_view fromDate = {},
+                 std::string_view toDate = {});
+
+  /// Whether the host answer lists exactly this version. Error 91 when there is no answer, -2147467259 when
+  /// the text holds a double quote.
+  bool IsSDKVersionSupported(std::string_view version);
+
+  /// The open company's path, read together with the processor's versions; the stored path without a session;
+  /// empty, with the error pair set, when qbXML 1.1 is not supported.
+  std::string QBCompany();
+
+ private:
+  void OpenSession();
+  bool CheckCompany();
+  std::string MonthOfFiscalYear(const XmlElement& answer);
+
+  SessionState& state;
+  ErrorPair& errorPair;
+  RequestProcessorFactory* processors;
+  Observer& observer;
+};
+
+/// The error pair's values when qbXML 1.1 is not supported.
+inline constexpr std::int32_t updateRequiredNumber = -2147221504;
+inline constexpr std::string_view updateRequiredMessage = "Your QuickBooks must be updated to R2.";
+
+}  // namespace krnqb
