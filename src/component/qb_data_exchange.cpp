@@ -1,0 +1,164 @@
+#include "krnqb/qb_data_exchange.h"
+
+#include "component/import_driver.h"
+#include "component/state.h"
+#include "import/account_selection.h"
+#include "import/deserialize.h"
+#include "plan/months.h"
+#include "plan/table_identifiers.h"
+#include "qbxml/request_catalogue.h"
+#include "support/error_handling.h"
+#include "support/system_clock.h"
+
+namespace krnqb {
+namespace {
+
+class SilentObserver final : public Observer {
+ public:
+  void Notify(const Notice& /*notice*/) noexcept override {}
+};
+
+OutsideWorld Completed(OutsideWorld world) {
+  if (world.observer == nullptr) world.observer = std::make_shared<SilentObserver>();
+  if (world.clock == nullptr) world.clock = SystemClock();
+  return world;
+}
+
+Place In(std::string operation) {
+  return Place{.operation = std::move(operation), .request = {}, .fromDate = {}, .toDate = {}};
+}
+
+XmlElement AccountsOf(ImportContext& context, std::int32_t requestNumber, std::string_view operation) {
+  XmlElement accounts;
+  EndOnError(context.observer, In(std::string(operation)),
+             [&] { accounts = context.session.Ask(requestNumber, operation); });
+  return accounts;
+}
+
+}  // namespace
+
+QBDataExchange::State::State(OutsideWorld outsideWorld)
+    : world(Completed(std::move(outsideWorld))),
+      context{.state = importState,
+              .session = Session(sessionState, errorPair, world.processors.get(), *world.observer),
+              .plan = PlanAccess(planData, *world.observer),
+              .events = Events(world.sinks),
+              .observer = *world.observer,
+              .clock = *world.clock} {}
+
+QBDataExchange::QBDataExchange(OutsideWorld world) : state(std::make_unique<State>(std::move(world))) {}
+
+QBDataExchange::~QBDataExchange() {
+  state->hostSlot = {};
+  state->sessionState.requestProcessor.reset();
+  state->planData = {};
+  ImportState& import = state->importState;
+  import.itemListDocument = {};
+  import.expenseAccounts = {};
+  import.incomeAccounts = {};
+  import.costAccounts = {};
+  import.billableExpenses.reset();
+  import.expenseSubtotals.reset();
+  import.incomeSubtotals.reset();
+  import.costSubtotals.reset();
+  import.pastPerformance.reset();
+}
+
+bool QBDataExchange::Go() {
+  return RunImport(state->context, state->sessionState, state->errorPair);
+}
+
+Variant QBDataExchange::IsSDKVersionSupported(std::string_view sVersion) {
+  return state->context.session.IsSDKVersionSupported(sVersion);
+}
+
+std::string QBDataExchange::QBCompany() {
+  return state->context.session.QBCompany();
+}
+void QBDataExchange::QBCompany(std::string_view path) {
+  state->sessionState.companyPath = path;
+}
+
+Variant QBDataExchange::QbSerialize(const Variant& SerialData,
+                                    QBKRN_DeserializeOptions /*DeserializeOptions*/) {
+  return state->context.session.QbSerialize(SerialData.ToText());
+}
+
+bool QBDataExchange::KRNOpenPlan(std::string_view PlanFile) {
+  return state->context.plan.OpenPlan(PlanFile);
+}
+
+Variant QBDataExchange::KRNDeserialize(const Variant& SerialData,
+                                       QBKRN_DeserializeOptions /*DeserializeOptions*/) {
+  return krnqb::KRNDeserialize(state->context, SerialData);
+}
+
+Variant QBDataExchange::KRNSerialize(QBKRN_SerializeOptions /*SerializeOptions*/) {
+  return {};
+}
+
+std::int16_t QBDataExchange::MonthsOfActivity(const std::shared_ptr<Collection>& colMonthSubtotals) {
+  ActivityScan scan;
+  const bool complete = EndOnError(*state->world.observer, In("MonthsOfActivity"), [&] {
+    if (colMonthSubtotals == nullptr) return;
+    for (const Variant& item : *colMonthSubtotals) {
+      const auto record = item.AsObject<cSubtotals>();
+      if (record == nullptr) throw Error(error_number::typeMismatch);
+      scan.Add(*record);
+    }
+  });
+  return complete ? scan.HighestMonth() : std::int16_t{0};
+}
+
+Variant QBDataExchange::ShowDialog(QBKRN_Dialogs DialogOption) {
+  Variant result;
+  EndOnError(*state->world.observer, In("ShowDialog"), [&] {
+    if (state->world.userInterface != nullptr)
+      result = state->world.userInterface->ShowDialog(*this, DialogOption);
+  });
+  return result;
+}
+
+Variant QBDataExchange::SubmitCustomRequest(std::string_view /*QBRequestXML*/) {
+  EndOnError(*state->world.observer, In("SubmitCustomRequest"), [&] {
+    if (state->world.userInterface != nullptr)
+      state->world.userInterface->ShowMessage("future implementation");
+  });
+  return {};
+}
+
+XmlElement QBDataExchange::QBExpenseAccounts() {
+  return AccountsOf(state->context, request_number::expenseAccounts, "QBExpenseAccounts");
+}
+
+XmlElement QBDataExchange::QBIncomeAccounts() {
+  return AccountsOf(state->context, request_number::incomeAccounts, "QBIncomeAccounts");
+}
+
+Variant QBDataExchange::Execute(std::string& /*Action*/, const Variant& /*Args*/) {
+  return {};
+}
+
+XmlElement QBDataExchange::SelectedExpenses() {
+  XmlElement& selection = state->importState.selectedExpenses;
+  if (!selection) selection = BuildSelectedExpenses(state->context);
+  return selection;
+}
+
+void QBDataExchange::SelectedExpenses(const Variant& selection) {
+  if (const XmlElement* element = selection.AsElement()) {
+    state->importState.selectedExpenses = *element;
+  } else if (selection.IsEmpty() || selection.IsNothing()) {
+    state->importState.selectedExpenses = {};
+  } else {
+    throw Error(error_number::typeMismatch);
+  }
+}
+
+std::shared_ptr<Collection> QBDataExchange::GetTablesAffected() const {
+  auto tables = std::make_shared<Collection>();
+  for (const std::string_view id : TablesAffected(state->importState.options.krnProduct)) tables->Add(id);
+  return tables;
+}
+
+}  // namespace krnqb

@@ -1,0 +1,141 @@
+// The properties of QBDataExchange that keep a value, and the periods' defaults.
+#include "component/state.h"
+#include "krnqb/qb_data_exchange.h"
+
+namespace krnqb {
+
+Variant QBDataExchange::mQBDataExchangeObject() const {
+  return state->hostSlot;
+}
+void QBDataExchange::mQBDataExchangeObject(const Variant& object) {
+  state->hostSlot = object;
+}
+
+bool QBDataExchange::IncludeExpenseAccounts() const noexcept {
+  return state->importState.options.includeExpenseAccounts;
+}
+void QBDataExchange::IncludeExpenseAccounts(bool include) noexcept {
+  state->importState.options.includeExpenseAccounts = include;
+}
+
+bool QBDataExchange::IncludeIncomeAccounts() const noexcept {
+  return state->importState.options.includeIncomeAccounts;
+}
+void QBDataExchange::IncludeIncomeAccounts(bool include) noexcept {
+  state->importState.options.includeIncomeAccounts = include;
+}
+
+bool QBDataExchange::IncludePastPerformance() const noexcept {
+  return state->importState.options.includePastPerformance;
+}
+void QBDataExchange::IncludePastPerformance(bool include) noexcept {
+  state->importState.options.includePastPerformance = include;
+}
+
+std::int16_t QBDataExchange::GrowthRateCOGS() const noexcept {
+  return state->importState.options.growthRateCogs;
+}
+void QBDataExchange::GrowthRateCOGS(std::int16_t percent) noexcept {
+  state->importState.options.growthRateCogs = percent;
+}
+
+std::int16_t QBDataExchange::GrowthRateIncome() const noexcept {
+  return state->importState.options.growthRateIncome;
+}
+void QBDataExchange::GrowthRateIncome(std::int16_t percent) noexcept {
+  state->importState.options.growthRateIncome = percent;
+}
+
+std::int16_t QBDataExchange::GrowthRateExpenses() const noexcept {
+  return state->importState.options.growthRateExpenses;
+}
+void QBDataExchange::GrowthRateExpenses(std::int16_t percent) noexcept {
+  state->importState.options.growthRateExpenses = percent;
+}
+
+QBKRN_BalancesImport QBDataExchange::BalancesImport() const noexcept {
+  return state->importState.options.balancesImport;
+}
+void QBDataExchange::BalancesImport(QBKRN_BalancesImport balances) noexcept {
+  state->importState.options.balancesImport = balances;
+}
+
+Variant QBDataExchange::KRNPlanData() const {
+  return state->planData;
+}
+void QBDataExchange::KRNPlanData(const Variant& plan) {
+  state->planData = plan;
+}
+
+std::int32_t QBDataExchange::ErrorNumber() const noexcept {
+  return state->errorPair.number;
+}
+void QBDataExchange::ErrorNumber(std::int32_t number) noexcept {
+  state->errorPair.number = number;
+}
+
+std::string QBDataExchange::ErrorDescription() const {
+  return state->errorPair.description;
+}
+void QBDataExchange::ErrorDescription(std::string_view description) {
+  state->errorPair.description = description;
+}
+
+std::int16_t QBDataExchange::KRNStartingMonth() {
+  return krnqb::KRNStartingMonth(state->importState.options.period);
+}
+void QBDataExchange::KRNStartingMonth(std::int16_t month) noexcept {
+  state->importState.options.period.krnStartingMonth = month;
+}
+
+std::int16_t QBDataExchange::KRNStartingYear() {
+  return krnqb::KRNStartingYear(state->importState.options.period);
+}
+void QBDataExchange::KRNStartingYear(std::int16_t year) noexcept {
+  state->importState.options.period.krnStartingYear = year;
+}
+
+std::int16_t QBDataExchange::StartingMonth() {
+  state->context.session.EnsureSession();
+  return krnqb::StartingMonth(state->importState.options.period);
+}
+void QBDataExchange::StartingMonth(std::int16_t month) noexcept {
+  state->importState.options.period.startingMonth = month;
+}
+
+std::int16_t QBDataExchange::StartingYear() {
+  return krnqb::StartingYear(state->importState.options.period);
+}
+void QBDataExchange::StartingYear(std::int16_t year) noexcept {
+  state->importState.options.period.startingYear = year;
+}
+
+std::int16_t QBDataExchange::QBStartingMonth() const noexcept {
+  return state->sessionState.qbStartingMonth;
+}
+void QBDataExchange::QBStartingMonth(std::int16_t month) noexcept {
+  state->sessionState.qbStartingMonth = month;
+}
+
+QBKRNproduct QBDataExchange::KRNProduct() const noexcept {
+  return state->importState.options.krnProduct;
+}
+void QBDataExchange::KRNProduct(QBKRNproduct product) noexcept {
+  state->importState.options.krnProduct = product;
+}
+
+std::int16_t QBDataExchange::QBMajorVersion() const noexcept {
+  return state->sessionState.qbMajorVersion;
+}
+void QBDataExchange::QBMajorVersion(std::int16_t version) noexcept {
+  state->sessionState.qbMajorVersion = version;
+}
+
+std::int16_t QBDataExchange::QBMinorVersion() const noexcept {
+  return state->sessionState.qbMinorVersion;
+}
+void QBDataExchange::QBMinorVersion(std::int16_t version) noexcept {
+  state->sessionState.qbMinorVersion = version;
+}
+
+}  // namespace krnqb

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "import/import_context.h"
+#include "import/import_state.h"
+#include "krnqb/outside_world.h"
+#include "krnqb/qb_data_exchange.h"
+#include "qbxml/session.h"
+#include "support/error_pair.h"
+
+namespace krnqb {
+
+/// Everything that a component owns.
+struct QBDataExchange::State {
+  explicit State(OutsideWorld outsideWorld);
+
+  OutsideWorld world;
+  Variant hostSlot;
+  Variant planData;
+  ErrorPair errorPair;
+  SessionState sessionState;
+  ImportState importState;
+  ImportContext context;
+};
+
+}  // namespace krnqb

@@ -1,0 +1,23 @@
+#include "import/events.h"
+
+namespace krnqb {
+namespace {
+
+using Sinks = std::vector<std::shared_ptr<EventSink>>;
+
+}  // namespace
+
+void Events::XMLprocessing() const {
+  Variant nothing{ObjectReference()};
+  for (const auto& sink : Sinks(sinks)) sink->XMLprocessing(nothing);
+}
+
+void Events::AfterImport() const {
+  for (const auto& sink : Sinks(sinks)) sink->AfterImport();
+}
+
+void Events::ProgressBarChange(std::int16_t percent, std::string_view description) const {
+  for (const auto& sink : Sinks(sinks)) sink->ProgressBarChange(percent, description);
+}
+
+}  // namespace krnqb
