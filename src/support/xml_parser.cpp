@@ -22,10 +22,23 @@ struct FreeDocument {
   void operator()(xmlDoc* document) const noexcept { xmlFreeDoc(document); }
 };
 
+// Keeps the first fault of a document: those that follow come from it.
+void KeepFault(xmlParserCtxt* parser, long line, std::string message) {
+  auto& fault = *static_cast<std::optional<XmlFault>*>(parser->_private);
+  if (!fault) fault = XmlFault{line, std::move(message)};
+}
+
+void KeepError(void* context, xmlErrorPtr error) {
+  if (error == nullptr || error->message == nullptr || error->level < XML_ERR_ERROR) return;
+  std::string message = error->message;
+  while (message.ends_with('\n')) message.pop_back();
+  KeepFault(static_cast<xmlParserCtxt*>(context), error->line, std::move(message));
+}
+
 // Entities are refused at their declaration, before one can be expanded into more than memory holds.
 void RefuseEntity(void* context) {
   auto* const parser = static_cast<xmlParserCtxt*>(context);
-  *static_cast<bool*>(parser->_private) = true;
+  KeepFault(parser, parser->input == nullptr ? 0 : parser->input->line, "the document declares entities");
   parser->wellFormed = 0;
   xmlStopParser(parser);
 }
@@ -40,31 +53,21 @@ void RefuseUnparsedEntity(void* context, const xmlChar* /*name*/, const xmlChar*
   RefuseEntity(context);
 }
 
-XmlFault FaultOf(xmlParserCtxt& parser, bool declaresEntities) {
-  if (declaresEntities) {
-    return {parser.input == nullptr ? 0 : parser.input->line, "the document declares entities"};
-  }
-  const xmlError* error = xmlCtxtGetLastError(&parser);
-  if (error == nullptr || error->message == nullptr) return {1, "the document is empty"};
-  std::string message = error->message;
-  while (message.ends_with('\n')) message.pop_back();
-  return {error->line, std::move(message)};
-}
-
 XmlParseResult ParseXml(std::string_view source, const char* encoding, int options) {
   if (source.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
     return {{}, XmlFault{1, "the document is larger than 2 GB"}};
   }
   const std::unique_ptr<xmlParserCtxt, FreeParser> parser(xmlNewParserCtxt());
   if (parser == nullptr) throw std::bad_alloc();
-  bool declaresEntities = false;
-  parser->_private = &declaresEntities;
+  std::optional<XmlFault> fault;
+  parser->_private = &fault;
+  parser->sax->serror = KeepError;
   parser->sax->entityDecl = RefuseEntityDeclaration;
   parser->sax->unparsedEntityDecl = RefuseUnparsedEntity;
   std::unique_ptr<xmlDoc, FreeDocument> document(xmlCtxtReadMemory(
       parser.get(), source.data(), static_cast<int>(source.size()), nullptr, encoding, options));
-  if (document == nullptr || declaresEntities || xmlDocGetRootElement(document.get()) == nullptr) {
-    return {{}, FaultOf(*parser, declaresEntities)};
+  if (document == nullptr || fault || xmlDocGetRootElement(document.get()) == nullptr) {
+    return {{}, fault.value_or(XmlFault{1, "the document is empty"})};
   }
   auto tree = std::make_shared<XmlTree>(document.release());
   xmlNode* const root = xmlDocGetRootElement(tree->document);

@@ -1,0 +1,34 @@
+#include "qbxml/envelope.h"
+
+#include <gtest/gtest.h>
+
+namespace krnqb {
+namespace {
+
+TEST(EnvelopeHead, TellsVersionTwoByAnInstruction) {
+  EXPECT_EQ(EnvelopeHead("2.0"),
+            "<?xml version=\"1.0\"?>\r\n<?qbxml version=\"2.0\"?>\r\n<QBXML>\r\n"
+            "<QBXMLMsgsRq onError=\"continueOnError\">");
+}
+
+TEST(EnvelopeHead, TellsVersionOneOneByADocumentTypeWithAnAddress) {
+  EXPECT_EQ(EnvelopeHead("1.1"),
+            "<?xml version=\"1.0\"?>\r\n"
+            "<!DOCTYPE QBXML PUBLIC '-//INTUIT//DTD QBXML QBD 1.1//EN' "
+            "'http://developer.intuit.com'>\r\n<QBXML>\r\n"
+            "<QBXMLMsgsRq onError=\"continueOnError\">");
+}
+
+TEST(EnvelopeHead, OfAnyOtherVersionIsThatOfOneZero) {
+  const std::string head =
+      "<?xml version=\"1.0\"?>\r\n<!DOCTYPE QBXML PUBLIC '-//INTUIT//DTD QBXML QBD 1.0//EN' >\r\n<QBXML>\r\n"
+      "<QBXMLMsgsRq onError=\"continueOnError\">";
+  for (const char* version : {"1.0", "", "3.0", "2"}) EXPECT_EQ(EnvelopeHead(version), head) << version;
+}
+
+TEST(EnvelopeTail, ClosesMessageSetAndDocument) {
+  EXPECT_EQ(EnvelopeTail(), "</QBXMLMsgsRq>\r\n</QBXML>");
+}
+
+}  // namespace
+}  // namespace krnqb

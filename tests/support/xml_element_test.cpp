@@ -1,0 +1,174 @@
+#include "krnqb/xml_element.h"
+
+#include <gtest/gtest.h>
+
+#include "error_number.h"
+
+namespace krnqb {
+namespace {
+
+using tests::NumberThrownBy;
+
+class TextElement final : public OutsideXmlElement {
+ public:
+  explicit TextElement(std::string initialText) : text(std::move(initialText)) {}
+  std::string Xml() const override { return text; }
+  std::string text;
+};
+
+TEST(XmlElement, OfNothingIsSafeToAskForWhatIsOptional) {
+  const XmlElement none;
+  EXPECT_FALSE(none);
+  EXPECT_FALSE(none.Child("a").Child("b").Parent().NextSibling());
+  EXPECT_FALSE(none.Attribute("a"));
+  EXPECT_TRUE(none.Children().empty());
+  EXPECT_FALSE(none.NextInDocument());
+  EXPECT_EQ(none.Line(), 0);
+}
+
+TEST(XmlElement, OfNothingFailsForWhatIsRequired) {
+  XmlElement none;
+  EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(none.Text()); }), 91);
+  EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(none.Name()); }), 91);
+  EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(none.Xml()); }), 91);
+  EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(none.Select("//a")); }), 91);
+  EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(none.SelectAll("//a")); }), 91);
+  EXPECT_EQ(NumberThrownBy([&] { none.SetText("x"); }), 91);
+  EXPECT_EQ(NumberThrownBy([&] { none.Remove(); }), 91);
+}
+
+TEST(XmlElement, TextIsTheWholeContentUntrimmed) {
+  EXPECT_EQ(XmlElement::Parse("<a> x<b>y</b><![CDATA[<z>]]><!-- no --><?no no?> &amp;\n</a>").Text(),
+            " xy<z> &\n");
+}
+
+TEST(XmlElement, CountsElementsAloneAsChildren) {
+  const XmlElement root = XmlElement::Parse("<a>\n <!-- c --> <b/>text<?pi?><c/>\n</a>");
+  ASSERT_EQ(root.Children().size(), 2U);
+  EXPECT_EQ(root.FirstChild().Name(), "b");
+  EXPECT_EQ(root.FirstChild().NextSibling().Name(), "c");
+  EXPECT_EQ(root.LastChild().PreviousSibling().Name(), "b");
+  EXPECT_FALSE(root.LastChild().NextSibling());
+  EXPECT_FALSE(root.Parent());
+}
+
+TEST(XmlElement, KeepsAnAmpersandInAText) {
+  XmlElement cell = XmlElement::Parse("<c>old<i/></c>");
+  cell.SetText("Meals & Entertainment <b>");
+  EXPECT_EQ(cell.Text(), "Meals & Entertainment <b>");
+  EXPECT_EQ(cell.Xml(), "<c>Meals &amp; Entertainment &lt;b&gt;</c>");
+  cell.SetText("");
+  EXPECT_EQ(cell.Xml(), "<c/>");
+}
+
+TEST(XmlElement, SearchesACloneInItsOwnDocument) {
+  const XmlElement root = XmlElement::Parse("<a><b><x>1</x></b><x>2</x></a>");
+  const XmlElement clone = root.Child("b").Clone();
+  EXPECT_EQ(clone.SelectAll("//x").size(), 1U);
+  EXPECT_EQ(root.SelectAll("//x").size(), 2U);
+  EXPECT_EQ(root.Child("b").SelectAll("//x").size(), 2U);
+}
+
+TEST(XmlElement, WritesAttributesAndTextsAsTheyAre) {
+  const std::string text = "<a z=\"é\" b=\"&quot;&amp;\">\n  <!-- ü --><c></c><![CDATA[<x> & ]]>&#183;</a>";
+  EXPECT_EQ(XmlElement::Parse(text).Xml(),
+            "<a z=\"é\" b=\"&quot;&amp;\">\n  <!-- ü --><c/><![CDATA[<x> & ]]>·</a>");
+}
+
+TEST(XmlElement, WritesNoDeclaration) {
+  EXPECT_EQ(XmlElement::Parse("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<a>\r\n</a>").Xml(),
+            "<a>\n</a>");
+}
+
+TEST(XmlElement, SelectsInDocumentOrder) {
+  const XmlElement root = XmlElement::Parse("<a><b><x>1</x></b><x>2</x><c x=\"y\"><x>3</x></c></a>");
+  EXPECT_EQ(root.Select("//x").Text(), "1");
+  EXPECT_EQ(root.Select("./x").Text(), "2");
+  EXPECT_EQ(root.Select("//c[@x=\"y\"]/x").Text(), "3");
+  EXPECT_FALSE(root.Select("./nothing"));
+  EXPECT_EQ(root.SelectAll("//x | //b").front().Name(), "b");
+}
+
+TEST(XmlElement, FailsForAMalformedPath) {
+  const XmlElement root = XmlElement::Parse("<a/>");
+  EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(root.Select("//ListID[. = \"a\"b\"]")); }), -2147467259);
+  EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(root.Select("1 + 1")); }), -2147467259);
+  EXPECT_EQ(root.Select("/a"), root);
+}
+
+TEST(XmlElement, InsertsCopiesWhereTheyAreWanted) {
+  XmlElement root = XmlElement::Parse("<a><r>1</r><r>2</r></a>");
+  XmlElement copy = root.InsertCopy(root.FirstChild(), root.LastChild());
+  copy.SetText("new");
+  root.InsertCopy(XmlElement::Parse("<s>from <i>elsewhere</i></s>"));
+  EXPECT_EQ(root.Xml(), "<a><r>1</r><r>new</r><r>2</r><s>from <i>elsewhere</i></s></a>");
+}
+
+TEST(XmlElement, StaysUsableAfterItsRemoval) {
+  XmlElement root = XmlElement::Parse("<a><b>1</b><c/></a>");
+  XmlElement child = root.Child("b");
+  child.Remove();
+  EXPECT_EQ(root.Xml(), "<a><c/></a>");
+  EXPECT_EQ(child.Text(), "1");
+  EXPECT_FALSE(child.Parent());
+  root = {};
+  EXPECT_EQ(child.Xml(), "<b>1</b>");
+}
+
+TEST(XmlElement, StaysUsableWhenItsParentGetsAText) {
+  XmlElement root = XmlElement::Parse("<a><b>1</b></a>");
+  const XmlElement child = root.Child("b");
+  root.SetText("2");
+  EXPECT_EQ(child.Text(), "1");
+}
+
+TEST(XmlElement, GivesAttributesAndSetsThem) {
+  XmlElement root = XmlElement::Parse("<a x='1'/>");
+  EXPECT_EQ(root.Attribute("x"), "1");
+  EXPECT_FALSE(root.Attribute("y"));
+  root.SetAttribute("x", "a & \"b\"");
+  EXPECT_EQ(root.Attribute("x"), "a & \"b\"");
+  root.SetAttribute("y", "é");
+  EXPECT_EQ(root.Xml(), "<a x=\"a &amp; &quot;b&quot;\" y=\"é\"/>");
+}
+
+TEST(XmlElement, SharesTheElementBetweenCopiesOfTheHandle) {
+  const XmlElement root = XmlElement::Parse("<a><b/></a>");
+  XmlElement copy = root;
+  copy.Child("b").SetAttribute("x", "1");
+  EXPECT_EQ(root.Child("b").Attribute("x"), "1");
+  EXPECT_EQ(copy, root);
+  EXPECT_FALSE(XmlElement::Parse("<a/>") == XmlElement::Parse("<a/>"));
+}
+
+TEST(XmlElement, FirstTextNodeIsTheFirstOfTheElementsOwn) {
+  EXPECT_EQ(XmlElement::Parse("<c>a<b>x</b>d</c>").FirstTextNode(), "a");
+  EXPECT_EQ(XmlElement::Parse("<c><b>x</b>d</c>").FirstTextNode(), "d");
+  EXPECT_EQ(XmlElement::Parse("<c><![CDATA[x]]>d</c>").FirstTextNode(), "x");
+  EXPECT_EQ(XmlElement::Parse("<c/>").FirstTextNode(), "");
+}
+
+TEST(XmlElement, GoesThroughTheWholeDocumentInOrder) {
+  std::string names;
+  for (XmlElement element = XmlElement::Parse("<a><b><c/></b><d/></a>"); element;
+       element = element.NextInDocument()) {
+    names += element.Name();
+  }
+  EXPECT_EQ(names, "abcd");
+}
+
+TEST(OutsideXmlElement, IsReadAnewEachTimeAndGivenBackAsTheSameObject) {
+  const auto outside = std::make_shared<TextElement>("<a x='1'/>");
+  const XmlElement element(outside);
+  EXPECT_TRUE(element);
+  EXPECT_EQ(element.Outside(), outside);
+  EXPECT_EQ(element.Own().Attribute("x"), "1");
+  outside->text = "<a x='2'/>";
+  EXPECT_EQ(element.Own().Attribute("x"), "2");
+  EXPECT_EQ(element.Xml(), "<a x='2'/>");
+  outside->text = "<broken";
+  EXPECT_FALSE(element.Own());
+}
+
+}  // namespace
+}  // namespace krnqb
