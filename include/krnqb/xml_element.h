@@ -93,7 +93,8 @@ class XmlElement {
   XmlElement Clone() const;
   /// Inserts a deep copy of `source` among the children, before the child `before` (none: after the last
   /// node), and gives the copy.
-  XmlElement InsertCopy(const XmlElement& source, const XmlElement& before = {});
+  XmlElement InsertCopy(const XmlElement& source, const XmlElement& before);
+  XmlElement InsertCopy(const XmlElement& source) { return InsertCopy(source, XmlElement()); }
   /// Takes the element out of its document. Handles to it stay usable.
   void Remove();
 

@@ -69,11 +69,11 @@ bool QBDataExchange::Go() {
 }
 
 Variant QBDataExchange::IsSDKVersionSupported(std::string_view sVersion) {
-  return state->context.session.IsSDKVersionSupported(sVersion);
+  return ThrowingErrorsOnly([&] { return state->context.session.IsSDKVersionSupported(sVersion); });
 }
 
 std::string QBDataExchange::QBCompany() {
-  return state->context.session.QBCompany();
+  return ThrowingErrorsOnly([&] { return state->context.session.QBCompany(); });
 }
 void QBDataExchange::QBCompany(std::string_view path) {
   state->sessionState.companyPath = path;
@@ -81,11 +81,11 @@ void QBDataExchange::QBCompany(std::string_view path) {
 
 Variant QBDataExchange::QbSerialize(const Variant& SerialData,
                                     QBKRN_DeserializeOptions /*DeserializeOptions*/) {
-  return state->context.session.QbSerialize(SerialData.ToText());
+  return ThrowingErrorsOnly([&] { return state->context.session.QbSerialize(SerialData); });
 }
 
 bool QBDataExchange::KRNOpenPlan(std::string_view PlanFile) {
-  return state->context.plan.OpenPlan(PlanFile);
+  return ThrowingErrorsOnly([&] { return state->context.plan.OpenPlan(PlanFile); });
 }
 
 Variant QBDataExchange::KRNDeserialize(const Variant& SerialData,

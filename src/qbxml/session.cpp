@@ -105,9 +105,9 @@ void Session::CloseSession() noexcept {
   state.companyPath.clear();
 }
 
-Variant Session::QbSerialize(std::string_view request) {
+Variant Session::QbSerialize(const Variant& request) {
   if (!EnsureSession()) return {};
-  return state.requestProcessor->ProcessRequest(state.sessionTicket, request);
+  return state.requestProcessor->ProcessRequest(state.sessionTicket, request.ToText());
 }
 
 XmlElement Session::Ask(std::int32_t requestNumber, std::string_view operation, std::string_view fromDate,
@@ -120,6 +120,8 @@ XmlElement Session::Ask(std::int32_t requestNumber, std::string_view operation, 
 
 bool Session::IsSDKVersionSupported(std::string_view version) {
   const XmlElement answer = Ask(request_number::host, "IsSDKVersionSupported");
+  // No search path can hold a double quote, however many of them would make one again.
+  if (answer && version.find('"') != std::string_view::npos) throw Error(error_number::unspecified);
   const auto supported = answer.Select(fmt::format("//SupportedQBXMLVersion[text() = \"{}\"]", version));
   return static_cast<bool>(supported);
 }

@@ -42,8 +42,8 @@ class Session {
   void CloseSession() noexcept;
 
   /// Sends a request and gives the answer as text, or Empty when no session can be opened. Throws what
-  /// `ProcessRequest` throws.
-  Variant QbSerialize(std::string_view request);
+  /// `ProcessRequest` throws, and 91 or 13 for a request that has no text.
+  Variant QbSerialize(const Variant& request);
 
   /// Builds a request of the catalogue, sends it and gives its answer's document element: none when no
   /// session can be opened or the answer is no document. Throws what `ProcessRequest` throws. Dates as in

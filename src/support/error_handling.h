@@ -40,4 +40,14 @@ bool EndOnError(Observer& observer, const Place& place, Operation&& operation) {
   }
 }
 
+/// Runs an operation that reports its failures to its caller: whatever it throws leaves as an Error.
+template <typename Operation>
+auto ThrowingErrorsOnly(Operation&& operation) {
+  try {
+    return std::forward<Operation>(operation)();
+  } catch (...) {
+    throw CaughtError();
+  }
+}
+
 }  // namespace krnqb
