@@ -1,0 +1,99 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+
+namespace krnqb::expected {
+
+// Pieces of the journal of an import, one line below the other.
+
+inline std::string Lines(std::initializer_list<std::string> lines) {
+  std::string text;
+  for (const std::string& line : lines) text += line + "\n";
+  return text;
+}
+
+inline std::string Sequence(std::initializer_list<std::string> pieces) {
+  std::string text;
+  for (const std::string& piece : pieces) text += piece;
+  return text;
+}
+
+inline std::string Progress(int percent) {
+  return "ProgressBarChange " + std::to_string(percent) + " Processing...\n";
+}
+
+/// The session is looked at and found open.
+inline std::string FindsSession() {
+  return "GetCurrentCompanyFileName\n";
+}
+
+inline std::string Connects() {
+  return Lines(
+      {"create processor", "OpenConnection KRN6_QB2002.dll, Korrin Software Data Exchange Component"});
+}
+
+/// A first session is opened, with the company check's request.
+inline std::string OpensSession(const std::string& path = {}) {
+  return Connects() + Lines({"BeginSession \"" + path + "\" 2", "ProcessRequest 101"});
+}
+
+/// A further processor takes the place of the one that has no session.
+inline std::string ReplacesProcessor() {
+  return Lines({"create processor", "processor released",
+                "OpenConnection KRN6_QB2002.dll, Korrin Software Data Exchange Component"});
+}
+
+/// A request is sent in an open session.
+inline std::string Asks(const std::string& request) {
+  return FindsSession() + "ProcessRequest " + request + "\n";
+}
+
+/// The company is read in a session that was opened just now or found open.
+inline std::string ReadsCompany() {
+  return Asks("100") + Lines({"GetCurrentCompanyFileName", "MajorVersion", "MinorVersion"});
+}
+
+/// From the start of a pass to the reading of the lists.
+inline std::string BeginsFirstPass(const std::string& path = {}) {
+  return Sequence(
+      {Progress(20), OpensSession(path), ReadsCompany(), Progress(40), Asks("100"), Progress(60)});
+}
+inline std::string BeginsPassInOpenSession() {
+  return Sequence({Progress(20), FindsSession(), ReadsCompany(), Progress(40), Asks("100"), Progress(60)});
+}
+
+inline std::string ReadsTable(const std::string& id) {
+  return Lines({"Data", "tables " + id, "Serialize"});
+}
+inline std::string ReadsTables(const std::string& planned, const std::string& actual) {
+  return ReadsTable(planned) + ReadsTable(actual);
+}
+inline std::string LoadsTables(const std::string& ids) {
+  return Lines({"Data", "Deserialize " + ids});
+}
+
+/// The account tables of the sales and of the costs are one pair of table sets.
+inline std::string ReadsSalesTables() {
+  return ReadsTables("20..0400", "21..0400");
+}
+inline std::string LoadsSalesTables() {
+  return LoadsTables("20..0400 21..0400");
+}
+inline std::string ReadsExpenseTables() {
+  return ReadsTables("20..0600", "21..0600");
+}
+inline std::string LoadsExpenseTables() {
+  return LoadsTables("20..0600 21..0600");
+}
+
+/// The lists of an import with both groups of accounts and with balances.
+inline std::string AsksAllLists() {
+  return Asks("4") + Asks("1") + Asks("2") + Asks("50");
+}
+
+inline std::string EndsImport() {
+  return Lines({"AfterImport", "processor released"});
+}
+
+}  // namespace krnqb::expected

@@ -1,0 +1,91 @@
+#include <gtest/gtest.h>
+
+#include "fakes/test_host.h"
+
+// The observer is told what an import passes over in silence.
+
+namespace krnqb {
+namespace {
+
+using fakes::TestHost;
+
+TEST(Observer, IsToldNothingByAnImportWithoutFlaws) {
+  TestHost host;
+  host.component.IncludeExpenseAccounts(true);
+  host.component.IncludeIncomeAccounts(true);
+  EXPECT_TRUE(host.component.Go());
+  EXPECT_TRUE(host.observer->notices.empty()) << host.observer->notices.front().place.operation;
+}
+
+TEST(Observer, IsToldAnAnswersErrorStatus) {
+  TestHost host;
+  host.component.IncludeExpenseAccounts(true);
+  host.quickBooks->answers["4"] = fakes::Answer(
+      "<AccountQueryRs requestID=\"4\" statusCode=\"3260\" statusSeverity=\"Error\" "
+      "statusMessage=\"Insufficient permission\"/>\n");
+  EXPECT_TRUE(host.component.Go());
+  ASSERT_EQ(host.observer->notices.size(), 1U);
+  const Notice& notice = host.observer->notices.front();
+  EXPECT_EQ(notice.kind, NoticeKind::AnswerStatus);
+  EXPECT_EQ(notice.number, 3260);
+  EXPECT_EQ(notice.severity, "Error");
+  EXPECT_EQ(notice.description, "Insufficient permission");
+  ASSERT_TRUE(notice.place.request.has_value());
+  EXPECT_EQ(*notice.place.request, 4);
+  EXPECT_EQ(host.component.ErrorNumber(), 0) << "it changes nothing";
+}
+
+TEST(Observer, IsNotToldThatAQueryFoundNothing) {
+  TestHost host;
+  host.component.IncludeExpenseAccounts(true);
+  host.quickBooks->answers["4"] = fakes::Answer(
+      "<AccountQueryRs requestID=\"4\" statusCode=\"1\" statusSeverity=\"Info\" "
+      "statusMessage=\"A query request did not find a matching object in QuickBooks\"/>\n");
+  EXPECT_TRUE(host.component.Go());
+  EXPECT_TRUE(host.observer->notices.empty());
+}
+
+TEST(Observer, IsToldThatAnAnswerDoesNotParse) {
+  TestHost host;
+  host.component.IncludeExpenseAccounts(true);
+  host.quickBooks->answers["4"] = "<QBXML>";
+  EXPECT_TRUE(host.component.Go());
+  ASSERT_FALSE(host.observer->notices.empty());
+  const Notice& notice = host.observer->notices.front();
+  EXPECT_EQ(notice.kind, NoticeKind::AnswerUnreadable);
+  ASSERT_TRUE(notice.place.request.has_value());
+  EXPECT_EQ(*notice.place.request, 4);
+}
+
+TEST(Observer, IsToldThatATableDoesNotParseOrHasNoBlocks) {
+  for (const char* table : {"<tableitem>", "<tableitem id=\"x\"/>", "no XML"}) {
+    TestHost host;
+    host.planContent->tables[fakes::TableId("21", "0600")] = table;
+    host.component.KRNDeserialize(Variant(host.quickBooks->answers["4"]));
+    ASSERT_EQ(host.observer->notices.size(), 1U) << table;
+    EXPECT_EQ(host.observer->notices.front().kind, NoticeKind::TableUnreadable) << table;
+    EXPECT_EQ(host.observer->notices.front().description, "21000000000000000000000000000600") << table;
+  }
+}
+
+TEST(Observer, IsToldWhichErrorEndedAnOperation) {
+  TestHost host;
+  host.planContent->tables.erase(fakes::TableId("20", "0600"));
+  host.component.KRNDeserialize(Variant(host.quickBooks->answers["4"]));
+  ASSERT_EQ(host.observer->notices.size(), 1U);
+  const Notice& notice = host.observer->notices.front();
+  EXPECT_EQ(notice.kind, NoticeKind::OperationEnded);
+  EXPECT_EQ(notice.place.operation, "KRNDeserialize");
+  EXPECT_EQ(notice.number, 9);
+  EXPECT_EQ(notice.description, "Subscript out of range");
+}
+
+TEST(Observer, IsToldWhatTheCompanyCheckSkipped) {
+  TestHost host;
+  host.journal->Fail("ProcessRequest 101", Error(-2147220478, "unexpected"));
+  host.component.StartingMonth();
+  EXPECT_TRUE(host.observer->Told(NoticeKind::StatementSkipped, -2147220478));
+}
+
+}  // namespace
+}  // namespace krnqb

@@ -1,0 +1,163 @@
+#include <gtest/gtest.h>
+
+#include "expected_sequences.h"
+#include "fakes/outside_element.h"
+#include "fakes/test_host.h"
+
+// The contribution margin gets rows for the selected expense accounts.
+
+namespace krnqb {
+namespace {
+
+using fakes::Account;
+using fakes::AccountAnswer;
+using fakes::Block;
+using fakes::Row;
+using fakes::SelectionText;
+using fakes::SubAccount;
+using fakes::TableBlocks;
+using fakes::TableId;
+using fakes::TableRecord;
+using fakes::TablesDocument;
+using fakes::TestHost;
+using fakes::TextOf;
+
+class SelectionUse : public testing::Test {
+ protected:
+  SelectionUse() { host.component.KRNProduct(QBKRN_BRI); }
+
+  void Select(const std::string& selection) {
+    host.component.SelectedExpenses(Variant(XmlElement::Parse(selection)));
+  }
+  std::string Document(const std::string& answer) {
+    return TextOf(host.component.KRNDeserialize(Variant(answer)));
+  }
+  std::string DefaultDocument() { return Document(host.quickBooks->answers["4"]); }
+  static bool HasRow(const std::string& document, const std::string& name) {
+    return fakes::Holds(document, Row({name, "0", "*null*"}));
+  }
+
+  TestHost host;
+  const std::string planned = TableId("20", "2000");
+  const std::string actual = TableId("21", "2000");
+};
+
+TEST_F(SelectionUse, PutsTheSelectedAccountsIntoTheContributionMarginAndItsTwin) {
+  Select(SelectionText({{"E-1", "False"}, {"E-2", "True"}}));
+  EXPECT_EQ(
+      DefaultDocument(),
+      TablesDocument(
+          {TableRecord(planned,
+                       TableBlocks({Block("db_contributionmargin_cat2",
+                                          {Row({"Wages", "0.1", "*null*"}), Row({"Utilities", "0", "*null*"}),
+                                           Row({"Other", "0", "0"}), Row({"Total", "0", "0"})})})),
+           TableRecord(actual, TableBlocks({Block("db_contributionmargin_cat2_actual",
+                                                  {Row({"Wages", "5"}), Row({"*null*", "0"}),
+                                                   Row({"Other", "0"}), Row({"Total", "0"})})}))}));
+  EXPECT_EQ(host.journal->Text(), expected::ReadsTables("20..2000", "21..2000"))
+      << "the selection is not built and QuickBooks is not asked";
+}
+
+TEST_F(SelectionUse, KeepsAnAccountThatHasNoRecord) {
+  Select(SelectionText({{"E-2", "False"}}));
+  EXPECT_TRUE(HasRow(DefaultDocument(), "Rent"));
+  Select("<expenseAccounts/>");
+  const std::string document = DefaultDocument();
+  EXPECT_TRUE(HasRow(document, "Rent"));
+  EXPECT_TRUE(HasRow(document, "Utilities"));
+}
+
+TEST_F(SelectionUse, NeverWritesASubAccountWhateverItsSelection) {
+  const std::string answer = AccountAnswer(
+      "4", {Account("1", "Utilities"), SubAccount("2", "Gas", "1"), SubAccount("3", "Oil", "2", "2")});
+  Select(SelectionText({{"1", "False"}, {"2", "True"}, {"3", "True"}}));
+  const std::string document = Document(answer);
+  for (const char* name : {"Utilities", "Gas", "Oil"}) EXPECT_FALSE(HasRow(document, name)) << name;
+  EXPECT_TRUE(fakes::Holds(document, "=B2")) << "with nothing new no formula is cleared";
+  Select(SelectionText({{"1", "True"}, {"2", "True"}, {"3", "True"}}));
+  EXPECT_TRUE(HasRow(Document(answer), "Utilities"));
+  EXPECT_FALSE(HasRow(Document(answer), "Gas"));
+}
+
+struct TruthCase {
+  const char* text;
+  bool selected;
+};
+
+TEST_F(SelectionUse, ReadsSelectedAsABooleanOrANumber) {
+  const TruthCase cases[] = {{"True", true},   {"true", true},   {"TRUE", true},   {"tRuE", true},
+                             {"False", false}, {"FALSE", false}, {"fAlSe", false}, {"0", false},
+                             {"0.0", false},   {"1", true},      {"-1", true},     {"2.5", true},
+                             {"1E3", true},    {"0.0001", true}};
+  for (const TruthCase& each : cases) {
+    Select(SelectionText({{"E-1", each.text}}));
+    EXPECT_EQ(HasRow(DefaultDocument(), "Rent"), each.selected) << each.text;
+  }
+}
+
+TEST_F(SelectionUse, EndsWithNothingForAnyOtherTextOfSelected) {
+  for (const char* text : {"", "yes", "no", "Wahr", "T", "1x"}) {
+    Select(SelectionText({{"E-1", text}}));
+    host.observer->notices.clear();
+    EXPECT_EQ(DefaultDocument(), "") << text;
+    EXPECT_TRUE(host.observer->Told(NoticeKind::OperationEnded, 13)) << text;
+  }
+  EXPECT_EQ(host.journal->Text(), "") << "no table was read";
+}
+
+TEST_F(SelectionUse, EndsWithNothingWithoutASelection) {
+  EXPECT_EQ(DefaultDocument(), "");
+  EXPECT_EQ(host.journal->Text(), "");
+}
+
+TEST_F(SelectionUse, EndsWithNothingForAnUnselectedIdWithADoubleQuote) {
+  Select(SelectionText({{"E&quot;1", "False"}}));
+  EXPECT_EQ(DefaultDocument(), "");
+  EXPECT_TRUE(host.observer->Told(NoticeKind::OperationEnded, -2147467259));
+  Select(SelectionText({{"E&quot;1", "True"}}));
+  EXPECT_TRUE(HasRow(DefaultDocument(), "Rent")) << "a selected one is not looked for";
+}
+
+TEST_F(SelectionUse, IsForTheContributionMarginAlone) {
+  Select(SelectionText({{"I-1", "False"}}));
+  EXPECT_TRUE(HasRow(Document(host.quickBooks->answers["1"]), "Plants"));
+  for (const QBKRNproduct product : {QBKRN_ALD, QBKRN_COR}) {
+    host.component.KRNProduct(product);
+    Select(SelectionText({{"E-1", "False"}, {"E-2", "nonsense"}}));
+    EXPECT_TRUE(HasRow(DefaultDocument(), "Rent"));
+  }
+}
+
+TEST_F(SelectionUse, LeavesTheAccountListWhole) {
+  Select(SelectionText({{"E-1", "False"}, {"E-2", "False"}}));
+  const XmlElement list = XmlElement::Parse(host.quickBooks->answers["4"]);
+  const std::string before = list.Xml();
+  host.component.KRNDeserialize(Variant(list));
+  EXPECT_EQ(list.Xml(), before);
+}
+
+TEST_F(SelectionUse, ReadsAnOutsideElementAsItIsNow) {
+  const auto outside = std::make_shared<fakes::OutsideElement>(SelectionText({{"E-1", "False"}}));
+  host.component.SelectedExpenses(Variant(XmlElement(outside)));
+  EXPECT_FALSE(HasRow(DefaultDocument(), "Rent"));
+  outside->text = SelectionText({{"E-1", "True"}});
+  EXPECT_TRUE(HasRow(DefaultDocument(), "Rent"));
+  outside->text = "no XML any more";
+  EXPECT_EQ(DefaultDocument(), "");
+  host.component.SelectedExpenses(Variant(XmlElement(std::make_shared<fakes::BrokenOutsideElement>())));
+  EXPECT_EQ(DefaultDocument(), "");
+}
+
+TEST_F(SelectionUse, TakesTheSelectionThatTheComponentBuilt) {
+  host.planContent->tables[planned] = fakes::TableText(
+      planned, TableBlocks({Block(
+                   "db_contributionmargin_cat2",
+                   {Row({"Wages", "0.1", "=B2"}), Row({"UTILITIES", "0", "0"}), Row({"Total", "0", "0"})})}));
+  host.component.SelectedExpenses();
+  const std::string document = DefaultDocument();
+  EXPECT_FALSE(HasRow(document, "Rent"));
+  EXPECT_TRUE(HasRow(document, "Utilities")) << "it is in the plan in other letter case and gets its own row";
+}
+
+}  // namespace
+}  // namespace krnqb

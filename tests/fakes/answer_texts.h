@@ -1,0 +1,85 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+namespace krnqb::fakes {
+
+// Builders of QuickBooks' answers. All texts are XML already.
+
+/// An answer document around the given ...Rs elements, with the line ends and the head that QuickBooks
+/// writes.
+inline std::string Answer(const std::string& messages) {
+  return "<?xml version=\"1.0\" ?>\n<QBXML>\n<QBXMLMsgsRs>\n" + messages + "</QBXMLMsgsRs>\n</QBXML>\n";
+}
+
+inline std::string Element(std::string_view name, std::string_view text) {
+  return "<" + std::string(name) + ">" + std::string(text) + "</" + std::string(name) + ">\n";
+}
+
+/// A top-level account.
+inline std::string Account(std::string_view listId, std::string_view name) {
+  return "<AccountRet>\n" + Element("ListID", listId) + Element("Name", name) + Element("Sublevel", "0") +
+         "</AccountRet>\n";
+}
+
+inline std::string SubAccount(std::string_view listId, std::string_view name, std::string_view parentListId,
+                              std::string_view sublevel = "1") {
+  return "<AccountRet>\n" + Element("ListID", listId) + Element("Name", name) + "<ParentRef>\n" +
+         Element("ListID", parentListId) + "</ParentRef>\n" + Element("Sublevel", sublevel) +
+         "</AccountRet>\n";
+}
+
+/// The answer to an account query.
+inline std::string AccountAnswer(std::string_view requestId, std::initializer_list<std::string> accounts) {
+  std::string records;
+  for (const std::string& account : accounts) records += account;
+  return Answer("<AccountQueryRs requestID=\"" + std::string(requestId) +
+                "\" statusCode=\"0\" statusSeverity=\"Info\" statusMessage=\"Status OK\">\n" + records +
+                "</AccountQueryRs>\n");
+}
+
+/// The answer to request 100: the versions that QuickBooks supports.
+inline std::string HostAnswer(std::initializer_list<std::string_view> versions) {
+  std::string host =
+      "<HostQueryRs requestID=\"100\" statusCode=\"0\" statusSeverity=\"Info\" "
+      "statusMessage=\"Status OK\">\n<HostRet>\n" +
+      Element("ProductName", "QuickBooks Pro 2002");
+  for (const std::string_view version : versions) host += Element("SupportedQBXMLVersion", version);
+  return Answer(host + "</HostRet>\n</HostQueryRs>\n");
+}
+
+/// The answer to request 101 with a record of the given content.
+inline std::string CompanyAnswerWith(const std::string& content) {
+  return Answer(
+      "<CompanyQueryRs requestID=\"101\" statusCode=\"0\" statusSeverity=\"Info\" "
+      "statusMessage=\"Status OK\">\n" +
+      content + "</CompanyQueryRs>\n");
+}
+
+inline std::string CompanyAnswer(std::string_view firstMonth) {
+  return CompanyAnswerWith("<CompanyRet>\n" + Element("CompanyName", "Nursery") +
+                           Element("FirstMonthFiscalYear", firstMonth) + "</CompanyRet>\n");
+}
+
+/// A company answer without any company.
+inline std::string NoCompanyAnswer() {
+  return CompanyAnswerWith("");
+}
+
+/// The selection document of expense accounts: pairs of id and "selected".
+struct SelectionRecord {
+  std::string_view id;
+  std::string_view selected;
+};
+inline std::string SelectionText(std::initializer_list<SelectionRecord> records) {
+  std::string text = "<expenseAccounts>";
+  for (const SelectionRecord& record : records) {
+    text += "<account id=\"" + std::string(record.id) + "\" selected=\"" + std::string(record.selected) +
+            "\"><name>any</name></account>";
+  }
+  return text + "</expenseAccounts>";
+}
+
+}  // namespace krnqb::fakes

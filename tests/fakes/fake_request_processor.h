@@ -1,0 +1,123 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "fakes/journal.h"
+#include "krnqb/request_processor.h"
+
+namespace krnqb::fakes {
+
+/// What the accounting program behind all processors is like: the open company, the versions, and the answer
+/// to each request by its number.
+struct FakeQuickBooks {
+  std::string company = "C:\\Companies\\Nursery.qbw";
+  std::int16_t majorVersion = 1;
+  std::int16_t minorVersion = 1;
+  std::map<std::string, std::string> answers;
+  std::vector<std::string> requests;  // as they were sent
+  int sessions = 0;
+};
+
+/// The text between two marks, or nothing.
+inline std::string TextBetween(std::string_view text, std::string_view before, std::string_view after) {
+  const auto start = text.find(before);
+  if (start == std::string_view::npos) return {};
+  const auto from = start + before.size();
+  const auto end = text.find(after, from);
+  return end == std::string_view::npos ? std::string{} : std::string(text.substr(from, end - from));
+}
+
+/// The number of a request: its requestID, or for a report, which has none, the number by its filter.
+inline std::string RequestNumber(std::string_view request) {
+  static const std::map<std::string, std::string> reports = {
+      {"OrdinaryIncome", "300"}, {"OrdinaryExpense", "310"}, {"CostOfSales", "320"}};
+  const std::string number = TextBetween(request, "requestID=\"", "\"");
+  if (!number.empty()) return number;
+  const auto report = reports.find(TextBetween(request, "<AccountTypeFilter>", "</AccountTypeFilter>"));
+  return report == reports.end() ? "?" : report->second;
+}
+
+/// A processor that answers from a FakeQuickBooks and records each question. A question with another ticket
+/// than its session's is recorded as such; a question without a session fails.
+class FakeRequestProcessor : public RequestProcessor {
+ public:
+  FakeRequestProcessor(std::shared_ptr<FakeQuickBooks> program, std::shared_ptr<Journal> sharedJournal)
+      : quickBooks(std::move(program)), journal(std::move(sharedJournal)) {}
+  ~FakeRequestProcessor() override { journal->Note("processor released"); }
+  FakeRequestProcessor(const FakeRequestProcessor&) = delete;
+  FakeRequestProcessor& operator=(const FakeRequestProcessor&) = delete;
+
+  std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
+    quickBooks->requests.emplace_back(request);
+    const std::string number = RequestNumber(request);
+    const std::string from = TextBetween(request, "<FromReportDate>", "</FromReportDate>");
+    const std::string to = TextBetween(request, "<ToReportDate>", "</ToReportDate>");
+    journal->Record("ProcessRequest " + number + (from.empty() ? "" : " " + from + " " + to) +
+                    Stranger(ticket));
+    RequireSession();
+    const auto answer = quickBooks->answers.find(number);
+    return answer == quickBooks->answers.end() ? "<QBXML><QBXMLMsgsRs/></QBXML>" : answer->second;
+  }
+
+  void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
+    journal->Record("OpenConnection " + std::string(applicationIdentifier) + ", " +
+                    std::string(applicationName));
+  }
+
+  std::string BeginSession(std::string_view companyFile, std::int32_t fileMode) override {
+    journal->Record("BeginSession \"" + std::string(companyFile) + "\" " + std::to_string(fileMode));
+    sessionTicket = "ticket " + std::to_string(++quickBooks->sessions);
+    return sessionTicket;
+  }
+
+  std::string GetCurrentCompanyFileName(std::string_view ticket) override {
+    journal->Record("GetCurrentCompanyFileName" + Stranger(ticket));
+    RequireSession();
+    return quickBooks->company;
+  }
+
+  std::int16_t MajorVersion() override {
+    journal->Record("MajorVersion");
+    return quickBooks->majorVersion;
+  }
+
+  std::int16_t MinorVersion() override {
+    journal->Record("MinorVersion");
+    return quickBooks->minorVersion;
+  }
+
+ private:
+  std::string Stranger(std::string_view ticket) const {
+    return sessionTicket.empty() || ticket == sessionTicket ? "" : " with \"" + std::string(ticket) + "\"";
+  }
+  void RequireSession() const {
+    if (sessionTicket.empty()) throw Error(error_number::unspecified, "there is no session");
+  }
+
+  std::shared_ptr<FakeQuickBooks> quickBooks;
+  std::shared_ptr<Journal> journal;
+  std::string sessionTicket;
+};
+
+class FakeProcessorFactory : public RequestProcessorFactory {
+ public:
+  FakeProcessorFactory(std::shared_ptr<FakeQuickBooks> program, std::shared_ptr<Journal> sharedJournal)
+      : quickBooks(std::move(program)), journal(std::move(sharedJournal)) {}
+
+  std::unique_ptr<RequestProcessor> Create() override {
+    journal->Record("create processor");
+    return std::make_unique<FakeRequestProcessor>(quickBooks, journal);
+  }
+
+ private:
+  std::shared_ptr<FakeQuickBooks> quickBooks;
+  std::shared_ptr<Journal> journal;
+};
+
+}  // namespace krnqb::fakes

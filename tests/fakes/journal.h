@@ -1,0 +1,80 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "krnqb/error.h"
+
+namespace krnqb::fakes {
+
+/// The one record of everything that the fakes are asked, in order, a line each. A test may plan what happens
+/// when a line is recorded: an error, or a host's handler.
+class Journal {
+ public:
+  using Action = std::function<void()>;
+
+  /// Records a line, then does what is planned for it, which may throw.
+  void Record(const std::string& line) {
+    lines.push_back(line);
+    std::vector<Action> due;
+    for (Plan& plan : plans) {
+      if (plan.line != line) continue;
+      ++plan.seen;
+      if (plan.occurrence == everyTime || plan.occurrence == plan.seen) due.push_back(plan.action);
+    }
+    for (const Action& action : due) action();
+  }
+
+  /// Records a line and does nothing else, for destructors.
+  void Note(const std::string& line) { lines.push_back(line); }
+
+  /// Plans an action for each record of a line, counted from now on.
+  void On(const std::string& line, Action action) {
+    plans.push_back({line, everyTime, 0, std::move(action)});
+  }
+  /// Plans an action for one record of a line; `occurrence` is counted from 1 and from now on.
+  void OnOccurrence(const std::string& line, int occurrence, Action action) {
+    plans.push_back({line, occurrence, 0, std::move(action)});
+  }
+  void Fail(const std::string& line, const Error& error) {
+    On(line, [error] { throw error; });
+  }
+  void FailOccurrence(const std::string& line, int occurrence, const Error& error) {
+    OnOccurrence(line, occurrence, [error] { throw error; });
+  }
+
+  /// Forgets what is planned.
+  void Heal() { plans.clear(); }
+  /// Forgets what is recorded.
+  void Clear() { lines.clear(); }
+
+  /// The recorded lines, one below the other.
+  std::string Text() const {
+    std::string text;
+    for (const std::string& line : lines) text += line + "\n";
+    return text;
+  }
+
+  int Count(const std::string& line) const {
+    int count = 0;
+    for (const std::string& recorded : lines) {
+      if (recorded == line) ++count;
+    }
+    return count;
+  }
+
+ private:
+  static constexpr int everyTime = 0;
+  struct Plan {
+    std::string line;
+    int occurrence;
+    int seen;
+    Action action;
+  };
+  std::vector<std::string> lines;
+  std::vector<Plan> plans;
+};
+
+}  // namespace krnqb::fakes

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "krnqb/observer.h"
+
+namespace krnqb::fakes {
+
+class RecordingObserver : public Observer {
+ public:
+  void Notify(const Notice& notice) noexcept override { notices.push_back(notice); }
+
+  /// Whether a notice of that kind and number came.
+  bool Told(NoticeKind kind, std::int32_t number) const {
+    return std::any_of(notices.begin(), notices.end(), [kind, number](const Notice& notice) {
+      return notice.kind == kind && notice.number == number;
+    });
+  }
+
+  std::vector<Notice> notices;
+};
+
+}  // namespace krnqb::fakes

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "fakes/journal.h"
+#include "krnqb/outside_world.h"
+
+namespace krnqb::fakes {
+
+/// Records every event. `name`, when there is one, precedes each line, so that several sinks can be told
+/// apart.
+class RecordingSink : public EventSink {
+ public:
+  explicit RecordingSink(std::shared_ptr<Journal> sharedJournal, const std::string& name = {})
+      : journal(std::move(sharedJournal)), prefix(name.empty() ? "" : name + ": ") {}
+
+  void XMLprocessing(Variant& oXML) override {
+    receivedNothing = oXML.IsObject() && oXML.IsNothing();
+    oXML = Variant("left behind by the host");
+    journal->Record(prefix + "XMLprocessing");
+  }
+  void TableModified(std::string_view sTableID) override {
+    journal->Record(prefix + "TableModified " + std::string(sTableID));
+  }
+  void AfterImport() override { journal->Record(prefix + "AfterImport"); }
+  void ProgressBarChange(std::int16_t PercentValue, std::string_view Description) override {
+    journal->Record(prefix + "ProgressBarChange " + std::to_string(PercentValue) + " " +
+                    std::string(Description));
+  }
+
+  /// Whether the last XMLprocessing came with Nothing.
+  bool receivedNothing = false;
+
+ private:
+  std::shared_ptr<Journal> journal;
+  std::string prefix;
+};
+
+}  // namespace krnqb::fakes

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "fakes/journal.h"
+#include "krnqb/variant.h"
+
+namespace krnqb::fakes {
+
+/// An object of the host's own, which tells when it is released.
+class ReleasableObject : public Object {
+ public:
+  ReleasableObject(std::shared_ptr<Journal> sharedJournal, std::string lineAtRelease)
+      : journal(std::move(sharedJournal)), line(std::move(lineAtRelease)) {}
+  ~ReleasableObject() override { journal->Note(line); }
+  ReleasableObject(const ReleasableObject&) = delete;
+  ReleasableObject& operator=(const ReleasableObject&) = delete;
+
+ private:
+  std::shared_ptr<Journal> journal;
+  std::string line;
+};
+
+}  // namespace krnqb::fakes
