@@ -17,6 +17,12 @@ TEST(FoldedKey, LowersEveryCodePointOneToOne) {
   EXPECT_EQ(FoldedKey("ÄÖÜ"), "äöü");
   EXPECT_EQ(FoldedKey("ДОХОД"), "доход");
   EXPECT_EQ(FoldedKey("ΣΊΣΥΦΟΣ"), "σίσυφοσ");
+  EXPECT_EQ(FoldedKey("ς"), "ς");
+  EXPECT_EQ(FoldedKey("STRAẞE"), "straße");
+  EXPECT_EQ(FoldedKey("İ"), "i");
+  EXPECT_EQ(FoldedKey("ı"), "ı");
+  EXPECT_EQ(FoldedKey("\u212A"), "k");
+  EXPECT_EQ(FoldedKey("\U00010400"), "\U00010428");
 }
 
 TEST(FoldedKey, KeepsSharpSApartFromDoubleS) {
