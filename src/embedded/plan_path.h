@@ -1,0 +1,11 @@
+#pragma once
+
+#include <filesystem>
+
+namespace krnqb::embedded {
+
+/// The file that a plan's path stands for: absolute, with every symbolic link followed, so that all paths of
+/// one plan give the same one. Error when there is no such file or it cannot be reached.
+std::filesystem::path FollowedPlanPath(const std::filesystem::path& plan);
+
+}  // namespace krnqb::embedded
