@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -23,8 +23,9 @@ inline void ExpectGolden(const std::filesystem::path& file, std::string_view act
   }
   std::ifstream input(file, std::ios::binary);
   ASSERT_TRUE(input) << "no golden file " << file << "; script/rewrite-goldens writes it";
-  const std::string expected{std::istreambuf_iterator<char>(input), std::istreambuf_iterator<char>()};
-  EXPECT_EQ(actual, expected) << file.filename();
+  std::ostringstream expected;
+  expected << input.rdbuf();
+  EXPECT_EQ(actual, expected.str()) << file.filename();
 }
 
 }  // namespace krnqb::tests

@@ -37,6 +37,7 @@ bool Claim(const FileDescriptor& file) noexcept {
 std::error_code RemoveUnlessClaimed(const fs::path& file) {
   const FileDescriptor present = FileDescriptor::Open(file, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
   if (present && !Claim(present)) return SystemError(EBUSY);
+  if (!present && errno == EACCES) return LastSystemError();  // nobody can tell whether it is claimed
   return ::unlink(file.c_str()) == 0 || errno == ENOENT ? Success() : LastSystemError();
 }
 
@@ -46,6 +47,14 @@ bool StillNamed(const FileDescriptor& file, const fs::path& name) noexcept {
   struct stat named {};
   return ::fstat(file.Number(), &opened) == 0 && ::lstat(name.c_str(), &named) == 0 &&
          opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+}
+
+std::error_code ClaimNew(const FileDescriptor& created, const fs::path& name) {
+  if (Claim(created)) return StillNamed(created, name) ? Success() : SystemError(EBUSY);
+  if (errno == EWOULDBLOCK) return SystemError(EBUSY);
+  const std::error_code failure = LastSystemError();
+  ::unlink(name.c_str());
+  return failure;
 }
 
 std::error_code CopyContents(const FileDescriptor& from, const FileDescriptor& to,
@@ -67,8 +76,9 @@ std::error_code CopyFile(const fs::path& from, const fs::path& to, SystemFileOpe
   const FileDescriptor copy = CreateOnly(to, 0600);
   if (!copy) return LastSystemError();
   if (const std::error_code failure = CopyContents(source, copy, system)) return failure;
-  if (const std::error_code failure = system.SystemFileOperations::KeepOwnerAndMode(copy, from))
+  if (const std::error_code failure = system.SystemFileOperations::KeepOwnerAndMode(copy, from)) {
     return failure;
+  }
   return system.SystemFileOperations::Sync(copy);
 }
 
@@ -86,9 +96,9 @@ std::error_code SystemFileOperations::CreateTemporary(const fs::path& temporary,
     created = CreateOnly(temporary, mode);
   }
   if (!created) return errno == EEXIST ? SystemError(EBUSY) : LastSystemError();
-  if (!Claim(created) || !StillNamed(created, temporary)) return SystemError(EBUSY);
-  file = std::move(created);
-  return Success();
+  const std::error_code failure = ClaimNew(created, temporary);
+  if (!failure) file = std::move(created);
+  return failure;
 }
 
 std::error_code SystemFileOperations::KeepOwnerAndMode(const FileDescriptor& file, const fs::path& pattern) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <string_view>
 #include <utility>
 
 #include "embedded/plan_alignment.h"
@@ -9,18 +10,19 @@
 namespace krnqb::embedded {
 namespace {
 
-std::string CellOf(const PlanRow& row, std::size_t column) {
-  return column < row.size() ? row[column] : std::string();
+std::string_view CellOf(const PlanRow& row, std::size_t column) noexcept {
+  return column < row.size() ? std::string_view(row[column]) : std::string_view();
 }
 
 void CompareRow(const PlanRow& before, const PlanRow& after, const RowChange& place, TableChange& change) {
   for (std::size_t column = 0; column < std::max(before.size(), after.size()); ++column) {
-    CellChange cell{place.block,          place.row, place.name, column, CellOf(before, column),
-                    CellOf(after, column)};
+    const std::string_view earlier = CellOf(before, column);
+    const std::string_view later = CellOf(after, column);
     const bool there = column < before.size() && column < after.size();
-    if (there && cell.before == cell.after) continue;
-    const bool clears = there && IsFormula(cell.before) && cell.after == emptyCellText;
-    (clears ? change.cleared : change.changed).push_back(std::move(cell));
+    if (there && earlier == later) continue;
+    const bool clears = there && IsFormula(earlier) && later == emptyCellText;
+    (clears ? change.cleared : change.changed)
+        .push_back({place.block, place.row, place.name, column, std::string(earlier), std::string(later)});
   }
 }
 
@@ -29,12 +31,12 @@ void CompareBlock(const PlanBlock& before, const PlanBlock& after, const std::st
   std::size_t nextBefore = 0;
   const auto removeUpTo = [&](std::size_t end) {
     for (; nextBefore < end; ++nextBefore) {
-      change.removed.push_back({id, nextBefore, CellOf(before.rows[nextBefore], 0)});
+      change.removed.push_back({id, nextBefore, std::string(CellOf(before.rows[nextBefore], 0))});
     }
   };
   const std::vector<std::optional<std::size_t>> partners = MatchRows(before.rows, after.rows);
   for (std::size_t row = 0; row < after.rows.size(); ++row) {
-    RowChange place{id, row, CellOf(after.rows[row], 0)};
+    RowChange place{id, row, std::string(CellOf(after.rows[row], 0))};
     if (const std::optional<std::size_t>& partner = partners[row]) {
       removeUpTo(*partner);
       CompareRow(before.rows[*partner], after.rows[row], place, change);
@@ -66,15 +68,16 @@ void CountChanges(TableChange& change) {
 TableChange CompareTable(const PlanTableContent& before, const PlanTableContent& after) {
   TableChange change;
   change.id = before.id;
+  const PlanBlock absent;
   const auto blocksBefore = KeyedBlocks(before);
   std::map<BlockKey, const PlanBlock*> remaining(blocksBefore.begin(), blocksBefore.end());
   for (const auto& [key, block] : KeyedBlocks(after)) {
     const auto found = remaining.find(key);
-    CompareBlock(found == remaining.end() ? PlanBlock{} : *found->second, *block, key.first, change);
+    CompareBlock(found == remaining.end() ? absent : *found->second, *block, key.first, change);
     if (found != remaining.end()) remaining.erase(found);
   }
   for (const auto& [key, block] : blocksBefore) {
-    if (remaining.contains(key)) CompareBlock(*block, {}, key.first, change);
+    if (remaining.contains(key)) CompareBlock(*block, absent, key.first, change);
   }
   CountChanges(change);
   return change;
@@ -92,7 +95,7 @@ std::vector<TableChange> CompareTables(const PlanContent& before, const PlanCont
   std::vector<TableChange> changes;
   for (const PlanTableContent& table : before) {
     const PlanTableContent* later = TableOf(after, table.id);
-    changes.push_back(CompareTable(table, later == nullptr ? PlanTableContent{table.id, {}} : *later));
+    changes.push_back(later == nullptr ? CompareTable(table, {table.id, {}}) : CompareTable(table, *later));
   }
   for (const PlanTableContent& table : after) {
     if (TableOf(before, table.id) == nullptr) changes.push_back(CompareTable({table.id, {}}, table));

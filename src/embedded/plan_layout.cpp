@@ -62,7 +62,7 @@ void AppendCell(std::string& text, std::string_view cell) {
 
 std::string RowText(const Block& block, std::size_t index, std::size_t startRow) {
   const bool closes = index + 1 == block.rows.size();
-  std::string text = "            <row>";
+  std::string text = "          <row>";
   AppendCell(text, block.rows[index]);
   for (std::size_t rate = 0; rate < block.columns.rates; ++rate) AppendCell(text, closes ? emptyCell : "0");
   for (std::size_t amount = 0; amount < block.columns.amounts; ++amount) {
