@@ -5,6 +5,7 @@
 #include "import/deserialize.h"
 #include "import/growth.h"
 #include "import/past_performance.h"
+#include "import/progress.h"
 #include "import/quickbooks_lists.h"
 #include "import/report_reading.h"
 #include "plan/table_identifiers.h"
@@ -19,11 +20,8 @@ enum class Outcome { Imported, NothingToDo, Refused };
 // One run of `Go`. The options are read at each use, since an event handler may change them.
 class Import {
  public:
-  Import(ImportContext& importContext, const SessionState& session, ErrorPair& lastError)
-      : context(importContext),
-        options(importContext.state.options),
-        sessionState(session),
-        errorPair(lastError) {}
+  Import(ImportContext& importContext, ErrorPair& lastError)
+      : context(importContext), options(importContext.state.options), errorPair(lastError) {}
 
   // With a balances import the rebuilt account tables are loaded into the plan first, the host is told, and
   // everything is read once more, the plan now holding those tables.
@@ -71,10 +69,11 @@ class Import {
 
   void ImportBalances() {
     ReadAmounts();
-    if (options.includeExpenseAccounts) expenseTables = WriteExpenseGrowth(context.state, expenseTables);
+    if (options.includeExpenseAccounts)
+      expenseTables = WriteExpenseGrowth(context.state, expenseTables, context.observer);
     if (options.includeIncomeAccounts) {
-      incomeTables = WriteSalesGrowth(context.state, incomeTables);
-      incomeTables = WriteCostGrowth(context.state, incomeTables);
+      incomeTables = WriteSalesGrowth(context.state, incomeTables, context.observer);
+      incomeTables = WriteCostGrowth(context.state, incomeTables, context.observer);
     }
     const bool pastPerformanceKept = options.krnProduct == QBKRN_ALD || options.krnProduct == QBKRN_COR;
     if (pastPerformanceKept && options.includePastPerformance) {
@@ -83,8 +82,8 @@ class Import {
   }
 
   void ReadAmounts() {
-    if (sessionState.qbMajorVersion == 1) ReadTransactions();
-    if (sessionState.qbMajorVersion == 2) ReadReports();
+    if (context.session.MajorVersion() == 1) ReadTransactions();
+    if (context.session.MajorVersion() == 2) ReadReports();
   }
 
   void ReadTransactions() {
@@ -100,16 +99,17 @@ class Import {
     const DateRange range = FiscalYearRange(month, StartingYear(options.period));
     ImportState& state = context.state;
     if (options.includeIncomeAccounts) {
-      ParseProfitAndLossReport(Report(request_number::incomeByMonth, range), state.incomeSubtotals);
-      ParseProfitAndLossReport(Report(request_number::costByMonth, range), state.costSubtotals);
+      ReadReport(request_number::incomeByMonth, range, state.incomeSubtotals);
+      ReadReport(request_number::costByMonth, range, state.costSubtotals);
     }
     if (options.includeExpenseAccounts) {
-      ParseProfitAndLossReport(Report(request_number::expenseByMonth, range), state.expenseSubtotals);
+      ReadReport(request_number::expenseByMonth, range, state.expenseSubtotals);
     }
   }
 
-  XmlElement Report(std::int32_t requestNumber, const DateRange& range) {
-    return context.session.Ask(requestNumber, "ParseProfitAndLossReport", range.fromDate, range.toDate);
+  void ReadReport(std::int32_t requestNumber, const DateRange& range,
+                  std::optional<SubtotalCollection>& target) {
+    ParseProfitAndLossReport(context.session, requestNumber, range, target, context.observer);
   }
 
   // The month's property makes sure of a session before it answers.
@@ -123,11 +123,10 @@ class Import {
     if (options.includeIncomeAccounts) context.plan.Load(incomeTables);
   }
 
-  void Progress(std::int16_t percent) { context.events.ProgressBarChange(percent, "Processing..."); }
+  void Progress(std::int16_t percent) { context.events.ProgressBarChange(percent, processingText); }
 
   ImportContext& context;
   ImportOptions& options;
-  const SessionState& sessionState;
   ErrorPair& errorPair;
   std::string expenseTables;
   std::string incomeTables;
@@ -135,9 +134,9 @@ class Import {
 
 }  // namespace
 
-bool RunImport(ImportContext& context, const SessionState& sessionState, ErrorPair& errorPair) {
+bool RunImport(ImportContext& context, ErrorPair& errorPair) {
   try {
-    const Outcome outcome = Import(context, sessionState, errorPair).Run();
+    const Outcome outcome = Import(context, errorPair).Run();
     if (outcome == Outcome::Refused) return false;
     context.session.CloseSession();
     return true;

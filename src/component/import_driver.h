@@ -8,6 +8,6 @@ namespace krnqb {
 /// Runs one whole import. False, with the reason in the error pair, when QuickBooks cannot be used; otherwise
 /// true, also after an error that ended the import: that error is in the pair then, and `AfterImport` was not
 /// raised. The session is closed but for the results that are false.
-bool RunImport(ImportContext& context, const SessionState& sessionState, ErrorPair& errorPair);
+bool RunImport(ImportContext& context, ErrorPair& errorPair);
 
 }  // namespace krnqb

@@ -65,7 +65,7 @@ QBDataExchange::~QBDataExchange() {
 }
 
 bool QBDataExchange::Go() {
-  return RunImport(state->context, state->sessionState, state->errorPair);
+  return RunImport(state->context, state->errorPair);
 }
 
 Variant QBDataExchange::IsSDKVersionSupported(std::string_view sVersion) {

@@ -12,34 +12,49 @@ Place In(std::string operation) {
   return Place{.operation = std::move(operation), .request = {}, .fromDate = {}, .toDate = {}};
 }
 
-// The account record above a "ListID" element, climbing to the top level.
-XmlElement TopLevelRecord(const AccountList& list, XmlElement listIdElement) {
+}  // namespace
+
+const AccountList::RollUp& AccountList::RollUpOf(std::string_view listId) const {
+  if (lookUps == nullptr) lookUps = std::make_shared<LookUps>(answer);
+  const std::string id(listId);
+  if (const auto found = lookUps->rollUps.find(id); found != lookUps->rollUps.end()) return found->second;
+  RollUp rollUp;
+  // The failure is an outcome to keep here; who asks tells it.
+  try {
+    rollUp.name = Climb(id);
+  } catch (...) {
+    rollUp.failure = CaughtError();
+  }
+  return lookUps->rollUps.emplace(id, std::move(rollUp)).first->second;
+}
+
+std::string AccountList::Climb(const std::string& listId) const {
+  XmlElement listIdElement = FindListId(listId);
+  if (!listIdElement) return {};
   std::unordered_set<std::string> visited;
   for (;;) {
-    XmlElement account = listIdElement.Parent();
-    if (account.Child("Sublevel").Text() == "0") return account;
+    const XmlElement account = listIdElement.Parent();
+    if (account.Child("Sublevel").Text() == "0") return account.Child("Name").Text();
     const std::string parentId = account.Child("ParentRef").Child("ListID").Text();
-    if (!visited.insert(parentId).second)
+    if (!visited.insert(parentId).second) {
       throw Error(error_number::unspecified, "the account's parents run in a circle");
-    listIdElement = list.FindListId(parentId);
+    }
+    listIdElement = FindListId(parentId);
   }
 }
 
-}  // namespace
-
+// The first "ListID" element of the document with that text. No search path can hold a double quote, so such
+// an id fails as the path does.
 XmlElement AccountList::FindListId(const std::string& listId) const {
   if (listId.find('"') != std::string::npos) return answer.Select("//ListID[. = \"" + listId + "\"]");
-  if (index == nullptr) index = std::make_shared<const XmlTextIndex>(answer, "ListID");
-  return index->Find(listId);
+  return lookUps->index.Find(listId);
 }
 
-std::string TopLevelAccountName(const AccountList& list, const std::string& listId, Observer& observer) {
-  std::string name;
-  EndOnError(observer, In("TopLevelAccountName"), [&] {
-    const XmlElement found = list.FindListId(listId);
-    if (found) name = TopLevelRecord(list, found).Child("Name").Text();
-  });
-  return name;
+const std::string& TopLevelAccountName(const AccountList& list, std::string_view listId, Observer& observer) {
+  const AccountList::RollUp& rollUp = list.RollUpOf(listId);
+  if (rollUp.failure)
+    TellError(observer, NoticeKind::OperationEnded, In("TopLevelAccountName"), *rollUp.failure);
+  return rollUp.name;
 }
 
 std::optional<SubtotalCollection> TopLevelSubtotals(const AccountList& list, Observer& observer) {

@@ -3,7 +3,10 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 
+#include "krnqb/error.h"
 #include "krnqb/observer.h"
 #include "krnqb/subtotals.h"
 #include "krnqb/xml_element.h"
@@ -14,7 +17,7 @@ namespace krnqb {
 /// The three account lists of an import.
 enum class AccountGroup { Expense, Income, CostOfGoods };
 
-/// An answer that lists accounts, with an index of its "ListID" elements made when it is first needed.
+/// An answer that lists accounts, with what has been looked up in it: the list never changes.
 class AccountList {
  public:
   AccountList() = default;
@@ -24,19 +27,32 @@ class AccountList {
   const XmlElement& Element() const noexcept { return answer; }
   explicit operator bool() const noexcept { return static_cast<bool>(answer); }
 
-  /// The first "ListID" element of the document with that text, or none. Error -2147467259 when the id holds
-  /// a double quote, which no search path can hold.
-  XmlElement FindListId(const std::string& listId) const;
+  /// What a climb to the top level came to: the name, or the failure that ended it.
+  struct RollUp {
+    std::string name;
+    std::optional<Error> failure;
+  };
+  /// Climbs from an account to its top-level account; climbed once per account, since the list never changes.
+  const RollUp& RollUpOf(std::string_view listId) const;
 
  private:
+  struct LookUps {
+    explicit LookUps(const XmlElement& answer) : index(answer, "ListID") {}
+    XmlTextIndex index;
+    std::unordered_map<std::string, RollUp> rollUps;
+  };
+
+  XmlElement FindListId(const std::string& listId) const;
+  std::string Climb(const std::string& listId) const;
+
   XmlElement answer;
-  mutable std::shared_ptr<const XmlTextIndex> index;
+  mutable std::shared_ptr<LookUps> lookUps;
 };
 
 /// The name of the top-level account that an account belongs to: itself or, climbing by "ParentRef", its
 /// ancestor whose "Sublevel" is "0". Empty when the list does not hold the account. Also empty, and told to
 /// the observer, when the climb fails or runs in a circle.
-std::string TopLevelAccountName(const AccountList& list, const std::string& listId, Observer& observer);
+const std::string& TopLevelAccountName(const AccountList& list, std::string_view listId, Observer& observer);
 
 /// One record of zeros per top-level account of a list, keyed by its name, in the order of the list. Nothing,
 /// told to the observer, when there is no list or two accounts have the same name.

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "import/account_list.h"
+#include "import/item_list.h"
 #include "krnqb/enumerations.h"
 #include "krnqb/subtotals.h"
 #include "krnqb/xml_element.h"
@@ -32,7 +33,7 @@ struct ImportState {
   AccountList expenseAccounts;
   AccountList incomeAccounts;
   AccountList costAccounts;
-  XmlElement itemListDocument;
+  ItemList itemListDocument;
   std::optional<SubtotalCollection> expenseSubtotals;
   std::optional<SubtotalCollection> incomeSubtotals;
   std::optional<SubtotalCollection> costSubtotals;

@@ -29,7 +29,7 @@ void LoadQuickBooksLists(ImportContext& context) {
     state.costSubtotals = TopLevelSubtotals(state.costAccounts, context.observer);
   }
   if (options.balancesImport != BalImport_None) {
-    state.itemListDocument = context.session.Ask(request_number::items, operation);
+    state.itemListDocument = ItemList(context.session.Ask(request_number::items, operation));
   }
 }
 

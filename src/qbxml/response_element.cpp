@@ -10,16 +10,6 @@ XmlElement Named(XmlElement element, std::string_view expectedName) {
   return expectedName.empty() || element.Name() == expectedName ? std::move(element) : XmlElement();
 }
 
-void TellStatus(const XmlElement& answer, Observer& observer, const Place& place) {
-  const std::optional<std::string> code = answer.Attribute("statusCode");
-  if (!code || *code == "0" || *code == "1") return;
-  observer.Notify(Notice{.kind = NoticeKind::AnswerStatus,
-                         .place = place,
-                         .number = static_cast<std::int32_t>(LeadingNumber(*code)),
-                         .severity = answer.Attribute("statusSeverity").value_or(""),
-                         .description = answer.Attribute("statusMessage").value_or("")});
-}
-
 }  // namespace
 
 XmlElement ResponseElement(const Variant& data, std::string_view expectedName) noexcept {
@@ -36,21 +26,35 @@ XmlElement ResponseElement(const Variant& data, std::string_view expectedName) n
 XmlElement AnswerElement(const Variant& answer, Observer& observer, const Place& place) {
   XmlElement root = ResponseElement(answer, {});
   if (!root) {
-    if (const std::string* text = answer.AsText()) {
-      const auto fault = ParseXmlText(*text).fault;
-      observer.Notify(Notice{.kind = NoticeKind::AnswerUnreadable,
-                             .place = place,
-                             .number = 0,
-                             .severity = {},
-                             .description = fault ? fault->message : std::string()});
-    }
+    const std::string* text = answer.AsText();
+    if (text != nullptr) TellUnreadable(ParseXmlText(*text).fault.value_or(XmlFault()), observer, place);
     return root;
   }
   for (XmlElement set = root.FirstChild(); set; set = set.NextSibling()) {
-    for (XmlElement child = set.FirstChild(); child; child = child.NextSibling())
-      TellStatus(child, observer, place);
+    for (XmlElement child = set.FirstChild(); child; child = child.NextSibling()) {
+      TellStatus([&](std::string_view name) { return child.Attribute(name); }, observer, place);
+    }
   }
   return root;
+}
+
+void TellStatus(const std::function<std::optional<std::string>(std::string_view)>& attribute,
+                Observer& observer, const Place& place) {
+  const std::optional<std::string> code = attribute("statusCode");
+  if (!code || *code == "0" || *code == "1") return;
+  observer.Notify(Notice{.kind = NoticeKind::AnswerStatus,
+                         .place = place,
+                         .number = static_cast<std::int32_t>(LeadingNumber(*code)),
+                         .severity = attribute("statusSeverity").value_or(""),
+                         .description = attribute("statusMessage").value_or("")});
+}
+
+void TellUnreadable(const XmlFault& fault, Observer& observer, const Place& place) {
+  observer.Notify(Notice{.kind = NoticeKind::AnswerUnreadable,
+                         .place = place,
+                         .number = 0,
+                         .severity = {},
+                         .description = fault.message});
 }
 
 }  // namespace krnqb

@@ -59,6 +59,9 @@ class Session {
   /// empty, with the error pair set, when qbXML 1.1 is not supported.
   std::string QBCompany();
 
+  /// The processor's major version as it was last read or set.
+  std::int16_t MajorVersion() const noexcept { return state.qbMajorVersion; }
+
  private:
   void OpenSession();
   bool CheckCompany();

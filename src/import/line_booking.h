@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string_view>
+
+#include "import/account_list.h"
+#include "import/import_context.h"
+#include "import/transaction_line.h"
+#include "import/transaction_query.h"
+
+namespace krnqb {
+
+/// Books the amounts of one query's lines: what `ReadExpenseTransactions` and `ReadSalesTransactions` share.
+class LineBooking {
+ public:
+  /// Both outlive the booking.
+  LineBooking(ImportContext& importContext, const TransactionQuery& transactionQuery,
+              std::string_view operationName)
+      : context(importContext),
+        query(transactionQuery),
+        place(transactionQuery.At(std::string(operationName))) {}
+
+  /// The line's amount; 0, told to the observer, when it has none that is a number.
+  double AmountOf(const TransactionLine& line);
+
+  /// Adds an amount to the month of the top-level account above an account. False when the group's list does
+  /// not hold the account; a missing subtotal or a sum out of range is told to the observer.
+  bool AddTo(AccountGroup group, std::string_view accountId, double amount, const TransactionLine& line);
+
+  void TellSkipped(const TransactionLine& line, SkipReason reason, std::string_view account);
+
+  const std::string& TopLevelName(AccountGroup group, std::string_view accountId) const;
+
+  ImportContext& context;
+  const TransactionQuery& query;
+  const Place place;
+};
+
+/// The list and the subtotals of an account group.
+const AccountList& AccountsOf(const ImportState& state, AccountGroup group);
+std::optional<SubtotalCollection>& SubtotalsOf(ImportState& state, AccountGroup group);
+
+}  // namespace krnqb

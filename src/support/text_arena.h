@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace krnqb {
+
+/// Keeps many short texts in a few large pieces of memory. The views that it gives stay valid while it lives,
+/// also when it is moved.
+class TextArena {
+ public:
+  std::string_view Keep(std::string_view text);
+
+ private:
+  std::vector<std::unique_ptr<char[]>> pieces;
+  std::size_t used = 0;
+  std::size_t capacity = 0;
+};
+
+}  // namespace krnqb
