@@ -92,6 +92,41 @@ inline std::string AsksAllLists() {
   return Asks("4") + Asks("1") + Asks("2") + Asks("50");
 }
 
+/// A pass over the twelve months of a year, with the requests that it sends for each.
+inline std::string ReadsMonths(int year, const std::string& progressText,
+                               std::initializer_list<std::string> requests) {
+  static constexpr int percents[] = {8, 17, 25, 33, 42, 50, 58, 67, 75, 83, 92, 100};
+  static constexpr int lastDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  std::string text;
+  for (int month = 1; month <= 12; ++month) {
+    const int lastDay = lastDays[month - 1] + (month == 2 && year % 4 == 0 ? 1 : 0);
+    const std::string monthText = std::to_string(year) + (month < 10 ? "-0" : "-") + std::to_string(month);
+    const std::string dates = monthText + "-01 " + monthText + "-" + std::to_string(lastDay);
+    text += "ProgressBarChange " + std::to_string(percents[month - 1]) + " " + progressText + "\n";
+    for (const std::string& request : requests) text += Asks(request + " " + dates);
+  }
+  return text;
+}
+
+inline std::string ReadsExpenses(int year) {
+  return ReadsMonths(year, "Importing expense balances...", {"10", "11", "12"});
+}
+inline std::string ReadsIncome(int year) {
+  return ReadsMonths(year, "Importing income balances...", {"20", "21"});
+}
+
+/// The transactions of 2002, for a plan that begins in January 2003.
+inline std::string ReadsTransactions() {
+  return FindsSession() + ReadsExpenses(2002) + FindsSession() + ReadsIncome(2002);
+}
+
+/// The past-performance table of a plan that begins in January 2003 and a company without cost accounts: the
+/// first period alone is read, with the expenses of the import's own year, and one cell is written.
+inline std::string WritesFirstPastPeriod() {
+  return ReadsTable("20..0800") + Asks("60") + ReadsExpenses(2002) + ReadsIncome(2000) +
+         LoadsTables("20..0800");
+}
+
 inline std::string EndsImport() {
   return Lines({"AfterImport", "processor released"});
 }

@@ -22,6 +22,8 @@ std::string LoadsMarginTables() {
 
 TEST(GoForCor, ImportsLikeTheFirstProductWithPastPerformance) {
   TestHost host;
+  host.component.KRNStartingMonth(1);
+  host.component.KRNStartingYear(2003);
   host.component.KRNProduct(QBKRN_COR);
   host.component.IncludeExpenseAccounts(true);
   host.component.IncludePastPerformance(true);
@@ -29,15 +31,16 @@ TEST(GoForCor, ImportsLikeTheFirstProductWithPastPerformance) {
   EXPECT_TRUE(host.component.Go());
   const std::string pass =
       Sequence({expected::AsksAllLists(), Progress(80), expected::ReadsExpenseTables(), Progress(100)});
-  EXPECT_EQ(host.journal->Text(),
-            Sequence({expected::BeginsFirstPass(), pass, expected::LoadsExpenseTables(), "XMLprocessing\n",
-                      expected::BeginsPassInOpenSession(), pass, FindsSession(), FindsSession(),
-                      expected::ReadsTable("20..0800"), expected::LoadsTables("20..0800"),
-                      expected::LoadsExpenseTables(), expected::EndsImport()}));
+  EXPECT_EQ(host.journal->Text(), Sequence({expected::BeginsFirstPass(), pass, expected::LoadsExpenseTables(),
+                                            "XMLprocessing\n", expected::BeginsPassInOpenSession(), pass,
+                                            expected::ReadsTransactions(), expected::WritesFirstPastPeriod(),
+                                            expected::LoadsExpenseTables(), expected::EndsImport()}));
 }
 
 TEST(GoForBri, WritesTheContributionMarginAndNeverPastPerformance) {
   TestHost host;
+  host.component.KRNStartingMonth(1);
+  host.component.KRNStartingYear(2003);
   host.component.KRNProduct(QBKRN_BRI);
   host.component.SelectedExpenses(
       Variant(XmlElement::Parse(fakes::SelectionText({{"E-1", "True"}, {"E-2", "False"}}))));
@@ -49,7 +52,7 @@ TEST(GoForBri, WritesTheContributionMarginAndNeverPastPerformance) {
       Sequence({expected::AsksAllLists(), Progress(80), ReadsMarginTables(), Progress(100)});
   EXPECT_EQ(host.journal->Text(),
             Sequence({expected::BeginsFirstPass(), pass, LoadsMarginTables(), "XMLprocessing\n",
-                      expected::BeginsPassInOpenSession(), pass, FindsSession(), FindsSession(),
+                      expected::BeginsPassInOpenSession(), pass, expected::ReadsTransactions(),
                       LoadsMarginTables(), expected::EndsImport()}));
   const std::string margin = host.planContent->tables[fakes::TableId("20", "2000")];
   EXPECT_TRUE(fakes::Holds(margin, "<c>Rent</c>"));
@@ -102,16 +105,19 @@ TEST(GoForBri, ReadsWhatTheHostChangedInTheSelectionThatItHoldsItself) {
 TEST(GoForAnotherProduct, LoadsADocumentWithoutTablesForTheExpenses) {
   for (const std::int32_t product : {0, 4}) {
     TestHost host;
+    host.component.KRNStartingMonth(1);
+    host.component.KRNStartingYear(2003);
     host.component.KRNProduct(static_cast<QBKRNproduct>(product));
     host.component.IncludeExpenseAccounts(true);
     host.component.IncludePastPerformance(true);
     host.component.BalancesImport(BalImport_All);
     EXPECT_TRUE(host.component.Go());
     const std::string pass = Sequence({expected::AsksAllLists(), Progress(80), Progress(100)});
-    EXPECT_EQ(host.journal->Text(),
-              Sequence({expected::BeginsFirstPass(), pass, expected::LoadsTables("no table"),
-                        "XMLprocessing\n", expected::BeginsPassInOpenSession(), pass, FindsSession(),
-                        FindsSession(), expected::LoadsTables("no table"), expected::EndsImport()}));
+    EXPECT_EQ(
+        host.journal->Text(),
+        Sequence({expected::BeginsFirstPass(), pass, expected::LoadsTables("no table"), "XMLprocessing\n",
+                  expected::BeginsPassInOpenSession(), pass, expected::ReadsTransactions(),
+                  expected::LoadsTables("no table"), expected::EndsImport()}));
     ASSERT_EQ(host.planContent->loaded.size(), 2U);
     EXPECT_EQ(host.planContent->loaded[0], "<tables>\r\n\r\n</tables>");
   }

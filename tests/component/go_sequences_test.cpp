@@ -111,6 +111,8 @@ TEST(Go, WithPastPerformanceAloneAndWithoutBalancesReadsTheListAndChangesNothing
 TEST(Go, ImportsExpenseAccountsWithBalancesInTwoPasses) {
   for (const QBKRN_BalancesImport balances : allBalances) {
     TestHost host;
+    host.component.KRNStartingMonth(1);
+    host.component.KRNStartingYear(2003);
     host.component.IncludeExpenseAccounts(true);
     host.component.BalancesImport(balances);
     EXPECT_TRUE(host.component.Go());
@@ -118,7 +120,7 @@ TEST(Go, ImportsExpenseAccountsWithBalancesInTwoPasses) {
         Sequence({Asks("4"), Asks("50"), Progress(80), expected::ReadsExpenseTables(), Progress(100)});
     EXPECT_EQ(host.journal->Text(),
               Sequence({expected::BeginsFirstPass(), pass, expected::LoadsExpenseTables(), "XMLprocessing\n",
-                        expected::BeginsPassInOpenSession(), pass, FindsSession(), FindsSession(),
+                        expected::BeginsPassInOpenSession(), pass, expected::ReadsTransactions(),
                         expected::LoadsExpenseTables(), expected::EndsImport()}));
   }
 }
@@ -126,6 +128,8 @@ TEST(Go, ImportsExpenseAccountsWithBalancesInTwoPasses) {
 TEST(Go, ImportsIncomeAccountsWithBalancesInTwoPassesAndLoadsThemFourTimes) {
   for (const QBKRN_BalancesImport balances : allBalances) {
     TestHost host;
+    host.component.KRNStartingMonth(1);
+    host.component.KRNStartingYear(2003);
     host.component.IncludeIncomeAccounts(true);
     host.component.BalancesImport(balances);
     EXPECT_TRUE(host.component.Go());
@@ -134,7 +138,7 @@ TEST(Go, ImportsIncomeAccountsWithBalancesInTwoPassesAndLoadsThemFourTimes) {
                   expected::LoadsSalesTables(), expected::ReadsSalesTables()});
     EXPECT_EQ(host.journal->Text(),
               Sequence({expected::BeginsFirstPass(), pass, expected::LoadsSalesTables(), "XMLprocessing\n",
-                        expected::BeginsPassInOpenSession(), pass, FindsSession(), FindsSession(),
+                        expected::BeginsPassInOpenSession(), pass, expected::ReadsTransactions(),
                         expected::LoadsSalesTables(), expected::EndsImport()}));
     EXPECT_EQ(host.planContent->loaded.size(), 4U);
   }
@@ -142,6 +146,8 @@ TEST(Go, ImportsIncomeAccountsWithBalancesInTwoPassesAndLoadsThemFourTimes) {
 
 TEST(Go, ImportsBothGroupsWithBalancesInTwoPasses) {
   TestHost host;
+  host.component.KRNStartingMonth(1);
+  host.component.KRNStartingYear(2003);
   host.component.IncludeExpenseAccounts(true);
   host.component.IncludeIncomeAccounts(true);
   host.component.BalancesImport(BalImport_All);
@@ -151,35 +157,37 @@ TEST(Go, ImportsBothGroupsWithBalancesInTwoPasses) {
                 expected::ReadsSalesTables(), expected::LoadsSalesTables(), expected::ReadsSalesTables()});
   const std::string loads = expected::LoadsExpenseTables() + expected::LoadsSalesTables();
   EXPECT_EQ(host.journal->Text(), Sequence({expected::BeginsFirstPass(), pass, loads, "XMLprocessing\n",
-                                            expected::BeginsPassInOpenSession(), pass, FindsSession(),
-                                            FindsSession(), loads, expected::EndsImport()}));
+                                            expected::BeginsPassInOpenSession(), pass,
+                                            expected::ReadsTransactions(), loads, expected::EndsImport()}));
 }
 
 TEST(Go, WithPastPerformanceAndBalancesRewritesItsTableInTheSecondPass) {
   TestHost host;
+  host.component.KRNStartingMonth(1);
+  host.component.KRNStartingYear(2003);
   host.component.IncludeExpenseAccounts(true);
   host.component.IncludePastPerformance(true);
   host.component.BalancesImport(BalImport_Actual);
   EXPECT_TRUE(host.component.Go());
   const std::string pass =
       Sequence({expected::AsksAllLists(), Progress(80), expected::ReadsExpenseTables(), Progress(100)});
-  EXPECT_EQ(host.journal->Text(),
-            Sequence({expected::BeginsFirstPass(), pass, expected::LoadsExpenseTables(), "XMLprocessing\n",
-                      expected::BeginsPassInOpenSession(), pass, FindsSession(), FindsSession(),
-                      expected::ReadsTable("20..0800"), expected::LoadsTables("20..0800"),
-                      expected::LoadsExpenseTables(), expected::EndsImport()}));
+  EXPECT_EQ(host.journal->Text(), Sequence({expected::BeginsFirstPass(), pass, expected::LoadsExpenseTables(),
+                                            "XMLprocessing\n", expected::BeginsPassInOpenSession(), pass,
+                                            expected::ReadsTransactions(), expected::WritesFirstPastPeriod(),
+                                            expected::LoadsExpenseTables(), expected::EndsImport()}));
 }
 
-TEST(Go, WithPastPerformanceAloneAndBalancesReadsNoPeriod) {
+TEST(Go, WithPastPerformanceAloneAndBalancesReadsThePastPeriodsAlone) {
   TestHost host;
+  host.component.KRNStartingMonth(1);
+  host.component.KRNStartingYear(2003);
   host.component.IncludePastPerformance(true);
   host.component.BalancesImport(BalImport_All);
   EXPECT_TRUE(host.component.Go());
   const std::string pass = Sequence({Asks("1"), Asks("2"), Asks("50"), Progress(80), Progress(100)});
-  EXPECT_EQ(host.journal->Text(),
-            Sequence({expected::BeginsFirstPass(), pass, "XMLprocessing\n",
-                      expected::BeginsPassInOpenSession(), pass, expected::ReadsTable("20..0800"),
-                      expected::LoadsTables("20..0800"), expected::EndsImport()}));
+  EXPECT_EQ(host.journal->Text(), Sequence({expected::BeginsFirstPass(), pass, "XMLprocessing\n",
+                                            expected::BeginsPassInOpenSession(), pass,
+                                            expected::WritesFirstPastPeriod(), expected::EndsImport()}));
 }
 
 TEST(Go, OpensTheCompanyThatTheHostNamed) {
@@ -238,6 +246,8 @@ TEST(Go, WithoutBalancesWritesTheCostAccountsOfAnEarlierImportAgain) {
 
 TEST(Go, LoadsAnEmptyTextForAListThatDoesNotParse) {
   TestHost host;
+  host.component.KRNStartingMonth(1);
+  host.component.KRNStartingYear(2003);
   host.component.IncludeExpenseAccounts(true);
   host.component.BalancesImport(BalImport_Actual);
   host.quickBooks->answers["4"] = "no XML";
@@ -245,13 +255,15 @@ TEST(Go, LoadsAnEmptyTextForAListThatDoesNotParse) {
   const std::string pass = Sequence({Asks("4"), Asks("50"), Progress(80), Progress(100)});
   EXPECT_EQ(host.journal->Text(),
             Sequence({expected::BeginsFirstPass(), pass, expected::LoadsTables("nothing"), "XMLprocessing\n",
-                      expected::BeginsPassInOpenSession(), pass, FindsSession(), FindsSession(),
+                      expected::BeginsPassInOpenSession(), pass, expected::ReadsTransactions(),
                       expected::LoadsTables("nothing"), expected::EndsImport()}));
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
 TEST(Go, LoadsTheSalesTablesOnWhenTheCostListDoesNotParse) {
   TestHost host;
+  host.component.KRNStartingMonth(1);
+  host.component.KRNStartingYear(2003);
   host.component.IncludeIncomeAccounts(true);
   host.component.BalancesImport(BalImport_Actual);
   host.quickBooks->answers["2"] = "no XML";
@@ -260,7 +272,7 @@ TEST(Go, LoadsTheSalesTablesOnWhenTheCostListDoesNotParse) {
                                      expected::ReadsSalesTables(), expected::LoadsSalesTables()});
   EXPECT_EQ(host.journal->Text(),
             Sequence({expected::BeginsFirstPass(), pass, expected::LoadsSalesTables(), "XMLprocessing\n",
-                      expected::BeginsPassInOpenSession(), pass, FindsSession(), FindsSession(),
+                      expected::BeginsPassInOpenSession(), pass, expected::ReadsTransactions(),
                       expected::LoadsSalesTables(), expected::EndsImport()}));
 }
 

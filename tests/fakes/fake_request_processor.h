@@ -56,8 +56,10 @@ class FakeRequestProcessor : public RequestProcessor {
   std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
     quickBooks->requests.emplace_back(request);
     const std::string number = RequestNumber(request);
-    const std::string from = TextBetween(request, "<FromReportDate>", "</FromReportDate>");
-    const std::string to = TextBetween(request, "<ToReportDate>", "</ToReportDate>");
+    const std::string from = TextBetween(request, "<FromReportDate>", "</FromReportDate>") +
+                             TextBetween(request, "<FromTxnDate>", "</FromTxnDate>");
+    const std::string to = TextBetween(request, "<ToReportDate>", "</ToReportDate>") +
+                           TextBetween(request, "<ToTxnDate>", "</ToTxnDate>");
     journal->Record("ProcessRequest " + number + (from.empty() ? "" : " " + from + " " + to) +
                     Stranger(ticket));
     RequireSession();
