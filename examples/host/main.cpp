@@ -1,0 +1,76 @@
+// A planning program in small: it has a plan, offers QuickBooks, and imports the shop's accounts into the
+// plan.
+
+#include <krnqb/qb_data_exchange.h>
+
+#include <iostream>
+#include <memory>
+
+#include "canned_quickbooks.h"
+#include "memory_plan.h"
+
+namespace {
+
+constexpr std::string_view plannedExpenses = "20000000000000000000000000000600";
+constexpr std::string_view actualExpenses = "21000000000000000000000000000600";
+
+class PrintingSink : public krnqb::EventSink {
+ public:
+  void XMLprocessing(krnqb::Variant& /*oXML*/) override { std::cout << "second pass\n"; }
+  void TableModified(std::string_view /*sTableID*/) override {}
+  void AfterImport() override { std::cout << "import finished\n"; }
+  void ProgressBarChange(std::int16_t PercentValue, std::string_view Description) override {
+    std::cout << PercentValue << " % " << Description << "\n";
+  }
+};
+
+std::shared_ptr<MemoryPlan> NewPlan() {
+  auto plan = std::make_shared<MemoryPlan>();
+  plan->AddTable(plannedExpenses, R"(<tableitem id="20000000000000000000000000000600"><tableblocks>
+<block id="db_income_range_cat3" startrow="5">
+<row><c>Rent</c><c>0</c><c>800</c><c>800</c></row>
+<row><c>Depreciation</c><c>0</c><c>0</c><c>0</c></row>
+<row><c>Total</c><c>*null*</c><c>=SUM(C5:C6)</c><c>=SUM(D5:D6)</c></row>
+</block></tableblocks></tableitem>)");
+  plan->AddTable(actualExpenses, R"(<tableitem id="21000000000000000000000000000600"><tableblocks>
+<block id="db_income_range_cat3_actual" startrow="5">
+<row><c>Rent</c><c>0</c><c>0</c></row>
+<row><c>Depreciation</c><c>0</c><c>0</c></row>
+<row><c>Total</c><c>=SUM(B5:B6)</c><c>=SUM(C5:C6)</c></row>
+</block></tableblocks></tableitem>)");
+  return plan;
+}
+
+void PrintExpenseRows(const MemoryPlan& plan) {
+  for (const std::string& name : plan.RowNames(plannedExpenses, "db_income_range_cat3")) {
+    std::cout << "  " << name << "\n";
+  }
+}
+
+}  // namespace
+
+int main() {
+  const auto plan = NewPlan();
+  std::cout << "expense rows before the import\n";
+  PrintExpenseRows(*plan);
+
+  krnqb::OutsideWorld world;
+  world.processors = std::make_shared<CannedQuickBooks>();
+  world.sinks.push_back(std::make_shared<PrintingSink>());
+  krnqb::QBDataExchange exchange(world);
+  exchange.KRNPlanData(plan);
+  exchange.KRNProduct(krnqb::QBKRN_ALD);
+  exchange.KRNStartingMonth(4);
+  exchange.KRNStartingYear(2003);
+  exchange.IncludeExpenseAccounts(true);
+  exchange.BalancesImport(krnqb::BalImport_None);
+
+  if (!exchange.Go() || exchange.ErrorNumber() != 0) {
+    std::cout << "import failed: " << exchange.ErrorDescription() << "\n";
+    return 1;
+  }
+  std::cout << "the fiscal year begins in month " << exchange.QBStartingMonth() << "\n";
+  std::cout << "expense rows after the import\n";
+  PrintExpenseRows(*plan);
+  return 0;
+}

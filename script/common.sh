@@ -1,0 +1,15 @@
+# shellcheck shell=bash
+# Sourced by the scripts beside it: goes to the top of the tree and says how a preset is built.
+cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit
+
+# Headline TEXT: one line that tells the person what comes next.
+Headline() { printf '\n== %s\n' "$*"; }
+
+# Build PRESET [TARGET...]: configures and builds, everything when no target is named.
+Build() {
+  local preset=$1
+  shift
+  if command -v ccache >/dev/null; then export CMAKE_CXX_COMPILER_LAUNCHER=ccache; fi
+  cmake --preset "$preset" >/dev/null
+  cmake --build --preset "$preset" ${1+--target "$@"}
+}

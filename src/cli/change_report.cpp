@@ -1,0 +1,83 @@
+#include "cli/change_report.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "cli/text_table.h"
+#include "embedded/plan_characters.h"
+#include "embedded/plan_content.h"
+#include "embedded/plan_headings.h"
+
+namespace krnqb::cli {
+namespace {
+
+constexpr std::size_t lineWidth = 79;
+
+bool AnyRemoved(const std::vector<embedded::TableChange>& tables) {
+  return std::any_of(tables.begin(), tables.end(), [](const auto& table) { return table.rowsRemoved > 0; });
+}
+
+std::string CountTable(const std::vector<embedded::TableChange>& tables) {
+  const bool removals = AnyRemoved(tables);
+  TextTable counts({Alignment::Left, Alignment::Right, Alignment::Right, Alignment::Right, Alignment::Right});
+  std::vector<std::string> headings{"Plan table", "Rows added", "Cells changed", "Formulas cleared"};
+  if (removals) headings.emplace_back("Rows removed");
+  counts.AddRow(std::move(headings));
+  for (const embedded::TableChange& table : tables) {
+    if (!table.Any()) continue;
+    std::vector<std::string> row{embedded::TableTitle(table.id), fmt::format("{}", table.rowsAdded),
+                                 fmt::format("{}", table.cellsChanged),
+                                 fmt::format("{}", table.formulasCleared)};
+    if (removals) row.push_back(fmt::format("{}", table.rowsRemoved));
+    counts.AddRow(std::move(row));
+  }
+  return counts.Text();
+}
+
+// Names separated by commas, the lines after the first indented.
+std::string Wrapped(std::string_view lead, const std::vector<std::string>& names) {
+  constexpr std::string_view indent = "    ";
+  std::string text;
+  std::string line(lead);
+  for (std::size_t index = 0; index < names.size(); ++index) {
+    const std::string word = names[index] + (index + 1 < names.size() ? "," : "");
+    const bool fits = embedded::CharacterCount(line) + 1 + embedded::CharacterCount(word) <= lineWidth;
+    if (!fits) {
+      text += line + '\n';
+      line = std::string(indent) + word;
+    } else {
+      line += ' ' + word;
+    }
+  }
+  return text + line + '\n';
+}
+
+std::string NewRowNames(const embedded::TableChange& table) {
+  std::vector<std::string> names;
+  for (const embedded::RowChange& row : table.added) {
+    if (!row.name.empty() && row.name != embedded::emptyCellText) names.push_back(OneLine(row.name));
+  }
+  if (names.empty()) return {};
+  return Wrapped(fmt::format("  {}:", embedded::TableTitle(table.id)), names);
+}
+
+}  // namespace
+
+bool AnyChange(const std::vector<embedded::TableChange>& tables) {
+  return std::any_of(tables.begin(), tables.end(), [](const auto& table) { return table.Any(); });
+}
+
+std::string ChangeReport(const std::vector<embedded::TableChange>& tables) {
+  if (!AnyChange(tables)) return "Nothing in the plan changes.\n";
+  std::string report = CountTable(tables);
+  std::string names;
+  for (const embedded::TableChange& table : tables) names += NewRowNames(table);
+  if (!names.empty()) report += "New rows, by name:\n" + names;
+  const bool cleared =
+      std::any_of(tables.begin(), tables.end(), [](const auto& table) { return table.formulasCleared > 0; });
+  if (cleared) report += "The cleared formulas are computed anew by the planning program.\n";
+  return report;
+}
+
+}  // namespace krnqb::cli

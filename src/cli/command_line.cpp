@@ -1,0 +1,250 @@
+#include "cli/command_line.h"
+
+#include <fmt/format.h>
+
+#include <functional>
+#include <memory>
+#include <utility>
+
+#include "cli/command_options.h"
+#include "cli/failure.h"
+#include "cli/help_texts.h"
+#include "cli/nearest_names.h"
+#include "cli/option_values.h"
+#include "cli/version.h"
+
+namespace krnqb::cli {
+namespace {
+
+constexpr std::string_view whatToImport = "What to import";
+constexpr std::string_view howToImport = "How";
+constexpr std::string_view files = "Files";
+constexpr std::string_view periods = "Product and periods";
+constexpr std::string_view output = "Output";
+
+void AddImport(Options options, ImportOptions& import) {
+  options.Group(whatToImport);
+  options.Flag("--expenses", import.expenses, "Expense accounts");
+  options.Flag("--income", import.income, "Income accounts; with amounts, cost-of-goods accounts too");
+  options.Flag("--past-performance", import.pastPerformance, "Past performance (products ald and cor)");
+  options.Parsed("--balances", "CHOICE", import.balances, ParseBalances,
+                 "Monthly amounts: none, planned, actual or all [none]");
+  options.Group(files);
+  options.Text("--company", "FILE", import.companyFile, "Company file to read (not needed with --replay)");
+  options.Text("--plan", "FILE", import.planFile, "Plan file to import into")->required();
+  options.Text("--record", "FILE", import.recordFile, "Write all requests and answers to FILE as JSON lines");
+  options.Text("--replay", "FILE", import.replayFile,
+               "Take the answers from such a file instead of a company");
+  options.Group(periods);
+  options.Parsed("--product", "P", import.product, ParseProduct, "ald, bri or cor [the plan's own]");
+  options.Parsed("--plan-start", "YYYY-MM", import.planStart, ParseYearMonth,
+                 "First month of the plan [the plan's own]");
+  options.Parsed("--import-start", "YYYY-MM", import.importStart, ParseYearMonth,
+                 "First of the 12 months to import [a year before the plan]");
+  options.Parsed("--fiscal-month", "MONTH", import.fiscalMonth, ParseMonth,
+                 "First month of fiscal year, 1 to 12 or English name [the company's]");
+  options.Group(howToImport);
+  options.Parsed("--growth-income", "N", import.growthIncome, ParsePercent,
+                 "Growth of sales, percent a year [0]");
+  options.Parsed("--growth-cogs", "N", import.growthCogs, ParsePercent,
+                 "Growth of costs of goods, percent a year [0]");
+  options.Parsed("--growth-expenses", "N", import.growthExpenses, ParsePercent,
+                 "Growth of expenses, percent a year [0]");
+  options.Texts("--select-expense", "NAME", import.selectedExpenses,
+                "Take this expense account too (product bri; may be repeated)");
+  options.Flag("--select-all-expenses", import.selectAllExpenses, "Take all expense accounts (product bri)");
+  options.Flag("--accept-incomplete", import.acceptIncomplete,
+               "Write the plan even if not everything could be read (exit status 3)");
+  options.Flag("--dry-run", import.dryRun, "Show what would change and write nothing");
+  options.Group(output);
+  options.Flag("--json", import.json, "Print one JSON object and nothing else");
+  options.Flag("--quiet", import.quiet, "Print nothing but warnings and errors");
+}
+
+AccountList ParseAccountList(std::string_view /*option*/, std::string_view text) {
+  if (text == "income") return AccountList::Income;
+  if (text == "expense") return AccountList::Expense;
+  throw WrongUsage(fmt::format("\"{}\" is no list of accounts", text), "give income or expense");
+}
+
+void AddAccounts(Options options, AccountsOptions& accounts) {
+  options.ParsedArgument("income|expense", accounts.list, ParseAccountList, "Which accounts to list");
+  options.Text("--company", "FILE", accounts.companyFile, "Company file to read")->required();
+  options.Text("--plan", "FILE", accounts.planFile,
+               "Show which expense accounts stand in this plan (product bri)");
+  options.Flag("--json", accounts.json, "Print one JSON object");
+}
+
+void AddTables(Options options, TablesOptions& tables) {
+  options.Parsed("--product", "P", tables.product, ParseProduct, "ald, bri or cor")->required();
+}
+
+void AddRequest(Options options, RequestOptions& request) {
+  options.ParsedArgument("N", request.number, ParseRequestNumber, "The request's number, as listed below");
+  options.Parsed("--from", "DATE", request.fromDate, ParseDate, "First day, YYYY-MM-DD");
+  options.Parsed("--to", "DATE", request.toDate, ParseDate, "Last day, YYYY-MM-DD");
+}
+
+void AddSupports(Options options, SupportsOptions& supports) {
+  options.ParsedArgument("VERSION", supports.version, ParseVersion, "qbXML version, such as 1.1");
+  options.Text("--company", "FILE", supports.companyFile, "Company file to ask")->required();
+}
+
+void AddNewCompany(Options options, NewCompanyOptions& company) {
+  options.Argument("FILE", company.file, "Company file to make (.qbw)");
+  options.Text("--name", "N", company.name, "The company's name")->required();
+  options
+      .Parsed("--fiscal-month", "MONTH", company.fiscalMonth, ParseMonth,
+              "First month of its fiscal year, 1 to 12 or the English name")
+      ->required();
+  options
+      .Parsed("--processor", "VERSION", company.processorVersion, ParseProcessorVersion,
+              "Latest qbXML that it answers: 1.0, 1.1 or 2.0")
+      ->required();
+}
+
+void AddLoadCompany(Options options, LoadCompanyOptions& load) {
+  options.Argument("FILE", load.file, "Company file to fill");
+  options.Arguments("DOC", load.documents, "qbXML response documents");
+}
+
+void AddCompanyInfo(Options options, CompanyInfoOptions& info) {
+  options.Argument("FILE", info.file, "Company file to look at");
+  options.Flag("--json", info.json, "Print one JSON object");
+}
+
+void AddNewPlan(Options options, NewPlanOptions& plan) {
+  options.Argument("FILE", plan.file, "Plan file to make (.kpf)");
+  options.Parsed("--product", "P", plan.product, ParseProduct, "ald, bri or cor")->required();
+  options.Parsed("--start", "YYYY-MM", plan.start, ParseYearMonth, "First month of the plan")->required();
+}
+
+void AddShowPlan(Options options, ShowPlanOptions& plan) {
+  options.Argument("FILE", plan.file, "Plan file to look at");
+  options.Text("--table", "ID", plan.table, "Show this table alone");
+  options.Flag("--cells", plan.cells, "One line per cell, for comparing");
+  options.Flag("--json", plan.json, "Print one JSON object");
+}
+
+// The command tree. Each command that can be run stands here with the options that it was given.
+class CommandTree {
+ public:
+  CommandTree() : program("Brings QuickBooks accounting data into business plans.", "krnqb") {
+    program.formatter(std::make_shared<HelpFormatter>());
+    program.set_help_flag("-h,--help", "Print this help and exit");
+    program.footer(std::string(help_text::program));
+    program.set_version_flag("--version", fmt::format("krnqb {}", ProgramVersion()),
+                             "Print the version and exit");
+    RequireCommand(program);
+    Add<ImportOptions>(program, "import", "Import a company's accounts into a plan", help_text::import,
+                       AddImport);
+    Add<AccountsOptions>(program, "accounts", "List a company's accounts", help_text::accounts, AddAccounts);
+    Add<TablesOptions>(program, "tables", "List the plan tables that an import may change", help_text::tables,
+                       AddTables);
+    Add<RequestOptions>(program, "request", "Print a request as it is sent", help_text::request, AddRequest);
+    Add<SupportsOptions>(program, "supports", "Ask whether a company answers a qbXML version",
+                         help_text::supports, AddSupports);
+    CLI::App& company = AddFamily("company", "Make, fill and look at company files", help_text::company);
+    Add<NewCompanyOptions>(company, "new", "Make a company file", help_text::newCompany, AddNewCompany);
+    Add<LoadCompanyOptions>(company, "load", "Load qbXML documents into a company file",
+                            help_text::loadCompany, AddLoadCompany);
+    Add<CompanyInfoOptions>(company, "info", "Show what a company file holds", help_text::companyInfo,
+                            AddCompanyInfo);
+    CLI::App& plan = AddFamily("plan", "Make and look at plan files", help_text::plan);
+    Add<NewPlanOptions>(plan, "new", "Make a plan file", help_text::newPlan, AddNewPlan);
+    Add<ShowPlanOptions>(plan, "show", "Show a plan's tables", help_text::showPlan, AddShowPlan);
+  }
+
+  Command Read(std::span<const std::string> arguments) {
+    std::vector<std::string> lastFirst(arguments.rbegin(), arguments.rend());
+    try {
+      program.parse(lastFirst);
+    } catch (const CLI::CallForHelp&) {
+      return PrintedText{program.help()};
+    } catch (const CLI::CallForVersion& version) {
+      return PrintedText{fmt::format("{}\n", version.what())};
+    } catch (const CLI::ParseError& fault) {
+      throw Complaint(fault);
+    }
+    return chosen();
+  }
+
+ private:
+  static void RequireCommand(CLI::App& app) { app.require_subcommand(1); }
+
+  CLI::App& AddFamily(const std::string& name, const std::string& description, std::string_view footer) {
+    CLI::App& family = *program.add_subcommand(name, description)->group("Commands");
+    family.footer(std::string(footer));
+    RequireCommand(family);
+    return family;
+  }
+
+  template <typename CommandOptions, typename AddOptions>
+  void Add(CLI::App& parent, const std::string& name, const std::string& description, std::string_view footer,
+           AddOptions addOptions) {
+    CLI::App& app = *parent.add_subcommand(name, description)->group("Commands");
+    app.footer(std::string(footer));
+    const auto options = std::make_shared<CommandOptions>();
+    addOptions(Options(app), *options);
+    app.final_callback([this, options] { chosen = [options] { return Command(*options); }; });
+  }
+
+  const CLI::App& DeepestCommand() const {
+    const CLI::App* app = &program;
+    while (!app->get_subcommands().empty()) app = app->get_subcommands().back();
+    return *app;
+  }
+
+  Failure Complaint(const CLI::ParseError& fault) const;
+  static Failure UnknownWord(const CLI::App& app, const std::string& word, std::string_view seeHelp);
+
+  CLI::App program;
+  std::function<Command()> chosen;
+};
+
+std::string FullName(const CLI::App& app) {
+  return app.get_parent() == nullptr ? app.get_name() : FullName(*app.get_parent()) + ' ' + app.get_name();
+}
+
+// The library's words, but where they say too little.
+std::string ReasonOf(const CLI::ParseError& fault) {
+  std::string words = fault.what();
+  const std::string subject = words.substr(0, words.find(':'));
+  if (words.ends_with(": needs a value")) return fmt::format("{} needs a value", subject);
+  if (fault.get_name() != "ArgumentMismatch") return words;
+  if (words.find("At Most") != std::string::npos) return fmt::format("{} is given more than once", subject);
+  return fmt::format("{} needs a value", subject);
+}
+
+Failure CommandTree::Complaint(const CLI::ParseError& fault) const {
+  const CLI::App& app = DeepestCommand();
+  const std::string seeHelp = fmt::format("see {} --help", FullName(app));
+  const std::vector<std::string> unknown = app.remaining(true);
+  if (!unknown.empty()) return UnknownWord(app, unknown.front(), seeHelp);
+  if (!app.get_subcommands({}).empty()) return WrongUsage("no command is given", seeHelp);
+  return WrongUsage(ReasonOf(fault), seeHelp);
+}
+
+Failure CommandTree::UnknownWord(const CLI::App& app, const std::string& word, std::string_view seeHelp) {
+  const bool isOption = word.starts_with('-') && word.size() > 1;
+  std::vector<std::string> known;
+  for (const CLI::Option* option : app.get_options()) {
+    if (isOption && option->nonpositional()) known.push_back(option->get_name());
+  }
+  for (const CLI::App* command : app.get_subcommands({})) {
+    if (!isOption) known.push_back(command->get_name());
+  }
+  const std::string_view kind = isOption ? "option" : known.empty() ? "argument" : "command";
+  const std::string why = fmt::format("{} has no {} \"{}\"", FullName(app), kind, word);
+  const std::vector<std::string> nearest = NearestNames(word, known);
+  if (nearest.empty()) return WrongUsage(why, seeHelp);
+  return WrongUsage(why, fmt::format("did you mean {}?", AlternativesText(nearest)));
+}
+
+}  // namespace
+
+Command ParseCommandLine(std::span<const std::string> arguments) {
+  return CommandTree().Read(arguments);
+}
+
+}  // namespace krnqb::cli

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "cli/import_options.h"
+#include "cli/option_values.h"
+
+namespace krnqb::cli {
+
+// What a command line asks for: one struct per command, its options as values.
+
+/// A text that was asked for, such as a help text, printed as it is.
+struct PrintedText {
+  std::string text;
+};
+
+enum class AccountList : std::uint8_t { Income, Expense };
+
+struct AccountsOptions {
+  AccountList list = AccountList::Income;
+  std::string companyFile;
+  std::optional<std::string> planFile;
+  bool json = false;
+};
+
+struct TablesOptions {
+  QBKRNproduct product = QBKRN_ALD;
+};
+
+struct RequestOptions {
+  std::int32_t number = 0;
+  std::string fromDate;
+  std::string toDate;
+};
+
+struct SupportsOptions {
+  std::string version;
+  std::string companyFile;
+};
+
+struct NewCompanyOptions {
+  std::string file;
+  std::string name;
+  std::int16_t fiscalMonth = 1;
+  std::string processorVersion;
+};
+
+struct LoadCompanyOptions {
+  std::string file;
+  std::vector<std::string> documents;
+};
+
+struct CompanyInfoOptions {
+  std::string file;
+  bool json = false;
+};
+
+struct NewPlanOptions {
+  std::string file;
+  QBKRNproduct product = QBKRN_ALD;
+  embedded::PlanStart start;
+};
+
+struct ShowPlanOptions {
+  std::string file;
+  std::optional<std::string> table;
+  bool cells = false;
+  bool json = false;
+};
+
+using Command =
+    std::variant<PrintedText, ImportOptions, AccountsOptions, TablesOptions, RequestOptions, SupportsOptions,
+                 NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, NewPlanOptions, ShowPlanOptions>;
+
+}  // namespace krnqb::cli

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "cli/console.h"
+#include "cli/import_options.h"
+#include "krnqb/qb_data_exchange.h"
+
+namespace krnqb::cli {
+
+/// Adds the expense accounts that the options name, or all, to those that stand in the plan already, as the
+/// person who uses the planning program does before an import. Warns when none is selected then.
+///
+/// Throws Failure when the accounts cannot be read, and for a name that is no top-level expense account, with
+/// the nearest names.
+void SelectExpenses(QBDataExchange& exchange, const ImportOptions& options, const Console& console);
+
+/// The names of the accounts of a selection document, in its order: all of them, or those that are selected.
+enum class SelectionPart : std::uint8_t { All, Selected };
+std::vector<std::string> SelectionNames(const XmlElement& selection, SelectionPart part);
+
+}  // namespace krnqb::cli

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <string_view>
+
+namespace krnqb::cli::help_text {
+
+// What the help of each command ends with. The examples can be typed as they stand.
+
+inline constexpr std::string_view program =
+    R"(Examples:
+  krnqb company new nursery.qbw --name "Nursery" --fiscal-month January --processor 1.1
+  krnqb company load nursery.qbw samples/nursery/*.xml
+  krnqb plan new nursery.kpf --product ald --start 2003-01
+  krnqb import --company nursery.qbw --plan nursery.kpf --expenses --income
+  krnqb plan show nursery.kpf
+
+Exit status: 0 done; 1 failed, nothing written; 2 wrong usage; 3 written although
+incomplete; 130 interrupted, nothing written.
+"krnqb COMMAND --help" tells more about each command.)";
+
+inline constexpr std::string_view import =
+    R"(Examples:
+  krnqb import --company nursery.qbw --plan nursery.kpf --expenses --income
+  krnqb import --company nursery.qbw --plan nursery.kpf --expenses --dry-run
+  krnqb import --company nursery.qbw --plan bri.kpf --expenses \
+               --select-expense Rent --select-expense Utilities
+  krnqb import --company nursery.qbw --plan nursery.kpf --income --record exchange.jsonl
+  krnqb import --replay exchange.jsonl --plan nursery.kpf --income --json
+
+The plan is written at the very end and at once; the version before is kept beside
+it as .bak. Two imports into one plan at the same time are refused.)";
+
+inline constexpr std::string_view accounts =
+    R"(Examples:
+  krnqb accounts income --company nursery.qbw
+  krnqb accounts expense --company nursery.qbw --plan bri.kpf
+  krnqb accounts expense --company nursery.qbw --json)";
+
+inline constexpr std::string_view tables =
+    R"(Examples:
+  krnqb tables --product ald
+  krnqb tables --product bri)";
+
+inline constexpr std::string_view request =
+    R"(Requests:
+   1 income accounts         10 bills                 100 host and versions
+   2 cost-of-goods accounts  11 checks                101 company
+   4 expense accounts        12 credit-card charges   102 preferences
+  50 items                   20 invoices              300 income by month
+  60 all accounts            21 sales receipts        310 expenses by month
+   9 bills, all dates                                 320 cost of sales by month
+                                                      330 balance sheet by type
+
+Examples:
+  krnqb request 4
+  krnqb request 10 --from 2002-01-01 --to 2002-01-31 | od -c)";
+
+inline constexpr std::string_view supports =
+    R"(Prints "yes" and ends with 0, or prints "no" and ends with 1.
+
+Examples:
+  krnqb supports 1.1 --company nursery.qbw
+  krnqb supports 2.0 --company nursery.qbw || echo "no reports")";
+
+inline constexpr std::string_view company =
+    R"(Examples:
+  krnqb company new nursery.qbw --name "Nursery" --fiscal-month January --processor 1.1
+  krnqb company load nursery.qbw samples/nursery/*.xml
+  krnqb company info nursery.qbw)";
+
+inline constexpr std::string_view newCompany =
+    R"(Examples:
+  krnqb company new nursery.qbw --name "Nursery" --fiscal-month January --processor 1.1
+  krnqb company new reports.qbw --name "Nursery" --fiscal-month 7 --processor 2.0)";
+
+inline constexpr std::string_view loadCompany =
+    R"(Each document is taken in whole or not at all. Loading a record again replaces it.
+
+Examples:
+  krnqb company load nursery.qbw samples/nursery/*.xml
+  krnqb company load nursery.qbw accounts.xml)";
+
+inline constexpr std::string_view companyInfo =
+    R"(Examples:
+  krnqb company info nursery.qbw
+  krnqb company info nursery.qbw --json)";
+
+inline constexpr std::string_view plan =
+    R"(Examples:
+  krnqb plan new nursery.kpf --product ald --start 2003-01
+  krnqb plan show nursery.kpf)";
+
+inline constexpr std::string_view newPlan =
+    R"(Examples:
+  krnqb plan new nursery.kpf --product ald --start 2003-01
+  krnqb plan new margin.kpf --product bri --start 2003-07)";
+
+inline constexpr std::string_view showPlan =
+    R"(With --cells each line is table id, block, row, column and text, separated by tabs;
+rows and columns count from 0, and the text is plain ASCII: \t, \n, \r, \\ and
+\u00e9 stand for what is not.
+
+Examples:
+  krnqb plan show nursery.kpf
+  krnqb plan show nursery.kpf --table 20000000000000000000000000000600
+  krnqb plan show nursery.kpf --cells >after.txt
+  krnqb plan show nursery.kpf --json)";
+
+}  // namespace krnqb::cli::help_text

@@ -1,0 +1,147 @@
+#include "cli/import_command.h"
+
+#include <chrono>
+#include <optional>
+
+#include "cli/attempt.h"
+#include "cli/change_report.h"
+#include "cli/expense_selection.h"
+#include "cli/import_failure.h"
+#include "cli/import_log.h"
+#include "cli/import_report.h"
+#include "cli/import_settings.h"
+#include "cli/import_source.h"
+#include "cli/text_table.h"
+#include "cli/watched_processors.h"
+#include "embedded/plan_lock.h"
+
+namespace krnqb::cli {
+namespace {
+
+class Import {
+ public:
+  Import(const ImportOptions& importOptions, const Console& printedOn, const Surroundings& importSurroundings,
+         ImportOutcome& importOutcome)
+      : options(importOptions), console(printedOn), surroundings(importSurroundings), outcome(importOutcome) {
+    if (console.errIsTerminal && !options.quiet) bar.emplace(console.err);
+  }
+
+  // Whatever happens, the outcome tells it.
+  void Run() {
+    try {
+      ReadAndSave();
+    } catch (const Failure& failure) {
+      Fail(failure);
+    } catch (...) {
+      Fail({ExitCode::Failed, "import failed", CaughtError(), "nothing was written, import again"});
+    }
+  }
+
+ private:
+  void ReadAndSave() {
+    CheckImportOptions(options);
+    ImportSource source = OpenImportSource(options);
+    LockPlan();
+    plan = Attempt([&] { return embedded::PlanFile::Open(options.planFile); });
+    const ImportSettings settings = SettleImport(options, *plan);
+    Announce(settings, source);
+
+    const embedded::PlanContent before = embedded::ReadPlanContent(*plan);
+    ReadIntoPlan(settings, source);
+    outcome.tables = embedded::CompareTables(before, embedded::ReadPlanContent(*plan));
+    interrupts.StopWhenRequested();
+    Save();
+  }
+
+  // A dry run writes nothing, not even the lock, and reads the plan as it is at one instant.
+  void LockPlan() {
+    if (!options.dryRun) lock = Attempt([&] { return std::optional<embedded::PlanLock>(options.planFile); });
+  }
+
+  void Announce(const ImportSettings& settings, const ImportSource& source) {
+    for (const std::string& warning : ImportWarnings(settings, source, *plan)) Warn(console, warning);
+    if (Chatty()) console.out << OneLine(AnnouncementText(settings, source)) << std::endl;
+  }
+
+  void ReadIntoPlan(const ImportSettings& settings, const ImportSource& source) {
+    std::optional<ExchangeFile> recording;
+    auto processors = source.processors;
+    if (options.recordFile) processors = recording.emplace(*options.recordFile).Recording(processors);
+    const auto log = std::make_shared<ImportLog>(outcome, interrupts, bar ? &*bar : nullptr);
+    QBDataExchange exchange({.processors = WatchedProcessors(processors, interrupts, outcome.incomplete),
+                             .sinks = {log},
+                             .observer = log,
+                             .userInterface = nullptr,
+                             .registry = nullptr,
+                             .clock = surroundings.clock});
+    Configure(exchange, settings, source, plan);
+    if (settings.product == QBKRN_BRI && options.expenses) {
+      SelectExpenses(exchange, options, console);
+    }
+    const bool goResult = exchange.Go();
+    if (bar) bar->Wipe();
+    interrupts.StopWhenRequested();
+    RequireSuccess(exchange, goResult, log->AfterImportRaised());
+    RequireComplete();
+    if (recording) recording->Finish();
+  }
+
+  void RequireComplete() const {
+    if (outcome.incomplete.All().empty() || options.acceptIncomplete) return;
+    throw CommandFailure("import failed", "not everything could be read, so nothing was written",
+                         "put it right and import again, or add --accept-incomplete to write what came in");
+  }
+
+  // From here on an interrupt comes too late.
+  void Save() {
+    saving = true;
+    const bool changed = AnyChange(outcome.tables);
+    if (changed && !options.dryRun) {
+      outcome.backupFile = Attempt([&] { return plan->Save().string(); });
+    }
+    outcome.result = options.dryRun ? ImportResult::DryRun
+                     : changed      ? ImportResult::Imported
+                                    : ImportResult::Unchanged;
+    if (!outcome.incomplete.All().empty() && !options.dryRun) outcome.result = ImportResult::Incomplete;
+  }
+
+  void Fail(const Failure& failure) {
+    if (bar) bar->Wipe();
+    const bool interrupted = interrupts.Requested() && !saving;
+    const Failure told =
+        interrupted ? Failure(ExitCode::Interrupted, "import interrupted",
+                              Error(error_number::unspecified, "stopped on request"), "nothing was written")
+                    : failure;
+    outcome.result = ResultOf(told.Code());
+    outcome.errorNumber = told.Number();
+    outcome.errorDescription = told.Description();
+    outcome.errorLine = told.Line();
+    outcome.tables.clear();
+  }
+
+  bool Chatty() const noexcept { return !options.json && !options.quiet; }
+
+  const ImportOptions& options;
+  const Console& console;
+  const Surroundings& surroundings;
+  ImportOutcome& outcome;
+  const InterruptWatch interrupts;
+  std::optional<ProgressBar> bar;
+  std::optional<embedded::PlanLock> lock;
+  std::shared_ptr<embedded::PlanFile> plan;
+  bool saving = false;
+};
+
+}  // namespace
+
+ExitCode Run(const ImportOptions& options, const Console& console, const Surroundings& surroundings) {
+  const auto begun = std::chrono::steady_clock::now();
+  ImportOutcome outcome;
+  Import(options, console, surroundings, outcome).Run();
+  const auto elapsed = std::chrono::steady_clock::now() - begun;
+  outcome.elapsedMilliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count();
+  PrintOutcome(outcome, options, console);
+  return ExitCodeOf(outcome.result);
+}
+
+}  // namespace krnqb::cli

@@ -1,0 +1,33 @@
+#include "cli/import_report.h"
+
+#include <fmt/format.h>
+
+#include "cli/change_report.h"
+#include "cli/json_output.h"
+
+namespace krnqb::cli {
+namespace {
+
+std::string EndText(const ImportOutcome& outcome, const ImportOptions& options) {
+  if (outcome.result == ImportResult::DryRun) return "Dry run: nothing was written.\n";
+  if (outcome.backupFile.empty())
+    return fmt::format("{} was not written, it is up to date.\n", options.planFile);
+  return fmt::format("Wrote {}. The version before is kept as {}.\n", options.planFile, outcome.backupFile);
+}
+
+}  // namespace
+
+void PrintOutcome(const ImportOutcome& outcome, const ImportOptions& options, const Console& console) {
+  for (const Omission& omission : outcome.incomplete.All()) {
+    PrintError(console, fmt::format("krnqb: incomplete: {}", OmissionText(omission)));
+  }
+  const bool failed = !outcome.errorLine.empty();
+  if (failed) PrintError(console, outcome.errorLine);
+  if (options.json) {
+    console.out << ImportOutcomeJson(outcome) << '\n';
+  } else if (!options.quiet && !failed) {
+    console.out << ChangeReport(outcome.tables) << EndText(outcome, options);
+  }
+}
+
+}  // namespace krnqb::cli

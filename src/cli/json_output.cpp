@@ -1,0 +1,115 @@
+#include "cli/json_output.h"
+
+#include <nlohmann/json.hpp>
+
+#include "embedded/plan_content.h"
+#include "embedded/plan_headings.h"
+
+namespace krnqb::cli {
+namespace {
+
+// Members keep the order in which they are written here.
+using Json = nlohmann::ordered_json;
+
+// Paths and file contents may hold bytes that are no UTF-8; they come out as U+FFFD.
+std::string Text(const Json& json) {
+  return json.dump(2, ' ', false, Json::error_handler_t::replace);
+}
+
+Json EventJson(const ImportEvent& event) {
+  Json json{{"event", event.name}};
+  if (event.name == "ProgressBarChange") json["percent"] = event.percent;
+  if (!event.description.empty()) json["description"] = event.description;
+  return json;
+}
+
+Json TableJson(const embedded::TableChange& table) {
+  return {{"id", table.id},
+          {"rows_added", table.rowsAdded},
+          {"cells_changed", table.cellsChanged},
+          {"formulas_cleared", table.formulasCleared}};
+}
+
+Json OmissionJson(const Omission& omission) {
+  Json json{{"kind", KindWord(omission.kind)}, {"text", OmissionText(omission)}, {"number", omission.number}};
+  if (omission.place.request) json["request"] = *omission.place.request;
+  if (!omission.place.fromDate.empty()) json["from"] = omission.place.fromDate;
+  if (!omission.place.toDate.empty()) json["to"] = omission.place.toDate;
+  return json;
+}
+
+Json AccountJson(const AccountNode& account) {
+  Json json{{"list_id", account.listId},
+            {"name", account.name},
+            {"type", account.type},
+            {"balance", account.balance},
+            {"total_balance", account.totalBalance}};
+  if (account.selected) json["selected"] = *account.selected;
+  json["accounts"] = Json::array();
+  for (const AccountNode& subAccount : account.subAccounts)
+    json["accounts"].push_back(AccountJson(subAccount));
+  return json;
+}
+
+Json BlockJson(const embedded::PlanBlock& block) {
+  return {{"id", block.id}, {"start_row", block.startRow}, {"rows", block.rows}};
+}
+
+}  // namespace
+
+std::string ImportOutcomeJson(const ImportOutcome& outcome) {
+  Json json{{"result", ResultWord(outcome.result)},
+            {"error_number", outcome.errorNumber},
+            {"error_description", outcome.errorDescription},
+            {"events", Json::array()},
+            {"tables", Json::array()},
+            {"incomplete", Json::array()},
+            {"elapsed_ms", outcome.elapsedMilliseconds}};
+  for (const ImportEvent& event : outcome.events) json["events"].push_back(EventJson(event));
+  for (const embedded::TableChange& table : outcome.tables) json["tables"].push_back(TableJson(table));
+  for (const Omission& omission : outcome.incomplete.All())
+    json["incomplete"].push_back(OmissionJson(omission));
+  return Text(json);
+}
+
+std::string FailureJson(const Failure& failure) {
+  return Text({{"result", ResultWord(ResultOf(failure.Code()))},
+               {"error_number", failure.Number()},
+               {"error_description", failure.Description()}});
+}
+
+std::string AccountsJson(const std::vector<AccountNode>& accounts) {
+  Json json{{"result", "done"}, {"accounts", Json::array()}};
+  for (const AccountNode& account : accounts) json["accounts"].push_back(AccountJson(account));
+  return Text(json);
+}
+
+std::string CompanyInfoJson(const embedded::CompanyInfo& info) {
+  Json json{{"result", "done"},
+            {"path", info.path},
+            {"name", info.name},
+            {"processor", info.processorVersion},
+            {"fiscal_month", info.fiscalMonth},
+            {"records", Json::object()}};
+  for (const embedded::RecordCount& record : info.records) json["records"][record.kind] = record.count;
+  return Text(json);
+}
+
+std::string PlanJson(const embedded::PlanFile& plan, const std::optional<std::string>& tableId) {
+  Json json{{"result", "done"}, {"path", plan.Path().string()}};
+  const auto product = plan.Product();
+  const auto start = plan.Start();
+  json["product"] = product ? Json(embedded::ProductText(*product)) : Json();
+  json["start"] = start ? Json(embedded::PlanStartText(*start)) : Json();
+  json["tables"] = Json::array();
+  for (const embedded::PlanTableContent& table : embedded::ReadPlanContent(plan)) {
+    if (tableId && table.id != *tableId) continue;
+    Json blocks = Json::array();
+    for (const embedded::PlanBlock& block : table.blocks) blocks.push_back(BlockJson(block));
+    json["tables"].push_back(
+        {{"id", table.id}, {"title", embedded::TableTitle(table.id)}, {"blocks", blocks}});
+  }
+  return Text(json);
+}
+
+}  // namespace krnqb::cli

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/account_tree.h"
+#include "cli/failure.h"
+#include "cli/import_outcome.h"
+#include "embedded/company_file.h"
+#include "embedded/plan_file.h"
+
+namespace krnqb::cli {
+
+// Results as JSON: one object each, indented, without a line end. "result" comes first in all of them.
+
+std::string ImportOutcomeJson(const ImportOutcome& outcome);
+
+/// A command that failed: result, error_number and error_description.
+std::string FailureJson(const Failure& failure);
+
+/// A company's accounts as a tree.
+std::string AccountsJson(const std::vector<AccountNode>& accounts);
+
+std::string CompanyInfoJson(const embedded::CompanyInfo& info);
+
+/// A plan's tables, or the one of an id that it has.
+std::string PlanJson(const embedded::PlanFile& plan, const std::optional<std::string>& tableId);
+
+}  // namespace krnqb::cli

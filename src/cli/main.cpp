@@ -1,0 +1,14 @@
+#include <unistd.h>
+
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "cli/run_krnqb.h"
+
+int main(int argumentCount, char** arguments) {
+  const std::vector<std::string> words(arguments + (argumentCount > 0 ? 1 : 0), arguments + argumentCount);
+  const krnqb::cli::Surroundings surroundings{.clock = nullptr,
+                                              .errorIsTerminal = ::isatty(STDERR_FILENO) == 1};
+  return krnqb::cli::RunKrnqb(words, std::cout, std::cerr, surroundings);
+}

@@ -1,0 +1,87 @@
+#include "cli/run_krnqb.h"
+
+#include <algorithm>
+#include <type_traits>
+
+#include "cli/accounts_command.h"
+#include "cli/command_line.h"
+#include "cli/company_commands.h"
+#include "cli/console.h"
+#include "cli/import_command.h"
+#include "cli/json_output.h"
+#include "cli/plan_commands.h"
+#include "cli/question_commands.h"
+#include "support/error_handling.h"
+
+namespace krnqb::cli {
+namespace {
+
+ExitCode Run(const PrintedText& printed, const Console& console) {
+  console.out << printed.text;
+  return ExitCode::Done;
+}
+
+ExitCode RunCommand(const Command& command, const Console& console, const Surroundings& surroundings) {
+  return std::visit(
+      [&](const auto& options) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(options)>, ImportOptions>) {
+          return Run(options, console, surroundings);
+        } else {
+          return Run(options, console);
+        }
+      },
+      command);
+}
+
+bool ChangesFiles(const Command& command) {
+  return std::holds_alternative<ImportOptions>(command) ||
+         std::holds_alternative<NewCompanyOptions>(command) ||
+         std::holds_alternative<LoadCompanyOptions>(command) ||
+         std::holds_alternative<NewPlanOptions>(command);
+}
+
+// Told as JSON too where JSON was asked for, even by a command line that cannot be read.
+ExitCode Fail(const Failure& failure, std::span<const std::string> arguments, const Console& console) {
+  PrintError(console, failure.Line());
+  const bool json = std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
+  if (!json) return failure.Code();
+  if (arguments.front() == "import") {
+    ImportOutcome outcome;
+    outcome.result = ResultOf(failure.Code());
+    outcome.errorNumber = failure.Number();
+    outcome.errorDescription = failure.Description();
+    console.out << ImportOutcomeJson(outcome) << '\n';
+  } else {
+    console.out << FailureJson(failure) << '\n';
+  }
+  return failure.Code();
+}
+
+// Results that did not reach their reader are no results, unless what was done outlives them.
+ExitCode Flushed(ExitCode code, bool changesFiles, const Console& console) {
+  console.out.flush();
+  if (console.out) return code;
+  console.err << "krnqb: printing failed: standard output takes no more; check its disk or reader\n";
+  return code == ExitCode::Done && !changesFiles ? ExitCode::Failed : code;
+}
+
+}  // namespace
+
+int RunKrnqb(std::span<const std::string> arguments, std::ostream& out, std::ostream& err,
+             const Surroundings& surroundings) noexcept {
+  const Console console{out, err, surroundings.errorIsTerminal};
+  ExitCode code = ExitCode::Failed;
+  bool changesFiles = false;
+  try {
+    const Command command = ParseCommandLine(arguments);
+    changesFiles = ChangesFiles(command);
+    code = RunCommand(command, console, surroundings);
+  } catch (const Failure& failure) {
+    code = Fail(failure, arguments, console);
+  } catch (...) {
+    code = Fail({ExitCode::Failed, "the command failed", CaughtError(), "try again"}, arguments, console);
+  }
+  return static_cast<int>(Flushed(code, changesFiles, console));
+}
+
+}  // namespace krnqb::cli

@@ -1,0 +1,218 @@
+#include "cli/command_line.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "workplace.h"
+
+namespace krnqb::cli {
+namespace {
+
+using tests::RunProgram;
+using Words = std::vector<std::string>;
+
+template <typename Options>
+Options Parsed(const Words& words) {
+  return std::get<Options>(ParseCommandLine(words));
+}
+
+TEST(CommandLine, ReadsEveryOptionOfAnImport) {
+  const auto options = Parsed<ImportOptions>({"import",
+                                              "--company",
+                                              "c.qbw",
+                                              "--plan",
+                                              "p.kpf",
+                                              "--expenses",
+                                              "--income",
+                                              "--past-performance",
+                                              "--balances",
+                                              "all",
+                                              "--growth-income",
+                                              "3",
+                                              "--growth-cogs",
+                                              "-4",
+                                              "--growth-expenses",
+                                              "5",
+                                              "--product",
+                                              "cor",
+                                              "--plan-start",
+                                              "2003-01",
+                                              "--import-start",
+                                              "2002-02",
+                                              "--fiscal-month",
+                                              "July",
+                                              "--select-expense",
+                                              "Rent",
+                                              "--select-expense",
+                                              "[Old, closed]",
+                                              "--select-all-expenses",
+                                              "--accept-incomplete",
+                                              "--dry-run",
+                                              "--record",
+                                              "r.jsonl",
+                                              "--replay",
+                                              "s.jsonl",
+                                              "--json",
+                                              "--quiet"});
+  EXPECT_EQ(options.companyFile, "c.qbw");
+  EXPECT_EQ(options.planFile, "p.kpf");
+  EXPECT_TRUE(options.expenses);
+  EXPECT_TRUE(options.income);
+  EXPECT_TRUE(options.pastPerformance);
+  EXPECT_EQ(options.balances, BalImport_All);
+  EXPECT_EQ(options.growthIncome, std::int16_t{3});
+  EXPECT_EQ(options.growthCogs, std::int16_t{-4});
+  EXPECT_EQ(options.growthExpenses, std::int16_t{5});
+  EXPECT_EQ(options.product, QBKRN_COR);
+  EXPECT_EQ(options.planStart, (embedded::PlanStart{2003, 1}));
+  EXPECT_EQ(options.importStart, (embedded::PlanStart{2002, 2}));
+  EXPECT_EQ(options.fiscalMonth, std::int16_t{7});
+  EXPECT_EQ(options.selectedExpenses, (Words{"Rent", "[Old, closed]"}));
+  EXPECT_TRUE(options.selectAllExpenses);
+  EXPECT_TRUE(options.acceptIncomplete);
+  EXPECT_TRUE(options.dryRun);
+  EXPECT_EQ(options.recordFile, "r.jsonl");
+  EXPECT_EQ(options.replayFile, "s.jsonl");
+  EXPECT_TRUE(options.json);
+  EXPECT_TRUE(options.quiet);
+}
+
+TEST(CommandLine, LeavesOutWhatWasNotTyped) {
+  const auto options = Parsed<ImportOptions>({"import", "--plan", "p.kpf"});
+  EXPECT_EQ(options.companyFile, std::nullopt);
+  EXPECT_FALSE(options.expenses || options.income || options.pastPerformance || options.selectAllExpenses);
+  EXPECT_FALSE(options.acceptIncomplete || options.dryRun || options.json || options.quiet);
+  EXPECT_EQ(options.balances, BalImport_None);
+  EXPECT_FALSE(options.growthIncome || options.growthCogs || options.growthExpenses);
+  EXPECT_FALSE(options.product || options.planStart || options.importStart || options.fiscalMonth);
+  EXPECT_FALSE(options.recordFile || options.replayFile);
+  EXPECT_EQ(options.selectedExpenses, Words{});
+}
+
+TEST(CommandLine, TakesOneNamePerSelectExpense) {
+  const auto options = Parsed<ImportOptions>(
+      {"import", "--select-expense", "Rent", "--select-expense=Gas", "--plan", "p.kpf"});
+  EXPECT_EQ(options.selectedExpenses, (Words{"Rent", "Gas"}));
+  EXPECT_EQ(RunProgram({"import", "--plan", "p.kpf", "--select-expense", "Rent", "Gas"}).err,
+            "krnqb: wrong usage: krnqb import has no argument \"Gas\"; see krnqb import --help\n");
+}
+
+TEST(CommandLine, ReadsTheOtherCommands) {
+  const auto accounts =
+      Parsed<AccountsOptions>({"accounts", "expense", "--company", "c", "--plan", "p", "--json"});
+  EXPECT_EQ(accounts.list, AccountList::Expense);
+  EXPECT_EQ(accounts.companyFile, "c");
+  EXPECT_EQ(accounts.planFile, "p");
+  EXPECT_TRUE(accounts.json);
+  EXPECT_EQ(Parsed<TablesOptions>({"tables", "--product", "bri"}).product, QBKRN_BRI);
+  const auto request =
+      Parsed<RequestOptions>({"request", "10", "--from", "2002-01-01", "--to", "2002-01-31"});
+  EXPECT_EQ(request.number, 10);
+  EXPECT_EQ(request.fromDate, "2002-01-01");
+  EXPECT_EQ(request.toDate, "2002-01-31");
+  EXPECT_EQ(Parsed<RequestOptions>({"request", "-5"}).number, -5);
+  EXPECT_EQ(Parsed<SupportsOptions>({"supports", "1.1", "--company", "c"}).version, "1.1");
+  const auto company = Parsed<NewCompanyOptions>(
+      {"company", "new", "c", "--name", "N", "--fiscal-month", "2", "--processor", "2.0"});
+  EXPECT_EQ(company.file, "c");
+  EXPECT_EQ(company.name, "N");
+  EXPECT_EQ(company.fiscalMonth, 2);
+  EXPECT_EQ(company.processorVersion, "2.0");
+  EXPECT_EQ(Parsed<LoadCompanyOptions>({"company", "load", "c", "a", "b"}).documents, (Words{"a", "b"}));
+  EXPECT_TRUE(Parsed<CompanyInfoOptions>({"company", "info", "c", "--json"}).json);
+  const auto plan = Parsed<NewPlanOptions>({"plan", "new", "p", "--product", "cor", "--start", "2003-04"});
+  EXPECT_EQ(plan.product, QBKRN_COR);
+  EXPECT_EQ(plan.start, (embedded::PlanStart{2003, 4}));
+  const auto shown = Parsed<ShowPlanOptions>({"plan", "show", "p", "--table", "20", "--cells"});
+  EXPECT_EQ(shown.table, "20");
+  EXPECT_TRUE(shown.cells);
+  EXPECT_FALSE(shown.json);
+}
+
+struct Wrong {
+  Words words;
+  std::string message;
+};
+
+class WrongCommandLines : public testing::TestWithParam<Wrong> {};
+
+TEST_P(WrongCommandLines, EndWithTwoAndSayWhatToDo) {
+  const tests::ProgramRun run = RunProgram(GetParam().words);
+  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(run.err, "krnqb: wrong usage: " + GetParam().message + "\n");
+  EXPECT_EQ(run.out, "");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Told, WrongCommandLines,
+    testing::Values(
+        Wrong{{}, "no command is given; see krnqb --help"},
+        Wrong{{"imprt"}, "krnqb has no command \"imprt\"; did you mean \"import\"?"},
+        Wrong{{"frobnicate"}, "krnqb has no command \"frobnicate\"; see krnqb --help"},
+        Wrong{{"--jsn"}, "krnqb has no option \"--jsn\"; see krnqb --help"},
+        Wrong{{"company"}, "no command is given; see krnqb company --help"},
+        Wrong{{"plan", "sohw"}, "krnqb plan has no command \"sohw\"; did you mean \"show\"?"},
+        Wrong{{"import", "--expense", "--plan", "p"},
+              "krnqb import has no option \"--expense\"; did you mean \"--expenses\"?"},
+        Wrong{{"import", "--expenses"}, "--plan is required; see krnqb import --help"},
+        Wrong{{"import", "--plan"}, "--plan needs a value; see krnqb import --help"},
+        Wrong{{"import", "--plan", ""}, "--plan needs a value; see krnqb import --help"},
+        Wrong{{"import", "--plan", "--expenses"}, "--plan needs a value; see krnqb import --help"},
+        Wrong{{"import", "--plan", "p", "--select-expense", "--expenses"},
+              "--select-expense needs a value; see krnqb import --help"},
+        Wrong{{"import", "--plan", "a", "--plan", "b"},
+              "--plan is given more than once; see krnqb import --help"},
+        Wrong{{"import", "--plan", "p", "--product", "x"},
+              "--product \"x\" is not a product; give ald, bri or cor"},
+        Wrong{{"accounts", "--company", "c"}, "income|expense is required; see krnqb accounts --help"},
+        Wrong{{"accounts", "both", "--company", "c"},
+              "\"both\" is no list of accounts; give income or expense"},
+        Wrong{{"accounts", "income"}, "--company is required; see krnqb accounts --help"},
+        Wrong{{"tables"}, "--product is required; see krnqb tables --help"},
+        Wrong{{"request"}, "N is required; see krnqb request --help"},
+        Wrong{{"supports", "--company", "c"}, "VERSION is required; see krnqb supports --help"},
+        Wrong{{"company", "new", "c", "--name", "", "--fiscal-month", "1", "--processor", "1.1"},
+              "--name needs a value; see krnqb company new --help"},
+        Wrong{{"company", "load", "c"}, "DOC is required; see krnqb company load --help"},
+        Wrong{{"plan", "new", "p", "--product", "ald"}, "--start is required; see krnqb plan new --help"},
+        Wrong{{"plan", "show"}, "FILE is required; see krnqb plan show --help"},
+        Wrong{{"plan", "show", "a", "b"},
+              "krnqb plan show has no argument \"b\"; see krnqb plan show --help"}));
+
+class Helps : public testing::TestWithParam<Words> {};
+
+TEST_P(Helps, ShowExamplesAndEndWithZero) {
+  Words words = GetParam();
+  words.emplace_back("--help");
+  const tests::ProgramRun run = RunProgram(words);
+  EXPECT_EQ(run.code, 0);
+  EXPECT_EQ(run.err, "");
+  EXPECT_NE(run.out.find("\nExamples:\n  krnqb "), std::string::npos) << run.out;
+  std::string usage = "Usage: krnqb";
+  for (const std::string& word : GetParam()) usage += " " + word;
+  EXPECT_NE(run.out.find(usage + " ["), std::string::npos) << run.out;
+}
+
+INSTANTIATE_TEST_SUITE_P(OfEveryCommand, Helps,
+                         testing::Values(Words{}, Words{"import"}, Words{"accounts"}, Words{"tables"},
+                                         Words{"request"}, Words{"supports"}, Words{"company"},
+                                         Words{"company", "new"}, Words{"company", "load"},
+                                         Words{"company", "info"}, Words{"plan"}, Words{"plan", "new"},
+                                         Words{"plan", "show"}));
+
+TEST(Help, KeepsItsLinesWithinAHundredCharacters) {
+  for (const Words& words : {Words{"--help"}, Words{"import", "--help"}, Words{"request", "--help"}}) {
+    std::istringstream lines(RunProgram(words).out);
+    for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 100U) << line;
+  }
+}
+
+TEST(Version, IsPrinted) {
+  const tests::ProgramRun run = RunProgram({"--version"});
+  EXPECT_EQ(run.code, 0);
+  EXPECT_EQ(run.out, "krnqb 1.0.0\n");
+}
+
+}  // namespace
+}  // namespace krnqb::cli

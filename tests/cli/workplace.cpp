@@ -1,0 +1,101 @@
+#include "workplace.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <regex>
+#include <sstream>
+
+#include "cli/run_krnqb.h"
+#include "fakes/fixed_clock.h"
+
+namespace krnqb::cli::tests {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path MakeFolder() {
+  std::string name = (fs::temp_directory_path() / "krnqb-cli-XXXXXX").string();
+  if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
+  return name;
+}
+
+}  // namespace
+
+ProgramRun RunProgram(const std::vector<std::string>& arguments) {
+  return RunProgram(arguments, {.clock = JanuaryClock(), .errorIsTerminal = false});
+}
+
+ProgramRun RunProgram(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
+  std::ostringstream out;
+  std::ostringstream err;
+  const int code = RunKrnqb(arguments, out, err, surroundings);
+  return {code, out.str(), err.str()};
+}
+
+std::shared_ptr<Clock> JanuaryClock() {
+  return std::make_shared<fakes::FixedClock>(
+      LocalDateTime{.year = 2003, .month = 1, .day = 15, .hour = 12, .minute = 0, .second = 0});
+}
+
+void WriteText(const fs::path& file, std::string_view text) {
+  std::ofstream output(file, std::ios::binary);
+  output << text;
+  if (!output.flush()) throw std::runtime_error("cannot write " + file.string());
+}
+
+std::string ReadText(const fs::path& file) {
+  std::ifstream input(file, std::ios::binary);
+  if (!input) throw std::runtime_error("cannot read " + file.string());
+  std::ostringstream text;
+  text << input.rdbuf();
+  return std::move(text).str();
+}
+
+std::string Replaced(std::string text, std::string_view part, std::string_view replacement) {
+  const std::size_t position = text.find(part);
+  if (position == std::string::npos) {
+    ADD_FAILURE() << "no \"" << part << "\" in the text";
+    return text;
+  }
+  return text.replace(position, part.size(), replacement);
+}
+
+std::string WithoutStamps(const std::string& text) {
+  static const std::regex stamp("<lastsavedid>[^<]*</lastsavedid>");
+  return std::regex_replace(text, stamp, "");
+}
+
+Workplace::Workplace() : folder(MakeFolder()) {
+  for (const std::string product : {"ald", "bri", "cor"}) {
+    const std::string sample = KRNQB_SAMPLES "/plans/nursery-" + product + ".kpf";
+    WriteText(folder / (product + ".kpf"), ReadText(sample));
+  }
+}
+
+Workplace::~Workplace() {
+  std::error_code ignored;
+  fs::remove_all(folder, ignored);
+}
+
+std::string Workplace::Nursery(std::string_view processorVersion) const {
+  const std::string file = *this / "nursery.qbw";
+  const ProgramRun made = RunProgram({"company", "new", file, "--name", "Nursery", "--fiscal-month",
+                                      "January", "--processor", std::string(processorVersion)});
+  EXPECT_EQ(made.code, 0) << made.err;
+  const ProgramRun loaded =
+      RunProgram({"company", "load", file, KRNQB_SAMPLES "/nursery/accounts.xml",
+                  KRNQB_SAMPLES "/nursery/company.xml", KRNQB_SAMPLES "/nursery/items.xml"});
+  EXPECT_EQ(loaded.code, 0) << loaded.err;
+  return file;
+}
+
+std::vector<std::string> Workplace::ImportArguments(std::string_view plan,
+                                                    const std::vector<std::string>& more) const {
+  std::vector<std::string> arguments{"import", "--company", *this / "nursery.qbw", "--plan", *this / plan};
+  arguments.insert(arguments.end(), more.begin(), more.end());
+  return arguments;
+}
+
+}  // namespace krnqb::cli::tests

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cli/surroundings.h"
+
+namespace krnqb::cli::tests {
+
+/// What one run of the program gave.
+struct ProgramRun {
+  int code = 0;
+  std::string out;
+  std::string err;
+};
+
+/// Runs the program in this process, at 2003-01-15 12:00 and without a terminal unless told otherwise.
+ProgramRun RunProgram(const std::vector<std::string>& arguments);
+ProgramRun RunProgram(const std::vector<std::string>& arguments, const Surroundings& surroundings);
+
+std::shared_ptr<Clock> JanuaryClock();
+
+void WriteText(const std::filesystem::path& file, std::string_view text);
+std::string ReadText(const std::filesystem::path& file);
+
+/// `text` with the first occurrence of a part of it replaced; the test fails when it has no such part.
+std::string Replaced(std::string text, std::string_view part, std::string_view replacement);
+
+/// `text` without the save stamps of its tables, which tell when a plan was saved.
+std::string WithoutStamps(const std::string& text);
+
+/// A folder of a test's own, with copies of the sample plans as ald.kpf, bri.kpf and cor.kpf in it; removed
+/// with everything in it.
+class Workplace {
+ public:
+  Workplace();
+  ~Workplace();
+  Workplace(const Workplace&) = delete;
+  Workplace& operator=(const Workplace&) = delete;
+
+  const std::filesystem::path& Folder() const noexcept { return folder; }
+  /// The path of a file in the folder.
+  std::string operator/(std::string_view name) const { return (folder / name).string(); }
+
+  /// Makes the sample company nursery.qbw and gives its path.
+  std::string Nursery(std::string_view processorVersion = "1.1") const;
+
+  /// `import --company nursery.qbw --plan PLAN`, `more` behind it.
+  std::vector<std::string> ImportArguments(std::string_view plan, const std::vector<std::string>& more) const;
+
+ private:
+  std::filesystem::path folder;
+};
+
+}  // namespace krnqb::cli::tests
