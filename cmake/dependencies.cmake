@@ -31,4 +31,8 @@ if(BUILD_TESTING)
   include(GoogleTest)
   set(KRNQB_TEST GTest::gtest)
   set(KRNQB_TEST_MAIN GTest::gtest_main)
+
+  # Properties checked over generated cases.
+  find_package(rapidcheck REQUIRED)
+  set(KRNQB_PROPERTY_TEST rapidcheck)
 endif()

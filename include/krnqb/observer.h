@@ -13,6 +13,8 @@ struct Place {
   std::optional<std::int32_t> request;
   std::string fromDate;
   std::string toDate;
+  std::string accountType = {};                 ///< of a balance sheet by account type
+  std::optional<std::int16_t> pastPeriod = {};  ///< while past performance is collected: its period, 1 to 14
 };
 
 enum class NoticeKind {

@@ -55,10 +55,12 @@ void AddImport(Options options, ImportOptions& import) {
   options.Flag("--select-all-expenses", import.selectAllExpenses, "Take all expense accounts (product bri)");
   options.Flag("--accept-incomplete", import.acceptIncomplete,
                "Write the plan even if not everything could be read (exit status 3)");
+  options.Flag("--strict", import.strict, "Count amounts that were left out as incomplete");
   options.Flag("--dry-run", import.dryRun, "Show what would change and write nothing");
   options.Group(output);
   options.Flag("--json", import.json, "Print one JSON object and nothing else");
   options.Flag("--quiet", import.quiet, "Print nothing but warnings and errors");
+  options.Text("--journal", "FILE", import.journalFile, "List each amount that was left out, as JSON lines");
 }
 
 AccountList ParseAccountList(std::string_view /*option*/, std::string_view text) {

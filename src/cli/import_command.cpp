@@ -11,6 +11,7 @@
 #include "cli/import_report.h"
 #include "cli/import_settings.h"
 #include "cli/import_source.h"
+#include "cli/skipped_journal.h"
 #include "cli/text_table.h"
 #include "cli/watched_processors.h"
 #include "embedded/plan_lock.h"
@@ -81,13 +82,22 @@ class Import {
     const bool goResult = exchange.Go();
     if (bar) bar->Wipe();
     interrupts.StopWhenRequested();
+    if (options.journalFile) WriteJournal(*options.journalFile, outcome.skipped);
     RequireSuccess(exchange, goResult, log->AfterImportRaised());
     RequireComplete();
     if (recording) recording->Finish();
   }
 
+  bool Complete() const {
+    return outcome.incomplete.All().empty() && !(options.strict && outcome.skipped.Any());
+  }
+
   void RequireComplete() const {
-    if (outcome.incomplete.All().empty() || options.acceptIncomplete) return;
+    if (Complete() || options.acceptIncomplete) return;
+    if (outcome.incomplete.All().empty()) {
+      throw CommandFailure("import failed", "amounts were left out, so nothing was written (--strict)",
+                           "see --journal for each of them, or import without --strict");
+    }
     throw CommandFailure("import failed", "not everything could be read, so nothing was written",
                          "put it right and import again, or add --accept-incomplete to write what came in");
   }
@@ -102,7 +112,7 @@ class Import {
     outcome.result = options.dryRun ? ImportResult::DryRun
                      : changed      ? ImportResult::Imported
                                     : ImportResult::Unchanged;
-    if (!outcome.incomplete.All().empty() && !options.dryRun) outcome.result = ImportResult::Incomplete;
+    if (!Complete() && !options.dryRun) outcome.result = ImportResult::Incomplete;
   }
 
   void Fail(const Failure& failure) {

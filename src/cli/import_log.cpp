@@ -24,7 +24,9 @@ void ImportLog::ProgressBarChange(std::int16_t PercentValue, std::string_view De
 
 void ImportLog::Notify(const Notice& notice) noexcept {
   // An interrupted import writes nothing: what its end leaves out is no news.
-  if (!interrupts.Requested()) outcome.incomplete.Add(notice);
+  if (interrupts.Requested()) return;
+  outcome.incomplete.Add(notice);
+  outcome.skipped.Add(notice);
 }
 
 void ImportLog::Raised(ImportEvent event) {

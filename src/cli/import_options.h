@@ -28,9 +28,11 @@ struct ImportOptions {
   std::vector<std::string> selectedExpenses;
   bool selectAllExpenses = false;
   bool acceptIncomplete = false;
+  bool strict = false;  ///< amounts that were left out make the import incomplete
   bool dryRun = false;
   std::optional<std::string> recordFile;
   std::optional<std::string> replayFile;
+  std::optional<std::string> journalFile;
   bool json = false;
   bool quiet = false;
 };

@@ -7,6 +7,7 @@
 
 #include "cli/failure.h"
 #include "cli/omissions.h"
+#include "cli/skipped_amounts.h"
 #include "embedded/plan_changes.h"
 
 namespace krnqb::cli {
@@ -38,6 +39,7 @@ struct ImportOutcome {
   std::vector<embedded::TableChange>
       tables;  ///< of the plan, unchanged ones included; none unless it was compared
   Omissions incomplete;
+  SkippedAmounts skipped;
   std::string backupFile;  ///< where the plan's previous version is kept, when it was written
   std::int64_t elapsedMilliseconds = 0;
 };

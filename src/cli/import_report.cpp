@@ -26,7 +26,8 @@ void PrintOutcome(const ImportOutcome& outcome, const ImportOptions& options, co
   if (options.json) {
     console.out << ImportOutcomeJson(outcome) << '\n';
   } else if (!options.quiet && !failed) {
-    console.out << ChangeReport(outcome.tables) << EndText(outcome, options);
+    console.out << ChangeReport(outcome.tables) << SkippedReport(outcome.skipped)
+                << EndText(outcome, options);
   }
 }
 

@@ -20,12 +20,12 @@ bool SameFile(const std::string& path, const std::string& other) {
   return path == other || std::filesystem::equivalent(path, other, ignored);
 }
 
-// A recording replaces what its file held.
-void CheckRecordFile(const std::string& recordFile, const ImportOptions& options) {
+// A recording, and a journal, replace what their file held.
+void CheckOutputFile(std::string_view option, const std::string& file, const ImportOptions& options) {
   for (const std::string& other : {options.planFile, options.planFile + ".bak", options.planFile + ".lock",
                                    options.companyFile.value_or(""), options.replayFile.value_or("")}) {
-    if (SameFile(recordFile, other)) {
-      throw WrongUsage(fmt::format("--record {} would replace a file that the import needs", recordFile),
+    if (SameFile(file, other)) {
+      throw WrongUsage(fmt::format("{} {} would replace a file that the import needs", option, file),
                        "give it a file of its own");
     }
   }
@@ -40,12 +40,8 @@ void CheckImportOptions(const ImportOptions& options) {
   if (!options.companyFile && !options.replayFile) {
     throw WrongUsage("no company is named", "give --company FILE, or --replay FILE for a recorded exchange");
   }
-  if (options.recordFile) CheckRecordFile(*options.recordFile, options);
-  // Remove this refusal when the amounts are imported.
-  if (options.balances != BalImport_None) {
-    throw CommandFailure("import failed", "amounts are not imported yet",
-                         "leave --balances out to import accounts");
-  }
+  if (options.recordFile) CheckOutputFile("--record", *options.recordFile, options);
+  if (options.journalFile) CheckOutputFile("--journal", *options.journalFile, options);
 }
 
 ImportSettings SettleImport(const ImportOptions& options, const embedded::PlanFile& plan) {

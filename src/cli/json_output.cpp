@@ -38,6 +38,19 @@ Json OmissionJson(const Omission& omission) {
   return json;
 }
 
+// Counts and sums of what was left out, in all and by reason.
+Json SkippedJson(const SkippedAmounts& skipped) {
+  Json json{{"count", skipped.ImportTotal().count},
+            {"sum", skipped.ImportTotal().sum},
+            {"reasons", Json::object()}};
+  for (const auto& [reason, total] : skipped.ByReason()) {
+    json["reasons"][std::string(ReasonWord(reason))] = {{"count", total.count}, {"sum", total.sum}};
+  }
+  json["past_performance"] = skipped.PastTotal().count;
+  if (!skipped.PastPerformanceEnd().empty()) json["past_performance_ended_at"] = skipped.PastPerformanceEnd();
+  return json;
+}
+
 Json AccountJson(const AccountNode& account) {
   Json json{{"list_id", account.listId},
             {"name", account.name},
@@ -64,6 +77,7 @@ std::string ImportOutcomeJson(const ImportOutcome& outcome) {
             {"events", Json::array()},
             {"tables", Json::array()},
             {"incomplete", Json::array()},
+            {"skipped", SkippedJson(outcome.skipped)},
             {"elapsed_ms", outcome.elapsedMilliseconds}};
   for (const ImportEvent& event : outcome.events) json["events"].push_back(EventJson(event));
   for (const embedded::TableChange& table : outcome.tables) json["tables"].push_back(TableJson(table));

@@ -21,19 +21,38 @@ auto Contents(const Omission& omission) {
                   place.request, place.fromDate, place.toDate);
 }
 
+// No accounting program knows these as types of a balance sheet: it always answers with an error, and nothing
+// is missing.
+bool AsksForNoRealType(const Place& place) {
+  return place.accountType == "Depreciation" || place.accountType == "RetainedEarnings";
+}
+
+// The failure of the whole import is in the error pair. Past performance that ends where the company has no
+// account of a type is told as that.
+bool EndIsToldElsewhere(const Place& place) {
+  return place.operation == "Go" || place.operation == "CollectPastPerformance" ||
+         place.operation == "WritePastPerformance";
+}
+
 std::optional<OmissionKind> KindOf(const Notice& notice) {
   switch (notice.kind) {
     case NoticeKind::AnswerStatus: {
       const bool harmless = notice.severity == "Info" && notice.number < firstWarningStatus;
-      return harmless ? std::nullopt : std::optional(OmissionKind::AnswerStatus);
+      return harmless || AsksForNoRealType(notice.place) ? std::nullopt
+                                                         : std::optional(OmissionKind::AnswerStatus);
     }
     case NoticeKind::AnswerUnreadable:
       return OmissionKind::AnswerUnreadable;
     case NoticeKind::TableUnreadable:
       return OmissionKind::TableUnreadable;
     case NoticeKind::OperationEnded:
-      return notice.place.operation == "Go" ? std::nullopt : std::optional(OmissionKind::OperationEnded);
+      return EndIsToldElsewhere(notice.place) ? std::nullopt : std::optional(OmissionKind::OperationEnded);
+    case NoticeKind::ColumnsOutOfStep:
+      return OmissionKind::ColumnsOutOfStep;
     case NoticeKind::StatementSkipped:
+    case NoticeKind::AmountSkipped:
+    case NoticeKind::AccountInSeveralRows:
+    case NoticeKind::PastPerformanceEnded:
       break;
   }
   return std::nullopt;
@@ -77,6 +96,8 @@ std::string_view KindWord(OmissionKind kind) noexcept {
       return "answer";
     case OmissionKind::TableUnreadable:
       return "table";
+    case OmissionKind::ColumnsOutOfStep:
+      return "columns";
     case OmissionKind::OperationEnded:
       break;
   }
@@ -95,6 +116,8 @@ std::string OmissionText(const Omission& omission) {
       return fmt::format("{}: the answer is no well-formed XML", request);
     case OmissionKind::TableUnreadable:
       return TableText(omission.description);
+    case OmissionKind::ColumnsOutOfStep:
+      return fmt::format("{}: the columns of the row {} are out of step", request, omission.description);
     case OmissionKind::OperationEnded:
       break;
   }

@@ -15,6 +15,7 @@ enum class OmissionKind : std::uint8_t {
   AnswerStatus,      ///< an answer with an error, or with a warning that something may be missing
   AnswerUnreadable,  ///< an answer that is no well-formed document
   TableUnreadable,   ///< a plan table without readable blocks
+  ColumnsOutOfStep,  ///< a report row whose columns do not stand where their numbers say
   OperationEnded     ///< an operation that a failure ended before its time
 };
 

@@ -32,6 +32,29 @@ struct PastPeriod {
   bool isMonth;
 };
 
+// Tells what happens while a past period is read as what it is: the same transaction may be read for the
+// import too.
+class PastObserver final : public Observer {
+ public:
+  PastObserver(Observer& toldObserver, std::int16_t periodNumber)
+      : observer(toldObserver), period(periodNumber) {}
+
+  void Notify(const Notice& notice) noexcept override {
+    // Of a notice that cannot be copied, the notice itself is better than none.
+    try {
+      Notice past = notice;
+      past.place.pastPeriod = period;
+      observer.Notify(past);
+    } catch (...) {
+      observer.Notify(notice);
+    }
+  }
+
+ private:
+  Observer& observer;
+  std::int16_t period;
+};
+
 // Goes through the periods in order.
 class PastCalendar {
  public:
@@ -107,7 +130,7 @@ class PastCollecting {
     state.incomeSubtotals = TopLevelSubtotals(state.incomeAccounts, context.observer);
     state.costSubtotals = TopLevelSubtotals(state.costAccounts, context.observer);
     if (MajorVersion() == 1) ReadTransactions(period);
-    if (MajorVersion() == 2) ReadReports(RangeOf(period));
+    if (MajorVersion() == 2) ReadReports(period);
     SetTotal("Income", period, state.incomeSubtotals);
     SetTotalOfReports("Expense", period, state.expenseSubtotals);
     SetTotalOfReports("CostOfGoodsSold", period, state.costSubtotals);
@@ -123,18 +146,23 @@ class PastCollecting {
   // year.
   void ReadTransactions(const PastPeriod& period) {
     if (options.krnProduct == QBKRN_COR && period.number >= 3 && period.number <= 13) return;
-    ImportExpenseBalances(context, period.month, StartingYear(options.period));
-    ImportIncomeBalances(context, period.month, period.year);
+    PastObserver observer(context.observer, period.number);
+    ImportContext past{state, context.session, context.plan, context.events, observer, context.clock};
+    ImportExpenseBalances(past, period.month, StartingYear(options.period));
+    ImportIncomeBalances(past, period.month, period.year);
   }
 
-  void ReadReports(const DateRange& range) {
-    ReadReport(request_number::incomeByMonth, range, state.incomeSubtotals);
-    ReadReport(request_number::costByMonth, range, state.costSubtotals);
-    ReadReport(request_number::expenseByMonth, range, state.expenseSubtotals);
+  void ReadReports(const PastPeriod& period) {
+    const DateRange range = RangeOf(period);
+    ReadReport(request_number::incomeByMonth, range, period.number, state.incomeSubtotals);
+    ReadReport(request_number::costByMonth, range, period.number, state.costSubtotals);
+    ReadReport(request_number::expenseByMonth, range, period.number, state.expenseSubtotals);
   }
 
-  void ReadReport(std::int32_t number, const DateRange& range, std::optional<SubtotalCollection>& target) {
-    ParseProfitAndLossReport(context.session, number, range, target, context.observer);
+  void ReadReport(std::int32_t number, const DateRange& range, std::int16_t periodNumber,
+                  std::optional<SubtotalCollection>& target) {
+    PastObserver observer(context.observer, periodNumber);
+    ParseProfitAndLossReport(context.session, number, range, target, observer);
   }
 
   void SetTotal(std::string_view type, const PastPeriod& period,

@@ -47,7 +47,8 @@ class RowTelling {
   void NoSubtotal(const std::string& name, const std::vector<XmlElement>& columns, std::size_t amountCount) {
     double sum = 0;
     for (std::size_t column = 1; column <= amountCount && column < columns.size(); ++column) {
-      sum += LeadingNumber(columns[column].Attribute("value").value_or(""));
+      // Telling must not fail where the row itself would only be passed over.
+      sum += ConvertToDouble(columns[column].Attribute("value").value_or("")).value_or(0);
     }
     if (sum == 0) return;
     observer.Notify(Notice{.kind = NoticeKind::AmountSkipped,
@@ -154,13 +155,16 @@ void ParseProfitAndLossReport(const XmlElement& response, std::optional<Subtotal
 
 void ParseBalanceSheetByType(ImportContext& context, std::int16_t period, const std::string& request,
                              const std::string& asOfDate, SubtotalCollection& target, TypeProgress progress) {
-  const Place place{.operation = "ParseBalanceSheetByType",
-                    .request = request_number::balanceSheetByType,
-                    .fromDate = asOfDate,
-                    .toDate = asOfDate};
+  Place place{.operation = "ParseBalanceSheetByType",
+              .request = request_number::balanceSheetByType,
+              .fromDate = asOfDate,
+              .toDate = asOfDate,
+              .accountType = {},
+              .pastPeriod = period};
   int step = 0;
   for (const std::string_view type : balanceSheetTypes) {
     ++step;
+    place.accountType = type;
     if (progress == TypeProgress::Raised) {
       context.events.ProgressBarChange(RoundedPercent(step, balanceSheetTypes.size()), processingText);
     }

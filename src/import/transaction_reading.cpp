@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 
 #include "qbxml/response_element.h"
 #include "support/xml_events.h"
@@ -64,29 +65,35 @@ class LineHandler final : public XmlEventHandler {
       : selection(lineSelection), observer(toldObserver), place(toldPlace) {}
 
   void StartElement(std::string_view name, const XmlEventAttributes& attributes) override {
-    if (open.size() == 2) TellAnswerStatus(attributes);
+    if (open.size() == 2) KeepStatus(attributes);
     OpenElement element;
     if (!responseSeen && name == selection.responseName) responseSeen = element.isResponse = true;
     element.isItemGroup = name == "ItemGroupLineRet";
-    if (!open.empty() && captureDepth == 0) BeginField(name, element);
+    if (!open.empty()) BeginField(name, element);
     open.push_back(element);
     if (IsLine(name)) KeepLine(name);
   }
 
   void Text(std::string_view piece) override {
-    if (captureDepth != 0) captured += piece;
+    if (!captures.empty()) captured += piece;
   }
 
   void EndElement() override {
-    if (captureDepth == open.size()) {
-      frames[capturedFrame].*capturedField = lines.texts.Keep(captured);
-      captureDepth = 0;
+    if (!captures.empty() && captures.back().depth == open.size()) {
+      const Capture& capture = captures.back();
+      frames[capture.frame].*capture.field =
+          lines.texts.Keep(std::string_view(captured).substr(capture.begin));
+      captures.pop_back();
+      if (captures.empty()) captured.clear();
     }
     open.pop_back();
   }
 
-  // The lines with their fields, once everything around them has been read.
+  // The lines with their fields, once everything around them has been read; tells the answer's statuses.
   TransactionLines Lines() && {
+    for (const auto& status : statuses) {
+      TellStatus([&](std::string_view name) { return status.at(name); }, observer, place);
+    }
     if (!responseSeen) return {};
     lines.lines.reserve(found.size());
     for (const FoundLine& line : found) lines.lines.push_back(LineOf(line));
@@ -94,15 +101,27 @@ class LineHandler final : public XmlEventHandler {
   }
 
  private:
-  void TellAnswerStatus(const XmlEventAttributes& attributes) {
-    TellStatus([&](std::string_view name) { return attributes.Find(name); }, observer, place);
+  // A text of the document whose element is still open.
+  struct Capture {
+    std::size_t depth;
+    std::size_t frame;
+    Field Frame::*field;
+    std::size_t begin;  // in `captured`: a text inside another is part of both
+  };
+  using Status = std::map<std::string_view, std::optional<std::string>>;
+
+  void KeepStatus(const XmlEventAttributes& attributes) {
+    Status& status = statuses.emplace_back();
+    for (const std::string_view name : {"statusCode", "statusSeverity", "statusMessage"}) {
+      status.emplace(name, attributes.Find(name));
+    }
   }
 
   void BeginField(std::string_view name, OpenElement& element) {
     OpenElement& around = open.back();
     if (around.reference != nullptr && name == "ListID") {
       // A reference stands inside the element that its ListID is a field of.
-      Capture(open[open.size() - 2].frame, around.reference->field);
+      BeginCapture(open[open.size() - 2].frame, around.reference->field);
       return;
     }
     for (const FieldElement& fieldElement : fieldElements) {
@@ -113,20 +132,16 @@ class LineHandler final : public XmlEventHandler {
         if (fieldElement.field == &Frame::customerId)
           frames[static_cast<std::size_t>(frame)].hasCustomer = true;
       } else {
-        Capture(frame, fieldElement.field);
+        BeginCapture(frame, fieldElement.field);
       }
       return;
     }
   }
 
   // The first of several counts.
-  void Capture(FrameNumber frame, Field Frame::*field) {
+  void BeginCapture(FrameNumber frame, Field Frame::*field) {
     const auto index = static_cast<std::size_t>(frame);
-    if (frames[index].*field) return;
-    captureDepth = open.size() + 1;
-    capturedFrame = index;
-    capturedField = field;
-    captured.clear();
+    if (!(frames[index].*field)) captures.push_back({open.size() + 1, index, field, captured.size()});
   }
 
   bool IsLine(std::string_view name) const {
@@ -190,9 +205,8 @@ class LineHandler final : public XmlEventHandler {
   std::vector<FoundLine> found;
   TransactionLines lines;
   bool responseSeen = false;
-  std::size_t captureDepth = 0;  // the depth of the element whose text is being kept; 0 for none
-  std::size_t capturedFrame = 0;
-  Field Frame::*capturedField = nullptr;
+  std::vector<Status> statuses;
+  std::vector<Capture> captures;
   std::string captured;
 };
 

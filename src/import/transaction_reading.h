@@ -12,7 +12,7 @@ namespace krnqb {
 enum class LinePlaces {
   DirectChildren,  ///< "ExpenseLineRet" and "ItemLineRet" that are children of a transaction (bill, check or
                    ///< charge); those inside its item groups are read too, marked as such
-  Anywhere  ///< every element of the line's name in the whole answer
+  Anywhere         ///< every element of the line's name in the whole answer
 };
 
 struct LineSelection {

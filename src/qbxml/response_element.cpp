@@ -1,6 +1,7 @@
 #include "qbxml/response_element.h"
 
-#include "support/number_text.h"
+#include <charconv>
+
 #include "support/xml_parser.h"
 
 namespace krnqb {
@@ -8,6 +9,13 @@ namespace {
 
 XmlElement Named(XmlElement element, std::string_view expectedName) {
   return expectedName.empty() || element.Name() == expectedName ? std::move(element) : XmlElement();
+}
+
+// A code that is no number is told as 0.
+std::int32_t StatusNumber(const std::string& code) {
+  std::int32_t number = 0;
+  std::from_chars(code.data(), code.data() + code.size(), number);
+  return number;
 }
 
 }  // namespace
@@ -44,7 +52,7 @@ void TellStatus(const std::function<std::optional<std::string>(std::string_view)
   if (!code || *code == "0" || *code == "1") return;
   observer.Notify(Notice{.kind = NoticeKind::AnswerStatus,
                          .place = place,
-                         .number = static_cast<std::int32_t>(LeadingNumber(*code)),
+                         .number = StatusNumber(*code),
                          .severity = attribute("statusSeverity").value_or(""),
                          .description = attribute("statusMessage").value_or("")});
 }

@@ -57,11 +57,12 @@ struct Telling {
   }
 };
 
-void TellStart(void* context, const xmlChar* name, const xmlChar* /*prefix*/, const xmlChar* /*uri*/,
+void TellStart(void* context, const xmlChar* name, const xmlChar* /*prefix*/, const xmlChar* uri,
                int /*namespaceCount*/, const xmlChar** /*namespaces*/, int attributeCount, int /*defaulted*/,
                const xmlChar** attributes) {
   Telling::To(context, [&](XmlEventHandler& handler) {
-    handler.StartElement(reinterpret_cast<const char*>(name), LibraryAttributes(attributes, attributeCount));
+    handler.StartElement(uri == nullptr ? reinterpret_cast<const char*>(name) : "",
+                         LibraryAttributes(attributes, attributeCount));
   });
 }
 

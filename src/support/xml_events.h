@@ -19,6 +19,7 @@ class XmlEventAttributes {
 class XmlEventHandler {
  public:
   virtual ~XmlEventHandler() = default;
+  /// `name` is empty for an element of a namespace, which no path of ours selects.
   virtual void StartElement(std::string_view name, const XmlEventAttributes& attributes) = 0;
   /// A piece of an element's own text; one text may come in several.
   virtual void Text(std::string_view piece) = 0;

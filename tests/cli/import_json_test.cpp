@@ -17,7 +17,7 @@ ordered_json Object(const ProgramRun& run) {
   Words members;
   for (const auto& member : object.items()) members.push_back(member.key());
   EXPECT_EQ(members, (Words{"result", "error_number", "error_description", "events", "tables", "incomplete",
-                            "elapsed_ms"}));
+                            "skipped", "elapsed_ms"}));
   EXPECT_TRUE(object.at("elapsed_ms").is_number_integer());
   EXPECT_GE(object.at("elapsed_ms").get<int>(), 0);
   return object;

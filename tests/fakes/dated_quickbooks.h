@@ -1,0 +1,98 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "fakes/fake_request_processor.h"
+#include "fakes/journal.h"
+
+namespace krnqb::fakes {
+
+/// A request as a line of words: its number, for a balance sheet the account type, then the first and the
+/// last day of its period, as in "10 2002-01-01 2002-01-31" or "330 Bank 2002-12-31 2002-12-31".
+inline std::string Question(std::string_view request) {
+  const bool balanceSheet = request.find("BalanceSheetStandard") != std::string_view::npos;
+  std::string question = balanceSheet
+                             ? "330 " + TextBetween(request, "<AccountTypeFilter>", "</AccountTypeFilter>")
+                             : RequestNumber(request);
+  for (const std::string name : {"FromTxnDate", "ToTxnDate", "FromReportDate", "ToReportDate"}) {
+    const std::string date = TextBetween(request, "<" + name + ">", "</" + name + ">");
+    if (!date.empty()) question += " " + date;
+  }
+  return question;
+}
+
+/// QuickBooks with an answer per question. An answer may stand under the first words of a question alone: "10
+/// 2002-01-01" answers the bills of January, "10" those of every other month.
+struct DatedQuickBooks {
+  std::string company = "C:\\Companies\\Nursery.qbw";
+  std::int16_t majorVersion = 1;
+  std::map<std::string, std::string> answers;
+  std::vector<std::string> requests;  // as they were sent
+
+  std::string AnswerTo(std::string question) const {
+    while (!question.empty()) {
+      const auto answer = answers.find(question);
+      if (answer != answers.end()) return answer->second;
+      const auto lastBlank = question.rfind(' ');
+      question.resize(lastBlank == std::string::npos ? 0 : lastBlank);
+    }
+    return "<QBXML><QBXMLMsgsRs/></QBXML>";
+  }
+};
+
+/// A processor that records each question in the journal and answers it.
+class DatedProcessor : public RequestProcessor {
+ public:
+  DatedProcessor(std::shared_ptr<DatedQuickBooks> program, std::shared_ptr<Journal> sharedJournal)
+      : quickBooks(std::move(program)), journal(std::move(sharedJournal)) {}
+
+  std::string ProcessRequest(std::string_view /*ticket*/, std::string_view request) override {
+    quickBooks->requests.emplace_back(request);
+    const std::string question = Question(request);
+    journal->Record("ProcessRequest " + question);
+    return quickBooks->AnswerTo(question);
+  }
+  void OpenConnection(std::string_view /*applicationIdentifier*/,
+                      std::string_view /*applicationName*/) override {}
+  std::string BeginSession(std::string_view /*companyFile*/, std::int32_t /*fileMode*/) override {
+    isOpen = true;
+    return "ticket";
+  }
+  std::string GetCurrentCompanyFileName(std::string_view /*ticket*/) override {
+    return isOpen ? quickBooks->company : "";
+  }
+  std::int16_t MajorVersion() override { return quickBooks->majorVersion; }
+  std::int16_t MinorVersion() override { return 0; }
+
+ private:
+  std::shared_ptr<DatedQuickBooks> quickBooks;
+  std::shared_ptr<Journal> journal;
+  bool isOpen = false;
+};
+
+class DatedProcessorFactory : public RequestProcessorFactory {
+ public:
+  DatedProcessorFactory(std::shared_ptr<DatedQuickBooks> program, std::shared_ptr<Journal> sharedJournal)
+      : quickBooks(std::move(program)), journal(std::move(sharedJournal)) {}
+
+  std::unique_ptr<RequestProcessor> Create() override {
+    if (refusal) throw *refusal;
+    return std::make_unique<DatedProcessor>(quickBooks, journal);
+  }
+
+  /// What the next session is refused with.
+  std::optional<Error> refusal;
+
+ private:
+  std::shared_ptr<DatedQuickBooks> quickBooks;
+  std::shared_ptr<Journal> journal;
+};
+
+}  // namespace krnqb::fakes
