@@ -8,7 +8,6 @@
 #include "cli/import_failure.h"
 #include "cli/nearest_names.h"
 #include "krnqb/keyed_collection.h"
-#include "plan/table_identifiers.h"
 
 namespace krnqb::cli {
 namespace {

@@ -41,7 +41,7 @@ class Import {
  private:
   void ReadAndSave() {
     CheckImportOptions(options);
-    ImportSource source = OpenImportSource(options);
+    const ImportSource source = OpenImportSource(options);
     LockPlan();
     plan = Attempt([&] { return embedded::PlanFile::Open(options.planFile); });
     const ImportSettings settings = SettleImport(options, *plan);

@@ -37,6 +37,10 @@ TEST(Omissions, HoldAnswersWithAWarning) {
             Texts{"request 4 (expense accounts): status 500 (Warn): Because"});
 }
 
+TEST(Omissions, HoldAWarningWhateverItsNumber) {
+  EXPECT_EQ(TextsOf({Status(2, "Warn")}).size(), 1U);
+}
+
 TEST(Omissions, HoldAnErrorStatusWhateverItsSeverity) {
   EXPECT_EQ(TextsOf({Status(1000, "Info")}).size(), 1U);
   EXPECT_EQ(TextsOf({Status(2, "Error")}).size(), 1U);

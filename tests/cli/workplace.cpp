@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <fstream>
-#include <regex>
 #include <sstream>
 
 #include "cli/run_krnqb.h"
@@ -62,9 +61,15 @@ std::string Replaced(std::string text, std::string_view part, std::string_view r
   return text.replace(position, part.size(), replacement);
 }
 
-std::string WithoutStamps(const std::string& text) {
-  static const std::regex stamp("<lastsavedid>[^<]*</lastsavedid>");
-  return std::regex_replace(text, stamp, "");
+std::string WithoutStamps(std::string text) {
+  constexpr std::string_view begin = "<lastsavedid>";
+  constexpr std::string_view end = "</lastsavedid>";
+  for (std::size_t stamp = 0; (stamp = text.find(begin, stamp)) != std::string::npos;) {
+    const std::size_t stampEnd = text.find(end, stamp);
+    if (stampEnd == std::string::npos) break;
+    text.erase(stamp, stampEnd + end.size() - stamp);
+  }
+  return text;
 }
 
 Workplace::Workplace() : folder(MakeFolder()) {

@@ -29,7 +29,7 @@ std::string ReadText(const std::filesystem::path& file);
 std::string Replaced(std::string text, std::string_view part, std::string_view replacement);
 
 /// `text` without the save stamps of its tables, which tell when a plan was saved.
-std::string WithoutStamps(const std::string& text);
+std::string WithoutStamps(std::string text);
 
 /// A folder of a test's own, with copies of the sample plans as ald.kpf, bri.kpf and cor.kpf in it; removed
 /// with everything in it.
