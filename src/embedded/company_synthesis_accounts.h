@@ -59,8 +59,8 @@ struct Account {
 /// known by their index.
 class ChartOfAccounts {
  public:
-  /// `count` is at least `GeneratorBounds::leastAccounts`; `begun` is when the company was set up.
-  ChartOfAccounts(std::int64_t count, std::int64_t begun, Random& random);
+  /// `count` is at least `GeneratorBounds::leastAccounts`; `setUp` is when the company was set up.
+  ChartOfAccounts(std::int64_t count, std::int64_t setUp, Random& random);
 
   const Account& operator[](std::size_t account) const { return accounts[account]; }
   std::size_t Size() const { return accounts.size(); }

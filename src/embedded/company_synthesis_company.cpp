@@ -1,6 +1,7 @@
 #include "embedded/company_synthesis_company.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "embedded/company_synthesis_calendar.h"
 
@@ -19,8 +20,8 @@ std::int64_t SetUpTime(std::int16_t firstYear) {
 
 }  // namespace
 
-Company::Company(const GeneratorSettings& generatorSettings, std::int64_t fewestInAYear, Random& random)
-    : settings(generatorSettings),
+Company::Company(GeneratorSettings generatorSettings, std::int64_t fewestInAYear, Random& random)
+    : settings(std::move(generatorSettings)),
       begun(SetUpTime(settings.firstYear)),
       accounts(settings.accounts, begun, random),
       choices(ChooseAccounts(accounts, settings.features, fewestInAYear)),

@@ -14,7 +14,7 @@ namespace krnqb::embedded::synthesis {
 /// The lists of a company with its running balances and stock.
 struct Company {
   /// `fewestInAYear` is the number of transactions of the quietest year.
-  Company(const GeneratorSettings& generatorSettings, std::int64_t fewestInAYear, Random& random);
+  Company(GeneratorSettings generatorSettings, std::int64_t fewestInAYear, Random& random);
 
   GeneratorSettings settings;
   std::int64_t begun;  ///< when it was set up, in seconds since 1970

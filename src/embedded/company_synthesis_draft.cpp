@@ -10,7 +10,7 @@ void Draft::Begin(std::string_view recordElement, const Occasion& occasion) {
   dayText = occasion.dayText;
   enteredAt = UnixTime(occasion.day, occasion.secondOfDay);
   id = fmt::format("{:X}-{}", ++lastNumber, enteredAt);
-  postings.emplace(*kind);
+  postings = PostingList(*kind);
   total = 0;
   lineCount = 0;
   lines.Clear();
@@ -30,7 +30,7 @@ void Draft::OpenLine(std::string_view element) {
 void Draft::PostTotal(std::size_t account) {
   const bool isSale = kind->element == "InvoiceRet" || kind->element == "SalesReceiptRet";
   company.accounts.Post(account, isSale ? total : -total);
-  postings->AddTotal(company.accounts[account].listId, total);
+  postings.AddTotal(company.accounts[account].listId, total);
 }
 
 CompanyRecord Draft::Finish(std::string_view afterLines) {
@@ -45,7 +45,7 @@ CompanyRecord Draft::Finish(std::string_view afterLines) {
   xml += lines.Xml();
   record.text.linesEnd = xml.size();
   xml.append(afterLines).append("</").append(kind->element).append(">\n");
-  record.postings = postings->Take();
+  record.postings = postings.Take();
   return record;
 }
 

@@ -37,7 +37,8 @@ struct Sold {
 /// posted to the company's accounts and stock at once. Used again and again, for one transaction at a time.
 class Draft {
  public:
-  explicit Draft(Company& booksCompany) : company(booksCompany) {}
+  explicit Draft(Company& booksCompany)
+      : company(booksCompany), kind(&RecordKinds().back()), postings(*kind) {}
 
   void Begin(std::string_view recordElement, const Occasion& occasion);
 
@@ -45,7 +46,7 @@ class Draft {
 
   void ExpenseLine(std::size_t account, Cents amount, std::string_view memo,
                    const std::optional<ChargedCustomer>& customer = std::nullopt);
-  void BoughtLine(std::size_t item, std::int64_t pieces, Cents cost,
+  void BoughtLine(std::size_t index, std::int64_t pieces, Cents cost,
                   const std::optional<ChargedCustomer>& customer = std::nullopt);
   /// A purchase of a group, which is so many of each of its members at their costs.
   void BoughtGroup(std::size_t group, std::int64_t pieces, std::int64_t pricePermille);
@@ -80,14 +81,14 @@ class Draft {
   void PostSold(const Item& item, Cents amount, std::int64_t hundredths);
 
   Company& company;
-  const RecordKind* kind = nullptr;
+  const RecordKind* kind;
   bool isInvoice = false;
   std::string dayText;
   std::int64_t enteredAt = 0;
   std::string id;
   ElementText head;
   ElementText lines;
-  std::optional<PostingList> postings;
+  PostingList postings;
   Cents total = 0;
   std::int64_t lineCount = 0;
   std::int64_t lastNumber = 40;

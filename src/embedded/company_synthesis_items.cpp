@@ -30,7 +30,7 @@ constexpr unsigned percentToParents = 10;
 constexpr unsigned percentStockedMembers = 60;
 constexpr std::int64_t mostMembers = 4;
 // The item list was begun after the other lists.
-constexpr std::int64_t secondsAfterAccounts = 90 * 24 * 3600;
+constexpr std::int64_t secondsAfterAccounts = std::int64_t{90} * 24 * 3600;
 
 class ItemMaker {
  public:

@@ -16,7 +16,7 @@ std::string CompanyText(const GeneratorSettings& settings);
 std::string PreferencesText(const GeneratorSettings& settings);
 
 /// An account's record. `totalBalance` includes the accounts below it.
-std::string AccountText(const ChartOfAccounts& accounts, std::size_t account, Cents totalBalance,
+std::string AccountText(const ChartOfAccounts& accounts, std::size_t index, Cents totalBalance,
                         bool withNumber);
 
 /// An item's record.

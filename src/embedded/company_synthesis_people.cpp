@@ -14,7 +14,8 @@ namespace {
 
 constexpr std::int64_t fewestVendors = 8;
 constexpr std::int64_t mostVendors = 2'000;
-constexpr std::int64_t secondsAfterAccounts = 30 * 24 * 3600;  // the lists were begun one after the other
+// The lists were begun one after the other.
+constexpr std::int64_t secondsAfterAccounts = std::int64_t{30} * 24 * 3600;
 constexpr std::size_t employees = 12;
 constexpr unsigned percentJobs = 35;
 constexpr std::array<int, 4> customaryTerms = {0, 15, 30, 30};

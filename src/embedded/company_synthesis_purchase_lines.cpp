@@ -18,7 +18,7 @@ void Draft::ExpenseLine(std::size_t account, Cents amount, std::string_view memo
   if (!memo.empty()) lines.Text("Memo", memo);
   Charge(customer);
   lines.Close("ExpenseLineRet");
-  postings->AddAccountLine(company.accounts[account].listId, amount);
+  postings.AddAccountLine(company.accounts[account].listId, amount);
   company.accounts.Post(account, amount);
   total += amount;
 }
@@ -35,7 +35,7 @@ void Draft::BoughtLine(std::size_t index, std::int64_t pieces, Cents cost,
   lines.Money("Amount", amount);
   Charge(customer);
   lines.Close("ItemLineRet");
-  postings->AddItemLine(item.listId, amount, static_cast<double>(pieces));
+  postings.AddItemLine(item.listId, amount, static_cast<double>(pieces));
   company.accounts.Post(item.boughtTo.value_or(item.soldTo), amount);
   if (item.kind == ItemKind::Inventory) item.stock += pieces;
   total += amount;

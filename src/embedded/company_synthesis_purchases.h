@@ -35,7 +35,7 @@ class Purchases {
                             std::string_view memo);
 
   /// Puts an inventory item that has come to its reorder point on a bill or check to come.
-  void Reorder(std::size_t item);
+  void Reorder(std::size_t index);
 
  private:
   struct Shape {

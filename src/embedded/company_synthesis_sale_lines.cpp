@@ -22,7 +22,7 @@ std::string_view Draft::SaleGroup() const {
 }
 
 void Draft::PostSold(const Item& item, Cents amount, std::int64_t hundredths) {
-  postings->AddItemLine(item.listId, amount, static_cast<double>(hundredths) / 100);
+  postings.AddItemLine(item.listId, amount, static_cast<double>(hundredths) / 100);
   company.accounts.Post(item.soldTo, -amount);
   if (item.kind == ItemKind::Inventory) {
     const Cents cost = item.averageCost * hundredths / 100;

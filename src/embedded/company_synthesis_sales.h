@@ -31,11 +31,11 @@ class Sales {
   void Line(const Occasion& occasion);
   void ServiceLine(const Occasion& occasion);
   void StockLine(const Occasion& occasion);
-  void PieceLine(const Occasion& occasion, std::size_t item, std::int64_t pieces);
+  void PieceLine(const Occasion& occasion, std::size_t index, std::int64_t pieces);
   void GroupLines(const Occasion& occasion);
   void BilledCosts(const std::vector<OpenItem>& costs);
   std::optional<std::size_t> ItemInStock(std::int64_t pieces);
-  CompanyRecord FinishInvoice(const Occasion& occasion, std::size_t customer);
+  CompanyRecord FinishInvoice(const Occasion& occasion, std::size_t index);
   CompanyRecord FinishReceipt(const Occasion& occasion, const Party& customer);
 
   Company& company;

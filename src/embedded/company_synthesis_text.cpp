@@ -11,7 +11,7 @@ namespace krnqb::embedded::synthesis {
 namespace {
 
 constexpr std::int64_t idStep = 0x10000;  // list entries are numbered in the high digits of their ids
-constexpr std::int64_t secondsPerDay = 24 * 60 * 60;
+constexpr std::int64_t secondsPerDay = std::int64_t{24} * 60 * 60;
 constexpr std::int64_t secondsPerEntry = 97;  // the time that it took to enter one
 
 // Appends hundredths as a decimal number.
