@@ -7,6 +7,7 @@
 
 #include "embedded/company_ascii.h"
 #include "embedded/company_record_kinds.h"
+#include "embedded/company_report.h"
 #include "embedded/company_versions.h"
 
 namespace krnqb::embedded {
@@ -37,6 +38,10 @@ class AnswerWriter {
       StartTag(request, statusUnsupported, " />\n");
       return;
     }
+    if (request.subject == RequestSubject::Report) {
+      Report(request);
+      return;
+    }
     const std::size_t begin = text.size();
     StartTag(request, statusOk, ">\n");
     const std::size_t recordsBegin = text.size();
@@ -60,8 +65,10 @@ class AnswerWriter {
       AppendAsciiText(text, *request.requestId);
       text += '"';
     }
-    fmt::format_to(std::back_inserter(text), R"( statusCode="{}" statusSeverity="{}" statusMessage="{}"{})",
-                   status.code, status.severity, status.message, end);
+    fmt::format_to(std::back_inserter(text), R"( statusCode="{}" statusSeverity="{}" statusMessage=")",
+                   status.code, status.severity);
+    AppendAsciiText(text, status.message);
+    text.append("\"").append(end);
   }
 
   void EndTag(const CompanyRequest& request) {
@@ -83,9 +90,21 @@ class AnswerWriter {
       case RequestSubject::Host:
         Host();
         break;
+      case RequestSubject::Report:
       case RequestSubject::Unsupported:
         break;
     }
+  }
+
+  // A report with nothing to show is a report all the same.
+  void Report(const CompanyRequest& request) {
+    if (const auto refusal = FindReportRefusal(request)) {
+      StartTag(request, {refusal->code, "Error", refusal->message}, " />\n");
+      return;
+    }
+    StartTag(request, statusOk, ">\n");
+    AppendReport(text, ComputeReport(database, request));
+    EndTag(request);
   }
 
   void Accounts(const CompanyRequest& request) {

@@ -29,6 +29,7 @@ std::string RequiredText(const XmlElement& record, std::string_view name) {
 void ReadListEntry(const XmlElement& element, CompanyRecord& record) {
   record.key = RequiredText(element, "ListID");
   if (const XmlElement parent = element.Child("ParentRef").Child("ListID")) record.parentKey = parent.Text();
+  if (record.kind->family == "Item") record.itemAccounts = ReadItemAccounts(element);
   if (record.kind->family != "Account") return;
   record.accountType = RequiredText(element, "AccountType");
   if (!AccountTypeOrder(record.accountType)) {
@@ -43,6 +44,7 @@ void ReadTransaction(const XmlElement& element, CompanyRecord& record) {
     Refuse(fmt::format("{} has the TxnDate \"{}\", which is no day written year-month-day", element.Name(),
                        record.date));
   }
+  record.postings = ReadPostings(element);
 }
 
 // A document of item answers can come from the request for all items or from that for one kind of them.
@@ -68,7 +70,7 @@ void CheckStatus(const XmlElement& answer) {
 
 class DocumentReader {
  public:
-  DocumentReader(std::string_view documentName, const std::function<void(CompanyRecord&&)>& recordReceiver)
+  DocumentReader(std::string_view documentName, const RecordReceiver& recordReceiver)
       : name(documentName), receive(recordReceiver) {}
 
   void Read(std::string_view bytes) {
@@ -121,7 +123,7 @@ class DocumentReader {
   }
 
   std::string name;
-  const std::function<void(CompanyRecord&&)>& receive;
+  const RecordReceiver& receive;
 };
 
 }  // namespace
@@ -136,8 +138,7 @@ CompanyRecord ReadRecord(const XmlElement& element) {
   return record;
 }
 
-void ReadDocument(std::string_view documentName, std::string_view bytes,
-                  const std::function<void(CompanyRecord&&)>& receive) {
+void ReadDocument(std::string_view documentName, std::string_view bytes, const RecordReceiver& receive) {
   DocumentReader(documentName, receive).Read(bytes);
 }
 

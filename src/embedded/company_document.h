@@ -3,7 +3,10 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "embedded/company_item_accounts.h"
+#include "embedded/company_postings.h"
 #include "embedded/company_record_kinds.h"
 #include "embedded/company_record_text.h"
 #include "krnqb/xml_element.h"
@@ -18,7 +21,12 @@ struct CompanyRecord {
   std::string accountType;  ///< of an account
   std::string date;         ///< of a transaction, year-month-day
   RecordText text;
+  std::vector<Posting> postings;          ///< of a transaction
+  std::vector<ItemAccount> itemAccounts;  ///< of an item
 };
+
+/// Takes records one by one.
+using RecordReceiver = std::function<void(CompanyRecord&&)>;
 
 /// The record that an element is. Error `company_error::cannotParse` when it is none, or lacks what its kind
 /// must have: ListID or TxnID, an account's type, a transaction's date.
@@ -28,7 +36,6 @@ CompanyRecord ReadRecord(const XmlElement& element);
 /// encoding that the document declares. Answers to `HostQueryRq` are passed over: they tell of a program, not
 /// of a company. Error `company_error::cannotParse` at the first thing that is wrong; its description names
 /// the document, the line and the reason.
-void ReadDocument(std::string_view documentName, std::string_view bytes,
-                  const std::function<void(CompanyRecord&&)>& receive);
+void ReadDocument(std::string_view documentName, std::string_view bytes, const RecordReceiver& receive);
 
 }  // namespace krnqb::embedded

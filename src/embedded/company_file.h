@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,6 +56,10 @@ class CompanyFile {
   /// the list; CompanyRet replaces the company's name and fiscal year. Error `company_error::unexpected` when
   /// open for reading only.
   LoadSummary Load(std::string_view documentName, std::string_view bytes);
+
+  /// The same for records that `produce` makes: it hands them, one by one, to the receiver that it is given.
+  /// What it throws is thrown on, and none of its records is taken in.
+  LoadSummary Store(std::string_view source, const std::function<void(const RecordReceiver&)>& produce);
 
   /// The answer to a request document. Error `company_error::cannotParse` when it cannot be parsed or is of a
   /// later version than the company's processor speaks.

@@ -42,6 +42,7 @@ CompanyRecords::CompanyRecords(const Database& companyDatabase)
       replace(database.Prepare("UPDATE record SET family = ?1, key = ?2, kind = ?3, parent_key = ?4, "
                                "account_type = ?5, txn_date = ?6,"
                                " lines_begin = ?7, lines_end = ?8, xml = ?9 WHERE id = ?10")),
+      ledger(database),
       nextId(database.Integer("SELECT max(id) FROM record") + 1) {}
 
 PutResult CompanyRecords::Put(const CompanyRecord& record) {
@@ -53,6 +54,8 @@ PutResult CompanyRecords::Put(const CompanyRecord& record) {
   Statement& statement = isThere ? replace : insert;
   BindColumns(statement, record);
   statement.Bind(10, id).Run();
+  if (record.kind->shape == RecordShape::Transaction) ledger.PutPostings(id, record.date, record.postings);
+  if (record.kind->family == "Item") ledger.PutItemAccounts(record.key, record.itemAccounts);
   return isThere ? PutResult::Replaced : PutResult::Added;
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "embedded/company_document.h"
+#include "embedded/company_ledger.h"
 #include "embedded/database.h"
 
 namespace krnqb::embedded {
@@ -25,7 +26,8 @@ class CompanyRecords {
   explicit CompanyRecords(const Database& companyDatabase);
 
   /// Stores a record. One of the same family and key is replaced and keeps its place among the entries with
-  /// the same parent (transactions: among those of the same date); a new one comes last there.
+  /// the same parent (transactions: among those of the same date); a new one comes last there. What it posts,
+  /// or which accounts it names as an item, replaces what the earlier one did.
   PutResult Put(const CompanyRecord& record);
 
   /// Puts the lists that were touched in the order in which they are answered. Call it before committing.
@@ -38,6 +40,7 @@ class CompanyRecords {
   Statement find;
   Statement insert;
   Statement replace;
+  LedgerWriter ledger;
   std::int64_t nextId;
   std::set<std::string, std::less<>> touchedLists;
 };

@@ -33,7 +33,7 @@ constexpr std::array requestKinds = {
     RequestKind{"CompanyQueryRq", RequestSubject::Setting, "1.0"},
     RequestKind{"PreferencesQueryRq", RequestSubject::Setting, "1.0"},
     RequestKind{"HostQueryRq", RequestSubject::Host, "1.0"},
-    RequestKind{"GeneralSummaryReportQueryRq", RequestSubject::Unsupported, "2.0"},
+    RequestKind{"GeneralSummaryReportQueryRq", RequestSubject::Report, "2.0"},
 };
 
 [[noreturn]] void Refuse(std::string_view reason) {
@@ -139,6 +139,26 @@ void ReadTransactionQuery(const XmlElement& element, CompanyRequest& request) {
   content.RequireEnd();
 }
 
+void ReadReportQuery(const XmlElement& element, CompanyRequest& request) {
+  Content content(element);
+  const auto type = content.TakeText("GeneralSummaryReportType");
+  if (!type) Refuse(fmt::format("{} has no GeneralSummaryReportType", request.name));
+  request.reportType = *type;
+  if (const XmlElement taken = content.Take("ReportPeriod")) {
+    Content period(taken);
+    request.fromDate = TakeDate(period, "FromReportDate");
+    request.toDate = TakeDate(period, "ToReportDate");
+    period.RequireEnd();
+  }
+  if (const XmlElement taken = content.Take("ReportAccountFilter")) {
+    Content filter(taken);
+    request.accountTypeFilter = filter.TakeText("AccountTypeFilter").value_or("");
+    filter.RequireEnd();
+  }
+  request.columns = content.TakeText("SummarizeColumnsBy").value_or("");
+  content.RequireEnd();
+}
+
 // These requests are declared to be empty: not even a blank may stand in them.
 void RequireEmpty(const XmlElement& element) {
   if (element.Select("self::*[node()]")) Refuse(fmt::format("{} must be empty", element.Name()));
@@ -165,6 +185,9 @@ CompanyRequest ReadRequest(const XmlElement& element, std::string_view version) 
       break;
     case RequestSubject::Transactions:
       ReadTransactionQuery(element, request);
+      break;
+    case RequestSubject::Report:
+      ReadReportQuery(element, request);
       break;
     case RequestSubject::Setting:
     case RequestSubject::Host:

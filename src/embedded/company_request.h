@@ -13,6 +13,7 @@ enum class RequestSubject {
   Items,
   Transactions,
   Setting,  ///< the company's own record, or its preferences
+  Report,   ///< a summary report
   Host,
   Unsupported  ///< nothing that the company answers
 };
@@ -23,9 +24,12 @@ struct CompanyRequest {
   std::optional<std::string> requestId;  ///< absent when the request has none
   RequestSubject subject = RequestSubject::Unsupported;
   std::vector<std::string> accountTypes;  ///< of an account query; empty for all
-  std::string fromDate;                   ///< of a transaction query, year-month-day; empty for an open end
+  std::string fromDate;  ///< of a transaction query or a report, year-month-day; empty for an open end
   std::string toDate;
-  bool includeLines = false;  ///< of a transaction query
+  bool includeLines = false;      ///< of a transaction query
+  std::string reportType;         ///< of a report, such as "ProfitAndLossStandard"
+  std::string accountTypeFilter;  ///< of a report; empty for none
+  std::string columns;  ///< of a report, what it has a column for, such as "Month"; empty for nothing
 
   /// The family of the records asked for, such as "Bill".
   std::string_view Family() const noexcept;

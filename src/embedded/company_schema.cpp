@@ -15,7 +15,8 @@ constexpr std::int64_t applicationId = 0x4B51'4257;  // "KQBW"
 constexpr std::int64_t schemaVersion = 1;
 
 // A record's id tells when it first came. Its position is its place in the list; of transactions, which are
-// ordered by date first, their id. Lists have no dates, so the one index orders both.
+// ordered by date first, their id. Lists have no dates, so the one index orders both. Postings and the
+// accounts of items are what reports are added up from; the index on postings holds all that a sum needs.
 constexpr const char* tables = R"(
   CREATE TABLE company (
     processor_version TEXT NOT NULL);
@@ -35,11 +36,30 @@ constexpr const char* tables = R"(
   CREATE INDEX record_in_order ON record (family, txn_date, position);
   CREATE INDEX record_by_account_type ON record (account_type, position) WHERE account_type IS NOT NULL;
   CREATE INDEX record_by_kind ON record (kind);
+  CREATE TABLE posting (
+    record_id INTEGER NOT NULL,
+    number    INTEGER NOT NULL,
+    target    INTEGER NOT NULL,
+    key       TEXT NOT NULL,
+    txn_date  TEXT NOT NULL,
+    amount    INTEGER NOT NULL,
+    quantity  REAL NOT NULL,
+    PRIMARY KEY (record_id, number)) WITHOUT ROWID;
+  CREATE INDEX posting_by_target ON posting (target, key, txn_date, amount, quantity);
+  CREATE TABLE item_account (
+    item      TEXT NOT NULL,
+    target    INTEGER NOT NULL,
+    account   TEXT NOT NULL,
+    unit_cost REAL);
+  CREATE INDEX item_account_by_item ON item_account (item);
+  CREATE INDEX item_account_by_account ON item_account (account);
 )";
 
 }  // namespace
 
 void CreateSchema(const Database& database, std::string_view processorVersion) {
+  // A transaction with its lines takes some thousand bytes: on the usual page of 4096 much would stay empty.
+  database.Execute("PRAGMA page_size = 16384");
   Transaction transaction(database);
   database.Execute(
       fmt::format("PRAGMA application_id = {}; PRAGMA user_version = {};", applicationId, schemaVersion)

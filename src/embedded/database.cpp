@@ -61,6 +61,11 @@ Statement& Statement::Bind(int parameter, std::int64_t number) {
   return *this;
 }
 
+Statement& Statement::Bind(int parameter, double number) {
+  Check(sqlite3_bind_double(handle.get(), parameter, number), sqlite3_db_handle(handle.get()));
+  return *this;
+}
+
 Statement& Statement::BindNothing(int parameter) {
   Check(sqlite3_bind_null(handle.get(), parameter), sqlite3_db_handle(handle.get()));
   return *this;

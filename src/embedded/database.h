@@ -19,6 +19,7 @@ class Statement {
   /// The text is read when the statement steps, and must live until it is reset or bound anew.
   Statement& Bind(int parameter, std::string_view text);
   Statement& Bind(int parameter, std::int64_t number);
+  Statement& Bind(int parameter, double number);
   Statement& BindNothing(int parameter);
 
   /// Goes on to the next row; false when there are no more.

@@ -110,11 +110,11 @@ TEST_F(CompanyAnswer, RefusesAnUnknownRequestByItsStatusAndAnswersTheOthers) {
   CompanyFile company = NewCompany("2.0");
   company.Load("accounts.xml", Accounts(Account("1-1", "Bank")));
   EXPECT_EQ(company.Answer(Request("2.0",
-                                   "<VendorQueryRq requestID=\"7\"/>\r\n<GeneralSummaryReportQueryRq>\r\n"
-                                   "</GeneralSummaryReportQueryRq>\r\n<AccountQueryRq/>")),
+                                   "<VendorQueryRq requestID=\"7\"/>\r\n<CustomDetailReportQueryRq>\r\n"
+                                   "</CustomDetailReportQueryRq>\r\n<AccountQueryRq/>")),
             Response("<VendorQueryRs requestID=\"7\" statusCode=\"1030\" statusSeverity=\"Error\""
                      " statusMessage=\"This request is not supported.\" />\n"
-                     "<GeneralSummaryReportQueryRs statusCode=\"1030\" statusSeverity=\"Error\""
+                     "<CustomDetailReportQueryRs statusCode=\"1030\" statusSeverity=\"Error\""
                      " statusMessage=\"This request is not supported.\" />\n"
                      "<AccountQueryRs" +
                      std::string(okStatus) + Account("1-1", "Bank") + "</AccountQueryRs>\n"));

@@ -2,6 +2,7 @@
 
 #include "company_testing.h"
 #include "embedded/company_errors.h"
+#include "qbxml/request_catalogue.h"
 
 namespace krnqb::embedded {
 namespace {
@@ -81,6 +82,55 @@ TEST(CompanyRequest, ReadsADateRangeWithEitherEndOpen) {
     EXPECT_EQ(request.fromDate, from);
     EXPECT_EQ(request.toDate, to);
     EXPECT_FALSE(request.includeLines);
+  }
+}
+
+TEST(CompanyRequest, ReadsTheReportsOfTheCatalogue) {
+  const auto read = [](std::int32_t number) {
+    return ParseRequests(BuildRequest(number, "2002-01-01", "2002-12-31"), "2.0").at(0);
+  };
+  const auto income = read(request_number::incomeByMonth);
+  EXPECT_EQ(income.subject, RequestSubject::Report);
+  EXPECT_EQ(income.requestId, std::nullopt);
+  EXPECT_EQ(income.reportType, "ProfitAndLossStandard");
+  EXPECT_EQ(income.fromDate, "2002-01-01");
+  EXPECT_EQ(income.toDate, "2002-12-31");
+  EXPECT_EQ(income.accountTypeFilter, "OrdinaryIncome");
+  EXPECT_EQ(income.columns, "Month");
+  EXPECT_EQ(read(request_number::balanceSheetByType).reportType, "BalanceSheetStandard");
+  EXPECT_EQ(ParseRequests(BuildRequest(request_number::costByMonth, "", ""), "2.0").at(0).toDate, "");
+}
+
+TEST(CompanyRequest, RefusesAReportThatIsNotAsDeclared) {
+  const std::string type = "<GeneralSummaryReportType>ProfitAndLossStandard</GeneralSummaryReportType>";
+  const std::string period = "<ReportPeriod><FromReportDate/><ToReportDate/></ReportPeriod>";
+  const std::string filter =
+      "<ReportAccountFilter><AccountTypeFilter>Bank</AccountTypeFilter></ReportAccountFilter>";
+  const std::string columns = "<SummarizeColumnsBy>Month</SummarizeColumnsBy>";
+  struct Case {
+    std::string message;
+    std::string_view reason;
+  };
+  const std::vector<Case> cases = {
+      {period + type + filter + columns, "has no GeneralSummaryReportType"},
+      {"", "has no GeneralSummaryReportType"},
+      {type + filter + period + columns, "ReportPeriod cannot stand there"},
+      {type + period + columns + filter, "ReportAccountFilter cannot stand there"},
+      {type + type, "GeneralSummaryReportType cannot stand there"},
+      {type + "<ReportPeriod><ToReportDate/><FromReportDate/></ReportPeriod>",
+       "FromReportDate cannot stand there in ReportPeriod"},
+      {type + "<ReportPeriod><FromReportDate>2002-02-29</FromReportDate></ReportPeriod>",
+       "\"2002-02-29\" is no FromReportDate"},
+      {type + "<ReportAccountFilter><FullName>Sales</FullName></ReportAccountFilter>",
+       "FullName cannot stand there in ReportAccountFilter"},
+  };
+  for (const auto& [message, reason] : cases) {
+    SCOPED_TRACE(message);
+    const std::string request =
+        Request("2.0", "<GeneralSummaryReportQueryRq>" + message + "</GeneralSummaryReportQueryRq>");
+    const Error error = ErrorOf([&] { ParseRequests(request, "2.0"); });
+    EXPECT_EQ(error.Number(), company_error::cannotParse);
+    EXPECT_NE(error.Description().find(reason), std::string::npos) << error.Description();
   }
 }
 

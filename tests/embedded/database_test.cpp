@@ -34,6 +34,11 @@ TEST_F(DatabaseFile, KeepsEmptyTextsApartFromNothing) {
   EXPECT_FALSE(words.Step());
 }
 
+TEST_F(DatabaseFile, KeepsFractions) {
+  database.Prepare("INSERT INTO word VALUES ('half', ?1)").Bind(1, 2.5).Run();
+  EXPECT_EQ(database.Integer("SELECT number * 10 FROM word"), 25);
+}
+
 TEST_F(DatabaseFile, RollsBackWhatIsNotCommitted) {
   {
     const Transaction transaction(database);

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string_view>
+
+namespace krnqb::embedded {
+
+/// Whether a record's text says yes.
+constexpr bool IsTrue(std::string_view text) noexcept {
+  return text == "true" || text == "1";
+}
+
+}  // namespace krnqb::embedded

@@ -1,0 +1,119 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+#include "crosscheck/two_paths.h"
+#include "embedded/company_generator.h"
+#include "embedded/company_testing.h"
+
+// A generated company gives the same amounts by its transactions and by its reports.
+
+namespace krnqb::crosscheck {
+namespace {
+
+using embedded::CompanyFeatures;
+using embedded::GeneratorSettings;
+using embedded::testing::TemporaryFolder;
+
+// The year in the middle, so that there is something to leave out before and after it.
+GeneratorSettings ThreeYears() {
+  GeneratorSettings settings;
+  settings.accounts = 140;
+  settings.items = 70;
+  settings.customers = 50;
+  settings.transactions = 6'000;
+  settings.firstYear = importedYear - 1;
+  settings.lastYear = importedYear + 1;
+  return settings;
+}
+
+constexpr CompanyFeatures none = {.billableExpenses = false,
+                                  .inventory = false,
+                                  .purchasedGroups = false,
+                                  .parentPostings = false,
+                                  .unpostedExpenses = false,
+                                  .discounts = false,
+                                  .accountNumbers = false};
+
+struct BothPaths {
+  ActualAmounts fromTransactions;
+  ActualAmounts fromReports;
+};
+
+BothPaths ImportBothWays(GeneratorSettings settings) {
+  const TemporaryFolder folder;
+  settings.processorVersion = "1.1";
+  embedded::GenerateCompany(folder.File("transactions.qbw"), settings);
+  settings.processorVersion = "2.0";
+  embedded::GenerateCompany(folder.File("reports.qbw"), settings);
+  return {ImportedAmounts(folder.File("transactions.qbw"), folder.File("")),
+          ImportedAmounts(folder.File("reports.qbw"), folder.File(""))};
+}
+
+std::size_t AmountsOtherThanZero(const ActualAmounts& amounts, std::string_view block) {
+  std::size_t count = 0;
+  for (const auto& [name, months] : amounts) {
+    if (!name.starts_with(block)) continue;
+    count +=
+        static_cast<std::size_t>(std::ranges::count_if(months, [](double amount) { return amount != 0; }));
+  }
+  return count;
+}
+
+TEST(GeneratedCompany, HasTheSameAmountsByBothPathsWithoutTheExceptions) {
+  for (const std::uint64_t seed : {1U, 2U, 3U}) {
+    for (const bool accountNumbers : {false, true}) {
+      GeneratorSettings settings = ThreeYears();
+      settings.seed = seed;
+      settings.features = none;
+      settings.features.accountNumbers = accountNumbers;
+      const BothPaths paths = ImportBothWays(settings);
+      EXPECT_EQ(Differences(paths.fromTransactions, paths.fromReports), (std::map<std::string, double>{}));
+      EXPECT_EQ(paths.fromTransactions.size(), paths.fromReports.size());
+      EXPECT_GT(AmountsOtherThanZero(paths.fromTransactions, "sales/"), 36U);
+      EXPECT_GT(AmountsOtherThanZero(paths.fromTransactions, "expenses/"), 100U);
+    }
+  }
+}
+
+// The blocks whose amounts differ when a company has one of the features.
+std::set<std::string> DifferingBlocks(const CompanyFeatures& features) {
+  GeneratorSettings settings = ThreeYears();
+  settings.features = features;
+  const BothPaths paths = ImportBothWays(settings);
+  std::set<std::string> blocks;
+  for (const auto& [name, difference] : Differences(paths.fromTransactions, paths.fromReports)) {
+    blocks.insert(name.substr(0, name.find('/')));
+  }
+  return blocks;
+}
+
+CompanyFeatures With(bool CompanyFeatures::*feature) {
+  CompanyFeatures features = none;
+  features.*feature = true;
+  return features;
+}
+
+using Blocks = std::set<std::string>;
+
+TEST(GeneratedCompany, DiffersByEachExceptionAlone) {
+  EXPECT_EQ(DifferingBlocks(With(&CompanyFeatures::billableExpenses)), (Blocks{"expenses"}));
+  EXPECT_EQ(DifferingBlocks(With(&CompanyFeatures::purchasedGroups)), (Blocks{"expenses"}));
+  EXPECT_EQ(DifferingBlocks(With(&CompanyFeatures::parentPostings)), (Blocks{"expenses", "sales"}));
+  EXPECT_EQ(DifferingBlocks(With(&CompanyFeatures::unpostedExpenses)), (Blocks{"expenses"}));
+  EXPECT_EQ(DifferingBlocks(With(&CompanyFeatures::discounts)), (Blocks{"sales"}));
+}
+
+// Stock is sold in whole pieces at an average cost in whole cents, which no path rounds.
+TEST(GeneratedCompany, HasTheSameCostsByBothPathsWhenWholePiecesAreSold) {
+  GeneratorSettings settings = ThreeYears();
+  settings.features = With(&CompanyFeatures::inventory);
+  const BothPaths paths = ImportBothWays(settings);
+  EXPECT_GT(AmountsOtherThanZero(paths.fromTransactions, "costs/"), 12U);
+  EXPECT_EQ(Differences(paths.fromTransactions, paths.fromReports), (std::map<std::string, double>{}));
+}
+
+}  // namespace
+}  // namespace krnqb::crosscheck
