@@ -25,6 +25,7 @@ awk '
     may["component"] = "component import qbxml plan support"
     may["ui"] = "ui component import qbxml plan support"
     may["embedded"] = "embedded support"
+    may["com"] = "com ui component import qbxml plan support"
     may["cli"] = "cli embedded ui component import qbxml plan support"
     # Single headers that a folder may include from another one.
     mayFile["embedded", "qbxml/envelope.h"] = 1
@@ -54,6 +55,8 @@ awk '
       Report(FNR, "libxml2 is for .cpp files of src/support, not <" header ">")
     if (header ~ /^sqlite3/ && FILENAME !~ /^src\/embedded\/.*\.cpp$/)
       Report(FNR, "SQLite is for .cpp files of src/embedded, not <" header ">")
+    if (header ~ /^(ole|oc|ob|unkn|disp).*\.h$/ && folder != "com")
+      Report(FNR, "automation headers are for src/com, not <" header ">")
     if (header ~ /^krnqb\//) Report(FNR, "own headers are included with quotes, not <" header ">")
   }
 

@@ -1,0 +1,20 @@
+#include "com/class_factory.h"
+
+#include "com/error_mapping.h"
+
+namespace krnqb::com {
+
+STDMETHODIMP ClassFactory::CreateInstance(IUnknown* outer, REFIID interfaceId, void** object) noexcept {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  if (outer != nullptr) return CLASS_E_NOAGGREGATION;
+  return Guarded({serverClass.programName, IID_IClassFactory},
+                 [&] { Check(serverClass.create()->QueryInterface(interfaceId, object)); });
+}
+
+STDMETHODIMP ClassFactory::LockServer(BOOL lock) noexcept {
+  LockLibrary(lock != FALSE);
+  return S_OK;
+}
+
+}  // namespace krnqb::com

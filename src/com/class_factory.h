@@ -1,0 +1,22 @@
+#pragma once
+
+#include <unknwn.h>
+
+#include "com/com_object.h"
+#include "com/server_classes.h"
+
+namespace krnqb::com {
+
+/// Creates the objects of one class.
+class ClassFactory final : public ComObject<IClassFactory> {
+ public:
+  explicit ClassFactory(const ServerClass& createdClass) noexcept : serverClass(createdClass) {}
+
+  STDMETHODIMP CreateInstance(IUnknown* outer, REFIID interfaceId, void** object) noexcept override;
+  STDMETHODIMP LockServer(BOOL lock) noexcept override;
+
+ private:
+  const ServerClass& serverClass;
+};
+
+}  // namespace krnqb::com

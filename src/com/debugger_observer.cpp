@@ -1,0 +1,56 @@
+#include "com/debugger_observer.h"
+
+#include <fmt/format.h>
+#include <windows.h>
+
+#include "com/text.h"
+
+namespace krnqb::com {
+namespace {
+
+std::string_view WhatHappened(NoticeKind kind) {
+  switch (kind) {
+    case NoticeKind::StatementSkipped:
+      return "skipped a statement";
+    case NoticeKind::OperationEnded:
+      return "ended early";
+    case NoticeKind::AnswerStatus:
+      return "was answered with a status";
+    case NoticeKind::AnswerUnreadable:
+      return "got an answer that is no document";
+    case NoticeKind::TableUnreadable:
+      return "found a plan table unreadable";
+    case NoticeKind::AmountSkipped:
+      return "left an amount out";
+    case NoticeKind::AccountInSeveralRows:
+      return "found an account in several rows";
+    case NoticeKind::ColumnsOutOfStep:
+      return "found columns out of step";
+    case NoticeKind::PastPerformanceEnded:
+      return "ended past performance";
+    default:
+      return "noticed something";
+  }
+}
+
+class DebuggerLines final : public Observer {
+ public:
+  void Notify(const Notice& notice) noexcept override {
+    if (IsDebuggerPresent() == FALSE) return;
+    try {
+      const std::string line = fmt::format("KRN6_QB2002: {} {} ({}): {}\n", notice.place.operation,
+                                           WhatHappened(notice.kind), notice.number, notice.description);
+      OutputDebugStringW(Wide(line).c_str());
+    } catch (...) {
+      // A line that cannot be written is not worth an error.
+    }
+  }
+};
+
+}  // namespace
+
+std::shared_ptr<Observer> DebuggerObserver() {
+  return std::make_shared<DebuggerLines>();
+}
+
+}  // namespace krnqb::com

@@ -1,0 +1,42 @@
+// What the library exports: the system and registration programs call nothing else of it.
+#include <olectl.h>
+
+#include "com/class_factory.h"
+#include "com/error_mapping.h"
+#include "com/object_count.h"
+#include "com/registration.h"
+#include "com/registry_writer.h"
+#include "com/type_library.h"
+
+STDAPI DllGetClassObject(REFCLSID classId, REFIID interfaceId, void** object) {
+  using namespace krnqb::com;
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  for (const ServerClass& serverClass : ServerClasses()) {
+    if (serverClass.classId != classId) continue;
+    return Guarded({serverClass.programName, IID_IClassFactory}, [&] {
+      Check(MakeObject<ClassFactory>(serverClass)->QueryInterface(interfaceId, object));
+    });
+  }
+  return CLASS_E_CLASSNOTAVAILABLE;
+}
+
+STDAPI DllCanUnloadNow() {
+  return krnqb::com::IsLibraryUnused() ? S_OK : S_FALSE;
+}
+
+STDAPI DllRegisterServer() {
+  using namespace krnqb::com;
+  return Guarded({L"KRN6_QB2002", IID_NULL}, [] {
+    const std::unique_ptr<RegistryWriter> registry = SystemRegistryWriter();
+    Register(*registry, RegistrationOf(OwnPath()));
+  });
+}
+
+STDAPI DllUnregisterServer() {
+  using namespace krnqb::com;
+  return Guarded({L"KRN6_QB2002", IID_NULL}, [] {
+    const std::unique_ptr<RegistryWriter> registry = SystemRegistryWriter();
+    Unregister(*registry, RegistrationOf(OwnPath()));
+  });
+}

@@ -1,0 +1,52 @@
+// What is given back when a host unloads the library. A host may load and unload it as often as it likes, but
+// a process has little more than a thousand places of thread-local storage, and the compiler's thread library
+// takes one and keeps it. So its requests for places come here (the linker sees to that), where they are
+// remembered.
+#include <windows.h>
+
+#include <array>
+#include <cstddef>
+
+#include "support/xml_library.h"
+
+#ifdef _WIN64
+#define KRNQB_WRAPPED "__wrap___imp_TlsAlloc"
+#define KRNQB_REAL "__real___imp_TlsAlloc"
+#else
+#define KRNQB_WRAPPED "___wrap__imp__TlsAlloc@0"
+#define KRNQB_REAL "___real__imp__TlsAlloc@0"
+#endif
+
+namespace {
+
+using TakePlace = DWORD(WINAPI*)();
+
+std::array<DWORD, 16> takenPlaces{};
+std::size_t takenCount = 0;
+
+DWORD WINAPI TakeRememberedPlace();
+
+}  // namespace
+
+extern "C" {
+extern const TakePlace realTlsAlloc __asm__(KRNQB_REAL);
+extern const TakePlace wrappedTlsAlloc __asm__(KRNQB_WRAPPED);
+const TakePlace wrappedTlsAlloc = TakeRememberedPlace;
+}
+
+namespace {
+
+DWORD WINAPI TakeRememberedPlace() {
+  const DWORD place = realTlsAlloc();
+  if (place != TLS_OUT_OF_INDEXES && takenCount < takenPlaces.size()) takenPlaces[takenCount++] = place;
+  return place;
+}
+
+}  // namespace
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE /*library*/, DWORD reason, LPVOID processEnds) {
+  if (reason != DLL_PROCESS_DETACH || processEnds != nullptr) return TRUE;
+  krnqb::ReleaseXmlLibrary();
+  for (std::size_t index = 0; index < takenCount; ++index) TlsFree(takenPlaces[index]);
+  return TRUE;
+}

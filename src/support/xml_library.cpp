@@ -1,0 +1,11 @@
+#include "support/xml_library.h"
+
+#include <libxml/parser.h>
+
+namespace krnqb {
+
+void ReleaseXmlLibrary() noexcept {
+  xmlCleanupParser();
+}
+
+}  // namespace krnqb

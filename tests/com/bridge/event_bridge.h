@@ -1,0 +1,45 @@
+#pragma once
+
+#include <windows.h>
+
+#include <atomic>
+#include <vector>
+
+#include "test_server/test_server.h"
+
+namespace krnqb::testing {
+
+class EventSink;
+
+/// What gives scripts the events of an object where their host has no means for it:
+///
+///     bridge.Connect(source, handler)    from now on each event calls the handler's method of the event's name
+///     bridge.Disconnect()                ends all connections
+///
+/// Reached by name alone, as scripts do.
+class EventBridge final : public IDispatch {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID identifier, void** object) override;
+  ULONG STDMETHODCALLTYPE AddRef() override;
+  ULONG STDMETHODCALLTYPE Release() override;
+
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** information) override;
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
+                                          DISPID* identifiers) override;
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID identifier, REFIID reserved, LCID locale, WORD flags,
+                                   DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
+                                   UINT* argument) override;
+
+ private:
+  ~EventBridge();
+
+  HRESULT Connect(IUnknown* source, IDispatch* handler);
+  void Disconnect();
+
+  std::atomic<long> references{1};
+  ServerUse use;
+  std::vector<EventSink*> sinks;  ///< each with a reference of ours
+};
+
+}  // namespace krnqb::testing

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <ocidl.h>
+#include <windows.h>
+
+#include <atomic>
+
+#include "test_server/test_server.h"
+
+namespace krnqb::testing {
+
+/// Receives the events of one source and calls the handler's method of the event's name.
+class EventSink final : public IDispatch {
+ public:
+  /// Finds the source's event interface by the class that it says it is, and advises it. Null when it cannot.
+  static EventSink* Advised(IUnknown* source, IDispatch* handler);
+
+  void Unadvise();
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID identifier, void** object) override;
+  ULONG STDMETHODCALLTYPE AddRef() override;
+  ULONG STDMETHODCALLTYPE Release() override;
+
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** type) override;
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
+                                          DISPID* identifiers) override;
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID identifier, REFIID reserved, LCID locale, WORD flags,
+                                   DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
+                                   UINT* argument) override;
+
+ private:
+  EventSink(IDispatch* eventHandler, ITypeInfo* eventInterface);
+  ~EventSink();
+
+  std::atomic<long> references{1};
+  ServerUse use;
+  IDispatch* handler;      ///< ours
+  ITypeInfo* information;  ///< ours; of the event interface
+  IID eventIdentifier{};
+  IConnectionPoint* point = nullptr;  ///< ours while advised
+  DWORD cookie = 0;
+};
+
+}  // namespace krnqb::testing

@@ -1,0 +1,172 @@
+// Named, missing and omitted arguments, wrong counts and wrong types, by name.
+#include <gtest/gtest.h>
+
+#include "host/component.h"
+
+namespace krnqb::testing {
+namespace {
+
+TEST(Arguments, MembersAreFoundInAnyLetterCase) {
+  const LateBound exchange = NewLateBoundExchange();
+  const DISPID member = exchange.Member(L"IncludeExpenseAccounts");
+  EXPECT_NE(DISPID_UNKNOWN, member);
+  EXPECT_EQ(member, exchange.Member(L"INCLUDEexpenseaccounts"));
+  EXPECT_EQ(DISPID_UNKNOWN, exchange.Member(L"IncludeEverything"));
+}
+
+TEST(Arguments, OmittedOptionsAreTheirDefaults) {
+  const Answering answers(1, UsualAnswers());
+  const LateBound exchange = NewLateBoundExchange();
+  EXPECT_EQ(-1, exchange.Call(L"IsSDKVersionSupported").value.AsLong());
+  EXPECT_EQ(-1, exchange.Call(L"IsSDKVersionSupported", {Value::Missing()}).value.AsLong());
+  EXPECT_EQ(0, exchange.Call(L"IsSDKVersionSupported", {L"3.0"}).value.AsLong());
+  EXPECT_EQ(S_OK, exchange.Call(L"KRNSerialize").result);
+  EXPECT_EQ(S_OK, exchange.Call(L"KRNSerialize", {Value::Missing()}).result);
+}
+
+TEST(Arguments, MayBeNamedInAnyOrder) {
+  const Answering answers(1, UsualAnswers());
+  const LateBound exchange = NewLateBoundExchange();
+  const Outcome supported = exchange.CallNamed(L"IsSDKVersionSupported", {}, {{L"sVersion", L"1.0"}});
+  EXPECT_EQ(S_OK, supported.result);
+  EXPECT_EQ(-1, supported.value.AsLong());
+  for (const auto& named : {std::vector<NamedValue>{{L"DeserializeOptions", 0}, {L"SerialData", L"no document"}},
+                            std::vector<NamedValue>{{L"SerialData", L"no document"}, {L"DeserializeOptions", 0}},
+                            std::vector<NamedValue>{{L"serialdata", L"no document"}}}) {
+    const Outcome read = exchange.CallNamed(L"KRNDeserialize", {}, named);
+    EXPECT_EQ(S_OK, read.result);
+    EXPECT_EQ(VT_BSTR, read.value.Type());
+    EXPECT_EQ(L"", read.value.AsText());
+  }
+  const Outcome mixed =
+      exchange.CallNamed(L"KRNDeserialize", {L"no document"}, {{L"DeserializeOptions", 0}});
+  EXPECT_EQ(S_OK, mixed.result);
+}
+
+TEST(Arguments, AnUnknownNameIsRefused) {
+  const LateBound exchange = NewLateBoundExchange();
+  EXPECT_EQ(DISP_E_UNKNOWNNAME,
+            exchange.CallNamed(L"KRNDeserialize", {}, {{L"SerialDatum", L""}}).result);
+  const Outcome unknown = exchange.Invoke(exchange.Member(L"KRNDeserialize"), DISPATCH_METHOD, {L""}, {99});
+  EXPECT_EQ(DISP_E_PARAMNOTFOUND, unknown.result);
+  EXPECT_EQ(0U, unknown.wrongArgument);
+}
+
+TEST(Arguments, WrongCountsAreRefused) {
+  const LateBound exchange = NewLateBoundExchange();
+  EXPECT_EQ(DISP_E_BADPARAMCOUNT, exchange.Call(L"Go", {1}).result);
+  EXPECT_EQ(DISP_E_BADPARAMCOUNT, exchange.Call(L"KRNSerialize", {0, 0}).result);
+  EXPECT_EQ(DISP_E_BADPARAMCOUNT, exchange.Call(L"IsSDKVersionSupported", {L"1.1", L"1.0"}).result);
+  EXPECT_EQ(DISP_E_BADPARAMCOUNT, exchange.Read(L"KRNProduct", {1}).result);
+  const Outcome put =
+      exchange.Invoke(exchange.Member(L"KRNProduct"), DISPATCH_PROPERTYPUT, {1, 2}, {DISPID_PROPERTYPUT});
+  EXPECT_EQ(DISP_E_BADPARAMCOUNT, put.result);
+}
+
+TEST(Arguments, ARequiredOneMustBeThere) {
+  const LateBound exchange = NewLateBoundExchange();
+  for (const wchar_t* method : {L"KRNOpenPlan", L"KRNDeserialize", L"QbSerialize", L"SubmitCustomRequest",
+                                L"ShowDialog", L"MonthsOfActivity", L"Execute"}) {
+    const HRESULT result = exchange.Call(method).result;
+    EXPECT_TRUE(result == DISP_E_BADPARAMCOUNT || result == DISP_E_PARAMNOTOPTIONAL)
+        << std::hex << result << ' ' << std::wstring(method).size();
+  }
+  const Outcome missing = exchange.Call(L"KRNOpenPlan", {Value::Missing()});
+  EXPECT_EQ(DISP_E_PARAMNOTOPTIONAL, missing.result);
+}
+
+TEST(Arguments, TheWrongOneIsToldByItsIndex) {
+  const LateBound exchange = NewLateBoundExchange();
+  // The index counts as the arguments stand in the call: the last one is 0.
+  const Outcome options = exchange.Call(L"KRNDeserialize", {L"", L"no number"});
+  EXPECT_EQ(DISP_E_TYPEMISMATCH, options.result);
+  EXPECT_EQ(0U, options.wrongArgument);
+  const Outcome dialog = exchange.Call(L"ShowDialog", {L"none"});
+  EXPECT_EQ(DISP_E_TYPEMISMATCH, dialog.result);
+  EXPECT_EQ(0U, dialog.wrongArgument);
+  const Outcome action = exchange.Call(L"Execute", {Value::Null(), 7});
+  EXPECT_EQ(DISP_E_TYPEMISMATCH, action.result);
+  EXPECT_EQ(1U, action.wrongArgument);
+}
+
+TEST(Arguments, VariablesByReferenceAreTakenForTypedParameters) {
+  const LateBound exchange = NewLateBoundExchange();
+  Value options(0);
+  Value document(L"no document");
+  EXPECT_EQ(S_OK, exchange.Call(L"KRNDeserialize", {Value::Reference(document), Value::Reference(options)})
+                      .result);
+  EXPECT_EQ(0, options.AsLong());
+  Value action(L"do it");
+  Value rest(5);
+  const Outcome executed =
+      exchange.Call(L"Execute", {Value::Reference(action), Value::Reference(rest)});
+  EXPECT_EQ(S_OK, executed.result);
+  EXPECT_TRUE(executed.value.IsEmpty());
+  EXPECT_EQ(L"do it", action.AsText());
+  EXPECT_EQ(5, rest.AsLong());
+  Value collection(exchange.Call(L"GetTablesAffected").value);
+  EXPECT_EQ(0, exchange.Call(L"MonthsOfActivity", {Value::Reference(collection)}).value.AsLong());
+  EXPECT_TRUE(collection.AsObject());
+}
+
+TEST(Arguments, ATypedReferenceIsTakenAsItIs) {
+  const LateBound exchange = NewLateBoundExchange();
+  int options = 0;
+  VARIANT arguments[2]{};
+  arguments[0].vt = VT_BYREF | VT_I4;
+  arguments[0].plVal = reinterpret_cast<LONG*>(&options);
+  const Value document(L"no document");
+  arguments[1] = document.Raw();
+  DISPPARAMS parameters{arguments, nullptr, 2, 0};
+  Value result;
+  EXPECT_EQ(S_OK, exchange.Get()->Invoke(exchange.Member(L"KRNDeserialize"), IID_NULL, LOCALE_USER_DEFAULT,
+                                         DISPATCH_METHOD, &parameters, result.Receive(), nullptr, nullptr));
+  EXPECT_EQ(L"", result.AsText());
+}
+
+TEST(Arguments, OnlyTheNullIdentifierIsTaken) {
+  const LateBound exchange = NewLateBoundExchange();
+  const DISPID member = exchange.Member(L"KRNProduct");
+  EXPECT_EQ(DISP_E_UNKNOWNINTERFACE,
+            exchange.Invoke(member, DISPATCH_PROPERTYGET, {}, {}, IID_IDispatch).result);
+  LPOLESTR name = const_cast<LPOLESTR>(L"KRNProduct");
+  DISPID found = 0;
+  EXPECT_EQ(DISP_E_UNKNOWNINTERFACE,
+            exchange.Get()->GetIDsOfNames(IID_IDispatch, &name, 1, LOCALE_USER_DEFAULT, &found));
+}
+
+TEST(Arguments, AMemberThatIsNotThereIsToldSo) {
+  const LateBound exchange = NewLateBoundExchange();
+  EXPECT_EQ(DISP_E_MEMBERNOTFOUND, exchange.Invoke(4711, DISPATCH_METHOD, {}).result);
+  // No call of a property, no letting of what is only read.
+  EXPECT_EQ(DISP_E_MEMBERNOTFOUND, exchange.Let(L"QBIncomeAccounts", Value(1)).result);
+  EXPECT_EQ(DISP_E_MEMBERNOTFOUND, exchange.Set(L"KRNProduct", Value(1)).result);
+}
+
+TEST(Arguments, ResultsAndExceptionsMayBeUnwanted) {
+  const LateBound exchange = NewLateBoundExchange();
+  DISPPARAMS none{};
+  EXPECT_EQ(S_OK, exchange.Get()->Invoke(exchange.Member(L"KRNSerialize"), IID_NULL, LOCALE_USER_DEFAULT,
+                                         DISPATCH_METHOD, &none, nullptr, nullptr, nullptr));
+  const Value plan(L"C:\\plan.kpf");
+  VARIANT argument = plan.Raw();
+  DISPPARAMS one{&argument, nullptr, 1, 0};
+  EXPECT_EQ(DISP_E_EXCEPTION, exchange.Get()->Invoke(exchange.Member(L"KRNOpenPlan"), IID_NULL,
+                                                     LOCALE_USER_DEFAULT, DISPATCH_METHOD, &one, nullptr,
+                                                     nullptr, nullptr));
+}
+
+TEST(Arguments, MethodsMayBeCalledAsPropertiesAsWell) {
+  const LateBound exchange = NewLateBoundExchange();
+  // Visual Basic does not know which of the two a late-bound name is.
+  const Outcome read = exchange.Invoke(exchange.Member(L"GetTablesAffected"),
+                                       DISPATCH_METHOD | DISPATCH_PROPERTYGET, {});
+  EXPECT_EQ(S_OK, read.result);
+  EXPECT_TRUE(read.value.AsObject());
+  const Outcome product =
+      exchange.Invoke(exchange.Member(L"KRNProduct"), DISPATCH_METHOD | DISPATCH_PROPERTYGET, {});
+  EXPECT_EQ(1, product.value.AsLong());
+}
+
+}  // namespace
+}  // namespace krnqb::testing

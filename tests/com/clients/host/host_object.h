@@ -1,0 +1,76 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "host/com_values.h"
+
+namespace krnqb::testing {
+
+/// Base of the tests' own objects: counting, and the interfaces by identifier.
+class HostObject : public IDispatch {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID identifier, void** object) override;
+  ULONG STDMETHODCALLTYPE AddRef() override;
+  ULONG STDMETHODCALLTYPE Release() override;
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** information) override;
+
+  /// How many objects of this kind there are.
+  static long Alive();
+
+ protected:
+  HostObject();
+  virtual ~HostObject();
+  /// The further interface that the object answers for, beside IUnknown and IDispatch.
+  IID further = IID_IDispatch;
+
+ private:
+  long references = 1;
+};
+
+/// The arguments of a call in their own order, and its result.
+struct HostCall {
+  std::vector<VARIANT*> arguments;
+  WORD flags;
+  VARIANT* result;       ///< may be null
+  EXCEPINFO* exception;  ///< may be null
+};
+
+/// An object whose members are given by functions, reached by IDispatch alone.
+class NamedObject final : public HostObject {
+ public:
+  using Function = std::function<HRESULT(const HostCall&)>;
+
+  static Held<NamedObject> Make() { return Held<NamedObject>(new NamedObject); }
+
+  /// A member that answers calls with one of these flags; others get DISP_E_MEMBERNOTFOUND. The member named ""
+  /// is the default one.
+  void Add(const std::wstring& name, WORD accepted, Function function);
+
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
+                                          DISPID* identifiers) override;
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID identifier, REFIID reserved, LCID locale, WORD flags,
+                                   DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
+                                   UINT* argument) override;
+
+ private:
+  struct Member {
+    std::wstring name;
+    WORD accepted;
+    Function function;
+  };
+  NamedObject() = default;
+
+  std::vector<Member> members;
+};
+
+/// Gives a text, or an object, as a call's result.
+HRESULT GiveText(const HostCall& call, std::wstring_view text);
+HRESULT GiveObject(const HostCall& call, IDispatch* object);
+
+/// Fails as automation objects do: with an EXCEPINFO.
+HRESULT Raise(const HostCall& call, SCODE code, WORD shortCode, const wchar_t* description);
+
+}  // namespace krnqb::testing

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/com_values.h"
+
+namespace krnqb::testing {
+
+/// What came of a call by name.
+struct Outcome {
+  HRESULT result = S_OK;
+  Value value;
+  EXCEPINFO exception{};       ///< texts are not kept, see `description`
+  std::wstring description;    ///< of the exception
+  UINT wrongArgument = 4711;   ///< as the callee left it; 4711 when it did not set it
+};
+
+/// An argument given by its name.
+struct NamedValue {
+  const wchar_t* name;
+  Value value;
+};
+
+/// An object called by names alone, as scripts and Visual Basic's late-bound variables do.
+class LateBound {
+ public:
+  LateBound() = default;
+  explicit LateBound(Held<IDispatch> called) : object(std::move(called)) {}
+  template <typename Interface>
+  explicit LateBound(const Held<Interface>& called) : object(called.template As<IDispatch>()) {}
+
+  IDispatch* Get() const { return object.Get(); }
+  explicit operator bool() const { return static_cast<bool>(object); }
+  void Reset() { object.Reset(); }
+
+  /// The dispid of a member; DISPID_UNKNOWN when there is none.
+  DISPID Member(const wchar_t* name) const;
+
+  Outcome Read(const wchar_t* name, std::vector<Value> arguments = {}) const;
+  Outcome Call(const wchar_t* name, std::vector<Value> arguments = {}) const;
+  Outcome Let(const wchar_t* name, Value value) const;
+  Outcome Set(const wchar_t* name, Value value) const;
+  Outcome LetAt(const wchar_t* name, Value index, Value value) const;
+
+  /// A call with positional arguments, then named ones.
+  Outcome CallNamed(const wchar_t* name, std::vector<Value> positional, std::vector<NamedValue> named) const;
+
+  /// The very call: arguments in the order of IDispatch, that is reversed.
+  Outcome Invoke(DISPID member, WORD flags, std::vector<Value> reversed, std::vector<DISPID> named = {},
+                 REFIID reserved = IID_NULL) const;
+
+ private:
+  Outcome InvokeInOrder(const wchar_t* name, WORD flags, std::vector<Value> arguments,
+                        std::vector<DISPID> named = {}) const;
+
+  Held<IDispatch> object;
+};
+
+}  // namespace krnqb::testing

@@ -1,0 +1,131 @@
+#include "host/host_plan.h"
+#include "test_processor/texts.h"
+#include "typed_plan.gen.h"
+
+namespace krnqb::testing {
+namespace {
+
+constexpr HRESULT subscriptOutOfRange = static_cast<HRESULT>(0x800A0009);
+
+/// What the three typed objects have in common: counting, and calls by name through the type library that the
+/// program carries.
+template <typename Interface>
+class TypedObject : public Interface {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID identifier, void** object) override {
+    *object = nullptr;
+    if (!IsEqualIID(identifier, IID_IUnknown) && !IsEqualIID(identifier, IID_IDispatch) &&
+        !IsEqualIID(identifier, __uuidof(Interface))) {
+      return E_NOINTERFACE;
+    }
+    AddRef();
+    *object = static_cast<Interface*>(this);
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references); }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const long left = --references;
+    if (left == 0) delete this;
+    return static_cast<ULONG>(left);
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+    *count = 1;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT /*index*/, LCID /*locale*/, ITypeInfo** result) override {
+    Held<ITypeInfo> shared = information;
+    *result = shared.Get();
+    (*result)->AddRef();
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count, LCID /*locale*/,
+                                          DISPID* identifiers) override {
+    return information->GetIDsOfNames(names, count, identifiers);
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID identifier, REFIID /*reserved*/, LCID /*locale*/, WORD flags,
+                                   DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
+                                   UINT* argument) override {
+    // Automation refuses a variant by reference for a text by reference; Visual Basic's own objects do too.
+    for (UINT index = 0; index < parameters->cArgs; ++index) {
+      if (parameters->rgvarg[index].vt == (VT_BYREF | VT_VARIANT)) return DISP_E_TYPEMISMATCH;
+    }
+    return information->Invoke(static_cast<Interface*>(this), identifier, flags, parameters, result,
+                               exception, argument);
+  }
+
+ protected:
+  TypedObject() {
+    wchar_t path[MAX_PATH];
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    Held<ITypeLib> library;
+    if (SUCCEEDED(LoadTypeLibEx(path, REGKIND_NONE, library.Receive()))) {
+      library->GetTypeInfoOfGuid(__uuidof(Interface), information.Receive());
+    }
+  }
+  virtual ~TypedObject() = default;
+
+ private:
+  long references = 1;
+  Held<ITypeInfo> information;
+};
+
+using State = std::shared_ptr<PlanState>;
+
+class TypedTable final : public TypedObject<ITypedTable> {
+ public:
+  TypedTable(State plan, std::string tableId) : state(std::move(plan)), id(std::move(tableId)) {}
+  HRESULT STDMETHODCALLTYPE Serialize(BSTR* result) override {
+    *result = NewText(state->tables.Table(id).Xml());
+    return S_OK;
+  }
+
+ private:
+  State state;
+  std::string id;
+};
+
+class TypedData final : public TypedObject<ITypedData> {
+ public:
+  explicit TypedData(State plan) : state(std::move(plan)) {}
+  HRESULT STDMETHODCALLTYPE tables(BSTR* id, IDispatch** result) override {
+    *result = nullptr;
+    const std::string asked = Utf8(*id);
+    if (!state->tables.Table(asked)) return subscriptOutOfRange;
+    *result = new TypedTable(state, asked);
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE Deserialize(BSTR* text) override {
+    state->calls.emplace_back("Deserialize");
+    const HRESULT taken = state->tables.Take(Utf8(*text));
+    SysReAllocString(text, L"left by the host");
+    return taken;
+  }
+
+ private:
+  State state;
+};
+
+class TypedPlan final : public TypedObject<ITypedPlan> {
+ public:
+  explicit TypedPlan(State plan) : state(std::move(plan)) {}
+  HRESULT STDMETHODCALLTYPE get_Data(IDispatch** result) override {
+    *result = new TypedData(state);
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE OpenPlan(BSTR* file, VARIANT_BOOL* result) override {
+    state->openedPlan.assign(*file, SysStringLen(*file));
+    *result = VARIANT_TRUE;
+    return S_OK;
+  }
+
+ private:
+  State state;
+};
+
+}  // namespace
+
+Held<IDispatch> NewTypedPlan(const State& state) {
+  return Held<IDispatch>(new TypedPlan(state));
+}
+
+}  // namespace krnqb::testing

@@ -1,0 +1,161 @@
+#include "com/registration.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <optional>
+#include <string>
+
+#include "krnqb/error.h"
+
+namespace krnqb::com {
+namespace {
+
+using Values = std::map<std::wstring, std::wstring>;
+using Keys = std::map<std::wstring, Values>;
+
+constexpr std::int32_t accessDenied = -2147024891;
+constexpr RegistryHive machine = RegistryHive::LocalMachine;
+constexpr RegistryHive user = RegistryHive::CurrentUser;
+
+// A registry in memory that can refuse writes.
+class FakeRegistry final : public RegistryWriter {
+ public:
+  void Create(RegistryHive hive, const std::wstring& key) override {
+    Refuse(hive);
+    hives[hive][key];
+  }
+  void Write(RegistryHive hive, const std::wstring& key, const std::wstring& name,
+             const std::wstring& value) override {
+    Refuse(hive);
+    hives[hive].at(key)[name] = value;
+  }
+  bool Has(RegistryHive hive, const std::wstring& key) override { return hives[hive].contains(key); }
+  void RemoveValue(RegistryHive hive, const std::wstring& key, const std::wstring& name) override {
+    if (Has(hive, key)) hives[hive][key].erase(name);
+  }
+  void RemoveEmptyKey(RegistryHive hive, const std::wstring& key) override {
+    Keys& keys = hives[hive];
+    if (!Has(hive, key) || !keys[key].empty()) return;
+    const auto next = keys.upper_bound(key + L"\\");
+    const bool hasKeys = next != keys.end() && next->first.starts_with(key + L"\\");
+    if (!hasKeys) keys.erase(key);
+  }
+
+  std::map<RegistryHive, Keys> hives;
+  bool machineRefuses = false;
+  std::optional<int> writesUntilRefusal;
+
+ private:
+  void Refuse(RegistryHive hive) {
+    if (hive == machine && machineRefuses) throw Error(accessDenied);
+    if (writesUntilRefusal && (*writesUntilRefusal)-- == 0) throw Error(accessDenied);
+  }
+};
+
+Registration Own() {
+  return RegistrationOf(L"C:\\Programs\\Planner\\KRN6_QB2002.dll");
+}
+
+// What a library of the other architecture adds to the shared keys.
+void RegisterOther(FakeRegistry& registry, const Registration& own) {
+  for (const RegisteredKey& key : own.keys) {
+    if (!key.isShared) continue;
+    Values& values = registry.hives[machine][key.path];
+    if (key.HasValue()) values[key.name] = key.value;
+  }
+  registry.hives[machine][own.otherServerKey][L""] = L"C:\\Programs\\Other\\KRN6_QB2002.dll";
+}
+
+TEST(Register, WritesEveryKeyForAllUsers) {
+  FakeRegistry registry;
+  Register(registry, Own());
+  EXPECT_TRUE(registry.hives[user].empty());
+  for (const RegisteredKey& key : Own().keys) {
+    ASSERT_TRUE(registry.Has(machine, key.path));
+    if (key.HasValue()) {
+      EXPECT_EQ(key.value, registry.hives[machine][key.path][key.name]);
+    }
+  }
+}
+
+TEST(Register, NamesTheServerByItsFullPath) {
+  FakeRegistry registry;
+  Register(registry, Own());
+  int servers = 0;
+  for (const auto& [path, values] : registry.hives[machine]) {
+    if (!path.ends_with(L"InprocServer32")) continue;
+    ++servers;
+    EXPECT_EQ(L"C:\\Programs\\Planner\\KRN6_QB2002.dll", values.at(L""));
+    EXPECT_EQ(L"Apartment", values.at(L"ThreadingModel"));
+  }
+  EXPECT_EQ(2, servers);
+}
+
+TEST(Register, WritesAllOfItForOneUserWhenTheMachineRefuses) {
+  FakeRegistry registry;
+  registry.machineRefuses = true;
+  Register(registry, Own());
+  EXPECT_TRUE(registry.hives[machine].empty());
+  for (const RegisteredKey& key : Own().keys) EXPECT_TRUE(registry.Has(user, key.path));
+}
+
+TEST(Register, LeavesNothingBehindWhenALaterWriteIsRefused) {
+  for (const int written : {3, 10, 40}) {
+    FakeRegistry registry;
+    registry.writesUntilRefusal = written;
+    try {
+      Register(registry, Own());
+      FAIL() << "nothing was refused after " << written;
+    } catch (const Error& error) {
+      EXPECT_EQ(accessDenied, error.Number());
+    }
+    EXPECT_TRUE(registry.hives[machine].empty()) << written;
+    EXPECT_TRUE(registry.hives[user].empty()) << written;
+  }
+}
+
+TEST(Unregister, RemovesEveryKeyThatWasWritten) {
+  for (const bool refuses : {false, true}) {
+    FakeRegistry registry;
+    registry.machineRefuses = refuses;
+    Register(registry, Own());
+    Unregister(registry, Own());
+    EXPECT_TRUE(registry.hives[machine].empty());
+    EXPECT_TRUE(registry.hives[user].empty());
+  }
+}
+
+TEST(Unregister, LeavesWhatOthersHavePutBesideAndInto) {
+  FakeRegistry registry;
+  registry.hives[machine][L"CLSID\\{other}"][L""] = L"another class";
+  Register(registry, Own());
+  const std::wstring own = Own().keys.front().path;
+  registry.hives[machine][own + L"\\Notes"][L""] = L"a key of somebody else's";
+  registry.hives[machine][own][L"note"] = L"a value of somebody else's";
+  Unregister(registry, Own());
+  const Keys left{{L"CLSID\\{other}", {{L"", L"another class"}}},
+                  {own, {{L"note", L"a value of somebody else's"}}},
+                  {own + L"\\Notes", {{L"", L"a key of somebody else's"}}}};
+  EXPECT_EQ(left, registry.hives[machine]);
+}
+
+TEST(Unregister, LeavesSharedKeysWhileTheOtherArchitectureIsRegistered) {
+  FakeRegistry registry;
+  RegisterOther(registry, Own());
+  const Keys before = registry.hives[machine];
+  Register(registry, Own());
+  Unregister(registry, Own());
+  EXPECT_EQ(before, registry.hives[machine]);
+}
+
+TEST(Unregister, DoesNothingWhenTheLibraryIsNotRegistered) {
+  FakeRegistry registry;
+  RegisterOther(registry, Own());
+  const Keys before = registry.hives[machine];
+  Unregister(registry, Own());
+  EXPECT_EQ(before, registry.hives[machine]);
+}
+
+}  // namespace
+}  // namespace krnqb::com

@@ -1,0 +1,26 @@
+# shellcheck shell=bash
+# The clients written in C++, each group in a process of its own: with all that the library needs, then without one or
+# the other.
+source ./suites/registered.sh
+
+# Client FILTER: the tests of those names.
+Client() {
+  local printed=$root$work/client.txt
+  Windows 300 krnqb_com_tests.exe --gtest_color=no "--gtest_filter=$1" >"$printed" 2>&1 ||
+    { grep -vE '^\[ +(RUN|OK) |^\[---' "$printed"; Fail "krnqb_com_tests, $1"; }
+  [ "$(tail -n 1 "$printed" | tr -d '\r')" = "end of the client" ] || Fail "krnqb_com_tests, $1, did not come to its end"
+  grep -qE '^\[  PASSED  \] [1-9]' "$printed" || Fail "there are no tests $1"
+  grep -E 'suites? ran' "$printed"
+}
+
+Register KRN6_QB2002.dll KRN6_TestProcessor.dll
+Built krnqb_com_tests.exe
+Stage "$area/recordings"
+Client '-WithoutDocuments.*:WithoutProcessor.*:MessageBoxes.*'
+
+withoutLibraries=msxml,msxml2,msxml3,msxml4,msxml6
+Client 'WithoutDocuments.*'
+withoutLibraries=
+
+Windows 60 regsvr32 /s /u KRN6_TestProcessor.dll
+Client 'WithoutProcessor.*'

@@ -1,0 +1,6 @@
+# shellcheck shell=bash
+source ./suites/script_imports.sh
+
+Ascii() { cat; }
+
+ImportAll import.js functions properties

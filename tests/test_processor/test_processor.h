@@ -1,0 +1,64 @@
+#pragma once
+
+#include <windows.h>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "krnqb/request_processor.h"
+#include "test_processor.gen.h"
+#include "test_processor/orders.h"
+#include "test_server/test_server.h"
+
+namespace krnqb::testing {
+
+/// The request processor's COM object: passes each call on to a processor that answers from a recording, unless
+/// it was told to refuse it.
+class TestProcessor final : public ITestProcessor, public ISupportErrorInfo {
+ public:
+  TestProcessor(Orders given, std::unique_ptr<RequestProcessor> replaying);
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID identifier, void** object) override;
+  ULONG STDMETHODCALLTYPE AddRef() override;
+  ULONG STDMETHODCALLTYPE Release() override;
+
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** information) override;
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
+                                          DISPID* identifiers) override;
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID identifier, REFIID reserved, LCID locale, WORD flags,
+                                   DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
+                                   UINT* argument) override;
+
+  HRESULT STDMETHODCALLTYPE ProcessRequest(BSTR ticket, BSTR request, BSTR* response) override;
+  HRESULT STDMETHODCALLTYPE OpenConnection(BSTR applicationIdentifier, BSTR applicationName) override;
+  HRESULT STDMETHODCALLTYPE CloseConnection() override;
+  HRESULT STDMETHODCALLTYPE BeginSession(BSTR companyFile, int fileMode, BSTR* ticket) override;
+  HRESULT STDMETHODCALLTYPE EndSession(BSTR ticket) override;
+  HRESULT STDMETHODCALLTYPE GetCurrentCompanyFileName(BSTR ticket, BSTR* companyFile) override;
+  HRESULT STDMETHODCALLTYPE get_MajorVersion(short* version) override;
+  HRESULT STDMETHODCALLTYPE get_MinorVersion(short* version) override;
+
+  HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID identifier) override;
+
+ private:
+  ~TestProcessor() = default;
+
+  /// Does the call `name` unless it is to be refused; an Error becomes its HRESULT and its description.
+  HRESULT Answer(const std::string& name, const std::function<void()>& call);
+  HRESULT Refuse(HRESULT number, const std::wstring* text) const;
+  HRESULT WriteVersion(const std::string& name, short* version, std::int16_t (RequestProcessor::*read)());
+
+  std::atomic<long> references{1};
+  ServerUse use;
+  Orders orders;
+  std::unique_ptr<RequestProcessor> processor;
+  int requests = 0;
+};
+
+/// The class's `create`: E_FAIL and the refusal's number where creation is to be refused, else as COM has it.
+HRESULT CreateTestProcessor(REFIID identifier, void** object);
+
+}  // namespace krnqb::testing
