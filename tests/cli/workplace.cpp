@@ -96,6 +96,16 @@ std::string Workplace::Nursery(std::string_view processorVersion) const {
   return file;
 }
 
+std::string Workplace::NurseryYear(std::string_view processorVersion) const {
+  std::string file = Nursery(processorVersion);
+  const ProgramRun loaded = RunProgram(
+      {"company", "load", file, KRNQB_SAMPLES "/nursery/bills.xml", KRNQB_SAMPLES "/nursery/checks.xml",
+       KRNQB_SAMPLES "/nursery/credit-card-charges.xml", KRNQB_SAMPLES "/nursery/invoices.xml",
+       KRNQB_SAMPLES "/nursery/preferences.xml", KRNQB_SAMPLES "/nursery/sales-receipts.xml"});
+  EXPECT_EQ(loaded.code, 0) << loaded.err;
+  return file;
+}
+
 std::vector<std::string> Workplace::ImportArguments(std::string_view plan,
                                                     const std::vector<std::string>& more) const {
   std::vector<std::string> arguments{"import", "--company", *this / "nursery.qbw", "--plan", *this / plan};
