@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 
@@ -97,11 +98,20 @@ std::string Workplace::Nursery(std::string_view processorVersion) const {
 }
 
 std::string Workplace::NurseryYear(std::string_view processorVersion) const {
-  std::string file = Nursery(processorVersion);
-  const ProgramRun loaded = RunProgram(
-      {"company", "load", file, KRNQB_SAMPLES "/nursery/bills.xml", KRNQB_SAMPLES "/nursery/checks.xml",
-       KRNQB_SAMPLES "/nursery/credit-card-charges.xml", KRNQB_SAMPLES "/nursery/invoices.xml",
-       KRNQB_SAMPLES "/nursery/preferences.xml", KRNQB_SAMPLES "/nursery/sales-receipts.xml"});
+  return SampleCompany("nursery", processorVersion);
+}
+
+std::string Workplace::SampleCompany(const std::string& sample, std::string_view processorVersion) const {
+  const std::string file = *this / (sample + ".qbw");
+  const ProgramRun made = RunProgram({"company", "new", file, "--name", "Sample", "--fiscal-month", "January",
+                                      "--processor", std::string(processorVersion)});
+  EXPECT_EQ(made.code, 0) << made.err;
+  std::vector<std::string> loading{"company", "load", file};
+  for (const auto& document : fs::directory_iterator(fs::path(KRNQB_SAMPLES) / sample)) {
+    loading.push_back(document.path().string());
+  }
+  std::ranges::sort(loading.begin() + 3, loading.end());
+  const ProgramRun loaded = RunProgram(loading);
   EXPECT_EQ(loaded.code, 0) << loaded.err;
   return file;
 }
