@@ -37,6 +37,7 @@ bool ChangesFiles(const Command& command) {
   return std::holds_alternative<ImportOptions>(command) ||
          std::holds_alternative<NewCompanyOptions>(command) ||
          std::holds_alternative<LoadCompanyOptions>(command) ||
+         std::holds_alternative<GenerateCompanyOptions>(command) ||
          std::holds_alternative<NewPlanOptions>(command);
 }
 
