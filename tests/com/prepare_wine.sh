@@ -29,6 +29,9 @@ MakeRoot() {
   for package in "$aptFolder"/cache/archives/*.deb; do dpkg -x "$package" "$root"; done
   rm -rf "$aptFolder/cache/archives"
   MarkAsBuiltin "$root/usr/i686-w64-mingw32/lib/zlib1.dll" "$root/usr/lib/i386-linux-gnu/wine/i386-windows/zlib1.dll"
+  # Names of files in letters outside ASCII: both architectures read the same locale.
+  mkdir -p "$root/usr/lib/locale"
+  cp -r /usr/lib/locale/C.utf8 "$root/usr/lib/locale/"
   touch "$root/ready"
 }
 

@@ -14,8 +14,8 @@
 
 namespace krnqb::testing {
 
-/// The request processor's COM object: passes each call on to a processor that answers from a recording, unless
-/// it was told to refuse it.
+/// The request processor's COM object: passes each call on to a processor that answers from a recording,
+/// unless it was told to refuse it.
 class TestProcessor final : public ITestProcessor, public ISupportErrorInfo {
  public:
   TestProcessor(Orders given, std::unique_ptr<RequestProcessor> replaying);

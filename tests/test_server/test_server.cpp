@@ -56,8 +56,8 @@ std::wstring ClassKey(const CLSID& identifier) {
 LSTATUS WriteKey(const std::wstring& key, const wchar_t* name, const std::wstring& value) {
   HKEY opened = nullptr;
   const std::wstring path = L"Software\\Classes\\" + key;
-  LSTATUS status = RegCreateKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr,
-                                   &opened, nullptr);
+  LSTATUS status =
+      RegCreateKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &opened, nullptr);
   if (status != ERROR_SUCCESS) return status;
   status = RegSetValueExW(opened, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
                           static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
@@ -75,9 +75,8 @@ std::wstring OwnPath() {
 
 HMODULE OwnModule() {
   HMODULE module = nullptr;
-  GetModuleHandleExW(
-      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-      reinterpret_cast<LPCWSTR>(&uses), &module);
+  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                     reinterpret_cast<LPCWSTR>(&uses), &module);
   return module;
 }
 

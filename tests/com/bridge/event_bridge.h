@@ -13,8 +13,8 @@ class EventSink;
 
 /// What gives scripts the events of an object where their host has no means for it:
 ///
-///     bridge.Connect(source, handler)    from now on each event calls the handler's method of the event's name
-///     bridge.Disconnect()                ends all connections
+///     bridge.Connect(source, handler)    from now on each event calls the handler's method of the event's
+///     name bridge.Disconnect()                ends all connections
 ///
 /// Reached by name alone, as scripts do.
 class EventBridge final : public IDispatch {

@@ -40,7 +40,8 @@ ITypeInfo* EventInterface(IUnknown* source) {
 IConnectionPoint* PointOf(IUnknown* source, REFIID identifier) {
   IConnectionPointContainer* container = nullptr;
   IConnectionPoint* point = nullptr;
-  if (SUCCEEDED(source->QueryInterface(IID_IConnectionPointContainer, reinterpret_cast<void**>(&container)))) {
+  if (SUCCEEDED(
+          source->QueryInterface(IID_IConnectionPointContainer, reinterpret_cast<void**>(&container)))) {
     container->FindConnectionPoint(identifier, &point);
     container->Release();
   }

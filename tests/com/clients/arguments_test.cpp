@@ -30,23 +30,22 @@ TEST(Arguments, MayBeNamedInAnyOrder) {
   const Outcome supported = exchange.CallNamed(L"IsSDKVersionSupported", {}, {{L"sVersion", L"1.0"}});
   EXPECT_EQ(S_OK, supported.result);
   EXPECT_EQ(-1, supported.value.AsLong());
-  for (const auto& named : {std::vector<NamedValue>{{L"DeserializeOptions", 0}, {L"SerialData", L"no document"}},
-                            std::vector<NamedValue>{{L"SerialData", L"no document"}, {L"DeserializeOptions", 0}},
-                            std::vector<NamedValue>{{L"serialdata", L"no document"}}}) {
+  for (const auto& named :
+       {std::vector<NamedValue>{{L"DeserializeOptions", 0}, {L"SerialData", L"no document"}},
+        std::vector<NamedValue>{{L"SerialData", L"no document"}, {L"DeserializeOptions", 0}},
+        std::vector<NamedValue>{{L"serialdata", L"no document"}}}) {
     const Outcome read = exchange.CallNamed(L"KRNDeserialize", {}, named);
     EXPECT_EQ(S_OK, read.result);
     EXPECT_EQ(VT_BSTR, read.value.Type());
     EXPECT_EQ(L"", read.value.AsText());
   }
-  const Outcome mixed =
-      exchange.CallNamed(L"KRNDeserialize", {L"no document"}, {{L"DeserializeOptions", 0}});
+  const Outcome mixed = exchange.CallNamed(L"KRNDeserialize", {L"no document"}, {{L"DeserializeOptions", 0}});
   EXPECT_EQ(S_OK, mixed.result);
 }
 
 TEST(Arguments, AnUnknownNameIsRefused) {
   const LateBound exchange = NewLateBoundExchange();
-  EXPECT_EQ(DISP_E_UNKNOWNNAME,
-            exchange.CallNamed(L"KRNDeserialize", {}, {{L"SerialDatum", L""}}).result);
+  EXPECT_EQ(DISP_E_UNKNOWNNAME, exchange.CallNamed(L"KRNDeserialize", {}, {{L"SerialDatum", L""}}).result);
   const Outcome unknown = exchange.Invoke(exchange.Member(L"KRNDeserialize"), DISPATCH_METHOD, {L""}, {99});
   EXPECT_EQ(DISP_E_PARAMNOTFOUND, unknown.result);
   EXPECT_EQ(0U, unknown.wrongArgument);
@@ -93,13 +92,12 @@ TEST(Arguments, VariablesByReferenceAreTakenForTypedParameters) {
   const LateBound exchange = NewLateBoundExchange();
   Value options(0);
   Value document(L"no document");
-  EXPECT_EQ(S_OK, exchange.Call(L"KRNDeserialize", {Value::Reference(document), Value::Reference(options)})
-                      .result);
+  EXPECT_EQ(S_OK,
+            exchange.Call(L"KRNDeserialize", {Value::Reference(document), Value::Reference(options)}).result);
   EXPECT_EQ(0, options.AsLong());
   Value action(L"do it");
   Value rest(5);
-  const Outcome executed =
-      exchange.Call(L"Execute", {Value::Reference(action), Value::Reference(rest)});
+  const Outcome executed = exchange.Call(L"Execute", {Value::Reference(action), Value::Reference(rest)});
   EXPECT_EQ(S_OK, executed.result);
   EXPECT_TRUE(executed.value.IsEmpty());
   EXPECT_EQ(L"do it", action.AsText());
@@ -151,16 +149,16 @@ TEST(Arguments, ResultsAndExceptionsMayBeUnwanted) {
   const Value plan(L"C:\\plan.kpf");
   VARIANT argument = plan.Raw();
   DISPPARAMS one{&argument, nullptr, 1, 0};
-  EXPECT_EQ(DISP_E_EXCEPTION, exchange.Get()->Invoke(exchange.Member(L"KRNOpenPlan"), IID_NULL,
-                                                     LOCALE_USER_DEFAULT, DISPATCH_METHOD, &one, nullptr,
-                                                     nullptr, nullptr));
+  EXPECT_EQ(DISP_E_EXCEPTION,
+            exchange.Get()->Invoke(exchange.Member(L"KRNOpenPlan"), IID_NULL, LOCALE_USER_DEFAULT,
+                                   DISPATCH_METHOD, &one, nullptr, nullptr, nullptr));
 }
 
 TEST(Arguments, MethodsMayBeCalledAsPropertiesAsWell) {
   const LateBound exchange = NewLateBoundExchange();
   // Visual Basic does not know which of the two a late-bound name is.
-  const Outcome read = exchange.Invoke(exchange.Member(L"GetTablesAffected"),
-                                       DISPATCH_METHOD | DISPATCH_PROPERTYGET, {});
+  const Outcome read =
+      exchange.Invoke(exchange.Member(L"GetTablesAffected"), DISPATCH_METHOD | DISPATCH_PROPERTYGET, {});
   EXPECT_EQ(S_OK, read.result);
   EXPECT_TRUE(read.value.AsObject());
   const Outcome product =

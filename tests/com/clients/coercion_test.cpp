@@ -135,9 +135,9 @@ TEST(Coercion, AnObjectIsPutEvenWhenTheCallerSaysLet) {
   const auto plan = NamedObject::Make();
   EXPECT_EQ(S_OK, exchange.Let(L"KRNPlanData", Value(plan.Get())).result);
   EXPECT_TRUE(exchange.Read(L"KRNPlanData").value.AsObject());
-  const Outcome both = exchange.Invoke(exchange.Member(L"KRNPlanData"),
-                                       DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF,
-                                       {Value(static_cast<IDispatch*>(nullptr))}, {DISPID_PROPERTYPUT});
+  const Outcome both =
+      exchange.Invoke(exchange.Member(L"KRNPlanData"), DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF,
+                      {Value(static_cast<IDispatch*>(nullptr))}, {DISPID_PROPERTYPUT});
   EXPECT_EQ(S_OK, both.result);
   EXPECT_FALSE(exchange.Read(L"KRNPlanData").value.AsObject());
 }

@@ -33,8 +33,7 @@ std::vector<std::wstring> Enumerated(const LateBound& collection) {
   std::vector<std::wstring> items;
   const Outcome enumerating = collection.Invoke(DISPID_NEWENUM, DISPATCH_METHOD | DISPATCH_PROPERTYGET, {});
   if (enumerating.value.Type() != VT_UNKNOWN) return {L"no enumerator"};
-  const auto values =
-      Held<IUnknown>::Sharing(enumerating.value.Raw().punkVal).As<IEnumVARIANT>();
+  const auto values = Held<IUnknown>::Sharing(enumerating.value.Raw().punkVal).As<IEnumVARIANT>();
   Value value;
   while (values->Next(1, value.Receive(), nullptr) == S_OK) items.push_back(value.AsText());
   return items;

@@ -12,8 +12,8 @@ LateBound NewDocument(std::wstring_view text) {
   CLSID identifier{};
   Held<IDispatch> object;
   EXPECT_EQ(S_OK, CLSIDFromProgID(L"MSXML2.DOMDocument.6.0", &identifier));
-  EXPECT_EQ(S_OK, CoCreateInstance(identifier, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
-                                   object.ReceiveAny()));
+  EXPECT_EQ(S_OK,
+            CoCreateInstance(identifier, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.ReceiveAny()));
   LateBound document(object);
   document.Let(L"async", Value(false));
   EXPECT_EQ(-1, document.Call(L"loadXML", {Value(text)}).value.AsLong());
@@ -168,9 +168,8 @@ TEST(Elements, AnElementIsTakenForAnAnswerAsItsTextIs) {
 TEST(Elements, AnObjectsDefaultValueIsTakenForAText) {
   const LateBound exchange = NewLateBoundExchange();
   const auto holder = NamedObject::Make();
-  holder->Add(L"", DISPATCH_PROPERTYGET, [](const HostCall& call) {
-    return GiveText(call, L"<AccountQueryRs requestID=\"3\"/>");
-  });
+  holder->Add(L"", DISPATCH_PROPERTYGET,
+              [](const HostCall& call) { return GiveText(call, L"<AccountQueryRs requestID=\"3\"/>"); });
   EXPECT_EQ(L"<tables>\r\n\r\n</tables>",
             exchange.Call(L"KRNDeserialize", {Value(holder.Get())}).value.AsText());
   const auto empty = NamedObject::Make();

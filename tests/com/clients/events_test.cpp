@@ -38,8 +38,14 @@ TEST(Events, EverySinkGetsThemInTheOrderOfAdvising) {
   const Connection two(import.exchange.Get(), second.Get());
   ASSERT_EQ(S_OK, one.Result());
   ASSERT_EQ(S_OK, two.Result());
-  first->at = [&](const std::string&) { order += '1'; return S_OK; };
-  second->at = [&](const std::string&) { order += '2'; return S_OK; };
+  first->at = [&](const std::string&) {
+    order += '1';
+    return S_OK;
+  };
+  second->at = [&](const std::string&) {
+    order += '2';
+    return S_OK;
+  };
   EXPECT_TRUE(import.GoesWell());
   EXPECT_EQ(expected.Events(), first->events);
   EXPECT_EQ(expected.Events(), second->events);
@@ -61,7 +67,10 @@ TEST(Events, AHandlerMayUnadviseItself) {
   const auto staying = ClientSink::Make();
   auto connection = std::make_unique<Connection>(import.exchange.Get(), leaving.Get());
   const Connection other(import.exchange.Get(), staying.Get());
-  leaving->at = [&](const std::string&) { connection.reset(); return S_OK; };
+  leaving->at = [&](const std::string&) {
+    connection.reset();
+    return S_OK;
+  };
   EXPECT_TRUE(import.GoesWell());
   EXPECT_EQ(1U, leaving->events.size());
   EXPECT_EQ(expected.Events(), staying->events);

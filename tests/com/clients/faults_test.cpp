@@ -74,8 +74,7 @@ TEST(Faults, ARefusingProcessorIsToldInTheErrorPair) {
       {L"connection", otherRefusal, nullptr, false, false, otherRefusal,
        "Error (-2147220472): Automation error"},
       {L"session", companyNotOpen, L"company closed", false, false, companyNotOpen, notOpen},
-      {L"session", otherRefusal, L"caf\u00e9", false, false, otherRefusal,
-       "Error (-2147220472): caf\u00e9"},
+      {L"session", otherRefusal, L"caf\u00e9", false, false, otherRefusal, "Error (-2147220472): caf\u00e9"},
       {L"major", otherRefusal, L"no version", true, true, otherRefusal, "no version"},
       {L"minor", otherRefusal, L"no version", true, true, otherRefusal, "no version"},
       {L"company", otherRefusal, L"no company", true, true, otherRefusal, "no company"},
@@ -131,7 +130,8 @@ TEST(Faults, RefusedRequestsReachWhoeverAsks) {
 
 TEST(Faults, APlanThatRaisesEndsTheImport) {
   const Replaying recording(Utf16(import.Name()));
-  // What reads tables for accounts makes do without them; loading, and reading past performance, end the import.
+  // What reads tables for accounts makes do without them; loading, and reading past performance, end the
+  // import.
   for (const char* member : {"Data", "tables", "Serialize", "Deserialize"}) {
     SCOPED_TRACE(member);
     const Exchange exchange = NewExchange();

@@ -90,8 +90,8 @@ TEST(ImportsOtherwise, AProcessorThatWritesVersionsInThirtyTwoBits) {
   EXPECT_TRUE(ImportsAlike({"2.0", "ald", "all"}, NewHostPlan(plan), plan->tables));
 }
 
-// Visual Basic and others set the x87 unit to other precisions; the figures must not follow it, nor may the unit
-// be left otherwise than it was.
+// Visual Basic and others set the x87 unit to other precisions; the figures must not follow it, nor may the
+// unit be left otherwise than it was.
 TEST(ImportsOtherwise, AHostThatHasSetItsFloatingPointUnitToSinglePrecision) {
   unsigned short before = 0;
   asm volatile("fnstcw %0" : "=m"(before));
@@ -135,9 +135,10 @@ TEST(ImportsOtherwise, TheProcessorIsAskedInItsOrderAndLetGo) {
   VARIANT_BOOL imported = VARIANT_FALSE;
   ASSERT_EQ(S_OK, exchange->Go(&imported));
   const std::string calls = FileText("calls.txt");
-  EXPECT_TRUE(calls.starts_with("creation\n"
-                                "connection KRN6_QB2002.dll, Korrin Software Data Exchange Component\n"
-                                "session \"C:\\Books\\nursery.qbw\", mode 2\n"))
+  EXPECT_TRUE(
+      calls.starts_with("creation\n"
+                        "connection KRN6_QB2002.dll, Korrin Software Data Exchange Component\n"
+                        "session \"C:\\Books\\nursery.qbw\", mode 2\n"))
       << calls;
   EXPECT_TRUE(calls.ends_with("released\n")) << calls;
   EXPECT_EQ(std::string::npos, calls.find("session ended"));

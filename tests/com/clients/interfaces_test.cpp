@@ -1,4 +1,5 @@
-// The interfaces beside the default one: class information, connection points and their enumerators, the factory.
+// The interfaces beside the default one: class information, connection points and their enumerators, the
+// factory.
 #include <gtest/gtest.h>
 #include <olectl.h>
 
@@ -86,8 +87,7 @@ TEST(Interfaces, ConnectionsAreEnumerated) {
   const Connection one(exchange.Get(), first.Get());
   const Connection two(exchange.Get(), second.Get());
   Held<IConnectionPoint> point;
-  exchange.As<IConnectionPointContainer>()->FindConnectionPoint(__uuidof(__QBDataExchange),
-                                                                 point.Receive());
+  exchange.As<IConnectionPointContainer>()->FindConnectionPoint(__uuidof(__QBDataExchange), point.Receive());
   Held<IEnumConnections> connections;
   ASSERT_EQ(S_OK, point->EnumConnections(connections.Receive()));
   CONNECTDATA data[3]{};

@@ -1,4 +1,5 @@
-// Lives of objects and of the library. The library is loaded by its path here, so that its own count can be asked.
+// Lives of objects and of the library. The library is loaded by its path here, so that its own count can be
+// asked.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -22,9 +23,8 @@ class Library {
         reinterpret_cast<void*>(GetProcAddress(module, "DllCanUnloadNow")))();
   }
   HRESULT ClassObject(REFCLSID identifier, REFIID interfaceIdentifier, void** object) const {
-    return reinterpret_cast<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>(
-        reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")))(identifier, interfaceIdentifier,
-                                                                             object);
+    return reinterpret_cast<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>(reinterpret_cast<void*>(
+        GetProcAddress(module, "DllGetClassObject")))(identifier, interfaceIdentifier, object);
   }
   template <typename Interface>
   Held<Interface> New(REFCLSID identifier) const {
@@ -45,8 +45,7 @@ TEST(Lifetime, OtherClassesAreNotAvailable) {
   EXPECT_EQ(CLASS_E_CLASSNOTAVAILABLE, library.ClassObject(IID_IUnknown, IID_IClassFactory, &object));
   EXPECT_EQ(nullptr, object);
   object = reinterpret_cast<void*>(0x10);
-  EXPECT_EQ(CLASS_E_CLASSNOTAVAILABLE,
-            library.ClassObject(CLSID_QBKRNEnums, IID_IClassFactory, &object));
+  EXPECT_EQ(CLASS_E_CLASSNOTAVAILABLE, library.ClassObject(CLSID_QBKRNEnums, IID_IClassFactory, &object));
   EXPECT_EQ(nullptr, object);
   object = reinterpret_cast<void*>(0x10);
   EXPECT_EQ(E_NOINTERFACE, library.ClassObject(CLSID_QBDataExchange, IID_IDispatch, &object));

@@ -12,16 +12,15 @@ TEST(WithoutDocuments, ElementsAreNothing) {
   CLSID identifier{};
   Held<IUnknown> document;
   CLSIDFromProgID(L"MSXML2.DOMDocument.6.0", &identifier);
-  ASSERT_HRESULT_FAILED(CoCreateInstance(identifier, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
-                                         document.ReceiveAny()));
+  ASSERT_HRESULT_FAILED(
+      CoCreateInstance(identifier, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, document.ReceiveAny()));
   auto answers = UsualAnswers();
   answers.emplace_back(1, AccountsAnswer(1, {"Sales"}));
   answers.emplace_back(4, AccountsAnswer(4, {"Rent"}));
   const Answering answering(1, answers);
   const LateBound exchange = NewLateBoundExchange();
   exchange.Let(L"KRNProduct", Value(2));
-  exchange.Set(L"KRNPlanData",
-               Value(NewHostPlan(std::make_shared<PlanState>("recordings\\bri.kpf")).Get()));
+  exchange.Set(L"KRNPlanData", Value(NewHostPlan(std::make_shared<PlanState>("recordings\\bri.kpf")).Get()));
   for (const wchar_t* member : {L"QBIncomeAccounts", L"QBExpenseAccounts", L"SelectedExpenses"}) {
     const Outcome read = exchange.Read(member);
     EXPECT_EQ(S_OK, read.result);
@@ -31,7 +30,8 @@ TEST(WithoutDocuments, ElementsAreNothing) {
 }
 
 TEST(WithoutDocuments, ImportsGoOn) {
-  for (const RecordedImport& import : {RecordedImport{"1.1", "ald", "all"}, RecordedImport{"2.0", "cor", "all"}}) {
+  for (const RecordedImport& import :
+       {RecordedImport{"1.1", "ald", "all"}, RecordedImport{"2.0", "cor", "all"}}) {
     const Replaying recording(Utf16(import.Name()));
     const auto plan = std::make_shared<PlanState>("recordings\\" + import.product + ".kpf");
     const auto sink = ClientSink::Make();
@@ -55,10 +55,11 @@ TEST(WithoutProcessor, AnImportSaysWhatIsMissing) {
     EXPECT_EQ(S_OK, imported.result);
     EXPECT_EQ(0, imported.value.AsLong());
     EXPECT_EQ(429, exchange.Read(L"ErrorNumber").value.AsLong());
-    EXPECT_EQ(L"You must have a U.S. version of one of the following Quickbooks 2002 or 2003 products to "
-              L"perform this import:  Quickbooks Premier, Quickbooks Premier Accountant Edition, or "
-              L"QuickBooks Pro.",
-              exchange.Read(L"ErrorDescription").value.AsText());
+    EXPECT_EQ(
+        L"You must have a U.S. version of one of the following Quickbooks 2002 or 2003 products to "
+        L"perform this import:  Quickbooks Premier, Quickbooks Premier Accountant Edition, or "
+        L"QuickBooks Pro.",
+        exchange.Read(L"ErrorDescription").value.AsText());
     EXPECT_EQ((std::vector<std::string>{"ProgressBarChange 20 Processing..."}), sink->events);
     sink->events.clear();
   }

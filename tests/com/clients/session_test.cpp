@@ -32,7 +32,10 @@ struct Check {
 TEST(Session, TheCompanyCheckTellsWhatIsWrong) {
   const std::string versions = UsualAnswers().at(0).second;
   const std::vector<Check> checks{
-      {"no company record", {{100, versions}, {101, "<QBXML/>"}}, L"C:\\set.qbw", -2147221404,
+      {"no company record",
+       {{100, versions}, {101, "<QBXML/>"}},
+       L"C:\\set.qbw",
+       -2147221404,
        L"To perform the import you need to provide the QuickBooks fiscal year start month."},
       {"another language",
        {{100, versions},

@@ -29,7 +29,8 @@ TEST(Texts, HalvesOfPairsBecomeTheReplacementCharacter) {
   EXPECT_EQ(L"a\uFFFDb", PassedThrough(std::wstring{L'a', wchar_t(0xD800), L'b'}));
   EXPECT_EQ(L"a\uFFFDb", PassedThrough(std::wstring{L'a', wchar_t(0xDC00), L'b'}));
   EXPECT_EQ(L"\uFFFD\uFFFD", PassedThrough(std::wstring{wchar_t(0xDC00), wchar_t(0xD800)}));
-  EXPECT_EQ(L"\uFFFD\U0001F600", PassedThrough(std::wstring{wchar_t(0xD83D), wchar_t(0xD83D), wchar_t(0xDE00)}));
+  EXPECT_EQ(L"\uFFFD\U0001F600",
+            PassedThrough(std::wstring{wchar_t(0xD83D), wchar_t(0xD83D), wchar_t(0xDE00)}));
 }
 
 TEST(Texts, ANullTextIsTheEmptyText) {

@@ -3,15 +3,13 @@
 source ./suites/registered.sh
 stage=$root$work/stage
 
-# Registry FILE: the classes of all users and of this one, as text; and those of the other architecture.
+# Registry FILE: the classes of all users and of this one, as Wine's server writes them down when it ends, without the
+# times of writing.
 Registry() {
-  local key
-  for key in 'HKLM\Software\Classes' 'HKCU\Software\Classes' 'HKLM\Software\Wow6432Node\Classes'; do
-    rm -f "$stage/keys.reg"
-    Windows 60 reg export "$key" keys.reg /y >/dev/null 2>&1 || continue
-    iconv -f UTF-16 -t UTF-8 "$stage/keys.reg" | tr -d '\r'
-  done >"$stage/$1"
-  [ "$(wc -l <"$stage/$1")" -gt 100 ] || Fail "the registry was not read"
+  StopServer "$work/prefix"
+  awk '/^\[/ { inside = /^\[Software\\\\(Wow6432Node\\\\)?Classes/; sub(/\] [0-9]+$/, "]") } inside && !/^#time/' \
+    "$root$work/prefix/system.reg" "$root$work/prefix/user.reg" >"$stage/$1"
+  [ "$(wc -l <"$stage/$1")" -gt 1000 ] || Fail "the registry was not read"
 }
 
 # Regsvr32 RESULT ARGUMENT...
@@ -24,12 +22,12 @@ Regsvr32() {
 
 # Holds FILE KEY LINE: whether the registry in FILE has the key, below the classes of all users, with that line.
 Holds() {
-  LINE=$3 awk -v key="[HKEY_LOCAL_MACHINE\\\\Software\\\\Classes\\\\${2//\\/\\\\}]" '
-    /^\[/ { inside = tolower($0) == tolower(key) }
+  KEY="[Software\\\\Classes\\\\${2//\\/\\\\}]" LINE=$3 awk '
+    /^\[/ { inside = tolower($0) == tolower(ENVIRON["KEY"]) }
     inside && index($0, ENVIRON["LINE"]) == 1 { found = 1 }
     END { exit !found }' "$stage/$1" || Fail "$1: $2 has no $3"
 }
-HasKey() { grep -qiF "\\$2]" "$stage/$1"; }
+HasKey() { grep -qiF "\\${2//\\/\\\\}]" "$stage/$1"; }
 # Of a value as such a file writes it.
 Quoted() { printf '"%s"' "${1//\\/\\\\}"; }
 
@@ -87,7 +85,8 @@ mkdir -p "$stage/café und  blanks"
 cp "$stage/KRN6_QB2002.dll" "$stage/café und  blanks/"
 Regsvr32 0 /s 'café und  blanks\KRN6_QB2002.dll'
 Registry elsewhere.txt
-Holds elsewhere.txt "$class\\InprocServer32" "@=$(Quoted "${path%KRN6_QB2002.dll}café und  blanks\\KRN6_QB2002.dll")"
+folder=${path%KRN6_QB2002.dll}
+Holds elsewhere.txt "$class\\InprocServer32" "@=\"${folder//\\/\\\\}caf\\xe9 und  blanks\\\\KRN6_QB2002.dll\""
 Regsvr32 0 /s /u 'café und  blanks\KRN6_QB2002.dll'
 
 Regsvr32 3 /s missing.dll

@@ -146,9 +146,9 @@ class Value {
     return &owned;
   }
   std::wstring AsText() const {
-    return owned.vt == VT_BSTR ? std::wstring(owned.bstrVal == nullptr ? L"" : owned.bstrVal,
-                                              SysStringLen(owned.bstrVal))
-                               : L"(no text)";
+    return owned.vt == VT_BSTR
+               ? std::wstring(owned.bstrVal == nullptr ? L"" : owned.bstrVal, SysStringLen(owned.bstrVal))
+               : L"(no text)";
   }
   long AsLong() const {
     switch (owned.vt) {

@@ -56,15 +56,14 @@ LateBound NewLateBoundExchange() {
   CLSID identifier{};
   EXPECT_HRESULT_SUCCEEDED(CLSIDFromProgID(L"KRN6_QB2002.QBDataExchange", &identifier));
   Held<IDispatch> exchange;
-  EXPECT_HRESULT_SUCCEEDED(CoCreateInstance(identifier, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
-                                            exchange.ReceiveAny()));
+  EXPECT_HRESULT_SUCCEEDED(
+      CoCreateInstance(identifier, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, exchange.ReceiveAny()));
   return LateBound(exchange);
 }
 
 Variable::Variable(const wchar_t* variable, std::wstring_view value) : name(variable) {
   std::wstring present(32767, L'\0');
-  const DWORD length =
-      GetEnvironmentVariableW(variable, present.data(), static_cast<DWORD>(present.size()));
+  const DWORD length = GetEnvironmentVariableW(variable, present.data(), static_cast<DWORD>(present.size()));
   wasThere = length != 0;
   before = present.substr(0, length);
   SetEnvironmentVariableW(variable, std::wstring(value).c_str());
@@ -81,19 +80,19 @@ std::string AccountsAnswer(int request, const std::vector<std::string>& records)
   std::string answer = fmt::format("<QBXML><QBXMLMsgsRs><AccountQueryRs requestID=\"{}\">", request);
   int id = 0;
   for (const std::string& name : records) {
-    answer += fmt::format(
-        "<AccountRet><ListID>{}-{}</ListID><Name>{}</Name><Sublevel>0</Sublevel></AccountRet>", request, ++id,
-        name);
+    answer +=
+        fmt::format("<AccountRet><ListID>{}-{}</ListID><Name>{}</Name><Sublevel>0</Sublevel></AccountRet>",
+                    request, ++id, name);
   }
   return answer + "</AccountQueryRs></QBXMLMsgsRs></QBXML>";
 }
 
 std::vector<std::pair<int, std::string>> UsualAnswers() {
-  return {{100,
-           "<QBXML><HostRet><SupportedQBXMLVersion>1.0</SupportedQBXMLVersion>"
-           "<SupportedQBXMLVersion>1.1</SupportedQBXMLVersion></HostRet></QBXML>"},
-          {101,
-           "<QBXML><CompanyRet><FirstMonthFiscalYear>April</FirstMonthFiscalYear></CompanyRet></QBXML>"}};
+  return {
+      {100,
+       "<QBXML><HostRet><SupportedQBXMLVersion>1.0</SupportedQBXMLVersion>"
+       "<SupportedQBXMLVersion>1.1</SupportedQBXMLVersion></HostRet></QBXML>"},
+      {101, "<QBXML><CompanyRet><FirstMonthFiscalYear>April</FirstMonthFiscalYear></CompanyRet></QBXML>"}};
 }
 
 std::string RecordedImport::Cells() const {

@@ -45,8 +45,8 @@ class NamedObject final : public HostObject {
 
   static Held<NamedObject> Make() { return Held<NamedObject>(new NamedObject); }
 
-  /// A member that answers calls with one of these flags; others get DISP_E_MEMBERNOTFOUND. The member named ""
-  /// is the default one.
+  /// A member that answers calls with one of these flags; others get DISP_E_MEMBERNOTFOUND. The member named
+  /// "" is the default one.
   void Add(const std::wstring& name, WORD accepted, Function function);
 
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,

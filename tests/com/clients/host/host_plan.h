@@ -45,8 +45,8 @@ struct PlanState {
 /// A plan of the client's own, reached by IDispatch alone.
 Held<IDispatch> NewHostPlan(const std::shared_ptr<PlanState>& state, MemberKind kind = MemberKind::Methods);
 
-/// A plan whose members are typed in a type library of their own, texts by reference, as those of a Visual Basic
-/// class are.
+/// A plan whose members are typed in a type library of their own, texts by reference, as those of a Visual
+/// Basic class are.
 Held<IDispatch> NewTypedPlan(const std::shared_ptr<PlanState>& state);
 
 }  // namespace krnqb::testing

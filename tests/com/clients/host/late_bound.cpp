@@ -72,9 +72,9 @@ Outcome LateBound::Invoke(DISPID member, WORD flags, std::vector<Value> reversed
                         .cNamedArgs = static_cast<UINT>(named.size())};
   Outcome outcome;
   const bool puts = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
-  outcome.result = object->Invoke(member, reserved, LOCALE_USER_DEFAULT, flags, &parameters,
-                                  puts ? nullptr : outcome.value.Receive(), &outcome.exception,
-                                  &outcome.wrongArgument);
+  outcome.result =
+      object->Invoke(member, reserved, LOCALE_USER_DEFAULT, flags, &parameters,
+                     puts ? nullptr : outcome.value.Receive(), &outcome.exception, &outcome.wrongArgument);
   if (outcome.result == DISP_E_EXCEPTION) {
     if (outcome.exception.pfnDeferredFillIn != nullptr) {
       outcome.exception.pfnDeferredFillIn(&outcome.exception);

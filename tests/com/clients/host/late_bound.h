@@ -11,9 +11,9 @@ namespace krnqb::testing {
 struct Outcome {
   HRESULT result = S_OK;
   Value value;
-  EXCEPINFO exception{};       ///< texts are not kept, see `description`
-  std::wstring description;    ///< of the exception
-  UINT wrongArgument = 4711;   ///< as the callee left it; 4711 when it did not set it
+  EXCEPINFO exception{};      ///< texts are not kept, see `description`
+  std::wstring description;   ///< of the exception
+  UINT wrongArgument = 4711;  ///< as the callee left it; 4711 when it did not set it
 };
 
 /// An argument given by its name.

@@ -47,8 +47,8 @@ void AppendUnit(std::string& ascii, wchar_t unit) {
 std::string Ascii(const std::string& text) {
   std::wstring wide(text.size(), L'\0');
   const int length = static_cast<int>(text.size());
-  wide.resize(static_cast<std::size_t>(
-      MultiByteToWideChar(CP_UTF8, 0, text.data(), length, wide.data(), length)));
+  wide.resize(
+      static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(), length, wide.data(), length)));
   std::string ascii;
   for (const wchar_t unit : wide) AppendUnit(ascii, unit);
   return ascii;
