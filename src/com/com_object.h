@@ -49,6 +49,8 @@ class ComObject : public First, public Others... {
   }
 
  private:
+  static constexpr ULONG ending = 0x10000000;
+
   std::atomic<ULONG> references{0};
   Counted counted;
 };
