@@ -5,14 +5,12 @@
 #include <algorithm>
 
 #include "cli/text_table.h"
-#include "embedded/plan_characters.h"
+#include "cli/wrapped_names.h"
 #include "embedded/plan_content.h"
 #include "embedded/plan_headings.h"
 
 namespace krnqb::cli {
 namespace {
-
-constexpr std::size_t lineWidth = 79;
 
 bool AnyRemoved(const std::vector<embedded::TableChange>& tables) {
   return std::any_of(tables.begin(), tables.end(), [](const auto& table) { return table.rowsRemoved > 0; });
@@ -35,31 +33,13 @@ std::string CountTable(const std::vector<embedded::TableChange>& tables) {
   return counts.Text();
 }
 
-// Names separated by commas, the lines after the first indented.
-std::string Wrapped(std::string_view lead, const std::vector<std::string>& names) {
-  constexpr std::string_view indent = "    ";
-  std::string text;
-  std::string line(lead);
-  for (std::size_t index = 0; index < names.size(); ++index) {
-    const std::string word = names[index] + (index + 1 < names.size() ? "," : "");
-    const bool fits = embedded::CharacterCount(line) + 1 + embedded::CharacterCount(word) <= lineWidth;
-    if (!fits) {
-      text += line + '\n';
-      line = std::string(indent) + word;
-    } else {
-      line += ' ' + word;
-    }
-  }
-  return text + line + '\n';
-}
-
 std::string NewRowNames(const embedded::TableChange& table) {
   std::vector<std::string> names;
   for (const embedded::RowChange& row : table.added) {
     if (!row.name.empty() && row.name != embedded::emptyCellText) names.push_back(OneLine(row.name));
   }
   if (names.empty()) return {};
-  return Wrapped(fmt::format("  {}:", embedded::TableTitle(table.id)), names);
+  return WrappedNames(fmt::format("  {}:", embedded::TableTitle(table.id)), names);
 }
 
 }  // namespace

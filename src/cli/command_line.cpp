@@ -115,6 +115,21 @@ void AddCompanyInfo(Options options, CompanyInfoOptions& info) {
   options.Flag("--json", info.json, "Print one JSON object");
 }
 
+void AddGenerateCompany(Options options, GenerateCompanyOptions& company) {
+  embedded::GeneratorSettings& settings = company.settings;
+  options.Argument("FILE", company.file, "Company file to make (.qbw)");
+  options.Parsed("--accounts", "N", settings.accounts, ParseCount,
+                 "Accounts of all levels, 43 or more [120]");
+  options.Parsed("--items", "N", settings.items, ParseCount, "Items, 16 or more [80]");
+  options.Parsed("--customers", "N", settings.customers, ParseCount, "Customers and their jobs [60]");
+  options.Parsed("--transactions", "N", settings.transactions, ParseCount,
+                 "Transactions of all years together [2000]");
+  options.Parsed("--years", "A-B", company.years, ParseYears, "First and last year [2001-2002]");
+  options.Parsed("--seed", "S", company.seed, ParseCount, "The same seed gives the same company [1]");
+  options.Parsed("--processor", "VERSION", settings.processorVersion, ParseProcessorVersion,
+                 "Latest qbXML that it answers: 1.0, 1.1 or 2.0 [1.1]");
+}
+
 void AddNewPlan(Options options, NewPlanOptions& plan) {
   options.Argument("FILE", plan.file, "Plan file to make (.kpf)");
   options.Parsed("--product", "P", plan.product, ParseProduct, "ald, bri or cor")->required();
@@ -177,6 +192,8 @@ class CommandTree {
                             help_text::loadCompany, AddLoadCompany);
     Add<CompanyInfoOptions>(company, "info", "Show what a company file holds", help_text::companyInfo,
                             AddCompanyInfo);
+    Add<GenerateCompanyOptions>(company, "generate", "Make up a company with years of transactions",
+                                help_text::generateCompany, AddGenerateCompany);
     CLI::App& plan = AddFamily("plan", "Make and look at plan files", help_text::plan);
     Add<NewPlanOptions>(plan, "new", "Make a plan file", help_text::newPlan, AddNewPlan);
     Add<ShowPlanOptions>(plan, "show", "Show a plan's tables", help_text::showPlan, AddShowPlan);

@@ -8,6 +8,7 @@
 
 #include "cli/import_options.h"
 #include "cli/option_values.h"
+#include "embedded/company_generator.h"
 
 namespace krnqb::cli {
 
@@ -59,6 +60,13 @@ struct CompanyInfoOptions {
   bool json = false;
 };
 
+struct GenerateCompanyOptions {
+  std::string file;
+  embedded::GeneratorSettings settings;  ///< all but its years and seed, which stand below
+  YearSpan years{2001, 2002};
+  std::int64_t seed = 1;
+};
+
 struct NewPlanOptions {
   std::string file;
   QBKRNproduct product = QBKRN_ALD;
@@ -85,8 +93,9 @@ struct DialogOptions {
   std::optional<std::string> planFile;
 };
 
-using Command = std::variant<PrintedText, ImportOptions, AccountsOptions, TablesOptions, RequestOptions,
-                             SupportsOptions, NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions,
-                             NewPlanOptions, ShowPlanOptions, CompaniesOptions, DialogOptions>;
+using Command =
+    std::variant<PrintedText, ImportOptions, AccountsOptions, TablesOptions, RequestOptions, SupportsOptions,
+                 NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, GenerateCompanyOptions,
+                 NewPlanOptions, ShowPlanOptions, CompaniesOptions, DialogOptions>;
 
 }  // namespace krnqb::cli

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <system_error>
@@ -39,6 +40,9 @@ std::string LoadText(const embedded::LoadSummary& summary) {
 }
 
 std::string BytesOf(const std::string& document) {
+  if (std::filesystem::is_directory(document)) {
+    throw Error(error_number::unspecified, fmt::format("{}: is a directory", document));
+  }
   std::ifstream file(document, std::ios::binary);
   std::ostringstream bytes;
   bytes << file.rdbuf();
@@ -108,6 +112,23 @@ ExitCode Run(const LoadCompanyOptions& options, const Console& console) {
                     rest);
     }
   }
+  return ExitCode::Done;
+}
+
+ExitCode Run(const GenerateCompanyOptions& options, const Console& console) {
+  embedded::GeneratorSettings settings = options.settings;
+  settings.firstYear = options.years.first;
+  settings.lastYear = options.years.last;
+  settings.seed = static_cast<std::uint64_t>(options.seed);
+  const embedded::GeneratorSummary made =
+      Attempt("making the company failed", "correct the setting or give another path",
+              [&] { return embedded::GenerateCompany(options.file, settings); });
+  console.out << fmt::format("Made {}: company {}, {} to {}, answers qbXML up to {}.\n", options.file,
+                             settings.companyName, settings.firstYear, settings.lastYear,
+                             settings.processorVersion);
+  console.out << fmt::format("Records: {}.\n", CountsText(made.records));
+  console.out << fmt::format("Transaction lines: {}. File: {:.1f} MiB.\n", made.transactionLines,
+                             static_cast<double>(made.fileSize) / (1024.0 * 1024.0));
   return ExitCode::Done;
 }
 

@@ -11,6 +11,9 @@ ExitCode Run(const NewCompanyOptions& options, const Console& console);
 /// loaded, which the message tells: Failed when none was loaded, else Incomplete.
 ExitCode Run(const LoadCompanyOptions& options, const Console& console);
 
+/// Makes up a company; counts its records and lines and tells the file's size.
+ExitCode Run(const GenerateCompanyOptions& options, const Console& console);
+
 ExitCode Run(const CompanyInfoOptions& options, const Console& console);
 
 }  // namespace krnqb::cli

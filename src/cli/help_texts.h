@@ -85,7 +85,8 @@ inline constexpr std::string_view company =
     R"(Examples:
   krnqb company new nursery.qbw --name "Nursery" --fiscal-month January --processor 1.1
   krnqb company load nursery.qbw samples/nursery/*.xml
-  krnqb company info nursery.qbw)";
+  krnqb company info nursery.qbw
+  krnqb company generate large.qbw --transactions 100000 --years 2001-2002)";
 
 inline constexpr std::string_view newCompany =
     R"(Examples:
@@ -103,6 +104,15 @@ inline constexpr std::string_view companyInfo =
     R"(Examples:
   krnqb company info nursery.qbw
   krnqb company info nursery.qbw --json)";
+
+inline constexpr std::string_view generateCompany =
+    R"(Accounts three levels deep, items of every kind, and bills, checks, charges, invoices
+and sales receipts that follow the seasons: a company to try an import on.
+
+Examples:
+  krnqb company generate trial.qbw
+  krnqb company generate large.qbw --accounts 400 --items 300 --customers 500 \
+    --transactions 20000 --years 2001-2002 --seed 7 --processor 2.0)";
 
 inline constexpr std::string_view plan =
     R"(Examples:

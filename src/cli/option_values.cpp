@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <optional>
@@ -92,6 +93,20 @@ std::int16_t ParsePercent(std::string_view option, std::string_view text) {
   if (!percent)
     throw NotA(option, text, "a whole number of percent", "give one from -32768 to 32767, for example 5");
   return *percent;
+}
+
+std::int64_t ParseCount(std::string_view option, std::string_view text) {
+  const auto count = WholeNumber<std::int64_t>(text);
+  if (!count || *count < 0) throw NotA(option, text, "a whole number from 0", "give one such as 1000");
+  return *count;
+}
+
+YearSpan ParseYears(std::string_view option, std::string_view text) {
+  const std::size_t dash = std::min(text.find('-'), text.size());
+  const auto first = WholeNumber<std::int16_t>(text.substr(0, dash));
+  const auto last = dash == text.size() ? first : WholeNumber<std::int16_t>(text.substr(dash + 1));
+  if (!first || !last) throw NotA(option, text, "a span of years", "give it as 2001-2002, or one year");
+  return {*first, *last};
 }
 
 std::int32_t ParseRequestNumber(std::string_view option, std::string_view text) {

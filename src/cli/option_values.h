@@ -29,6 +29,18 @@ std::string_view BalancesName(QBKRN_BalancesImport balances);
 /// A whole number of percent, -32768 to 32767.
 std::int16_t ParsePercent(std::string_view option, std::string_view text);
 
+/// A whole number from 0 up to 64 bits.
+std::int64_t ParseCount(std::string_view option, std::string_view text);
+
+/// The first and the last of some years.
+struct YearSpan {
+  std::int16_t first = 0;
+  std::int16_t last = 0;
+};
+
+/// Years as "A-B", or one year; their order is not checked.
+YearSpan ParseYears(std::string_view option, std::string_view text);
+
 /// A request's number.
 std::int32_t ParseRequestNumber(std::string_view option, std::string_view text);
 

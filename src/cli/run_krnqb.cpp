@@ -40,6 +40,7 @@ bool ChangesFiles(const Command& command) {
          (dialog != nullptr && dialog->dialog == DialogName::Options) ||
          std::holds_alternative<NewCompanyOptions>(command) ||
          std::holds_alternative<LoadCompanyOptions>(command) ||
+         std::holds_alternative<GenerateCompanyOptions>(command) ||
          std::holds_alternative<NewPlanOptions>(command);
 }
 

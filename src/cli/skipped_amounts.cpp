@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "cli/wrapped_names.h"
 #include "support/number_text.h"
 
 namespace krnqb::cli {
@@ -99,14 +100,14 @@ std::string SkippedReport(const SkippedAmounts& skipped) {
       report += fmt::format("  {:>6} {:>14.2f}  {}\n", total.count, total.sum, ReasonText(reason));
     }
   }
-  for (const std::string& account : skipped.RepeatedAccounts()) {
-    report += fmt::format("The report shows {} in more than one row; all of them were added.\n", account);
+  if (!skipped.RepeatedAccounts().empty()) {
+    report += WrappedNames("Accounts that the reports show in more than one row, all of which were added:",
+                           skipped.RepeatedAccounts());
   }
   if (!skipped.PastPerformanceEnd().empty()) {
     report += fmt::format(
-        "Past performance ended early: the company has no top-level account of type {}. Cells from there on "
-        "were not "
-        "written.\n",
+        "Past performance ended early: the company has no top-level account of type {}. Cells from "
+        "there on were not written.\n",
         skipped.PastPerformanceEnd());
   }
   return report;

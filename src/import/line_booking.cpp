@@ -1,5 +1,6 @@
 #include "import/line_booking.h"
 
+#include "qbxml/response_element.h"
 #include "support/error_handling.h"
 #include "support/number_text.h"
 
@@ -43,6 +44,15 @@ void LineBooking::TellSkipped(const TransactionLine& line, SkipReason reason, st
 
 const std::string& LineBooking::TopLevelName(AccountGroup group, std::string_view accountId) const {
   return TopLevelAccountName(AccountsOf(context.state, group), accountId, context.observer);
+}
+
+const CostOfSale& LineBooking::CostOfSaleIn(const std::string& marker) {
+  if (const auto found = costs.find(marker); found != costs.end()) return found->second;
+  const XmlElement element = ResponseElement(marker, {});
+  if (!element) throw Error(error_number::objectNotSet);
+  const auto attribute = [&](std::string_view name) { return element.Attribute(name).value_or(""); };
+  CostOfSale cost{attribute("cogsid"), attribute("workid"), attribute("averagecost")};
+  return costs.emplace(marker, std::move(cost)).first->second;
 }
 
 const AccountList& AccountsOf(const ImportState& state, AccountGroup group) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "import/account_list.h"
 #include "import/import_context.h"
@@ -8,6 +10,13 @@
 #include "import/transaction_query.h"
 
 namespace krnqb {
+
+/// What a cost-of-goods marker says.
+struct CostOfSale {
+  std::string costAccount;
+  std::string incomeAccount;
+  std::string averageCost;
+};
 
 /// Books the amounts of one query's lines: what `ReadExpenseTransactions` and `ReadSalesTransactions` share.
 class LineBooking {
@@ -30,9 +39,15 @@ class LineBooking {
 
   const std::string& TopLevelName(AccountGroup group, std::string_view accountId) const;
 
+  /// Reads a marker, each once: many lines sell the same item. Error 91 when it is no element.
+  const CostOfSale& CostOfSaleIn(const std::string& marker);
+
   ImportContext& context;
   const TransactionQuery& query;
   const Place place;
+
+ private:
+  std::unordered_map<std::string, CostOfSale> costs;
 };
 
 /// The list and the subtotals of an account group.

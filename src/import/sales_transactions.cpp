@@ -6,7 +6,6 @@
 #include "import/expense_transactions.h"
 #include "import/transaction_reading.h"
 #include "qbxml/request_catalogue.h"
-#include "qbxml/response_element.h"
 #include "support/error_handling.h"
 #include "support/number_text.h"
 
@@ -73,21 +72,18 @@ void ReadSalesTransactions(ImportContext& context, const TransactionQuery& query
 
 std::string BookCostOfSale(LineBooking& booking, const TransactionLine& line, const std::string& marker,
                            float quantity) {
-  const XmlElement element = ResponseElement(marker, {});
-  if (!element) throw Error(error_number::objectNotSet);
-  const std::string costAccount = element.Attribute("cogsid").value_or("");
-  const double cost =
-      LeadingNumber(element.Attribute("averagecost").value_or("")) * static_cast<double>(quantity);
+  const CostOfSale& sale = booking.CostOfSaleIn(marker);
+  const double cost = LeadingNumber(sale.averageCost) * static_cast<double>(quantity);
   if (!std::isfinite(cost)) throw Error(error_number::overflow);
-  const std::string& name = booking.TopLevelName(AccountGroup::CostOfGoods, costAccount);
+  const std::string& name = booking.TopLevelName(AccountGroup::CostOfGoods, sale.costAccount);
   if (name.empty()) {
-    booking.TellSkipped(line, SkipReason::AccountInNoList, costAccount);
+    booking.TellSkipped(line, SkipReason::AccountInNoList, sale.costAccount);
   } else {
     auto& subtotals = booking.context.state.costSubtotals;
     if (!subtotals) throw Error(error_number::invalidProcedureCall);
     subtotals->At(name).AddToSubTotal(booking.query.month, cost);
   }
-  return element.Attribute("workid").value_or("");
+  return sale.incomeAccount;
 }
 
 }  // namespace krnqb

@@ -141,5 +141,36 @@ TEST(CompanyInfo, PrintsJsonAboutAFileThatIsNoCompany) {
                          " is no company file; check the path, or make a company with krnqb company new\n");
 }
 
+TEST(CompanyLoad, SaysWhatAFolderIs) {
+  const Workplace place;
+  const std::string file = place / "acme.qbw";
+  RunProgram(NewCompany(file));
+  const ProgramRun run = RunProgram({"company", "load", file, place.Folder().string()});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_NE(run.err.find("is a directory"), std::string::npos) << run.err;
+}
+
+TEST(CompanyGenerate, MakesACompanyAndCountsIt) {
+  const Workplace place;
+  const std::string file = place / "made.qbw";
+  const ProgramRun run =
+      RunProgram({"company", "generate", file, "--accounts", "50", "--items", "20", "--customers", "5",
+                  "--transactions", "100", "--years", "2002", "--seed", "7", "--processor", "2.0"});
+  EXPECT_EQ(run.code, 0) << run.err;
+  EXPECT_NE(run.out.find("2002 to 2002, answers qbXML up to 2.0."), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("50 AccountRet"), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("Transaction lines: "), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find(" MiB."), std::string::npos) << run.out;
+}
+
+TEST(CompanyGenerate, RefusesSettingsOutOfBounds) {
+  const Workplace place;
+  const std::string file = place / "made.qbw";
+  const ProgramRun run = RunProgram({"company", "generate", file, "--accounts", "3"});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_NE(run.err.find("43 to 10000 accounts"), std::string::npos) << run.err;
+  EXPECT_FALSE(std::filesystem::exists(file));
+}
+
 }  // namespace
 }  // namespace krnqb::cli

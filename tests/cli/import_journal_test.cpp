@@ -24,7 +24,7 @@ Words With(Words words, const Words& more) {
 
 TEST(ImportJournal, ListsEachAmountThatWasLeftOut) {
   const Workplace place;
-  place.Nursery();
+  place.NurseryYear();
   const std::string journal = place / "journal.jsonl";
   const ProgramRun run =
       RunProgram(place.ImportArguments("ald.kpf", With(amounts, {"--json", "--journal", journal})));
@@ -45,7 +45,7 @@ TEST(ImportJournal, ListsEachAmountThatWasLeftOut) {
 
 TEST(ImportReport, TellsCountAndSumOfWhatWasLeftOutByReason) {
   const Workplace place;
-  place.Nursery();
+  place.NurseryYear();
   const ProgramRun run = RunProgram(place.ImportArguments("ald.kpf", amounts));
   EXPECT_EQ(run.code, 0);
   EXPECT_NE(run.out.find("Left out"), std::string::npos) << run.out;
@@ -54,7 +54,7 @@ TEST(ImportReport, TellsCountAndSumOfWhatWasLeftOutByReason) {
 
 TEST(StrictImport, WritesNothingWhenAmountsWereLeftOut) {
   const Workplace place;
-  place.Nursery();
+  place.NurseryYear();
   const std::string plan = place / "ald.kpf";
   const std::string before = ReadText(plan);
   const ProgramRun run = RunProgram(place.ImportArguments("ald.kpf", With(amounts, {"--strict"})));
@@ -65,7 +65,7 @@ TEST(StrictImport, WritesNothingWhenAmountsWereLeftOut) {
 
 TEST(StrictImport, WritesWhatCameInWhenIncompleteIsAccepted) {
   const Workplace place;
-  place.Nursery();
+  place.NurseryYear();
   const ProgramRun run =
       RunProgram(place.ImportArguments("ald.kpf", With(amounts, {"--strict", "--accept-incomplete"})));
   EXPECT_EQ(run.code, 3);
@@ -73,7 +73,7 @@ TEST(StrictImport, WritesWhatCameInWhenIncompleteIsAccepted) {
 
 TEST(StrictImport, SucceedsWhenNothingWasLeftOut) {
   const Workplace place;
-  place.Nursery();
+  place.NurseryYear();
   EXPECT_EQ(RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--strict"})).code, 0);
 }
 

@@ -40,16 +40,26 @@ TEST(ImportRecording, LeavesOutTheCompanyCheckWhenTheFiscalMonthIsGiven) {
   }
 }
 
-class RoundTrips : public testing::TestWithParam<std::string> {};
+struct RoundTrip {
+  std::string plan;
+  std::string processorVersion;
+};
+
+void PrintTo(const RoundTrip& trip, std::ostream* out) {
+  *out << trip.plan << ", processor " << trip.processorVersion;
+}
+
+class RoundTrips : public testing::TestWithParam<RoundTrip> {};
 
 TEST_P(RoundTrips, GiveTheSamePlanToTheByte) {
   const Workplace place;
-  place.Nursery();
-  const std::string plan = place / GetParam();
+  place.NurseryYear(GetParam().processorVersion);
+  const std::string plan = place / GetParam().plan;
   const std::string replayed = place / "replayed.kpf";
   WriteText(replayed, ReadText(plan));
-  const Words contents{"--expenses", "--income", "--quiet"};
-  Words recording = place.ImportArguments(GetParam(), contents);
+  Words contents{"--expenses", "--income", "--balances", "all", "--growth-income", "5", "--quiet"};
+  contents.push_back(GetParam().plan == "bri.kpf" ? "--select-all-expenses" : "--past-performance");
+  Words recording = place.ImportArguments(GetParam().plan, contents);
   recording.insert(recording.end(), {"--record", place / "exchange.jsonl"});
   ASSERT_EQ(RunProgram(recording).code, 0);
   Words replaying{"import", "--plan", replayed, "--replay", place / "exchange.jsonl"};
@@ -57,11 +67,14 @@ TEST_P(RoundTrips, GiveTheSamePlanToTheByte) {
   // The clock of the day tells the stamps apart, and nothing else does.
   const ProgramRun run = RunProgram(replaying, {.clock = nullptr, .errorIsTerminal = false});
   ASSERT_EQ(run.code, 0) << run.err;
-  EXPECT_NE(ReadText(replayed), ReadText(place / GetParam() + ".bak"));
+  EXPECT_NE(ReadText(replayed), ReadText(plan + ".bak"));
   EXPECT_EQ(tests::WithoutStamps(ReadText(replayed)), tests::WithoutStamps(ReadText(plan)));
 }
 
-INSTANTIATE_TEST_SUITE_P(Samples, RoundTrips, testing::Values("ald.kpf", "bri.kpf", "cor.kpf"));
+INSTANTIATE_TEST_SUITE_P(ProductsAndPaths, RoundTrips,
+                         testing::Values(RoundTrip{"ald.kpf", "1.1"}, RoundTrip{"bri.kpf", "1.1"},
+                                         RoundTrip{"cor.kpf", "1.1"}, RoundTrip{"ald.kpf", "2.0"},
+                                         RoundTrip{"bri.kpf", "2.0"}, RoundTrip{"cor.kpf", "2.0"}));
 
 TEST(ImportRecording, CanBeRecordedFromAReplay) {
   const Workplace place;

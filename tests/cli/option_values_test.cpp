@@ -97,6 +97,28 @@ TEST(ParsePercent, TakesWholeNumbersOfSixteenBits) {
   }
 }
 
+TEST(ParseCount, TakesWholeNumbersFromZero) {
+  EXPECT_EQ(ParseCount("--items", "0"), 0);
+  EXPECT_EQ(ParseCount("--items", "9223372036854775807"), 9223372036854775807);
+  for (const std::string text : {"", "-1", "1e3", "9223372036854775808"}) {
+    EXPECT_EQ(
+        LineOf([&] { ParseCount("--items", text); }),
+        "krnqb: wrong usage: --items \"" + text + "\" is not a whole number from 0; give one such as 1000");
+  }
+}
+
+TEST(ParseYears, TakesAFirstAndALastOrOneYear) {
+  EXPECT_EQ(ParseYears("--years", "2001-2003").first, 2001);
+  EXPECT_EQ(ParseYears("--years", "2001-2003").last, 2003);
+  EXPECT_EQ(ParseYears("--years", "2002").first, 2002);
+  EXPECT_EQ(ParseYears("--years", "2002").last, 2002);
+  for (const std::string text : {"", "2001-", "-2002", "2001-2002-2003", "two"}) {
+    EXPECT_EQ(LineOf([&] { ParseYears("--years", text); }),
+              "krnqb: wrong usage: --years \"" + text +
+                  "\" is not a span of years; give it as 2001-2002, or one year");
+  }
+}
+
 TEST(ParseRequestNumber, TakesWholeNumbersOfThirtyTwoBits) {
   EXPECT_EQ(ParseRequestNumber("N", "310"), 310);
   EXPECT_EQ(ParseRequestNumber("N", "-2147483648"), -2147483647 - 1);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 
@@ -92,6 +93,25 @@ std::string Workplace::Nursery(std::string_view processorVersion) const {
   const ProgramRun loaded =
       RunProgram({"company", "load", file, KRNQB_SAMPLES "/nursery/accounts.xml",
                   KRNQB_SAMPLES "/nursery/company.xml", KRNQB_SAMPLES "/nursery/items.xml"});
+  EXPECT_EQ(loaded.code, 0) << loaded.err;
+  return file;
+}
+
+std::string Workplace::NurseryYear(std::string_view processorVersion) const {
+  return SampleCompany("nursery", processorVersion);
+}
+
+std::string Workplace::SampleCompany(const std::string& sample, std::string_view processorVersion) const {
+  const std::string file = *this / (sample + ".qbw");
+  const ProgramRun made = RunProgram({"company", "new", file, "--name", "Sample", "--fiscal-month", "January",
+                                      "--processor", std::string(processorVersion)});
+  EXPECT_EQ(made.code, 0) << made.err;
+  std::vector<std::string> loading{"company", "load", file};
+  for (const auto& document : fs::directory_iterator(fs::path(KRNQB_SAMPLES) / sample)) {
+    loading.push_back(document.path().string());
+  }
+  std::ranges::sort(loading.begin() + 3, loading.end());
+  const ProgramRun loaded = RunProgram(loading);
   EXPECT_EQ(loaded.code, 0) << loaded.err;
   return file;
 }

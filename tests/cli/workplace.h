@@ -46,6 +46,10 @@ class Workplace {
 
   /// Makes the sample company nursery.qbw and gives its path.
   std::string Nursery(std::string_view processorVersion = "1.1") const;
+  /// The same with the transactions of 2002.
+  std::string NurseryYear(std::string_view processorVersion = "1.1") const;
+  /// Makes SAMPLE.qbw of all documents of a folder of samples/ and gives its path.
+  std::string SampleCompany(const std::string& sample, std::string_view processorVersion) const;
 
   /// `import --company nursery.qbw --plan PLAN`, `more` behind it.
   std::vector<std::string> ImportArguments(std::string_view plan, const std::vector<std::string>& more) const;

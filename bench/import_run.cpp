@@ -1,0 +1,63 @@
+#include "bench/import_run.h"
+
+#include <fmt/format.h>
+
+#include "bench/measured_processors.h"
+#include "bench/request_file.h"
+#include "embedded/company_processor.h"
+#include "embedded/plan_file.h"
+#include "krnqb/qb_data_exchange.h"
+
+namespace krnqb::bench {
+namespace {
+
+// Looks at each notice as a host would, so that none of them comes for free.
+class CountingObserver : public Observer {
+ public:
+  void Notify(const Notice& notice) noexcept override {
+    if (notice.kind == NoticeKind::AmountSkipped) ++skippedAmounts;
+  }
+
+  std::int64_t skippedAmounts = 0;
+};
+
+void Configure(QBDataExchange& exchange, const ImportRun& run,
+               const std::shared_ptr<embedded::PlanFile>& plan) {
+  const std::optional<embedded::PlanStart> start = plan->Start();
+  if (!start) throw Error(error_number::invalidProcedureCall, "the plan does not say its start");
+  exchange.QBCompany(run.company.string());
+  exchange.KRNPlanData(plan);
+  exchange.KRNProduct(QBKRN_ALD);
+  exchange.IncludeExpenseAccounts(true);
+  exchange.IncludeIncomeAccounts(true);
+  exchange.BalancesImport(BalImport_All);
+  exchange.KRNStartingYear(start->year);
+  exchange.KRNStartingMonth(start->month);
+}
+
+}  // namespace
+
+void RunImport(const ImportRun& run) {
+  Traffic traffic;
+  const auto observer = std::make_shared<CountingObserver>();
+  const auto plan = embedded::PlanFile::Open(run.plan);
+  QBDataExchange exchange(
+      OutsideWorld{.processors = MeasuredProcessors(embedded::EmbeddedProcessors(), run.months, traffic),
+                   .sinks = {},
+                   .observer = observer,
+                   .userInterface = nullptr,
+                   .registry = nullptr,
+                   .clock = nullptr});
+  Configure(exchange, run, plan);
+  const Stopwatch stopwatch;
+  const bool went = exchange.Go();
+  const Elapsed outside = stopwatch.Read() - traffic.insideProcessor;
+  const std::int64_t peak = PeakMemory();
+  if (!went || exchange.ErrorNumber() != 0) throw Error(exchange.ErrorNumber(), exchange.ErrorDescription());
+  plan->Save();
+  if (!run.requestFile.empty()) WriteRequests(run.requestFile, traffic.requests);
+  fmt::print("wall {:.3f}\ncpu {:.3f}\npeak {}\nbytes {}\nskipped {}\n", outside.wall.count(),
+             outside.cpu.count(), peak, traffic.answerBytes, observer->skippedAmounts);
+}
+
+}  // namespace krnqb::bench

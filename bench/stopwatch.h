@@ -1,0 +1,33 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+
+namespace krnqb::bench {
+
+/// Wall time and CPU time (user and system) of this process. On a machine that others work on too, the second
+/// says more than the first.
+struct Elapsed {
+  std::chrono::duration<double> wall{};
+  std::chrono::duration<double> cpu{};
+
+  Elapsed& operator+=(const Elapsed& other) noexcept;
+  Elapsed operator-(const Elapsed& other) const noexcept { return {wall - other.wall, cpu - other.cpu}; }
+};
+
+/// Measures from its making.
+class Stopwatch {
+ public:
+  Stopwatch() noexcept : begin(Now()) {}
+  Elapsed Read() const noexcept { return Now() - begin; }
+
+ private:
+  static Elapsed Now() noexcept;
+
+  Elapsed begin;
+};
+
+/// The most memory that this process has held at once, in bytes.
+std::int64_t PeakMemory() noexcept;
+
+}  // namespace krnqb::bench

@@ -1,0 +1,122 @@
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+#include <sstream>
+
+#include <fmt/format.h>
+
+#include "cli/workplace.h"
+#include "embedded/plan_changes.h"
+#include "embedded/plan_file.h"
+#include "embedded/plan_listing.h"
+#include "golden.h"
+
+// Every import of a recorded exchange changes exactly the cells that are listed beside it.
+
+namespace krnqb::cli {
+namespace {
+
+using embedded::ChangeListing;
+using embedded::CompareTables;
+using embedded::PlanFile;
+using krnqb::tests::ExpectGolden;
+using tests::ReadText;
+using tests::RunProgram;
+using tests::Workplace;
+using tests::WriteText;
+using Words = std::vector<std::string>;
+
+struct RecordedImport {
+  std::string company;
+  std::string product;
+  std::string balances;
+  std::string processorVersion;
+  bool pastPerformance = false;
+
+  std::string Name() const {
+    return fmt::format("{}-{}-{}-{}{}", company, processorVersion, product, balances,
+                       pastPerformance ? "-past" : "");
+  }
+};
+
+void PrintTo(const RecordedImport& import, std::ostream* out) {
+  *out << import.Name();
+}
+
+std::vector<RecordedImport> AllImports() {
+  std::vector<RecordedImport> imports;
+  for (const std::string version : {"1.1", "2.0"}) {
+    for (const std::string product : {"ald", "bri", "cor"}) {
+      for (const std::string balances : {"none", "planned", "actual", "all"}) {
+        for (const bool past : {false, true})
+          imports.push_back({"nursery", product, balances, version, past});
+      }
+    }
+    for (const std::string company : {"print-shop", "bookkeeper"})
+      imports.push_back({company, "ald", "all", version, true});
+  }
+  return imports;
+}
+
+Words Arguments(const RecordedImport& import, const std::string& plan) {
+  Words words{"import",
+              "--replay",
+              fmt::format("{}/{}-{}.jsonl", KRNQB_RECORDINGS, import.company, import.processorVersion),
+              "--plan",
+              plan,
+              "--expenses",
+              "--income",
+              "--balances",
+              import.balances,
+              "--growth-income",
+              "10",
+              "--growth-cogs",
+              "7",
+              "--growth-expenses",
+              "3",
+              "--quiet"};
+  if (import.product == "bri") words.emplace_back("--select-all-expenses");
+  if (import.pastPerformance) words.emplace_back("--past-performance");
+  return words;
+}
+
+// The cells of the rows that an import added, one line per row: table, block, row, and its cells between
+// tabs.
+std::string AddedRows(const PlanFile& plan, const std::vector<embedded::TableChange>& changes) {
+  std::set<std::string> added;
+  for (const embedded::TableChange& table : changes) {
+    for (const embedded::RowChange& row : table.added)
+      added.insert(fmt::format("{}\t{}\t{}\t", table.id, row.block, row.row));
+  }
+  std::map<std::string, std::string> rows;
+  std::istringstream cells(embedded::CellListing(plan));
+  for (std::string line; std::getline(cells, line);) {
+    const std::size_t text = line.rfind('\t');
+    const std::string place = line.substr(0, line.rfind('\t', text - 1) + 1);
+    if (added.contains(place)) rows[place] += line.substr(text);
+  }
+  std::string listing;
+  for (const auto& [place, texts] : rows) listing += fmt::format("row\t{}{}\n", place, texts.substr(1));
+  return listing;
+}
+
+class ChangedCellsGolden : public testing::TestWithParam<RecordedImport> {};
+
+TEST_P(ChangedCellsGolden, AreThoseOfTheRecordedImport) {
+  const Workplace place;
+  const std::string before = place / (GetParam().product + ".kpf");
+  const std::string plan = place / "plan.kpf";
+  WriteText(plan, ReadText(before));
+  const tests::ProgramRun run = RunProgram(Arguments(GetParam(), plan));
+  ASSERT_EQ(run.code, 0) << run.err;
+  const std::shared_ptr<PlanFile> imported = PlanFile::Open(plan);
+  const std::vector<embedded::TableChange> changes = CompareTables(*PlanFile::Open(before), *imported);
+  ExpectGolden(fmt::format("{}/{}.txt", KRNQB_CHANGES, GetParam().Name()),
+               ChangeListing(changes) + AddedRows(*imported, changes));
+}
+
+INSTANTIATE_TEST_SUITE_P(Imports, ChangedCellsGolden, testing::ValuesIn(AllImports()));
+
+}  // namespace
+}  // namespace krnqb::cli
