@@ -53,6 +53,7 @@ std::optional<OmissionKind> KindOf(const Notice& notice) {
     case NoticeKind::AmountSkipped:
     case NoticeKind::AccountInSeveralRows:
     case NoticeKind::PastPerformanceEnded:
+    case NoticeKind::CompanyFileUnlisted:
       break;
   }
   return std::nullopt;
