@@ -54,11 +54,11 @@ std::optional<std::string> FaultOf(const std::string& record, std::string_view p
 }
 
 void TellUnlisted(Observer& observer, const std::string& path, const std::string& reason) {
-  Notice notice{.kind = NoticeKind::CompanyFileUnlisted,
-                .place = {.operation = "QBCompanies", .request = {}, .fromDate = {}, .toDate = {}},
-                .number = error_number::objectNotSet,
-                .severity = {},
-                .description = reason};
+  Notice notice;
+  notice.kind = NoticeKind::CompanyFileUnlisted;
+  notice.place.operation = "QBCompanies";
+  notice.number = error_number::objectNotSet;
+  notice.description = reason;
   notice.file = path;
   observer.Notify(notice);
 }
