@@ -25,6 +25,17 @@ set(KRNQB_JSON $<BUILD_INTERFACE:nlohmann_json::nlohmann_json>)
 find_package(CLI11 2.1 REQUIRED)
 set(KRNQB_COMMAND_LINE CLI11::CLI11)
 
+# The dialogs. Without Qt everything else is built, and the command line says that there are none.
+option(KRNQB_DIALOGS "Build the dialogs with Qt, where it is installed" ON)
+if(KRNQB_DIALOGS)
+  find_package(Qt6 6.4 QUIET COMPONENTS Widgets)
+  pkg_check_modules(XCB QUIET IMPORTED_TARGET xcb)
+  if(TARGET Qt6::Widgets AND TARGET PkgConfig::XCB)
+    set(KRNQB_QT Qt6::Widgets)
+    set(KRNQB_DISPLAY PkgConfig::XCB)
+  endif()
+endif()
+
 # The tests.
 if(BUILD_TESTING)
   find_package(GTest 1.12 REQUIRED)
@@ -35,4 +46,10 @@ if(BUILD_TESTING)
   # Properties checked over generated cases.
   find_package(rapidcheck REQUIRED)
   set(KRNQB_PROPERTY_TEST rapidcheck)
+
+  # Mouse and keyboard for the dialogs.
+  if(KRNQB_QT)
+    find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+    set(KRNQB_QT_TEST Qt6::Test)
+  endif()
 endif()

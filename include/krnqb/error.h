@@ -16,10 +16,13 @@ inline constexpr std::int32_t outOfMemory = 7;
 inline constexpr std::int32_t subscriptOutOfRange = 9;  ///< also: a table that the plan does not have
 inline constexpr std::int32_t typeMismatch = 13;
 inline constexpr std::int32_t internalError = 51;
+inline constexpr std::int32_t pathNotFound = 76;
 inline constexpr std::int32_t objectNotSet = 91;  ///< an operation on nothing
+inline constexpr std::int32_t formAlreadyShown = 400;
 inline constexpr std::int32_t cannotCreateObject = 429;
 inline constexpr std::int32_t memberNotSupported = 438;  ///< the object has no such operation
 inline constexpr std::int32_t keyAlreadyPresent = 457;
+inline constexpr std::int32_t dialogCancelled = 32755;    ///< a person chose no file
 inline constexpr std::int32_t unspecified = -2147467259;  ///< 80004005, also: a malformed XPath
 }  // namespace error_number
 

@@ -27,7 +27,9 @@ enum class NoticeKind {
                      ///< `Skipped`
   AccountInSeveralRows,  ///< a report names an account in more than one row; every row was added
   ColumnsOutOfStep,      ///< a report row's columns do not stand where their numbers say
-  PastPerformanceEnded   ///< an account type is missing; `description` names it
+  PastPerformanceEnded,  ///< an account type is missing; `description` names it
+  CompanyFileUnlisted    ///< a company file's path cannot stand in the list of companies, so there is none;
+                         ///< `file` is the path, `description` the reason
 };
 
 /// Why an amount was left out.
@@ -62,6 +64,7 @@ struct Notice {
   std::string description;  ///< the error's description, the answer's statusMessage, the table's id or the
                             ///< account's name
   std::optional<Skipped> skipped = std::nullopt;
+  std::string file = {};  ///< the path that it is about, as the system has it: it need not be UTF-8
 };
 
 /// Is told what an import passes over, so that a person can learn what was left out and why. An observer

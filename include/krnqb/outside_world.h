@@ -55,11 +55,24 @@ class Registry {
   virtual ~Registry() = default;
 
   /// The value `name` (empty: the unnamed one) of a key, opened with a rights mask: a text, a 32-bit number,
-  /// or nothing when the key or the value cannot be read.
+  /// or nothing when the key or the value cannot be read. A text may still have the NUL that ends it where it
+  /// is stored.
   virtual std::optional<std::variant<std::string, std::uint32_t>> Read(RegistryHive hive,
                                                                        std::string_view key,
                                                                        std::string_view name,
                                                                        std::uint32_t rights) = 0;
+};
+
+/// The files of the machine. Paths are UTF-8; where names are bytes, they are these bytes.
+class FileSystem {
+ public:
+  virtual ~FileSystem() = default;
+
+  /// The names of the files in a folder, in any order and without its sub-folders. Error 76 when the folder
+  /// is missing or cannot be read.
+  virtual std::vector<std::string> FileNames(const std::string& folder) = 0;
+
+  virtual bool FileExists(const std::string& path) = 0;
 };
 
 /// A moment in local time.
@@ -80,7 +93,8 @@ class Clock {
 
 /// Everything outside the component, but for the plan, which comes through `KRNPlanData`. The component
 /// shares what it is given and releases it when it ends. Any of them may be null: no processors means that
-/// QuickBooks cannot be reached (429), no user interface that nothing is shown, no clock the system's own.
+/// QuickBooks cannot be reached (429), no user interface that nothing is shown, no clock and no files the
+/// system's own.
 struct OutsideWorld {
   std::shared_ptr<RequestProcessorFactory> processors;
   std::vector<std::shared_ptr<EventSink>> sinks;
@@ -88,6 +102,9 @@ struct OutsideWorld {
   std::shared_ptr<UserInterface> userInterface;
   std::shared_ptr<Registry> registry;
   std::shared_ptr<Clock> clock;
+  std::shared_ptr<FileSystem> files = {};
+  /// The folder of the QuickBooks program, a path of this system; without one the registry is asked for it.
+  std::optional<std::string> quickBooksFolder = {};
 };
 
 }  // namespace krnqb

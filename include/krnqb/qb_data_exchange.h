@@ -82,6 +82,9 @@ class QBDataExchange {
   /// The highest month, 1 to 12, in which any `cSubtotals` of the collection holds an amount other than 0; 0
   /// when there is none, without a collection, or when an item is no `cSubtotals`.
   std::int16_t MonthsOfActivity(const std::shared_ptr<Collection>& colMonthSubtotals);
+  /// Shows one of the dialogs and returns when it has been closed. The chosen path where a file is asked for;
+  /// Empty otherwise, and when nothing was chosen. A company file that was chosen becomes the one that the
+  /// next session opens.
   Variant ShowDialog(QBKRN_Dialogs DialogOption);
 
   /// Runs the import. False with the reason in the error pair when QuickBooks cannot be used; otherwise true,
@@ -94,6 +97,10 @@ class QBDataExchange {
   /// answer.
   XmlElement QBExpenseAccounts();
   XmlElement QBIncomeAccounts();
+  /// The company files in the folder of the QuickBooks program: "qbcompanies" with a "company" of "name" and
+  /// "fullpath" for each, sorted by name without regard to letter case. None when the folder is not known or
+  /// cannot be read, and when a path holds what no XML text can: the observer is told which.
+  XmlElement QBCompanies();
   /// Gives Empty.
   Variant Execute(std::string& Action, const Variant& Args = {});
 

@@ -143,6 +143,28 @@ void AddShowPlan(Options options, ShowPlanOptions& plan) {
   options.Flag("--json", plan.json, "Print one JSON object");
 }
 
+void AddCompanies(Options options, CompaniesOptions& companies) {
+  options.Text("--quickbooks-folder", "DIR", companies.quickBooksFolder,
+               "The folder of the QuickBooks program [as configured]");
+  options.Flag("--json", companies.json, "Print one JSON object");
+}
+
+DialogName ParseDialog(std::string_view /*option*/, std::string_view text) {
+  if (text == "options") return DialogName::Options;
+  if (text == "export") return DialogName::Export;
+  if (text == "company") return DialogName::Company;
+  if (text == "plan") return DialogName::Plan;
+  if (text == "about") return DialogName::About;
+  throw WrongUsage(fmt::format("\"{}\" is no dialog", text), "give options, export, company, plan or about");
+}
+
+void AddDialog(Options options, DialogOptions& dialog) {
+  options.ParsedArgument("options|export|company|plan|about", dialog.dialog, ParseDialog,
+                         "Which dialog to show");
+  options.Text("--company", "FILE", dialog.companyFile, "Company file to import from (options)");
+  options.Text("--plan", "FILE", dialog.planFile, "Plan file to import into (options)");
+}
+
 // The command tree. Each command that can be run stands here with the options that it was given.
 class CommandTree {
  public:
@@ -156,6 +178,9 @@ class CommandTree {
     Add<ImportOptions>(program, "import", "Import a company's accounts into a plan", help_text::import,
                        AddImport);
     Add<AccountsOptions>(program, "accounts", "List a company's accounts", help_text::accounts, AddAccounts);
+    Add<CompaniesOptions>(program, "companies", "List the company files beside the QuickBooks program",
+                          help_text::companies, AddCompanies);
+    Add<DialogOptions>(program, "dialog", "Show one of the dialogs", help_text::dialog, AddDialog);
     Add<TablesOptions>(program, "tables", "List the plan tables that an import may change", help_text::tables,
                        AddTables);
     Add<RequestOptions>(program, "request", "Print a request as it is sent", help_text::request, AddRequest);

@@ -80,8 +80,22 @@ struct ShowPlanOptions {
   bool json = false;
 };
 
-using Command = std::variant<PrintedText, ImportOptions, AccountsOptions, TablesOptions, RequestOptions,
-                             SupportsOptions, NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions,
-                             GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions>;
+struct CompaniesOptions {
+  std::optional<std::string> quickBooksFolder;
+  bool json = false;
+};
+
+enum class DialogName : std::uint8_t { Options, Export, Company, Plan, About };
+
+struct DialogOptions {
+  DialogName dialog = DialogName::About;
+  std::optional<std::string> companyFile;
+  std::optional<std::string> planFile;
+};
+
+using Command =
+    std::variant<PrintedText, ImportOptions, AccountsOptions, TablesOptions, RequestOptions, SupportsOptions,
+                 NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, GenerateCompanyOptions,
+                 NewPlanOptions, ShowPlanOptions, CompaniesOptions, DialogOptions>;
 
 }  // namespace krnqb::cli

@@ -72,6 +72,14 @@ void SelectExpenses(QBDataExchange& exchange, const ImportOptions& options, cons
   }
 }
 
+void ReadSelectedExpenses(QBDataExchange& exchange, const Console& console) {
+  const XmlElement selection = exchange.SelectedExpenses();
+  RequireNoError(exchange);
+  if (SelectionNames(selection, SelectionPart::Selected).empty()) {
+    Warn(console, "no expense account stands in the plan: the dialog will import none");
+  }
+}
+
 std::vector<std::string> SelectionNames(const XmlElement& selection, SelectionPart part) {
   std::vector<std::string> names;
   for (const XmlElement& account : selection.Children()) {

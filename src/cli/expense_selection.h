@@ -17,6 +17,10 @@ namespace krnqb::cli {
 /// the nearest names.
 void SelectExpenses(QBDataExchange& exchange, const ImportOptions& options, const Console& console);
 
+/// Reads the selection as the plan has it, which a person cannot add to in the dialog. Warns when no account
+/// is selected; throws Failure when the company cannot be read.
+void ReadSelectedExpenses(QBDataExchange& exchange, const Console& console);
+
 /// The names of the accounts of a selection document, in its order: all of them, or those that are selected.
 enum class SelectionPart : std::uint8_t { All, Selected };
 std::vector<std::string> SelectionNames(const XmlElement& selection, SelectionPart part);

@@ -36,6 +36,25 @@ inline constexpr std::string_view accounts =
   krnqb accounts expense --company nursery.qbw --plan bri.kpf
   krnqb accounts expense --company nursery.qbw --json)";
 
+inline constexpr std::string_view companies =
+    R"(The folder is the one given, else that of the environment variable
+KRNQB_QUICKBOOKS_FOLDER, else "quickbooks-folder" in ~/.config/krnqb/config.ini.
+
+Examples:
+  krnqb companies --quickbooks-folder samples
+  krnqb companies --quickbooks-folder . --json)";
+
+inline constexpr std::string_view dialog =
+    R"(options  Choose what to import, and import (needs --company and --plan)
+export   The options of the other direction
+company  Choose a company file; prints its path, or nothing and ends with 1
+plan     Choose a plan file; prints its path, or nothing and ends with 1
+about    Name, version and description of the component
+
+A dialog needs a display.
+
+For example: krnqb dialog options --company nursery.qbw --plan nursery.kpf)";
+
 inline constexpr std::string_view tables =
     R"(Examples:
   krnqb tables --product ald

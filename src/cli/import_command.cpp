@@ -21,10 +21,17 @@ namespace {
 
 class Import {
  public:
-  Import(const ImportOptions& importOptions, const Console& printedOn, const Surroundings& importSurroundings,
-         ImportOutcome& importOutcome)
-      : options(importOptions), console(printedOn), surroundings(importSurroundings), outcome(importOutcome) {
-    if (console.errIsTerminal && !options.quiet) bar.emplace(console.err);
+  // With dialogs a person starts the import, without them it starts by itself.
+  Import(const ImportOptions& importOptions, std::shared_ptr<ui::Dialogs> importDialogs,
+         const Console& printedOn, const Surroundings& importSurroundings, ImportOutcome& importOutcome)
+      : options(importOptions),
+        dialogs(std::move(importDialogs)),
+        console(printedOn),
+        surroundings(importSurroundings),
+        outcome(importOutcome),
+        interrupts(dialogs == nullptr ? InterruptWatch::Interrupts::Remembered
+                                      : InterruptWatch::Interrupts::LeftAsTheyAre) {
+    if (console.errIsTerminal && !options.quiet && dialogs == nullptr) bar.emplace(console.err);
   }
 
   // Whatever happens, the outcome tells it.
@@ -40,15 +47,16 @@ class Import {
 
  private:
   void ReadAndSave() {
-    CheckImportOptions(options);
+    if (dialogs == nullptr) CheckImportOptions(options);
     const ImportSource source = OpenImportSource(options);
     LockPlan();
     plan = Attempt([&] { return embedded::PlanFile::Open(options.planFile); });
     const ImportSettings settings = SettleImport(options, *plan);
-    Announce(settings, source);
+    if (dialogs == nullptr) Announce(settings, source);
 
     const embedded::PlanContent before = embedded::ReadPlanContent(*plan);
     ReadIntoPlan(settings, source);
+    if (outcome.result == ImportResult::Cancelled) return;
     outcome.tables = embedded::CompareTables(before, embedded::ReadPlanContent(*plan));
     interrupts.StopWhenRequested();
     Save();
@@ -70,22 +78,44 @@ class Import {
     if (options.recordFile) processors = recording.emplace(*options.recordFile).Recording(processors);
     const auto log = std::make_shared<ImportLog>(outcome, interrupts, bar ? &*bar : nullptr);
     QBDataExchange exchange({.processors = WatchedProcessors(processors, interrupts, outcome.incomplete),
-                             .sinks = {log},
+                             .sinks = Sinks(log),
                              .observer = log,
-                             .userInterface = nullptr,
+                             .userInterface = dialogs,
                              .registry = nullptr,
                              .clock = surroundings.clock});
     Configure(exchange, settings, source, plan);
-    if (settings.product == QBKRN_BRI && options.expenses) {
-      SelectExpenses(exchange, options, console);
-    }
-    const bool goResult = exchange.Go();
+    if (settings.product == QBKRN_BRI) SelectExpensesOf(exchange);
+    const bool goResult = dialogs == nullptr ? exchange.Go() : LetAPersonImport(exchange);
+    if (outcome.result == ImportResult::Cancelled) return;
     if (bar) bar->Wipe();
     interrupts.StopWhenRequested();
     if (options.journalFile) WriteJournal(*options.journalFile, outcome.skipped);
     RequireSuccess(exchange, goResult, log->AfterImportRaised());
     RequireComplete();
     if (recording) recording->Finish();
+  }
+
+  std::vector<std::shared_ptr<EventSink>> Sinks(const std::shared_ptr<EventSink>& log) const {
+    if (dialogs == nullptr) return {log};
+    return {log, dialogs};
+  }
+
+  void SelectExpensesOf(QBDataExchange& exchange) {
+    if (dialogs != nullptr) {
+      ReadSelectedExpenses(exchange, console);
+    } else if (options.expenses) {
+      SelectExpenses(exchange, options, console);
+    }
+  }
+
+  // An import raises events from its start on; the dialog gives no result of its own.
+  bool LetAPersonImport(QBDataExchange& exchange) {
+    exchange.ShowDialog(dlg_QBtoKRN);
+    if (outcome.events.empty()) {
+      RequireComplete();  // a dialog that could not be shown was not cancelled
+      outcome.result = ImportResult::Cancelled;
+    }
+    return true;
   }
 
   bool Complete() const {
@@ -99,7 +129,9 @@ class Import {
                            "see --journal for each of them, or import without --strict");
     }
     throw CommandFailure("import failed", "not everything could be read, so nothing was written",
-                         "put it right and import again, or add --accept-incomplete to write what came in");
+                         dialogs != nullptr ? "put it right and import again"
+                                            : "put it right and import again, or add --accept-incomplete to "
+                                              "write what came in");
   }
 
   // From here on an interrupt comes too late.
@@ -132,6 +164,7 @@ class Import {
   bool Chatty() const noexcept { return !options.json && !options.quiet; }
 
   const ImportOptions& options;
+  const std::shared_ptr<ui::Dialogs> dialogs;
   const Console& console;
   const Surroundings& surroundings;
   ImportOutcome& outcome;
@@ -147,10 +180,20 @@ class Import {
 ExitCode Run(const ImportOptions& options, const Console& console, const Surroundings& surroundings) {
   const auto begun = std::chrono::steady_clock::now();
   ImportOutcome outcome;
-  Import(options, console, surroundings, outcome).Run();
+  Import(options, nullptr, console, surroundings, outcome).Run();
   const auto elapsed = std::chrono::steady_clock::now() - begun;
   outcome.elapsedMilliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count();
   PrintOutcome(outcome, options, console);
+  return ExitCodeOf(outcome.result);
+}
+
+ExitCode RunWithDialog(const ImportOptions& options, const std::shared_ptr<ui::Dialogs>& dialogs,
+                       const Console& console, const Surroundings& surroundings) {
+  ImportOutcome outcome;
+  Import(options, dialogs, console, surroundings, outcome).Run();
+  PrintOutcome(outcome, options, console);
+  const bool importStarted = !outcome.events.empty();
+  if (importStarted && !outcome.errorLine.empty()) dialogs->ShowMessage(outcome.errorDescription);
   return ExitCodeOf(outcome.result);
 }
 

@@ -12,6 +12,8 @@ std::string_view ResultWord(ImportResult result) noexcept {
       return "dry-run";
     case ImportResult::Incomplete:
       return "incomplete";
+    case ImportResult::Cancelled:
+      return "cancelled";
     case ImportResult::WrongUsage:
       return "wrong-usage";
     case ImportResult::Interrupted:
@@ -34,6 +36,7 @@ ExitCode ExitCodeOf(ImportResult result) noexcept {
       return ExitCode::WrongUsage;
     case ImportResult::Interrupted:
       return ExitCode::Interrupted;
+    case ImportResult::Cancelled:
     case ImportResult::Failed:
       break;
   }

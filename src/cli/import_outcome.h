@@ -17,6 +17,7 @@ enum class ImportResult : std::uint8_t {
   Unchanged,   ///< all read, nothing in the plan had to change
   DryRun,      ///< what would change is known, nothing was written
   Incomplete,  ///< written although something was missing
+  Cancelled,   ///< a person closed the dialog without importing
   Failed,
   WrongUsage,
   Interrupted

@@ -21,6 +21,7 @@ void PrintOutcome(const ImportOutcome& outcome, const ImportOptions& options, co
   for (const Omission& omission : outcome.incomplete.All()) {
     PrintError(console, fmt::format("krnqb: incomplete: {}", OmissionText(omission)));
   }
+  if (outcome.result == ImportResult::Cancelled) return;
   const bool failed = !outcome.errorLine.empty();
   if (failed) PrintError(console, outcome.errorLine);
   if (options.json) {

@@ -15,10 +15,10 @@ void RememberInterrupt(int /*signal*/) {
 
 }  // namespace
 
-InterruptWatch::InterruptWatch() noexcept {
+InterruptWatch::InterruptWatch(Interrupts interrupts) noexcept {
   interruptRequested = 0;
   sigaction(SIGINT, nullptr, &previous);
-  if (previous.sa_handler == SIG_IGN) return;
+  if (interrupts == Interrupts::LeftAsTheyAre || previous.sa_handler == SIG_IGN) return;
   struct sigaction remembering {};
   remembering.sa_handler = RememberInterrupt;
   sigemptyset(&remembering.sa_mask);

@@ -9,7 +9,9 @@ namespace krnqb::cli {
 /// already, as in background jobs, they stay ignored. One at a time.
 class InterruptWatch {
  public:
-  InterruptWatch() noexcept;
+  enum class Interrupts { Remembered, LeftAsTheyAre };
+
+  explicit InterruptWatch(Interrupts interrupts = Interrupts::Remembered) noexcept;
   ~InterruptWatch();
   InterruptWatch(const InterruptWatch&) = delete;
   InterruptWatch& operator=(const InterruptWatch&) = delete;

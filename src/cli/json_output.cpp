@@ -109,6 +109,14 @@ std::string CompanyInfoJson(const embedded::CompanyInfo& info) {
   return Text(json);
 }
 
+std::string CompaniesJson(const std::vector<Company>& companies) {
+  Json json{{"result", "done"}, {"companies", Json::array()}};
+  for (const Company& company : companies) {
+    json["companies"].push_back({{"name", company.name}, {"path", company.path}});
+  }
+  return Text(json);
+}
+
 std::string PlanJson(const embedded::PlanFile& plan, const std::optional<std::string>& tableId) {
   Json json{{"result", "done"}, {"path", plan.Path().string()}};
   const auto product = plan.Product();

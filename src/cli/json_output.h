@@ -24,6 +24,13 @@ std::string AccountsJson(const std::vector<AccountNode>& accounts);
 
 std::string CompanyInfoJson(const embedded::CompanyInfo& info);
 
+/// A company file beside the QuickBooks program.
+struct Company {
+  std::string name;
+  std::string path;
+};
+std::string CompaniesJson(const std::vector<Company>& companies);
+
 /// A plan's tables, or the one of an id that it has.
 std::string PlanJson(const embedded::PlanFile& plan, const std::optional<std::string>& tableId);
 

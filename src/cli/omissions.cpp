@@ -63,6 +63,7 @@ std::optional<OmissionKind> KindOf(const Notice& notice) {
     case NoticeKind::AmountSkipped:
     case NoticeKind::AccountInSeveralRows:
     case NoticeKind::PastPerformanceEnded:
+    case NoticeKind::CompanyFileUnlisted:
       break;
   }
   return std::nullopt;

@@ -1,12 +1,13 @@
 #include "cli/run_krnqb.h"
 
 #include <algorithm>
-#include <type_traits>
 
 #include "cli/accounts_command.h"
 #include "cli/command_line.h"
+#include "cli/companies_command.h"
 #include "cli/company_commands.h"
 #include "cli/console.h"
+#include "cli/dialog_command.h"
 #include "cli/import_command.h"
 #include "cli/json_output.h"
 #include "cli/plan_commands.h"
@@ -24,7 +25,7 @@ ExitCode Run(const PrintedText& printed, const Console& console) {
 ExitCode RunCommand(const Command& command, const Console& console, const Surroundings& surroundings) {
   return std::visit(
       [&](const auto& options) {
-        if constexpr (std::is_same_v<std::decay_t<decltype(options)>, ImportOptions>) {
+        if constexpr (requires { Run(options, console, surroundings); }) {
           return Run(options, console, surroundings);
         } else {
           return Run(options, console);
@@ -34,7 +35,9 @@ ExitCode RunCommand(const Command& command, const Console& console, const Surrou
 }
 
 bool ChangesFiles(const Command& command) {
+  const auto* dialog = std::get_if<DialogOptions>(&command);
   return std::holds_alternative<ImportOptions>(command) ||
+         (dialog != nullptr && dialog->dialog == DialogName::Options) ||
          std::holds_alternative<NewCompanyOptions>(command) ||
          std::holds_alternative<LoadCompanyOptions>(command) ||
          std::holds_alternative<GenerateCompanyOptions>(command) ||

@@ -28,6 +28,8 @@ std::string_view WhatHappened(NoticeKind kind) {
       return "found columns out of step";
     case NoticeKind::PastPerformanceEnded:
       return "ended past performance";
+    case NoticeKind::CompanyFileUnlisted:
+      return "could not list a company file";
     default:
       return "noticed something";
   }

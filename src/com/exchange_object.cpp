@@ -104,9 +104,8 @@ STDMETHODIMP ExchangeObject::get_QBExpenseAccounts(IDispatch** result) noexcept 
 STDMETHODIMP ExchangeObject::get_QBIncomeAccounts(IDispatch** result) noexcept {
   return Give(result, [&] { return OutsideObject(component.QBIncomeAccounts()); });
 }
-// Company files are not listed.
 STDMETHODIMP ExchangeObject::get_QBCompanies(IDispatch** result) noexcept {
-  return Give(result, [] { return ComPointer<IDispatch>(); });
+  return Give(result, [&] { return OutsideObject(component.QBCompanies()); });
 }
 
 STDMETHODIMP ExchangeObject::Execute(BSTR* Action, VARIANT* /*Args*/, VARIANT* result) noexcept {

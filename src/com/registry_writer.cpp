@@ -1,33 +1,13 @@
 #include "com/registry_writer.h"
 
-#include <windows.h>
-
 #include "com/error_mapping.h"
+#include "com/registry_key.h"
 
 namespace krnqb::com {
 namespace {
 
-class Key {
- public:
-  Key() noexcept = default;
-  Key(const Key&) = delete;
-  Key& operator=(const Key&) = delete;
-  ~Key() {
-    if (handle != nullptr) RegCloseKey(handle);
-  }
-  HKEY get() const noexcept { return handle; }
-  HKEY* Receive() noexcept { return &handle; }
-
- private:
-  HKEY handle = nullptr;
-};
-
 void CheckStatus(LSTATUS status) {
   if (status != ERROR_SUCCESS) throw ErrorOf(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
-}
-
-HKEY RootOf(RegistryHive hive) {
-  return hive == RegistryHive::LocalMachine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
 }
 
 std::wstring PathOf(const std::wstring& key) {
@@ -35,7 +15,7 @@ std::wstring PathOf(const std::wstring& key) {
 }
 
 // Whether there is such a key, which is open then.
-bool Open(RegistryHive hive, const std::wstring& key, REGSAM rights, Key& opened) {
+bool Open(RegistryHive hive, const std::wstring& key, REGSAM rights, RegistryKey& opened) {
   const LSTATUS status = RegOpenKeyExW(RootOf(hive), PathOf(key).c_str(), 0, rights, opened.Receive());
   if (status == ERROR_FILE_NOT_FOUND) return false;
   CheckStatus(status);
@@ -45,14 +25,14 @@ bool Open(RegistryHive hive, const std::wstring& key, REGSAM rights, Key& opened
 class SystemRegistry final : public RegistryWriter {
  public:
   void Create(RegistryHive hive, const std::wstring& key) override {
-    Key created;
+    RegistryKey created;
     CheckStatus(RegCreateKeyExW(RootOf(hive), PathOf(key).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
                                 KEY_WRITE, nullptr, created.Receive(), nullptr));
   }
 
   void Write(RegistryHive hive, const std::wstring& key, const std::wstring& name,
              const std::wstring& value) override {
-    Key opened;
+    RegistryKey opened;
     if (!Open(hive, key, KEY_SET_VALUE, opened)) throw ErrorOf(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
     const auto bytes = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
     CheckStatus(RegSetValueExW(opened.get(), name.c_str(), 0, REG_SZ,
@@ -60,12 +40,12 @@ class SystemRegistry final : public RegistryWriter {
   }
 
   bool Has(RegistryHive hive, const std::wstring& key) override {
-    Key opened;
+    RegistryKey opened;
     return Open(hive, key, KEY_READ, opened);
   }
 
   void RemoveValue(RegistryHive hive, const std::wstring& key, const std::wstring& name) override {
-    Key opened;
+    RegistryKey opened;
     if (!Open(hive, key, KEY_SET_VALUE, opened)) return;
     const LSTATUS status = RegDeleteValueW(opened.get(), name.c_str());
     if (status != ERROR_FILE_NOT_FOUND) CheckStatus(status);
@@ -73,7 +53,7 @@ class SystemRegistry final : public RegistryWriter {
 
   void RemoveEmptyKey(RegistryHive hive, const std::wstring& key) override {
     {
-      Key opened;
+      RegistryKey opened;
       if (!Open(hive, key, KEY_READ, opened)) return;
       DWORD keys = 0;
       DWORD values = 0;

@@ -6,13 +6,12 @@
 #include <string_view>
 #include <utility>
 
+#include "support/windows_text.h"
+
 namespace krnqb::com {
 
-// Texts are UTF-8 inside the component and UTF-16 outside. What is invalid becomes U+FFFD; embedded NULs
-// stay.
-
-std::string Utf8(std::wstring_view text);
-std::wstring Wide(std::string_view text);
+using krnqb::Utf8;
+using krnqb::Wide;
 
 /// The text of a BSTR; a null BSTR is the empty text.
 std::wstring_view TextOf(BSTR text) noexcept;

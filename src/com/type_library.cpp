@@ -1,22 +1,9 @@
 #include "com/type_library.h"
 
 #include "com/error_mapping.h"
+#include "support/own_module.h"
 
 namespace krnqb::com {
-namespace {
-
-HMODULE OwnModule() {
-  HMODULE module = nullptr;
-  constexpr DWORD flags =
-      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
-  // Any address inside the library names it.
-  static const char inside = 0;
-  if (GetModuleHandleExW(flags, reinterpret_cast<LPCWSTR>(&inside), &module) == FALSE)
-    throw ErrorOf(HRESULT_FROM_WIN32(GetLastError()));
-  return module;
-}
-
-}  // namespace
 
 std::wstring OwnPath() {
   std::wstring path(MAX_PATH, L'\0');

@@ -1,17 +1,29 @@
 #include "com/windows_world.h"
 
-#include "com/message_box.h"
+#include "com/program_starter.h"
 #include "com/request_processor_calls.h"
+#include "com/system_registry.h"
+#include "support/system_files.h"
+#include "ui/dialogs.h"
+#include "ui/win32/win32_toolkit.h"
 
 namespace krnqb::com {
 
 OutsideWorld WindowsOutsideWorld(std::shared_ptr<EventSink> sink, std::shared_ptr<Observer> observer) {
+  const ui::SystemInformation system = WindowsSystem();
+  const auto dialogs = std::make_shared<ui::Dialogs>(ui::win32::Win32Toolkit(), system);
   OutsideWorld world;
   world.processors = InstalledRequestProcessors();
-  world.sinks = {std::move(sink)};
+  world.sinks = {std::move(sink), dialogs};
   world.observer = std::move(observer);
-  world.userInterface = MessageBoxes();
+  world.userInterface = dialogs;
+  world.registry = system.registry;
+  world.files = system.files;
   return world;
+}
+
+ui::SystemInformation WindowsSystem() {
+  return {.registry = SystemRegistry(), .files = SystemFiles(), .programs = SystemPrograms()};
 }
 
 }  // namespace krnqb::com

@@ -1,5 +1,6 @@
 #include "krnqb/qb_data_exchange.h"
 
+#include "component/company_list.h"
 #include "component/import_driver.h"
 #include "component/state.h"
 #include "import/account_selection.h"
@@ -9,6 +10,7 @@
 #include "qbxml/request_catalogue.h"
 #include "support/error_handling.h"
 #include "support/system_clock.h"
+#include "support/system_files.h"
 
 namespace krnqb {
 namespace {
@@ -21,6 +23,7 @@ class SilentObserver final : public Observer {
 OutsideWorld Completed(OutsideWorld world) {
   if (world.observer == nullptr) world.observer = std::make_shared<SilentObserver>();
   if (world.clock == nullptr) world.clock = SystemClock();
+  if (world.files == nullptr) world.files = SystemFiles();
   return world;
 }
 
@@ -133,6 +136,12 @@ XmlElement QBDataExchange::QBExpenseAccounts() {
 
 XmlElement QBDataExchange::QBIncomeAccounts() {
   return AccountsOf(state->context, request_number::incomeAccounts, "QBIncomeAccounts");
+}
+
+XmlElement QBDataExchange::QBCompanies() {
+  XmlElement companies;
+  EndOnError(*state->world.observer, In("QBCompanies"), [&] { companies = CompanyList(state->world); });
+  return companies;
 }
 
 Variant QBDataExchange::Execute(std::string& /*Action*/, const Variant& /*Args*/) {

@@ -16,14 +16,20 @@ std::string_view StandardDescription(std::int32_t number) noexcept {
       return "Type mismatch";
     case error_number::internalError:
       return "Internal error";
+    case error_number::pathNotFound:
+      return "Path not found";
     case error_number::objectNotSet:
       return "Object variable or With block variable not set";
+    case error_number::formAlreadyShown:
+      return "Form already displayed; can't show modally";
     case error_number::cannotCreateObject:
       return "ActiveX component can't create object";
     case error_number::memberNotSupported:
       return "Object doesn't support this property or method";
     case error_number::keyAlreadyPresent:
       return "This key is already associated with an element of this collection";
+    case error_number::dialogCancelled:
+      return "Cancel was selected.";
     case error_number::unspecified:
       return "Unspecified error";
     default:

@@ -2,8 +2,8 @@
 # usage: check_tree.sh TREE
 #
 # Fails, naming file, line and rule, when an include in TREE/include or TREE/src runs against the order of the
-# folders, when an outside library's header is included elsewhere than where it belongs, when a public header names
-# such a library, or when a file has more than 500 lines.
+# folders, when an outside library's or toolkit's header is included elsewhere than where it belongs, when a public
+# header names such a library, or when a file has more than 500 lines.
 set -euo pipefail
 
 tree=$1
@@ -46,6 +46,8 @@ awk '
     if (isPublic) Report(FNR, "a public header may include krnqb/ alone, not \"" header "\"")
     else if (header ~ /\.\./ || header !~ /\// || !(target in may))
       Report(FNR, "includes are named from src, as in \"support/date.h\", not \"" header "\"")
+    else if (header ~ /^ui\/(qt|win32)\// && FILENAME !~ ("^src/" parts[1] "/" parts[2] "/") && folder == "ui")
+      Report(FNR, "what the dialogs do knows no toolkit, not \"" header "\"")
     else if (!Contains(may[folder], target) && !((folder, header) in mayFile))
       Report(FNR, "src/" folder " may not include \"" header "\"")
   }
@@ -57,6 +59,12 @@ awk '
       Report(FNR, "SQLite is for .cpp files of src/embedded, not <" header ">")
     if (header ~ /^(ole|oc|ob|unkn|disp).*\.h$/ && folder != "com")
       Report(FNR, "automation headers are for src/com, not <" header ">")
+    if (header ~ /^Q[A-Z]/ && FILENAME !~ /^src\/ui\/qt\//)
+      Report(FNR, "Qt is for src/ui/qt, not <" header ">")
+    if (header ~ /^(xcb|X11)\// && FILENAME !~ /^src\/ui\/qt\/.*\.cpp$/)
+      Report(FNR, "X11 is for .cpp files of src/ui/qt, not <" header ">")
+    if (header ~ /^(windows|commdlg|commctrl)\.h$/ && folder == "ui" && FILENAME !~ /^src\/ui\/win32\//)
+      Report(FNR, "of the dialogs, Windows is for src/ui/win32, not <" header ">")
     if (header ~ /^krnqb\//) Report(FNR, "own headers are included with quotes, not <" header ">")
   }
 

@@ -63,10 +63,10 @@ TEST_P(HelpExamples, CanBeTypedAsTheyStand) {
 
 INSTANTIATE_TEST_SUITE_P(OfEveryCommand, HelpExamples,
                          testing::Values(help_text::program, help_text::import, help_text::accounts,
-                                         help_text::tables, help_text::request, help_text::supports,
-                                         help_text::company, help_text::newCompany, help_text::loadCompany,
-                                         help_text::companyInfo, help_text::plan, help_text::newPlan,
-                                         help_text::showPlan));
+                                         help_text::companies, help_text::tables, help_text::request,
+                                         help_text::supports, help_text::company, help_text::newCompany,
+                                         help_text::loadCompany, help_text::companyInfo, help_text::plan,
+                                         help_text::newPlan, help_text::showPlan));
 
 }  // namespace
 }  // namespace krnqb::cli

@@ -1,0 +1,75 @@
+#include "ui/dialogs.h"
+
+#include <utility>
+
+#include "ui/about_dialog.h"
+
+namespace krnqb::ui {
+namespace {
+
+// Which options dialog is shown, for as long as it is.
+class ShownOptions {
+ public:
+  ShownOptions(OptionsDialog*& place, OptionsDialog& shown) noexcept : options(place) { options = &shown; }
+  ~ShownOptions() { options = nullptr; }
+  ShownOptions(const ShownOptions&) = delete;
+  ShownOptions& operator=(const ShownOptions&) = delete;
+
+ private:
+  OptionsDialog*& options;
+};
+
+}  // namespace
+
+Dialogs::Dialogs(std::shared_ptr<Toolkit> shownBy, std::optional<SystemInformation> informedSystem)
+    : toolkit(std::move(shownBy)), system(std::move(informedSystem)) {}
+
+void Dialogs::ShowMessage(std::string_view text) {
+  toolkit->ShowMessage(text);
+}
+
+Variant Dialogs::ShowDialog(QBDataExchange& component, QBKRN_Dialogs dialog) {
+  switch (dialog) {
+    case dlg_KRNtoQB:
+      ShowOptions(component, OptionsKRNtoQB);
+      return {};
+    case dlg_QBtoKRN:
+      ShowOptions(component, OptionsQBtoKRN);
+      return {};
+    case dlg_SelectQBcompany: {
+      const std::string path = AskForFile(dialog);
+      component.QBCompany(path);
+      return path;
+    }
+    case dlg_SelectKRNplan:
+      return AskForFile(dialog);
+    default:
+      return {};
+  }
+}
+
+void Dialogs::ShowAbout() {
+  AboutDialog about(*toolkit, system);
+  toolkit->ShowModal(about);
+}
+
+void Dialogs::ProgressBarChange(std::int16_t PercentValue, std::string_view Description) {
+  if (options != nullptr) options->ShowProgress(PercentValue, Description);
+}
+
+void Dialogs::ShowOptions(QBDataExchange& component, OptionsQBKRNEnum mode) {
+  if (options != nullptr) throw Error(error_number::formAlreadyShown);
+  OptionsDialog dialog(*toolkit);
+  dialog.QBDataExchangeObject(&component);
+  dialog.Mode(mode);
+  const ShownOptions shown(options, dialog);
+  toolkit->ShowModal(dialog);
+}
+
+std::string Dialogs::AskForFile(QBKRN_Dialogs dialog) {
+  std::optional<std::string> path = toolkit->AskForFile(SettingsOf(dialog).value());
+  if (!path) throw Error(error_number::dialogCancelled);
+  return std::move(*path);
+}
+
+}  // namespace krnqb::ui

@@ -1,0 +1,94 @@
+#include "ui/options_dialog.h"
+
+#include <algorithm>
+
+#include "ui/controls.h"
+#include "ui/texts.h"
+
+namespace krnqb::ui {
+namespace {
+
+constexpr int progressBarRow = 1;
+constexpr int progressTextRow = 2;
+constexpr int buttonRow = 3;
+
+Control Progress(ControlKind kind, const ControlId& id, std::string_view spoken, int row) {
+  Control progress = MakeControl(kind, id);
+  progress.accessibleName = spoken;
+  progress.row = row;
+  progress.visible = false;
+  return progress;
+}
+
+Control DialogButton(const ControlId& id, std::string_view text) {
+  Control button = MakeControl(ControlKind::Button, id, text);
+  button.row = buttonRow;
+  return button;
+}
+
+}  // namespace
+
+OptionsDialog::OptionsDialog(Toolkit& shownBy) : toolkit(shownBy), importPage(form), exportPage(form) {
+  form.name = optionsForm;
+  form.defaultButton = control::importButton.name;
+  form.cancelButton = control::cancelButton.name;
+  form.controls.push_back(
+      Progress(ControlKind::ProgressBar, control::progressBar, text::progressBarSpoken, progressBarRow));
+  form.controls.push_back(
+      Progress(ControlKind::Label, control::progressText, text::progressTextSpoken, progressTextRow));
+  form.controls.push_back(DialogButton(control::importButton, text::importButton));
+  form.controls.back().enabled = false;
+  form.controls.push_back(DialogButton(control::cancelButton, text::cancelButton));
+  form.controls.push_back(DialogButton(control::helpButton, text::helpButton));
+  importPage.onIncluded = [this](bool included) { form.At(control::importButton.name).enabled = included; };
+  Mode(OptionsKRNtoQB);
+}
+
+std::int32_t OptionsDialog::Mode() const {
+  return form.At(control::importPage.name).visible ? OptionsQBtoKRN : OptionsKRNtoQB;
+}
+
+void OptionsDialog::Mode(std::int32_t mode) {
+  const bool import = mode == OptionsQBtoKRN;
+  form.At(control::importPage.name).visible = import;
+  form.At(control::exportPage.name).visible = !import;
+  form.caption = import ? text::importCaption : text::exportCaption;
+}
+
+void OptionsDialog::ShowProgress(std::int16_t percent, std::string_view description) {
+  if (!importing) return;
+  form.At(control::progressBar.name).percent = std::clamp<int>(percent, 0, 100);
+  form.At(control::progressText.name).text = description;
+  toolkit.ShowNow(*this);
+}
+
+void OptionsDialog::Pressed(std::string_view button) {
+  if (button == control::importButton.name) Import();
+  Unload();
+}
+
+void OptionsDialog::Clicked(std::string_view checkBox) {
+  if (form.At(checkBox).page == control::importPage.name) importPage.Clicked();
+}
+
+void OptionsDialog::Import() {
+  if (component == nullptr) throw Error(error_number::objectNotSet);
+  component->BalancesImport(static_cast<QBKRN_BalancesImport>(importPage.BalancesImport()));
+  component->IncludeExpenseAccounts(importPage.IncludeExpenseAccounts());
+  component->IncludeIncomeAccounts(importPage.IncludeIncomeAccounts());
+  ShowThatItWorks();
+  component->Go();  // what failed stands in the component's error pair
+  importing = false;
+}
+
+void OptionsDialog::ShowThatItWorks() {
+  importing = true;
+  for (Control& control : form.controls) control.enabled = false;
+  for (const ControlId& progress : {control::progressBar, control::progressText}) {
+    form.At(progress.name).visible = true;
+    form.At(progress.name).enabled = true;
+  }
+  toolkit.ShowNow(*this);
+}
+
+}  // namespace krnqb::ui

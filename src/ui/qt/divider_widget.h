@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QWidget>
+
+namespace krnqb::ui::qt {
+
+/// An etched line: a dark line above a light one, each a widget of its own.
+class DividerWidget : public QWidget {
+ public:
+  DividerWidget();
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  QWidget* top;
+  QWidget* bottom;
+};
+
+}  // namespace krnqb::ui::qt

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QDialog>
+#include <exception>
+#include <functional>
+
+#include "ui/dialog.h"
+#include "ui/qt/form_layout.h"
+
+namespace krnqb::ui::qt {
+
+/// A dialog as a window: shows what it holds and passes on what a person does.
+class FormWindow : public QDialog {
+ public:
+  /// The dialog outlives its window.
+  FormWindow(Dialog& shownDialog, QWidget* parent);
+
+  const Dialog& Shown() const noexcept { return dialog; }
+
+  void ShowState();
+
+  /// Shows the window until the dialog is no longer open. Throws what the dialog threw.
+  void Run();
+
+  void reject() override;
+
+ private:
+  void MakeWidgets();
+  void ConnectWidget(const Control& control, QWidget& widget);
+  /// Passes on what a person did.
+  void Act(const std::function<void()>& act);
+
+  Dialog& dialog;
+  ControlWidgets widgets;
+  std::exception_ptr fault;  // nothing may be thrown through Qt
+};
+
+}  // namespace krnqb::ui::qt

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ui/toolkit.h"
+
+namespace krnqb::fakes {
+
+/// A toolkit without a screen: a test says what the person in front of it does, and sees what was shown.
+class ScriptedToolkit : public ui::Toolkit {
+ public:
+  using Person = std::function<void(ui::Dialog&)>;
+
+  void ShowModal(ui::Dialog& dialog) override {
+    shown.push_back(dialog.Shown());
+    person(dialog);
+    stillOpen = dialog.IsOpen();
+  }
+
+  void ShowNow(const ui::Dialog& dialog) override {
+    shownNow.push_back(dialog.Shown());
+    if (meanwhile) meanwhile();
+  }
+
+  void ShowMessage(std::string_view text) override { messages.emplace_back(text); }
+
+  std::optional<std::string> AskForFile(const ui::FileDialogSettings& settings) override {
+    asked.push_back(settings);
+    return chosenPath;
+  }
+
+  Person person = [](ui::Dialog& dialog) { dialog.Dismiss(); };
+  std::function<void()> meanwhile;  // at each `ShowNow`
+  std::optional<std::string> chosenPath;
+
+  std::vector<ui::Form> shown;     // as each dialog was when it was shown
+  std::vector<ui::Form> shownNow;  // as a dialog was at each `ShowNow`
+  std::vector<ui::FileDialogSettings> asked;
+  std::vector<std::string> messages;
+  bool stillOpen = false;  // the last dialog, after the person was done
+};
+
+}  // namespace krnqb::fakes

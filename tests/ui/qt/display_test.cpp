@@ -1,0 +1,71 @@
+#include "ui/qt/display.h"
+
+#include <gtest/gtest.h>
+
+#include <QByteArray>
+#include <optional>
+
+#include "krnqb/error.h"
+
+namespace krnqb::ui::qt {
+namespace {
+
+// An environment variable of the process, put back at the end.
+class Variable {
+ public:
+  Variable(const char* variableName, std::optional<QByteArray> value)
+      : name(variableName), before(qgetenv(variableName)), wasSet(qEnvironmentVariableIsSet(variableName)) {
+    value ? qputenv(name, *value) : qunsetenv(name);
+  }
+  ~Variable() { wasSet ? qputenv(name, before) : qunsetenv(name); }
+  Variable(const Variable&) = delete;
+  Variable& operator=(const Variable&) = delete;
+
+ private:
+  const char* name;
+  QByteArray before;
+  bool wasSet;
+};
+
+std::string WhatIsMissing() {
+  try {
+    RequireDisplay();
+    return {};
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Number(), 429);
+    return error.Description();
+  }
+}
+
+TEST(Display, IsThere) {
+  EXPECT_EQ(WhatIsMissing(), "");
+}
+
+TEST(Display, IsMissedBeforeQtEndsTheProcess) {
+  const Variable noWayland("WAYLAND_DISPLAY", std::nullopt);
+  {
+    const Variable none("DISPLAY", std::nullopt);
+    EXPECT_EQ(WhatIsMissing(), "there is no display");
+  }
+  {
+    const Variable empty("DISPLAY", QByteArray());
+    EXPECT_EQ(WhatIsMissing(), "there is no display");
+  }
+  const Variable silent("DISPLAY", ":4711");
+  EXPECT_EQ(WhatIsMissing(), "the display :4711 does not answer");
+}
+
+TEST(Display, IsLeftToWhoChoosesThePlatform) {
+  const Variable none("DISPLAY", std::nullopt);
+  const Variable offscreen("QT_QPA_PLATFORM", "offscreen");
+  EXPECT_EQ(WhatIsMissing(), "");
+}
+
+TEST(Display, MayBeOneOfWayland) {
+  const Variable none("DISPLAY", std::nullopt);
+  const Variable wayland("WAYLAND_DISPLAY", "wayland-0");
+  EXPECT_EQ(WhatIsMissing(), "");
+}
+
+}  // namespace
+}  // namespace krnqb::ui::qt

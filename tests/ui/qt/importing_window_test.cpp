@@ -1,0 +1,107 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include "options_window.h"
+
+namespace krnqb::ui::qt {
+namespace {
+
+using tests::Click;
+using tests::Enabled;
+using tests::Find;
+using tests::OptionsWindow;
+using tests::Press;
+
+struct ImportingWindow : OptionsWindow {};
+
+// What a person does while an import runs, as it would lie in the program's queue.
+void PostClick(QWidget& widget) {
+  const QPointF place = widget.rect().center();
+  for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+    QCoreApplication::postEvent(&widget, new QMouseEvent(type, place, widget.mapToGlobal(place),
+                                                         Qt::LeftButton, Qt::LeftButton, Qt::NoModifier));
+  }
+}
+
+TEST_F(ImportingWindow, ShowsTheProgressAndHoldsInputBack) {
+  QWidget* shown = nullptr;
+  std::vector<int> percents;
+  int paints = 0;
+  struct PaintCounter : QObject {
+    explicit PaintCounter(int& counted) : count(counted) {}
+    bool eventFilter(QObject* /*receiver*/, QEvent* event) override {
+      count += event->type() == QEvent::Paint ? 1 : 0;
+      return false;
+    }
+    int& count;
+  } counter(paints);
+  for (const int percent : {20, 40, 60, 80, 100}) {
+    // The host's own sink comes before the dialog's, which handles what lies in the queue.
+    host.journal->On("ProgressBarChange " + std::to_string(percent) + " Processing...", [&] {
+      ASSERT_NE(shown, nullptr);
+      for (const char* name :
+           {"chkIncludeIncomeAccounts", "Combo1", "cmdButton0", "cmdButton2", "cmdButton3"}) {
+        EXPECT_FALSE(Enabled(*shown, name)) << name;
+        PostClick(Find(*shown, name));
+      }
+      EXPECT_TRUE(Find(*shown, "progressBar").isVisible());
+      percents.push_back(Find(*shown, "progressBar").property("value").toInt());
+      QCoreApplication::postEvent(shown, new QCloseEvent);
+      QCoreApplication::postEvent(shown, new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier));
+    });
+  }
+  Show(dlg_QBtoKRN, [&](QWidget& window) {
+    shown = &window;
+    Click(Find(window, "chkIncludeExpenseAccounts"));
+    Find(window, "progressBar").installEventFilter(&counter);
+    Click(Find(window, "cmdButton0"));
+  });
+  EXPECT_EQ(percents, (std::vector<int>{0, 20, 40, 60, 80})) << "as it was when each event came";
+  EXPECT_GE(paints, 5);
+  EXPECT_EQ(host.journal->Count("AfterImport"), 1);
+  EXPECT_FALSE(component.IncludeIncomeAccounts());
+}
+
+TEST(QtToolkit, LosesWhatAPersonDoesWhileItShowsANewState) {
+  struct InputCounter : QWidget {
+    void mousePressEvent(QMouseEvent* /*event*/) override { ++inputs; }
+    void keyPressEvent(QKeyEvent* /*event*/) override { ++inputs; }
+    int inputs = 0;
+  } widget;
+  widget.show();
+  const auto toolkit = QtToolkit();
+  const OptionsDialog dialog(*toolkit);
+  const auto post = [&widget] {
+    PostClick(widget);
+    QCoreApplication::postEvent(&widget, new QKeyEvent(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier));
+  };
+  post();
+  toolkit->ShowNow(dialog);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(widget.inputs, 0);
+  post();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(widget.inputs, 2) << "nothing is lost at other times";
+}
+
+TEST_F(ImportingWindow, CannotBeClosed) {
+  host.journal->OnOccurrence("ProgressBarChange 60 Processing...", 1, [] {
+    QWidget* window = QApplication::activeModalWidget();
+    ASSERT_NE(window, nullptr);
+    EXPECT_FALSE(window->close());
+    Press(*window, Qt::Key_Escape);
+    EXPECT_TRUE(window->isVisible());
+  });
+  Show(dlg_QBtoKRN, [](QWidget& window) {
+    Click(Find(window, "chkIncludeExpenseAccounts"));
+    Click(Find(window, "cmdButton0"));
+  });
+  EXPECT_EQ(host.journal->Count("AfterImport"), 1);
+}
+
+}  // namespace
+}  // namespace krnqb::ui::qt
