@@ -34,6 +34,14 @@ bool EndIsToldElsewhere(const Place& place) {
          place.operation == "WritePastPerformance";
 }
 
+// An account list that is not there was not asked for, or its own request tells why. What works on it ends at
+// once, and no amount that was asked for is missing.
+bool HadNoList(const Notice& notice) {
+  const std::string& operation = notice.place.operation;
+  return notice.number == error_number::objectNotSet &&
+         (operation == "SpreadExpenseBalances" || operation == "TopLevelSubtotals");
+}
+
 std::optional<OmissionKind> KindOf(const Notice& notice) {
   switch (notice.kind) {
     case NoticeKind::AnswerStatus: {
@@ -46,7 +54,9 @@ std::optional<OmissionKind> KindOf(const Notice& notice) {
     case NoticeKind::TableUnreadable:
       return OmissionKind::TableUnreadable;
     case NoticeKind::OperationEnded:
-      return EndIsToldElsewhere(notice.place) ? std::nullopt : std::optional(OmissionKind::OperationEnded);
+      return EndIsToldElsewhere(notice.place) || HadNoList(notice)
+                 ? std::nullopt
+                 : std::optional(OmissionKind::OperationEnded);
     case NoticeKind::ColumnsOutOfStep:
       return OmissionKind::ColumnsOutOfStep;
     case NoticeKind::StatementSkipped:

@@ -143,5 +143,19 @@ TEST_P(AllProducts, TakeTheIncomeAccountsAlone) {
 
 INSTANTIATE_TEST_SUITE_P(Samples, AllProducts, testing::Values("ald.kpf", "bri.kpf", "cor.kpf"));
 
+// The monthly passes go over both lists, whichever was asked for: the one that was not is missing to nobody.
+TEST(ImportOfOneKind, OfAccountsWithAmountsIsComplete) {
+  for (const std::string version : {"1.1", "2.0"}) {
+    for (const std::string kind : {"--income", "--expenses"}) {
+      const Workplace place;
+      place.NurseryYear(version);
+      const tests::ProgramRun run =
+          RunProgram(place.ImportArguments("ald.kpf", {kind, "--balances", "all", "--quiet"}));
+      EXPECT_EQ(run.code, 0) << version << ' ' << kind << ": " << run.err;
+      EXPECT_EQ(run.err, "");
+    }
+  }
+}
+
 }  // namespace
 }  // namespace krnqb::cli

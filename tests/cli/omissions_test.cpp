@@ -55,6 +55,15 @@ TEST(Omissions, HoldUnreadableAnswersWithTheirPeriod) {
             Texts{"request 10 (bills) for 2002-01-01 to 2002-01-31: the answer is no well-formed XML"});
 }
 
+TEST(Omissions, PassOverWhatEndedForWantOfAListThatWasNotAskedFor) {
+  for (const std::string operation : {"SpreadExpenseBalances", "TopLevelSubtotals"}) {
+    EXPECT_EQ(TextsOf({Told(NoticeKind::OperationEnded, {operation, {}, "", ""}, 91, "", "Not set")}),
+              Texts{});
+    EXPECT_EQ(TextsOf({Told(NoticeKind::OperationEnded, {operation, {}, "", ""}, 13, "", "Mismatch")}).size(),
+              1U);
+  }
+}
+
 TEST(Omissions, HoldUnreadableTables) {
   EXPECT_EQ(TextsOf({Told(NoticeKind::TableUnreadable, {"ReadPlanTable", {}, "", ""}, 0, "",
                           "20000000000000000000000000000600")}),
