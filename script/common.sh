@@ -9,7 +9,10 @@ Headline() { printf '\n== %s\n' "$*"; }
 Build() {
   local preset=$1
   shift
-  if command -v ccache >/dev/null; then export CMAKE_CXX_COMPILER_LAUNCHER=ccache; fi
+  # What one checkout has compiled serves the others.
+  if command -v ccache >/dev/null; then
+    export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+  fi
   cmake --preset "$preset" >/dev/null
   cmake --build --preset "$preset" ${1+--target "$@"}
 }
