@@ -1,8 +1,7 @@
 # shellcheck shell=bash
 # Takes a picture of every dialog, as PICTURES/win32-NAME.png: run by script/screenshots, which sets PICTURES.
-source ./suites/registered.sh
+source ./suites/shown.sh
 
-StartDisplay
 Register KRN6_QB2002.dll KRN6_TestProcessor.dll
 Built krnqb_dialog_host.exe krnqb_dialog_pictures.exe
 Stage "$area/recordings"

@@ -1,9 +1,7 @@
 # shellcheck shell=bash
 # The dialogs as a person has them, with mouse and keyboard, on a display of the suite's own.
-source ./suites/registered.sh
+source ./suites/shown.sh
 
-# Before all else: a desktop that was made without a display stays without.
-StartDisplay
 Register KRN6_QB2002.dll KRN6_TestProcessor.dll
 Built krnqb_dialog_host.exe krnqb_information_tool.exe krnqb_dialog_tests.exe
 Stage "$area/recordings"
