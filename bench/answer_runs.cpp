@@ -9,7 +9,7 @@
 
 #include "bench/request_file.h"
 #include "bench/stopwatch.h"
-#include "embedded/company_file.h"
+#include "company/file.h"
 #include "krnqb/error.h"
 
 namespace krnqb::bench {

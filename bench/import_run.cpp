@@ -4,9 +4,9 @@
 
 #include "bench/measured_processors.h"
 #include "bench/request_file.h"
-#include "embedded/company_processor.h"
-#include "embedded/plan_file.h"
+#include "company/processor.h"
 #include "krnqb/qb_data_exchange.h"
+#include "plan_file/file.h"
 
 namespace krnqb::bench {
 namespace {

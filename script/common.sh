@@ -12,6 +12,8 @@ Build() {
   # What one checkout has compiled serves the others.
   if command -v ccache >/dev/null; then
     export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+    # Precompiled headers are found by what is in them.
+    export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
   fi
   cmake --preset "$preset" >/dev/null
   cmake --build --preset "$preset" ${1+--target "$@"}

@@ -7,11 +7,11 @@
 #include <utility>
 
 #include "cli/command_options.h"
-#include "cli/failure.h"
+#include "cli/console/failure.h"
+#include "cli/console/nearest_names.h"
+#include "cli/console/option_values.h"
+#include "cli/console/version.h"
 #include "cli/help_texts.h"
-#include "cli/nearest_names.h"
-#include "cli/option_values.h"
-#include "cli/version.h"
 
 namespace krnqb::cli {
 namespace {

@@ -6,9 +6,9 @@
 #include <variant>
 #include <vector>
 
-#include "cli/import_options.h"
-#include "cli/option_values.h"
-#include "embedded/company_generator.h"
+#include "cli/console/option_values.h"
+#include "cli/import/options.h"
+#include "sample_company/generator.h"
 
 namespace krnqb::cli {
 

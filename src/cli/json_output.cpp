@@ -2,8 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "embedded/plan_content.h"
-#include "embedded/plan_headings.h"
+#include "plan_file/content.h"
+#include "plan_file/headings.h"
 
 namespace krnqb::cli {
 namespace {

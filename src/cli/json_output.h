@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "cli/account_tree.h"
-#include "cli/failure.h"
-#include "cli/import_outcome.h"
-#include "embedded/company_file.h"
-#include "embedded/plan_file.h"
+#include "cli/company/account_tree.h"
+#include "cli/console/failure.h"
+#include "cli/import/outcome.h"
+#include "company/file.h"
+#include "plan_file/file.h"
 
 namespace krnqb::cli {
 

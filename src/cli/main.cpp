@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/dialog_toolkit.h"
+#include "cli/dialog/toolkit.h"
 #include "cli/run_krnqb.h"
 
 int main(int argumentCount, char** arguments) {

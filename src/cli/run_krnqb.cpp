@@ -2,16 +2,16 @@
 
 #include <algorithm>
 
-#include "cli/accounts_command.h"
 #include "cli/command_line.h"
-#include "cli/companies_command.h"
-#include "cli/company_commands.h"
-#include "cli/console.h"
-#include "cli/dialog_command.h"
-#include "cli/import_command.h"
+#include "cli/company/accounts_command.h"
+#include "cli/company/commands.h"
+#include "cli/company/companies_command.h"
+#include "cli/company/question_commands.h"
+#include "cli/console/streams.h"
+#include "cli/dialog/command.h"
+#include "cli/import/command.h"
 #include "cli/json_output.h"
-#include "cli/plan_commands.h"
-#include "cli/question_commands.h"
+#include "cli/plan/commands.h"
 #include "support/error_handling.h"
 
 namespace krnqb::cli {

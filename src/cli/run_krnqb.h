@@ -4,7 +4,7 @@
 #include <span>
 #include <string>
 
-#include "cli/surroundings.h"
+#include "cli/console/surroundings.h"
 
 namespace krnqb::cli {
 

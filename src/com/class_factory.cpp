@@ -1,6 +1,6 @@
 #include "com/class_factory.h"
 
-#include "com/error_mapping.h"
+#include "com/values/error_mapping.h"
 
 namespace krnqb::com {
 

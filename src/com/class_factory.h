@@ -2,7 +2,7 @@
 
 #include <unknwn.h>
 
-#include "com/com_object.h"
+#include "com/objects/com_object.h"
 #include "com/server_classes.h"
 
 namespace krnqb::com {

@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 #include <windows.h>
 
-#include "com/text.h"
+#include "com/values/text.h"
 
 namespace krnqb::com {
 namespace {

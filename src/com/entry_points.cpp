@@ -1,12 +1,12 @@
 // What the library exports: the system and registration programs call nothing else of it.
 #include <olectl.h>
 
+#include "com/calls/type_library.h"
 #include "com/class_factory.h"
-#include "com/error_mapping.h"
-#include "com/object_count.h"
-#include "com/registration.h"
-#include "com/registry_writer.h"
-#include "com/type_library.h"
+#include "com/objects/live_objects.h"
+#include "com/registration/component_keys.h"
+#include "com/registration/registry_writer.h"
+#include "com/values/error_mapping.h"
 
 STDAPI DllGetClassObject(REFCLSID classId, REFIID interfaceId, void** object) {
   using namespace krnqb::com;

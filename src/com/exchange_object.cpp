@@ -2,13 +2,13 @@
 
 #include <olectl.h>
 
-#include "com/collection_object.h"
 #include "com/debugger_observer.h"
-#include "com/event_raising.h"
-#include "com/incoming_values.h"
+#include "com/objects/collection_object.h"
+#include "com/objects/event_raising.h"
+#include "com/objects/incoming_values.h"
 #include "com/server_classes.h"
 #include "com/subtotals_object.h"
-#include "com/text.h"
+#include "com/values/text.h"
 #include "com/windows_world.h"
 
 namespace krnqb::com {

@@ -2,8 +2,8 @@
 
 #include <krn6_qb2002.h>
 
-#include "com/class_information.h"
-#include "com/connection_point.h"
+#include "com/objects/class_information.h"
+#include "com/objects/connection_point.h"
 #include "krnqb/qb_data_exchange.h"
 
 namespace krnqb::com {

@@ -1,7 +1,7 @@
 // The properties of QBDataExchange that keep a value.
 #include "com/exchange_object.h"
-#include "com/incoming_values.h"
-#include "com/text.h"
+#include "com/objects/incoming_values.h"
+#include "com/values/text.h"
 
 namespace krnqb::com {
 

@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "com/text.h"
+#include "com/values/text.h"
 
 namespace krnqb::com {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <span>
 
-#include "com/com_pointer.h"
+#include "com/values/com_pointer.h"
 
 namespace krnqb::com {
 

@@ -1,7 +1,7 @@
 #include "com/subtotals_object.h"
 
 #include "com/server_classes.h"
-#include "com/text.h"
+#include "com/values/text.h"
 
 namespace krnqb::com {
 

@@ -2,7 +2,7 @@
 
 #include <krn6_qb2002.h>
 
-#include "com/class_information.h"
+#include "com/objects/class_information.h"
 #include "krnqb/subtotals.h"
 
 namespace krnqb::com {

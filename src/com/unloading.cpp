@@ -7,7 +7,7 @@
 #include <array>
 #include <cstddef>
 
-#include "support/xml_library.h"
+#include "xml/library.h"
 
 #ifdef _WIN64
 #define KRNQB_WRAPPED "__wrap___imp_TlsAlloc"

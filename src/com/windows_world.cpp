@@ -1,11 +1,11 @@
 #include "com/windows_world.h"
 
+#include "com/calls/request_processor_calls.h"
 #include "com/program_starter.h"
-#include "com/request_processor_calls.h"
-#include "com/system_registry.h"
+#include "com/registration/system_registry.h"
 #include "support/system_files.h"
 #include "ui/dialogs.h"
-#include "ui/win32/win32_toolkit.h"
+#include "ui/win32/toolkit.h"
 
 namespace krnqb::com {
 

@@ -8,7 +8,7 @@
 
 #include "component/helper.h"
 #include "krnqb/keyed_collection.h"
-#include "support/xml_parser.h"
+#include "xml/parser.h"
 
 namespace krnqb {
 namespace {

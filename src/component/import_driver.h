@@ -1,6 +1,6 @@
 #pragma once
 
-#include "import/import_context.h"
+#include "import/context.h"
 #include "support/error_pair.h"
 
 namespace krnqb {

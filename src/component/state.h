@@ -1,7 +1,7 @@
 #pragma once
 
-#include "import/import_context.h"
-#include "import/import_state.h"
+#include "import/context.h"
+#include "import/state.h"
 #include "krnqb/outside_world.h"
 #include "krnqb/qb_data_exchange.h"
 #include "qbxml/session.h"

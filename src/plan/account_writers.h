@@ -4,7 +4,7 @@
 
 #include "krnqb/outside_world.h"
 #include "krnqb/xml_element.h"
-#include "plan/plan_access.h"
+#include "plan/host_plan.h"
 
 namespace krnqb {
 

@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "support/xml_parser.h"
+#include "xml/parser.h"
 
 namespace krnqb {
 namespace {

@@ -8,7 +8,7 @@
 #include "krnqb/observer.h"
 #include "krnqb/variant.h"
 #include "krnqb/xml_element.h"
-#include "support/xml_parser.h"
+#include "xml/parser.h"
 
 namespace krnqb {
 

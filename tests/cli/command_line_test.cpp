@@ -4,7 +4,7 @@
 
 #include <sstream>
 
-#include "workplace.h"
+#include "cli/workplace.h"
 
 namespace krnqb::cli {
 namespace {

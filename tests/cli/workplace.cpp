@@ -1,4 +1,4 @@
-#include "workplace.h"
+#include "cli/workplace.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

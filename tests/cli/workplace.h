@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/surroundings.h"
+#include "cli/console/surroundings.h"
 
 namespace krnqb::cli::tests {
 

@@ -4,9 +4,9 @@
 #include <cmath>
 #include <set>
 
+#include "company/testing.h"
 #include "crosscheck/two_paths.h"
-#include "embedded/company_generator.h"
-#include "embedded/company_testing.h"
+#include "sample_company/generator.h"
 
 // A generated company gives the same amounts by its transactions and by its reports.
 

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
+#include "company/file.h"
+#include "company/testing.h"
 #include "crosscheck/two_paths.h"
-#include "embedded/company_file.h"
-#include "embedded/company_testing.h"
 
 // Where the amounts of an import from transactions and one from reports differ, and by how much. Each company
 // is as small as it can be; amounts that are not named agree.

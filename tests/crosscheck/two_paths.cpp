@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "embedded/company_processor.h"
-#include "embedded/plan_file.h"
+#include "company/processor.h"
 #include "krnqb/error.h"
 #include "krnqb/qb_data_exchange.h"
+#include "plan_file/file.h"
 #include "support/number_text.h"
 
 namespace krnqb::crosscheck {

@@ -15,7 +15,7 @@
 #include "fakes/journal.h"
 #include "fakes/recording_observer.h"
 #include "fakes/recording_sink.h"
-#include "import/import_context.h"
+#include "import/context.h"
 
 namespace krnqb::fakes {
 

@@ -7,10 +7,10 @@
 #include <fmt/format.h>
 
 #include "cli/workplace.h"
-#include "embedded/plan_changes.h"
-#include "embedded/plan_file.h"
-#include "embedded/plan_listing.h"
 #include "golden.h"
+#include "plan_file/changes.h"
+#include "plan_file/file.h"
+#include "plan_file/listing.h"
 
 // Every import of a recorded exchange changes exactly the cells that are listed beside it.
 

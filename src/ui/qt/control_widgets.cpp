@@ -8,7 +8,7 @@
 
 #include "ui/qt/divider_widget.h"
 #include "ui/qt/icon_widget.h"
-#include "ui/qt/qt_text.h"
+#include "ui/qt/text.h"
 
 namespace krnqb::ui::qt {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "ui/controls.h"
 #include "ui/divider.h"
-#include "ui/qt/qt_text.h"
+#include "ui/qt/text.h"
 
 namespace krnqb::ui::qt {
 namespace {

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "ui/qt/control_widgets.h"
-#include "ui/qt/qt_text.h"
+#include "ui/qt/text.h"
 
 namespace krnqb::ui::qt {
 

@@ -17,7 +17,7 @@
 #include "host/component.h"
 #include "test_processor/texts.h"
 #include "ui/dialogs.h"
-#include "ui/win32/win32_toolkit.h"
+#include "ui/win32/toolkit.h"
 
 namespace krnqb::testing {
 namespace {

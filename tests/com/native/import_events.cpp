@@ -10,8 +10,8 @@
 #include <span>
 #include <string_view>
 
-#include "embedded/plan_file.h"
 #include "krnqb/qb_data_exchange.h"
+#include "plan_file/file.h"
 #include "qbxml/exchange_replaying.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "com/registration.h"
+#include "com/registration/component_keys.h"
 
 #include <gtest/gtest.h>
 

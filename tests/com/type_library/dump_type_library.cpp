@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
-#include "com/com_pointer.h"
-#include "com/error_mapping.h"
-#include "com/text.h"
-#include "com/variant_value.h"
+#include "com/values/com_pointer.h"
+#include "com/values/error_mapping.h"
+#include "com/values/text.h"
+#include "com/values/variant_value.h"
 
 namespace krnqb::com {
 namespace {

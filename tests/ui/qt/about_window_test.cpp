@@ -6,8 +6,8 @@
 
 #include "ui/dialogs.h"
 #include "ui/qt/person.h"
-#include "ui/qt/qt_text.h"
-#include "ui/qt/qt_toolkit.h"
+#include "ui/qt/text.h"
+#include "ui/qt/toolkit.h"
 
 namespace krnqb::ui::qt {
 namespace {

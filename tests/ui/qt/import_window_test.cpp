@@ -4,8 +4,8 @@
 
 #include "cli/workplace.h"
 #include "ui/qt/person.h"
-#include "ui/qt/qt_text.h"
-#include "ui/qt/qt_toolkit.h"
+#include "ui/qt/text.h"
+#include "ui/qt/toolkit.h"
 
 // The whole way: the command line, the window, the component, the company file and the plan file.
 namespace krnqb::ui::qt {

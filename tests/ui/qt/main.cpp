@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "ui/qt/qt_toolkit.h"
+#include "ui/qt/toolkit.h"
 
 // One application for all tests; the toolkit that comes first makes it.
 int main(int argumentCount, char** arguments) {

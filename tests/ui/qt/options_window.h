@@ -5,7 +5,7 @@
 #include "fakes/test_host.h"
 #include "ui/dialogs.h"
 #include "ui/qt/person.h"
-#include "ui/qt/qt_toolkit.h"
+#include "ui/qt/toolkit.h"
 
 namespace krnqb::ui::qt::tests {
 

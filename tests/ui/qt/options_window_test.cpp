@@ -10,7 +10,7 @@
 #include <algorithm>
 
 #include "options_window.h"
-#include "ui/qt/qt_text.h"
+#include "ui/qt/text.h"
 
 namespace krnqb::ui::qt {
 namespace {

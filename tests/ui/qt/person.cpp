@@ -6,7 +6,7 @@
 #include <QTest>
 #include <stdexcept>
 
-#include "ui/qt/qt_text.h"
+#include "ui/qt/text.h"
 
 namespace krnqb::ui::qt::tests {
 namespace {

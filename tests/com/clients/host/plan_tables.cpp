@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "host/host_plan.h"
-#include "support/xml_parser.h"
+#include "xml/parser.h"
 
 namespace krnqb::testing {
 namespace {

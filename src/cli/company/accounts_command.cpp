@@ -1,0 +1,57 @@
+#include "cli/company/accounts_command.h"
+
+#include <unordered_set>
+
+#include "cli/company/account_tree.h"
+#include "cli/company/inquiry.h"
+#include "cli/console/attempt.h"
+#include "cli/import/expense_selection.h"
+#include "cli/json_output.h"
+#include "plan_file/file.h"
+
+namespace krnqb::cli {
+namespace {
+
+constexpr std::string_view listingFailed = "listing accounts failed";
+
+// Whether a plan can say anything about the list; warns when it cannot.
+bool TellsSelection(const embedded::PlanFile& plan, AccountList list, const Console& console) {
+  if (list == AccountList::Income) {
+    Warn(console, "--plan has no effect: income accounts are not selected");
+    return false;
+  }
+  if (plan.Product() == QBKRN_BRI) return true;
+  Warn(console, "--plan has no effect: expense accounts are selected for product bri alone");
+  return false;
+}
+
+void MarkSelected(std::vector<AccountNode>& accounts, const XmlElement& selection) {
+  const std::vector<std::string> names = SelectionNames(selection, SelectionPart::Selected);
+  const std::unordered_set<std::string> selected(names.begin(), names.end());
+  for (AccountNode& account : accounts) account.selected = selected.contains(account.name);
+}
+
+}  // namespace
+
+ExitCode Run(const AccountsOptions& options, const Console& console) {
+  std::shared_ptr<embedded::PlanFile> plan;
+  if (options.planFile) plan = Attempt([&] { return embedded::PlanFile::Open(*options.planFile); });
+  CompanyInquiry inquiry(options.companyFile);
+  QBDataExchange& exchange = inquiry.Exchange();
+
+  const XmlElement answer =
+      options.list == AccountList::Income ? exchange.QBIncomeAccounts() : exchange.QBExpenseAccounts();
+  inquiry.RequireAnswers(listingFailed);
+  std::vector<AccountNode> accounts = AccountTree(answer);
+  if (plan != nullptr && TellsSelection(*plan, options.list, console)) {
+    exchange.KRNProduct(QBKRN_BRI);
+    exchange.KRNPlanData(plan);
+    const XmlElement selection = exchange.SelectedExpenses();
+    inquiry.RequireAnswers(listingFailed);
+    MarkSelected(accounts, selection);
+  }
+  console.out << (options.json ? AccountsJson(accounts) + '\n' : AccountTreeText(accounts));
+  return ExitCode::Done;
+}
+
+}  // namespace krnqb::cli

@@ -1,0 +1,143 @@
+#include "cli/company/commands.h"
+
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <system_error>
+
+#include "cli/console/attempt.h"
+#include "cli/console/text_table.h"
+#include "cli/json_output.h"
+#include "company/file.h"
+#include "company/records/errors.h"
+#include "support/date.h"
+
+namespace krnqb::cli {
+namespace {
+
+using embedded::CompanyFile;
+using embedded::FileAccess;
+using embedded::RecordCount;
+
+constexpr std::string_view makeCompany = "check the path, or make a company with krnqb company new";
+
+// "52 AccountRet, 3 ItemServiceRet", or "nothing".
+std::string CountsText(const std::vector<RecordCount>& counts) {
+  std::string text;
+  for (const RecordCount& record : counts) {
+    text += fmt::format("{}{} {}", text.empty() ? "" : ", ", record.count, record.kind);
+  }
+  return text.empty() ? "nothing" : text;
+}
+
+std::string LoadText(const embedded::LoadSummary& summary) {
+  std::string text = fmt::format("{}: added {}", summary.document, CountsText(summary.added));
+  if (!summary.replaced.empty()) text += fmt::format("; replaced {}", CountsText(summary.replaced));
+  return text + '\n';
+}
+
+std::string BytesOf(const std::string& document) {
+  if (std::filesystem::is_directory(document)) {
+    throw Error(error_number::unspecified, fmt::format("{}: is a directory", document));
+  }
+  std::ifstream file(document, std::ios::binary);
+  std::ostringstream bytes;
+  bytes << file.rdbuf();
+  if (!file.is_open() || file.bad() || bytes.bad()) {
+    throw Error(error_number::unspecified,
+                fmt::format("{}: {}", document, std::generic_category().message(errno)));
+  }
+  return std::move(bytes).str();
+}
+
+struct Document {
+  std::string name;
+  std::string bytes;
+};
+
+// All of them, so that a missing one is found before any is loaded.
+std::vector<Document> Documents(const std::vector<std::string>& names) {
+  return Attempt("loading failed", "nothing was loaded, check the path and load again", [&] {
+    std::vector<Document> documents;
+    documents.reserve(names.size());
+    for (const std::string& name : names) documents.push_back({name, BytesOf(name)});
+    return documents;
+  });
+}
+
+std::string InfoText(const embedded::CompanyInfo& info) {
+  TextTable table({Alignment::Left, Alignment::Left});
+  table.AddRow({"Company", info.name});
+  table.AddRow({"File", info.path});
+  table.AddRow({"Fiscal year from", info.fiscalMonth == 0 ? "(not an English month name)"
+                                                          : std::string(EnglishMonthName(info.fiscalMonth))});
+  table.AddRow({"Answers qbXML", "up to " + info.processorVersion});
+  std::string text = table.Text();
+  TextTable records({Alignment::Right, Alignment::Left});
+  for (const RecordCount& record : info.records)
+    records.AddRow({fmt::format("{}", record.count), record.kind});
+  text += info.records.empty() ? "No records yet: load documents with krnqb company load.\n" : "Records\n";
+  return text + records.Text("  ");
+}
+
+}  // namespace
+
+ExitCode Run(const NewCompanyOptions& options, const Console& console) {
+  Attempt("making the company failed", "give another path or name", [&] {
+    CompanyFile::Create(options.file, options.name, options.fiscalMonth, options.processorVersion);
+  });
+  console.out << fmt::format("Made {}: company {}, fiscal year from {}, answers qbXML up to {}.\n",
+                             options.file, options.name, EnglishMonthName(options.fiscalMonth),
+                             options.processorVersion);
+  return ExitCode::Done;
+}
+
+ExitCode Run(const LoadCompanyOptions& options, const Console& console) {
+  const std::vector<Document> documents = Documents(options.documents);
+  CompanyFile company = Attempt("opening the company failed", makeCompany,
+                                [&] { return CompanyFile::Open(options.file, FileAccess::ReadWrite); });
+  std::size_t loaded = 0;
+  for (const auto& [document, bytes] : documents) {
+    try {
+      console.out << LoadText(company.Load(document, bytes));
+      ++loaded;
+    } catch (...) {
+      const std::string rest = loaded == 0
+                                   ? "nothing was loaded, correct it and load again"
+                                   : "the documents before it are loaded, correct it and load the rest";
+      throw Failure(loaded == 0 ? ExitCode::Failed : ExitCode::Incomplete, "loading failed", CaughtError(),
+                    rest);
+    }
+  }
+  return ExitCode::Done;
+}
+
+ExitCode Run(const GenerateCompanyOptions& options, const Console& console) {
+  embedded::GeneratorSettings settings = options.settings;
+  settings.firstYear = options.years.first;
+  settings.lastYear = options.years.last;
+  settings.seed = static_cast<std::uint64_t>(options.seed);
+  const embedded::GeneratorSummary made =
+      Attempt("making the company failed", "correct the setting or give another path",
+              [&] { return embedded::GenerateCompany(options.file, settings); });
+  console.out << fmt::format("Made {}: company {}, {} to {}, answers qbXML up to {}.\n", options.file,
+                             settings.companyName, settings.firstYear, settings.lastYear,
+                             settings.processorVersion);
+  console.out << fmt::format("Records: {}.\n", CountsText(made.records));
+  console.out << fmt::format("Transaction lines: {}. File: {:.1f} MiB.\n", made.transactionLines,
+                             static_cast<double>(made.fileSize) / (1024.0 * 1024.0));
+  return ExitCode::Done;
+}
+
+ExitCode Run(const CompanyInfoOptions& options, const Console& console) {
+  const embedded::CompanyInfo info = Attempt("opening the company failed", makeCompany, [&] {
+    return CompanyFile::Open(options.file, FileAccess::ReadOnly).Info();
+  });
+  console.out << (options.json ? CompanyInfoJson(info) + '\n' : InfoText(info));
+  return ExitCode::Done;
+}
+
+}  // namespace krnqb::cli

@@ -1,0 +1,49 @@
+#include "cli/company/inquiry.h"
+
+#include "cli/import/failure.h"
+#include "cli/import/source.h"
+
+namespace krnqb::cli {
+
+class CompanyInquiry::Listener : public Observer {
+ public:
+  void Notify(const Notice& notice) noexcept override { omissions.Add(notice); }
+
+  Omissions omissions;
+};
+
+namespace {
+
+std::shared_ptr<RequestProcessorFactory> ProcessorsOf(const std::string& companyFile) {
+  ImportOptions options;
+  options.companyFile = companyFile;
+  return OpenImportSource(options).processors;
+}
+
+}  // namespace
+
+CompanyInquiry::CompanyInquiry(const std::string& companyFile)
+    : listener(std::make_shared<Listener>()),
+      exchange({.processors = ProcessorsOf(companyFile),
+                .sinks = {},
+                .observer = listener,
+                .userInterface = nullptr,
+                .registry = nullptr,
+                .clock = nullptr}) {
+  exchange.QBCompany(companyFile);
+  // Lists and versions do not depend on the fiscal year: a company that does not tell it answers all the
+  // same.
+  exchange.QBStartingMonth(1);
+}
+
+void CompanyInquiry::RequireAnswers(std::string_view whatFailed) const {
+  const Error error(exchange.ErrorNumber(), exchange.ErrorDescription());
+  constexpr std::string_view whatToDo = "put this right and try again";
+  if (error.Number() != 0) throw Failure(ExitCode::Failed, whatFailed, error, whatToDo);
+  const auto& omissions = listener->omissions.All();
+  if (omissions.empty()) return;
+  const Error omitted(omissions.front().number, OmissionText(omissions.front()));
+  throw Failure(ExitCode::Failed, whatFailed, omitted, whatToDo);
+}
+
+}  // namespace krnqb::cli

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "cli/import/omissions.h"
+#include "krnqb/qb_data_exchange.h"
+
+namespace krnqb::cli {
+
+/// Questions to a company file outside an import.
+class CompanyInquiry {
+ public:
+  /// Opens the company first, to say in its own words what is wrong with it. Throws Failure.
+  explicit CompanyInquiry(const std::string& companyFile);
+
+  QBDataExchange& Exchange() noexcept { return exchange; }
+
+  /// Throws Failure when anything that was asked was refused or not answered whole.
+  void RequireAnswers(std::string_view whatFailed) const;
+
+ private:
+  class Listener;
+
+  std::shared_ptr<Listener> listener;
+  QBDataExchange exchange;
+};
+
+}  // namespace krnqb::cli

@@ -1,0 +1,47 @@
+#include "cli/company/question_commands.h"
+
+#include <fmt/format.h>
+
+#include "cli/company/inquiry.h"
+#include "cli/console/attempt.h"
+#include "cli/import/request_names.h"
+#include "plan_file/headings.h"
+#include "qbxml/request_catalogue.h"
+
+namespace krnqb::cli {
+
+ExitCode Run(const RequestOptions& options, const Console& console) {
+  const std::string request = BuildRequest(options.number, options.fromDate, options.toDate);
+  const bool dated = !options.fromDate.empty() || !options.toDate.empty();
+  if (RequestName(options.number).empty()) {
+    Warn(console, fmt::format("there is no request {}: the document asks for nothing", options.number));
+  } else if (dated && request == BuildRequest(options.number, {}, {})) {
+    Warn(console, fmt::format("--from and --to have no effect on request {}", options.number));
+  }
+  console.out << request;
+  return ExitCode::Done;
+}
+
+ExitCode Run(const SupportsOptions& options, const Console& console) {
+  CompanyInquiry inquiry(options.companyFile);
+  const bool supported = Attempt("asking the company failed", "check the version and the company file", [&] {
+    const Variant answer = inquiry.Exchange().IsSDKVersionSupported(options.version);
+    const bool* truth = answer.AsBoolean();
+    return truth != nullptr && *truth;
+  });
+  console.out << (supported ? "yes\n" : "no\n");
+  return supported ? ExitCode::Done : ExitCode::Failed;
+}
+
+ExitCode Run(const TablesOptions& options, const Console& console) {
+  QBDataExchange exchange({});
+  exchange.KRNProduct(options.product);
+  const auto tables = exchange.GetTablesAffected();
+  for (const Variant& table : *tables) {
+    const std::string id = table.ToText();
+    console.out << fmt::format("{}  {}\n", id, embedded::TableTitle(id));
+  }
+  return ExitCode::Done;
+}
+
+}  // namespace krnqb::cli

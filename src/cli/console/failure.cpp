@@ -1,0 +1,36 @@
+#include "cli/console/failure.h"
+
+#include <fmt/format.h>
+
+namespace krnqb::cli {
+namespace {
+
+// A sentence's full stop would stand before our semicolon.
+std::string_view WithoutFullStop(std::string_view text) {
+  if (text.ends_with('.') && !text.ends_with("..")) text.remove_suffix(1);
+  return text;
+}
+
+Error Reason(std::string_view why) {
+  return Error(error_number::invalidProcedureCall, std::string(why));
+}
+
+}  // namespace
+
+Failure::Failure(ExitCode exitCode, std::string_view whatFailed, const Error& why, std::string_view whatToDo)
+    : Error(why),
+      code(exitCode),
+      line(fmt::format("krnqb: {}: {}; {}", whatFailed, WithoutFullStop(why.Description()), whatToDo)) {}
+
+Failure::Failure(ExitCode exitCode, const Error& error)
+    : Error(error), code(exitCode), line(fmt::format("krnqb: {}", error.Description())) {}
+
+Failure WrongUsage(std::string_view why, std::string_view whatToDo) {
+  return {ExitCode::WrongUsage, "wrong usage", Reason(why), whatToDo};
+}
+
+Failure CommandFailure(std::string_view whatFailed, std::string_view why, std::string_view whatToDo) {
+  return {ExitCode::Failed, whatFailed, Reason(why), whatToDo};
+}
+
+}  // namespace krnqb::cli

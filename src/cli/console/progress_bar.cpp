@@ -1,0 +1,36 @@
+#include "cli/console/progress_bar.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "support/characters.h"
+
+namespace krnqb::cli {
+namespace {
+
+constexpr std::int16_t barWidth = 25;
+
+}  // namespace
+
+void ProgressBar::Show(std::int16_t percent, std::string_view description) {
+  const int filled = std::clamp<int>(percent, 0, 100) * barWidth / 100;
+  const std::string line =
+      fmt::format("[{:#<{}}{:.<{}}] {:3}% {}", "", filled, "", barWidth - filled, percent, description);
+  const std::size_t width = embedded::CharacterCount(line);
+  const std::size_t leftOver = drawnWidth > width ? drawnWidth - width : 0;
+  output << '\r' << line << std::string(leftOver, ' ') << std::flush;
+  drawnWidth = width;
+}
+
+void ProgressBar::Wipe() noexcept {
+  if (drawnWidth == 0) return;
+  // A terminal that refuses output has nothing to be wiped.
+  try {
+    output << '\r' << std::string(drawnWidth, ' ') << '\r' << std::flush;
+  } catch (...) {
+  }
+  drawnWidth = 0;
+}
+
+}  // namespace krnqb::cli

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <ostream>
+#include <string_view>
+
+#include "cli/console/failure.h"
+
+namespace krnqb::cli {
+
+/// Where a command prints: results on `out`; errors, warnings and the progress bar on `err`.
+struct Console {
+  std::ostream& out;
+  std::ostream& err;
+  bool errIsTerminal = false;
+};
+
+/// Prints a text on one line of `err`, whatever it quotes.
+void PrintError(const Console& console, std::string_view line);
+
+/// Prints "krnqb: warning: TEXT".
+void Warn(const Console& console, std::string_view text);
+
+}  // namespace krnqb::cli

@@ -1,0 +1,61 @@
+#include "cli/console/text_table.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "support/characters.h"
+
+namespace krnqb::cli {
+namespace {
+
+using embedded::CharacterCount;
+
+constexpr std::string_view columnGap = "  ";
+
+}  // namespace
+
+void TextTable::AddRow(std::vector<std::string> cells) {
+  for (std::string& cell : cells) cell = OneLine(cell);
+  rows.push_back(std::move(cells));
+}
+
+std::string TextTable::Text(std::string_view indent) const {
+  const std::vector<std::size_t> widths = ColumnWidths();
+  std::string text;
+  for (const std::vector<std::string>& row : rows) {
+    std::string line(indent);
+    for (std::size_t column = 0; column < row.size(); ++column) {
+      if (column > 0) line += columnGap;
+      const std::string padding(widths[column] - CharacterCount(row[column]), ' ');
+      const bool right = alignments[column] == Alignment::Right;
+      line += right ? padding + row[column] : row[column] + padding;
+    }
+    line.erase(line.find_last_not_of(' ') + 1);
+    text += line + '\n';
+  }
+  return text;
+}
+
+std::vector<std::size_t> TextTable::ColumnWidths() const {
+  std::vector<std::size_t> widths(alignments.size());
+  for (const std::vector<std::string>& row : rows) {
+    for (std::size_t column = 0; column < row.size(); ++column) {
+      widths[column] = std::max(widths[column], CharacterCount(row[column]));
+    }
+  }
+  return widths;
+}
+
+std::string OneLine(std::string_view text) {
+  std::string line;
+  bool afterControl = false;
+  for (const char byte : text) {
+    const bool control = static_cast<unsigned char>(byte) < ' ' || byte == '\x7F';
+    if (control && !afterControl) line += ' ';
+    if (!control) line += byte;
+    afterControl = control;
+  }
+  return line;
+}
+
+}  // namespace krnqb::cli

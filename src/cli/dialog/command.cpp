@@ -1,0 +1,89 @@
+#include "cli/dialog/command.h"
+
+#include <fmt/format.h>
+
+#include "cli/import/command.h"
+#include "krnqb/qb_data_exchange.h"
+#include "ui/dialogs.h"
+
+namespace krnqb::cli {
+namespace {
+
+constexpr std::string_view showingFailed = "showing the dialog failed";
+
+std::shared_ptr<ui::Dialogs> MakeDialogs(const Surroundings& surroundings) {
+  if (!surroundings.dialogToolkit) {
+    throw CommandFailure(showingFailed, "this program was built without Qt",
+                         "build it anew where Qt 6 is installed");
+  }
+  try {
+    return std::make_shared<ui::Dialogs>(surroundings.dialogToolkit());
+  } catch (const Error& error) {
+    throw Failure(ExitCode::Failed, showingFailed, error, "start it on a desktop, or under xvfb-run");
+  }
+}
+
+// Keeps the failure of a dialog, which the component tells nobody else. To cancel is none.
+class Listener final : public Observer {
+ public:
+  void Notify(const Notice& notice) noexcept override {
+    if (notice.number != error_number::dialogCancelled) failure = Error(notice.number, notice.description);
+  }
+
+  std::optional<Error> failure;
+};
+
+Variant Show(const std::shared_ptr<ui::Dialogs>& dialogs, QBKRN_Dialogs dialog) {
+  const auto listener = std::make_shared<Listener>();
+  OutsideWorld world;
+  world.observer = listener;
+  world.userInterface = dialogs;
+  QBDataExchange exchange(world);
+  const Variant result = exchange.ShowDialog(dialog);
+  if (listener->failure) throw Failure(ExitCode::Failed, showingFailed, *listener->failure, "try again");
+  return result;
+}
+
+ExitCode PrintChosen(const Variant& path, const Console& console) {
+  if (path.IsEmpty()) return ExitCode::Failed;
+  console.out << path.ToText() << '\n';
+  return ExitCode::Done;
+}
+
+void CheckOptions(const DialogOptions& options, const Console& console) {
+  if (options.dialog != DialogName::Options) {
+    if (options.companyFile) Warn(console, "--company has no effect: only the options dialog imports");
+    if (options.planFile) Warn(console, "--plan has no effect: only the options dialog imports");
+    return;
+  }
+  if (!options.companyFile) throw WrongUsage("no company is named", "give --company FILE");
+  if (!options.planFile) throw WrongUsage("no plan is named", "give --plan FILE");
+}
+
+}  // namespace
+
+ExitCode Run(const DialogOptions& options, const Console& console, const Surroundings& surroundings) {
+  CheckOptions(options, console);
+  const std::shared_ptr<ui::Dialogs> dialogs = MakeDialogs(surroundings);
+  switch (options.dialog) {
+    case DialogName::Options: {
+      ImportOptions import;
+      import.companyFile = options.companyFile;
+      import.planFile = options.planFile.value_or("");
+      return RunWithDialog(import, dialogs, console, surroundings);
+    }
+    case DialogName::Export:
+      Show(dialogs, dlg_KRNtoQB);
+      return ExitCode::Done;
+    case DialogName::Company:
+      return PrintChosen(Show(dialogs, dlg_SelectQBcompany), console);
+    case DialogName::Plan:
+      return PrintChosen(Show(dialogs, dlg_SelectKRNplan), console);
+    case DialogName::About:
+      break;
+  }
+  dialogs->ShowAbout();
+  return ExitCode::Done;
+}
+
+}  // namespace krnqb::cli

@@ -1,9 +1,0 @@
-#include "cli/dialog_toolkit.h"
-
-namespace krnqb::cli {
-
-std::function<std::shared_ptr<ui::Toolkit>()> DialogToolkit() {
-  return {};
-}
-
-}  // namespace krnqb::cli

@@ -1,0 +1,81 @@
+#include <fmt/format.h>
+
+#include "cli/console/option_values.h"
+#include "cli/import/settings.h"
+#include "support/date.h"
+
+namespace krnqb::cli {
+namespace {
+
+std::string MonthOfYear(const embedded::PlanStart& start) {
+  return fmt::format("{} {}", EnglishMonthName(start.month), start.year);
+}
+
+// The twelve months from a start on: "January to December 2002", or "July 2001 to June 2002".
+std::string PeriodText(const embedded::PlanStart& start) {
+  if (start.month == 1) return fmt::format("January to December {}", start.year);
+  const embedded::PlanStart last{.year = static_cast<std::int16_t>(start.year + 1),
+                                 .month = static_cast<std::int16_t>(start.month - 1)};
+  return fmt::format("{} to {}", MonthOfYear(start), MonthOfYear(last));
+}
+
+std::string Joined(const std::vector<std::string>& parts) {
+  std::string text;
+  for (std::size_t index = 0; index < parts.size(); ++index) {
+    if (index > 0) text += index + 1 == parts.size() ? " and " : ", ";
+    text += parts[index];
+  }
+  return text;
+}
+
+std::string ContentsText(const ImportOptions& options) {
+  std::vector<std::string> contents;
+  if (options.expenses && options.income) contents.emplace_back("expense and income accounts");
+  if (options.expenses && !options.income) contents.emplace_back("expense accounts");
+  if (options.income && !options.expenses) contents.emplace_back("income accounts");
+  if (options.pastPerformance) contents.emplace_back("past performance");
+  return Joined(contents);
+}
+
+std::string AmountsText(const ImportOptions& options) {
+  if (options.balances == BalImport_None) return "no amounts";
+  return fmt::format("{} amounts", BalancesName(options.balances));
+}
+
+std::string GrowthText(const ImportOptions& options) {
+  std::string text;
+  const auto append = [&](std::string_view what, const std::optional<std::int16_t>& percent) {
+    if (percent) text += fmt::format(", {} growth {}%", what, *percent);
+  };
+  append("sales", options.growthIncome);
+  append("cost", options.growthCogs);
+  append("expense", options.growthExpenses);
+  return text;
+}
+
+std::string OtherOptionsText(const ImportOptions& options) {
+  std::string text;
+  if (options.fiscalMonth)
+    text += fmt::format(", fiscal year from {}", EnglishMonthName(*options.fiscalMonth));
+  if (options.selectAllExpenses) text += ", all expense accounts selected";
+  if (!options.selectedExpenses.empty() && !options.selectAllExpenses) {
+    text += fmt::format(", selecting {}", Joined(options.selectedExpenses));
+  }
+  if (options.acceptIncomplete) text += ", incomplete data accepted";
+  if (options.recordFile) text += fmt::format(", recorded in {}", *options.recordFile);
+  if (options.dryRun) text += ", dry run";
+  return text;
+}
+
+}  // namespace
+
+std::string AnnouncementText(const ImportSettings& settings, const ImportSource& source) {
+  const ImportOptions& options = settings.options;
+  return fmt::format("Importing {} from {}, {}, into {} (product {}, from {}): {}{}{}.",
+                     ContentsText(options), source.description, PeriodText(settings.importStart),
+                     options.planFile, embedded::ProductText(settings.product),
+                     MonthOfYear(settings.planStart), AmountsText(options), GrowthText(options),
+                     OtherOptionsText(options));
+}
+
+}  // namespace krnqb::cli

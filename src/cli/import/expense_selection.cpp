@@ -1,0 +1,92 @@
+#include "cli/import/expense_selection.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "cli/console/failure.h"
+#include "cli/console/nearest_names.h"
+#include "cli/import/failure.h"
+#include "krnqb/keyed_collection.h"
+
+namespace krnqb::cli {
+namespace {
+
+constexpr std::string_view selectingFailed = "selecting expense accounts failed";
+constexpr const char* selectedText = "True";
+
+std::string NameOf(const XmlElement& account) {
+  const XmlElement name = account.Child("name");
+  return name ? name.Text() : std::string();
+}
+
+// An account list does not hold two names that differ in letter case alone, so case need not be typed.
+bool SameName(std::string_view typed, std::string_view name) {
+  return FoldedKey(typed) == FoldedKey(name);
+}
+
+bool Contains(const std::vector<std::string>& names, std::string_view name) {
+  return std::any_of(names.begin(), names.end(),
+                     [&](const std::string& other) { return SameName(other, name); });
+}
+
+void CheckNames(const std::vector<std::string>& typed, const std::vector<std::string>& known) {
+  std::vector<std::string> unknown;
+  std::vector<std::string> nearest;
+  for (const std::string& name : typed) {
+    if (Contains(known, name)) continue;
+    unknown.push_back(name);
+    for (const std::string& near : NearestNames(name, known)) {
+      if (!Contains(nearest, near)) nearest.push_back(near);
+    }
+  }
+  if (unknown.empty()) return;
+  throw CommandFailure(
+      selectingFailed,
+      fmt::format("the company has no top-level expense account {}", AlternativesText(unknown)),
+      nearest.empty() ? std::string("krnqb accounts expense lists the company's accounts")
+                      : fmt::format("did you mean {}?", AlternativesText(nearest)));
+}
+
+}  // namespace
+
+void SelectExpenses(QBDataExchange& exchange, const ImportOptions& options, const Console& console) {
+  const XmlElement selection = exchange.SelectedExpenses();
+  RequireNoError(exchange);
+  if (!selection && options.acceptIncomplete && options.selectedExpenses.empty()) return;
+  if (!selection) {
+    throw CommandFailure(selectingFailed,
+                         "the accounts or the plan's contribution margin table cannot be read",
+                         "put this right and import again; nothing was written");
+  }
+
+  CheckNames(options.selectedExpenses, SelectionNames(selection, SelectionPart::All));
+  for (XmlElement& account : selection.Children()) {
+    if (options.selectAllExpenses || Contains(options.selectedExpenses, NameOf(account))) {
+      account.SetAttribute("selected", selectedText);
+    }
+  }
+  exchange.SelectedExpenses(selection);
+  if (SelectionNames(selection, SelectionPart::Selected).empty()) {
+    Warn(console, "no expense account is selected: give --select-expense NAME or --select-all-expenses");
+  }
+}
+
+void ReadSelectedExpenses(QBDataExchange& exchange, const Console& console) {
+  const XmlElement selection = exchange.SelectedExpenses();
+  RequireNoError(exchange);
+  if (SelectionNames(selection, SelectionPart::Selected).empty()) {
+    Warn(console, "no expense account stands in the plan: the dialog will import none");
+  }
+}
+
+std::vector<std::string> SelectionNames(const XmlElement& selection, SelectionPart part) {
+  std::vector<std::string> names;
+  for (const XmlElement& account : selection.Children()) {
+    if (part == SelectionPart::All || account.Attribute("selected") == selectedText)
+      names.push_back(NameOf(account));
+  }
+  return names;
+}
+
+}  // namespace krnqb::cli

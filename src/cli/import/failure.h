@@ -1,0 +1,16 @@
+#pragma once
+
+#include "cli/console/failure.h"
+#include "krnqb/qb_data_exchange.h"
+
+namespace krnqb::cli {
+
+/// Throws Failure with the component's error pair, and with what can be done about it, when there is an error
+/// in it.
+void RequireNoError(const QBDataExchange& exchange);
+
+/// Throws Failure unless an import has succeeded: `Go` gave true, `AfterImport` was raised and the error pair
+/// is empty.
+void RequireSuccess(const QBDataExchange& exchange, bool goResult, bool afterImportRaised);
+
+}  // namespace krnqb::cli

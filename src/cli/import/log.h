@@ -1,0 +1,37 @@
+#pragma once
+
+#include "cli/console/interrupt_watch.h"
+#include "cli/console/progress_bar.h"
+#include "cli/import/outcome.h"
+#include "krnqb/outside_world.h"
+
+namespace krnqb::cli {
+
+/// Follows an import: keeps its events and what it could not read, moves the progress bar, and stops it at
+/// the next event when it has been interrupted.
+class ImportLog : public EventSink, public Observer {
+ public:
+  /// All three outlive the log; the bar is null when none is shown.
+  ImportLog(ImportOutcome& importOutcome, const InterruptWatch& interruptWatch,
+            ProgressBar* progressBar) noexcept
+      : outcome(importOutcome), interrupts(interruptWatch), bar(progressBar) {}
+
+  void XMLprocessing(Variant& oXML) override;
+  void TableModified(std::string_view sTableID) override;
+  void AfterImport() override;
+  void ProgressBarChange(std::int16_t PercentValue, std::string_view Description) override;
+
+  void Notify(const Notice& notice) noexcept override;
+
+  bool AfterImportRaised() const noexcept { return afterImportRaised; }
+
+ private:
+  void Raised(ImportEvent event);
+
+  ImportOutcome& outcome;
+  const InterruptWatch& interrupts;
+  ProgressBar* bar;
+  bool afterImportRaised = false;
+};
+
+}  // namespace krnqb::cli

@@ -1,0 +1,62 @@
+#include "cli/import/outcome.h"
+
+namespace krnqb::cli {
+
+std::string_view ResultWord(ImportResult result) noexcept {
+  switch (result) {
+    case ImportResult::Imported:
+      return "imported";
+    case ImportResult::Unchanged:
+      return "unchanged";
+    case ImportResult::DryRun:
+      return "dry-run";
+    case ImportResult::Incomplete:
+      return "incomplete";
+    case ImportResult::Cancelled:
+      return "cancelled";
+    case ImportResult::WrongUsage:
+      return "wrong-usage";
+    case ImportResult::Interrupted:
+      return "interrupted";
+    case ImportResult::Failed:
+      break;
+  }
+  return "failed";
+}
+
+ExitCode ExitCodeOf(ImportResult result) noexcept {
+  switch (result) {
+    case ImportResult::Imported:
+    case ImportResult::Unchanged:
+    case ImportResult::DryRun:
+      return ExitCode::Done;
+    case ImportResult::Incomplete:
+      return ExitCode::Incomplete;
+    case ImportResult::WrongUsage:
+      return ExitCode::WrongUsage;
+    case ImportResult::Interrupted:
+      return ExitCode::Interrupted;
+    case ImportResult::Cancelled:
+    case ImportResult::Failed:
+      break;
+  }
+  return ExitCode::Failed;
+}
+
+ImportResult ResultOf(ExitCode code) noexcept {
+  switch (code) {
+    case ExitCode::Done:
+      return ImportResult::Imported;
+    case ExitCode::WrongUsage:
+      return ImportResult::WrongUsage;
+    case ExitCode::Incomplete:
+      return ImportResult::Incomplete;
+    case ExitCode::Interrupted:
+      return ImportResult::Interrupted;
+    case ExitCode::Failed:
+      break;
+  }
+  return ImportResult::Failed;
+}
+
+}  // namespace krnqb::cli

@@ -1,0 +1,35 @@
+#include "cli/import/report.h"
+
+#include <fmt/format.h>
+
+#include "cli/import/change_report.h"
+#include "cli/json_output.h"
+
+namespace krnqb::cli {
+namespace {
+
+std::string EndText(const ImportOutcome& outcome, const ImportOptions& options) {
+  if (outcome.result == ImportResult::DryRun) return "Dry run: nothing was written.\n";
+  if (outcome.backupFile.empty())
+    return fmt::format("{} was not written, it is up to date.\n", options.planFile);
+  return fmt::format("Wrote {}. The version before is kept as {}.\n", options.planFile, outcome.backupFile);
+}
+
+}  // namespace
+
+void PrintOutcome(const ImportOutcome& outcome, const ImportOptions& options, const Console& console) {
+  for (const Omission& omission : outcome.incomplete.All()) {
+    PrintError(console, fmt::format("krnqb: incomplete: {}", OmissionText(omission)));
+  }
+  if (outcome.result == ImportResult::Cancelled) return;
+  const bool failed = !outcome.errorLine.empty();
+  if (failed) PrintError(console, outcome.errorLine);
+  if (options.json) {
+    console.out << ImportOutcomeJson(outcome) << '\n';
+  } else if (!options.quiet && !failed) {
+    console.out << ChangeReport(outcome.tables) << SkippedReport(outcome.skipped)
+                << EndText(outcome, options);
+  }
+}
+
+}  // namespace krnqb::cli

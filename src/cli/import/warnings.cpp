@@ -1,0 +1,77 @@
+#include <fmt/format.h>
+
+#include "cli/import/settings.h"
+
+namespace krnqb::cli {
+namespace {
+
+using Warnings = std::vector<std::string>;
+
+void WarnOfFiles(Warnings& warnings, const ImportSettings& settings, const embedded::PlanFile& plan) {
+  const ImportOptions& options = settings.options;
+  if (options.replayFile && options.companyFile) {
+    warnings.emplace_back("--company has no effect: --replay takes its place");
+  }
+  const auto product = plan.Product();
+  if (product && *product != settings.product) {
+    warnings.push_back(fmt::format("the plan says that its product is {}, not {}",
+                                   embedded::ProductText(*product), embedded::ProductText(settings.product)));
+  }
+}
+
+void WarnOfPastPerformance(Warnings& warnings, const ImportSettings& settings, const ImportSource& source) {
+  const ImportOptions& options = settings.options;
+  if (!options.pastPerformance) return;
+  if (settings.product == QBKRN_BRI) {
+    warnings.emplace_back("--past-performance has no effect: plans of product bri have none");
+  } else if (options.balances == BalImport_None) {
+    warnings.emplace_back("--past-performance has no effect without amounts: --balances is none");
+  } else if (source.majorVersion == 2 && !options.expenses) {
+    // Reports are collected up to the first figure that needs the expense accounts.
+    warnings.emplace_back(
+        "--past-performance without --expenses ends after the first year's income: this company answers with "
+        "reports");
+  }
+}
+
+void WarnOfAmounts(Warnings& warnings, const ImportOptions& options) {
+  const auto warn = [&](std::string_view option, bool given, bool included, std::string_view needed) {
+    if (!given) return;
+    if (options.balances == BalImport_None) {
+      warnings.push_back(fmt::format("{} has no effect without amounts: --balances is none", option));
+    } else if (!included) {
+      warnings.push_back(fmt::format("{} has no effect without {}", option, needed));
+    }
+  };
+  warn("--import-start", options.importStart.has_value(), true, {});
+  warn("--growth-income", options.growthIncome.has_value(), options.income, "--income");
+  warn("--growth-cogs", options.growthCogs.has_value(), options.income, "--income");
+  warn("--growth-expenses", options.growthExpenses.has_value(), options.expenses, "--expenses");
+}
+
+void WarnOfSelection(Warnings& warnings, const ImportSettings& settings) {
+  const ImportOptions& options = settings.options;
+  const bool selects = settings.product == QBKRN_BRI && options.expenses;
+  const std::string_view reason = options.expenses ? "expense accounts are selected for product bri alone"
+                                                   : "no expense accounts are imported";
+  if (!selects && !options.selectedExpenses.empty()) {
+    warnings.push_back(fmt::format("--select-expense has no effect: {}", reason));
+  }
+  if (!selects && options.selectAllExpenses) {
+    warnings.push_back(fmt::format("--select-all-expenses has no effect: {}", reason));
+  }
+}
+
+}  // namespace
+
+Warnings ImportWarnings(const ImportSettings& settings, const ImportSource& source,
+                        const embedded::PlanFile& plan) {
+  Warnings warnings;
+  WarnOfFiles(warnings, settings, plan);
+  WarnOfPastPerformance(warnings, settings, source);
+  WarnOfAmounts(warnings, settings.options);
+  WarnOfSelection(warnings, settings);
+  return warnings;
+}
+
+}  // namespace krnqb::cli

@@ -1,0 +1,56 @@
+#include "cli/plan/commands.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "cli/console/attempt.h"
+#include "cli/json_output.h"
+#include "plan_file/listing.h"
+#include "plan_file/table_view.h"
+
+namespace krnqb::cli {
+namespace {
+
+using embedded::PlanFile;
+
+void RequireTable(const PlanFile& plan, const ShowPlanOptions& options) {
+  const std::vector<std::string> ids = plan.TableIds();
+  if (!options.table || std::find(ids.begin(), ids.end(), *options.table) != ids.end()) return;
+  throw CommandFailure("showing the plan failed",
+                       fmt::format("{} has no table {}", options.file, *options.table),
+                       ids.empty() ? std::string("it has no tables at all")
+                                   : fmt::format("its tables are {}", fmt::join(ids, ", ")));
+}
+
+std::string Cells(const PlanFile& plan, const std::optional<std::string>& tableId) {
+  embedded::PlanContent content = embedded::ReadPlanContent(plan);
+  if (tableId) std::erase_if(content, [&](const auto& table) { return table.id != *tableId; });
+  return embedded::CellListing(content);
+}
+
+std::string Shown(const PlanFile& plan, const ShowPlanOptions& options) {
+  if (options.json) return PlanJson(plan, options.table) + '\n';
+  if (options.cells) return Cells(plan, options.table);
+  return options.table ? embedded::TableView(plan, *options.table) : embedded::TableView(plan);
+}
+
+}  // namespace
+
+ExitCode Run(const NewPlanOptions& options, const Console& console) {
+  Attempt([&] { PlanFile::Create(options.file, options.product, options.start); });
+  console.out << fmt::format("Made {}: plan of product {}, from {}.\n", options.file,
+                             embedded::ProductText(options.product), embedded::PlanStartText(options.start));
+  return ExitCode::Done;
+}
+
+ExitCode Run(const ShowPlanOptions& options, const Console& console) {
+  if (options.cells && options.json)
+    throw WrongUsage("--cells and --json are given both", "give one of them");
+  const auto plan = Attempt([&] { return PlanFile::Open(options.file); });
+  RequireTable(*plan, options);
+  console.out << Shown(*plan, options);
+  return ExitCode::Done;
+}
+
+}  // namespace krnqb::cli

@@ -1,9 +1,0 @@
-#include "cli/version.h"
-
-namespace krnqb::cli {
-
-std::string_view ProgramVersion() noexcept {
-  return KRNQB_PROGRAM_VERSION;
-}
-
-}  // namespace krnqb::cli

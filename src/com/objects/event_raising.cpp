@@ -1,0 +1,87 @@
+#include "com/objects/event_raising.h"
+
+#include <array>
+#include <span>
+
+#include "com/values/error_mapping.h"
+#include "com/values/variant_value.h"
+#include "support/error_handling.h"
+
+namespace krnqb::com {
+namespace {
+
+// The dispids of the event interface.
+constexpr DISPID xmlProcessing = 1;
+constexpr DISPID tableModified = 2;
+constexpr DISPID afterImport = 3;
+constexpr DISPID progressBarChange = 4;
+
+class AdvisedSinksRaising final : public EventSink {
+ public:
+  AdvisedSinksRaising(std::shared_ptr<AdvisedSinks> advised, std::shared_ptr<Observer> told)
+      : sinks(std::move(advised)), observer(std::move(told)) {}
+
+  // Every sink gets the variable that the one before has left: it is the handlers' to exchange an object in.
+  void XMLprocessing(Variant& /*oXML*/) override {
+    VariantValue variable = VariantValue::OfObject({});
+    VARIANT argument{};
+    argument.vt = VT_BYREF | VT_VARIANT;
+    argument.pvarVal = &variable.Get();
+    Raise("XMLprocessing", xmlProcessing, {&argument, 1});
+  }
+
+  void TableModified(std::string_view sTableID) override {
+    const VariantValue id = VariantValue::OfText(sTableID);
+    VARIANT argument = id.Get();
+    Raise("TableModified", tableModified, {&argument, 1});
+  }
+
+  void AfterImport() override { Raise("AfterImport", afterImport, {}); }
+
+  void ProgressBarChange(std::int16_t PercentValue, std::string_view Description) override {
+    const VariantValue percent = VariantValue::OfInteger(PercentValue);
+    const VariantValue text = VariantValue::OfText(Description);
+    // Arguments travel in reverse.
+    std::array<VARIANT, 2> arguments{text.Get(), percent.Get()};
+    Raise("ProgressBarChange", progressBarChange, arguments);
+  }
+
+ private:
+  void Raise(std::string_view event, DISPID member, std::span<VARIANT> arguments) {
+    // A handler may change the list: sinks that it adds hear of the next event, those that it removes of
+    // none.
+    const std::vector<AdvisedSinks::Advised> current = sinks->All();
+    for (const AdvisedSinks::Advised& advised : current) {
+      if (sinks->Has(advised.cookie)) RaiseTo(*advised.sink, event, member, arguments);
+    }
+  }
+
+  void RaiseTo(IDispatch& sink, std::string_view event, DISPID member, std::span<VARIANT> arguments) {
+    DISPPARAMS parameters{};
+    parameters.rgvarg = arguments.data();
+    parameters.cArgs = static_cast<UINT>(arguments.size());
+    EXCEPINFO exception{};
+    VariantValue dropped;
+    UINT faulty = 0;
+    const HRESULT result = sink.Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
+                                       dropped.Receive(), &exception, &faulty);
+    if (FAILED(result)) Tell(event, ErrorOf(result, exception));
+  }
+
+  void Tell(std::string_view event, const Error& error) {
+    if (observer == nullptr) return;
+    TellError(*observer, NoticeKind::StatementSkipped, Place{std::string(event), {}, {}, {}}, error);
+  }
+
+  std::shared_ptr<AdvisedSinks> sinks;
+  std::shared_ptr<Observer> observer;
+};
+
+}  // namespace
+
+std::shared_ptr<EventSink> RaisingTo(std::shared_ptr<AdvisedSinks> sinks,
+                                     std::shared_ptr<Observer> observer) {
+  return std::make_shared<AdvisedSinksRaising>(std::move(sinks), std::move(observer));
+}
+
+}  // namespace krnqb::com

@@ -1,0 +1,174 @@
+#include "com/registration/component_keys.h"
+
+#include <krn6_qb2002.h>
+#include <ole2.h>
+
+#include <array>
+
+#include "com/server_classes.h"
+#include "krnqb/error.h"
+
+namespace krnqb::com {
+namespace {
+
+constexpr bool is64Bit = sizeof(void*) == 8;
+constexpr const wchar_t* ownPlatform = is64Bit ? L"win64" : L"win32";
+constexpr const wchar_t* otherPlatform = is64Bit ? L"win32" : L"win64";
+constexpr const wchar_t* libraryVersion = L"1.0";
+constexpr const wchar_t* libraryDescription = L"Korrin Software Data Exchange Component for QuickBooks 2002";
+constexpr RegistryHive allUsers = RegistryHive::LocalMachine;
+constexpr RegistryHive oneUser = RegistryHive::CurrentUser;
+
+// The system's own marshallers, which go by the type library: for dual interfaces and for dispinterfaces.
+constexpr const wchar_t* dualMarshaller = L"{00020424-0000-0000-C000-000000000046}";
+constexpr const wchar_t* dispatchMarshaller = L"{00020420-0000-0000-C000-000000000046}";
+
+struct RegisteredInterface {
+  const IID& interfaceId;
+  const wchar_t* name;
+  const wchar_t* marshaller;
+};
+
+const std::array interfaces{
+    RegisteredInterface{__uuidof(_QBDataExchange), L"_QBDataExchange", dualMarshaller},
+    RegisteredInterface{__uuidof(__QBDataExchange), L"__QBDataExchange", dispatchMarshaller},
+    RegisteredInterface{__uuidof(_QBKRNEnums), L"_QBKRNEnums", dualMarshaller},
+    RegisteredInterface{__uuidof(_cSubtotals), L"_cSubtotals", dualMarshaller},
+    RegisteredInterface{__uuidof(_QBCollection), L"_QBCollection", dualMarshaller},
+};
+
+std::wstring TextOfIdentifier(const GUID& identifier) {
+  std::array<wchar_t, 40> text{};
+  StringFromGUID2(identifier, text.data(), static_cast<int>(text.size()));
+  return text.data();
+}
+
+// Collects the keys, shared ones marked so.
+class Table {
+ public:
+  explicit Table(std::vector<RegisteredKey>& tableKeys) : keys(tableKeys) {}
+
+  void Key(const std::wstring& path, const std::wstring& value = {}) {
+    keys.push_back({path, {}, value, isShared});
+  }
+  void Value(const std::wstring& path, const std::wstring& name, const std::wstring& value) {
+    keys.push_back({path, name, value, isShared});
+  }
+  // The keys from here on.
+  void Shared(bool shared) { isShared = shared; }
+
+ private:
+  std::vector<RegisteredKey>& keys;
+  bool isShared = false;
+};
+
+void AddProgramNames(Table& table, const ServerClass& serverClass) {
+  const std::wstring name = serverClass.programName;
+  const std::wstring versioned = name + L".1";
+  const std::wstring classId = TextOfIdentifier(serverClass.classId);
+  table.Shared(true);
+  table.Key(versioned, serverClass.description);
+  table.Key(versioned + L"\\CLSID", classId);
+  table.Key(name, serverClass.description);
+  table.Key(name + L"\\CLSID", classId);
+  table.Key(name + L"\\CurVer", versioned);
+  table.Shared(false);
+}
+
+void AddClass(Table& table, const ServerClass& serverClass, const std::wstring& path) {
+  const std::wstring key = L"CLSID\\" + TextOfIdentifier(serverClass.classId);
+  const std::wstring name = serverClass.programName;
+  table.Key(key, serverClass.description);
+  table.Key(key + L"\\InprocServer32", path);
+  table.Value(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
+  table.Key(key + L"\\ProgID", name + L".1");
+  table.Key(key + L"\\VersionIndependentProgID", name);
+  table.Key(key + L"\\TypeLib", TextOfIdentifier(LIBID_KRN6_QB2002));
+  table.Key(key + L"\\Version", libraryVersion);
+  table.Key(key + L"\\Programmable");
+}
+
+void AddInterface(Table& table, const RegisteredInterface& registered) {
+  const std::wstring key = L"Interface\\" + TextOfIdentifier(registered.interfaceId);
+  table.Key(key, registered.name);
+  table.Key(key + L"\\ProxyStubClsid32", registered.marshaller);
+  table.Key(key + L"\\TypeLib", TextOfIdentifier(LIBID_KRN6_QB2002));
+  table.Value(key + L"\\TypeLib", L"Version", libraryVersion);
+}
+
+std::wstring TypeLibraryKey() {
+  return L"TypeLib\\" + TextOfIdentifier(LIBID_KRN6_QB2002);
+}
+
+// The type library's keys are seen by both architectures; each has its own file in them.
+void AddTypeLibrary(Table& table, const std::wstring& path) {
+  const std::wstring version = TypeLibraryKey() + L"\\" + libraryVersion;
+  table.Shared(true);
+  table.Key(TypeLibraryKey());
+  table.Key(version, libraryDescription);
+  table.Key(version + L"\\FLAGS", L"0");
+  table.Key(version + L"\\HELPDIR", path.substr(0, path.find_last_of(L'\\')));
+  table.Key(version + L"\\0");
+  table.Shared(false);
+  table.Key(version + L"\\0\\" + ownPlatform, path);
+}
+
+void WriteKey(RegistryWriter& registry, RegistryHive hive, const RegisteredKey& key) {
+  registry.Create(hive, key.path);
+  if (key.HasValue()) registry.Write(hive, key.path, key.name, key.value);
+}
+
+// From the innermost key outwards, so that a key is empty when its turn comes.
+void RemoveKeys(RegistryWriter& registry, RegistryHive hive, const Registration& registration) {
+  const bool otherStays = registry.Has(hive, registration.otherServerKey);
+  for (auto key = registration.keys.rbegin(); key != registration.keys.rend(); ++key) {
+    if (key->isShared && otherStays) continue;
+    if (key->HasValue()) registry.RemoveValue(hive, key->path, key->name);
+    registry.RemoveEmptyKey(hive, key->path);
+  }
+}
+
+RegistryHive WritableHive(RegistryWriter& registry, const RegisteredKey& first) {
+  try {
+    WriteKey(registry, allUsers, first);
+    return allUsers;
+  } catch (const Error&) {
+    return oneUser;
+  }
+}
+
+}  // namespace
+
+Registration RegistrationOf(const std::wstring& libraryPath) {
+  Registration registration;
+  Table table(registration.keys);
+  for (const ServerClass& serverClass : ServerClasses()) {
+    AddClass(table, serverClass, libraryPath);
+    AddProgramNames(table, serverClass);
+  }
+  for (const RegisteredInterface& registered : interfaces) AddInterface(table, registered);
+  AddTypeLibrary(table, libraryPath);
+
+  const std::wstring platforms = TypeLibraryKey() + L"\\" + libraryVersion + L"\\0\\";
+  registration.ownServerKey = platforms + ownPlatform;
+  registration.otherServerKey = platforms + otherPlatform;
+  return registration;
+}
+
+void Register(RegistryWriter& registry, const Registration& registration) {
+  const RegistryHive hive = WritableHive(registry, registration.keys.front());
+  try {
+    for (const RegisteredKey& key : registration.keys) WriteKey(registry, hive, key);
+  } catch (...) {
+    RemoveKeys(registry, hive, registration);
+    throw;
+  }
+}
+
+void Unregister(RegistryWriter& registry, const Registration& registration) {
+  for (const RegistryHive hive : {allUsers, oneUser}) {
+    if (registry.Has(hive, registration.ownServerKey)) RemoveKeys(registry, hive, registration);
+  }
+}
+
+}  // namespace krnqb::com

@@ -1,0 +1,126 @@
+#include "com/values/error_mapping.h"
+
+#include <algorithm>
+#include <array>
+
+#include "com/values/com_pointer.h"
+#include "com/values/text.h"
+#include "support/error_handling.h"
+
+namespace krnqb::com {
+namespace {
+
+// Run-time errors travel as 0x800A0000 and the number.
+constexpr std::uint32_t runTimeErrors = 0x800A0000U;
+constexpr std::uint32_t numberMask = 0xFFFFU;
+
+struct Meaning {
+  HRESULT result;
+  std::int32_t number;
+};
+
+constexpr std::int32_t divisionByZero = 11;
+
+const std::array meanings{
+    Meaning{DISP_E_TYPEMISMATCH, error_number::typeMismatch},
+    Meaning{DISP_E_OVERFLOW, error_number::overflow},
+    Meaning{DISP_E_DIVBYZERO, divisionByZero},
+    Meaning{DISP_E_BADINDEX, error_number::subscriptOutOfRange},
+    Meaning{DISP_E_UNKNOWNNAME, error_number::memberNotSupported},
+    Meaning{DISP_E_MEMBERNOTFOUND, error_number::memberNotSupported},
+    Meaning{E_OUTOFMEMORY, error_number::outOfMemory},
+};
+
+std::int32_t NumberOf(HRESULT result) {
+  const auto bits = static_cast<std::uint32_t>(result);
+  if ((bits & ~numberMask) == runTimeErrors) return static_cast<std::int32_t>(bits & numberMask);
+  const auto* meaning = std::find_if(meanings.begin(), meanings.end(),
+                                     [&](const Meaning& entry) { return entry.result == result; });
+  return meaning == meanings.end() ? result : meaning->number;
+}
+
+std::string SystemText(std::int32_t number) {
+  std::array<wchar_t, 1024> text{};
+  constexpr DWORD flags = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
+  DWORD length = FormatMessageW(flags, nullptr, static_cast<DWORD>(number), 0, text.data(),
+                                static_cast<DWORD>(text.size()), nullptr);
+  while (length > 0 && (text[length - 1] == L'\r' || text[length - 1] == L'\n')) --length;
+  return Utf8({text.data(), length});
+}
+
+// The standard texts are those that every program of this kind shows, whatever the system's language.
+std::string DescriptionOf(std::int32_t number) {
+  const std::string_view standard = StandardDescription(number);
+  const std::string_view unknown = StandardDescription(0);
+  if (standard != unknown) return std::string(standard);
+  // A run-time number is no number of the system's, whose small numbers mean other things.
+  const std::string system = number < 0 ? SystemText(number) : std::string();
+  return system.empty() ? std::string(unknown) : system;
+}
+
+std::string DescriptionFromErrorObject(IUnknown& object, REFIID interfaceId) {
+  const auto support = Query<ISupportErrorInfo>(&object);
+  if (!support || support->InterfaceSupportsErrorInfo(interfaceId) != S_OK) return {};
+  ComPointer<IErrorInfo> information;
+  Bstr description;
+  if (GetErrorInfo(0, information.Receive()) != S_OK) return {};
+  if (FAILED(information->GetDescription(description.Receive()))) return {};
+  return Utf8(TextOf(description.get()));
+}
+
+HRESULT ResultOf(std::int32_t number) {
+  if (number < 0) return number;
+  const auto bits = static_cast<std::uint32_t>(number);
+  if (bits == 0 || bits > numberMask) return E_FAIL;
+  return static_cast<HRESULT>(runTimeErrors | bits);
+}
+
+void LeaveErrorObject(const ErrorSource& source, const Error& error) {
+  ComPointer<ICreateErrorInfo> creation;
+  if (FAILED(CreateErrorInfo(creation.Receive()))) return;
+  const std::wstring description = Wide(error.Description());
+  creation->SetGUID(source.interfaceId);
+  // The calls copy their texts, though they do not promise it in their types.
+  creation->SetSource(const_cast<wchar_t*>(source.name));
+  creation->SetDescription(const_cast<wchar_t*>(description.c_str()));
+  if (const auto information = Query<IErrorInfo>(creation.get())) SetErrorInfo(0, information.get());
+}
+
+}  // namespace
+
+Error ErrorOf(HRESULT result, std::string description) {
+  const std::int32_t number = NumberOf(result);
+  return {number, description.empty() ? DescriptionOf(number) : std::move(description)};
+}
+
+Error ErrorOf(HRESULT result, EXCEPINFO& exception) {
+  if (exception.pfnDeferredFillIn != nullptr) exception.pfnDeferredFillIn(&exception);
+  const Bstr source = Bstr::Adopt(exception.bstrSource);
+  const Bstr description = Bstr::Adopt(exception.bstrDescription);
+  const Bstr helpFile = Bstr::Adopt(exception.bstrHelpFile);
+  const std::string text = Utf8(TextOf(description.get()));
+  if (result != DISP_E_EXCEPTION) return ErrorOf(result, text);
+  if (exception.scode != 0) return ErrorOf(exception.scode, text);
+  if (exception.wCode != 0) return ErrorOf(ResultOf(exception.wCode), text);
+  return ErrorOf(result, text);
+}
+
+Error ErrorOf(HRESULT result, IUnknown& object, REFIID interfaceId) {
+  return ErrorOf(result, DescriptionFromErrorObject(object, interfaceId));
+}
+
+void ForgetErrors() noexcept {
+  SetErrorInfo(0, nullptr);
+}
+
+HRESULT ReportCaughtError(const ErrorSource& source) noexcept {
+  try {
+    const Error error = CaughtError();
+    LeaveErrorObject(source, error);
+    return ResultOf(error.Number());
+  } catch (...) {
+    return E_OUTOFMEMORY;
+  }
+}
+
+}  // namespace krnqb::com

@@ -1,0 +1,170 @@
+#include "company/file.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <memory>
+#include <system_error>
+
+#include "company/answer.h"
+#include "company/records/errors.h"
+#include "company/records/request.h"
+#include "company/records/schema.h"
+#include "company/records/versions.h"
+#include "krnqb/error.h"
+#include "support/date.h"
+#include "xml/parser.h"
+
+namespace krnqb::embedded {
+namespace {
+
+void CheckNewCompany(std::int16_t fiscalMonth, std::string_view processorVersion) {
+  if (fiscalMonth < 1 || fiscalMonth > 12) {
+    throw Error(error_number::invalidProcedureCall,
+                fmt::format("A fiscal year begins in a month from 1 to 12, not in month {}.", fiscalMonth));
+  }
+  if (!VersionOrder(processorVersion)) {
+    throw Error(error_number::invalidProcedureCall,
+                fmt::format("A processor speaks qbXML 1.0, 1.1 or 2.0, not {}.", processorVersion));
+  }
+}
+
+std::string SettingsDocument(std::string_view name, std::int16_t fiscalMonth) {
+  std::string document = fmt::format(
+      "<QBXML><QBXMLMsgsRs><CompanyQueryRs><CompanyRet><CompanyName>{}</CompanyName>"
+      "<FirstMonthFiscalYear>{}</FirstMonthFiscalYear></CompanyRet></CompanyQueryRs></QBXMLMsgsRs></QBXML>",
+      EscapedXmlText(name), EnglishMonthName(fiscalMonth));
+  if (ParseXmlText(document).fault) {
+    throw Error(error_number::invalidProcedureCall, "The company's name holds characters that XML cannot.");
+  }
+  return document;
+}
+
+// Makes an empty file; one that is there, even if it came a moment ago, is never taken for new.
+void MakeNewFile(const std::filesystem::path& file) {
+  struct CloseFile {
+    void operator()(std::FILE* opened) const noexcept { std::fclose(opened); }
+  };
+  const std::unique_ptr<std::FILE, CloseFile> made(std::fopen(file.c_str(), "wx"));
+  if (made != nullptr) return;
+  if (errno == EEXIST) {
+    throw Error(company_error::fileAlreadyExists, fmt::format("The file {} exists already.", file.string()));
+  }
+  throw Error(company_error::cannotOpen, fmt::format("The company file {} cannot be made: {}.", file.string(),
+                                                     std::generic_category().message(errno)));
+}
+
+void CheckFile(const std::filesystem::path& file) {
+  std::error_code fault;
+  const std::filesystem::file_status status = std::filesystem::status(file, fault);
+  if (status.type() == std::filesystem::file_type::not_found) {
+    throw Error(company_error::cannotOpen, fmt::format("There is no company file {}.", file.string()));
+  }
+  if (status.type() == std::filesystem::file_type::none) {
+    throw Error(company_error::cannotOpen,
+                fmt::format("The company file {} cannot be opened: {}.", file.string(), fault.message()));
+  }
+  if (!std::filesystem::is_regular_file(status)) {
+    throw Error(company_error::cannotOpen, fmt::format("The file {} is no company file.", file.string()));
+  }
+}
+
+// A load that was killed leaves its journal. Reading once with the right to write puts the file back to what
+// it was before that load; without a journal, or when the journal is of a load under way, nothing is changed.
+void UndoInterruptedLoad(const std::filesystem::path& file) {
+  std::error_code ignored;
+  if (!std::filesystem::exists(file.string() + "-journal", ignored)) return;
+  Database(file, FileAccess::ReadWrite).Integer("SELECT count(*) FROM sqlite_master");
+}
+
+void Count(std::vector<RecordCount>& counts, std::string_view kind) {
+  const auto found = std::ranges::find(counts, kind, &RecordCount::kind);
+  if (found == counts.end()) {
+    counts.push_back({std::string(kind), 1});
+  } else {
+    ++found->count;
+  }
+}
+
+}  // namespace
+
+CompanyFile::CompanyFile(std::filesystem::path absolutePath, FileAccess fileAccess)
+    : path(std::move(absolutePath)), access(fileAccess), database(path, access) {
+  // The transaction of a reader lasts as long as it does: it sees one state of the company.
+  if (access == FileAccess::ReadOnly) database.Execute("BEGIN");
+  // Postings go to pages all over their index: with 64 MiB a load seldom writes one of them twice.
+  if (access == FileAccess::ReadWrite) database.Execute("PRAGMA cache_size = -65536");
+  CheckSchema(database, path);
+  processorVersion = ReadProcessorVersion(database);
+}
+
+CompanyFile CompanyFile::Create(const std::filesystem::path& file, std::string_view name,
+                                std::int16_t fiscalMonth, std::string_view processorVersion) {
+  CheckNewCompany(fiscalMonth, processorVersion);
+  const std::string settings = SettingsDocument(name, fiscalMonth);
+  const std::filesystem::path absolutePath = std::filesystem::absolute(file);
+  MakeNewFile(absolutePath);
+  try {
+    CreateSchema(Database(absolutePath, FileAccess::ReadWrite), processorVersion);
+    CompanyFile company(absolutePath, FileAccess::ReadWrite);
+    company.Load("the company's settings", settings);
+    return company;
+  } catch (...) {
+    std::error_code ignored;
+    std::filesystem::remove(absolutePath, ignored);
+    throw;
+  }
+}
+
+CompanyFile CompanyFile::Open(const std::filesystem::path& file, FileAccess access) {
+  const std::filesystem::path absolutePath = std::filesystem::absolute(file);
+  CheckFile(absolutePath);
+  UndoInterruptedLoad(absolutePath);
+  return CompanyFile(absolutePath, access);
+}
+
+CompanyInfo CompanyFile::Info() const {
+  const XmlElement company = ParseXmlText(ReadSetting(database, "Company")).element;
+  const auto textOf = [&](std::string_view name) {
+    const XmlElement child = company.Child(name);
+    return child ? child.Text() : std::string();
+  };
+  CompanyInfo info;
+  info.path = path.string();
+  info.name = textOf("CompanyName");
+  info.processorVersion = processorVersion;
+  info.fiscalMonth = MonthNumber(textOf("FirstMonthFiscalYear")).value_or(0);
+  info.records = CountRecords(database);
+  return info;
+}
+
+LoadSummary CompanyFile::Load(std::string_view documentName, std::string_view bytes) {
+  return Store(documentName,
+               [&](const RecordReceiver& receive) { ReadDocument(documentName, bytes, receive); });
+}
+
+LoadSummary CompanyFile::Store(std::string_view source,
+                               const std::function<void(const RecordReceiver&)>& produce) {
+  if (access == FileAccess::ReadOnly) {
+    throw Error(company_error::unexpected,
+                fmt::format("The company file {} is open for reading only.", path.string()));
+  }
+  LoadSummary summary{std::string(source), {}, {}};
+  Transaction transaction(database);
+  CompanyRecords records(database);
+  produce([&](CompanyRecord&& record) {
+    const PutResult result = records.Put(record);
+    Count(result == PutResult::Added ? summary.added : summary.replaced, record.kind->element);
+  });
+  records.OrderLists();
+  transaction.Commit();
+  return summary;
+}
+
+std::string CompanyFile::Answer(std::string_view request) const {
+  return AnswerRequests(database, processorVersion, ParseRequests(request, processorVersion));
+}
+
+}  // namespace krnqb::embedded

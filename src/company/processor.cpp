@@ -1,0 +1,72 @@
+#include "company/processor.h"
+
+#include <fmt/format.h>
+
+#include <optional>
+
+#include "company/file.h"
+#include "company/records/errors.h"
+#include "krnqb/error.h"
+
+namespace krnqb::embedded {
+namespace {
+
+class CompanyProcessor : public RequestProcessor {
+ public:
+  std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
+    return SessionCompany(ticket).Answer(request);
+  }
+
+  void OpenConnection(std::string_view /*applicationIdentifier*/,
+                      std::string_view /*applicationName*/) override {
+    connected = true;
+  }
+
+  std::string BeginSession(std::string_view companyFile, std::int32_t /*fileMode*/) override {
+    if (!connected) throw Error(company_error::unexpected, "A session needs an open connection.");
+    if (company) throw Error(company_error::unexpected, "A session is open already.");
+    if (companyFile.empty())
+      throw Error(company_error::noCompanyOpen, "No company file was named, and none is open.");
+    company = CompanyFile::Open(companyFile, FileAccess::ReadOnly);
+    sessionTicket = fmt::format("session with {}", company->Path().string());
+    return sessionTicket;
+  }
+
+  std::string GetCurrentCompanyFileName(std::string_view ticket) override {
+    return company ? SessionCompany(ticket).Path().string() : std::string();
+  }
+
+  std::int16_t MajorVersion() override { return VersionDigit(0); }
+  std::int16_t MinorVersion() override { return VersionDigit(2); }
+
+ private:
+  const CompanyFile& SessionCompany(std::string_view ticket) const {
+    if (!company) throw Error(company_error::unexpected, "No session is open.");
+    if (ticket != sessionTicket)
+      throw Error(company_error::unexpected, "The ticket is not that of the open session.");
+    return *company;
+  }
+
+  // Versions are a digit, a point and a digit.
+  std::int16_t VersionDigit(std::size_t position) const {
+    if (!company) throw Error(company_error::unexpected, "No session is open.");
+    return static_cast<std::int16_t>(company->ProcessorVersion()[position] - '0');
+  }
+
+  bool connected = false;
+  std::optional<CompanyFile> company;
+  std::string sessionTicket;
+};
+
+class CompanyProcessorFactory : public RequestProcessorFactory {
+ public:
+  std::unique_ptr<RequestProcessor> Create() override { return std::make_unique<CompanyProcessor>(); }
+};
+
+}  // namespace
+
+std::shared_ptr<RequestProcessorFactory> EmbeddedProcessors() {
+  return std::make_shared<CompanyProcessorFactory>();
+}
+
+}  // namespace krnqb::embedded

@@ -1,0 +1,152 @@
+#include "company/records/database.h"
+
+#include <fmt/format.h>
+#include <sqlite3.h>
+
+#include <string>
+
+#include "company/records/errors.h"
+#include "krnqb/error.h"
+
+namespace krnqb::embedded {
+namespace {
+
+constexpr int busyMilliseconds = 250;
+
+[[noreturn]] void Fail(int resultCode, const std::string& file, const char* message) {
+  switch (resultCode & 0xFF) {  // the low byte is the kind of failure, the rest its details
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      throw Error(company_error::cannotOpen,
+                  fmt::format("The company file {} is locked: another program is using it.", file));
+    case SQLITE_NOTADB:
+      throw Error(company_error::cannotOpen, fmt::format("The file {} is no company file.", file));
+    case SQLITE_CORRUPT:
+      throw Error(company_error::cannotOpen,
+                  fmt::format("The company file {} is damaged: {}.", file, message));
+    case SQLITE_CANTOPEN:
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+      throw Error(company_error::cannotOpen,
+                  fmt::format("The company file {} cannot be opened: {}.", file, message));
+    case SQLITE_READONLY:
+      throw Error(company_error::cannotOpen,
+                  fmt::format("The company file {} cannot be written: {}.", file, message));
+    default:
+      throw Error(company_error::unexpected, fmt::format("The company file {} failed: {}.", file, message));
+  }
+}
+
+void Check(int resultCode, sqlite3* connection) {
+  if (resultCode == SQLITE_OK) return;
+  const char* const file = sqlite3_db_filename(connection, "main");
+  Fail(resultCode, file == nullptr ? "" : file, sqlite3_errmsg(connection));
+}
+
+}  // namespace
+
+void Statement::Finalize::operator()(sqlite3_stmt* statement) const noexcept {
+  sqlite3_finalize(statement);
+}
+
+Statement& Statement::Bind(int parameter, std::string_view text) {
+  const char* const begin = text.data() == nullptr ? "" : text.data();  // null would bind nothing
+  Check(sqlite3_bind_text64(handle.get(), parameter, begin, text.size(), nullptr, SQLITE_UTF8),
+        sqlite3_db_handle(handle.get()));
+  return *this;
+}
+
+Statement& Statement::Bind(int parameter, std::int64_t number) {
+  Check(sqlite3_bind_int64(handle.get(), parameter, number), sqlite3_db_handle(handle.get()));
+  return *this;
+}
+
+Statement& Statement::Bind(int parameter, double number) {
+  Check(sqlite3_bind_double(handle.get(), parameter, number), sqlite3_db_handle(handle.get()));
+  return *this;
+}
+
+Statement& Statement::BindNothing(int parameter) {
+  Check(sqlite3_bind_null(handle.get(), parameter), sqlite3_db_handle(handle.get()));
+  return *this;
+}
+
+bool Statement::Step() {
+  const int result = sqlite3_step(handle.get());
+  if (result == SQLITE_ROW) return true;
+  if (result != SQLITE_DONE) Check(result, sqlite3_db_handle(handle.get()));
+  return false;
+}
+
+void Statement::Reset() noexcept {
+  sqlite3_reset(handle.get());
+}
+
+void Statement::Run() {
+  Step();
+  Reset();
+}
+
+std::string_view Statement::Text(int column) const {
+  const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(handle.get(), column));
+  if (text == nullptr) return {};
+  return {text, static_cast<std::size_t>(sqlite3_column_bytes(handle.get(), column))};
+}
+
+std::int64_t Statement::Integer(int column) const {
+  return sqlite3_column_int64(handle.get(), column);
+}
+
+bool Statement::IsNothing(int column) const {
+  return sqlite3_column_type(handle.get(), column) == SQLITE_NULL;
+}
+
+void Database::Close::operator()(sqlite3* connection) const noexcept {
+  sqlite3_close_v2(connection);
+}
+
+Database::Database(const std::filesystem::path& file, FileAccess access) {
+  const int flags = access == FileAccess::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  sqlite3* connection = nullptr;
+  const int result = sqlite3_open_v2(file.c_str(), &connection, flags | SQLITE_OPEN_EXRESCODE, nullptr);
+  handle.reset(connection);  // a refused connection has to be closed too
+  if (result != SQLITE_OK) Fail(result, file.string(), sqlite3_errstr(result));
+  sqlite3_busy_timeout(connection, busyMilliseconds);
+}
+
+void Database::Execute(const char* statements) const {
+  Check(sqlite3_exec(handle.get(), statements, nullptr, nullptr, nullptr), handle.get());
+}
+
+Statement Database::Prepare(std::string_view statement) const {
+  sqlite3_stmt* prepared = nullptr;
+  Check(sqlite3_prepare_v2(handle.get(), statement.data(), static_cast<int>(statement.size()), &prepared,
+                           nullptr),
+        handle.get());
+  return Statement(prepared);
+}
+
+std::int64_t Database::Integer(std::string_view query) const {
+  Statement statement = Prepare(query);
+  return statement.Step() ? statement.Integer(0) : 0;
+}
+
+Transaction::Transaction(const Database& changed) : database(changed) {
+  database.Execute("BEGIN IMMEDIATE");
+}
+
+Transaction::~Transaction() {
+  if (!open) return;
+  try {
+    database.Execute("ROLLBACK");
+  } catch (const Error&) {
+    // Some failures have rolled back already; the next reader of the file rolls back in any other case.
+  }
+}
+
+void Transaction::Commit() {
+  database.Execute("COMMIT");
+  open = false;
+}
+
+}  // namespace krnqb::embedded

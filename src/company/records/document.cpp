@@ -1,0 +1,145 @@
+#include "company/records/document.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+
+#include "company/records/date.h"
+#include "company/records/errors.h"
+#include "krnqb/error.h"
+#include "xml/parser.h"
+
+namespace krnqb::embedded {
+namespace {
+
+constexpr int firstErrorStatus = 1000;  // below it an answer has all the records that there are
+
+[[noreturn]] void Refuse(const std::string& reason) {
+  throw Error(company_error::cannotParse, reason);
+}
+
+std::string RequiredText(const XmlElement& record, std::string_view name) {
+  const XmlElement child = record.Child(name);
+  std::string text = child ? child.Text() : std::string();
+  if (text.empty()) Refuse(fmt::format("{} has no {}", record.Name(), name));
+  return text;
+}
+
+void ReadListEntry(const XmlElement& element, CompanyRecord& record) {
+  record.key = RequiredText(element, "ListID");
+  if (const XmlElement parent = element.Child("ParentRef").Child("ListID")) record.parentKey = parent.Text();
+  if (record.kind->family == "Item") record.itemAccounts = ReadItemAccounts(element);
+  if (record.kind->family != "Account") return;
+  record.accountType = RequiredText(element, "AccountType");
+  if (!AccountTypeOrder(record.accountType)) {
+    Refuse(fmt::format("AccountRet has the unknown AccountType \"{}\"", record.accountType));
+  }
+}
+
+void ReadTransaction(const XmlElement& element, CompanyRecord& record) {
+  record.key = RequiredText(element, "TxnID");
+  record.date = RequiredText(element, "TxnDate");
+  if (!IsCalendarDate(record.date)) {
+    Refuse(fmt::format("{} has the TxnDate \"{}\", which is no day written year-month-day", element.Name(),
+                       record.date));
+  }
+  record.postings = ReadPostings(element);
+}
+
+// A document of item answers can come from the request for all items or from that for one kind of them.
+bool IsAnswerOf(std::string_view answer, const RecordKind& kind) {
+  if (!answer.ends_with("QueryRs")) return false;
+  answer.remove_suffix(std::string_view("QueryRs").size());
+  return answer == kind.family || answer == kind.element.substr(0, kind.element.size() - 3);
+}
+
+bool IsKnownAnswer(std::string_view answer) {
+  return std::ranges::any_of(RecordKinds(), [&](const RecordKind& kind) { return IsAnswerOf(answer, kind); });
+}
+
+// An answer with an error status has no records although the company may have some: it is not taken for none.
+void CheckStatus(const XmlElement& answer) {
+  const std::string status = answer.Attribute("statusCode").value_or("0");
+  int number = 0;
+  std::from_chars(status.data(), status.data() + status.size(), number);
+  if (number < firstErrorStatus) return;
+  Refuse(fmt::format("{} has the error status {}: {}", answer.Name(), status,
+                     answer.Attribute("statusMessage").value_or("")));
+}
+
+class DocumentReader {
+ public:
+  DocumentReader(std::string_view documentName, const RecordReceiver& recordReceiver)
+      : name(documentName), receive(recordReceiver) {}
+
+  void Read(std::string_view bytes) {
+    const XmlParseResult parsed = ParseXmlBytes(bytes);
+    if (parsed.fault) Refuse(Located(parsed.fault->line, "not well-formed: " + parsed.fault->message));
+    At(parsed.element, [&] {
+      if (parsed.element.Name() != "QBXML")
+        Refuse("the document is no qbXML response, it is " + parsed.element.Name());
+    });
+    for (const XmlElement& messages : parsed.element.Children()) {
+      At(messages, [&] {
+        if (messages.Name() != "QBXMLMsgsRs") Refuse(messages.Name() + " is no set of qbXML responses");
+      });
+      for (XmlElement answer = messages.FirstChild(); answer; answer = answer.NextSibling())
+        ReadAnswer(answer);
+    }
+  }
+
+ private:
+  void ReadAnswer(const XmlElement& answer) {
+    const std::string answerName = answer.Name();
+    if (answerName == "HostQueryRs") return;
+    At(answer, [&] {
+      if (!IsKnownAnswer(answerName)) Refuse(fmt::format("a company keeps nothing of {}", answerName));
+      CheckStatus(answer);
+    });
+    for (XmlElement element = answer.FirstChild(); element; element = element.NextSibling()) {
+      CompanyRecord record;
+      At(element, [&] {
+        record = ReadRecord(element);
+        if (!IsAnswerOf(answerName, *record.kind)) {
+          Refuse(fmt::format("{} is no record of {}", element.Name(), answerName));
+        }
+      });
+      receive(std::move(record));
+    }
+  }
+
+  std::string Located(long line, const std::string& reason) const {
+    return fmt::format("{}, line {}: {}", name, line, reason);
+  }
+
+  template <typename Reading>
+  void At(const XmlElement& element, Reading&& reading) const {
+    try {
+      std::forward<Reading>(reading)();
+    } catch (const Error& error) {
+      throw Error(error.Number(), Located(element.Line(), error.Description()));
+    }
+  }
+
+  std::string name;
+  const RecordReceiver& receive;
+};
+
+}  // namespace
+
+CompanyRecord ReadRecord(const XmlElement& element) {
+  CompanyRecord record;
+  record.kind = FindRecordKind(element.Name());
+  if (record.kind == nullptr) Refuse(fmt::format("a company keeps no {}", element.Name()));
+  if (record.kind->shape == RecordShape::ListEntry) ReadListEntry(element, record);
+  if (record.kind->shape == RecordShape::Transaction) ReadTransaction(element, record);
+  record.text = WriteRecordText(element);
+  return record;
+}
+
+void ReadDocument(std::string_view documentName, std::string_view bytes, const RecordReceiver& receive) {
+  DocumentReader(documentName, receive).Read(bytes);
+}
+
+}  // namespace krnqb::embedded

@@ -1,0 +1,102 @@
+#include "company/records/ledger.h"
+
+#include <fmt/format.h>
+
+namespace krnqb::embedded {
+namespace {
+
+std::int64_t Number(PostingTarget target) {
+  return static_cast<std::int64_t>(target);
+}
+
+// Each account is posted to by itself and through the items that name it. What is posted to one of these is
+// added up alone, along the index, before the accounts are: nothing has to be sorted.
+Statement PrepareSum(const Database& database, std::string_view days) {
+  return database.Prepare(fmt::format(
+      R"(WITH source (account, target, key, unit_cost) AS (
+           SELECT key, {account}, key, NULL FROM record WHERE account_type = ?1
+           UNION ALL
+           SELECT item_account.account, item_account.target, item_account.item, item_account.unit_cost
+             FROM record JOIN item_account ON item_account.account = record.key
+             WHERE record.account_type = ?1)
+         SELECT account, sum(amount) FROM (
+           SELECT account,
+                  (SELECT sum(CASE WHEN unit_cost IS NULL THEN posting.amount
+                                   ELSE CAST(round(posting.quantity * unit_cost) AS INTEGER) END)
+                     FROM posting
+                     WHERE posting.target = source.target AND posting.key = source.key AND {days}) AS amount
+             FROM source)
+           GROUP BY account)",
+      fmt::arg("account", Number(PostingTarget::Account)), fmt::arg("days", days)));
+}
+
+PostedAmounts Read(Statement& sums) {
+  PostedAmounts amounts;
+  while (sums.Step()) {
+    if (!sums.IsNothing(1)) amounts.emplace(sums.Text(0), sums.Integer(1));
+  }
+  sums.Reset();
+  return amounts;
+}
+
+}  // namespace
+
+LedgerWriter::LedgerWriter(const Database& database)
+    : removePostings(database.Prepare("DELETE FROM posting WHERE record_id = ?1")),
+      insertPosting(database.Prepare("INSERT INTO posting (record_id, number, target, key, txn_date, amount,"
+                                     " quantity) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7)")),
+      removeItemAccounts(database.Prepare("DELETE FROM item_account WHERE item = ?1")),
+      insertItemAccount(database.Prepare(
+          "INSERT INTO item_account (item, target, account, unit_cost) VALUES (?1, ?2, ?3, ?4)")) {}
+
+void LedgerWriter::PutPostings(std::int64_t recordId, std::string_view date,
+                               std::span<const Posting> postings) {
+  removePostings.Bind(1, recordId).Run();
+  insertPosting.Bind(1, recordId).Bind(5, date);
+  std::int64_t number = 0;
+  for (const Posting& posting : postings) {
+    insertPosting.Bind(2, ++number)
+        .Bind(3, Number(posting.target))
+        .Bind(4, posting.key)
+        .Bind(6, posting.amount)
+        .Bind(7, posting.quantity)
+        .Run();
+  }
+}
+
+void LedgerWriter::PutItemAccounts(std::string_view item, std::span<const ItemAccount> accounts) {
+  removeItemAccounts.Bind(1, item).Run();
+  insertItemAccount.Bind(1, item);
+  for (const ItemAccount& account : accounts) {
+    insertItemAccount.Bind(2, Number(account.target)).Bind(3, account.account);
+    if (account.unitCost) {
+      insertItemAccount.Bind(4, *account.unitCost);
+    } else {
+      insertItemAccount.BindNothing(4);
+    }
+    insertItemAccount.Run();
+  }
+}
+
+LedgerReader::LedgerReader(const Database& companyDatabase, std::string_view accountType)
+    : type(accountType),
+      between(PrepareSum(companyDatabase, "posting.txn_date BETWEEN ?2 AND ?3")),
+      after(PrepareSum(companyDatabase, "posting.txn_date > ?2")) {}
+
+PostedAmounts LedgerReader::Between(std::string_view firstDay, std::string_view lastDay) {
+  between.Bind(1, type).Bind(2, firstDay).Bind(3, lastDay);
+  return Read(between);
+}
+
+PostedAmounts LedgerReader::After(std::string_view day) {
+  after.Bind(1, type).Bind(2, day);
+  return Read(after);
+}
+
+std::optional<LedgerDays> ReadLedgerDays(const Database& database) {
+  Statement days = database.Prepare("SELECT min(txn_date), max(txn_date) FROM record");
+  if (!days.Step() || days.IsNothing(0)) return std::nullopt;
+  return LedgerDays{std::string(days.Text(0)), std::string(days.Text(1))};
+}
+
+}  // namespace krnqb::embedded

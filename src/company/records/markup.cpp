@@ -1,0 +1,62 @@
+#include "company/records/markup.h"
+
+#include <algorithm>
+
+namespace krnqb::embedded {
+namespace {
+
+// The position of the bracket that closes a tag: one inside an attribute's quotes does not.
+std::size_t TagEnd(std::string_view tag) {
+  char quote = 0;
+  for (std::size_t position = 0; position < tag.size(); ++position) {
+    const char character = tag[position];
+    if (quote != 0) {
+      if (character == quote) quote = 0;
+    } else if (character == '"' || character == '\'') {
+      quote = character;
+    } else if (character == '>') {
+      return position;
+    }
+  }
+  return tag.size();
+}
+
+}  // namespace
+
+Markup MarkupReader::Next() {
+  while (!rest.empty()) {
+    if (rest.front() != '<') {
+      const std::string_view text = rest.substr(0, rest.find('<'));
+      rest.remove_prefix(text.size());
+      return {MarkupKind::Text, text};
+    }
+    if (rest.starts_with("<![CDATA[")) return {MarkupKind::PlainText, TakeThrough("<![CDATA[", "]]>")};
+    if (rest.starts_with("</")) return {MarkupKind::EndTag, TakeThrough("</", ">")};
+    if (rest.starts_with("<!--")) {
+      TakeThrough("<!--", "-->");
+    } else if (rest.starts_with("<?")) {
+      TakeThrough("<?", "?>");
+    } else {
+      return TakeTag();
+    }
+  }
+  return {MarkupKind::End, {}};
+}
+
+std::string_view MarkupReader::TakeThrough(std::string_view begin, std::string_view end) {
+  rest.remove_prefix(begin.size());
+  const std::string_view inside = rest.substr(0, rest.find(end));
+  rest.remove_prefix(std::min(rest.size(), inside.size() + end.size()));
+  return inside;
+}
+
+Markup MarkupReader::TakeTag() {
+  rest.remove_prefix(1);
+  std::string_view tag = rest.substr(0, TagEnd(rest));
+  rest.remove_prefix(std::min(rest.size(), tag.size() + 1));
+  if (!tag.ends_with('/')) return {MarkupKind::StartTag, tag};
+  tag.remove_suffix(1);
+  return {MarkupKind::EmptyTag, tag};
+}
+
+}  // namespace krnqb::embedded

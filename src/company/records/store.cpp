@@ -1,0 +1,103 @@
+#include "company/records/store.h"
+
+#include "company/records/list_order.h"
+
+namespace krnqb::embedded {
+namespace {
+
+void BindOptional(Statement& statement, int parameter, const std::string& text) {
+  if (text.empty()) {
+    statement.BindNothing(parameter);
+  } else {
+    statement.Bind(parameter, text);
+  }
+}
+
+void BindColumns(Statement& statement, const CompanyRecord& record) {
+  statement.Bind(1, record.kind->family)
+      .Bind(2, record.key)
+      .Bind(3, record.kind->element)
+      .Bind(4, record.parentKey);
+  BindOptional(statement, 5, record.accountType);
+  BindOptional(statement, 6, record.date);
+  statement.Bind(7, static_cast<std::int64_t>(record.text.linesBegin))
+      .Bind(8, static_cast<std::int64_t>(record.text.linesEnd))
+      .Bind(9, record.text.xml);
+}
+
+std::size_t RankOf(std::string_view kind, std::string_view accountType) {
+  if (const auto order = AccountTypeOrder(accountType)) return *order;
+  const RecordKind* const known = FindRecordKind(kind);
+  return known == nullptr ? RecordKinds().size() : KindOrder(*known);
+}
+
+}  // namespace
+
+CompanyRecords::CompanyRecords(const Database& companyDatabase)
+    : database(companyDatabase),
+      find(database.Prepare("SELECT id FROM record WHERE family = ?1 AND key = ?2")),
+      insert(database.Prepare("INSERT INTO record (family, key, kind, parent_key, account_type, txn_date, "
+                              "lines_begin, lines_end, xml,"
+                              " id, position) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?10)")),
+      replace(database.Prepare("UPDATE record SET family = ?1, key = ?2, kind = ?3, parent_key = ?4, "
+                               "account_type = ?5, txn_date = ?6,"
+                               " lines_begin = ?7, lines_end = ?8, xml = ?9 WHERE id = ?10")),
+      ledger(database),
+      nextId(database.Integer("SELECT max(id) FROM record") + 1) {}
+
+PutResult CompanyRecords::Put(const CompanyRecord& record) {
+  if (record.kind->shape == RecordShape::ListEntry) touchedLists.emplace(record.kind->family);
+  find.Bind(1, record.kind->family).Bind(2, record.key);
+  const bool isThere = find.Step();
+  const std::int64_t id = isThere ? find.Integer(0) : nextId++;
+  find.Reset();
+  Statement& statement = isThere ? replace : insert;
+  BindColumns(statement, record);
+  statement.Bind(10, id).Run();
+  if (record.kind->shape == RecordShape::Transaction) ledger.PutPostings(id, record.date, record.postings);
+  if (record.kind->family == "Item") ledger.PutItemAccounts(record.key, record.itemAccounts);
+  return isThere ? PutResult::Replaced : PutResult::Added;
+}
+
+void CompanyRecords::OrderLists() {
+  for (const std::string& family : touchedLists) OrderList(family);
+  touchedLists.clear();
+}
+
+void CompanyRecords::OrderList(const std::string& family) {
+  std::vector<ListEntry> entries;
+  std::vector<std::pair<std::int64_t, std::int64_t>> idsAndPositions;
+  Statement list = database.Prepare(
+      "SELECT id, position, key, parent_key, kind, account_type FROM record WHERE family = ?1 ORDER BY id");
+  for (list.Bind(1, family); list.Step();) {
+    idsAndPositions.emplace_back(list.Integer(0), list.Integer(1));
+    entries.push_back(
+        {std::string(list.Text(2)), std::string(list.Text(3)), RankOf(list.Text(4), list.Text(5))});
+  }
+
+  Statement move = database.Prepare("UPDATE record SET position = ?2 WHERE id = ?1");
+  std::int64_t position = 0;
+  for (const std::size_t entry : ListOrder(entries)) {
+    const auto [id, oldPosition] = idsAndPositions[entry];
+    if (++position != oldPosition) move.Bind(1, id).Bind(2, position).Run();
+  }
+}
+
+std::vector<RecordCount> CountRecords(const Database& database) {
+  std::vector<RecordCount> counts;
+  Statement count = database.Prepare("SELECT count(*) FROM record WHERE kind = ?1");
+  for (const RecordKind& kind : RecordKinds()) {
+    count.Reset();
+    if (count.Bind(1, kind.element).Step() && count.Integer(0) > 0) {
+      counts.push_back({std::string(kind.element), count.Integer(0)});
+    }
+  }
+  return counts;
+}
+
+std::string ReadSetting(const Database& database, std::string_view family) {
+  Statement setting = database.Prepare("SELECT xml FROM record WHERE family = ?1");
+  return setting.Bind(1, family).Step() ? std::string(setting.Text(0)) : std::string();
+}
+
+}  // namespace krnqb::embedded

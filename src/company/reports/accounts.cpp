@@ -1,0 +1,60 @@
+#include "company/reports/accounts.h"
+
+#include <unordered_map>
+
+#include "company/records/amount.h"
+#include "company/records/store.h"
+#include "company/records/truth.h"
+#include "xml/parser.h"
+
+namespace krnqb::embedded {
+namespace {
+
+constexpr std::string_view numberSeparator = " \u00B7 ";
+
+std::string TextOf(const XmlElement& element) {
+  return element ? element.Text() : std::string();
+}
+
+bool UsesAccountNumbers(const Database& database) {
+  const XmlElement preferences = ParseXmlText(ReadSetting(database, "Preferences")).element;
+  return IsTrue(TextOf(preferences.Child("AccountingPreferences").Child("IsUsingAccountNumbers")));
+}
+
+std::string LabelOf(const XmlElement& record, bool withNumber) {
+  const std::string number = withNumber ? TextOf(record.Child("AccountNumber")) : std::string();
+  const std::string name = TextOf(record.Child("Name"));
+  return number.empty() ? name : number + std::string(numberSeparator) + name;
+}
+
+}  // namespace
+
+ReportAccounts ReadReportAccounts(const Database& database, std::string_view accountType) {
+  const bool withNumbers = UsesAccountNumbers(database);
+  ReportAccounts list;
+  std::unordered_map<std::string, std::size_t> positions;
+  Statement records =
+      database.Prepare("SELECT key, parent_key, xml FROM record WHERE account_type = ?1 ORDER BY position");
+  for (records.Bind(1, accountType); records.Step();) {
+    const XmlElement record = ParseXmlText(records.Text(2)).element;
+    ReportAccount account;
+    account.key = records.Text(0);
+    account.label = account.fullName = LabelOf(record, withNumbers);
+    account.balance = Hundredths(TextOf(record.Child("Balance"))).value_or(0);
+    const std::size_t position = list.accounts.size();
+    // Only an account that came before is a parent: a list whose parents run in a circle has a top
+    // nevertheless.
+    if (const auto parent = positions.find(std::string(records.Text(1))); parent != positions.end()) {
+      ReportAccount& above = list.accounts[parent->second];
+      account.fullName = above.fullName + ":" + account.label;
+      above.children.push_back(position);
+    } else {
+      list.topLevel.push_back(position);
+    }
+    positions.emplace(account.key, position);
+    list.accounts.push_back(std::move(account));
+  }
+  return list;
+}
+
+}  // namespace krnqb::embedded

@@ -1,0 +1,122 @@
+#include "company/reports/summary.h"
+
+#include <fmt/format.h>
+
+#include <numeric>
+
+#include "company/records/ledger.h"
+#include "company/reports/accounts.h"
+#include "company/reports/period.h"
+
+namespace krnqb::embedded {
+namespace {
+
+constexpr int unsupportedMessage = 1030;
+constexpr int invalidDateRange = 3030;
+constexpr int invalidFieldValue = 3210;
+
+constexpr std::string_view wholeTime = "All Transactions";
+
+// What each account of a list shows of its own.
+using OwnAmounts = std::vector<std::optional<RowAmounts>>;
+
+std::int64_t Shown(std::int64_t amount, const ReportLayout& layout) {
+  return layout.normalSide == NormalSide::Debit ? amount : -amount;
+}
+
+ReportPeriod MonthsAsked(const Database& database, const CompanyRequest& request) {
+  std::string firstDay = request.fromDate;
+  std::string lastDay = request.toDate;
+  if (firstDay.empty() || lastDay.empty()) {
+    const std::optional<LedgerDays> days = ReadLedgerDays(database);
+    if (!days) return {std::string(wholeTime), {}};
+    if (firstDay.empty()) firstDay = FirstDayOfMonth(days->first);
+    if (lastDay.empty()) lastDay = LastDayOfMonth(days->last);
+  }
+  ReportPeriod period = MonthsBetween(firstDay, lastDay);
+  if (period.columns.empty()) period.subtitle = wholeTime;
+  return period;
+}
+
+ReportPeriod DayAsked(const CompanyRequest& request) {
+  if (!request.toDate.empty()) return AsOf(request.toDate);
+  return {std::string(wholeTime), {{"TOTAL", {}, {}}}};
+}
+
+OwnAmounts AmountsByMonth(const Database& database, const ReportLayout& layout, const ReportAccounts& list,
+                          const ReportPeriod& period) {
+  OwnAmounts amounts(list.accounts.size());
+  LedgerReader ledger(database, layout.accountType);
+  for (std::size_t column = 0; column < period.columns.size(); ++column) {
+    const ReportColumn& month = period.columns[column];
+    const PostedAmounts posted = ledger.Between(month.firstDay, month.lastDay);
+    for (std::size_t account = 0; account < list.accounts.size(); ++account) {
+      const auto found = posted.find(list.accounts[account].key);
+      if (found == posted.end()) continue;
+      std::optional<RowAmounts>& own = amounts[account];
+      if (!own) own.emplace(period.columns.size());
+      own->at(column) = Shown(found->second, layout);
+    }
+  }
+  return amounts;
+}
+
+OwnAmounts BalancesAsOf(const Database& database, const ReportLayout& layout, const ReportAccounts& list,
+                        const std::string& day) {
+  OwnAmounts amounts(list.accounts.size());
+  const PostedAmounts later =
+      day.empty() ? PostedAmounts() : LedgerReader(database, layout.accountType).After(day);
+  for (std::size_t account = 0; account < list.accounts.size(); ++account) {
+    const auto found = later.find(list.accounts[account].key);
+    const std::int64_t postedLater = found == later.end() ? 0 : Shown(found->second, layout);
+    const std::int64_t balance = list.accounts[account].balance - postedLater;
+    if (balance != 0) amounts[account] = RowAmounts{balance};
+  }
+  return amounts;
+}
+
+void AddTotals(OwnAmounts& amounts) {
+  for (std::optional<RowAmounts>& own : amounts) {
+    if (own) own->push_back(std::accumulate(own->begin(), own->end(), std::int64_t{0}));
+  }
+}
+
+}  // namespace
+
+std::optional<ReportRefusal> FindReportRefusal(const CompanyRequest& request) {
+  if (!FindReportKind(request.reportType) || request.accountTypeFilter.empty() ||
+      request.columns != "Month") {
+    return ReportRefusal{unsupportedMessage, "This request is not supported."};
+  }
+  if (!FilteredAccountType(request.accountTypeFilter)) {
+    return ReportRefusal{invalidFieldValue,
+                         fmt::format(R"(The "AccountTypeFilter" field has an invalid value "{}".)",
+                                     request.accountTypeFilter)};
+  }
+  if (!request.fromDate.empty() && !request.toDate.empty() && request.fromDate > request.toDate) {
+    return ReportRefusal{invalidDateRange, "Invalid date range: From date is greater than To date."};
+  }
+  return std::nullopt;
+}
+
+SummaryReport ComputeReport(const Database& database, const CompanyRequest& request) {
+  const bool isBalanceSheet = FindReportKind(request.reportType) == ReportKind::BalanceSheet;
+  const ReportPeriod period = isBalanceSheet ? DayAsked(request) : MonthsAsked(database, request);
+  SummaryReport report{isBalanceSheet ? "Balance Sheet" : "Profit & Loss", period.subtitle, {}, {}};
+  for (const ReportColumn& column : period.columns) report.columnTitles.push_back(column.title);
+  const bool hasTotals = period.columns.size() > 1;
+  if (hasTotals) report.columnTitles.emplace_back("TOTAL");
+
+  const ReportLayout* const layout =
+      FindReportLayout(isBalanceSheet ? ReportKind::BalanceSheet : ReportKind::ProfitAndLoss,
+                       FilteredAccountType(request.accountTypeFilter).value_or(""));
+  if (layout == nullptr) return report;
+  const ReportAccounts list = ReadReportAccounts(database, layout->accountType);
+  OwnAmounts amounts = isBalanceSheet ? BalancesAsOf(database, *layout, list, request.toDate)
+                                      : AmountsByMonth(database, *layout, list, period);
+  if (hasTotals) AddTotals(amounts);
+  report.rows = BuildReportRows(*layout, list, amounts, report.columnTitles.size());
+  return report;
+}
+
+}  // namespace krnqb::embedded

@@ -1,0 +1,50 @@
+#include "files/fault.h"
+
+#include <fmt/format.h>
+
+#include <cerrno>
+
+namespace krnqb::embedded {
+
+std::error_code LastSystemError() noexcept {
+  return {errno, std::generic_category()};
+}
+
+std::string_view FileAdvice(std::error_code reason) noexcept {
+  switch (reason.value()) {
+    case ENOSPC:
+    case EDQUOT:
+      return "make room on the disk and try again";
+    case EACCES:
+    case EPERM:
+      return "make sure that you have the right to it and to its folder";
+    case EROFS:
+      return "copy the plan to a disk that can be written";
+    case ENOENT:
+    case ENOTDIR:
+      return "check the path";
+    case EISDIR:
+      return "name a file instead of a folder";
+    case ELOOP:
+      return "check the symbolic links of the path";
+    case ENAMETOOLONG:
+      return "give the file a shorter name";
+    case EBUSY:
+      return "wait until the other program has ended and try again";
+    default:
+      return "check the disk and try again";
+  }
+}
+
+Error FileError(std::string_view failure, const std::filesystem::path& file, std::error_code reason) {
+  return Error(error_number::unspecified,
+               fmt::format("{} {}: {}; {}", failure, file.string(), reason.message(), FileAdvice(reason)));
+}
+
+std::filesystem::path BesideFile(const std::filesystem::path& file, std::string_view suffix) {
+  std::filesystem::path beside = file;
+  beside += suffix;
+  return beside;
+}
+
+}  // namespace krnqb::embedded

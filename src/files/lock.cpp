@@ -1,0 +1,39 @@
+#include "files/lock.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/file.h>
+
+#include <cerrno>
+
+#include "files/fault.h"
+#include "files/followed_path.h"
+#include "krnqb/error.h"
+
+namespace krnqb::embedded {
+namespace {
+
+FileDescriptor OpenLockFile(const std::filesystem::path& lockFile) {
+  FileDescriptor opened = FileDescriptor::Open(lockFile, O_RDWR | O_CREAT, 0666);
+  // Another person's lock file may be claimed without the right to write in it.
+  if (!opened && (errno == EACCES || errno == EROFS)) {
+    opened = FileDescriptor::Open(lockFile, O_RDONLY);
+  }
+  if (!opened) throw FileError("cannot lock the plan with", lockFile, LastSystemError());
+  return opened;
+}
+
+}  // namespace
+
+PlanLock::PlanLock(const std::filesystem::path& plan)
+    : claimed(OpenLockFile(BesideFile(FollowedPlanPath(plan), ".lock"))) {
+  if (::flock(claimed.Number(), LOCK_EX | LOCK_NB) == 0) return;
+  if (errno != EWOULDBLOCK) throw FileError("cannot lock the plan", plan, LastSystemError());
+  throw Error(
+      error_number::unspecified,
+      fmt::format("cannot import into the plan {}: another import is changing it; wait until that import has "
+                  "ended and try again",
+                  plan.string()));
+}
+
+}  // namespace krnqb::embedded

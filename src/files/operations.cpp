@@ -1,0 +1,168 @@
+#include "files/operations.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+
+#include "files/fault.h"
+
+namespace krnqb::embedded {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr mode_t permissionBits = 07777;
+
+std::error_code Success() noexcept {
+  return {};
+}
+std::error_code SystemError(int number) noexcept {
+  return {number, std::generic_category()};
+}
+
+FileDescriptor CreateOnly(const fs::path& file, mode_t mode) {
+  return FileDescriptor::Open(file, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
+}
+
+bool Claim(const FileDescriptor& file) noexcept {
+  return ::flock(file.Number(), LOCK_EX | LOCK_NB) == 0;
+}
+
+// A process that was killed has lost its claim, so whoever gets it may take the file away.
+std::error_code RemoveUnlessClaimed(const fs::path& file) {
+  const FileDescriptor present = FileDescriptor::Open(file, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+  if (present && !Claim(present)) return SystemError(EBUSY);
+  if (!present && errno == EACCES) return LastSystemError();  // nobody can tell whether it is claimed
+  return ::unlink(file.c_str()) == 0 || errno == ENOENT ? Success() : LastSystemError();
+}
+
+// Between creating a file and claiming it another process may have taken it for one that was left behind.
+bool StillNamed(const FileDescriptor& file, const fs::path& name) noexcept {
+  struct stat opened {};
+  struct stat named {};
+  return ::fstat(file.Number(), &opened) == 0 && ::lstat(name.c_str(), &named) == 0 &&
+         opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+}
+
+std::error_code ClaimNew(const FileDescriptor& created, const fs::path& name) {
+  if (Claim(created)) return StillNamed(created, name) ? Success() : SystemError(EBUSY);
+  if (errno == EWOULDBLOCK) return SystemError(EBUSY);
+  const std::error_code failure = LastSystemError();
+  ::unlink(name.c_str());
+  return failure;
+}
+
+std::error_code CopyContents(const FileDescriptor& from, const FileDescriptor& to,
+                             SystemFileOperations& system) {
+  std::array<char, 65536> part{};
+  for (;;) {
+    const ssize_t length = ::read(from.Number(), part.data(), part.size());
+    if (length == 0) return Success();
+    if (length < 0 && errno == EINTR) continue;
+    if (length < 0) return LastSystemError();
+    const std::string_view contents(part.data(), static_cast<std::size_t>(length));
+    if (const std::error_code failure = system.SystemFileOperations::Write(to, contents)) return failure;
+  }
+}
+
+std::error_code CopyFile(const fs::path& from, const fs::path& to, SystemFileOperations& system) {
+  const FileDescriptor source = FileDescriptor::Open(from, O_RDONLY);
+  if (!source) return LastSystemError();
+  const FileDescriptor copy = CreateOnly(to, 0600);
+  if (!copy) return LastSystemError();
+  if (const std::error_code failure = CopyContents(source, copy, system)) return failure;
+  if (const std::error_code failure = system.SystemFileOperations::KeepOwnerAndMode(copy, from)) {
+    return failure;
+  }
+  return system.SystemFileOperations::Sync(copy);
+}
+
+}  // namespace
+
+std::error_code SystemFileOperations::CheckWritable(const fs::path& file) {
+  return ::faccessat(AT_FDCWD, file.c_str(), W_OK, AT_EACCESS) == 0 ? Success() : LastSystemError();
+}
+
+std::error_code SystemFileOperations::CreateTemporary(const fs::path& temporary, mode_t mode,
+                                                      FileDescriptor& file) {
+  FileDescriptor created = CreateOnly(temporary, mode);
+  if (!created && errno == EEXIST) {
+    if (const std::error_code failure = RemoveUnlessClaimed(temporary)) return failure;
+    created = CreateOnly(temporary, mode);
+  }
+  if (!created) return errno == EEXIST ? SystemError(EBUSY) : LastSystemError();
+  const std::error_code failure = ClaimNew(created, temporary);
+  if (!failure) file = std::move(created);
+  return failure;
+}
+
+std::error_code SystemFileOperations::KeepOwnerAndMode(const FileDescriptor& file, const fs::path& pattern) {
+  struct stat kept {};
+  if (::stat(pattern.c_str(), &kept) != 0) return LastSystemError();
+  // Only an administrator may give a file away, but the group alone may still be kept. A change of owner
+  // resets some of the permissions, so they come last.
+  const bool keptOwner = ::fchown(file.Number(), kept.st_uid, kept.st_gid) == 0 ||
+                         ::fchown(file.Number(), static_cast<uid_t>(-1), kept.st_gid) == 0;
+  static_cast<void>(keptOwner);
+  return ::fchmod(file.Number(), kept.st_mode & permissionBits) == 0 ? Success() : LastSystemError();
+}
+
+std::error_code SystemFileOperations::Write(const FileDescriptor& file, std::string_view contents) {
+  while (!contents.empty()) {
+    const ssize_t written = ::write(file.Number(), contents.data(), contents.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) return LastSystemError();
+    contents.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return Success();
+}
+
+std::error_code SystemFileOperations::Sync(const FileDescriptor& file) {
+  return ::fsync(file.Number()) == 0 ? Success() : LastSystemError();
+}
+
+std::error_code SystemFileOperations::KeepPrevious(const fs::path& file, const fs::path& backup) {
+  const fs::path unfinished = BesideFile(backup, ".tmp");
+  Remove(unfinished);
+  std::error_code failure = AddName(file, unfinished);
+  if (failure) failure = CopyFile(file, unfinished, *this);
+  if (!failure) failure = SystemFileOperations::Rename(unfinished, backup);
+  // Also after success: renaming one name of a file to another name of the same file leaves both.
+  Remove(unfinished);
+  return failure;
+}
+
+std::error_code SystemFileOperations::Rename(const fs::path& from, const fs::path& to) {
+  return ::rename(from.c_str(), to.c_str()) == 0 ? Success() : LastSystemError();
+}
+
+std::error_code SystemFileOperations::RenameToNew(const fs::path& from, const fs::path& to) {
+  const std::error_code failure = AddName(from, to);
+  if (!failure) Remove(from);
+  if (!failure || failure == std::errc::file_exists) return failure;
+  // No second names on this file system: it may still know a renaming that replaces nothing.
+  const int renamed = ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE);
+  return renamed == 0 ? Success() : LastSystemError();
+}
+
+std::error_code SystemFileOperations::SyncFolder(const fs::path& folder) {
+  const FileDescriptor opened = FileDescriptor::Open(folder, O_RDONLY | O_DIRECTORY);
+  if (!opened) return LastSystemError();
+  // Some file systems keep their names safe by themselves and refuse the call.
+  return ::fsync(opened.Number()) == 0 || errno == EINVAL ? Success() : LastSystemError();
+}
+
+std::error_code SystemFileOperations::AddName(const fs::path& file, const fs::path& name) {
+  return ::link(file.c_str(), name.c_str()) == 0 ? Success() : LastSystemError();
+}
+
+void SystemFileOperations::Remove(const fs::path& file) noexcept {
+  ::unlink(file.c_str());
+}
+
+}  // namespace krnqb::embedded

@@ -1,0 +1,97 @@
+#include "import/amounts/balances.h"
+
+#include <array>
+#include <span>
+
+#include "import/amounts/expense_transactions.h"
+#include "import/amounts/sales_transactions.h"
+#include "import/amounts/transaction_query.h"
+#include "import/progress.h"
+#include "plan/months.h"
+#include "qbxml/request_catalogue.h"
+#include "support/error_handling.h"
+#include "support/number_text.h"
+
+namespace krnqb {
+namespace {
+
+using ReadTransactions = void (*)(ImportContext&, const TransactionQuery&);
+
+// One of the two passes over twelve months.
+struct MonthlyPass {
+  std::string_view operation;
+  std::string_view progressText;
+  std::span<const std::int32_t> kinds;
+  ReadTransactions read;
+};
+
+constexpr std::array expenseKinds = {request_number::bills, request_number::checks,
+                                     request_number::creditCardCharges};
+constexpr std::array incomeKinds = {request_number::invoices, request_number::salesReceipts};
+
+Place In(std::string_view operation) {
+  return Place{.operation = std::string(operation), .request = {}, .fromDate = {}, .toDate = {}};
+}
+
+void ReadMonths(ImportContext& context, const MonthlyPass& pass, std::int16_t startMonth,
+                std::int16_t startYear) {
+  std::int16_t month = 0;
+  std::int16_t year = 0;
+  for (std::int16_t step = 1; step <= cSubtotals::monthCount; ++step) {
+    context.events.ProgressBarChange(RoundedPercent(step, cSubtotals::monthCount), pass.progressText);
+    StepMonth(step, month, year, startMonth, startYear, context.state.options.period);
+    const DateRange range = MonthRange(month, year);
+    for (const std::int32_t kind : pass.kinds) {
+      pass.read(context, {.kind = kind,
+                          .request = BuildRequest(kind, range.fromDate, range.toDate),
+                          .month = step,
+                          .range = range});
+    }
+  }
+}
+
+// Only accounts that QuickBooks itself counts as top-level by number: "0.0" is one too.
+constexpr auto topLevelExpenseAccounts = "//AccountRet[AccountType = \"Expense\" and Sublevel = 0]";
+
+void SpreadBalance(SubtotalCollection& subtotals, const XmlElement& account, std::int16_t months) {
+  const XmlElement balanceElement = account.Child("Balance");
+  const XmlElement name = account.Child("Name");
+  if (!balanceElement || !name) return;
+  const double balance = LeadingNumber(balanceElement.Text());
+  if (balance == 0) return;
+  cSubtotals* const subtotal = subtotals.Find(name.Text());
+  if (subtotal == nullptr || subtotal->Total() != 0) return;
+  for (std::int16_t month = 1; month <= months; ++month) subtotal->SubTotal(month, balance / months);
+}
+
+}  // namespace
+
+void ImportExpenseBalances(ImportContext& context, std::int16_t startMonth, std::int16_t startYear) {
+  const MonthlyPass pass{"ImportExpenseBalances", "Importing expense balances...", expenseKinds,
+                         ReadExpenseTransactions};
+  EndOnError(context.observer, In(pass.operation), [&] {
+    context.state.billableExpenses.emplace();
+    ReadMonths(context, pass, startMonth, startYear);
+    SpreadExpenseBalances(context);
+  });
+}
+
+void ImportIncomeBalances(ImportContext& context, std::int16_t startMonth, std::int16_t startYear) {
+  const MonthlyPass pass{"ImportIncomeBalances", "Importing income balances...", incomeKinds,
+                         ReadSalesTransactions};
+  EndOnError(context.observer, In(pass.operation), [&] { ReadMonths(context, pass, startMonth, startYear); });
+}
+
+void SpreadExpenseBalances(ImportContext& context) {
+  EndOnError(context.observer, In("SpreadExpenseBalances"), [&] {
+    auto& subtotals = context.state.expenseSubtotals;
+    const std::int16_t activity = MonthsOfActivity(subtotals ? &*subtotals : nullptr);
+    const std::int16_t months = activity == 0 ? cSubtotals::monthCount : activity;
+    for (const XmlElement& account :
+         context.state.expenseAccounts.Element().SelectAll(topLevelExpenseAccounts)) {
+      if (subtotals) SpreadBalance(*subtotals, account, months);
+    }
+  });
+}
+
+}  // namespace krnqb

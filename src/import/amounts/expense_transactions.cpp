@@ -1,0 +1,112 @@
+#include "import/amounts/expense_transactions.h"
+
+#include "import/amounts/transaction_reading.h"
+#include "qbxml/request_catalogue.h"
+#include "support/error_handling.h"
+#include "support/number_text.h"
+
+namespace krnqb {
+namespace {
+
+using Field = TransactionLine::Field;
+
+std::string_view ResponseName(std::int32_t kind) {
+  switch (kind) {
+    case request_number::bills:
+      return "BillQueryRs";
+    case request_number::checks:
+      return "CheckQueryRs";
+    default:
+      return "CreditCardChargeQueryRs";
+  }
+}
+
+// An expense line names its account, an item line its item, whose expense side it posts to.
+std::string_view AccountOf(LineBooking& booking, const TransactionLine& line) {
+  if (line.element == "ExpenseLineRet") {
+    if (line.accountId.value_or("").empty()) booking.TellSkipped(line, SkipReason::NoAccount, {});
+    return line.accountId.value_or("");
+  }
+  const std::string_view item = line.itemId.value_or("");
+  if (item.empty()) {
+    booking.TellSkipped(line, SkipReason::NoItem, {});
+    return {};
+  }
+  const ItemList& items = booking.context.state.itemListDocument;
+  const std::string_view account = items.ItemAccount(item, ItemSide::Expense, booking.context.observer);
+  if (account.empty()) booking.TellSkipped(line, SkipReason::ItemWithoutAccount, item);
+  return account;
+}
+
+void BookExpense(LineBooking& booking, const TransactionLine& line) {
+  const double amount = booking.AmountOf(line);
+  if (amount == 0) return;
+  const std::string_view account = AccountOf(booking, line);
+  if (account.empty()) return;
+  if (booking.AddTo(AccountGroup::Expense, account, amount, line)) return;
+  if (booking.AddTo(AccountGroup::Income, account, -amount, line)) return;
+  booking.TellSkipped(line, SkipReason::AccountInNoList, account);
+}
+
+// The customer and the amount's very text: an amount written differently is another one.
+std::string BillableKey(const Field& customerId, const Field& amount) {
+  return customerId && amount ? std::string(*customerId) + "," + std::string(*amount) : std::string();
+}
+
+// An item line counts here with the income side of its item: what its sale would post to.
+std::string BillableAccount(LineBooking& booking, const TransactionLine& line) {
+  const std::string_view account = line.accountId.value_or("");
+  if (!account.empty()) return std::string(account);
+  if (!line.itemId) return {};
+  const ItemList& items = booking.context.state.itemListDocument;
+  return items.ItemAccount(*line.itemId, ItemSide::Income, booking.context.observer);
+}
+
+void RecordBillable(LineBooking& booking, const TransactionLine& line) {
+  const std::string key = BillableKey(line.customerId, line.amount);
+  const std::string account = BillableAccount(booking, line);
+  if (key.empty() || account.empty()) return;
+  SkipOnError(booking.context.observer, booking.place, [&] {
+    auto& billable = booking.context.state.billableExpenses;
+    if (!billable) throw Error(error_number::objectNotSet);
+    if (billable->Find(key) != nullptr) {
+      booking.TellSkipped(line, SkipReason::DuplicateBillableKey, account);
+    } else {
+      billable->Add(account, key);
+    }
+  });
+}
+
+}  // namespace
+
+void ReadExpenseTransactions(ImportContext& context, const TransactionQuery& query) {
+  LineBooking booking(context, query, "ReadExpenseTransactions");
+  Variant answer;
+  SkipOnError(context.observer, booking.place, [&] { answer = context.session.QbSerialize(query.request); });
+  const LineSelection selection{ResponseName(query.kind), LinePlaces::DirectChildren, {}};
+  const TransactionLines read = ReadTransactionLines(answer, selection, context.observer, booking.place);
+  for (const TransactionLine& line : read.lines) {
+    if (line.insideItemGroup) {
+      booking.TellSkipped(line, SkipReason::InsideItemGroup, line.itemId.value_or(""));
+      continue;
+    }
+    BookExpense(booking, line);
+    if (line.hasCustomer) RecordBillable(booking, line);
+  }
+}
+
+bool OffsetBilledExpense(LineBooking& booking, const TransactionLine& line) {
+  // A line of a group finds its customer two levels up.
+  const Field& customerId = line.parentCustomerId ? line.parentCustomerId : line.grandparentCustomerId;
+  const std::string key = BillableKey(customerId, line.amount);
+  const auto& billable = booking.context.state.billableExpenses;
+  const std::string* const account = billable && !key.empty() ? billable->Find(key) : nullptr;
+  if (account == nullptr || account->empty()) return false;
+  bool offset = false;
+  EndOnError(booking.context.observer, booking.query.At("OffsetBilledExpense"), [&] {
+    offset = booking.AddTo(AccountGroup::Expense, *account, -RequireDouble(*line.amount), line);
+  });
+  return offset;
+}
+
+}  // namespace krnqb

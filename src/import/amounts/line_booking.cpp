@@ -1,0 +1,82 @@
+#include "import/amounts/line_booking.h"
+
+#include "qbxml/response_element.h"
+#include "support/error_handling.h"
+#include "support/number_text.h"
+
+namespace krnqb {
+
+double LineBooking::AmountOf(const TransactionLine& line) {
+  const std::optional<double> amount = line.amount ? ConvertToDouble(*line.amount) : std::nullopt;
+  if (!amount) TellSkipped(line, SkipReason::AmountIsNoNumber, {});
+  return amount.value_or(0);
+}
+
+bool LineBooking::AddTo(AccountGroup group, std::string_view accountId, double amount,
+                        const TransactionLine& line) {
+  const std::string& name = TopLevelName(group, accountId);
+  if (name.empty()) return false;
+  auto& subtotals = SubtotalsOf(context.state, group);
+  cSubtotals* const subtotal = subtotals ? subtotals->Find(name) : nullptr;
+  if (subtotal == nullptr) {
+    TellSkipped(line, SkipReason::NoSubtotal, name);
+    return true;
+  }
+  if (!SkipOnError(context.observer, place, [&] { subtotal->AddToSubTotal(query.month, amount); })) {
+    TellSkipped(line, SkipReason::SubtotalOutOfRange, name);
+  }
+  return true;
+}
+
+void LineBooking::TellSkipped(const TransactionLine& line, SkipReason reason, std::string_view account) {
+  context.observer.Notify(Notice{.kind = NoticeKind::AmountSkipped,
+                                 .place = place,
+                                 .number = 0,
+                                 .severity = {},
+                                 .description = {},
+                                 .skipped = Skipped{.reason = reason,
+                                                    .transactionId = std::string(line.transactionId),
+                                                    .transactionDate = std::string(line.transactionDate),
+                                                    .source = std::string(line.element),
+                                                    .account = std::string(account),
+                                                    .amount = std::string(line.amount.value_or(""))}});
+}
+
+const std::string& LineBooking::TopLevelName(AccountGroup group, std::string_view accountId) const {
+  return TopLevelAccountName(AccountsOf(context.state, group), accountId, context.observer);
+}
+
+const CostOfSale& LineBooking::CostOfSaleIn(const std::string& marker) {
+  if (const auto found = costs.find(marker); found != costs.end()) return found->second;
+  const XmlElement element = ResponseElement(marker, {});
+  if (!element) throw Error(error_number::objectNotSet);
+  const auto attribute = [&](std::string_view name) { return element.Attribute(name).value_or(""); };
+  CostOfSale cost{attribute("cogsid"), attribute("workid"), attribute("averagecost")};
+  return costs.emplace(marker, std::move(cost)).first->second;
+}
+
+const AccountList& AccountsOf(const ImportState& state, AccountGroup group) {
+  switch (group) {
+    case AccountGroup::Income:
+      return state.incomeAccounts;
+    case AccountGroup::CostOfGoods:
+      return state.costAccounts;
+    case AccountGroup::Expense:
+      break;
+  }
+  return state.expenseAccounts;
+}
+
+std::optional<SubtotalCollection>& SubtotalsOf(ImportState& state, AccountGroup group) {
+  switch (group) {
+    case AccountGroup::Income:
+      return state.incomeSubtotals;
+    case AccountGroup::CostOfGoods:
+      return state.costSubtotals;
+    case AccountGroup::Expense:
+      break;
+  }
+  return state.expenseSubtotals;
+}
+
+}  // namespace krnqb

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "import/amounts/transaction_line.h"
+#include "import/amounts/transaction_query.h"
+#include "import/context.h"
+#include "import/lists/account_list.h"
+
+namespace krnqb {
+
+/// What a cost-of-goods marker says.
+struct CostOfSale {
+  std::string costAccount;
+  std::string incomeAccount;
+  std::string averageCost;
+};
+
+/// Books the amounts of one query's lines: what `ReadExpenseTransactions` and `ReadSalesTransactions` share.
+class LineBooking {
+ public:
+  /// Both outlive the booking.
+  LineBooking(ImportContext& importContext, const TransactionQuery& transactionQuery,
+              std::string_view operationName)
+      : context(importContext),
+        query(transactionQuery),
+        place(transactionQuery.At(std::string(operationName))) {}
+
+  /// The line's amount; 0, told to the observer, when it has none that is a number.
+  double AmountOf(const TransactionLine& line);
+
+  /// Adds an amount to the month of the top-level account above an account. False when the group's list does
+  /// not hold the account; a missing subtotal or a sum out of range is told to the observer.
+  bool AddTo(AccountGroup group, std::string_view accountId, double amount, const TransactionLine& line);
+
+  void TellSkipped(const TransactionLine& line, SkipReason reason, std::string_view account);
+
+  const std::string& TopLevelName(AccountGroup group, std::string_view accountId) const;
+
+  /// Reads a marker, each once: many lines sell the same item. Error 91 when it is no element.
+  const CostOfSale& CostOfSaleIn(const std::string& marker);
+
+  ImportContext& context;
+  const TransactionQuery& query;
+  const Place place;
+
+ private:
+  std::unordered_map<std::string, CostOfSale> costs;
+};
+
+/// The list and the subtotals of an account group.
+const AccountList& AccountsOf(const ImportState& state, AccountGroup group);
+std::optional<SubtotalCollection>& SubtotalsOf(ImportState& state, AccountGroup group);
+
+}  // namespace krnqb

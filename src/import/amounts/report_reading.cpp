@@ -1,0 +1,182 @@
+#include "import/amounts/report_reading.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <unordered_set>
+
+#include "import/progress.h"
+#include "qbxml/request_catalogue.h"
+#include "qbxml/response_element.h"
+#include "support/number_text.h"
+
+namespace krnqb {
+namespace {
+
+constexpr auto accountRows = "//RowData[@rowType=\"account\"]";
+
+constexpr std::array<std::string_view, 12> balanceSheetTypes = {
+    "Bank",         "AccountsReceivable", "OtherAsset", "OtherCurrentAsset",     "FixedAsset",
+    "Depreciation", "AccountsPayable",    "CreditCard", "OtherCurrentLiability", "LongTermLiability",
+    "Equity",       "RetainedEarnings"};
+
+std::string_view Trimmed(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+// Tells what a person should know of a report's rows; it changes nothing of what is added.
+class RowTelling {
+ public:
+  RowTelling(Observer& toldObserver, const Place& toldPlace) : observer(toldObserver), place(toldPlace) {}
+
+  void Added(const std::string& name) {
+    if (!names.insert(FoldedKey(name)).second) Tell(NoticeKind::AccountInSeveralRows, name);
+  }
+
+  void Columns(const std::vector<XmlElement>& columns, const std::string& name) {
+    for (std::size_t index = 0; index < columns.size(); ++index) {
+      const std::optional<std::string> number = columns[index].Attribute("colID");
+      if (!number || *number == fmt::format("{}", index + 1)) continue;
+      Tell(NoticeKind::ColumnsOutOfStep, name);
+      return;
+    }
+  }
+
+  void NoSubtotal(const std::string& name, const std::vector<XmlElement>& columns, std::size_t amountCount) {
+    double sum = 0;
+    for (std::size_t column = 1; column <= amountCount && column < columns.size(); ++column) {
+      // Telling must not fail where the row itself would only be passed over.
+      sum += ConvertToDouble(columns[column].Attribute("value").value_or("")).value_or(0);
+    }
+    if (sum == 0) return;
+    observer.Notify(Notice{.kind = NoticeKind::AmountSkipped,
+                           .place = place,
+                           .number = 0,
+                           .severity = {},
+                           .description = {},
+                           .skipped = Skipped{.reason = SkipReason::NoSubtotal,
+                                              .transactionId = {},
+                                              .transactionDate = {},
+                                              .source = name,
+                                              .account = name,
+                                              .amount = GeneralNumberText(sum)}});
+  }
+
+ private:
+  void Tell(NoticeKind kind, const std::string& name) {
+    observer.Notify(Notice{.kind = kind, .place = place, .number = 0, .severity = {}, .description = name});
+  }
+
+  Observer& observer;
+  const Place& place;
+  std::unordered_set<std::string> names;
+};
+
+// The amount columns of the row that a "RowData" element stands in: "ColData" by its position, 0 being the
+// label.
+std::vector<XmlElement> ColumnsOf(const XmlElement& rowData) {
+  std::vector<XmlElement> columns;
+  for (XmlElement child = rowData.Parent().FirstChild(); child; child = child.NextSibling()) {
+    if (child.Name() == "ColData") columns.push_back(child);
+  }
+  return columns;
+}
+
+double AmountOf(const XmlElement& column) {
+  return LeadingNumber(column.Attribute("value").value_or(""));
+}
+
+// The full name of a top-level account's row; nothing for a sub-account and a row without one.
+std::optional<std::string> TopLevelLabel(const XmlElement& rowData) {
+  std::optional<std::string> label = rowData.Attribute("value");
+  if (label && label->find(':') != std::string::npos) label.reset();
+  return label;
+}
+
+void AddTypeReport(const XmlElement& response, std::int16_t period, const std::string& type,
+                   SubtotalCollection& target, Observer& observer, const Place& place) {
+  RowTelling telling(observer, place);
+  for (const XmlElement& rowData : response.SelectAll(accountRows)) {
+    const std::optional<std::string> label = TopLevelLabel(rowData);
+    if (!label) continue;
+    const std::vector<XmlElement> columns = ColumnsOf(rowData);
+    cSubtotals* const subtotal = target.Find(type);
+    if (subtotal == nullptr) {
+      telling.NoSubtotal(*label, columns, 1);
+      continue;
+    }
+    telling.Added(*label);
+    telling.Columns(columns, *label);
+    if (columns.size() > 1) subtotal->AddToSubTotal(period, AmountOf(columns[1]));
+  }
+}
+
+}  // namespace
+
+std::string_view AccountNameOfLabel(std::string_view label) {
+  constexpr std::string_view separator = " \u00b7 ";
+  const std::size_t at = label.find(separator);
+  return at == std::string_view::npos ? label : Trimmed(label.substr(at + separator.size()));
+}
+
+void ParseProfitAndLossReport(Session& session, std::int32_t requestNumber, const DateRange& range,
+                              std::optional<SubtotalCollection>& target, Observer& observer) {
+  const Place place{.operation = "ParseProfitAndLossReport",
+                    .request = requestNumber,
+                    .fromDate = range.fromDate,
+                    .toDate = range.toDate};
+  ParseProfitAndLossReport(session.Ask(requestNumber, place.operation, range.fromDate, range.toDate), target,
+                           observer, place);
+}
+
+void ParseProfitAndLossReport(const XmlElement& response, std::optional<SubtotalCollection>& target,
+                              Observer& observer, const Place& place) {
+  RowTelling telling(observer, place);
+  for (const XmlElement& rowData : response.SelectAll(accountRows)) {
+    const std::optional<std::string> label = TopLevelLabel(rowData);
+    if (!label) continue;
+    const std::string name(AccountNameOfLabel(*label));
+    const std::vector<XmlElement> columns = ColumnsOf(rowData);
+    cSubtotals* const subtotal = target ? target->Find(name) : nullptr;
+    if (subtotal == nullptr) {
+      telling.NoSubtotal(name, columns, cSubtotals::monthCount);
+      continue;
+    }
+    telling.Added(name);
+    telling.Columns(columns, name);
+    for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
+      const auto column = static_cast<std::size_t>(month);
+      if (column < columns.size()) subtotal->AddToSubTotal(month, AmountOf(columns[column]));
+    }
+  }
+}
+
+void ParseBalanceSheetByType(ImportContext& context, std::int16_t period, const std::string& request,
+                             const std::string& asOfDate, SubtotalCollection& target, TypeProgress progress) {
+  Place place{.operation = "ParseBalanceSheetByType",
+              .request = request_number::balanceSheetByType,
+              .fromDate = asOfDate,
+              .toDate = asOfDate,
+              .accountType = {},
+              .pastPeriod = period};
+  int step = 0;
+  for (const std::string_view type : balanceSheetTypes) {
+    ++step;
+    place.accountType = type;
+    if (progress == TypeProgress::Raised) {
+      context.events.ProgressBarChange(RoundedPercent(step, balanceSheetTypes.size()), processingText);
+    }
+    std::string typeRequest = request;
+    for (auto at = typeRequest.find(accountTypePlaceholder); at != std::string::npos;
+         at = typeRequest.find(accountTypePlaceholder, at + type.size())) {
+      typeRequest.replace(at, accountTypePlaceholder.size(), type);
+    }
+    const XmlElement response =
+        AnswerElement(context.session.QbSerialize(typeRequest), context.observer, place);
+    AddTypeReport(response, period, std::string(type), target, context.observer, place);
+  }
+}
+
+}  // namespace krnqb

@@ -1,0 +1,89 @@
+#include "import/amounts/sales_transactions.h"
+
+#include <cmath>
+#include <limits>
+
+#include "import/amounts/expense_transactions.h"
+#include "import/amounts/transaction_reading.h"
+#include "qbxml/request_catalogue.h"
+#include "support/error_handling.h"
+#include "support/number_text.h"
+
+namespace krnqb {
+namespace {
+
+// The line's own item, else its group's, else that of the group it stands in.
+std::string_view ItemOf(const TransactionLine& line) {
+  for (const TransactionLine::Field& item : {line.itemId, line.itemGroupId, line.parentItemGroupId}) {
+    if (!item.value_or("").empty()) return *item;
+  }
+  return {};
+}
+
+// In single precision; what is no number, or none, counts as 1.
+float QuantityOf(LineBooking& booking, const TransactionLine& line) {
+  float quantity = 0;
+  SkipOnError(booking.context.observer, booking.place, [&] {
+    if (!line.quantity) return;
+    const double number = RequireDouble(*line.quantity);
+    if (std::abs(number) > static_cast<double>(std::numeric_limits<float>::max())) {
+      throw Error(error_number::overflow);
+    }
+    quantity = static_cast<float>(number);
+  });
+  return quantity == 0 ? 1 : quantity;
+}
+
+void BookSale(LineBooking& booking, const TransactionLine& line) {
+  const double amount = booking.AmountOf(line);
+  if (amount == 0) return;
+  const std::string_view item = ItemOf(line);
+  if (item.empty()) return booking.TellSkipped(line, SkipReason::NoItem, {});
+  const ItemList& items = booking.context.state.itemListDocument;
+  std::string account = items.ItemAccount(item, ItemSide::Income, booking.context.observer);
+  if (account.empty()) {
+    if (!OffsetBilledExpense(booking, line)) booking.TellSkipped(line, SkipReason::ItemWithoutAccount, item);
+    return;
+  }
+  if (IsCostOfGoodsMarker(account)) {
+    // When the cost cannot be booked the marker stays, which no list holds as an account: the income is left
+    // out too.
+    const float quantity = QuantityOf(booking, line);
+    SkipOnError(booking.context.observer, booking.place,
+                [&] { account = BookCostOfSale(booking, line, account, quantity); });
+  }
+  if (booking.AddTo(AccountGroup::Income, account, amount, line)) return;
+  if (booking.AddTo(AccountGroup::Expense, account, -amount, line)) return;
+  booking.TellSkipped(line, SkipReason::AccountInNoList, account);
+}
+
+}  // namespace
+
+void ReadSalesTransactions(ImportContext& context, const TransactionQuery& query) {
+  LineBooking booking(context, query, "ReadSalesTransactions");
+  Variant answer;
+  SkipOnError(context.observer, booking.place, [&] { answer = context.session.QbSerialize(query.request); });
+  const bool invoices = query.kind == request_number::invoices;
+  const LineSelection selection{invoices ? "InvoiceQueryRs" : "SalesReceiptQueryRs", LinePlaces::Anywhere,
+                                invoices ? "InvoiceLineRet" : "SalesReceiptLineRet"};
+  const TransactionLines read = ReadTransactionLines(answer, selection, context.observer, booking.place);
+  for (const TransactionLine& line : read.lines) BookSale(booking, line);
+}
+
+std::string BookCostOfSale(LineBooking& booking, const TransactionLine& line, const std::string& marker,
+                           float quantity) {
+  const CostOfSale& sale = booking.CostOfSaleIn(marker);
+  const double cost = LeadingNumber(sale.averageCost) * static_cast<double>(quantity);
+  if (!std::isfinite(cost)) throw Error(error_number::overflow);
+  const std::string& name = booking.TopLevelName(AccountGroup::CostOfGoods, sale.costAccount);
+  if (name.empty()) {
+    booking.TellSkipped(line, SkipReason::AccountInNoList, sale.costAccount);
+  } else {
+    auto& subtotals = booking.context.state.costSubtotals;
+    if (!subtotals) throw Error(error_number::invalidProcedureCall);
+    subtotals->At(name).AddToSubTotal(booking.query.month, cost);
+  }
+  return sale.incomeAccount;
+}
+
+}  // namespace krnqb

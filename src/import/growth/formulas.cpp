@@ -1,0 +1,174 @@
+#include "import/growth/formulas.h"
+
+#include <fmt/format.h>
+
+#include "plan/table_identifiers.h"
+#include "support/error_handling.h"
+#include "support/number_text.h"
+
+namespace krnqb {
+namespace {
+
+enum class UnmatchedRows { Skipped, DepreciationSummed };
+
+// What tells one writer from the others.
+struct GrowthTable {
+  std::string_view operation;
+  std::string_view plannedBlock;
+  std::string_view actualBlock;
+  std::int16_t ratePercent;
+  const std::optional<SubtotalCollection>& subtotals;
+  std::string_view formulaJoint;
+  UnmatchedRows unmatchedRows;
+};
+
+constexpr std::string_view salesJoint = " * (1 + B";
+constexpr std::string_view costJoint = "* (1 + B";
+
+XmlElement BlockAnywhere(const XmlElement& document, std::string_view id) {
+  return id.empty() ? XmlElement() : document.Select(fmt::format("//block[@id = \"{}\"]", id));
+}
+
+class GrowthWriter {
+ public:
+  GrowthWriter(const GrowthTable& growthTable, QBKRN_BalancesImport balancesImport, Observer& toldObserver)
+      : table(growthTable), balances(balancesImport), observer(toldObserver) {}
+
+  void Write(const XmlElement& document) {
+    const XmlElement planned = BlockAnywhere(document, table.plannedBlock);
+    const XmlElement actual = BlockAnywhere(document, table.actualBlock);
+    const std::int32_t startRow = StartRow(planned);
+    XmlElement actualRow = actual.FirstChild();
+    std::int32_t rowIndex = 0;
+    for (XmlElement row = planned.FirstChild(); row; row = row.NextSibling()) {
+      WriteRow(row, actualRow, startRow + rowIndex);
+      actualRow = actualRow.NextSibling();
+      ++rowIndex;
+    }
+  }
+
+ private:
+  // A block that does not say where it begins begins at 0; its formulas are written all the same.
+  std::int32_t StartRow(const XmlElement& planned) {
+    std::int32_t startRow = 0;
+    if (!planned) return startRow;
+    SkipOnError(observer, place, [&] {
+      startRow = RequireInteger(RequireDouble(planned.Attribute("startrow").value_or("")));
+    });
+    return startRow;
+  }
+
+  void WriteRow(const XmlElement& plannedRow, const XmlElement& actualRow, std::int32_t sheetRow) {
+    const std::vector<XmlElement> plannedCells = plannedRow.Children();
+    if (plannedCells.empty()) return;
+    const std::string name = plannedCells[0].Text();
+    const cSubtotals* subtotal = table.subtotals ? table.subtotals->Find(name) : nullptr;
+    if (subtotal != nullptr) return WriteAmounts(plannedCells, actualRow, sheetRow, *subtotal);
+    if (table.unmatchedRows == UnmatchedRows::DepreciationSummed && name == depreciationKeyword) {
+      WriteAmounts(plannedCells, actualRow, sheetRow, DepreciationSums());
+    }
+  }
+
+  void WriteAmounts(const std::vector<XmlElement>& plannedCells, const XmlElement& actualRow,
+                    std::int32_t sheetRow, const cSubtotals& subtotal) {
+    SetCell(plannedCells, 1, GeneralNumberText(table.ratePercent / 100.0));
+    const bool planned = balances == BalImport_Planned || balances == BalImport_All;
+    const bool actual = balances == BalImport_Actual || balances == BalImport_All;
+    const std::vector<XmlElement> actualCells = actual ? actualRow.Children() : std::vector<XmlElement>();
+    for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
+      const std::string amount = GeneralNumberText(subtotal.SubTotal(month));
+      const auto column = static_cast<std::size_t>(month);
+      if (planned) {
+        SetCell(plannedCells, column + 1, fmt::format("={}{}{})", amount, table.formulaJoint, sheetRow));
+      }
+      if (actual) SetCell(actualCells, column, amount);
+    }
+  }
+
+  void SetCell(const std::vector<XmlElement>& cells, std::size_t column, const std::string& text) {
+    SkipOnError(observer, place, [&] {
+      XmlElement cell = column < cells.size() ? cells[column] : XmlElement();
+      cell.SetText(text);
+    });
+  }
+
+  // The months of every account whose name occurs within the keyword, letter case aside.
+  cSubtotals DepreciationSums() {
+    cSubtotals sums{depreciationKeyword};
+    if (!table.subtotals) return sums;
+    const std::string keyword = FoldedKey(depreciationKeyword);
+    for (const cSubtotals& subtotal : *table.subtotals) {
+      if (keyword.find(FoldedKey(subtotal.Description())) == std::string::npos) continue;
+      for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
+        SkipOnError(observer, place, [&] { sums.AddToSubTotal(month, subtotal.SubTotal(month)); });
+      }
+    }
+    return sums;
+  }
+
+  const GrowthTable& table;
+  const QBKRN_BalancesImport balances;
+  Observer& observer;
+  const Place place{.operation = std::string(table.operation), .request = {}, .fromDate = {}, .toDate = {}};
+};
+
+std::string WriteGrowth(const GrowthTable& table, const ImportOptions& options, const std::string& tablesText,
+                        Observer& observer) {
+  const XmlElement document = XmlElement::Parse("<tables>" + tablesText + "</tables>");
+  if (!document) return {};
+  if (options.balancesImport >= BalImport_Planned)
+    GrowthWriter(table, options.balancesImport, observer).Write(document);
+  std::string result;
+  for (XmlElement child = document.FirstChild(); child; child = child.NextSibling()) result += child.Xml();
+  return result;
+}
+
+}  // namespace
+
+std::string WriteSalesGrowth(const ImportState& state, const std::string& tablesText, Observer& observer) {
+  const GrowthTable table{.operation = "WriteSalesGrowth",
+                          .plannedBlock = block_id::sales,
+                          .actualBlock = block_id::actualSales,
+                          .ratePercent = state.options.growthRateIncome,
+                          .subtotals = state.incomeSubtotals,
+                          .formulaJoint = salesJoint,
+                          .unmatchedRows = UnmatchedRows::Skipped};
+  return WriteGrowth(table, state.options, tablesText, observer);
+}
+
+std::string WriteCostGrowth(const ImportState& state, const std::string& tablesText, Observer& observer) {
+  const GrowthTable table{.operation = "WriteCostGrowth",
+                          .plannedBlock = block_id::costs,
+                          .actualBlock = block_id::actualCosts,
+                          .ratePercent = state.options.growthRateCogs,
+                          .subtotals = state.costSubtotals,
+                          .formulaJoint = costJoint,
+                          .unmatchedRows = UnmatchedRows::Skipped};
+  return WriteGrowth(table, state.options, tablesText, observer);
+}
+
+std::string WriteExpenseGrowth(const ImportState& state, const std::string& tablesText, Observer& observer) {
+  GrowthTable table{.operation = "WriteExpenseGrowth",
+                    .plannedBlock = {},
+                    .actualBlock = {},
+                    .ratePercent = state.options.growthRateExpenses,
+                    .subtotals = state.expenseSubtotals,
+                    .formulaJoint = costJoint,
+                    .unmatchedRows = UnmatchedRows::DepreciationSummed};
+  switch (state.options.krnProduct) {
+    case QBKRN_ALD:
+    case QBKRN_COR:
+      table.plannedBlock = block_id::incomeRange;
+      table.actualBlock = block_id::actualIncomeRange;
+      break;
+    case QBKRN_BRI:
+      table.plannedBlock = block_id::contributionMargin;
+      table.actualBlock = block_id::actualContributionMargin;
+      break;
+    default:
+      break;
+  }
+  return WriteGrowth(table, state.options, tablesText, observer);
+}
+
+}  // namespace krnqb

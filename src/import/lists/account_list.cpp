@@ -1,0 +1,73 @@
+#include "import/lists/account_list.h"
+
+#include <unordered_set>
+
+#include "plan/account_rows.h"
+#include "support/error_handling.h"
+
+namespace krnqb {
+namespace {
+
+Place In(std::string operation) {
+  return Place{.operation = std::move(operation), .request = {}, .fromDate = {}, .toDate = {}};
+}
+
+}  // namespace
+
+const AccountList::RollUp& AccountList::RollUpOf(std::string_view listId) const {
+  if (lookUps == nullptr) lookUps = std::make_shared<LookUps>(answer);
+  const std::string id(listId);
+  if (const auto found = lookUps->rollUps.find(id); found != lookUps->rollUps.end()) return found->second;
+  RollUp rollUp;
+  // The failure is an outcome to keep here; who asks tells it.
+  try {
+    rollUp.name = Climb(id);
+  } catch (...) {
+    rollUp.failure = CaughtError();
+  }
+  return lookUps->rollUps.emplace(id, std::move(rollUp)).first->second;
+}
+
+std::string AccountList::Climb(const std::string& listId) const {
+  XmlElement listIdElement = FindListId(listId);
+  if (!listIdElement) return {};
+  std::unordered_set<std::string> visited;
+  for (;;) {
+    const XmlElement account = listIdElement.Parent();
+    if (account.Child("Sublevel").Text() == "0") return account.Child("Name").Text();
+    const std::string parentId = account.Child("ParentRef").Child("ListID").Text();
+    if (!visited.insert(parentId).second) {
+      throw Error(error_number::unspecified, "the account's parents run in a circle");
+    }
+    listIdElement = FindListId(parentId);
+  }
+}
+
+// The first "ListID" element of the document with that text. No search path can hold a double quote, so such
+// an id fails as the path does.
+XmlElement AccountList::FindListId(const std::string& listId) const {
+  if (listId.find('"') != std::string::npos) return answer.Select("//ListID[. = \"" + listId + "\"]");
+  return lookUps->index.Find(listId);
+}
+
+const std::string& TopLevelAccountName(const AccountList& list, std::string_view listId, Observer& observer) {
+  const AccountList::RollUp& rollUp = list.RollUpOf(listId);
+  if (rollUp.failure)
+    TellError(observer, NoticeKind::OperationEnded, In("TopLevelAccountName"), *rollUp.failure);
+  return rollUp.name;
+}
+
+std::optional<SubtotalCollection> TopLevelSubtotals(const AccountList& list, Observer& observer) {
+  SubtotalCollection subtotals;
+  const bool complete = EndOnError(observer, In("TopLevelSubtotals"), [&] {
+    for (const XmlElement& account : list.Element().SelectAll("//AccountRet")) {
+      if (!IsTopLevelAccount(account)) continue;
+      const std::string name = account.Child("Name").Text();
+      subtotals.Add(cSubtotals(name), name);
+    }
+  });
+  if (!complete) return std::nullopt;
+  return subtotals;
+}
+
+}  // namespace krnqb

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "import/context.h"
+
+namespace krnqb {
+
+/// Collects the figures of the past periods by account type into the state's past-performance collection. A
+/// failure is told to the observer and ends the collecting: the figures so far stay, and when it failed
+/// before the first, the collection is none.
+///
+/// The periods are fiscal years that begin in the plan's first month: three for most products, two and then
+/// twelve single months for QBKRN_COR. With qbXML 1.x the balances are today's in every year, and income
+/// alone is read from transactions; with qbXML 2.0 each figure comes from a report over its period.
+void CollectPastPerformance(ImportContext& context);
+
+}  // namespace krnqb

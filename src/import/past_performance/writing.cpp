@@ -1,0 +1,129 @@
+#include "import/past_performance/writing.h"
+
+#include <cmath>
+#include <span>
+#include <vector>
+
+#include "import/past_performance/collection.h"
+#include "qbxml/response_element.h"
+#include "support/error_handling.h"
+#include "support/number_text.h"
+
+namespace krnqb {
+namespace {
+
+constexpr std::string_view operation = "WritePastPerformance";
+
+// A row's figure: one account type, with another added or taken off.
+struct PastRow {
+  std::size_t row;
+  std::string_view type;
+  std::string_view addedType = {};
+  std::string_view subtractedType = {};
+};
+
+struct PastBlock {
+  std::string_view id;
+  std::vector<PastRow> rows;
+};
+
+// Rows that are not named here belong to the plan.
+const std::vector<PastBlock>& PastBlocks() {
+  static const std::vector<PastBlock> blocks = {
+      {"db_pastperformance_sales",
+       {{.row = 0, .type = "Income"},
+        {.row = 1, .type = "Income", .subtractedType = "CostOfGoodsSold"},
+        {.row = 3, .type = "Expense"}}},
+      {"db_pastperformance_shorttermassets",
+       {{.row = 0, .type = "Bank"},
+        {.row = 1, .type = "AccountsReceivable"},
+        {.row = 3, .type = "OtherAsset", .addedType = "OtherCurrentAsset"}}},
+      {"db_pastperformance_longtermassets",
+       {{.row = 0, .type = "FixedAsset"}, {.row = 1, .type = "Depreciation"}}},
+      {"db_pastperformance_liabilities",
+       {{.row = 0, .type = "AccountsPayable"},
+        {.row = 1, .type = "CreditCard"},
+        {.row = 2, .type = "OtherCurrentLiability"}}},
+      {"db_pastperformance_longtermliabilities", {{.row = 0, .type = "LongTermLiability"}}},
+      {"db_pastperformance_capital", {{.row = 0, .type = "Equity"}, {.row = 1, .type = "RetainedEarnings"}}}};
+  return blocks;
+}
+
+class PastWriter {
+ public:
+  PastWriter(SubtotalCollection* pastPerformance, Observer& toldObserver)
+      : collection(pastPerformance), observer(toldObserver) {}
+
+  void Write(const XmlElement& table, std::int16_t periodCount) {
+    for (const PastBlock& block : PastBlocks()) {
+      const std::vector<XmlElement> rows =
+          table.Select("//block[@id = \"" + std::string(block.id) + "\"]").Children();
+      for (std::int16_t period = 1; period <= periodCount; ++period) {
+        for (const PastRow& row : block.rows) WriteCell(rows, row, period);
+      }
+    }
+  }
+
+  bool AnyWritten() const noexcept { return anyWritten; }
+
+ private:
+  void WriteCell(std::span<const XmlElement> rows, const PastRow& row, std::int16_t period) {
+    double figure = FigureOf(row.type, period);
+    if (!row.addedType.empty()) figure += FigureOf(row.addedType, period);
+    if (!row.subtractedType.empty()) figure -= FigureOf(row.subtractedType, period);
+    if (!std::isfinite(figure)) throw Error(error_number::overflow);
+    if (row.row >= rows.size()) throw Error(error_number::objectNotSet);
+    XmlElement cell = rows[row.row].FirstChild();
+    for (std::int16_t column = 0; column < period; ++column) cell = cell.NextSibling();
+    cell.SetText(PlainNumberText(figure));
+    anyWritten = true;
+  }
+
+  double FigureOf(std::string_view type, std::int16_t period) {
+    if (collection == nullptr) throw Error(error_number::invalidProcedureCall);
+    return RequireType(*collection, type, operation, observer).SubTotal(period);
+  }
+
+  SubtotalCollection* collection;
+  Observer& observer;
+  bool anyWritten = false;
+};
+
+}  // namespace
+
+std::int16_t PastPeriodCount(const ImportOptions& options) noexcept {
+  return options.krnProduct == QBKRN_COR ? cSubtotals::slotCount : std::int16_t{3};
+}
+
+std::string WritePastPerformance(ImportContext& context, const std::string& tableText) {
+  const ImportOptions& options = context.state.options;
+  const Place place{.operation = std::string(operation), .request = {}, .fromDate = {}, .toDate = {}};
+  const std::int16_t periodCount = PastPeriodCount(options);
+  if (options.balancesImport != BalImport_None && options.includePastPerformance)
+    CollectPastPerformance(context);
+  auto& collection = context.state.pastPerformance;
+  PastWriter writer(collection ? &*collection : nullptr, context.observer);
+  const XmlElement table = ResponseElement(tableText, {});
+  const bool complete = EndOnError(context.observer, place, [&] {
+    if (!table) throw Error(error_number::objectNotSet);
+    writer.Write(table, periodCount);
+  });
+  return complete || writer.AnyWritten() ? table.Xml() : std::string();
+}
+
+cSubtotals& RequireType(SubtotalCollection& collection, std::string_view type,
+                        std::string_view endedOperation, Observer& observer) {
+  cSubtotals* const item = collection.Find(type);
+  if (item == nullptr) {
+    observer.Notify(Notice{
+        .kind = NoticeKind::PastPerformanceEnded,
+        .place = Place{.operation = std::string(endedOperation), .request = {}, .fromDate = {}, .toDate = {}},
+        .number = error_number::invalidProcedureCall,
+        .severity = {},
+        .description = std::string(type)});
+    throw Error(error_number::invalidProcedureCall);
+  }
+  return *item;
+}
+
+}  // namespace krnqb

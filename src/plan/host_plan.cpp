@@ -1,0 +1,53 @@
+#include "plan/host_plan.h"
+
+#include "krnqb/error.h"
+
+namespace krnqb {
+namespace {
+
+template <typename Held>
+std::shared_ptr<Held> Required(std::shared_ptr<Held> object) {
+  if (object == nullptr) throw Error(error_number::objectNotSet);
+  return object;
+}
+
+}  // namespace
+
+bool PlanAccess::OpenPlan(std::string_view planFile) const {
+  return Plan()->OpenPlan(planFile);
+}
+
+std::string PlanAccess::TableText(std::string_view tableId) const {
+  return Required(Data()->tables(tableId))->Serialize();
+}
+
+XmlElement PlanAccess::ReadPlanTable(std::string_view tableId) const {
+  const XmlElement table = XmlElement::Parse(TableText(tableId));
+  XmlElement tableBlocks = table.Child("tableblocks");
+  if (!tableBlocks) {
+    observer.Notify(
+        Notice{.kind = NoticeKind::TableUnreadable,
+               .place = Place{.operation = "ReadPlanTable", .request = {}, .fromDate = {}, .toDate = {}},
+               .number = 0,
+               .severity = {},
+               .description = std::string(tableId)});
+  }
+  return tableBlocks;
+}
+
+void PlanAccess::Load(std::string tablesText) const {
+  Data()->Deserialize(tablesText);
+}
+
+std::shared_ptr<PlanObject> PlanAccess::Plan() const {
+  if (plan.IsEmpty() || plan.IsNothing()) throw Error(error_number::objectNotSet);
+  auto object = plan.AsObject<PlanObject>();
+  if (object == nullptr) throw Error(error_number::memberNotSupported);
+  return object;
+}
+
+std::shared_ptr<PlanData> PlanAccess::Data() const {
+  return Required(Plan()->Data());
+}
+
+}  // namespace krnqb

@@ -1,0 +1,110 @@
+#include "plan_file/changes.h"
+
+#include <algorithm>
+#include <map>
+#include <string_view>
+#include <utility>
+
+#include "plan_file/alignment.h"
+
+namespace krnqb::embedded {
+namespace {
+
+std::string_view CellOf(const PlanRow& row, std::size_t column) noexcept {
+  return column < row.size() ? std::string_view(row[column]) : std::string_view();
+}
+
+void CompareRow(const PlanRow& before, const PlanRow& after, const RowChange& place, TableChange& change) {
+  for (std::size_t column = 0; column < std::max(before.size(), after.size()); ++column) {
+    const std::string_view earlier = CellOf(before, column);
+    const std::string_view later = CellOf(after, column);
+    const bool there = column < before.size() && column < after.size();
+    if (there && earlier == later) continue;
+    const bool clears = there && IsFormula(earlier) && later == emptyCellText;
+    (clears ? change.cleared : change.changed)
+        .push_back({place.block, place.row, place.name, column, std::string(earlier), std::string(later)});
+  }
+}
+
+void CompareBlock(const PlanBlock& before, const PlanBlock& after, const std::string& id,
+                  TableChange& change) {
+  std::size_t nextBefore = 0;
+  const auto removeUpTo = [&](std::size_t end) {
+    for (; nextBefore < end; ++nextBefore) {
+      change.removed.push_back({id, nextBefore, std::string(CellOf(before.rows[nextBefore], 0))});
+    }
+  };
+  const std::vector<std::optional<std::size_t>> partners = MatchRows(before.rows, after.rows);
+  for (std::size_t row = 0; row < after.rows.size(); ++row) {
+    RowChange place{id, row, std::string(CellOf(after.rows[row], 0))};
+    if (const std::optional<std::size_t>& partner = partners[row]) {
+      removeUpTo(*partner);
+      CompareRow(before.rows[*partner], after.rows[row], place, change);
+      nextBefore = *partner + 1;
+    } else {
+      change.added.push_back(std::move(place));
+    }
+  }
+  removeUpTo(before.rows.size());
+}
+
+using BlockKey = std::pair<std::string, std::size_t>;  // the id, and how many blocks of that id stand above
+
+std::vector<std::pair<BlockKey, const PlanBlock*>> KeyedBlocks(const PlanTableContent& table) {
+  std::vector<std::pair<BlockKey, const PlanBlock*>> blocks;
+  std::map<std::string, std::size_t> times;
+  blocks.reserve(table.blocks.size());
+  for (const PlanBlock& block : table.blocks) blocks.push_back({{block.id, times[block.id]++}, &block});
+  return blocks;
+}
+
+void CountChanges(TableChange& change) {
+  change.rowsAdded = static_cast<std::int64_t>(change.added.size());
+  change.rowsRemoved = static_cast<std::int64_t>(change.removed.size());
+  change.cellsChanged = static_cast<std::int64_t>(change.changed.size());
+  change.formulasCleared = static_cast<std::int64_t>(change.cleared.size());
+}
+
+TableChange CompareTable(const PlanTableContent& before, const PlanTableContent& after) {
+  TableChange change;
+  change.id = before.id;
+  const PlanBlock absent;
+  const auto blocksBefore = KeyedBlocks(before);
+  std::map<BlockKey, const PlanBlock*> remaining(blocksBefore.begin(), blocksBefore.end());
+  for (const auto& [key, block] : KeyedBlocks(after)) {
+    const auto found = remaining.find(key);
+    CompareBlock(found == remaining.end() ? absent : *found->second, *block, key.first, change);
+    if (found != remaining.end()) remaining.erase(found);
+  }
+  for (const auto& [key, block] : blocksBefore) {
+    if (remaining.contains(key)) CompareBlock(*block, absent, key.first, change);
+  }
+  CountChanges(change);
+  return change;
+}
+
+const PlanTableContent* TableOf(const PlanContent& content, const std::string& id) {
+  const auto found = std::find_if(content.begin(), content.end(),
+                                  [&](const PlanTableContent& table) { return table.id == id; });
+  return found == content.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+std::vector<TableChange> CompareTables(const PlanContent& before, const PlanContent& after) {
+  std::vector<TableChange> changes;
+  for (const PlanTableContent& table : before) {
+    const PlanTableContent* later = TableOf(after, table.id);
+    changes.push_back(later == nullptr ? CompareTable(table, {table.id, {}}) : CompareTable(table, *later));
+  }
+  for (const PlanTableContent& table : after) {
+    if (TableOf(before, table.id) == nullptr) changes.push_back(CompareTable({table.id, {}}, table));
+  }
+  return changes;
+}
+
+std::vector<TableChange> CompareTables(const PlanFile& before, const PlanFile& after) {
+  return CompareTables(ReadPlanContent(before), ReadPlanContent(after));
+}
+
+}  // namespace krnqb::embedded

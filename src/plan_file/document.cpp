@@ -1,0 +1,105 @@
+#include "plan_file/document.h"
+
+#include <fmt/format.h>
+
+#include <unordered_set>
+
+#include "krnqb/error.h"
+#include "xml/parser.h"
+
+namespace krnqb::embedded {
+namespace {
+
+// Says where in which file something is wrong.
+class Faults {
+ public:
+  explicit Faults(const std::filesystem::path& planFile) : file(planFile) {}
+
+  Error At(long line, std::string_view fault, std::string_view remedy) const {
+    return Error(error_number::unspecified,
+                 fmt::format("cannot open the plan {}: line {}: {}; {}", file.string(), line, fault, remedy));
+  }
+
+ private:
+  const std::filesystem::path& file;
+};
+
+constexpr std::string_view checkPath = "check that the path is a plan's";
+constexpr std::string_view restore = "correct it, or take the plan from its .bak";
+
+XmlElement PlanElement(std::string_view bytes, const Faults& faults) {
+  XmlParseResult parsed = ParseXmlBytes(bytes);
+  if (parsed.fault) {
+    throw faults.At(parsed.fault->line, fmt::format("not well-formed XML ({})", parsed.fault->message),
+                    restore);
+  }
+  if (const std::string name = parsed.element.Name(); name != "plan") {
+    throw faults.At(parsed.element.Line(), fmt::format(R"(the document is a "{}", not a "plan")", name),
+                    checkPath);
+  }
+  return std::move(parsed.element);
+}
+
+std::optional<QBKRNproduct> ProductOf(const XmlElement& plan, const Faults& faults) {
+  const std::optional<std::string> text = plan.Attribute("product");
+  if (!text) return std::nullopt;
+  const std::optional<QBKRNproduct> product = ProductFromText(*text);
+  if (!product) {
+    throw faults.At(plan.Line(), fmt::format("the product \"{}\" is not known", *text),
+                    "write ald, bri or cor");
+  }
+  return product;
+}
+
+std::optional<PlanStart> StartOf(const XmlElement& plan, const Faults& faults) {
+  const std::optional<std::string> text = plan.Attribute("start");
+  if (!text) return std::nullopt;
+  const std::optional<PlanStart> start = PlanStartFromText(*text);
+  if (!start) {
+    throw faults.At(plan.Line(), fmt::format("the start \"{}\" is no month", *text), "write it as YYYY-MM");
+  }
+  return start;
+}
+
+XmlElement TablesElement(const XmlElement& plan, const Faults& faults) {
+  XmlElement tables = plan.Child("tables");
+  if (!tables) throw faults.At(plan.Line(), "the plan has no \"tables\"", restore);
+  for (XmlElement other = tables.NextSibling(); other; other = other.NextSibling()) {
+    if (other.Name() == "tables") throw faults.At(other.Line(), "the plan has two \"tables\"", restore);
+  }
+  return tables;
+}
+
+std::vector<StoredTable> TablesOf(const XmlElement& plan, const Faults& faults) {
+  std::vector<StoredTable> tables;
+  std::unordered_set<std::string> ids;
+  for (const XmlElement& element : TablesElement(plan, faults).Children()) {
+    if (element.Name() != "tableitem") continue;
+    const std::string id = element.Attribute("id").value_or("");
+    if (id.empty()) throw faults.At(element.Line(), "a table has no id", restore);
+    if (!ids.insert(id).second) {
+      throw faults.At(element.Line(), fmt::format("the table {} is there twice", id), restore);
+    }
+    tables.push_back({id, element});
+  }
+  return tables;
+}
+
+}  // namespace
+
+PlanDocument ReadPlanDocument(std::string_view bytes, const std::filesystem::path& file) {
+  const Faults faults(file);
+  PlanDocument document;
+  document.plan = PlanElement(bytes, faults);
+  document.product = ProductOf(document.plan, faults);
+  document.start = StartOf(document.plan, faults);
+  document.tables = TablesOf(document.plan, faults);
+  document.frame = FrameOf(bytes);
+  return document;
+}
+
+std::string PlanDocumentText(const PlanDocument& document) {
+  return document.frame.head + document.plan.Xml() + document.frame.tail;
+}
+
+}  // namespace krnqb::embedded

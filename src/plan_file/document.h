@@ -1,0 +1,39 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "krnqb/enumerations.h"
+#include "krnqb/xml_element.h"
+#include "plan_file/attributes.h"
+#include "plan_file/frame.h"
+
+namespace krnqb::embedded {
+
+/// One `tableitem` of a plan.
+struct StoredTable {
+  std::string id;
+  XmlElement element;  ///< in the plan's own document
+};
+
+/// A plan's file, read: the element `plan` with its attributes `product` and `start`, and the `tableitem`
+/// elements of its child `tables`, in order, each with an id of its own.
+struct PlanDocument {
+  PlanFrame frame;
+  XmlElement plan;
+  std::optional<QBKRNproduct> product;
+  std::optional<PlanStart> start;
+  std::vector<StoredTable> tables;
+};
+
+/// Reads the bytes of a plan's file, in the encoding that they declare. Error when they are no plan; its
+/// description names `file`, the line and the fault.
+PlanDocument ReadPlanDocument(std::string_view bytes, const std::filesystem::path& file);
+
+/// The plan as its file's text in UTF-8.
+std::string PlanDocumentText(const PlanDocument& document);
+
+}  // namespace krnqb::embedded

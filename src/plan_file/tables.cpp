@@ -1,0 +1,79 @@
+#include "plan_file/tables.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "krnqb/error.h"
+
+namespace krnqb::embedded {
+namespace {
+
+class ElementTable : public PlanTable {
+ public:
+  explicit ElementTable(XmlElement tableElement) : element(std::move(tableElement)) {}
+  std::string Serialize() override { return element.Xml(); }
+
+ private:
+  XmlElement element;
+};
+
+// A table of a document that is being loaded and the table of the plan that it goes into.
+struct Load {
+  XmlElement from;
+  XmlElement into;
+};
+
+Load CheckedLoad(const XmlElement& item, const PlanTables& tables) {
+  const std::optional<std::string> id = item.Attribute("id");
+  if (!id || id->empty()) {
+    throw Error(error_number::invalidProcedureCall,
+                "Invalid procedure call or argument: a tableitem has no id");
+  }
+  if (!item.Child("tableblocks")) {
+    throw Error(error_number::invalidProcedureCall,
+                fmt::format("Invalid procedure call or argument: the tableitem {} has no tableblocks", *id));
+  }
+  return {item, tables.Element(*id)};
+}
+
+void ReplaceChild(const Load& load, std::string_view name) {
+  const XmlElement replacement = load.from.Child(name);
+  if (!replacement) return;
+  XmlElement table = load.into;
+  XmlElement present = table.Child(name);
+  table.InsertCopy(replacement, present);
+  if (present) present.Remove();
+}
+
+}  // namespace
+
+XmlElement PlanTables::Element(std::string_view id) const {
+  const auto found = std::find_if(document.tables.begin(), document.tables.end(),
+                                  [&](const StoredTable& table) { return table.id == id; });
+  if (found == document.tables.end()) {
+    throw Error(error_number::subscriptOutOfRange,
+                fmt::format("Subscript out of range: the plan has no table {}", id));
+  }
+  return found->element;
+}
+
+std::shared_ptr<PlanTable> PlanTables::tables(std::string_view id) {
+  return std::make_shared<ElementTable>(Element(id));
+}
+
+void PlanTables::Deserialize(std::string& text) {
+  const XmlElement root = XmlElement::Parse(text);
+  if (!root) return;
+  std::vector<Load> loads;
+  for (const XmlElement& item : root.SelectAll("descendant-or-self::tableitem")) {
+    loads.push_back(CheckedLoad(item, *this));
+  }
+  for (const Load& load : loads) {
+    ReplaceChild(load, "lastsavedid");
+    ReplaceChild(load, "tableblocks");
+    changed = true;
+  }
+}
+
+}  // namespace krnqb::embedded

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "krnqb/plan_object.h"
+#include "plan_file/document.h"
+
+namespace krnqb::embedded {
+
+/// The tables of an open plan, in memory: what is loaded into them reaches the file when the plan is saved.
+class PlanTables : public PlanData {
+ public:
+  explicit PlanTables(PlanDocument planDocument) : document(std::move(planDocument)) {}
+
+  /// The table of that id, compared to the letter; error 9, naming the id, when the plan has none. Its
+  /// `Serialize` gives the `tableitem` element as it is at that time.
+  std::shared_ptr<PlanTable> tables(std::string_view id) override;
+
+  /// Loads every `tableitem` of a document, wherever it stands in it, in order: its `tableblocks` and, where
+  /// it has one, its `lastsavedid` replace the table's own. Attributes and other elements of the table are
+  /// the planning program's and stay.
+  ///
+  /// A text that is empty or does not parse changes nothing. Otherwise everything is checked first, and
+  /// nothing is changed when there is an Error: 9 for an id that the plan does not have, 5 for a `tableitem`
+  /// without an id or without `tableblocks`. `text` itself is left as it is.
+  void Deserialize(std::string& text) override;
+
+  const PlanDocument& Document() const noexcept { return document; }
+  /// The `tableitem` element of that id; error 9 as in `tables`.
+  XmlElement Element(std::string_view id) const;
+
+  /// Whether tables have been loaded since the plan was opened or last saved.
+  bool Changed() const noexcept { return changed; }
+  void Saved() noexcept { changed = false; }
+
+ private:
+  PlanDocument document;
+  bool changed = false;
+};
+
+}  // namespace krnqb::embedded

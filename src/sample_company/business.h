@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "sample_company/calendar.h"
+#include "sample_company/draft.h"
+#include "sample_company/obligations.h"
+#include "sample_company/purchases.h"
+#include "sample_company/random.h"
+#include "sample_company/routine.h"
+#include "sample_company/sales.h"
+
+namespace krnqb::embedded::synthesis {
+
+/// What a company does over the years: one transaction after the other, in the order of their days.
+class Business {
+ public:
+  Business(Company& company, const std::vector<MonthPlan>& planOfMonths, Random& randomChoices);
+
+  /// Hands all transactions to `receive` and gives the number of their lines.
+  std::int64_t Run(const RecordReceiver& receive);
+
+ private:
+  void RunMonth(const MonthPlan& month, const RecordReceiver& receive);
+  void BeginYear(std::size_t january);
+  CompanyRecord Next(std::int64_t transaction, const Occasion& occasion);
+  CompanyRecord Settle(const Obligation& obligation, const Occasion& occasion);
+  CompanyRecord Ordinary(const Occasion& occasion);
+
+  const std::vector<MonthPlan>& months;
+  Random& random;
+  Draft draft;
+  Obligations obligations;
+  Purchases purchases;
+  Sales sales;
+  Routine routine;
+  std::int64_t left = 0;  // transactions until the end, the present one included
+  std::int64_t leftInYear = 0;
+  bool hasJustSettled = false;
+};
+
+}  // namespace krnqb::embedded::synthesis

@@ -1,0 +1,99 @@
+#include "sample_company/generator.h"
+
+#include <fmt/format.h>
+
+#include <system_error>
+
+#include "company/file.h"
+#include "krnqb/error.h"
+#include "sample_company/business.h"
+#include "sample_company/list_text.h"
+#include "xml/parser.h"
+
+namespace krnqb::embedded {
+namespace {
+
+constexpr std::int16_t fiscalMonth = 1;  // transactions are spread over calendar years
+
+void CheckRange(std::string_view what, std::int64_t value, std::int64_t least, std::int64_t most) {
+  if (value >= least && value <= most) return;
+  throw Error(error_number::invalidProcedureCall,
+              fmt::format("A generated company has {} to {} {}, not {}.", least, most, what, value));
+}
+
+void CheckSettings(const GeneratorSettings& settings) {
+  using Bounds = GeneratorBounds;
+  CheckRange("accounts", settings.accounts, Bounds::leastAccounts, Bounds::mostAccounts);
+  CheckRange("items", settings.items, Bounds::leastItems, Bounds::mostItems);
+  CheckRange("customers", settings.customers, Bounds::leastCustomers, Bounds::mostCustomers);
+  CheckRange("transactions", settings.transactions, 0, Bounds::mostTransactions);
+  for (const std::int16_t year : {settings.firstYear, settings.lastYear}) {
+    if (year >= Bounds::earliestYear && year <= Bounds::latestYear) continue;
+    throw Error(error_number::invalidProcedureCall,
+                fmt::format("A generated company's years are {} to {}, not {}.", Bounds::earliestYear,
+                            Bounds::latestYear, year));
+  }
+  if (settings.lastYear < settings.firstYear) {
+    throw Error(error_number::invalidProcedureCall, fmt::format("The last year, {}, is before the first, {}.",
+                                                                settings.lastYear, settings.firstYear));
+  }
+  CheckRange("years", settings.lastYear - settings.firstYear + 1, 1, Bounds::mostYears);
+}
+
+// List entries are few: they are read back from their text, as a loaded document's are.
+void StoreLists(const synthesis::Company& company, const RecordReceiver& receive) {
+  const auto store = [&](const std::string& text) { receive(ReadRecord(ParseXmlText(text).element)); };
+  store(synthesis::CompanyText(company.settings));
+  store(synthesis::PreferencesText(company.settings));
+  const std::vector<synthesis::Cents> totals = company.accounts.TotalBalances();
+  for (std::size_t account = 0; account < company.accounts.Size(); ++account) {
+    store(synthesis::AccountText(company.accounts, account, totals[account],
+                                 company.settings.features.accountNumbers));
+  }
+  for (std::size_t item = 0; item < company.items.items.size(); ++item) {
+    store(synthesis::ItemText(company.items, item, company.accounts, company.people));
+  }
+}
+
+// Transactions come first: the balances and the stock of the lists are what they end with.
+std::int64_t StoreCompany(const GeneratorSettings& settings, const RecordReceiver& receive) {
+  synthesis::Random random(settings.seed);
+  const std::vector<synthesis::MonthPlan> months =
+      synthesis::PlanMonths(settings.firstYear, settings.lastYear, settings.transactions);
+  synthesis::Company company(settings, synthesis::FewestInAYear(months), random);
+  const std::int64_t years = settings.lastYear - settings.firstYear + 1;
+  synthesis::PostOpeningBalances(company, settings.transactions / years, random);
+  const std::int64_t lines = synthesis::Business(company, months, random).Run(receive);
+  synthesis::PostClosingBalances(company);
+  StoreLists(company, receive);
+  return lines;
+}
+
+GeneratorSummary Fill(CompanyFile company, const GeneratorSettings& settings) {
+  GeneratorSummary summary;
+  company.Store("the generated company", [&](const RecordReceiver& receive) {
+    summary.transactionLines = StoreCompany(settings, receive);
+  });
+  summary.records = company.Info().records;
+  return summary;
+}
+
+}  // namespace
+
+GeneratorSummary GenerateCompany(const std::filesystem::path& file, const GeneratorSettings& settings) {
+  CheckSettings(settings);
+  CompanyFile company =
+      CompanyFile::Create(file, settings.companyName, fiscalMonth, settings.processorVersion);
+  const std::filesystem::path made = company.Path();
+  try {
+    GeneratorSummary summary = Fill(std::move(company), settings);
+    summary.fileSize = std::filesystem::file_size(made);
+    return summary;
+  } catch (...) {
+    std::error_code ignored;
+    std::filesystem::remove(made, ignored);
+    throw;
+  }
+}
+
+}  // namespace krnqb::embedded

@@ -1,0 +1,88 @@
+#include "sample_company/people.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "sample_company/names.h"
+#include "sample_company/text.h"
+
+namespace krnqb::embedded::synthesis {
+namespace {
+
+constexpr std::int64_t fewestVendors = 8;
+constexpr std::int64_t mostVendors = 2'000;
+// The lists were begun one after the other.
+constexpr std::int64_t secondsAfterAccounts = std::int64_t{30} * 24 * 3600;
+constexpr std::size_t employees = 12;
+constexpr unsigned percentJobs = 35;
+constexpr std::array<int, 4> customaryTerms = {0, 15, 30, 30};
+
+class PeopleMaker {
+ public:
+  PeopleMaker(std::int64_t listBegun, Random& randomChoices) : begun(listBegun), random(randomChoices) {}
+
+  // A job belongs to the customer that came last, so that a customer's jobs follow it.
+  Party Customer() {
+    if (!lastCustomer.empty() && random.Chance(percentJobs)) {
+      return Make(lastCustomer + ":" + names.Take(lastCustomer, random.Pick(JobNames())));
+    }
+    lastCustomer = names.Take("", random.Chance(60) ? PersonName() : BusinessName());
+    return Make(lastCustomer);
+  }
+
+  Party Vendor() { return Make(names.Take("", BusinessName())); }
+  Party Employee() { return Make(names.Take("", PersonName())); }
+
+ private:
+  std::string PersonName() {
+    const std::string_view family = random.Pick(FamilyNames());
+    return fmt::format("{}, {}", family, random.Pick(GivenNames()));
+  }
+
+  std::string BusinessName() {
+    const std::string_view business = random.Pick(BusinessNames());
+    return fmt::format("{} {}", business, random.Pick(BusinessForms()));
+  }
+
+  Party Make(const std::string& fullName) {
+    Party party;
+    party.reference = ReferenceLines(ListIdText(++number, begun), fullName);
+    ElementText address;
+    address.Text("Addr1", Escaped(fullName.substr(0, fullName.find(':'))));
+    address.Text("City", Escaped(random.Pick(TownNames())));
+    address.Text("State", "OR");
+    address.Number("PostalCode", 97000 + random.Between(0, 920));
+    party.address = address.Xml();
+    party.termDays = random.Pick(customaryTerms);
+    return party;
+  }
+
+  std::int64_t begun;
+  Random& random;
+  std::int64_t number = 0;
+  std::string lastCustomer;
+  UniqueNames names;
+};
+
+}  // namespace
+
+People MakePeople(std::int64_t customers, std::int64_t begun, Random& random) {
+  People people;
+  PeopleMaker customerMaker(begun + secondsAfterAccounts, random);
+  while (static_cast<std::int64_t>(people.customers.size()) < customers) {
+    people.customers.push_back(customerMaker.Customer());
+  }
+  PeopleMaker vendorMaker(begun + 2 * secondsAfterAccounts, random);
+  const std::int64_t vendors = std::clamp(customers / 3, fewestVendors, mostVendors);
+  while (static_cast<std::int64_t>(people.vendors.size()) < vendors) {
+    people.vendors.push_back(vendorMaker.Vendor());
+  }
+  PeopleMaker employeeMaker(begun + 3 * secondsAfterAccounts, random);
+  while (people.employees.size() < employees) people.employees.push_back(employeeMaker.Employee());
+  return people;
+}
+
+}  // namespace krnqb::embedded::synthesis

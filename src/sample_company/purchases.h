@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <vector>
+
+#include "sample_company/draft.h"
+#include "sample_company/obligations.h"
+#include "sample_company/random.h"
+
+namespace krnqb::embedded::synthesis {
+
+/// Writes the ordinary purchases of a company: bills, checks and credit card charges with expense lines, item
+/// lines and groups, some lines charged to customers.
+class Purchases {
+ public:
+  Purchases(Company& buyingCompany, Draft& transactionDraft, Obligations& companyObligations,
+            Random& randomChoices);
+
+  /// From now on every lone expense account has to be posted to anew.
+  void BeginYear();
+  /// How many of them have not been posted to yet.
+  std::int64_t Uncovered() const { return static_cast<std::int64_t>(uncovered.size()); }
+
+  CompanyRecord Bill(const Occasion& occasion);
+  CompanyRecord Check(const Occasion& occasion);
+  CompanyRecord CardCharge(const Occasion& occasion);
+  /// A check of one line, on an expense account that is not covered yet.
+  CompanyRecord CoveringCheck(const Occasion& occasion);
+  /// A check for all open bills of a vendor.
+  CompanyRecord VendorPayment(const Occasion& occasion, std::size_t vendor);
+
+  /// The head and the end of a check that is drawn on a bank account.
+  CompanyRecord FinishCheck(const Occasion& occasion, std::size_t bank, std::string_view payee,
+                            std::string_view memo);
+
+  /// Puts an inventory item that has come to its reorder point on a bill or check to come.
+  void Reorder(std::size_t index);
+
+ private:
+  struct Shape {
+    std::int64_t mostExpenses;
+    std::int64_t mostItems;
+    unsigned percentGroups;
+  };
+  void Lines(const Occasion& occasion, const Shape& shape);
+  void ExpenseLine(const Occasion& occasion);
+  void ItemLine(const Occasion& occasion);
+  void BilledExpense(const Occasion& occasion, std::size_t account, Cents amount, std::string_view memo);
+  void BilledItem(const Occasion& occasion, std::size_t item, std::int64_t pieces, Cents cost);
+  std::size_t ExpenseAccount();
+  const Party& Vendor(std::size_t vendor) const { return company.people.vendors[vendor]; }
+
+  Company& company;
+  Draft& draft;
+  Obligations& obligations;
+  Random& random;
+  std::vector<std::size_t> uncovered;
+  std::deque<std::size_t> toReorder;
+  std::int64_t lastBill = 1000;
+  std::int64_t lastCheck = 3000;
+};
+
+}  // namespace krnqb::embedded::synthesis

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "sample_company/draft.h"
+#include "sample_company/purchases.h"
+#include "sample_company/random.h"
+
+namespace krnqb::embedded::synthesis {
+
+enum class RoutineCheck { Payroll, PayrollLiabilities, Rent, Card, Draw, Loan, Saving, Investment };
+
+/// The checks that come back month by month: wages, rent, debts that are paid off, and what the owner takes.
+/// A quiet month has some of them, by turns.
+class Routine {
+ public:
+  Routine(Company& payingCompany, Draft& transactionDraft, Purchases& companyPurchases,
+          Random& randomChoices);
+
+  /// `transactions` is the number of all transactions of the month to come.
+  void BeginMonth(std::int64_t transactions);
+  /// The check to be written as the month's transaction with this number, counted from 0, or since.
+  std::optional<RoutineCheck> Due(std::int64_t transaction) const;
+  /// Writes it. Where there is nothing to pay, the money goes into an asset or a debt.
+  CompanyRecord Write(RoutineCheck check, const Occasion& occasion);
+
+ private:
+  void Payroll(const Occasion& occasion);
+  void Loan();
+  void Draw();
+  /// Gives the account on which the check is drawn.
+  std::size_t Saving();
+  /// Writes a line for what is owed on an account with a credit balance, if anything.
+  void PayOff(std::size_t account, Cents most);
+  void Investment();
+  Cents CheckingBalance() const;
+
+  Company& company;
+  Draft& draft;
+  Purchases& purchases;
+  Random& random;
+  Cents customaryBalance;  // of the checking account
+  std::vector<RoutineCheck> month;
+  std::int64_t monthTransactions = 0;
+  std::size_t written = 0;
+  std::size_t turn = 0;
+  std::size_t investments = 0;
+};
+
+}  // namespace krnqb::embedded::synthesis

@@ -1,0 +1,213 @@
+#include "sample_company/sales.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+
+namespace krnqb::embedded::synthesis {
+namespace {
+
+constexpr std::int64_t fewestInvoiceLines = 4;
+constexpr std::int64_t mostInvoiceLines = 11;
+constexpr std::int64_t mostReceiptLines = 9;
+constexpr unsigned percentDiscounts = 5;
+constexpr unsigned percentReturns = 4;
+constexpr unsigned percentMarkedUp = 30;
+constexpr std::int64_t markupPercent = 15;
+
+constexpr std::array<std::string_view, 4> descriptions = {
+    "Thank you for your business", "Colours as discussed on the site",
+    "Work to be continued in the next month", "Please call us before you water the new plants"};
+constexpr std::array<std::string_view, 3> paymentMethodNames = {"Cash", "Check", "Visa"};
+
+}  // namespace
+
+Sales::Sales(Company& sellingCompany, Draft& transactionDraft, Obligations& companyObligations,
+             Purchases& companyPurchases, Random& randomChoices)
+    : company(sellingCompany),
+      draft(transactionDraft),
+      obligations(companyObligations),
+      purchases(companyPurchases),
+      random(randomChoices) {
+  for (const std::string_view name : paymentMethodNames) {
+    const std::int64_t number = static_cast<std::int64_t>(paymentMethods.size()) + 1;
+    paymentMethods.push_back(ReferenceLines(ListIdText(number, company.begun), name));
+  }
+}
+
+CompanyRecord Sales::Invoice(const Occasion& occasion) {
+  const auto customer = static_cast<std::size_t>(random.Below(company.people.customers.size()));
+  draft.Begin("InvoiceRet", occasion);
+  Lines(occasion, random.Between(fewestInvoiceLines, mostInvoiceLines));
+  return FinishInvoice(occasion, customer);
+}
+
+CompanyRecord Sales::Receipt(const Occasion& occasion) {
+  draft.Begin("SalesReceiptRet", occasion);
+  Lines(occasion, random.Between(1, mostReceiptLines));
+  return FinishReceipt(occasion, random.Pick(company.people.customers));
+}
+
+CompanyRecord Sales::CostInvoice(const Occasion& occasion, std::size_t customer) {
+  const std::vector<OpenItem> costs = obligations.Settle({ObligationKind::BillCustomer, customer});
+  draft.Begin("InvoiceRet", occasion);
+  Line(occasion);
+  // Items bought for a customer are sold to it: at their cost, or at their price.
+  for (const OpenItem& cost : costs) {
+    if (!cost.item) continue;
+    const Item& item = company.items.items[*cost.item];
+    const Cents rate =
+        random.Chance(percentMarkedUp) ? PriceOf(item, occasion.pricePermille) : cost.amount / cost.pieces;
+    draft.SoldLine({*cost.item, cost.pieces * 100, rate});
+  }
+  BilledCosts(costs);
+  return FinishInvoice(occasion, customer);
+}
+
+void Sales::BilledCosts(const std::vector<OpenItem>& costs) {
+  std::vector<OpenItem> expenses;
+  Cents total = 0;
+  for (const OpenItem& cost : costs) {
+    if (cost.item) continue;
+    expenses.push_back(cost);
+    if (random.Chance(percentMarkedUp))
+      expenses.back().amount += std::max<Cents>(1, cost.amount * markupPercent / 100);
+    total += expenses.back().amount;
+  }
+  if (expenses.empty()) return;
+  draft.OpenBilledCosts(total);
+  for (const OpenItem& expense : expenses) draft.BilledCostLine(expense.description, expense.amount);
+  draft.CloseBilledCosts();
+}
+
+CompanyRecord Sales::CustomerPayment(const Occasion& occasion, std::size_t customer) {
+  draft.Begin("SalesReceiptRet", occasion);
+  for (const OpenItem& invoice : obligations.Settle({ObligationKind::CollectFromCustomer, customer})) {
+    draft.PaymentLine(invoice.amount, fmt::format("Invoice {}", invoice.number));
+  }
+  return FinishReceipt(occasion, company.people.customers[customer]);
+}
+
+void Sales::Lines(const Occasion& occasion, std::int64_t count) {
+  for (std::int64_t rest = count; rest > 0; --rest) Line(occasion);
+}
+
+void Sales::Line(const Occasion& occasion) {
+  const std::uint64_t choice = random.Below(100);
+  if (choice < 30) {
+    ServiceLine(occasion);
+  } else if (choice < 62 && company.settings.features.inventory) {
+    StockLine(occasion);
+  } else if (choice < 88) {
+    const std::size_t goods = random.Pick(company.items.goods);
+    PieceLine(occasion, goods, random.Between(1, 8));
+  } else if (choice < 94) {
+    PieceLine(occasion, random.Pick(company.items.charges), 1);
+  } else if (choice < 97) {
+    GroupLines(occasion);
+  } else {
+    draft.DescriptionLine(random.Pick(descriptions));
+    ServiceLine(occasion);
+  }
+}
+
+void Sales::ServiceLine(const Occasion& occasion) {
+  const std::size_t service = random.Pick(company.items.services);
+  const std::int64_t quarterHours = random.Between(2, 48);
+  draft.SoldLine(
+      {service, quarterHours * 25, PriceOf(company.items.items[service], occasion.pricePermille), true});
+}
+
+void Sales::StockLine(const Occasion& occasion) {
+  const std::int64_t pieces = random.Between(1, 10);
+  if (const auto item = ItemInStock(pieces)) {
+    PieceLine(occasion, *item, pieces);
+  } else {
+    ServiceLine(occasion);
+  }
+}
+
+// Goods, with what may follow them: a discount, or a few pieces that come back.
+void Sales::PieceLine(const Occasion& occasion, std::size_t index, std::int64_t pieces) {
+  const Item& item = company.items.items[index];
+  const Cents rate = PriceOf(item, occasion.pricePermille);
+  const Cents amount = draft.SoldLine({index, pieces * 100, rate});
+  if (company.settings.features.discounts && random.Chance(percentDiscounts)) {
+    draft.DiscountLine(random.Pick(company.items.discounts), amount);
+  }
+  if (pieces > 1 && random.Chance(percentReturns)) {
+    draft.SoldLine({index, -100 * random.Between(1, pieces - 1), rate});
+  }
+}
+
+void Sales::GroupLines(const Occasion& occasion) {
+  const std::size_t group = random.Pick(company.items.groups);
+  const std::int64_t pieces = random.Between(1, 3);
+  for (const GroupMember& member : company.items.items[group].members) {
+    const Item& item = company.items.items[member.item];
+    if (item.kind == ItemKind::Inventory && item.stock < pieces * member.quantity)
+      return ServiceLine(occasion);
+  }
+  draft.SoldGroup(group, pieces, occasion.pricePermille);
+}
+
+// An item of which there are so many pieces; those found to be short are reordered.
+std::optional<std::size_t> Sales::ItemInStock(std::int64_t pieces) {
+  for (int attempt = 0; attempt < 3; ++attempt) {
+    const std::size_t index = random.Pick(company.items.inventory);
+    const Item& item = company.items.items[index];
+    if (item.stock - pieces < item.reorderPoint) purchases.Reorder(index);
+    if (item.stock >= pieces) return index;
+  }
+  return std::nullopt;
+}
+
+CompanyRecord Sales::FinishInvoice(const Occasion& occasion, std::size_t index) {
+  const Party& customer = company.people.customers[index];
+  const std::size_t receivable = company.accounts.Of(AccountRole::Receivable);
+  const Obligation payment{ObligationKind::CollectFromCustomer, index};
+  const Day due = occasion.day + std::chrono::days(customer.termDays);
+  const bool isPaid = obligations.CanPromise(payment, due);
+  const std::int64_t number = ++lastInvoice;
+  if (isPaid) obligations.Promise(payment, due, {draft.Total(), number, {}, {}, 0});
+
+  ElementText& head = draft.Head();
+  head.Block("CustomerRef", customer.reference);
+  head.Block("ARAccountRef", company.accounts[receivable].reference);
+  head.Text("TxnDate", occasion.dayText);
+  head.Number("RefNumber", number);
+  head.Block("BillAddress", customer.address);
+  head.Truth("IsPending", false);
+  head.Text("DueDate", DayText(due));
+  head.Text("ShipDate", occasion.dayText);
+  head.Money("Subtotal", draft.Total());
+  head.Money("SalesTaxTotal", 0);
+  head.Money("AppliedAmount", isPaid ? -draft.Total() : 0);
+  head.Money("BalanceRemaining", isPaid ? 0 : draft.Total());
+  head.Truth("IsPaid", isPaid);
+  head.Truth("IsToBePrinted", false);
+  draft.PostTotal(receivable);
+  return draft.Finish({});
+}
+
+CompanyRecord Sales::FinishReceipt(const Occasion& occasion, const Party& customer) {
+  const std::size_t bank = company.choices.Bank(random);
+  ElementText& head = draft.Head();
+  head.Block("CustomerRef", customer.reference);
+  head.Text("TxnDate", occasion.dayText);
+  head.Number("RefNumber", ++lastReceipt);
+  head.Truth("IsPending", false);
+  head.Block("PaymentMethodRef", random.Pick(paymentMethods));
+  head.Text("DueDate", occasion.dayText);
+  head.Text("ShipDate", occasion.dayText);
+  head.Money("Subtotal", draft.Total());
+  head.Money("SalesTaxTotal", 0);
+  head.Money("TotalAmount", draft.Total());
+  head.Truth("IsToBePrinted", false);
+  head.Block("DepositToAccountRef", company.accounts[bank].reference);
+  draft.PostTotal(bank);
+  return draft.Finish({});
+}
+
+}  // namespace krnqb::embedded::synthesis

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "sample_company/draft.h"
+#include "sample_company/obligations.h"
+#include "sample_company/purchases.h"
+#include "sample_company/random.h"
+
+namespace krnqb::embedded::synthesis {
+
+/// Writes the sales of a company: invoices, sales receipts and what customers pay on account.
+class Sales {
+ public:
+  /// What the sales take out of the stock is reordered by `companyPurchases`.
+  Sales(Company& sellingCompany, Draft& transactionDraft, Obligations& companyObligations,
+        Purchases& companyPurchases, Random& randomChoices);
+
+  CompanyRecord Invoice(const Occasion& occasion);
+  CompanyRecord Receipt(const Occasion& occasion);
+  /// An invoice with the costs that are open for a customer.
+  CompanyRecord CostInvoice(const Occasion& occasion, std::size_t customer);
+  /// A sales receipt for all open invoices of a customer.
+  CompanyRecord CustomerPayment(const Occasion& occasion, std::size_t customer);
+
+ private:
+  void Lines(const Occasion& occasion, std::int64_t count);
+  void Line(const Occasion& occasion);
+  void ServiceLine(const Occasion& occasion);
+  void StockLine(const Occasion& occasion);
+  void PieceLine(const Occasion& occasion, std::size_t index, std::int64_t pieces);
+  void GroupLines(const Occasion& occasion);
+  void BilledCosts(const std::vector<OpenItem>& costs);
+  std::optional<std::size_t> ItemInStock(std::int64_t pieces);
+  CompanyRecord FinishInvoice(const Occasion& occasion, std::size_t index);
+  CompanyRecord FinishReceipt(const Occasion& occasion, const Party& customer);
+
+  Company& company;
+  Draft& draft;
+  Obligations& obligations;
+  Purchases& purchases;
+  Random& random;
+  std::vector<std::string> paymentMethods;  // the lines that refer to each
+  std::int64_t lastInvoice = 1000;
+  std::int64_t lastReceipt = 300;
+};
+
+}  // namespace krnqb::embedded::synthesis

@@ -1,0 +1,143 @@
+#include "ui/qt/toolkit.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QSplitter>
+#include <algorithm>
+#include <array>
+#include <clocale>
+#include <utility>
+#include <vector>
+
+#include "ui/controls.h"
+#include "ui/qt/display.h"
+#include "ui/qt/form_window.h"
+#include "ui/qt/text.h"
+
+namespace krnqb::ui::qt {
+namespace {
+
+// Qt wants a command line that lives as long as its application.
+class Application {
+ public:
+  Application() : display(RequireDisplay()), application(count, words.data()) {
+    display.reset();
+    // Qt takes the locale over for the whole process; numbers here are written in one way only.
+    std::setlocale(LC_NUMERIC, "C");
+  }
+
+ private:
+  std::array<char, 6> name{"krnqb"};
+  std::array<char*, 2> words{name.data(), nullptr};
+  int count = 1;
+  HeldDisplay display;
+  QApplication application;
+};
+
+// Takes away, while it lives, what a person does with mouse and keyboard, closing windows included.
+class InputBarrier : public QObject {
+ public:
+  InputBarrier() { qApp->installEventFilter(this); }
+
+  bool eventFilter(QObject* /*receiver*/, QEvent* event) override {
+    static constexpr std::array held{QEvent::MouseButtonPress,
+                                     QEvent::MouseButtonRelease,
+                                     QEvent::MouseButtonDblClick,
+                                     QEvent::MouseMove,
+                                     QEvent::Wheel,
+                                     QEvent::KeyPress,
+                                     QEvent::KeyRelease,
+                                     QEvent::ShortcutOverride,
+                                     QEvent::Shortcut,
+                                     QEvent::ContextMenu,
+                                     QEvent::TouchBegin,
+                                     QEvent::TouchUpdate,
+                                     QEvent::TouchEnd,
+                                     QEvent::TabletPress,
+                                     QEvent::Close};
+    return std::find(held.begin(), held.end(), event->type()) != held.end();
+  }
+};
+
+QStringList NameFilters(const FileDialogSettings& settings) {
+  QStringList names;
+  for (const FileFilter& filter : settings.filters) {
+    const QString description = ToQt(filter.description);
+    const QString pattern = QStringLiteral("(%1)").arg(ToQt(filter.pattern));
+    // Qt reads the pattern from the parentheses at the end.
+    names << (description.endsWith(pattern) ? description : description + QLatin1Char(' ') + pattern);
+  }
+  return names;
+}
+
+// Wide enough for the names of places and files.
+void Arrange(QFileDialog& dialog) {
+  constexpr int placesWidth = 160;
+  constexpr int filesWidth = 520;
+  dialog.setViewMode(QFileDialog::List);
+  dialog.resize(placesWidth + filesWidth, dialog.height());
+  if (auto* splitter = dialog.findChild<QSplitter*>()) splitter->setSizes({placesWidth, filesWidth});
+}
+
+class Widgets final : public Toolkit {
+ public:
+  Widgets() {
+    if (QCoreApplication::instance() == nullptr) application = std::make_unique<Application>();
+  }
+
+  void ShowModal(Dialog& dialog) override {
+    FormWindow window(dialog, QApplication::activeWindow());
+    windows.push_back(&window);
+    try {
+      window.Run();
+    } catch (...) {
+      windows.pop_back();
+      throw;
+    }
+    windows.pop_back();
+  }
+
+  void ShowNow(const Dialog& dialog) override {
+    const InputBarrier barrier;
+    for (FormWindow* window : windows) {
+      if (&window->Shown() == &dialog) window->ShowState();
+    }
+    QCoreApplication::processEvents();
+  }
+
+  void ShowMessage(std::string_view text) override {
+    QMessageBox box(QMessageBox::NoIcon, {}, ToQt(text), QMessageBox::Ok, QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+  }
+
+  std::optional<std::string> AskForFile(const FileDialogSettings& settings) override {
+    QFileDialog dialog(QApplication::activeWindow(), ToQt(settings.title));
+    dialog.setObjectName(ToQt(fileDialog));
+    dialog.setOption(QFileDialog::DontUseNativeDialog);  // one that looks and works the same everywhere
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    const QStringList filters = NameFilters(settings);
+    dialog.setNameFilters(filters);
+    dialog.selectNameFilter(filters.value(settings.filterIndex - 1));
+    dialog.setDefaultSuffix(ToQt(settings.defaultExtension));
+    dialog.selectFile(ToQt(settings.initialFileName));
+    Arrange(dialog);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    return FromQt(QDir::toNativeSeparators(dialog.selectedFiles().front()));
+  }
+
+ private:
+  std::unique_ptr<Application> application;
+  std::vector<FormWindow*> windows;
+};
+
+}  // namespace
+
+std::shared_ptr<Toolkit> QtToolkit() {
+  return std::make_shared<Widgets>();
+}
+
+}  // namespace krnqb::ui::qt

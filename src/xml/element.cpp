@@ -1,0 +1,230 @@
+#include "krnqb/xml_element.h"
+
+#include <libxml/tree.h>
+
+#include "krnqb/error.h"
+#include "xml/parser.h"
+#include "xml/tree.h"
+
+namespace krnqb {
+namespace {
+
+struct FreeBuffer {
+  void operator()(xmlBuffer* buffer) const noexcept { xmlBufferFree(buffer); }
+};
+struct FreeText {
+  void operator()(xmlChar* text) const noexcept { xmlFree(text); }
+};
+using LibraryText = std::unique_ptr<xmlChar, FreeText>;
+
+const xmlChar* LibraryString(const std::string& text) {
+  return reinterpret_cast<const xmlChar*>(text.c_str());
+}
+std::string_view View(const xmlChar* text) {
+  return reinterpret_cast<const char*>(text);
+}
+bool IsElement(const xmlNode* node) {
+  return node->type == XML_ELEMENT_NODE;
+}
+bool IsText(const xmlNode* node) {
+  return node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE;
+}
+
+xmlNode* Required(const XmlElement& element) {
+  xmlNode* const node = XmlTree::NodeOf(element);
+  if (node == nullptr) throw Error(error_number::objectNotSet);
+  return node;
+}
+
+xmlNode* FirstElement(xmlNode* node) {
+  while (node != nullptr && !IsElement(node)) node = node->next;
+  return node;
+}
+
+xmlNode* LastElement(xmlNode* node) {
+  while (node != nullptr && !IsElement(node)) node = node->prev;
+  return node;
+}
+
+void AppendText(const xmlNode* node, std::string& text) {
+  for (const xmlNode* child = node->children; child != nullptr; child = child->next) {
+    if (IsText(child)) text += View(child->content);
+    if (IsElement(child)) AppendText(child, text);
+  }
+}
+
+// Nodes are copied and made in the document that they are to stand in, since it owns their names.
+xmlNode* CopyInto(xmlDoc* document, xmlNode* source) {
+  xmlNode* const copy = xmlDocCopyNode(source, document, 1);
+  if (copy == nullptr) throw std::bad_alloc();
+  return copy;
+}
+
+}  // namespace
+
+XmlElement XmlElement::Parse(std::string_view text) {
+  return ParseXmlText(text).element;
+}
+
+XmlElement XmlElement::Own() const {
+  return outside == nullptr ? *this : Parse(outside->Xml());
+}
+
+std::string XmlElement::Name() const {
+  const xmlNode* const self = Required(*this);
+  std::string name;
+  if (self->ns != nullptr && self->ns->prefix != nullptr) name = std::string(View(self->ns->prefix)) + ":";
+  return name += View(self->name);
+}
+
+std::string XmlElement::Text() const {
+  std::string text;
+  AppendText(Required(*this), text);
+  return text;
+}
+
+std::optional<std::string> XmlElement::Attribute(std::string_view name) const {
+  if (node == nullptr) return std::nullopt;
+  const LibraryText value(xmlGetNoNsProp(XmlTree::NodeOf(*this), LibraryString(std::string(name))));
+  if (value == nullptr) return std::nullopt;
+  return std::string(View(value.get()));
+}
+
+std::string XmlElement::Xml() const {
+  if (outside != nullptr) return outside->Xml();
+  xmlNode* const self = Required(*this);
+  const std::unique_ptr<xmlBuffer, FreeBuffer> buffer(xmlBufferCreate());
+  if (buffer == nullptr) throw std::bad_alloc();
+  xmlBufferSetAllocationScheme(buffer.get(), XML_BUFFER_ALLOC_DOUBLEIT);
+  if (xmlNodeDump(buffer.get(), tree->document, self, 0, 0) < 0) throw Error(error_number::unspecified);
+  return {View(xmlBufferContent(buffer.get())).data(),
+          static_cast<std::size_t>(xmlBufferLength(buffer.get()))};
+}
+
+long XmlElement::Line() const noexcept {
+  return node == nullptr ? 0 : xmlGetLineNo(XmlTree::NodeOf(*this));
+}
+
+XmlElement XmlElement::Parent() const noexcept {
+  if (node == nullptr) return {};
+  xmlNode* const parent = XmlTree::NodeOf(*this)->parent;
+  return parent == nullptr || !IsElement(parent) ? XmlElement() : XmlTree::Handle(tree, parent);
+}
+
+XmlElement XmlElement::FirstChild() const noexcept {
+  return node == nullptr ? XmlElement()
+                         : XmlTree::Handle(tree, FirstElement(XmlTree::NodeOf(*this)->children));
+}
+
+XmlElement XmlElement::LastChild() const noexcept {
+  return node == nullptr ? XmlElement() : XmlTree::Handle(tree, LastElement(XmlTree::NodeOf(*this)->last));
+}
+
+XmlElement XmlElement::NextSibling() const noexcept {
+  return node == nullptr ? XmlElement() : XmlTree::Handle(tree, FirstElement(XmlTree::NodeOf(*this)->next));
+}
+
+XmlElement XmlElement::PreviousSibling() const noexcept {
+  return node == nullptr ? XmlElement() : XmlTree::Handle(tree, LastElement(XmlTree::NodeOf(*this)->prev));
+}
+
+std::vector<XmlElement> XmlElement::Children() const {
+  std::vector<XmlElement> children;
+  for (XmlElement child = FirstChild(); child; child = child.NextSibling()) children.push_back(child);
+  return children;
+}
+
+XmlElement XmlElement::Child(std::string_view name) const noexcept {
+  if (node == nullptr) return {};
+  xmlNode* child = FirstElement(XmlTree::NodeOf(*this)->children);
+  while (child != nullptr && (child->ns != nullptr || View(child->name) != name))
+    child = FirstElement(child->next);
+  return XmlTree::Handle(tree, child);
+}
+
+XmlElement XmlElement::Root() const noexcept {
+  return node == nullptr ? XmlElement() : XmlTree::Handle(tree, xmlDocGetRootElement(tree->document));
+}
+
+XmlElement XmlElement::NextInDocument() const noexcept {
+  if (const XmlElement child = FirstChild()) return child;
+  for (XmlElement element = *this; element; element = element.Parent()) {
+    if (const XmlElement sibling = element.NextSibling()) return sibling;
+  }
+  return {};
+}
+
+std::string XmlElement::FirstTextNode() const {
+  for (const xmlNode* child = Required(*this)->children; child != nullptr; child = child->next) {
+    if (IsText(child)) return std::string(View(child->content));
+  }
+  return {};
+}
+
+XmlElement XmlElement::Select(const std::string& path) const {
+  xmlNode* const self = Required(*this);
+  const std::vector<xmlNode*> nodes = tree->Evaluate(path, self);
+  return nodes.empty() ? XmlElement() : XmlTree::Handle(tree, nodes.front());
+}
+
+std::vector<XmlElement> XmlElement::SelectAll(const std::string& path) const {
+  xmlNode* const self = Required(*this);
+  std::vector<XmlElement> elements;
+  for (xmlNode* selected : tree->Evaluate(path, self)) elements.push_back(XmlTree::Handle(tree, selected));
+  return elements;
+}
+
+void XmlElement::SetText(std::string_view text) {
+  xmlNode* const self = Required(*this);
+  while (self->children != nullptr) {
+    xmlNode* const child = self->children;
+    xmlUnlinkNode(child);
+    if (IsElement(child)) {
+      tree->removed.push_back(child);
+    } else {
+      xmlFreeNode(child);
+    }
+  }
+  if (text.empty()) return;
+  // A text node takes the text as it stands; setting content would read "&" as the begin of a reference.
+  xmlNode* const content = xmlNewDocTextLen(tree->document, reinterpret_cast<const xmlChar*>(text.data()),
+                                            static_cast<int>(text.size()));
+  if (content == nullptr) throw std::bad_alloc();
+  xmlAddChild(self, content);
+}
+
+void XmlElement::SetAttribute(std::string_view name, std::string_view value) {
+  xmlNode* const self = Required(*this);
+  if (xmlSetProp(self, LibraryString(std::string(name)), LibraryString(std::string(value))) == nullptr) {
+    throw std::bad_alloc();
+  }
+}
+
+XmlElement XmlElement::Clone() const {
+  xmlNode* const self = Required(*this);
+  xmlDoc* const document = xmlNewDoc(reinterpret_cast<const xmlChar*>("1.0"));
+  if (document == nullptr) throw std::bad_alloc();
+  auto clone = std::make_shared<XmlTree>(document);
+  xmlNode* const copy = CopyInto(document, self);
+  xmlDocSetRootElement(document, copy);
+  return XmlTree::Handle(std::move(clone), copy);
+}
+
+XmlElement XmlElement::InsertCopy(const XmlElement& source, const XmlElement& before) {
+  xmlNode* const self = Required(*this);
+  xmlNode* const copy = CopyInto(tree->document, Required(source));
+  if (before) {
+    xmlAddPrevSibling(XmlTree::NodeOf(before), copy);
+  } else {
+    xmlAddChild(self, copy);
+  }
+  return XmlTree::Handle(tree, copy);
+}
+
+void XmlElement::Remove() {
+  xmlNode* const self = Required(*this);
+  xmlUnlinkNode(self);
+  tree->removed.push_back(self);
+}
+
+}  // namespace krnqb

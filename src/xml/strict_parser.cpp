@@ -1,0 +1,89 @@
+#include "xml/strict_parser.h"
+
+#include <libxml/parser.h>
+
+#include <limits>
+#include <new>
+
+namespace krnqb {
+namespace {
+
+// What is not named here stays off: recovery, external subsets, substitution of entities.
+constexpr int strictOptions =
+    XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_BIG_LINES | XML_PARSE_HUGE;
+
+void KeepError(void* context, xmlErrorPtr error) {
+  if (error == nullptr || error->message == nullptr || error->level < XML_ERR_ERROR) return;
+  std::string message = error->message;
+  while (message.ends_with('\n')) message.pop_back();
+  StrictParser::Of(context).KeepFault(error->line, std::move(message));
+}
+
+void RefuseEntity(void* context) {
+  const xmlParserInput* const input = static_cast<xmlParserCtxt*>(context)->input;
+  StrictParser::Of(context).KeepFault(input == nullptr ? 0 : input->line, "the document declares entities");
+  StrictParser::Stop(context);
+}
+
+void RefuseEntityDeclaration(void* context, const xmlChar* /*name*/, int /*type*/,
+                             const xmlChar* /*publicId*/, const xmlChar* /*systemId*/, xmlChar* /*content*/) {
+  RefuseEntity(context);
+}
+
+void RefuseUnparsedEntity(void* context, const xmlChar* /*name*/, const xmlChar* /*publicId*/,
+                          const xmlChar* /*systemId*/, const xmlChar* /*notation*/) {
+  RefuseEntity(context);
+}
+
+}  // namespace
+
+StrictParser::StrictParser() : context(xmlNewParserCtxt()) {
+  if (context == nullptr) throw std::bad_alloc();
+  context->_private = this;
+  context->sax->serror = KeepError;
+  context->sax->entityDecl = RefuseEntityDeclaration;
+  context->sax->unparsedEntityDecl = RefuseUnparsedEntity;
+}
+
+StrictParser::~StrictParser() {
+  xmlFreeParserCtxt(context);
+}
+
+xmlSAXHandler& StrictParser::Handlers() noexcept {
+  return *context->sax;
+}
+
+StrictParser& StrictParser::Of(void* parserContext) noexcept {
+  return *static_cast<StrictParser*>(static_cast<xmlParserCtxt*>(parserContext)->_private);
+}
+
+void* StrictParser::SubjectOf(void* parserContext) noexcept {
+  return Of(parserContext).subject;
+}
+
+void StrictParser::Stop(void* parserContext) noexcept {
+  auto* const parser = static_cast<xmlParserCtxt*>(parserContext);
+  parser->wellFormed = 0;
+  xmlStopParser(parser);
+}
+
+void StrictParser::KeepFault(long line, std::string message) {
+  if (!fault) fault = XmlFault{line, std::move(message)};
+}
+
+xmlDoc* StrictParser::Parse(std::string_view source, XmlEncoding encoding) {
+  if (source.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
+    KeepFault(1, "the document is larger than 2 GB");
+    return nullptr;
+  }
+  const bool utf8 = encoding == XmlEncoding::Utf8;
+  const int options = utf8 ? strictOptions | XML_PARSE_IGNORE_ENC : strictOptions;
+  xmlDoc* document = xmlCtxtReadMemory(context, source.data(), static_cast<int>(source.size()), nullptr,
+                                       utf8 ? "UTF-8" : nullptr, options);
+  if (document == nullptr) KeepFault(1, "the document is empty");
+  if (!fault) return document;
+  xmlFreeDoc(document);
+  return nullptr;
+}
+
+}  // namespace krnqb

@@ -1,0 +1,138 @@
+#include <gtest/gtest.h>
+
+#include <map>
+#include <nlohmann/json.hpp>
+
+#include "cli/workplace.h"
+
+namespace krnqb::cli {
+namespace {
+
+namespace fs = std::filesystem;
+using tests::ProgramRun;
+using tests::RunProgram;
+using tests::Workplace;
+using tests::WriteText;
+
+struct CompaniesCommand : testing::Test {
+  CompaniesCommand() {
+    fs::create_directory(place / "typed");
+    WriteText(place / "typed/b.QBW", "");
+    WriteText(place / "typed/a.qbw", "");
+    WriteText(place / "typed/notes.txt", "");
+  }
+
+  ProgramRun List(const std::vector<std::string>& more) const {
+    std::vector<std::string> arguments{"companies"};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    Surroundings surroundings;
+    surroundings.environment = [this](const std::string& name) -> std::optional<std::string> {
+      const auto value = environment.find(name);
+      return value == environment.end() ? std::nullopt : std::optional(value->second);
+    };
+    return RunProgram(arguments, surroundings);
+  }
+
+  // A folder with one company of that name.
+  std::string FolderWith(const std::string& company) const {
+    const std::string folder = place / ("folder of " + company);
+    fs::create_directory(folder);
+    WriteText(folder + "/" + company, "");
+    return folder;
+  }
+
+  void Configure(const std::string& lines) const {
+    fs::create_directories(place / ".config/krnqb");
+    WriteText(place / ".config/krnqb/config.ini", lines);
+  }
+
+  const Workplace place;
+  std::map<std::string, std::string> environment{{"HOME", place.Folder().string()}};
+};
+
+TEST_F(CompaniesCommand, PrintsOnePathALine) {
+  const ProgramRun run = List({"--quickbooks-folder", place / "typed"});
+  EXPECT_EQ(run.code, 0);
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(run.out, place / "typed/a.qbw" + "\n" + (place / "typed/b.QBW") + "\n");
+}
+
+TEST_F(CompaniesCommand, PrintsNothingForAFolderWithoutCompanies) {
+  fs::create_directory(place / "empty");
+  const ProgramRun run = List({"--quickbooks-folder", place / "empty"});
+  EXPECT_EQ(run.code, 0);
+  EXPECT_EQ(run.out + run.err, "");
+}
+
+TEST_F(CompaniesCommand, PrintsJson) {
+  const auto json = nlohmann::json::parse(List({"--quickbooks-folder", place / "typed", "--json"}).out);
+  EXPECT_EQ(json["result"], "done");
+  ASSERT_EQ(json["companies"].size(), 2U);
+  EXPECT_EQ(json["companies"][0]["name"], "a.qbw");
+  EXPECT_EQ(json["companies"][0]["path"], place / "typed/a.qbw");
+  EXPECT_EQ(json["companies"][1]["name"], "b.QBW");
+}
+
+TEST_F(CompaniesCommand, TakesTheTypedFolderThenTheVariableThenTheConfiguration) {
+  Configure("quickbooks-folder = \"" + FolderWith("configured.qbw") + "\"\n");
+  EXPECT_TRUE(List({}).out.ends_with("/configured.qbw\n"));
+  environment["KRNQB_QUICKBOOKS_FOLDER"] = FolderWith("variable.qbw");
+  EXPECT_TRUE(List({}).out.ends_with("/variable.qbw\n"));
+  EXPECT_TRUE(List({"--quickbooks-folder", FolderWith("typed.qbw")}).out.ends_with("/typed.qbw\n"));
+  environment["KRNQB_QUICKBOOKS_FOLDER"] = "";
+  EXPECT_TRUE(List({}).out.ends_with("/configured.qbw\n")) << "an empty variable is none";
+}
+
+TEST_F(CompaniesCommand, ReadsTheConfigurationAmongOtherLines) {
+  Configure("; of this machine\n[other]\nquickbooks-folder = /nowhere\n");
+  EXPECT_EQ(List({}).code, 1) << "it belongs to another section";
+  Configure("# of this machine\nname = x\nquickbooks-folder=\"" + FolderWith("a b.qbw") + "\"\n[other]\n");
+  EXPECT_TRUE(List({}).out.ends_with("/a b.qbw\n"));
+}
+
+TEST_F(CompaniesCommand, SaysThatNoFolderIsNamed) {
+  const ProgramRun run = List({});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.err,
+            "krnqb: listing companies failed: the folder of the QuickBooks program is not known; give "
+            "--quickbooks-folder DIR, set KRNQB_QUICKBOOKS_FOLDER, or write quickbooks-folder = DIR into "
+            "~/.config/krnqb/config.ini\n");
+  environment.clear();
+  EXPECT_EQ(List({}).err, run.err) << "without a home either";
+}
+
+TEST_F(CompaniesCommand, SaysThatTheFolderCannotBeRead) {
+  const ProgramRun run = List({"--quickbooks-folder", place / "missing"});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.err, "krnqb: listing companies failed: the folder " + (place / "missing") +
+                         " cannot be read; check the path and the rights to it\n");
+}
+
+TEST_F(CompaniesCommand, TellsEachFileThatIsInTheWay) {
+  WriteText(place / "typed/c]]>.qbw", "");
+  WriteText(place / "typed/d\xE9.qbw", "");
+  const ProgramRun run = List({"--quickbooks-folder", place / "typed"});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.err.find("krnqb: listing companies failed: " + (place / "typed/c]]>.qbw") +
+                         ": its path holds \"]]>\"; rename the file, and list again\n"
+                         "krnqb: listing companies failed: " +
+                         (place / "typed/d\xE9.qbw") + ": its path holds bytes that are no text: "),
+            0U)
+      << run.err;
+}
+
+TEST_F(CompaniesCommand, MakesPathsAbsolute) {
+  const ProgramRun run = List({"--quickbooks-folder", KRNQB_SAMPLES "/../samples/plans/.."});
+  EXPECT_EQ(run.code, 0) << run.err;
+  const auto current = fs::current_path();
+  fs::current_path(place.Folder());
+  EXPECT_EQ(List({"--quickbooks-folder", "typed/"}).out,
+            place / "typed/a.qbw" + "\n" + (place / "typed/b.QBW") + "\n");
+  EXPECT_EQ(List({"--quickbooks-folder", "./typed/../typed"}).out.rfind(place / "typed/a.qbw", 0), 0U);
+  fs::current_path(current);
+}
+
+}  // namespace
+}  // namespace krnqb::cli

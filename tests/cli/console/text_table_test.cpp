@@ -1,0 +1,45 @@
+#include "cli/console/text_table.h"
+
+#include <gtest/gtest.h>
+
+namespace krnqb::cli {
+namespace {
+
+TEST(TextTable, AlignsColumnsToTheirSides) {
+  TextTable table({Alignment::Left, Alignment::Right});
+  table.AddRow({"Table", "Rows"});
+  table.AddRow({"Sales and costs", "7"});
+  EXPECT_EQ(table.Text(),
+            "Table            Rows\n"
+            "Sales and costs     7\n");
+}
+
+TEST(TextTable, CountsCharactersNotBytes) {
+  TextTable table({Alignment::Left, Alignment::Left});
+  table.AddRow({"Café", "x"});
+  table.AddRow({"Cafes", "y"});
+  EXPECT_EQ(table.Text(), "Café   x\nCafes  y\n");
+}
+
+TEST(TextTable, LeavesNoBlanksAtTheEndOfALine) {
+  TextTable table({Alignment::Left, Alignment::Left});
+  table.AddRow({"long name", "selected"});
+  table.AddRow({"short", ""});
+  EXPECT_EQ(table.Text("  "), "  long name  selected\n  short\n");
+}
+
+TEST(TextTable, ShowsACellOnOneLine) {
+  TextTable table({Alignment::Left});
+  table.AddRow({"two\r\nlines \x1b[31m"});
+  EXPECT_EQ(table.Text(), "two lines  [31m\n");
+}
+
+TEST(TextTable, TakesRowsWithFewerCells) {
+  TextTable table({Alignment::Left, Alignment::Left});
+  table.AddRow({"a"});
+  table.AddRow({"bb", "c"});
+  EXPECT_EQ(table.Text(), "a\nbb  c\n");
+}
+
+}  // namespace
+}  // namespace krnqb::cli

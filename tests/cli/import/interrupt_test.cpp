@@ -1,0 +1,131 @@
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <nlohmann/json.hpp>
+
+#include "cli/console/interrupt_watch.h"
+#include "cli/workplace.h"
+#include "krnqb/error.h"
+
+namespace krnqb::cli {
+namespace {
+
+using tests::ProgramRun;
+using tests::ReadText;
+using tests::RunProgram;
+using tests::Workplace;
+
+// Interrupts the process when it is first asked for the time, which an import does while it rebuilds the
+// tables.
+class InterruptingClock : public Clock {
+ public:
+  LocalDateTime Now() override {
+    if (!interrupted) std::raise(SIGINT);
+    interrupted = true;
+    return tests::JanuaryClock()->Now();
+  }
+
+ private:
+  bool interrupted = false;
+};
+
+Surroundings Interrupting() {
+  return {.clock = std::make_shared<InterruptingClock>(), .errorIsTerminal = false};
+}
+
+TEST(InterruptedImport, EndsWith130AndWritesNothing) {
+  const Workplace place;
+  place.Nursery();
+  const std::string before = ReadText(place / "ald.kpf");
+  const ProgramRun run =
+      RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--income"}), Interrupting());
+  EXPECT_EQ(run.code, 130);
+  EXPECT_EQ(run.err, "krnqb: import interrupted: stopped on request; nothing was written\n");
+  EXPECT_EQ(run.out.find("Wrote"), std::string::npos);
+  EXPECT_EQ(ReadText(place / "ald.kpf"), before);
+  EXPECT_FALSE(std::filesystem::exists(place / "ald.kpf.bak"));
+}
+
+TEST(InterruptedImport, IsToldAsJson) {
+  const Workplace place;
+  place.Nursery();
+  const ProgramRun run =
+      RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--json"}), Interrupting());
+  EXPECT_EQ(run.code, 130);
+  const auto object = nlohmann::json::parse(run.out);
+  EXPECT_EQ(object.at("result"), "interrupted");
+  EXPECT_TRUE(object.at("incomplete").empty());
+  EXPECT_TRUE(object.at("tables").empty());
+  // The tables are rebuilt between 80 and 100.
+  EXPECT_EQ(object.at("events").back().at("percent"), 100);
+}
+
+TEST(InterruptedImport, IsNotForcedByAcceptIncomplete) {
+  const Workplace place;
+  place.Nursery();
+  const std::string before = ReadText(place / "ald.kpf");
+  EXPECT_EQ(
+      RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--accept-incomplete"}), Interrupting())
+          .code,
+      130);
+  EXPECT_EQ(ReadText(place / "ald.kpf"), before);
+}
+
+TEST(InterruptedImport, LeavesThePlanToTheNextOne) {
+  const Workplace place;
+  place.Nursery();
+  const auto arguments = place.ImportArguments("ald.kpf", {"--expenses"});
+  EXPECT_EQ(RunProgram(arguments, Interrupting()).code, 130);
+  EXPECT_EQ(RunProgram(arguments).code, 0);
+}
+
+TEST(InterruptWatch, RemembersAnInterrupt) {
+  const InterruptWatch watch;
+  EXPECT_FALSE(watch.Requested());
+  EXPECT_NO_THROW(watch.StopWhenRequested());
+  std::raise(SIGINT);
+  EXPECT_TRUE(watch.Requested());
+  EXPECT_THROW(watch.StopWhenRequested(), Error);
+}
+
+TEST(InterruptWatch, ForgetsTheInterruptsOfTheWatchBefore) {
+  {
+    const InterruptWatch watch;
+    std::raise(SIGINT);
+  }
+  const InterruptWatch watch;
+  EXPECT_FALSE(watch.Requested());
+}
+
+TEST(InterruptWatch, GivesTheSignalBack) {
+  struct sigaction before {};
+  sigaction(SIGINT, nullptr, &before);
+  { const InterruptWatch watch; }
+  struct sigaction after {};
+  sigaction(SIGINT, nullptr, &after);
+  EXPECT_EQ(after.sa_handler, before.sa_handler);
+}
+
+TEST(InterruptWatch, LeavesIgnoredInterruptsIgnored) {
+  const auto previous = std::signal(SIGINT, SIG_IGN);
+  {
+    const InterruptWatch watch;
+    std::raise(SIGINT);
+    EXPECT_FALSE(watch.Requested());
+  }
+  std::signal(SIGINT, previous);
+}
+
+TEST(InterruptWatch, LetsTheSecondInterruptEndTheProcess) {
+  EXPECT_EXIT(
+      {
+        std::signal(SIGINT, SIG_DFL);
+        const InterruptWatch watch;
+        std::raise(SIGINT);
+        std::raise(SIGINT);
+      },
+      testing::KilledBySignal(SIGINT), "");
+}
+
+}  // namespace
+}  // namespace krnqb::cli

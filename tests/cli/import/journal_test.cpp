@@ -1,0 +1,81 @@
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "cli/workplace.h"
+
+namespace krnqb::cli {
+namespace {
+
+using nlohmann::ordered_json;
+using tests::ProgramRun;
+using tests::ReadText;
+using tests::RunProgram;
+using tests::Workplace;
+using Words = std::vector<std::string>;
+
+const Words amounts = {"--expenses", "--income", "--balances", "all"};
+
+Words With(Words words, const Words& more) {
+  words.insert(words.end(), more.begin(), more.end());
+  return words;
+}
+
+TEST(ImportJournal, ListsEachAmountThatWasLeftOut) {
+  const Workplace place;
+  place.NurseryYear();
+  const std::string journal = place / "journal.jsonl";
+  const ProgramRun run =
+      RunProgram(place.ImportArguments("ald.kpf", With(amounts, {"--json", "--journal", journal})));
+  ASSERT_EQ(run.code, 0) << run.err;
+  const ordered_json skipped = ordered_json::parse(run.out).at("skipped");
+  std::istringstream lines(ReadText(journal));
+  int count = 0;
+  for (std::string text; std::getline(lines, text); ++count) {
+    const ordered_json line = ordered_json::parse(text);
+    EXPECT_EQ(line.at("kind"), "skipped");
+    EXPECT_TRUE(skipped.at("reasons").contains(line.at("reason").get<std::string>())) << text;
+    EXPECT_FALSE(line.at("transaction").get<std::string>().empty()) << text;
+    EXPECT_TRUE(line.contains("amount") && line.contains("request") && line.contains("from")) << text;
+  }
+  EXPECT_GT(count, 0);
+  EXPECT_EQ(skipped.at("count"), count);
+}
+
+TEST(ImportReport, TellsCountAndSumOfWhatWasLeftOutByReason) {
+  const Workplace place;
+  place.NurseryYear();
+  const ProgramRun run = RunProgram(place.ImportArguments("ald.kpf", amounts));
+  EXPECT_EQ(run.code, 0);
+  EXPECT_NE(run.out.find("Left out"), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("the item has no account"), std::string::npos) << run.out;
+}
+
+TEST(StrictImport, WritesNothingWhenAmountsWereLeftOut) {
+  const Workplace place;
+  place.NurseryYear();
+  const std::string plan = place / "ald.kpf";
+  const std::string before = ReadText(plan);
+  const ProgramRun run = RunProgram(place.ImportArguments("ald.kpf", With(amounts, {"--strict"})));
+  EXPECT_EQ(run.code, 1);
+  EXPECT_NE(run.err.find("amounts were left out"), std::string::npos) << run.err;
+  EXPECT_EQ(ReadText(plan), before);
+}
+
+TEST(StrictImport, WritesWhatCameInWhenIncompleteIsAccepted) {
+  const Workplace place;
+  place.NurseryYear();
+  const ProgramRun run =
+      RunProgram(place.ImportArguments("ald.kpf", With(amounts, {"--strict", "--accept-incomplete"})));
+  EXPECT_EQ(run.code, 3);
+}
+
+TEST(StrictImport, SucceedsWhenNothingWasLeftOut) {
+  const Workplace place;
+  place.NurseryYear();
+  EXPECT_EQ(RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--strict"})).code, 0);
+}
+
+}  // namespace
+}  // namespace krnqb::cli

@@ -1,0 +1,286 @@
+#include "cli/import/settings.h"
+
+#include <gtest/gtest.h>
+
+#include "cli/console/failure.h"
+#include "cli/workplace.h"
+
+namespace krnqb::cli {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+ImportOptions Options() {
+  ImportOptions options;
+  options.companyFile = "nursery.qbw";
+  options.planFile = "plan.kpf";
+  options.expenses = true;
+  return options;
+}
+
+ImportSource Source(std::int16_t majorVersion = 1) {
+  return {.processors = nullptr,
+          .companyPath = "nursery.qbw",
+          .description = "Nursery (nursery.qbw)",
+          .majorVersion = majorVersion};
+}
+
+std::shared_ptr<embedded::PlanFile> Plan(const std::string& attributes) {
+  const tests::Workplace place;
+  const std::string file = place / "plan.kpf";
+  tests::WriteText(file, "<plan" + attributes + "><tables/></plan>");
+  return embedded::PlanFile::Open(file);
+}
+
+std::string LineOf(const ImportOptions& options,
+                   const std::string& planAttributes = " product='ald' start='2003-01'") {
+  try {
+    CheckImportOptions(options);
+    SettleImport(options, *Plan(planAttributes));
+  } catch (const Failure& failure) {
+    return failure.Line();
+  }
+  return "no failure";
+}
+
+Texts Warnings(const ImportOptions& options, std::int16_t majorVersion = 1,
+               const std::string& planAttributes = " product='ald' start='2003-01'") {
+  const auto plan = Plan(planAttributes);
+  return ImportWarnings(SettleImport(options, *plan), Source(majorVersion), *plan);
+}
+
+TEST(CheckImportOptions, RequiresSomethingToImport) {
+  ImportOptions options = Options();
+  options.expenses = false;
+  EXPECT_EQ(
+      LineOf(options),
+      "krnqb: wrong usage: nothing to import is named; give --expenses, --income or --past-performance");
+}
+
+TEST(CheckImportOptions, RequiresACompanyOrARecording) {
+  ImportOptions options = Options();
+  options.companyFile.reset();
+  EXPECT_EQ(LineOf(options),
+            "krnqb: wrong usage: no company is named; give --company FILE, or --replay FILE for a recorded "
+            "exchange");
+  options.replayFile = "exchange.jsonl";
+  EXPECT_EQ(LineOf(options), "no failure");
+}
+
+TEST(CheckImportOptions, RefusesToRecordOverAFileThatTheImportNeeds) {
+  for (const std::string file : {"nursery.qbw", "plan.kpf", "plan.kpf.bak", "plan.kpf.lock"}) {
+    ImportOptions options = Options();
+    options.recordFile = file;
+    EXPECT_EQ(LineOf(options), "krnqb: wrong usage: --record " + file +
+                                   " would replace a file that the import needs; give it a file of its own");
+  }
+}
+
+TEST(CheckImportOptions, RefusesToRecordOverAnotherNameOfTheReplayedFile) {
+  const tests::Workplace place;
+  tests::WriteText(place / "exchange.jsonl", "");
+  std::filesystem::create_symlink("exchange.jsonl", place / "other.jsonl");
+  ImportOptions options = Options();
+  options.replayFile = place / "exchange.jsonl";
+  options.recordFile = place / "other.jsonl";
+  EXPECT_NE(LineOf(options).find("would replace a file that the import needs"), std::string::npos);
+}
+
+TEST(SettleImport, TakesProductAndStartFromThePlan) {
+  const ImportSettings settings = SettleImport(Options(), *Plan(" product='cor' start='2004-07'"));
+  EXPECT_EQ(settings.product, QBKRN_COR);
+  EXPECT_EQ(settings.planStart, (embedded::PlanStart{2004, 7}));
+  EXPECT_EQ(settings.importStart, (embedded::PlanStart{2003, 7}));
+}
+
+TEST(SettleImport, PrefersWhatWasTyped) {
+  ImportOptions options = Options();
+  options.product = QBKRN_BRI;
+  options.planStart = embedded::PlanStart{2005, 1};
+  options.importStart = embedded::PlanStart{2002, 3};
+  const ImportSettings settings = SettleImport(options, *Plan(" product='cor' start='2004-07'"));
+  EXPECT_EQ(settings.product, QBKRN_BRI);
+  EXPECT_EQ(settings.planStart, (embedded::PlanStart{2005, 1}));
+  EXPECT_EQ(settings.importStart, (embedded::PlanStart{2002, 3}));
+}
+
+TEST(SettleImport, RequiresAProductFromOneOfThem) {
+  EXPECT_EQ(LineOf(Options(), " start='2004-07'"),
+            "krnqb: wrong usage: the plan plan.kpf does not say its product; give --product ald, bri or cor");
+}
+
+TEST(SettleImport, RequiresAStartFromOneOfThem) {
+  EXPECT_EQ(LineOf(Options(), " product='ald'"),
+            "krnqb: wrong usage: the plan plan.kpf does not say its start; give --plan-start YYYY-MM");
+}
+
+TEST(Configure, SetsEveryOptionOfTheComponent) {
+  ImportOptions options = Options();
+  options.income = true;
+  options.pastPerformance = true;
+  options.balances = BalImport_All;
+  options.growthIncome = std::int16_t{3};
+  options.growthCogs = std::int16_t{-4};
+  options.growthExpenses = std::int16_t{5};
+  options.importStart = embedded::PlanStart{2001, 9};
+  options.fiscalMonth = std::int16_t{7};
+  const auto plan = Plan(" product='cor' start='2004-02'");
+  QBDataExchange exchange({});
+  Configure(exchange, SettleImport(options, *plan), Source(), plan);
+  EXPECT_TRUE(exchange.IncludeExpenseAccounts());
+  EXPECT_TRUE(exchange.IncludeIncomeAccounts());
+  EXPECT_TRUE(exchange.IncludePastPerformance());
+  EXPECT_EQ(exchange.BalancesImport(), BalImport_All);
+  EXPECT_EQ(exchange.GrowthRateIncome(), 3);
+  EXPECT_EQ(exchange.GrowthRateCOGS(), -4);
+  EXPECT_EQ(exchange.GrowthRateExpenses(), 5);
+  EXPECT_EQ(exchange.KRNProduct(), QBKRN_COR);
+  EXPECT_EQ(exchange.KRNStartingYear(), 2004);
+  EXPECT_EQ(exchange.KRNStartingMonth(), 2);
+  EXPECT_EQ(exchange.StartingYear(), 2001);
+  EXPECT_EQ(exchange.StartingMonth(), 9);
+  EXPECT_EQ(exchange.QBStartingMonth(), 7);
+  EXPECT_EQ(exchange.KRNPlanData().AsObject<embedded::PlanFile>(), plan);
+}
+
+TEST(Configure, LeavesTheImportsStartAndTheFiscalMonthToTheComponent) {
+  const auto plan = Plan(" product='ald' start='2004-02'");
+  QBDataExchange exchange({});
+  Configure(exchange, SettleImport(Options(), *plan), Source(), plan);
+  EXPECT_EQ(exchange.QBStartingMonth(), 0);
+  EXPECT_EQ(exchange.StartingYear(), 2003);
+  EXPECT_EQ(exchange.StartingMonth(), 2);
+}
+
+std::string Announcement(const ImportOptions& options, const std::string& planAttributes) {
+  return AnnouncementText(SettleImport(options, *Plan(planAttributes)), Source());
+}
+
+TEST(AnnouncementText, NamesCompanyPeriodPlanProductAndOptions) {
+  EXPECT_EQ(Announcement(Options(), " product='ald' start='2003-01'"),
+            "Importing expense accounts from Nursery (nursery.qbw), January to December 2002, into plan.kpf "
+            "(product ald, "
+            "from January 2003): no amounts.");
+}
+
+TEST(AnnouncementText, NamesAPeriodThatCrossesTheYear) {
+  EXPECT_NE(Announcement(Options(), " product='ald' start='2003-07'").find(", July 2002 to June 2003, into "),
+            std::string::npos);
+}
+
+TEST(AnnouncementText, NamesEveryOption) {
+  ImportOptions options = Options();
+  options.income = true;
+  options.pastPerformance = true;
+  options.balances = BalImport_Actual;
+  options.growthIncome = std::int16_t{3};
+  options.growthCogs = std::int16_t{-4};
+  options.growthExpenses = std::int16_t{0};
+  options.fiscalMonth = std::int16_t{7};
+  options.selectedExpenses = {"Rent", "Utilities", "Insurance"};
+  options.acceptIncomplete = true;
+  options.recordFile = "exchange.jsonl";
+  options.dryRun = true;
+  EXPECT_EQ(
+      Announcement(options, " product='bri' start='2003-01'"),
+      "Importing expense and income accounts and past performance from Nursery (nursery.qbw), January to "
+      "December "
+      "2002, into plan.kpf (product bri, from January 2003): actual amounts, sales growth 3%, cost growth "
+      "-4%, "
+      "expense growth 0%, fiscal year from July, selecting Rent, Utilities and Insurance, incomplete data "
+      "accepted, recorded in exchange.jsonl, dry run.");
+  options.selectAllExpenses = true;
+  EXPECT_NE(Announcement(options, " product='bri' start='2003-01'").find("all expense accounts selected, "),
+            std::string::npos);
+}
+
+TEST(ImportWarnings, AreNoneWhenEveryOptionHasItsEffect) {
+  ImportOptions options = Options();
+  options.income = true;
+  options.pastPerformance = true;
+  options.balances = BalImport_All;
+  options.growthIncome = options.growthCogs = options.growthExpenses = std::int16_t{1};
+  options.importStart = embedded::PlanStart{2001, 9};
+  EXPECT_EQ(Warnings(options), Texts{});
+  EXPECT_EQ(Warnings(options, 2), Texts{});
+}
+
+TEST(ImportWarnings, TellThatPastPerformanceNeedsAmounts) {
+  ImportOptions options = Options();
+  options.pastPerformance = true;
+  EXPECT_EQ(Warnings(options), Texts{"--past-performance has no effect without amounts: --balances is none"});
+}
+
+TEST(ImportWarnings, TellThatOneProductHasNoPastPerformance) {
+  ImportOptions options = Options();
+  options.pastPerformance = true;
+  options.balances = BalImport_All;
+  EXPECT_EQ(Warnings(options, 1, " product='bri' start='2003-01'"),
+            Texts{"--past-performance has no effect: plans of product bri have none"});
+}
+
+TEST(ImportWarnings, TellThatPastPerformanceFromReportsNeedsExpenses) {
+  ImportOptions options = Options();
+  options.expenses = false;
+  options.income = true;
+  options.pastPerformance = true;
+  options.balances = BalImport_All;
+  EXPECT_EQ(Warnings(options, 2),
+            Texts{"--past-performance without --expenses ends after the first year's income: this "
+                  "company answers with reports"});
+  EXPECT_EQ(Warnings(options, 1), Texts{});
+}
+
+TEST(ImportWarnings, TellThatPeriodAndGrowthNeedAmounts) {
+  ImportOptions options = Options();
+  options.importStart = embedded::PlanStart{2001, 9};
+  options.growthIncome = options.growthCogs = options.growthExpenses = std::int16_t{0};
+  EXPECT_EQ(Warnings(options),
+            (Texts{"--import-start has no effect without amounts: --balances is none",
+                   "--growth-income has no effect without amounts: --balances is none",
+                   "--growth-cogs has no effect without amounts: --balances is none",
+                   "--growth-expenses has no effect without amounts: --balances is none"}));
+}
+
+TEST(ImportWarnings, TellThatGrowthNeedsItsAccounts) {
+  ImportOptions options = Options();
+  options.balances = BalImport_Planned;
+  options.growthIncome = options.growthCogs = options.growthExpenses = std::int16_t{1};
+  EXPECT_EQ(Warnings(options), (Texts{"--growth-income has no effect without --income",
+                                      "--growth-cogs has no effect without --income"}));
+  options.expenses = false;
+  options.income = true;
+  EXPECT_EQ(Warnings(options), Texts{"--growth-expenses has no effect without --expenses"});
+}
+
+TEST(ImportWarnings, TellThatSelectingNeedsItsProductAndExpenses) {
+  ImportOptions options = Options();
+  options.selectedExpenses = {"Rent"};
+  options.selectAllExpenses = true;
+  EXPECT_EQ(
+      Warnings(options),
+      (Texts{"--select-expense has no effect: expense accounts are selected for product bri alone",
+             "--select-all-expenses has no effect: expense accounts are selected for product bri alone"}));
+  EXPECT_EQ(Warnings(options, 1, " product='bri' start='2003-01'"), Texts{});
+  options.expenses = false;
+  options.income = true;
+  EXPECT_EQ(Warnings(options, 1, " product='bri' start='2003-01'"),
+            (Texts{"--select-expense has no effect: no expense accounts are imported",
+                   "--select-all-expenses has no effect: no expense accounts are imported"}));
+}
+
+TEST(ImportWarnings, TellThatARecordingTakesTheCompanysPlace) {
+  ImportOptions options = Options();
+  options.replayFile = "exchange.jsonl";
+  EXPECT_EQ(Warnings(options), Texts{"--company has no effect: --replay takes its place"});
+}
+
+TEST(ImportWarnings, TellThatThePlanIsOfAnotherProduct) {
+  ImportOptions options = Options();
+  options.product = QBKRN_COR;
+  EXPECT_EQ(Warnings(options), Texts{"the plan says that its product is ald, not cor"});
+  EXPECT_EQ(Warnings(options, 1, " start='2003-01'"), Texts{});
+}
+
+}  // namespace
+}  // namespace krnqb::cli

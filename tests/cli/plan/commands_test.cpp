@@ -1,0 +1,126 @@
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "cli/workplace.h"
+
+namespace krnqb::cli {
+namespace {
+
+using tests::ProgramRun;
+using tests::RunProgram;
+using tests::Workplace;
+
+constexpr std::string_view smallPlan =
+    "<plan product=\"bri\" start=\"2003-07\"><tables>"
+    "<tableitem id=\"20000000000000000000000000002000\"><lastsavedid>1</lastsavedid><tableblocks>"
+    "<block id=\"db_contributionmargin_cat2\" startrow=\"5\"><row><c>Café</c><c>*null*</c></row></block>"
+    "</tableblocks></tableitem>"
+    "<tableitem id=\"21000000000000000000000000002000\"><lastsavedid>1</lastsavedid><tableblocks>"
+    "<block id=\"db_contributionmargin_cat2_actual\" startrow=\"5\"><row><c>a\tb</c></row></block>"
+    "</tableblocks></tableitem></tables></plan>";
+
+TEST(PlanNew, MakesAPlanThatShowsItsTables) {
+  const Workplace place;
+  const std::string file = place / "new.kpf";
+  const ProgramRun made = RunProgram({"plan", "new", file, "--product", "ald", "--start", "2003-01"});
+  EXPECT_EQ(made.code, 0);
+  EXPECT_EQ(made.err, "");
+  EXPECT_EQ(made.out, "Made " + file + ": plan of product ald, from 2003-01.\n");
+  const ProgramRun shown = RunProgram({"plan", "show", file});
+  EXPECT_EQ(shown.code, 0);
+  EXPECT_NE(shown.out.find("Planned sales and costs (20000000000000000000000000000400)\n"),
+            std::string::npos);
+  EXPECT_NE(shown.out.find("Past performance"), std::string::npos);
+}
+
+TEST(PlanNew, ReplacesNoFile) {
+  const Workplace place;
+  const std::string before = tests::ReadText(place / "ald.kpf");
+  const ProgramRun run =
+      RunProgram({"plan", "new", place / "ald.kpf", "--product", "ald", "--start", "2003-01"});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.err.find("krnqb: cannot create "), 0U) << run.err;
+  EXPECT_EQ(tests::ReadText(place / "ald.kpf"), before);
+}
+
+TEST(PlanShow, PrintsCellByCellInAscii) {
+  const Workplace place;
+  tests::WriteText(place / "small.kpf", smallPlan);
+  EXPECT_EQ(RunProgram({"plan", "show", place / "small.kpf", "--cells"}).out,
+            "20000000000000000000000000002000\tdb_contributionmargin_cat2\t0\t0\tCaf\\u00e9\n"
+            "20000000000000000000000000002000\tdb_contributionmargin_cat2\t0\t1\t*null*\n"
+            "21000000000000000000000000002000\tdb_contributionmargin_cat2_actual\t0\t0\ta\\tb\n");
+}
+
+TEST(PlanShow, ShowsOneTableAlone) {
+  const Workplace place;
+  tests::WriteText(place / "small.kpf", smallPlan);
+  const std::string actual = "21000000000000000000000000002000";
+  EXPECT_EQ(RunProgram({"plan", "show", place / "small.kpf", "--cells", "--table", actual}).out,
+            actual + "\tdb_contributionmargin_cat2_actual\t0\t0\ta\\tb\n");
+  const std::string view = RunProgram({"plan", "show", place / "small.kpf", "--table", actual}).out;
+  EXPECT_EQ(view.find("Actual contribution margin expenses (" + actual + ")\n"), 0U) << view;
+  EXPECT_EQ(view.find("Planned"), std::string::npos) << view;
+  const auto json = nlohmann::json::parse(
+      RunProgram({"plan", "show", place / "small.kpf", "--json", "--table", actual}).out);
+  ASSERT_EQ(json.at("tables").size(), 1U);
+  EXPECT_EQ(json.at("tables")[0].at("id"), actual);
+}
+
+TEST(PlanShow, PrintsJson) {
+  const Workplace place;
+  tests::WriteText(place / "small.kpf", smallPlan);
+  const ProgramRun run = RunProgram({"plan", "show", place / "small.kpf", "--json"});
+  EXPECT_EQ(run.code, 0);
+  auto json = nlohmann::json::parse(run.out);
+  EXPECT_EQ(json.at("path"), place / "small.kpf");
+  json.erase("path");
+  EXPECT_EQ(json,
+            nlohmann::json::parse(R"({"result": "done", "product": "bri", "start": "2003-07", "tables": [
+      {"id": "20000000000000000000000000002000", "title": "Planned contribution margin expenses", "blocks": [
+        {"id": "db_contributionmargin_cat2", "start_row": "5", "rows": [["Café", "*null*"]]}]},
+      {"id": "21000000000000000000000000002000", "title": "Actual contribution margin expenses", "blocks": [
+        {"id": "db_contributionmargin_cat2_actual", "start_row": "5", "rows": [["a\tb"]]}]}]})"));
+}
+
+TEST(PlanShow, PrintsNullInJsonForWhatThePlanDoesNotSay) {
+  const Workplace place;
+  tests::WriteText(place / "bare.kpf", "<plan><tables/></plan>");
+  const auto json = nlohmann::json::parse(RunProgram({"plan", "show", place / "bare.kpf", "--json"}).out);
+  EXPECT_TRUE(json.at("product").is_null());
+  EXPECT_TRUE(json.at("start").is_null());
+  EXPECT_TRUE(json.at("tables").empty());
+}
+
+TEST(PlanShow, NamesThePlansTablesWhenItHasNotTheOneAskedFor) {
+  const Workplace place;
+  tests::WriteText(place / "small.kpf", smallPlan);
+  const ProgramRun run = RunProgram({"plan", "show", place / "small.kpf", "--table", "20"});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.err, "krnqb: showing the plan failed: " + (place / "small.kpf") +
+                         " has no table 20; its tables are 20000000000000000000000000002000, "
+                         "21000000000000000000000000002000\n");
+}
+
+TEST(PlanShow, RefusesTwoWaysOfPrintingAtOnce) {
+  const Workplace place;
+  const ProgramRun run = RunProgram({"plan", "show", place / "ald.kpf", "--cells", "--json"});
+  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(run.err, "krnqb: wrong usage: --cells and --json are given both; give one of them\n");
+  EXPECT_EQ(nlohmann::json::parse(run.out).at("result"), "wrong-usage");
+}
+
+TEST(PlanShow, SaysWhatIsWrongWithAFileThatIsNoPlan) {
+  const Workplace place;
+  tests::WriteText(place / "list.xml", "<list/>");
+  const ProgramRun run = RunProgram({"plan", "show", place / "list.xml"});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.err,
+            "krnqb: cannot open the plan " + (place / "list.xml") +
+                ": line 1: the document is a \"list\", not a \"plan\"; check that the path is a plan's\n");
+}
+
+}  // namespace
+}  // namespace krnqb::cli

@@ -1,0 +1,92 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <fstream>
+
+#include "cli/program/child_process.h"
+#include "cli/workplace.h"
+
+namespace krnqb::cli {
+namespace {
+
+using tests::ChildProcess;
+using tests::ReadText;
+using tests::RunProgram;
+using tests::Workplace;
+
+// An import that waits, its interrupts watched, until the recording that it reads has been written.
+class WaitingImport : public testing::Test {
+ protected:
+  void SetUp() override {
+    place.Nursery();
+    ASSERT_EQ(RunProgram(place.ImportArguments("ald.kpf",
+                                               {"--expenses", "--dry-run", "--record", place / "recording"}))
+                  .code,
+              0);
+    ASSERT_EQ(::mkfifo((place / "fifo").c_str(), 0600), 0);
+    before = ReadText(place / "ald.kpf");
+  }
+
+  std::vector<std::string> Arguments() const {
+    return {"import", "--replay", place / "fifo", "--plan", place / "ald.kpf", "--expenses"};
+  }
+
+  const Workplace place;
+  std::string before;
+};
+
+TEST_F(WaitingImport, EndsWith130AndWritesNothingWhenItIsInterrupted) {
+  ChildProcess import(Arguments());
+  {
+    std::ofstream recording(place / "fifo");
+    import.Signal(SIGINT);
+    recording << ReadText(place / "recording");
+  }
+  EXPECT_EQ(import.Wait(), 130);
+  EXPECT_EQ(import.Errors(), "krnqb: import interrupted: stopped on request; nothing was written\n");
+  EXPECT_EQ(ReadText(place / "ald.kpf"), before);
+  EXPECT_FALSE(std::filesystem::exists(place / "ald.kpf.bak"));
+}
+
+TEST_F(WaitingImport, GoesOnWhenItIsNotInterrupted) {
+  ChildProcess import(Arguments());
+  { std::ofstream(place / "fifo") << ReadText(place / "recording"); }
+  EXPECT_EQ(import.Wait(), 0);
+  EXPECT_NE(ReadText(place / "ald.kpf"), before);
+}
+
+TEST_F(WaitingImport, IsEndedByASecondInterrupt) {
+  ChildProcess import(Arguments());
+  std::ofstream recording(place / "fifo");
+  import.Signal(SIGINT);
+  // The first one has to arrive as such before the second one is sent: signals of one number are not counted.
+  ::usleep(50000);
+  import.Signal(SIGINT);
+  EXPECT_EQ(import.Wait(), -SIGINT);
+  EXPECT_EQ(ReadText(place / "ald.kpf"), before);
+}
+
+TEST_F(WaitingImport, LeavesThePlanWholeWheneverItIsInterrupted) {
+  const auto arguments = place.ImportArguments("ald.kpf", {"--expenses", "--quiet"});
+  for (unsigned delay = 0; delay < 24000; delay += 1500) {
+    tests::WriteText(place / "ald.kpf", before);
+    std::filesystem::remove(place / "ald.kpf.bak");
+    ChildProcess import(arguments);
+    ::usleep(delay);
+    import.Signal(SIGINT);
+    const int status = import.Wait();
+    const bool written = std::filesystem::exists(place / "ald.kpf.bak");
+    if (status == 130 || status == -SIGINT) {
+      EXPECT_EQ(ReadText(place / "ald.kpf"), before) << delay;
+    } else {
+      EXPECT_EQ(status, 0) << delay << import.Errors();
+      EXPECT_TRUE(written) << delay;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace krnqb::cli

@@ -1,0 +1,115 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "cli/program/child_process.h"
+#include "cli/workplace.h"
+
+namespace krnqb::cli {
+namespace {
+
+using tests::ReadText;
+using tests::RunShell;
+using tests::ShellRun;
+using tests::Workplace;
+
+class Program : public testing::Test {
+ protected:
+  void SetUp() override { place.Nursery(); }
+
+  ShellRun Shell(const std::string& command) const { return RunShell(place.Folder().string(), command); }
+
+  const Workplace place;
+};
+
+TEST_F(Program, PrintsARequestThroughAPipeToTheByte) {
+  EXPECT_EQ(Shell("krnqb request 10 --from 2002-01-01 --to 2002-01-31 | wc -c").out, "355\n");
+  EXPECT_EQ(Shell("krnqb request 4 | tail -c 8 | od -An -tx1").out, " 3c 2f 51 42 58 4d 4c 3e\n");
+}
+
+TEST_F(Program, EndsQuietlyWhenItsReaderHasSeenEnough) {
+  std::string rows;
+  for (int row = 0; row < 20000; ++row) rows += "<row><c>Account</c><c>0</c></row>";
+  tests::WriteText(place / "large.kpf",
+                   "<plan><tables><tableitem id='20000000000000000000000000000600'><tableblocks>"
+                   "<block id='db_income_range_cat3'>" +
+                       rows + "</block></tableblocks></tableitem></tables></plan>");
+  const ShellRun run = Shell("krnqb plan show large.kpf --cells | head -n 1");
+  EXPECT_EQ(run.out, "20000000000000000000000000000600\tdb_income_range_cat3\t0\t0\tAccount\n");
+  EXPECT_EQ(run.err, "");
+}
+
+TEST_F(Program, ImportsThoughNobodyReadsWhatItPrints) {
+  const std::string before = ReadText(place / "ald.kpf");
+  // Closed before the program prints: it may end at its first line or go on, but the plan is whole.
+  Shell("krnqb import --company nursery.qbw --plan ald.kpf --expenses | true");
+  const std::string after = ReadText(place / "ald.kpf");
+  EXPECT_EQ(Shell("krnqb plan show ald.kpf >shown").code, 0);
+  EXPECT_TRUE(after == before || after.find("<c>Advertising</c>") != std::string::npos);
+  EXPECT_EQ(Shell("krnqb import --company nursery.qbw --plan ald.kpf --expenses --quiet").code, 0);
+}
+
+TEST_F(Program, FailsWhenItsResultCannotBePrinted) {
+  const ShellRun run = Shell("krnqb plan show ald.kpf >/dev/full");
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.err, "krnqb: printing failed: standard output takes no more; check its disk or reader\n");
+}
+
+TEST_F(Program, SaysThatAnImportIsDoneThoughItsReportCannotBePrinted) {
+  const ShellRun run = Shell("krnqb import --company nursery.qbw --plan ald.kpf --expenses >/dev/full");
+  EXPECT_EQ(run.code, 0);
+  EXPECT_EQ(run.err, "krnqb: printing failed: standard output takes no more; check its disk or reader\n");
+  EXPECT_NE(ReadText(place / "ald.kpf").find("<c>Advertising</c>"), std::string::npos);
+}
+
+TEST_F(Program, KeepsStandardOutputFreeOfErrors) {
+  const ShellRun run = Shell("krnqb import --company none.qbw --plan ald.kpf --expenses");
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.err.find("krnqb: opening the company failed: "), 0U) << run.err;
+}
+
+TEST_F(Program, ShowsNoProgressBarOutsideATerminal) {
+  const ShellRun run = Shell("krnqb import --company nursery.qbw --plan ald.kpf --expenses");
+  EXPECT_EQ(run.code, 0);
+  EXPECT_EQ(run.err, "");
+}
+
+TEST_F(Program, ShowsAProgressBarOnATerminal) {
+  const embedded::FileDescriptor terminal(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
+  ASSERT_TRUE(terminal);
+  ASSERT_EQ(::grantpt(terminal.Number()), 0);
+  ASSERT_EQ(::unlockpt(terminal.Number()), 0);
+  const std::string name = ::ptsname(terminal.Number());
+  // Held open, so that what the program printed can be read after its end.
+  const embedded::FileDescriptor slave(::open(name.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+  ASSERT_TRUE(slave);
+  EXPECT_EQ(Shell("krnqb import --company nursery.qbw --plan ald.kpf --expenses 2>" + name).code, 0);
+  char drawn[256] = {};
+  const auto count = ::read(terminal.Number(), drawn, sizeof drawn);
+  ASSERT_GT(count, 0);
+  EXPECT_EQ(std::string(drawn, static_cast<std::size_t>(count))
+                .find("\r[#####....................]  20% Processing..."),
+            0U);
+}
+
+TEST_F(Program, RefusesTheSecondOfTwoImportsIntoOnePlan) {
+  // The first one has announced itself, holds the plan, and waits for somebody to read its recording.
+  ASSERT_EQ(Shell("mkfifo recording").code, 0);
+  tests::ChildProcess first(
+      place.ImportArguments("ald.kpf", {"--expenses", "--record", place / "recording"}));
+  EXPECT_EQ(first.ReadLine().find("Importing expense accounts from "), 0U);
+  tests::ChildProcess second(place.ImportArguments("ald.kpf", {"--income"}));
+  EXPECT_EQ(second.Wait(), 1);
+  EXPECT_EQ(second.Errors(),
+            "krnqb: cannot import into the plan " + (place / "ald.kpf") +
+                ": another import is changing it; wait until that import has ended and try again\n");
+  EXPECT_EQ(Shell("cat recording >copy").code, 0);
+  EXPECT_EQ(first.Wait(), 0);
+  EXPECT_NE(ReadText(place / "copy"), "");
+  EXPECT_EQ(Shell("krnqb import --company nursery.qbw --plan ald.kpf --income").code, 0);
+}
+
+}  // namespace
+}  // namespace krnqb::cli

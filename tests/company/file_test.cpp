@@ -1,0 +1,204 @@
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "company/records/errors.h"
+#include "company_testing.h"
+
+namespace krnqb::embedded {
+namespace {
+
+using testing::Account;
+using testing::Accounts;
+using testing::ErrorOf;
+using testing::ReadBytes;
+using testing::Request;
+using testing::WriteBytes;
+
+class CompanyFiles : public testing::CompanyTest {
+ protected:
+  Error OpenError(std::string_view name, FileAccess access = FileAccess::ReadOnly) const {
+    return ErrorOf([&] { CompanyFile::Open(folder.File(name), access); });
+  }
+  std::string PathText(std::string_view name) const { return folder.File(name).string(); }
+};
+
+TEST_F(CompanyFiles, AreMadeWithTheirSettings) {
+  const CompanyInfo info = NewCompany("1.1").Info();
+  EXPECT_EQ(info.path, PathText("company.qbw"));
+  EXPECT_EQ(info.name, "Green Nursery");
+  EXPECT_EQ(info.fiscalMonth, 4);
+  EXPECT_EQ(info.processorVersion, "1.1");
+  ASSERT_EQ(info.records.size(), 1U);
+  EXPECT_EQ(info.records[0].kind, "CompanyRet");
+}
+
+TEST_F(CompanyFiles, AreFoundByARelativePath) {
+  NewCompany("1.1");
+  const std::filesystem::path relative = std::filesystem::relative(folder.File("company.qbw"));
+  EXPECT_TRUE(relative.is_relative());
+  EXPECT_EQ(
+      std::filesystem::path(CompanyFile::Open(relative, FileAccess::ReadOnly).Info().path).is_absolute(),
+      true);
+}
+
+TEST_F(CompanyFiles, AreNotMadeOverAnotherFile) {
+  WriteBytes(folder.File("company.qbw"), "my diary");
+  const Error error = ErrorOf([&] { NewCompany("1.1"); });
+  EXPECT_EQ(error.Number(), company_error::fileAlreadyExists);
+  EXPECT_EQ(error.Description(), fmt::format("The file {} exists already.", PathText("company.qbw")));
+  EXPECT_EQ(ReadBytes(folder.File("company.qbw")), "my diary");
+}
+
+TEST_F(CompanyFiles, AreNotMadeWithSettingsThatCannotBe) {
+  struct Case {
+    std::string_view name;
+    std::int16_t month;
+    std::string_view version;
+  };
+  const std::vector<Case> cases = {{"a", 0, "1.1"},     {"a", 13, "1.1"},  {"a", -1, "1.1"},
+                                   {"a", 1, "1.2"},     {"a", 1, "1.10"},  {"a", 1, ""},
+                                   {"a\x01", 1, "1.1"}, {"\xFF", 1, "1.1"}};
+  for (const auto& [name, month, version] : cases) {
+    SCOPED_TRACE(fmt::format("{} {}", month, version));
+    EXPECT_EQ(ErrorOf([&, n = name, m = month, v = version] {
+                CompanyFile::Create(folder.File("company.qbw"), n, m, v);
+              }).Number(),
+              error_number::invalidProcedureCall);
+    EXPECT_TRUE(folder.FileNames().empty());
+  }
+}
+
+TEST_F(CompanyFiles, AreNotMadeInAFolderThatIsNotThere) {
+  const Error error = ErrorOf([&] { CompanyFile::Create(folder.File("none/company.qbw"), "a", 1, "1.1"); });
+  EXPECT_EQ(error.Number(), company_error::cannotOpen);
+  EXPECT_NE(error.Description().find("cannot be made: No such file or directory"), std::string::npos);
+}
+
+TEST_F(CompanyFiles, ThatAreMissingAreSaidToBe) {
+  const Error error = OpenError("none.qbw");
+  EXPECT_EQ(error.Number(), company_error::cannotOpen);
+  EXPECT_EQ(error.Description(), fmt::format("There is no company file {}.", PathText("none.qbw")));
+  EXPECT_EQ(OpenError("none.qbw", FileAccess::ReadWrite).Description(), error.Description());
+  EXPECT_TRUE(folder.FileNames().empty());
+}
+
+TEST_F(CompanyFiles, MustBeCompanyFiles) {
+  WriteBytes(folder.File("text"), std::string(2000, 'x'));
+  WriteBytes(folder.File("short"), "x");
+  WriteBytes(folder.File("empty"), "");
+  std::filesystem::create_directory(folder.File("folder"));
+  WriteBytes(folder.File("database"), "");
+  Database(folder.File("database"), FileAccess::ReadWrite).Execute("CREATE TABLE record (id INTEGER)");
+  for (const std::string_view name : {"text", "short", "empty", "folder", "database"}) {
+    SCOPED_TRACE(name);
+    for (const FileAccess access : {FileAccess::ReadOnly, FileAccess::ReadWrite}) {
+      const Error error = OpenError(name, access);
+      EXPECT_EQ(error.Number(), company_error::cannotOpen);
+      EXPECT_EQ(error.Description(), fmt::format("The file {} is no company file.", PathText(name)));
+    }
+  }
+}
+
+TEST_F(CompanyFiles, OfANewerLayoutAreRefused) {
+  NewCompany("1.1");
+  Database(folder.File("company.qbw"), FileAccess::ReadWrite).Execute("PRAGMA user_version = 99");
+  EXPECT_EQ(OpenError("company.qbw").Number(), company_error::cannotOpen);
+  EXPECT_NE(OpenError("company.qbw").Description().find("newer version of this program"), std::string::npos);
+}
+
+TEST_F(CompanyFiles, ThatAreLockedAreSaidToBe) {
+  NewCompany("1.1");
+  const Database other(folder.File("company.qbw"), FileAccess::ReadWrite);
+  other.Execute("BEGIN EXCLUSIVE");
+  for (const FileAccess access : {FileAccess::ReadOnly, FileAccess::ReadWrite}) {
+    const Error error = OpenError("company.qbw", access);
+    EXPECT_EQ(error.Number(), company_error::cannotOpen);
+    EXPECT_EQ(error.Description(), fmt::format("The company file {} is locked: another program is using it.",
+                                               PathText("company.qbw")));
+  }
+  other.Execute("ROLLBACK");
+  EXPECT_EQ(CompanyFile::Open(folder.File("company.qbw"), FileAccess::ReadOnly).Info().name, "Green Nursery");
+}
+
+TEST_F(CompanyFiles, ThatMayNotBeReadAreSaidToBe) {
+  if (geteuid() == 0) GTEST_SKIP() << "the superuser may read every file";
+  NewCompany("1.1");
+  ASSERT_EQ(chmod(folder.File("company.qbw").c_str(), 0), 0);
+  EXPECT_EQ(OpenError("company.qbw").Number(), company_error::cannotOpen);
+  EXPECT_NE(OpenError("company.qbw").Description().find("cannot be opened"), std::string::npos);
+}
+
+TEST_F(CompanyFiles, AreLeftAsTheyAreByReading) {
+  NewCompany("1.1").Load("accounts.xml", Accounts(Account("a", "Income") + Account("b", "Income", "a")));
+  const std::string before = ReadBytes(folder.File("company.qbw"));
+  {
+    const CompanyFile company = CompanyFile::Open(folder.File("company.qbw"), FileAccess::ReadOnly);
+    company.Answer(Request("1.0", "<AccountQueryRq/><CompanyQueryRq/><BillQueryRq/>"));
+    company.Info();
+    EXPECT_EQ(folder.FileNames(), std::vector<std::string>{"company.qbw"});
+  }
+  EXPECT_EQ(ReadBytes(folder.File("company.qbw")), before);
+  EXPECT_EQ(folder.FileNames(), std::vector<std::string>{"company.qbw"});
+}
+
+TEST_F(CompanyFiles, InAFolderThatCannotBeWrittenCanBeRead) {
+  if (geteuid() == 0) GTEST_SKIP() << "the superuser may write in every folder";
+  NewCompany("1.1");
+  std::filesystem::permissions(folder.File("company.qbw"), std::filesystem::perms::owner_read);
+  std::filesystem::permissions(folder.File(""),
+                               std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+  EXPECT_EQ(CompanyFile::Open(folder.File("company.qbw"), FileAccess::ReadOnly).Info().name, "Green Nursery");
+  std::filesystem::permissions(folder.File(""), std::filesystem::perms::owner_all);
+}
+
+TEST_F(CompanyFiles, OpenForReadingTakeNothingIn) {
+  NewCompany("1.1");
+  CompanyFile company = CompanyFile::Open(folder.File("company.qbw"), FileAccess::ReadOnly);
+  const Error error = ErrorOf([&] { company.Load("a.xml", Accounts(Account("a", "Income"))); });
+  EXPECT_EQ(error.Number(), company_error::unexpected);
+  EXPECT_NE(error.Description().find("open for reading only"), std::string::npos);
+}
+
+TEST_F(CompanyFiles, ShowAReaderOneStateAndKeepALoaderOutMeanwhile) {
+  CompanyFile loader = NewCompany("1.1");
+  {
+    const CompanyFile reader = CompanyFile::Open(folder.File("company.qbw"), FileAccess::ReadOnly);
+    const Error error = ErrorOf([&] { loader.Load("a.xml", Accounts(Account("a", "Income"))); });
+    EXPECT_EQ(error.Number(), company_error::cannotOpen);
+    EXPECT_NE(error.Description().find("is locked: another program is using it"), std::string::npos);
+    EXPECT_NE(reader.Answer(Request("1.0", "<AccountQueryRq/>")).find("statusCode=\"1\""), std::string::npos);
+  }
+  EXPECT_EQ(loader.Load("a.xml", Accounts(Account("a", "Income"))).added.at(0).count, 1);
+}
+
+TEST_F(CompanyFiles, OfAKilledLoadAreReadAsTheyWereBeforeIt) {
+  NewCompany("1.1").Load("a.xml", Accounts(Account("a", "Income")));
+  const Database loader(folder.File("company.qbw"), FileAccess::ReadWrite);
+  loader.Execute(
+      "PRAGMA cache_size = 1; BEGIN IMMEDIATE");  // so small that changes reach the file before the commit
+  loader.Execute("UPDATE record SET xml = xml || hex(zeroblob(100000))");
+  std::filesystem::copy(folder.File("company.qbw"), folder.File("killed.qbw"));
+  std::filesystem::copy(folder.File("company.qbw-journal"), folder.File("killed.qbw-journal"));
+  ASSERT_GT(std::filesystem::file_size(folder.File("killed.qbw")), 200'000U);
+
+  const CompanyFile company = CompanyFile::Open(folder.File("killed.qbw"), FileAccess::ReadOnly);
+  EXPECT_NE(company.Answer(Request("1.0", "<AccountQueryRq/>"))
+                .find(">\n" + Account("a", "Income") + "</AccountQueryRs>"),
+            std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(folder.File("killed.qbw-journal")));
+}
+
+TEST_F(CompanyFiles, ThatAreDamagedAreSaidToBe) {
+  NewCompany("1.1");
+  std::string bytes = ReadBytes(folder.File("company.qbw"));
+  bytes.resize(bytes.size() / 2);
+  WriteBytes(folder.File("cut.qbw"), bytes);
+  const Error error =
+      ErrorOf([&] { CompanyFile::Open(folder.File("cut.qbw"), FileAccess::ReadOnly).Info(); });
+  EXPECT_EQ(error.Number(), company_error::cannotOpen);
+  EXPECT_NE(error.Description().find("is damaged"), std::string::npos) << error.Description();
+}
+
+}  // namespace
+}  // namespace krnqb::embedded

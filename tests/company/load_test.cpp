@@ -1,0 +1,243 @@
+#include <fmt/format.h>
+
+#include "company/records/errors.h"
+#include "company_testing.h"
+
+namespace krnqb::embedded {
+namespace {
+
+using testing::Account;
+using testing::Accounts;
+using testing::ErrorOf;
+using testing::Request;
+using testing::Response;
+using testing::TextsOf;
+
+class CompanyLoad : public testing::CompanyTest {
+ protected:
+  std::vector<std::string> Texts(const std::string& path) const {
+    return TextsOf(company.Answer(Request("1.0", "<AccountQueryRq/>")), path);
+  }
+
+  CompanyFile company = NewCompany("1.1");
+};
+
+using Values = std::vector<std::string>;
+
+std::string CountsText(const std::vector<RecordCount>& counts) {
+  std::string text;
+  for (const RecordCount& count : counts) text += fmt::format("{} {}, ", count.count, count.kind);
+  return text;
+}
+
+TEST_F(CompanyLoad, TakesSeveralKindsFromOneDocumentAndCountsThem) {
+  const LoadSummary summary = company.Load(
+      "all.xml",
+      Response(
+          "<HostQueryRs><HostRet><SupportedQBXMLVersion>9.0</SupportedQBXMLVersion></HostRet></HostQueryRs>"
+          "<AccountQueryRs>" +
+          Account("a1", "Bank") + Account("a2", "Income") +
+          "</AccountQueryRs><ItemServiceQueryRs><ItemServiceRet><ListID>s1</ListID></ItemServiceRet>"
+          "</ItemServiceQueryRs><ItemQueryRs statusCode=\"0\"><ItemGroupRet><ListID>g1</ListID>"
+          "</ItemGroupRet></ItemQueryRs><InvoiceQueryRs statusCode=\"1\"/>"));
+  EXPECT_EQ(summary.document, "all.xml");
+  EXPECT_EQ(CountsText(summary.added), "2 AccountRet, 1 ItemServiceRet, 1 ItemGroupRet, ");
+  EXPECT_EQ(CountsText(summary.replaced), "");
+  EXPECT_EQ(CountsText(company.Info().records),
+            "1 CompanyRet, 2 AccountRet, 1 ItemServiceRet, 1 ItemGroupRet, ");
+}
+
+TEST_F(CompanyLoad, LeavesWhatTheProcessorSpeaksToTheCompanyFile) {
+  company.Load("host.xml",
+               Response("<HostQueryRs><HostRet><SupportedQBXMLVersion>9.0</SupportedQBXMLVersion></HostRet>"
+                        "</HostQueryRs>"));
+  EXPECT_EQ(TextsOf(company.Answer(Request("1.0", "<HostQueryRq/>")), "//SupportedQBXMLVersion"),
+            (Values{"1.0", "1.1"}));
+}
+
+TEST_F(CompanyLoad, ReplacesARecordInItsPlace) {
+  company.Load("first.xml",
+               Accounts(Account("a", "Income") + Account("b", "Income") + Account("c", "Income")));
+  const LoadSummary summary = company.Load(
+      "second.xml",
+      Accounts(
+          Account("d", "Income") +
+          "<AccountRet><ListID>a</ListID><Name>New</Name><AccountType>Income</AccountType></AccountRet>"));
+  EXPECT_EQ(CountsText(summary.added), "1 AccountRet, ");
+  EXPECT_EQ(CountsText(summary.replaced), "1 AccountRet, ");
+  EXPECT_EQ(Texts("//ListID"), (Values{"a", "b", "c", "d"}));
+  EXPECT_EQ(Texts("//Name"), Values{"New"});
+}
+
+TEST_F(CompanyLoad, MovesARecordWhoseTypeOrParentChanged) {
+  company.Load("first.xml",
+               Accounts(Account("a", "Income") + Account("b", "Income") + Account("c", "Income")));
+  company.Load("second.xml", Accounts(Account("b", "Expense") + Account("a", "Income", "c")));
+  EXPECT_EQ(Texts("//AccountRet/ListID"), (Values{"c", "a", "b"}));
+  EXPECT_EQ(TextsOf(company.Answer(
+                        Request("1.0", "<AccountQueryRq><AccountType>Income</AccountType></AccountQueryRq>")),
+                    "//AccountRet/ListID"),
+            (Values{"c", "a"}));
+}
+
+TEST_F(CompanyLoad, ReplacesAnItemWhoseKindChanged) {
+  company.Load("first.xml",
+               Response("<ItemQueryRs><ItemServiceRet><ListID>i</ListID></ItemServiceRet></ItemQueryRs>"));
+  company.Load(
+      "second.xml",
+      Response("<ItemQueryRs><ItemNonInventoryRet><ListID>i</ListID></ItemNonInventoryRet></ItemQueryRs>"));
+  EXPECT_EQ(CountsText(company.Info().records), "1 CompanyRet, 1 ItemNonInventoryRet, ");
+}
+
+TEST_F(CompanyLoad, PutsParentsBeforeSubaccountsThatWereLoadedEarlier) {
+  company.Load("children.xml", Accounts(Account("child", "Expense", "parent") + Account("other", "Expense")));
+  EXPECT_EQ(Texts("//AccountRet/ListID"), (Values{"child", "other"}));
+  company.Load("parents.xml", Accounts(Account("parent", "Expense")));
+  EXPECT_EQ(Texts("//AccountRet/ListID"), (Values{"other", "parent", "child"}));
+}
+
+TEST_F(CompanyLoad, TakesNameAndFiscalYearFromACompanyRecord) {
+  company.Load(
+      "company.xml",
+      Response("<CompanyQueryRs><CompanyRet><CompanyName>Oak &amp; Elm</CompanyName><Phone/>"
+               "<FirstMonthFiscalYear>October</FirstMonthFiscalYear></CompanyRet></CompanyQueryRs>"));
+  EXPECT_EQ(company.Info().name, "Oak & Elm");
+  EXPECT_EQ(company.Info().fiscalMonth, 10);
+  EXPECT_EQ(
+      company.Answer(Request("1.0", "<CompanyQueryRq/>")),
+      Response("<CompanyQueryRs statusCode=\"0\" statusSeverity=\"Info\" statusMessage=\"Status OK\">\n"
+               "<CompanyRet>\n<CompanyName>Oak &amp; Elm</CompanyName>\n<Phone />\n"
+               "<FirstMonthFiscalYear>October</FirstMonthFiscalYear>\n</CompanyRet>\n</CompanyQueryRs>\n"));
+}
+
+TEST_F(CompanyLoad, KnowsNoFiscalMonthWhenTheCompanyNamesNoEnglishOne) {
+  company.Load(
+      "company.xml",
+      Response("<CompanyQueryRs><CompanyRet><CompanyName>Jardin</CompanyName>"
+               "<FirstMonthFiscalYear>Janvier</FirstMonthFiscalYear></CompanyRet></CompanyQueryRs>"));
+  EXPECT_EQ(company.Info().fiscalMonth, 0);
+  EXPECT_EQ(TextsOf(company.Answer(Request("1.0", "<CompanyQueryRq/>")), "//FirstMonthFiscalYear"),
+            Values{"Janvier"});
+}
+
+TEST_F(CompanyLoad, ObeysTheDeclaredEncoding) {
+  const auto document = [](std::string_view declaration, std::string_view name) {
+    return fmt::format(
+        "<?xml version=\"1.0\"{}?><QBXML><QBXMLMsgsRs><AccountQueryRs><AccountRet><ListID>a</ListID>"
+        "<Name>{}</Name><AccountType>Bank</AccountType></AccountRet></AccountQueryRs></QBXMLMsgsRs></QBXML>",
+        declaration, name);
+  };
+  std::string utf16 = "\xFF\xFE";
+  for (const char character : document(" encoding=\"UTF-16\"", "Caf\xE9")) utf16 += {character, '\0'};
+  struct Case {
+    std::string_view encoding;
+    std::string bytes;
+  };
+  const std::vector<Case> cases = {
+      {"UTF-8 undeclared", document("", "Caf\xC3\xA9")},
+      {"UTF-8 declared", document(" encoding=\"utf-8\"", "Caf\xC3\xA9")},
+      {"UTF-8 with a byte order mark", "\xEF\xBB\xBF" + document("", "Caf\xC3\xA9")},
+      {"Windows-1252", document(" encoding=\"windows-1252\"", "Caf\xE9")},
+      {"UTF-16", utf16},
+      {"ASCII", document("", "Caf&#xE9;")},
+  };
+  for (const auto& [encoding, bytes] : cases) {
+    SCOPED_TRACE(encoding);
+    company.Load("other.xml", document("", "other"));
+    company.Load("accounts.xml", bytes);
+    EXPECT_NE(company.Answer(Request("1.0", "<AccountQueryRq/>")).find("<Name>Caf&#233;</Name>\n"),
+              std::string::npos);
+  }
+}
+
+TEST_F(CompanyLoad, TakesAWholeDocumentOrNothingAndSaysWhy) {
+  company.Load("first.xml", Accounts(Account("a", "Income")));
+  const std::string before = company.Answer(Request("1.0", "<AccountQueryRq/>"));
+  const std::string good = "<AccountQueryRs>\n" + Account("b", "Income") + "</AccountQueryRs>\n";
+  struct Case {
+    std::string document, fault;
+  };
+  const std::vector<Case> cases = {
+      {"", "bad.xml, line 1: not well-formed: "},
+      {"<html>\n</html>", "bad.xml, line 1: the document is no qbXML response, it is html"},
+      {"<QBXML>\n<QBXMLMsgsRq/>\n</QBXML>", "bad.xml, line 2: QBXMLMsgsRq is no set of qbXML responses"},
+      {Response(good) + "<", "bad.xml, line 12: not well-formed: "},
+      {Response(good + "<VendorQueryRs>\n</VendorQueryRs>\n"),
+       "bad.xml, line 10: a company keeps nothing of VendorQueryRs"},
+      {Response(good + "<GeneralSummaryReportQueryRs/>\n"),
+       "bad.xml, line 10: a company keeps nothing of GeneralSummaryReportQueryRs"},
+      {Response(good + "<BillQueryRs statusCode=\"3250\" statusMessage=\"Feature off\"/>\n"),
+       "bad.xml, line 10: BillQueryRs has the error status 3250: Feature off"},
+      {Response(good + "<AccountQueryRs>\n<VendorRet/></AccountQueryRs>\n"),
+       "bad.xml, line 11: a company keeps no VendorRet"},
+      {Response(good + "<BillQueryRs>\n" + Account("c", "Bank") + "</BillQueryRs>\n"),
+       "bad.xml, line 11: AccountRet is no record of BillQueryRs"},
+      {Response(good + "<AccountQueryRs>\n<AccountRet/></AccountQueryRs>\n"),
+       "bad.xml, line 11: AccountRet has no ListID"},
+      {Response(good + "<AccountQueryRs>\n<AccountRet><ListID>c</ListID></AccountRet></AccountQueryRs>\n"),
+       "bad.xml, line 11: AccountRet has no AccountType"},
+      {Response(good + "<AccountQueryRs>\n" + Account("c", "Money") + "</AccountQueryRs>\n"),
+       "bad.xml, line 11: AccountRet has the unknown AccountType \"Money\""},
+      {Response(
+           good +
+           "<AccountQueryRs>\n<AccountRet>x<ListID>c</ListID><AccountType>Bank</AccountType></AccountRet>"
+           "</AccountQueryRs>\n"),
+       "bad.xml, line 11: the text \"x\" stands between elements"},
+      {Response(good + "<ItemQueryRs>\n<ItemServiceRet><ListID/></ItemServiceRet></ItemQueryRs>\n"),
+       "bad.xml, line 11: ItemServiceRet has no ListID"},
+      {Response(good + "<BillQueryRs>\n<BillRet><TxnDate>2002-01-01</TxnDate></BillRet></BillQueryRs>\n"),
+       "bad.xml, line 11: BillRet has no TxnID"},
+      {Response(good + "<BillQueryRs>\n<BillRet><TxnID>1</TxnID></BillRet></BillQueryRs>\n"),
+       "bad.xml, line 11: BillRet has no TxnDate"},
+      {Response(
+           good +
+           "<BillQueryRs>\n<BillRet><TxnID>1</TxnID><TxnDate>01/31/2002</TxnDate></BillRet></BillQueryRs>\n"),
+       "bad.xml, line 11: BillRet has the TxnDate \"01/31/2002\", which is no day written year-month-day"},
+  };
+  for (const auto& [document, fault] : cases) {
+    SCOPED_TRACE(document);
+    const Error error = ErrorOf([&] { company.Load("bad.xml", document); });
+    EXPECT_EQ(error.Number(), company_error::cannotParse);
+    EXPECT_EQ(error.Description().substr(0, fault.size()), fault);
+    EXPECT_EQ(company.Answer(Request("1.0", "<AccountQueryRq/>")), before);
+  }
+  company.Load("good.xml", Response(good));
+  EXPECT_EQ(Texts("//ListID"), (Values{"a", "b"}));
+}
+
+TEST_F(CompanyLoad, NamesTheLineBeyondSixteenBits) {
+  const std::string document = Accounts(std::string(100'000, '\n') + "<AccountRet/>");
+  EXPECT_EQ(ErrorOf([&] { company.Load("long.xml", document); }).Description(),
+            "long.xml, line 100005: AccountRet has no ListID");
+}
+
+TEST_F(CompanyLoad, RefusesDeclaredEntities) {
+  EXPECT_EQ(ErrorOf([&] {
+              company.Load("bomb.xml", "<!DOCTYPE QBXML [<!ENTITY a \"b\">]><QBXML>&a;</QBXML>");
+            }).Number(),
+            company_error::cannotParse);
+}
+
+TEST_F(CompanyLoad, StaysInTheFile) {
+  company.Load("first.xml", Accounts(Account("a", "Income")));
+  const CompanyFile again = CompanyFile::Open(folder.File("company.qbw"), FileAccess::ReadOnly);
+  EXPECT_EQ(again.Answer(Request("1.0", "<AccountQueryRq/>")),
+            company.Answer(Request("1.0", "<AccountQueryRq/>")));
+  EXPECT_EQ(Texts("//ListID"), Values{"a"});
+}
+
+TEST_F(CompanyLoad, AnswersTwentyThousandAccountsInOrder) {
+  std::string records;
+  std::string expected;
+  for (int account = 0; account < 20'000; ++account) {
+    const std::string parent = account % 100 == 0 ? "" : fmt::format("a{}", account - account % 100);
+    const std::string record = Account(fmt::format("a{}", account), "Expense", parent);
+    expected += record;
+    records += record;
+  }
+  company.Load("accounts.xml", Accounts(records));
+  EXPECT_NE(company.Answer(Request("1.0", "<AccountQueryRq/>")).find(expected), std::string::npos);
+}
+
+}  // namespace
+}  // namespace krnqb::embedded

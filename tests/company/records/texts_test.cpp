@@ -1,0 +1,90 @@
+#include "company/records/texts.h"
+
+#include <gtest/gtest.h>
+
+#include "company/records/ascii.h"
+#include "company/records/errors.h"
+#include "company_testing.h"
+
+namespace krnqb::embedded {
+namespace {
+
+std::string TextOf(std::string_view xml) {
+  return WriteRecordText(XmlElement::Parse(xml)).xml;
+}
+
+TEST(CompanyRecordText, PutsEachElementOnALineOfItsOwn) {
+  EXPECT_EQ(
+      TextOf("<BillRet>\n\t<TxnID>1-2</TxnID>  <VendorRef><ListID>3</ListID>\r\n</VendorRef></BillRet>"),
+      "<BillRet>\n<TxnID>1-2</TxnID>\n<VendorRef>\n<ListID>3</ListID>\n</VendorRef>\n</BillRet>\n");
+}
+
+TEST(CompanyRecordText, EndsEmptyElementsWithABlankAndASlash) {
+  EXPECT_EQ(TextOf("<A><B/><C></C><D att=\"1\"/><E><!-- nothing --></E></A>"),
+            "<A>\n<B />\n<C />\n<D att=\"1\" />\n<E />\n</A>\n");
+  EXPECT_EQ(TextOf("<A/>"), "<A />\n");
+}
+
+TEST(CompanyRecordText, IsPlainAsciiWithDecimalReferences) {
+  EXPECT_EQ(TextOf("<A><B>\xC3\xA9\xE2\x82\xAC\xF0\x9F\x8C\xB1</B><C n=\"\xC2\xB7 '&gt;'\">x</C></A>"),
+            "<A>\n<B>&#233;&#8364;&#127793;</B>\n<C n=\"&#183; '&gt;'\">x</C>\n</A>\n");
+}
+
+TEST(CompanyRecordText, EscapesMarkupAndQuotesInText) {
+  EXPECT_EQ(TextOf("<A>&amp; &lt;b&gt; \"c\" 'd' &#38;#38;</A>"),
+            "<A>&amp; &lt;b&gt; &quot;c&quot; &apos;d&apos; &amp;#38;</A>\n");
+}
+
+TEST(CompanyRecordText, WritesCharacterDataSectionsAsText) {
+  EXPECT_EQ(TextOf("<A>x<![CDATA[<&\"]]>y</A>"), "<A>x&lt;&amp;&quot;y</A>\n");
+}
+
+TEST(CompanyRecordText, KeepsTheTextOfAnElementToTheCharacter) {
+  EXPECT_EQ(TextOf("<A><Memo>  two  blanks </Memo><Desc> </Desc><Note>one\ntwo</Note></A>"),
+            "<A>\n<Memo>  two  blanks </Memo>\n<Desc> </Desc>\n<Note>one\ntwo</Note>\n</A>\n");
+}
+
+TEST(CompanyRecordText, KeepsTheTextAroundACommentTogether) {
+  EXPECT_EQ(TextOf("<A><B>a<!-- > -->b<?x y?>c</B></A>"), "<A>\n<B>abc</B>\n</A>\n");
+}
+
+TEST(CompanyRecordText, RefusesTextBesideElements) {
+  for (const std::string_view xml :
+       {"<A>x<B/></A>", "<A><B/>x</A>", "<A><B/>x<C/></A>", "<A><B/><![CDATA[x]]></A>"}) {
+    SCOPED_TRACE(xml);
+    const Error error = testing::ErrorOf([&] { TextOf(xml); });
+    EXPECT_EQ(error.Number(), company_error::cannotParse);
+    EXPECT_EQ(error.Description(), "the text \"x\" stands between elements");
+  }
+}
+
+TEST(CompanyRecordText, TellsWhereTheLinesStand) {
+  const RecordText text = WriteRecordText(XmlElement::Parse(
+      "<BillRet><TxnID>1</TxnID><ExpenseLineRet><Amount>1.00</Amount></ExpenseLineRet><ItemLineRet/>"
+      "<ItemGroupLineRet><ItemLineRet/></ItemGroupLineRet><OpenAmount>2.00</OpenAmount></BillRet>"));
+  EXPECT_EQ(text.xml.substr(text.linesBegin, text.linesEnd - text.linesBegin),
+            "<ExpenseLineRet>\n<Amount>1.00</Amount>\n</ExpenseLineRet>\n<ItemLineRet />\n"
+            "<ItemGroupLineRet>\n<ItemLineRet />\n</ItemGroupLineRet>\n");
+}
+
+TEST(CompanyRecordText, HasNoLinesWhereThereAreNone) {
+  const RecordText text = WriteRecordText(XmlElement::Parse("<BillRet><TxnID>1</TxnID></BillRet>"));
+  EXPECT_EQ(text.linesBegin, 0U);
+  EXPECT_EQ(text.linesEnd, 0U);
+}
+
+TEST(CompanyRecordText, RefusesLinesThatStandApart) {
+  const Error error =
+      testing::ErrorOf([] { TextOf("<BillRet><ItemLineRet/><Memo/><ItemLineRet/></BillRet>"); });
+  EXPECT_EQ(error.Description(), "ItemLineRet stands apart from the other lines");
+}
+
+TEST(CompanyAscii, RefusesWhatIsNoUtf8) {
+  for (const std::string_view bytes : {"\xE9", "\x80", "\xC3(", "\xE2\x82", "\xFF"}) {
+    std::string output;
+    EXPECT_EQ(testing::ErrorOf([&] { AppendAsciiText(output, bytes); }).Number(), company_error::cannotParse);
+  }
+}
+
+}  // namespace
+}  // namespace krnqb::embedded

@@ -1,0 +1,1 @@
+// Compiles the headers that the test programs share; nothing is in it.

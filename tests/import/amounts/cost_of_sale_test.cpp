@@ -1,0 +1,124 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "error_number.h"
+#include "fakes/import_surroundings.h"
+#include "import/amounts/sales_transactions.h"
+
+namespace krnqb {
+namespace {
+
+using tests::NumberThrownBy;
+
+constexpr auto largest = "1.7976931348623157E+308";
+
+class CostOfSale : public testing::Test {
+ protected:
+  std::string Book(const std::string& marker, float quantity) {
+    LineBooking booking(surroundings.context, query, "ReadSalesTransactions");
+    return BookCostOfSale(booking, line, marker, quantity);
+  }
+  double Seeds() const { return surroundings.Cost("Seeds", 3); }
+
+  fakes::ImportSurroundings surroundings;
+  TransactionQuery query{.kind = 20, .request = {}, .month = 3, .range = {}};
+  TransactionLine line{.element = "InvoiceLineRet",
+                       .amount = "10.00",
+                       .quantity = {},
+                       .accountId = {},
+                       .itemId = "IT-1",
+                       .itemGroupId = {},
+                       .parentItemGroupId = {},
+                       .customerId = {},
+                       .parentCustomerId = {},
+                       .grandparentCustomerId = {},
+                       .transactionId = "T-1",
+                       .transactionDate = "2002-03-01"};
+};
+
+TEST_F(CostOfSale, IsQuantityTimesAverageCostInTheMonthOfTheSale) {
+  EXPECT_EQ(Book(CostOfGoodsMarker("C-1", "I-1", "2.5"), 3), "I-1");
+  EXPECT_EQ(Seeds(), 7.5);
+  EXPECT_EQ(surroundings.SumOfAll(), 7.5);
+}
+
+TEST_F(CostOfSale, IsAddedToWhatIsThere) {
+  surroundings.state.costSubtotals->At("Seeds").SubTotal(3, 100);
+  Book(CostOfGoodsMarker("C-1", "I-1", "2.5"), -2);
+  EXPECT_EQ(Seeds(), 95);
+}
+
+TEST_F(CostOfSale, RollsUpToTheTopLevelAccount) {
+  Book(CostOfGoodsMarker("C-3", "I-1", "2"), 4);
+  EXPECT_EQ(Seeds(), 8);
+}
+
+TEST_F(CostOfSale, TakesTheQuantityInSinglePrecision) {
+  Book(CostOfGoodsMarker("C-1", "I-1", "10"), 0.1F);
+  EXPECT_EQ(Seeds(), 1.0000000149011612);
+  Book(CostOfGoodsMarker("C-2", "I-1", "0.1"), 10);
+  EXPECT_EQ(surroundings.Cost("Freight", 3), 1);
+}
+
+struct AverageCostCase {
+  const char* text;
+  double cost;
+};
+
+TEST_F(CostOfSale, TakesTheNumberThatTheAverageCostBeginsWith) {
+  for (const auto& [text, cost] : {AverageCostCase{"2.50", 2.5},
+                                   {" 2.5 each", 2.5},
+                                   {"2,500", 2},
+                                   {"-2", -2},
+                                   {"1E2x", 100},
+                                   {".5", 0.5},
+                                   {"each 2", 0},
+                                   {"$2", 0}}) {
+    surroundings.state.costSubtotals->At("Seeds").SubTotal(3, 0);
+    EXPECT_EQ(Book(CostOfGoodsMarker("C-1", "I-1", text), 1), "I-1") << text;
+    EXPECT_EQ(Seeds(), cost) << text;
+  }
+}
+
+TEST_F(CostOfSale, OfAnAccountThatIsNoCostAccountIsNotBooked) {
+  EXPECT_EQ(Book(CostOfGoodsMarker("E-1", "I-1", "2.5"), 3), "I-1");
+  EXPECT_EQ(Book(CostOfGoodsMarker("", "", "2.5"), 3), "");
+  EXPECT_EQ(surroundings.SumOfAll(), 0);
+}
+
+TEST_F(CostOfSale, FailsForAMarkerThatIsNoDocument) {
+  for (const std::string& marker :
+       {CostOfGoodsMarker("C-1", "I-1", "<2"), CostOfGoodsMarker("C&1", "I-1", "2"),
+        CostOfGoodsMarker("C-1", "I\"1", "2"), std::string("<COGS")}) {
+    EXPECT_EQ(NumberThrownBy([&] { Book(marker, 1); }), error_number::objectNotSet) << marker;
+  }
+  EXPECT_EQ(surroundings.SumOfAll(), 0);
+}
+
+TEST_F(CostOfSale, FailsWithoutASubtotalForTheAccount) {
+  surroundings.state.costSubtotals = fakes::ImportSurroundings::Zeros({"Freight"});
+  EXPECT_EQ(NumberThrownBy([&] { Book(CostOfGoodsMarker("C-1", "I-1", "2"), 1); }),
+            error_number::invalidProcedureCall);
+  surroundings.state.costSubtotals.reset();
+  EXPECT_EQ(NumberThrownBy([&] { Book(CostOfGoodsMarker("C-1", "I-1", "2"), 1); }),
+            error_number::invalidProcedureCall);
+}
+
+TEST_F(CostOfSale, FailsWhenTheCostLeavesTheRangeOfADouble) {
+  EXPECT_EQ(NumberThrownBy([&] { Book(CostOfGoodsMarker("C-1", "I-1", largest), 2); }),
+            error_number::overflow);
+  EXPECT_EQ(Seeds(), 0);
+}
+
+TEST_F(CostOfSale, FailsWhenTheSumLeavesTheRangeOfADoubleAndChangesNothing) {
+  Book(CostOfGoodsMarker("C-1", "I-1", largest), 1);
+  EXPECT_EQ(NumberThrownBy([&] { Book(CostOfGoodsMarker("C-1", "I-1", largest), 1); }),
+            error_number::overflow);
+  EXPECT_EQ(Seeds(), std::numeric_limits<double>::max());
+}
+
+}  // namespace
+}  // namespace krnqb

@@ -1,0 +1,282 @@
+#include "import/amounts/sales_transactions.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+
+#include "fakes/import_surroundings.h"
+#include "qbxml/request_catalogue.h"
+
+namespace krnqb {
+namespace {
+
+using fakes::Amount;
+using fakes::Element;
+using fakes::InvoiceLine;
+using fakes::Item;
+using fakes::ItemGroupRef;
+using fakes::ItemRef;
+using fakes::OneAccountItem;
+using fakes::Quantity;
+using fakes::RecordAnswer;
+using fakes::SalesReceiptLine;
+using fakes::TwoAccountItem;
+
+class SalesTransactions : public testing::Test {
+ protected:
+  SalesTransactions() {
+    surroundings.SetItems(OneAccountItem("IT-1", "I-3") + TwoAccountItem("IT-2", "I-2", "E-1") +
+                          OneAccountItem("IT-3", "E-3") + fakes::InventoryItem("IT-4", "I-1", "C-3", "2.5") +
+                          OneAccountItem("IT-5", "X-9") + Item("ItemGroupRet", "G-1", "") +
+                          OneAccountItem("G-2", "I-2"));
+  }
+
+  /// Books the given content of one invoice.
+  void Book(const std::string& invoice) {
+    surroundings.quickBooks->answers["20"] = RecordAnswer("InvoiceQueryRs", Element("InvoiceRet", invoice));
+    Read(20);
+  }
+  void Read(std::int32_t kind, std::int16_t month = 5) {
+    const DateRange range{"2002-05-01", "2002-05-31"};
+    ReadSalesTransactions(surroundings.context, {.kind = kind,
+                                                 .request = BuildRequest(kind, range.fromDate, range.toDate),
+                                                 .month = month,
+                                                 .range = range});
+  }
+
+  double Plants() const { return surroundings.Income("Plants", 5); }
+  double Tools() const { return surroundings.Income("Tools", 5); }
+  double Seeds() const { return surroundings.Cost("Seeds", 5); }
+  double SumOfAll() const { return surroundings.SumOfAll(); }
+
+  fakes::ImportSurroundings surroundings;
+};
+
+TEST_F(SalesTransactions, AddALineToTheTopLevelIncomeAccountOfItsItem) {
+  Book(InvoiceLine(ItemRef("IT-1") + Amount("120.00")));
+  EXPECT_EQ(Plants(), 120);
+  EXPECT_EQ(SumOfAll(), 120);
+}
+
+TEST_F(SalesTransactions, TakeTheIncomeSideOfAnItem) {
+  Book(InvoiceLine(ItemRef("IT-2") + Amount("120.00")));
+  EXPECT_EQ(Tools(), 120);
+  EXPECT_EQ(SumOfAll(), 120);
+}
+
+TEST_F(SalesTransactions, SubtractALineWhoseItemPostsToAnExpenseAccount) {
+  Book(InvoiceLine(ItemRef("IT-3") + Amount("30")));
+  EXPECT_EQ(surroundings.Expense("Utilities", 5), -30);
+  EXPECT_EQ(SumOfAll(), -30);
+}
+
+TEST_F(SalesTransactions, PreferTheIncomeAccountWhereBothListsHoldIt) {
+  surroundings.state.expenseAccounts = fakes::ImportSurroundings::List("4", {fakes::Account("I-3", "Rent")});
+  Book(InvoiceLine(ItemRef("IT-1") + Amount("120.00")));
+  EXPECT_EQ(Plants(), 120);
+  EXPECT_EQ(SumOfAll(), 120);
+}
+
+TEST_F(SalesTransactions, LeaveOutALineWhoseItemPostsToAnAccountInNoList) {
+  Book(InvoiceLine(ItemRef("IT-5") + Amount("30")));
+  EXPECT_EQ(SumOfAll(), 0);
+}
+
+TEST_F(SalesTransactions, LowerTheIncomeByANegativeLine) {
+  Book(InvoiceLine(ItemRef("IT-1") + Amount("120.00")) + InvoiceLine(ItemRef("IT-1") + Amount("-20.25")));
+  EXPECT_EQ(Plants(), 99.75);
+}
+
+TEST_F(SalesTransactions, GoToTheMonthOfTheQuery) {
+  Book(InvoiceLine(ItemRef("IT-1") + Amount("1")));
+  Read(20, 12);
+  EXPECT_EQ(Plants(), 1);
+  EXPECT_EQ(surroundings.Income("Plants", 12), 1);
+}
+
+TEST_F(SalesTransactions, AreReadFromTheAnswerAndTheLinesOfTheirKind) {
+  const std::string lines =
+      InvoiceLine(ItemRef("IT-1") + Amount("1")) + SalesReceiptLine(ItemRef("IT-1") + Amount("10"));
+  surroundings.quickBooks->answers["20"] = RecordAnswer("InvoiceQueryRs", Element("InvoiceRet", lines));
+  surroundings.quickBooks->answers["21"] =
+      RecordAnswer("SalesReceiptQueryRs", Element("SalesReceiptRet", lines));
+  Read(20);
+  EXPECT_EQ(Plants(), 1);
+  Read(21);
+  EXPECT_EQ(Plants(), 11);
+  surroundings.quickBooks->answers["21"] = surroundings.quickBooks->answers["20"];
+  Read(21);
+  EXPECT_EQ(Plants(), 11);
+}
+
+TEST_F(SalesTransactions, ChangeNothingForALineWithoutItemOrOfNoAmount) {
+  Book(InvoiceLine(Amount("5")) + InvoiceLine(ItemRef("IT-4") + Amount("0.00") + Quantity("3")) +
+       InvoiceLine(ItemRef("IT-1")) + InvoiceLine(ItemRef("IT-1") + Amount("five")) + InvoiceLine("") +
+       InvoiceLine(ItemRef("") + Amount("5")));
+  EXPECT_EQ(SumOfAll(), 0);
+}
+
+TEST_F(SalesTransactions, ReuseNothingOfTheLineBefore) {
+  Book(InvoiceLine(ItemRef("IT-1") + Amount("5")) + InvoiceLine(Amount("7")) + InvoiceLine(ItemRef("IT-1")) +
+       InvoiceLine(ItemRef("IT-9") + Amount("11")) +
+       InvoiceLine(ItemRef("IT-4") + Amount("1") + Quantity("4")) +
+       InvoiceLine(ItemRef("IT-4") + Amount("1")));
+  EXPECT_EQ(Plants(), 7);
+  EXPECT_EQ(Seeds(), 12.5);
+}
+
+TEST_F(SalesTransactions, CountALineInsideAGroupOnceWithItsOwnItem) {
+  Book(Element("InvoiceLineGroupRet", ItemGroupRef("G-2") + Element("TotalAmount", "99") + Amount("99") +
+                                          InvoiceLine(ItemRef("IT-1") + Amount("40")) +
+                                          InvoiceLine(ItemRef("IT-2") + Amount("2"))));
+  EXPECT_EQ(Plants(), 40);
+  EXPECT_EQ(Tools(), 2);
+  EXPECT_EQ(SumOfAll(), 42);
+}
+
+TEST_F(SalesTransactions, TakeTheLinesGroupThenTheGroupAroundItWhereThereIsNoItem) {
+  Book(Element("InvoiceLineGroupRet", ItemGroupRef("G-2") + InvoiceLine(Amount("1")) +
+                                          InvoiceLine(ItemRef("") + Amount("2")) +
+                                          InvoiceLine(ItemGroupRef("IT-1") + Amount("4")) +
+                                          InvoiceLine(ItemGroupRef("") + Amount("8"))) +
+       InvoiceLine(ItemGroupRef("G-2") + Amount("16")) +
+       InvoiceLine(ItemRef("IT-1") + ItemGroupRef("G-2") + Amount("32")));
+  EXPECT_EQ(Tools(), 1 + 2 + 8 + 16);
+  EXPECT_EQ(Plants(), 4 + 32);
+}
+
+TEST_F(SalesTransactions, CountLinesWhereverTheyStandInTheAnswer) {
+  const std::string line = InvoiceLine(ItemRef("IT-1") + Amount("1"));
+  surroundings.quickBooks->answers["20"] =
+      "<QBXML>" + line + "<InvoiceQueryRs>" + line + Element("InvoiceRet", Element("Deep", line)) +
+      "</InvoiceQueryRs><InvoiceQueryRs>" + line + "</InvoiceQueryRs></QBXML>";
+  Read(20);
+  EXPECT_EQ(Plants(), 4);
+}
+
+TEST_F(SalesTransactions, BookTheCostOfAnInventoryItemBesideItsIncome) {
+  Book(InvoiceLine(ItemRef("IT-4") + Quantity("3") + Amount("40")));
+  EXPECT_EQ(Plants(), 40);
+  EXPECT_EQ(Seeds(), 7.5);
+  EXPECT_EQ(SumOfAll(), 47.5);
+}
+
+struct QuantityCase {
+  const char* text;
+  double cost;
+};
+
+TEST_F(SalesTransactions, TakeOneForAQuantityThatIsNoNumberOrZero) {
+  for (const auto& [text, cost] : {QuantityCase{"3", 7.5},
+                                   {"", 2.5},
+                                   {"0", 2.5},
+                                   {"0.00", 2.5},
+                                   {"two", 2.5},
+                                   {"3 each", 2.5},
+                                   {"-2", -5},
+                                   {"1,000", 2500},
+                                   {"(4)", -10},
+                                   {" 2 ", 5}}) {
+    surroundings.state.costSubtotals->At("Seeds").SubTotal(5, 0);
+    Book(InvoiceLine(ItemRef("IT-4") + Amount("40") + Quantity(text)));
+    EXPECT_EQ(Seeds(), cost) << text;
+  }
+  surroundings.state.costSubtotals->At("Seeds").SubTotal(5, 0);
+  Book(InvoiceLine(ItemRef("IT-4") + Amount("40")));
+  EXPECT_EQ(Seeds(), 2.5);
+}
+
+TEST_F(SalesTransactions, TakeTheQuantityInSinglePrecision) {
+  surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1", "C-1", "10"));
+  Book(InvoiceLine(ItemRef("IT-4") + Amount("40") + Quantity("0.1")));
+  EXPECT_EQ(Seeds(), 1.0000000149011612);
+}
+
+TEST_F(SalesTransactions, TakeOneForAQuantityThatLeavesTheRangeOfASingle) {
+  Book(InvoiceLine(ItemRef("IT-4") + Amount("40") + Quantity("1E39")));
+  EXPECT_EQ(Seeds(), 2.5);
+  EXPECT_EQ(Plants(), 40);
+}
+
+TEST_F(SalesTransactions, BookTheIncomeAloneWithoutAverageCostOrCostAccount) {
+  const std::string income = fakes::Reference("IncomeAccountRef", "I-1");
+  surroundings.SetItems(Item("ItemInventoryRet", "IT-6", income + fakes::Reference("COGSAccountRef", "C-1")) +
+                        Item("ItemInventoryRet", "IT-7", income + Element("AverageCost", "2.5")));
+  Book(InvoiceLine(ItemRef("IT-6") + Amount("1")) + InvoiceLine(ItemRef("IT-7") + Amount("2")));
+  EXPECT_EQ(Plants(), 3);
+  EXPECT_EQ(SumOfAll(), 3);
+}
+
+TEST_F(SalesTransactions, BookTheIncomeAloneWhenTheCostAccountIsInNoList) {
+  surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1", "X-9", "2.5"));
+  Book(InvoiceLine(ItemRef("IT-4") + Amount("40")));
+  EXPECT_EQ(SumOfAll(), 40);
+  surroundings.state.costAccounts = AccountList();
+  surroundings.state.costSubtotals.reset();
+  surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1", "C-1", "2.5"));
+  Book(InvoiceLine(ItemRef("IT-4") + Amount("40")));
+  EXPECT_EQ(Plants(), 80);
+}
+
+TEST_F(SalesTransactions, BookTheCostOfALineWhoseIncomeAccountIsInNoList) {
+  surroundings.SetItems(fakes::InventoryItem("IT-4", "X-9", "C-1", "2.5"));
+  Book(InvoiceLine(ItemRef("IT-4") + Amount("40")));
+  EXPECT_EQ(Seeds(), 2.5);
+  EXPECT_EQ(SumOfAll(), 2.5);
+}
+
+TEST_F(SalesTransactions, LoseTheIncomeToAMarkerThatIsNoDocument) {
+  surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1", "C-1", "&lt;2") + OneAccountItem("IT-1", "I-1"));
+  Book(InvoiceLine(ItemRef("IT-4") + Amount("40")) + InvoiceLine(ItemRef("IT-1") + Amount("1")));
+  EXPECT_EQ(SumOfAll(), 1);
+}
+
+TEST_F(SalesTransactions, LoseTheIncomeToAMissingCostSubtotal) {
+  surroundings.state.costSubtotals = fakes::ImportSurroundings::Zeros({"Freight"});
+  Book(InvoiceLine(ItemRef("IT-4") + Amount("40")) + InvoiceLine(ItemRef("IT-1") + Amount("1")));
+  EXPECT_EQ(SumOfAll(), 1);
+  surroundings.state.costSubtotals.reset();
+  Book(InvoiceLine(ItemRef("IT-4") + Amount("40")));
+  EXPECT_EQ(SumOfAll(), 1);
+}
+
+TEST_F(SalesTransactions, LoseTheIncomeToACostOutOfRange) {
+  surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1", "C-1", "1E308"));
+  Book(InvoiceLine(ItemRef("IT-4") + Amount("40") + Quantity("2")));
+  EXPECT_EQ(SumOfAll(), 0);
+}
+
+TEST_F(SalesTransactions, SkipALineWithoutASubtotalForItsAccount) {
+  surroundings.state.incomeSubtotals = fakes::ImportSurroundings::Zeros({"Tools"});
+  Book(InvoiceLine(ItemRef("IT-1") + Amount("1")) + InvoiceLine(ItemRef("IT-2") + Amount("2")));
+  EXPECT_EQ(Tools(), 2);
+  surroundings.state.incomeSubtotals.reset();
+  Book(InvoiceLine(ItemRef("IT-1") + Amount("1")) + InvoiceLine(ItemRef("IT-3") + Amount("2")));
+  EXPECT_EQ(SumOfAll(), -2);
+}
+
+TEST_F(SalesTransactions, LeaveASubtotalAsItIsWhenTheSumWouldLeaveTheRangeOfADouble) {
+  const std::string line = InvoiceLine(ItemRef("IT-1") + Amount("1.7976931348623157E+308"));
+  Book(line + line + InvoiceLine(ItemRef("IT-2") + Amount("1")));
+  EXPECT_EQ(Plants(), std::numeric_limits<double>::max());
+  EXPECT_EQ(Tools(), 1);
+}
+
+TEST_F(SalesTransactions, ChangeNothingWithoutAnItemList) {
+  surroundings.state.itemListDocument = ItemList();
+  Book(InvoiceLine(ItemRef("IT-1") + Amount("1")));
+  EXPECT_EQ(SumOfAll(), 0);
+}
+
+TEST_F(SalesTransactions, SurviveARefusalWithoutTouchingTheErrorPair) {
+  surroundings.journal->Fail("ProcessRequest 20 2002-05-01 2002-05-31", Error(-2147220477, "unexpected"));
+  Book(InvoiceLine(ItemRef("IT-1") + Amount("1")));
+  EXPECT_EQ(SumOfAll(), 0);
+  EXPECT_EQ(surroundings.errorPair.number, 0);
+  ASSERT_EQ(surroundings.observer.notices.size(), 1U);
+  EXPECT_EQ(surroundings.observer.notices[0].number, -2147220477);
+}
+
+}  // namespace
+}  // namespace krnqb

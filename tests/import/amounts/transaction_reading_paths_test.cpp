@@ -1,0 +1,248 @@
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "fakes/recording_observer.h"
+#include "import/amounts/transaction_reading.h"
+#include "qbxml/response_element.h"
+
+// The one pass over an answer gives what the paths select in the parsed document, however odd the document
+// is.
+
+namespace krnqb {
+namespace {
+
+// What the paths say.
+
+using OwnField = std::optional<std::string>;
+
+OwnField FirstText(const XmlElement& from, const std::string& path) {
+  const auto selected = from.SelectAll(path);
+  return selected.empty() ? std::nullopt : OwnField(selected.front().Text());
+}
+
+std::string Shown(const OwnField& field) {
+  return field ? "'" + *field + "'" : "-";
+}
+
+std::string LineByPaths(const XmlElement& line) {
+  std::string shown = line.Name();
+  for (const char* path : {"./Amount", "./Quantity", "./AccountRef/ListID", "./ItemRef/ListID",
+                           "./ItemGroupRef/ListID", "../ItemGroupRef/ListID", "./CustomerRef/ListID",
+                           "../CustomerRef/ListID", "../../CustomerRef/ListID"}) {
+    shown += " " + Shown(FirstText(line, path));
+  }
+  return shown + (line.SelectAll("./CustomerRef").empty() ? "" : " customer");
+}
+
+std::vector<std::string> LinesByPaths(const std::string& text, const LineSelection& selection) {
+  std::vector<std::string> shown;
+  const XmlElement root = XmlElement::Parse(text);
+  if (!root) return shown;
+  const auto responses = root.SelectAll("//" + std::string(selection.responseName));
+  if (responses.empty()) return shown;
+  if (selection.places == LinePlaces::Anywhere) {
+    for (const XmlElement& line : responses.front().SelectAll("//" + std::string(selection.lineName))) {
+      shown.push_back(LineByPaths(line));
+    }
+    return shown;
+  }
+  for (const XmlElement& transaction : responses.front().Children()) {
+    for (const XmlElement& line : transaction.SelectAll("./ExpenseLineRet|./ItemLineRet")) {
+      shown.push_back(LineByPaths(line));
+    }
+  }
+  return shown;
+}
+
+// What the one pass says.
+
+std::string Shown(const TransactionLine::Field& field) {
+  return field ? Shown(OwnField(std::string(*field))) : "-";
+}
+
+std::string ShownLine(const TransactionLine& line) {
+  std::string shown(line.element);
+  for (const TransactionLine::Field& field :
+       {line.amount, line.quantity, line.accountId, line.itemId, line.itemGroupId, line.parentItemGroupId,
+        line.customerId, line.parentCustomerId, line.grandparentCustomerId}) {
+    shown += " " + Shown(field);
+  }
+  return shown + (line.hasCustomer ? " customer" : "");
+}
+
+std::vector<std::string> LinesRead(const std::string& text, const LineSelection& selection) {
+  std::vector<std::string> shown;
+  fakes::RecordingObserver observer;
+  const auto read = ReadTransactionLines(Variant(text), selection, observer, Place{});
+  for (const TransactionLine& line : read.lines) {
+    const bool isTold = selection.places == LinePlaces::DirectChildren && line.insideItemGroup;
+    if (!isTold) shown.push_back(ShownLine(line));
+  }
+  return shown;
+}
+
+std::string Joined(const std::vector<std::string>& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += line + "\n";
+  return text;
+}
+
+constexpr LineSelection billLines{
+    .responseName = "BillQueryRs", .places = LinePlaces::DirectChildren, .lineName = {}};
+constexpr LineSelection invoiceLines{
+    .responseName = "InvoiceQueryRs", .places = LinePlaces::Anywhere, .lineName = "InvoiceLineRet"};
+
+void ExpectTheSame(const std::string& text) {
+  for (const LineSelection& selection : {billLines, invoiceLines}) {
+    ASSERT_EQ(Joined(LinesRead(text, selection)), Joined(LinesByPaths(text, selection))) << text;
+  }
+}
+
+// Documents that nobody would write, the same in every run.
+
+class OddDocuments {
+ public:
+  /// `width` bounds the children of an element.
+  OddDocuments(unsigned seed, std::size_t width) : numbers(seed), bound(width) {}
+
+  std::string Next() {
+    const std::string content = OneOf({"BillQueryRs", "InvoiceQueryRs"});
+    return "<" + content + ">" + Elements(0) + "</" + content + ">";
+  }
+  std::string NextBelowARoot() { return "<QBXML>" + Elements(0) + Next() + Elements(0) + "</QBXML>"; }
+
+ private:
+  std::string OneOf(std::initializer_list<const char*> texts) { return texts.begin()[Below(texts.size())]; }
+  std::size_t Below(std::size_t end) { return numbers() % end; }
+
+  std::string Name(int depth) {
+    if (depth >= 2) {
+      return OneOf({"Amount", "Quantity", "AccountRef", "ItemRef", "ItemGroupRef", "CustomerRef", "ListID",
+                    "ListID", "ListID", "InvoiceLineRet", "ExpenseLineRet", "ItemLineRet"});
+    }
+    return OneOf({"BillRet", "InvoiceRet", "InvoiceLineGroupRet", "ItemGroupLineRet", "ExpenseLineRet",
+                  "ItemLineRet", "InvoiceLineRet", "InvoiceLineRet", "CustomerRef", "ItemGroupRef",
+                  "BillQueryRs", "InvoiceQueryRs", "TxnID"});
+  }
+  static bool IsValue(const std::string& name) {
+    return name == "Amount" || name == "Quantity" || name == "ListID" || name == "TxnID";
+  }
+  std::string Text() {
+    return OneOf({"", "", "1", "75.00", " 2\n", "&#49;&amp;", "<![CDATA[3<]]>", "<!-- 4 -->", "<?note 5?>",
+                  "\xC3\xA9", "6<!--x-->7", "\r\n"});
+  }
+  std::string Elements(int depth) {
+    std::string text = Text();
+    for (std::size_t count = Below(bound); count > 0; --count) {
+      const std::string name = Name(depth);
+      const std::string content = IsValue(name) ? Text() + OneOf({"", "", "<b>8<i/>9</b>"}) + Text()
+                                  : depth >= 5  ? Text()
+                                                : Elements(depth + 1);
+      text += content.empty() && Below(2) == 0 ? "<" + name + "/>"
+                                               : "<" + name + ">" + content + "</" + name + ">";
+      text += Text();
+    }
+    return text;
+  }
+
+  std::mt19937 numbers;
+  std::size_t bound;
+};
+
+TEST(ReadingTransactionsByPaths, GivesTheSameLinesForOddDocuments) {
+  std::size_t lines = 0;
+  for (std::size_t width = 2; width <= 6; ++width) {
+    for (unsigned seed = 1; seed <= 300; ++seed) {
+      OddDocuments documents(seed, width);
+      const std::string text = documents.Next();
+      ExpectTheSame(text);
+      ExpectTheSame(documents.NextBelowARoot());
+      if (HasFatalFailure()) return;
+      lines += LinesByPaths(text, invoiceLines).size();
+    }
+  }
+  EXPECT_GT(lines, 1000U) << "the documents hold too few lines to say anything";
+}
+
+TEST(ReadingTransactionsByPaths, GivesTheSameLinesForDocumentsThatAreCutOff) {
+  for (unsigned seed = 1; seed <= 100; ++seed) {
+    const std::string whole = OddDocuments(seed, 4).NextBelowARoot();
+    for (std::size_t cut = 1; cut < 6; ++cut) ExpectTheSame(whole.substr(0, whole.size() * cut / 6));
+    if (HasFatalFailure()) return;
+  }
+}
+
+TEST(ReadingTransactionsByPaths, GivesTheSameLinesForHandPickedDocuments) {
+  const char* texts[] = {
+      // A reference without an id before one that has it.
+      "<BillQueryRs><BillRet><ExpenseLineRet><AccountRef/><AccountRef><ListID>E-1</ListID></AccountRef>"
+      "</ExpenseLineRet></BillRet></BillQueryRs>",
+      // The line's own reference must not be taken for its child's.
+      "<InvoiceQueryRs><InvoiceRet><CustomerRef><ListID>K-1</ListID></CustomerRef><InvoiceLineRet>"
+      "<CustomerRef><ListID>K-2</ListID></CustomerRef><InvoiceLineRet><Amount>1</Amount></InvoiceLineRet>"
+      "</InvoiceLineRet></InvoiceRet></InvoiceQueryRs>",
+      // A line that is a transaction, and one that holds the response.
+      "<BillQueryRs><ItemLineRet><ItemLineRet><Amount>1</Amount></ItemLineRet></ItemLineRet></BillQueryRs>",
+      "<ExpenseLineRet><BillQueryRs><A><ExpenseLineRet/></A></BillQueryRs></ExpenseLineRet>",
+      // A response inside a response.
+      "<BillQueryRs><BillQueryRs><ExpenseLineRet><Amount>1</Amount></ExpenseLineRet></BillQueryRs>"
+      "</BillQueryRs>",
+      // A list id that is a reference of its own kind.
+      "<InvoiceQueryRs><InvoiceLineRet><ItemRef><ItemRef><ListID>1</ListID></ItemRef></ItemRef>"
+      "</InvoiceLineRet></InvoiceQueryRs>",
+      // Attributes, instructions and comments around the document element.
+      "<?xml version=\"1.0\" ?>\n<!-- a --><?b c?><BillQueryRs a=\"1\"><BillRet b='2'><ExpenseLineRet "
+      "c=\"&lt;\">"
+      "<Amount d=\"e\">1</Amount></ExpenseLineRet></BillRet></BillQueryRs>\n<!-- f -->\n"};
+  for (const char* text : texts) ExpectTheSame(text);
+}
+
+TEST(ReadingTransactionsByPaths, GivesTheSameLinesForNamesOfOtherVocabularies) {
+  ExpectTheSame("<BillQueryRs><BillRet><expenseLineRet/></BillRet></BillQueryRs>");
+  ExpectTheSame("<BillQueryRs><BillRet><a:ExpenseLineRet xmlns:a=\"urn:a\"/></BillRet></BillQueryRs>");
+  ExpectTheSame("<BillQueryRs xmlns=\"urn:a\"><BillRet><ExpenseLineRet/></BillRet></BillQueryRs>");
+}
+
+TEST(ReadingTransactionsByPaths, GivesTheSameLinesInsideAnElementThatIsRead) {
+  ExpectTheSame(
+      "<InvoiceQueryRs><InvoiceRet><Amount><InvoiceLineRet><Amount>1</Amount></InvoiceLineRet></Amount>"
+      "</InvoiceRet></InvoiceQueryRs>");
+}
+
+TEST(ReadingTransactionsByPaths, TellsWhatTheReadingOfAWholeAnswerTells) {
+  const char* texts[] = {
+      "<BillQueryRs statusCode=\"500\" statusSeverity=\"Warn\" "
+      "statusMessage=\"Some\"><BillRet/></BillQueryRs>",
+      "<QBXML><QBXMLMsgsRs><BillQueryRs statusCode=\"0\"/><ARs statusCode=\"3120\" statusMessage=\"&lt;\"/>"
+      "</QBXMLMsgsRs></QBXML>",
+      "<QBXML><QBXMLMsgsRs><BillQueryRs statusCode=\"1\"/></QBXMLMsgsRs></QBXML>",
+      "<QBXML><QBXMLMsgsRs statusCode=\"7\"><BillQueryRs/></QBXMLMsgsRs></QBXML>",
+      "<QBXML><BillQueryRs statusCode=\"1000\"/></QBXML>",
+      "<QBXML><QBXMLMsgsRs><BillQueryRs statusCode=\"3000\"></QBXML>",
+      "<QBXML><QBXMLMsgsRs><BillQueryRs statusCode=\"no\"/></QBXMLMsgsRs></QBXML>",
+      ""};
+  const Place place{.operation = "reading", .request = 10, .fromDate = {}, .toDate = {}};
+  for (const char* text : texts) {
+    fakes::RecordingObserver expected;
+    fakes::RecordingObserver actual;
+    AnswerElement(Variant(text), expected, place);
+    ReadTransactionLines(
+        Variant(text), {.responseName = "BillQueryRs", .places = LinePlaces::DirectChildren, .lineName = {}},
+        actual, place);
+    ASSERT_EQ(actual.notices.size(), expected.notices.size()) << text;
+    for (std::size_t i = 0; i < expected.notices.size(); ++i) {
+      EXPECT_EQ(actual.notices[i].kind, expected.notices[i].kind) << text;
+      EXPECT_EQ(actual.notices[i].number, expected.notices[i].number) << text;
+      EXPECT_EQ(actual.notices[i].severity, expected.notices[i].severity) << text;
+      EXPECT_EQ(actual.notices[i].description, expected.notices[i].description) << text;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace krnqb

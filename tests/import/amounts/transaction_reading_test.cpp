@@ -1,0 +1,285 @@
+#include "import/amounts/transaction_reading.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "fakes/import_texts.h"
+#include "fakes/recording_observer.h"
+
+namespace krnqb {
+namespace {
+
+using fakes::AccountRef;
+using fakes::Amount;
+using fakes::CustomerRef;
+using fakes::Element;
+using fakes::ExpenseLine;
+using fakes::InvoiceLine;
+using fakes::ItemGroupRef;
+using fakes::ItemLine;
+using fakes::ItemRef;
+using fakes::Quantity;
+using fakes::RecordAnswer;
+using fakes::Transaction;
+
+constexpr LineSelection billLines{
+    .responseName = "BillQueryRs", .places = LinePlaces::DirectChildren, .lineName = {}};
+constexpr LineSelection invoiceLines{
+    .responseName = "InvoiceQueryRs", .places = LinePlaces::Anywhere, .lineName = "InvoiceLineRet"};
+const Place place{.operation = "reading", .request = 10, .fromDate = "2002-01-01", .toDate = "2002-01-31"};
+
+class ReadingTransactions : public testing::Test {
+ protected:
+  TransactionLines Bills(const std::string& records) {
+    return ReadTransactionLines(Variant(RecordAnswer("BillQueryRs", records)), billLines, observer, place);
+  }
+  TransactionLines Invoices(const std::string& records) {
+    return ReadTransactionLines(Variant(RecordAnswer("InvoiceQueryRs", records)), invoiceLines, observer,
+                                place);
+  }
+  TransactionLines Read(const Variant& answer, const LineSelection& selection) {
+    return ReadTransactionLines(answer, selection, observer, place);
+  }
+
+  fakes::RecordingObserver observer;
+};
+
+std::vector<std::string> AmountsOf(const TransactionLines& read) {
+  std::vector<std::string> amounts;
+  for (const TransactionLine& line : read.lines) amounts.emplace_back(line.amount.value_or("none"));
+  return amounts;
+}
+
+using Amounts = std::vector<std::string>;
+
+TEST_F(ReadingTransactions, GivesEveryFieldOfALine) {
+  const auto read =
+      Bills(Element("BillRet", Transaction("T-1", "2002-01-15") +
+                                   ExpenseLine(AccountRef("E-1") + Amount("100.00") + CustomerRef("K-1")) +
+                                   ItemLine(ItemRef("IT-1") + Quantity("3") + Amount("7.50"))));
+  ASSERT_EQ(read.lines.size(), 2U);
+  const TransactionLine& expense = read.lines[0];
+  EXPECT_EQ(expense.element, "ExpenseLineRet");
+  EXPECT_EQ(expense.accountId, "E-1");
+  EXPECT_EQ(expense.amount, "100.00");
+  EXPECT_TRUE(expense.hasCustomer);
+  EXPECT_EQ(expense.customerId, "K-1");
+  EXPECT_EQ(expense.itemId, std::nullopt);
+  EXPECT_EQ(expense.quantity, std::nullopt);
+  EXPECT_EQ(expense.transactionId, "T-1");
+  EXPECT_EQ(expense.transactionDate, "2002-01-15");
+  EXPECT_FALSE(expense.insideItemGroup);
+  const TransactionLine& item = read.lines[1];
+  EXPECT_EQ(item.element, "ItemLineRet");
+  EXPECT_EQ(item.itemId, "IT-1");
+  EXPECT_EQ(item.quantity, "3");
+  EXPECT_EQ(item.amount, "7.50");
+  EXPECT_EQ(item.accountId, std::nullopt);
+  EXPECT_FALSE(item.hasCustomer);
+  EXPECT_EQ(item.customerId, std::nullopt);
+  EXPECT_EQ(item.transactionId, "T-1");
+}
+
+TEST_F(ReadingTransactions, GivesTheCustomersAndTheGroupAroundASalesLine) {
+  const auto read = Invoices(Element(
+      "InvoiceRet", Transaction("T-2", "2002-02-01") + CustomerRef("K-7") + InvoiceLine(ItemGroupRef("G-2")) +
+                        Element("InvoiceLineGroupRet", ItemGroupRef("G-1") + InvoiceLine(ItemRef("IT-1")))));
+  ASSERT_EQ(read.lines.size(), 2U);
+  EXPECT_EQ(read.lines[0].itemGroupId, "G-2");
+  EXPECT_EQ(read.lines[0].parentItemGroupId, std::nullopt);
+  EXPECT_EQ(read.lines[0].parentCustomerId, "K-7");
+  EXPECT_EQ(read.lines[0].grandparentCustomerId, std::nullopt);
+  EXPECT_EQ(read.lines[1].itemGroupId, std::nullopt);
+  EXPECT_EQ(read.lines[1].parentItemGroupId, "G-1");
+  EXPECT_EQ(read.lines[1].parentCustomerId, std::nullopt);
+  EXPECT_EQ(read.lines[1].grandparentCustomerId, "K-7");
+  EXPECT_EQ(read.lines[1].transactionId, "T-2");
+  EXPECT_EQ(read.lines[1].transactionDate, "2002-02-01");
+}
+
+TEST_F(ReadingTransactions, TakesWhatStandsBehindTheLineToo) {
+  const auto read = Invoices(
+      Element("InvoiceRet", Element("InvoiceLineGroupRet", InvoiceLine(Amount("1")) + ItemGroupRef("G-1")) +
+                                CustomerRef("K-7") + Transaction("T-3", "2002-03-01")));
+  ASSERT_EQ(read.lines.size(), 1U);
+  EXPECT_EQ(read.lines[0].parentItemGroupId, "G-1");
+  EXPECT_EQ(read.lines[0].grandparentCustomerId, "K-7");
+  EXPECT_EQ(read.lines[0].transactionId, "T-3");
+  EXPECT_EQ(read.lines[0].transactionDate, "2002-03-01");
+}
+
+TEST_F(ReadingTransactions, TellsAbsentFromEmpty) {
+  const auto read = Bills(Element(
+      "BillRet", ExpenseLine("<Amount/>" + AccountRef("") + Element("CustomerRef", "")) + ExpenseLine("")));
+  ASSERT_EQ(read.lines.size(), 2U);
+  EXPECT_EQ(read.lines[0].amount, "");
+  EXPECT_EQ(read.lines[0].accountId, "");
+  EXPECT_TRUE(read.lines[0].hasCustomer);
+  EXPECT_EQ(read.lines[0].customerId, std::nullopt);
+  EXPECT_EQ(read.lines[1].amount, std::nullopt);
+  EXPECT_EQ(read.lines[1].accountId, std::nullopt);
+  EXPECT_FALSE(read.lines[1].hasCustomer);
+  EXPECT_EQ(read.lines[1].transactionId, "");
+  EXPECT_EQ(read.lines[1].transactionDate, "");
+}
+
+TEST_F(ReadingTransactions, GivesTheWholeTextAsItStands) {
+  const auto read =
+      Bills(Element("BillRet", ExpenseLine("<Amount> 1&#48;<!-- net -->.<![CDATA[5]]><?note x?>0 </Amount>"
+                                           "<AccountRef><ListID>A&amp;<b>B</b>&lt;C</ListID></AccountRef>")));
+  ASSERT_EQ(read.lines.size(), 1U);
+  EXPECT_EQ(read.lines[0].amount, " 10.50 ");
+  EXPECT_EQ(read.lines[0].accountId, "A&B<C");
+}
+
+TEST_F(ReadingTransactions, TakesTheFirstOfRepeatedElements) {
+  const auto read = Bills(
+      Element("BillRet", ExpenseLine(Amount("1") + Amount("2") + AccountRef("E-1") + AccountRef("E-2")) +
+                             ExpenseLine(Amount("") + Amount("3"))));
+  ASSERT_EQ(read.lines.size(), 2U);
+  EXPECT_EQ(read.lines[0].amount, "1");
+  EXPECT_EQ(read.lines[0].accountId, "E-1");
+  EXPECT_EQ(read.lines[1].amount, "");
+}
+
+TEST_F(ReadingTransactions, TakesNoFieldFromDeeperDown) {
+  const auto read = Bills(Element(
+      "BillRet", ExpenseLine(Element("Detail", Amount("1") + AccountRef("E-1") + CustomerRef("K-1")))));
+  ASSERT_EQ(read.lines.size(), 1U);
+  EXPECT_EQ(read.lines[0].amount, std::nullopt);
+  EXPECT_EQ(read.lines[0].accountId, std::nullopt);
+  EXPECT_FALSE(read.lines[0].hasCustomer);
+}
+
+TEST_F(ReadingTransactions, MarksThePurchaseLinesInsideAnItemGroup) {
+  const auto read =
+      Bills(Element("BillRet", Transaction("T-1", "2002-01-15") + ExpenseLine(Amount("1")) +
+                                   Element("ItemGroupLineRet", ItemGroupRef("G-1") + ItemLine(Amount("2")) +
+                                                                   ItemLine(Amount("3"))) +
+                                   ItemLine(Amount("4"))));
+  EXPECT_EQ(AmountsOf(read), (Amounts{"1", "2", "3", "4"}));
+  for (const TransactionLine& line : read.lines) {
+    EXPECT_EQ(line.insideItemGroup, line.amount == "2" || line.amount == "3") << *line.amount;
+    EXPECT_EQ(line.transactionId, "T-1");
+  }
+}
+
+TEST_F(ReadingTransactions, TakesPurchaseLinesOfTheFirstResponseAlone) {
+  const auto read =
+      Read(Variant("<QBXML><BillRet><ExpenseLineRet><Amount>0</Amount></ExpenseLineRet></BillRet>"
+                   "<BillQueryRs><ExpenseLineRet><Amount>1</Amount></ExpenseLineRet>"
+                   "<BillRet><ExpenseLineRet><Amount>2</Amount></ExpenseLineRet></BillRet></BillQueryRs>"
+                   "<BillQueryRs><BillRet><ExpenseLineRet><Amount>3</Amount></ExpenseLineRet></BillRet>"
+                   "</BillQueryRs></QBXML>"),
+           billLines);
+  EXPECT_EQ(AmountsOf(read), Amounts{"2"});
+}
+
+TEST_F(ReadingTransactions, TakesSalesLinesWhereverTheyStandInTheAnswer) {
+  const auto read =
+      Read(Variant("<QBXML><InvoiceLineRet><Amount>1</Amount></InvoiceLineRet>"
+                   "<InvoiceQueryRs><InvoiceLineRet><Amount>2</Amount></InvoiceLineRet>"
+                   "<InvoiceRet><Deep><InvoiceLineRet><Amount>3</Amount>"
+                   "<InvoiceLineRet><Amount>4</Amount></InvoiceLineRet></InvoiceLineRet></Deep></InvoiceRet>"
+                   "</InvoiceQueryRs><InvoiceQueryRs>"
+                   "<InvoiceRet><InvoiceLineRet><Amount>5</Amount></InvoiceLineRet></InvoiceRet>"
+                   "</InvoiceQueryRs><InvoiceLineRet><Amount>6</Amount></InvoiceLineRet></QBXML>"),
+           invoiceLines);
+  EXPECT_EQ(AmountsOf(read), (Amounts{"1", "2", "3", "4", "5", "6"}));
+}
+
+TEST_F(ReadingTransactions, TakesADocumentElementThatIsALine) {
+  const auto read =
+      Read(Variant("<InvoiceLineRet><Amount>1</Amount><InvoiceQueryRs/></InvoiceLineRet>"), invoiceLines);
+  EXPECT_EQ(AmountsOf(read), Amounts{"1"});
+}
+
+TEST_F(ReadingTransactions, HasNoLinesWithoutTheResponse) {
+  const std::string invoice = Element("InvoiceRet", InvoiceLine(Amount("1")));
+  EXPECT_TRUE(Read(Variant(RecordAnswer("SalesReceiptQueryRs", invoice)), invoiceLines).lines.empty());
+  EXPECT_TRUE(Read(Variant(RecordAnswer("InvoiceQueryRs", "")), invoiceLines).lines.empty());
+  EXPECT_TRUE(Bills("").lines.empty());
+  EXPECT_TRUE(observer.notices.empty());
+}
+
+TEST_F(ReadingTransactions, OfATextThatIsNoDocumentHasNoLinesAndIsTold) {
+  const std::string bill = Element("BillRet", ExpenseLine(Amount("1")));
+  const std::string whole = RecordAnswer("BillQueryRs", bill);
+  const std::string texts[] = {
+      "",
+      "  ",
+      "no document",
+      whole.substr(0, whole.size() - 4),
+      whole + "<again/>",
+      "<QBXML><BillQueryRs>" + bill + "]]></BillQueryRs></QBXML>",
+      "<QBXML><BillQueryRs>" + bill + "&undeclared;</BillQueryRs></QBXML>",
+      "<!DOCTYPE a [<!ENTITY x \"1\">]><QBXML><BillQueryRs>" + bill + "</BillQueryRs></QBXML>"};
+  for (const std::string& text : texts) {
+    observer.notices.clear();
+    EXPECT_TRUE(Read(Variant(text), billLines).lines.empty()) << text;
+    ASSERT_EQ(observer.notices.size(), 1U) << text;
+    EXPECT_EQ(observer.notices[0].kind, NoticeKind::AnswerUnreadable) << text;
+    EXPECT_EQ(observer.notices[0].place.request, 10);
+    EXPECT_EQ(observer.notices[0].place.fromDate, "2002-01-01");
+  }
+}
+
+TEST_F(ReadingTransactions, OfNoAnswerHasNoLines) {
+  EXPECT_TRUE(Read(Variant(), billLines).lines.empty());
+}
+
+TEST_F(ReadingTransactions, DoesNotObeyAnEncodingDeclaration) {
+  const auto read =
+      Read(Variant("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><BillQueryRs><BillRet><ExpenseLineRet>"
+                   "<Amount>1 \xE2\x82\xAC</Amount></ExpenseLineRet></BillRet></BillQueryRs>"),
+           billLines);
+  EXPECT_EQ(AmountsOf(read), Amounts{"1 \xE2\x82\xAC"});
+}
+
+TEST_F(ReadingTransactions, TellsAStatusThatIsNoSuccess) {
+  Read(Variant(fakes::StatusAnswer("BillQueryRs", "3260")), billLines);
+  ASSERT_EQ(observer.notices.size(), 1U);
+  EXPECT_EQ(observer.notices[0].kind, NoticeKind::AnswerStatus);
+  EXPECT_EQ(observer.notices[0].number, 3260);
+  EXPECT_EQ(observer.notices[0].severity, "Error");
+  EXPECT_EQ(observer.notices[0].description, "Refused");
+  EXPECT_EQ(observer.notices[0].place.operation, "reading");
+  EXPECT_EQ(observer.notices[0].place.toDate, "2002-01-31");
+  observer.notices.clear();
+  Read(Variant(fakes::StatusAnswer("BillQueryRs", "1")), billLines);
+  EXPECT_TRUE(observer.notices.empty());
+}
+
+TEST_F(ReadingTransactions, ReadsTheLinesWhateverTheStatus) {
+  for (const std::string status : {"500", "1E999", "99999999999", "none", ""}) {
+    observer.notices.clear();
+    TransactionLines read;
+    EXPECT_NO_THROW(read = Read(Variant("<QBXML><QBXMLMsgsRs><BillQueryRs statusCode=\"" + status +
+                                        "\"><BillRet><ExpenseLineRet><Amount>1</Amount></ExpenseLineRet>"
+                                        "</BillRet></BillQueryRs></QBXMLMsgsRs></QBXML>"),
+                                billLines))
+        << status;
+    EXPECT_EQ(AmountsOf(read), Amounts{"1"}) << status;
+    EXPECT_EQ(observer.notices.size(), 1U) << status;
+  }
+}
+
+TEST_F(ReadingTransactions, KeepsItsTextsWhenItIsMoved) {
+  std::string records;
+  for (int i = 0; i < 5000; ++i) {
+    records +=
+        Element("BillRet", ExpenseLine(Amount(std::to_string(i)) + AccountRef("E-" + std::to_string(i))));
+  }
+  auto read = Bills(records);
+  const TransactionLines moved = std::move(read);
+  ASSERT_EQ(moved.lines.size(), 5000U);
+  for (std::size_t i = 0; i < moved.lines.size(); ++i) {
+    ASSERT_EQ(moved.lines[i].amount, std::to_string(i));
+    ASSERT_EQ(moved.lines[i].accountId, "E-" + std::to_string(i));
+  }
+}
+
+}  // namespace
+}  // namespace krnqb

@@ -1,0 +1,105 @@
+#include "import/lists/account_list.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/answer_texts.h"
+#include "fakes/recording_observer.h"
+
+namespace krnqb {
+namespace {
+
+using fakes::Account;
+using fakes::AccountAnswer;
+using fakes::SubAccount;
+
+AccountList List(std::initializer_list<std::string> accounts) {
+  return AccountList(XmlElement::Parse(AccountAnswer("4", accounts)));
+}
+
+TEST(TopLevelAccountName, ClimbsToTheAccountAtTheTop) {
+  fakes::RecordingObserver observer;
+  const AccountList list =
+      List({Account("1", "Cars"), SubAccount("2", "Fuel", "1"), SubAccount("3", "Diesel", "2", "2"),
+            SubAccount("4", "Winter diesel", "3", "3")});
+  for (const std::string id : {"1", "2", "3", "4"})
+    EXPECT_EQ(TopLevelAccountName(list, id, observer), "Cars") << id;
+  EXPECT_TRUE(observer.notices.empty());
+}
+
+TEST(TopLevelAccountName, OfAnAccountThatTheListDoesNotHoldIsEmptyAndNotTold) {
+  fakes::RecordingObserver observer;
+  EXPECT_EQ(TopLevelAccountName(List({Account("1", "Cars")}), "9", observer), "");
+  EXPECT_TRUE(observer.notices.empty());
+}
+
+TEST(TopLevelAccountName, IsEmptyWhereTheClimbFails) {
+  fakes::RecordingObserver observer;
+  const AccountList list = List(
+      {"<AccountRet><ListID>1</ListID><Name>No level</Name></AccountRet>",
+       "<AccountRet><ListID>2</ListID><Name>No parent</Name><Sublevel>1</Sublevel></AccountRet>",
+       SubAccount("3", "Orphan", "99"), "<AccountRet><ListID>4</ListID><Sublevel>0</Sublevel></AccountRet>"});
+  for (const std::string id : {"1", "2", "3", "4"})
+    EXPECT_EQ(TopLevelAccountName(list, id, observer), "") << id;
+  EXPECT_EQ(observer.notices.size(), 4U);
+}
+
+TEST(TopLevelAccountName, IsEmptyWhenTheParentsRunInACircle) {
+  fakes::RecordingObserver observer;
+  const AccountList list = List({SubAccount("1", "Hen", "2"), SubAccount("2", "Egg", "1")});
+  EXPECT_EQ(TopLevelAccountName(list, "1", observer), "");
+  EXPECT_EQ(observer.notices.size(), 1U);
+}
+
+TEST(TopLevelAccountName, TakesTheFirstListIdInDocumentOrderWhereverItStands) {
+  fakes::RecordingObserver observer;
+  // The sub-account stands before its parent, so the first "1" is the reference in the sub-account's own
+  // record.
+  const AccountList list = List({SubAccount("2", "Fuel", "1"), Account("1", "Cars")});
+  EXPECT_EQ(TopLevelAccountName(list, "1", observer), "");
+}
+
+TEST(TopLevelAccountName, IsEmptyForAnIdWithADoubleQuote) {
+  fakes::RecordingObserver observer;
+  EXPECT_EQ(TopLevelAccountName(List({Account("1", "Cars")}), "a\"b", observer), "");
+  ASSERT_EQ(observer.notices.size(), 1U);
+  EXPECT_EQ(observer.notices[0].number, -2147467259);
+}
+
+TEST(TopLevelAccountName, OfNoListIsEmpty) {
+  fakes::RecordingObserver observer;
+  EXPECT_EQ(TopLevelAccountName(AccountList(), "1", observer), "");
+}
+
+TEST(TopLevelSubtotals, HoldARecordOfZerosPerTopLevelAccountByName) {
+  fakes::RecordingObserver observer;
+  const auto subtotals = TopLevelSubtotals(
+      List({Account("1", "Cars"), SubAccount("2", "Fuel", "1"), Account("3", "Rent")}), observer);
+  ASSERT_TRUE(subtotals);
+  ASSERT_EQ(subtotals->Count(), 2U);
+  EXPECT_EQ(subtotals->AtPosition(1).Description(), "Cars");
+  EXPECT_EQ(subtotals->At("RENT").Description(), "Rent");
+  EXPECT_EQ(subtotals->At("Rent").Total(), 0);
+}
+
+TEST(TopLevelSubtotals, AreNothingWhenTwoAccountsHaveTheSameName) {
+  fakes::RecordingObserver observer;
+  EXPECT_FALSE(TopLevelSubtotals(List({Account("1", "Cars"), Account("2", "CARS")}), observer));
+  EXPECT_TRUE(observer.Told(NoticeKind::OperationEnded, 457));
+}
+
+TEST(TopLevelSubtotals, AreNothingWithoutAListAndForAnAccountWithoutAName) {
+  fakes::RecordingObserver observer;
+  EXPECT_FALSE(TopLevelSubtotals(AccountList(), observer));
+  EXPECT_FALSE(TopLevelSubtotals(List({"<AccountRet><Sublevel>0</Sublevel></AccountRet>"}), observer));
+  EXPECT_EQ(observer.notices.size(), 2U);
+}
+
+TEST(TopLevelSubtotals, OfAnEmptyListAreAnEmptyCollection) {
+  fakes::RecordingObserver observer;
+  const auto subtotals = TopLevelSubtotals(List({}), observer);
+  ASSERT_TRUE(subtotals);
+  EXPECT_EQ(subtotals->Count(), 0U);
+}
+
+}  // namespace
+}  // namespace krnqb

@@ -1,0 +1,165 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+#include "fakes/import_texts.h"
+#include "fakes/recording_observer.h"
+#include "import/lists/item_list.h"
+#include "krnqb/error.h"
+
+namespace krnqb {
+namespace {
+
+using fakes::AccountRef;
+using fakes::Element;
+using fakes::InventoryItem;
+using fakes::Item;
+using fakes::ItemAnswer;
+using fakes::OneAccountItem;
+using fakes::Reference;
+using fakes::TwoAccountItem;
+
+std::string Direct(std::string_view incomeId, std::string_view expenseId) {
+  return Reference("IncomeAccountRef", incomeId) + Reference("ExpenseAccountRef", expenseId);
+}
+
+class ItemAccountTest : public testing::Test {
+ protected:
+  std::string IncomeSide(const std::string& items, std::string_view id = "IT-1") {
+    return Account(items, id, ItemSide::Income);
+  }
+  std::string ExpenseSide(const std::string& items, std::string_view id = "IT-1") {
+    return Account(items, id, ItemSide::Expense);
+  }
+  std::string Account(const std::string& items, std::string_view id, ItemSide side) {
+    return ItemList(XmlElement::Parse(ItemAnswer(items))).ItemAccount(id, side, observer);
+  }
+
+  fakes::RecordingObserver observer;
+};
+
+TEST_F(ItemAccountTest, OfAnItemWithOneAccountIsThatOnBothSides) {
+  EXPECT_EQ(IncomeSide(OneAccountItem("IT-1", "I-1")), "I-1");
+  EXPECT_EQ(ExpenseSide(OneAccountItem("IT-1", "I-1")), "I-1");
+}
+
+TEST_F(ItemAccountTest, OfAnItemThatIsBoughtAndSoldDependsOnTheSide) {
+  EXPECT_EQ(IncomeSide(TwoAccountItem("IT-1", "I-1", "E-1")), "I-1");
+  EXPECT_EQ(ExpenseSide(TwoAccountItem("IT-1", "I-1", "E-1")), "E-1");
+}
+
+TEST_F(ItemAccountTest, OfAnItemWhoseReferencesStandInTheRecordDependsOnTheSide) {
+  EXPECT_EQ(IncomeSide(Item("ItemInventoryRet", "IT-1", Direct("I-1", "E-1"))), "I-1");
+  EXPECT_EQ(ExpenseSide(Item("ItemInventoryRet", "IT-1", Direct("I-1", "E-1"))), "E-1");
+}
+
+TEST_F(ItemAccountTest, OfAnInventoryItemHasNoExpenseSide) {
+  EXPECT_EQ(ExpenseSide(InventoryItem("IT-1", "I-1", "C-1", "2.5")), "");
+}
+
+TEST_F(ItemAccountTest, TakesTheFirstThatIsNotEmpty) {
+  const std::string both = Element("SalesAndPurchase", Direct("I-1", "E-1"));
+  const std::string emptyBoth = Element("SalesAndPurchase", Direct("", ""));
+  const std::string one = Element("SalesOrPurchase", AccountRef("A-2"));
+  const std::string emptyOne = Element("SalesOrPurchase", AccountRef(""));
+  const std::string direct = Direct("I-3", "E-3");
+  EXPECT_EQ(IncomeSide(Item("ItemServiceRet", "IT-1", direct + one + both)), "I-1");
+  EXPECT_EQ(ExpenseSide(Item("ItemServiceRet", "IT-1", direct + one + both)), "E-1");
+  EXPECT_EQ(IncomeSide(Item("ItemServiceRet", "IT-1", emptyBoth + direct + one)), "A-2");
+  EXPECT_EQ(ExpenseSide(Item("ItemServiceRet", "IT-1", direct + one)), "A-2");
+  EXPECT_EQ(IncomeSide(Item("ItemServiceRet", "IT-1", emptyBoth + emptyOne + direct)), "I-3");
+  EXPECT_EQ(ExpenseSide(Item("ItemServiceRet", "IT-1", emptyBoth + emptyOne + direct)), "E-3");
+}
+
+TEST_F(ItemAccountTest, OfAnItemWithoutAccountsIsEmpty) {
+  EXPECT_EQ(IncomeSide(Item("ItemGroupRet", "IT-1", Element("Name", "Garden set"))), "");
+  EXPECT_EQ(ExpenseSide(Item("ItemGroupRet", "IT-1", "")), "");
+}
+
+TEST_F(ItemAccountTest, OfAnItemThatTheListDoesNotHoldIsEmpty) {
+  EXPECT_EQ(IncomeSide(OneAccountItem("IT-1", "I-1"), "IT-2"), "");
+  EXPECT_EQ(IncomeSide(OneAccountItem("IT-1", "I-1"), "it-1"), "") << "ids are compared exactly";
+  EXPECT_EQ(IncomeSide(OneAccountItem(" IT-1", "I-1")), "");
+  EXPECT_EQ(IncomeSide("", ""), "");
+}
+
+TEST_F(ItemAccountTest, OfNoListIsEmpty) {
+  EXPECT_EQ(ItemList().ItemAccount("IT-1", ItemSide::Income, observer), "");
+}
+
+TEST_F(ItemAccountTest, OfAnInventoryItemIsACostOfGoodsMarkerOnTheIncomeSide) {
+  EXPECT_EQ(IncomeSide(InventoryItem("IT-1", "I-1", "C-1", "2.50")),
+            "<COGS  cogsid=\"C-1\" workid=\"I-1\" averagecost=\"2.50\"/>");
+  EXPECT_EQ(CostOfGoodsMarker("C-1", "I-1", "2.50"),
+            "<COGS  cogsid=\"C-1\" workid=\"I-1\" averagecost=\"2.50\"/>");
+}
+
+TEST_F(ItemAccountTest, KeepsTheAverageCostAsItStands) {
+  EXPECT_EQ(IncomeSide(InventoryItem("IT-1", "I-1", "C-1", " 2,50 each ")),
+            "<COGS  cogsid=\"C-1\" workid=\"I-1\" averagecost=\" 2,50 each \"/>");
+  EXPECT_EQ(IncomeSide(InventoryItem("IT-1", "I&amp;1", "C-1", "&lt;2&quot;")),
+            "<COGS  cogsid=\"C-1\" workid=\"I&1\" averagecost=\"<2\"\"/>");
+}
+
+TEST_F(ItemAccountTest, OfAnItemOfAnyKindWithCostAccountAndAverageCostIsAMarker) {
+  const std::string cost = Reference("COGSAccountRef", "C-1") + Element("AverageCost", "1");
+  EXPECT_EQ(IncomeSide(Item("ItemServiceRet", "IT-1", Element("SalesOrPurchase", AccountRef("I-1")) + cost)),
+            CostOfGoodsMarker("C-1", "I-1", "1"));
+  EXPECT_EQ(ExpenseSide(Item("ItemServiceRet", "IT-1", Element("SalesOrPurchase", AccountRef("I-1")) + cost)),
+            "I-1");
+}
+
+TEST_F(ItemAccountTest, WithoutAverageCostOrCostAccountIsTheIncomeAccount) {
+  const std::string income = Reference("IncomeAccountRef", "I-1");
+  const std::string costAccount = Reference("COGSAccountRef", "C-1");
+  const std::string averageCost = Element("AverageCost", "2.5");
+  for (const std::string& fields :
+       {income, income + costAccount, income + averageCost, income + costAccount + Element("AverageCost", ""),
+        income + Reference("COGSAccountRef", "") + averageCost,
+        income + Element("COGSAccountRef", "") + averageCost}) {
+    EXPECT_EQ(IncomeSide(Item("ItemInventoryRet", "IT-1", fields)), "I-1") << fields;
+  }
+  EXPECT_EQ(IncomeSide(Item("ItemInventoryRet", "IT-1", costAccount + averageCost)), "")
+      << "no marker without an income account";
+}
+
+TEST_F(ItemAccountTest, TakesTheFirstElementWithTheIdWhereverItStands) {
+  const std::string item = OneAccountItem("IT-1", "I-1");
+  EXPECT_EQ(IncomeSide(Item("ItemServiceRet", "IT-2", Reference("ParentRef", "IT-1")) + item), "")
+      << "a sub-item that stands before its parent";
+  EXPECT_EQ(IncomeSide(item + Item("ItemServiceRet", "IT-2", Reference("ParentRef", "IT-1"))), "I-1");
+  EXPECT_EQ(IncomeSide(item + OneAccountItem("IT-1", "I-2")), "I-1");
+}
+
+TEST_F(ItemAccountTest, OfAnIdWithADoubleQuoteIsWhatThePathSelects) {
+  EXPECT_EQ(IncomeSide(OneAccountItem("IT-1", "I-1"), "x\" or \"1\" = \"1"), "I-1");
+  EXPECT_TRUE(observer.notices.empty());
+  EXPECT_EQ(IncomeSide(OneAccountItem("a\"b", "I-1"), "a\"b"), "") << "the path is malformed";
+  ASSERT_EQ(observer.notices.size(), 1U);
+  EXPECT_EQ(observer.notices[0].number, error_number::unspecified);
+}
+
+TEST_F(ItemAccountTest, IsTheSameEachTimeItIsAsked) {
+  const ItemList list(XmlElement::Parse(
+      ItemAnswer(TwoAccountItem("IT-1", "I-1", "E-1") + TwoAccountItem("IT-2", "I-2", "E-2"))));
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(list.ItemAccount("IT-1", ItemSide::Income, observer), "I-1");
+    EXPECT_EQ(list.ItemAccount("IT-1", ItemSide::Expense, observer), "E-1");
+    EXPECT_EQ(list.ItemAccount("IT-2", ItemSide::Expense, observer), "E-2");
+    EXPECT_EQ(list.ItemAccount("IT-2", ItemSide::Income, observer), "I-2");
+  }
+}
+
+TEST(CostOfGoodsMarker, IsKnownByItsFirstFiveCharacters) {
+  EXPECT_TRUE(IsCostOfGoodsMarker("<COGS  cogsid=\"\" workid=\"\" averagecost=\"\"/>"));
+  EXPECT_TRUE(IsCostOfGoodsMarker("<COGS"));
+  EXPECT_FALSE(IsCostOfGoodsMarker("<COG"));
+  EXPECT_FALSE(IsCostOfGoodsMarker("<cogs  "));
+  EXPECT_FALSE(IsCostOfGoodsMarker(" <COGS"));
+  EXPECT_FALSE(IsCostOfGoodsMarker("I-1"));
+  EXPECT_FALSE(IsCostOfGoodsMarker(""));
+}
+
+}  // namespace
+}  // namespace krnqb

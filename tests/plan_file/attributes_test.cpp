@@ -1,0 +1,37 @@
+#include "plan_file/attributes.h"
+
+#include <gtest/gtest.h>
+
+namespace krnqb::embedded {
+namespace {
+
+TEST(PlanAttributes, EveryProductHasATextOfItsOwn) {
+  EXPECT_EQ(ProductText(QBKRN_ALD), "ald");
+  EXPECT_EQ(ProductText(QBKRN_BRI), "bri");
+  EXPECT_EQ(ProductText(QBKRN_COR), "cor");
+  EXPECT_EQ(ProductText(static_cast<QBKRNproduct>(0)), "");
+  for (const QBKRNproduct product : {QBKRN_ALD, QBKRN_BRI, QBKRN_COR}) {
+    EXPECT_EQ(ProductFromText(ProductText(product)), product);
+  }
+}
+
+TEST(PlanAttributes, OtherTextsAreNoProduct) {
+  for (const char* text : {"", "ALD", "ald ", "1", "korrin"}) EXPECT_FALSE(ProductFromText(text)) << text;
+}
+
+TEST(PlanAttributes, AStartIsFourDigitsAHyphenAndAMonthOfTwoDigits) {
+  EXPECT_EQ(PlanStartFromText("2003-01"), (PlanStart{2003, 1}));
+  EXPECT_EQ(PlanStartFromText("1999-12"), (PlanStart{1999, 12}));
+  for (const char* text : {"", "2003", "2003-00", "2003-13", "2003-1", "03-01", "2003/01", "2003-01-01",
+                           " 2003-01", "-003-01", "2003--1", "0999-01", "20x3-01"}) {
+    EXPECT_FALSE(PlanStartFromText(text)) << text;
+  }
+}
+
+TEST(PlanAttributes, AStartIsWrittenAsItIsRead) {
+  EXPECT_EQ(PlanStartText({2003, 4}), "2003-04");
+  EXPECT_EQ(PlanStartFromText(PlanStartText({2010, 11})), (PlanStart{2010, 11}));
+}
+
+}  // namespace
+}  // namespace krnqb::embedded

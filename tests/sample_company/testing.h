@@ -1,0 +1,94 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "company/records/amount.h"
+#include "company/testing.h"
+#include "qbxml/request_catalogue.h"
+#include "sample_company/generator.h"
+
+namespace krnqb::embedded::testing {
+
+inline constexpr std::array transactionRequests = {request_number::bills, request_number::checks,
+                                                   request_number::creditCardCharges,
+                                                   request_number::invoices, request_number::salesReceipts};
+
+/// A company of some two thousand transactions that has everything.
+inline GeneratorSettings FullCompany() {
+  GeneratorSettings settings;
+  settings.accounts = 150;
+  settings.items = 60;
+  settings.customers = 40;
+  settings.transactions = 2'000;
+  settings.firstYear = 2001;
+  settings.lastYear = 2002;
+  settings.seed = 7;
+  settings.processorVersion = "2.0";
+  return settings;
+}
+
+/// The same without any of its features.
+inline GeneratorSettings PlainCompany() {
+  GeneratorSettings settings = FullCompany();
+  settings.features = {false, false, false, false, false, false, false};
+  return settings;
+}
+
+/// A generated company, open for reading.
+class GeneratedCompany {
+ public:
+  explicit GeneratedCompany(const GeneratorSettings& settings)
+      : summary(GenerateCompany(folder.File("company.qbw"), settings)),
+        file(CompanyFile::Open(folder.File("company.qbw"), FileAccess::ReadOnly)) {}
+
+  std::string Answer(std::int32_t request) const { return file.Answer(BuildRequest(request, "", "")); }
+
+  /// The records of an answer.
+  std::vector<XmlElement> Records(std::int32_t request) const {
+    return XmlElement::Parse(Answer(request)).SelectAll("/QBXML/QBXMLMsgsRs/*/*");
+  }
+  std::vector<XmlElement> Accounts() const { return Records(request_number::allAccounts); }
+  std::vector<XmlElement> Items() const { return Records(request_number::items); }
+  std::vector<XmlElement> Transactions() const {
+    std::vector<XmlElement> all;
+    for (const std::int32_t request : transactionRequests) {
+      for (const XmlElement& record : Records(request)) all.push_back(record);
+    }
+    return all;
+  }
+
+  TemporaryFolder folder;
+  GeneratorSummary summary;
+  CompanyFile file;
+};
+
+/// What the company answers to everything that it can be asked.
+inline std::string Contents(const GeneratedCompany& company) {
+  std::string contents;
+  for (const std::int32_t request : {request_number::company, request_number::preferences,
+                                     request_number::allAccounts, request_number::items}) {
+    contents += company.Answer(request);
+  }
+  for (const std::int32_t request : transactionRequests) contents += company.Answer(request);
+  return contents;
+}
+
+/// The text of a descendant, by its path from an element; empty when there is none.
+inline std::string TextAt(const XmlElement& element, const std::string& path) {
+  const XmlElement found = element.Select(path);
+  return found ? found.Text() : std::string();
+}
+
+/// An amount in hundredths; fails the test when the path leads to none.
+inline std::int64_t AmountAt(const XmlElement& element, const std::string& path) {
+  const auto amount = Hundredths(TextAt(element, path));
+  EXPECT_TRUE(amount) << path << " of " << element.Xml();
+  return amount.value_or(0);
+}
+
+}  // namespace krnqb::embedded::testing
