@@ -15,8 +15,8 @@
 namespace krnqb::bench {
 namespace {
 
-using embedded::CompanyFile;
-using embedded::FileAccess;
+using company::CompanyFile;
+using company::FileAccess;
 
 void ParseAndFree(const std::string& answer) {
   xmlDoc* const document = xmlReadMemory(answer.data(), static_cast<int>(answer.size()), nullptr, nullptr,

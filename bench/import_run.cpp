@@ -22,8 +22,8 @@ class CountingObserver : public Observer {
 };
 
 void Configure(QBDataExchange& exchange, const ImportRun& run,
-               const std::shared_ptr<embedded::PlanFile>& plan) {
-  const std::optional<embedded::PlanStart> start = plan->Start();
+               const std::shared_ptr<plan_file::PlanFile>& plan) {
+  const std::optional<plan_file::PlanStart> start = plan->Start();
   if (!start) throw Error(error_number::invalidProcedureCall, "the plan does not say its start");
   exchange.QBCompany(run.company.string());
   exchange.KRNPlanData(plan);
@@ -40,9 +40,9 @@ void Configure(QBDataExchange& exchange, const ImportRun& run,
 void RunImport(const ImportRun& run) {
   Traffic traffic;
   const auto observer = std::make_shared<CountingObserver>();
-  const auto plan = embedded::PlanFile::Open(run.plan);
+  const auto plan = plan_file::PlanFile::Open(run.plan);
   QBDataExchange exchange(
-      OutsideWorld{.processors = MeasuredProcessors(embedded::EmbeddedProcessors(), run.months, traffic),
+      OutsideWorld{.processors = MeasuredProcessors(company::EmbeddedProcessors(), run.months, traffic),
                    .sinks = {},
                    .observer = observer,
                    .userInterface = nullptr,

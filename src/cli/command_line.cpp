@@ -116,7 +116,7 @@ void AddCompanyInfo(Options options, CompanyInfoOptions& info) {
 }
 
 void AddGenerateCompany(Options options, GenerateCompanyOptions& company) {
-  embedded::GeneratorSettings& settings = company.settings;
+  sample_company::GeneratorSettings& settings = company.settings;
   options.Argument("FILE", company.file, "Company file to make (.qbw)");
   options.Parsed("--accounts", "N", settings.accounts, ParseCount,
                  "Accounts of all levels, 43 or more [120]");

@@ -62,7 +62,7 @@ struct CompanyInfoOptions {
 
 struct GenerateCompanyOptions {
   std::string file;
-  embedded::GeneratorSettings settings;  ///< all but its years and seed, which stand below
+  sample_company::GeneratorSettings settings;  ///< all but its years and seed, which stand below
   YearSpan years{2001, 2002};
   std::int64_t seed = 1;
 };
@@ -70,7 +70,7 @@ struct GenerateCompanyOptions {
 struct NewPlanOptions {
   std::string file;
   QBKRNproduct product = QBKRN_ALD;
-  embedded::PlanStart start;
+  plan_file::PlanStart start;
 };
 
 struct ShowPlanOptions {

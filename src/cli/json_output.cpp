@@ -23,7 +23,7 @@ Json EventJson(const ImportEvent& event) {
   return json;
 }
 
-Json TableJson(const embedded::TableChange& table) {
+Json TableJson(const plan_file::TableChange& table) {
   return {{"id", table.id},
           {"rows_added", table.rowsAdded},
           {"cells_changed", table.cellsChanged},
@@ -64,7 +64,7 @@ Json AccountJson(const AccountNode& account) {
   return json;
 }
 
-Json BlockJson(const embedded::PlanBlock& block) {
+Json BlockJson(const plan_file::PlanBlock& block) {
   return {{"id", block.id}, {"start_row", block.startRow}, {"rows", block.rows}};
 }
 
@@ -80,7 +80,7 @@ std::string ImportOutcomeJson(const ImportOutcome& outcome) {
             {"skipped", SkippedJson(outcome.skipped)},
             {"elapsed_ms", outcome.elapsedMilliseconds}};
   for (const ImportEvent& event : outcome.events) json["events"].push_back(EventJson(event));
-  for (const embedded::TableChange& table : outcome.tables) json["tables"].push_back(TableJson(table));
+  for (const plan_file::TableChange& table : outcome.tables) json["tables"].push_back(TableJson(table));
   for (const Omission& omission : outcome.incomplete.All())
     json["incomplete"].push_back(OmissionJson(omission));
   return Text(json);
@@ -98,14 +98,14 @@ std::string AccountsJson(const std::vector<AccountNode>& accounts) {
   return Text(json);
 }
 
-std::string CompanyInfoJson(const embedded::CompanyInfo& info) {
+std::string CompanyInfoJson(const company::CompanyInfo& info) {
   Json json{{"result", "done"},
             {"path", info.path},
             {"name", info.name},
             {"processor", info.processorVersion},
             {"fiscal_month", info.fiscalMonth},
             {"records", Json::object()}};
-  for (const embedded::RecordCount& record : info.records) json["records"][record.kind] = record.count;
+  for (const company::RecordCount& record : info.records) json["records"][record.kind] = record.count;
   return Text(json);
 }
 
@@ -117,19 +117,19 @@ std::string CompaniesJson(const std::vector<Company>& companies) {
   return Text(json);
 }
 
-std::string PlanJson(const embedded::PlanFile& plan, const std::optional<std::string>& tableId) {
+std::string PlanJson(const plan_file::PlanFile& plan, const std::optional<std::string>& tableId) {
   Json json{{"result", "done"}, {"path", plan.Path().string()}};
   const auto product = plan.Product();
   const auto start = plan.Start();
-  json["product"] = product ? Json(embedded::ProductText(*product)) : Json();
-  json["start"] = start ? Json(embedded::PlanStartText(*start)) : Json();
+  json["product"] = product ? Json(plan_file::ProductText(*product)) : Json();
+  json["start"] = start ? Json(plan_file::PlanStartText(*start)) : Json();
   json["tables"] = Json::array();
-  for (const embedded::PlanTableContent& table : embedded::ReadPlanContent(plan)) {
+  for (const plan_file::PlanTableContent& table : plan_file::ReadPlanContent(plan)) {
     if (tableId && table.id != *tableId) continue;
     Json blocks = Json::array();
-    for (const embedded::PlanBlock& block : table.blocks) blocks.push_back(BlockJson(block));
+    for (const plan_file::PlanBlock& block : table.blocks) blocks.push_back(BlockJson(block));
     json["tables"].push_back(
-        {{"id", table.id}, {"title", embedded::TableTitle(table.id)}, {"blocks", blocks}});
+        {{"id", table.id}, {"title", plan_file::TableTitle(table.id)}, {"blocks", blocks}});
   }
   return Text(json);
 }

@@ -22,7 +22,7 @@ std::string FailureJson(const Failure& failure);
 /// A company's accounts as a tree.
 std::string AccountsJson(const std::vector<AccountNode>& accounts);
 
-std::string CompanyInfoJson(const embedded::CompanyInfo& info);
+std::string CompanyInfoJson(const company::CompanyInfo& info);
 
 /// A company file beside the QuickBooks program.
 struct Company {
@@ -32,6 +32,6 @@ struct Company {
 std::string CompaniesJson(const std::vector<Company>& companies);
 
 /// A plan's tables, or the one of an id that it has.
-std::string PlanJson(const embedded::PlanFile& plan, const std::optional<std::string>& tableId);
+std::string PlanJson(const plan_file::PlanFile& plan, const std::optional<std::string>& tableId);
 
 }  // namespace krnqb::cli

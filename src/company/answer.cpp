@@ -10,7 +10,7 @@
 #include "company/records/versions.h"
 #include "company/reports/summary.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 struct AnswerStatus {
@@ -179,4 +179,4 @@ std::string AnswerRequests(const Database& database, std::string_view processorV
   return std::move(writer.text);
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

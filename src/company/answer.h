@@ -7,7 +7,7 @@
 #include "company/records/database.h"
 #include "company/records/request.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// The answer document to a message set: an answer for each request, in their order, made of the records as
 /// they are stored. Plain ASCII, a line for each element, lines ended by LF. `processorVersion` is "1.0",
@@ -15,4 +15,4 @@ namespace krnqb::embedded {
 std::string AnswerRequests(const Database& database, std::string_view processorVersion,
                            std::span<const CompanyRequest> requests);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -17,7 +17,7 @@
 #include "support/date.h"
 #include "xml/parser.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 void CheckNewCompany(std::int16_t fiscalMonth, std::string_view processorVersion) {
@@ -167,4 +167,4 @@ std::string CompanyFile::Answer(std::string_view request) const {
   return AnswerRequests(database, processorVersion, ParseRequests(request, processorVersion));
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

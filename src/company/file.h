@@ -10,7 +10,7 @@
 #include "company/records/database.h"
 #include "company/records/store.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 struct CompanyInfo {
   std::string path;  ///< absolute
@@ -74,4 +74,4 @@ class CompanyFile {
   std::string processorVersion;
 };
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -8,7 +8,7 @@
 #include "company/records/errors.h"
 #include "krnqb/error.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 class CompanyProcessor : public RequestProcessor {
@@ -69,4 +69,4 @@ std::shared_ptr<RequestProcessorFactory> EmbeddedProcessors() {
   return std::make_shared<CompanyProcessorFactory>();
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -4,7 +4,7 @@
 
 #include "krnqb/request_processor.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// Makes request processors whose companies are company files, opened for reading. A session is begun with
 /// the file's path: no company is open by itself, so that an empty path is refused with
@@ -13,4 +13,4 @@ namespace krnqb::embedded {
 /// than the session's, a version without a session.
 std::shared_ptr<RequestProcessorFactory> EmbeddedProcessors();
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

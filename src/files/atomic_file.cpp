@@ -5,7 +5,7 @@
 #include "files/fault.h"
 #include "krnqb/error.h"
 
-namespace krnqb::embedded {
+namespace krnqb::files {
 namespace {
 
 namespace fs = std::filesystem;
@@ -125,4 +125,4 @@ void CreateFile(const fs::path& file, std::string_view contents, FileOperations&
   }
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::files

@@ -5,7 +5,7 @@
 
 #include "files/operations.h"
 
-namespace krnqb::embedded {
+namespace krnqb::files {
 
 /// Replaces the contents of an existing file so that at every instant its name stands for a whole file, the
 /// old one or the new one, even when the process is killed or the power fails. The new contents go into
@@ -22,4 +22,4 @@ std::filesystem::path ReplaceFile(const std::filesystem::path& file, std::string
 /// when a step fails: there is no new file then.
 void CreateFile(const std::filesystem::path& file, std::string_view contents, FileOperations& operations);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::files

@@ -2,7 +2,7 @@
 
 #include <fcntl.h>
 
-namespace krnqb::embedded {
+namespace krnqb::files {
 
 FileDescriptor FileDescriptor::Open(const std::filesystem::path& file, int flags, mode_t mode) noexcept {
   // The system's call takes its mode as a variable argument.
@@ -10,4 +10,4 @@ FileDescriptor FileDescriptor::Open(const std::filesystem::path& file, int flags
       ::open(file.c_str(), flags | O_CLOEXEC, mode));  // NOLINT(cppcoreguidelines-pro-type-vararg)
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::files

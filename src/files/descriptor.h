@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <utility>
 
-namespace krnqb::embedded {
+namespace krnqb::files {
 
 /// An open file of the system. Owns its descriptor and closes it at the end of its life, which also gives up
 /// a lock that was taken through it.
@@ -36,4 +36,4 @@ class FileDescriptor {
   int descriptor = -1;
 };
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::files

@@ -4,7 +4,7 @@
 
 #include <cerrno>
 
-namespace krnqb::embedded {
+namespace krnqb::files {
 
 std::error_code LastSystemError() noexcept {
   return {errno, std::generic_category()};
@@ -47,4 +47,4 @@ std::filesystem::path BesideFile(const std::filesystem::path& file, std::string_
   return beside;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::files

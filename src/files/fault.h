@@ -7,7 +7,7 @@
 
 #include "krnqb/error.h"
 
-namespace krnqb::embedded {
+namespace krnqb::files {
 
 /// What the system's last failed call reported.
 std::error_code LastSystemError() noexcept;
@@ -22,4 +22,4 @@ Error FileError(std::string_view failure, const std::filesystem::path& file, std
 /// `file` with `suffix` added to its name: the name of a file that stands beside it.
 std::filesystem::path BesideFile(const std::filesystem::path& file, std::string_view suffix);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::files

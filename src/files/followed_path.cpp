@@ -2,7 +2,7 @@
 
 #include "files/fault.h"
 
-namespace krnqb::embedded {
+namespace krnqb::files {
 
 std::filesystem::path FollowedPlanPath(const std::filesystem::path& plan) {
   std::error_code failure;
@@ -11,4 +11,4 @@ std::filesystem::path FollowedPlanPath(const std::filesystem::path& plan) {
   return followed;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::files

@@ -10,7 +10,7 @@
 #include "files/followed_path.h"
 #include "krnqb/error.h"
 
-namespace krnqb::embedded {
+namespace krnqb::files {
 namespace {
 
 FileDescriptor OpenLockFile(const std::filesystem::path& lockFile) {
@@ -36,4 +36,4 @@ PlanLock::PlanLock(const std::filesystem::path& plan)
                   plan.string()));
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::files

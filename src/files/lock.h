@@ -4,7 +4,7 @@
 
 #include "files/descriptor.h"
 
-namespace krnqb::embedded {
+namespace krnqb::files {
 
 /// One import's claim to a plan. The claim ends with the object or, however it ends, with the process, so a
 /// killed import locks nobody out. It stands on PLAN.lock beside the plan, which stays there: if it were
@@ -20,4 +20,4 @@ class PlanLock {
   FileDescriptor claimed;
 };
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::files

@@ -11,7 +11,7 @@
 
 #include "files/fault.h"
 
-namespace krnqb::embedded {
+namespace krnqb::files {
 namespace {
 
 namespace fs = std::filesystem;
@@ -165,4 +165,4 @@ void SystemFileOperations::Remove(const fs::path& file) noexcept {
   ::unlink(file.c_str());
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::files

@@ -8,7 +8,7 @@
 
 #include "files/descriptor.h"
 
-namespace krnqb::embedded {
+namespace krnqb::files {
 
 /// The steps by which a file is replaced, each a call or two of the system. Every step reports its failure as
 /// an error code; none throws for it. A test stands in for the system here to let a step fail.
@@ -75,4 +75,4 @@ class SystemFileOperations : public FileOperations {
   virtual std::error_code AddName(const std::filesystem::path& file, const std::filesystem::path& name);
 };
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::files

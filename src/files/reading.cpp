@@ -10,7 +10,7 @@
 #include "files/descriptor.h"
 #include "files/fault.h"
 
-namespace krnqb::embedded {
+namespace krnqb::files {
 namespace {
 
 FileStamp StampFrom(const struct stat& status) noexcept {
@@ -46,4 +46,4 @@ std::optional<FileStamp> StampOf(const std::filesystem::path& file) noexcept {
   return StampFrom(status);
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::files

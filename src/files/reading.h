@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace krnqb::embedded {
+namespace krnqb::files {
 
 /// What tells one version of a file from another: which file it is, its size and when it was last written.
 struct FileStamp {
@@ -31,4 +31,4 @@ FileContents ReadFile(const std::filesystem::path& file, std::string_view failur
 /// The stamp of the file that has this name now; none when there is no such file.
 std::optional<FileStamp> StampOf(const std::filesystem::path& file) noexcept;
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::files

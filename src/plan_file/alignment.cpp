@@ -4,7 +4,7 @@
 #include <string_view>
 #include <unordered_map>
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 // What an alignment costs: a row left without a partner costs more than any number of changed cells.
@@ -234,4 +234,4 @@ std::vector<std::optional<std::size_t>> MatchRows(const std::vector<PlanRow>& be
   return RowMatcher(before, after).Match();
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -6,7 +6,7 @@
 
 #include "plan_file/content.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 /// How many cells differ between two states of a row. A formula that became an empty cell does not count: the
 /// planning program computes such cells anew.
@@ -22,4 +22,4 @@ std::size_t CellsChanged(const PlanRow& before, const PlanRow& after) noexcept;
 std::vector<std::optional<std::size_t>> MatchRows(const std::vector<PlanRow>& before,
                                                   const std::vector<PlanRow>& after);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

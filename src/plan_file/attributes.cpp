@@ -6,7 +6,7 @@
 #include <charconv>
 #include <utility>
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 constexpr std::array<std::pair<QBKRNproduct, std::string_view>, 3> productTexts{
@@ -47,4 +47,4 @@ std::optional<PlanStart> PlanStartFromText(std::string_view text) noexcept {
   return PlanStart{*year, *month};
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -7,7 +7,7 @@
 
 #include "krnqb/enumerations.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 /// The month in which a plan begins.
 struct PlanStart {
@@ -27,4 +27,4 @@ std::string PlanStartText(PlanStart start);
 /// The start of a text YYYY-MM; none for any other text.
 std::optional<PlanStart> PlanStartFromText(std::string_view text) noexcept;
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -7,7 +7,7 @@
 
 #include "plan_file/alignment.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 std::string_view CellOf(const PlanRow& row, std::size_t column) noexcept {
@@ -107,4 +107,4 @@ std::vector<TableChange> CompareTables(const PlanFile& before, const PlanFile& a
   return CompareTables(ReadPlanContent(before), ReadPlanContent(after));
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

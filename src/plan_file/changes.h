@@ -8,7 +8,7 @@
 #include "plan_file/content.h"
 #include "plan_file/file.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 /// A row that only one of two states of a plan has. `row` counts from 0, in that state.
 struct RowChange {
@@ -55,4 +55,4 @@ struct TableChange {
 std::vector<TableChange> CompareTables(const PlanContent& before, const PlanContent& after);
 std::vector<TableChange> CompareTables(const PlanFile& before, const PlanFile& after);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -1,6 +1,6 @@
 #include "plan_file/content.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 PlanRow RowOf(const XmlElement& element) {
@@ -31,4 +31,4 @@ PlanContent ReadPlanContent(const PlanFile& plan) {
   return content;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

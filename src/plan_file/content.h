@@ -6,7 +6,7 @@
 
 #include "plan_file/file.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 /// A row's cells in column order; cell 0 is its name.
 using PlanRow = std::vector<std::string>;
@@ -37,4 +37,4 @@ PlanContent ReadPlanContent(const PlanFile& plan);
 /// The same of one table; error 9 when the plan has no such table.
 PlanTableContent ReadPlanTable(const PlanFile& plan, std::string_view tableId);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -7,7 +7,7 @@
 #include "krnqb/error.h"
 #include "xml/parser.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 // Says where in which file something is wrong.
@@ -102,4 +102,4 @@ std::string PlanDocumentText(const PlanDocument& document) {
   return document.frame.head + document.plan.Xml() + document.frame.tail;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

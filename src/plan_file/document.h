@@ -11,7 +11,7 @@
 #include "plan_file/attributes.h"
 #include "plan_file/frame.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 /// One `tableitem` of a plan.
 struct StoredTable {
@@ -36,4 +36,4 @@ PlanDocument ReadPlanDocument(std::string_view bytes, const std::filesystem::pat
 /// The plan as its file's text in UTF-8.
 std::string PlanDocumentText(const PlanDocument& document);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

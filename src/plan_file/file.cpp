@@ -7,7 +7,7 @@
 #include "krnqb/error.h"
 #include "plan_file/layout.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 PlanFile::PlanFile(const std::filesystem::path& plan) {
   Read(plan);
@@ -21,13 +21,13 @@ void PlanFile::Create(const std::filesystem::path& plan, QBKRNproduct product, P
   if (ProductText(product).empty() || !PlanStartFromText(PlanStartText(start))) {
     throw Error(error_number::invalidProcedureCall);
   }
-  SystemFileOperations operations;
-  CreateFile(plan, NewPlanText(product, start), operations);
+  files::SystemFileOperations operations;
+  files::CreateFile(plan, NewPlanText(product, start), operations);
 }
 
 void PlanFile::Read(const std::filesystem::path& plan) {
-  std::filesystem::path followed = FollowedPlanPath(plan);
-  FileContents contents = ReadFile(followed, "cannot open the plan");
+  std::filesystem::path followed = files::FollowedPlanPath(plan);
+  files::FileContents contents = files::ReadFile(followed, "cannot open the plan");
   auto read = std::make_shared<PlanTables>(ReadPlanDocument(contents.bytes, plan));
   path = std::move(followed);
   stamp = contents.stamp;
@@ -46,12 +46,12 @@ bool PlanFile::OpenPlan(std::string_view planFile) {
 }
 
 std::filesystem::path PlanFile::Save() {
-  SystemFileOperations operations;
+  files::SystemFileOperations operations;
   return Save(operations);
 }
 
-std::filesystem::path PlanFile::Save(FileOperations& operations) {
-  if (StampOf(path) != stamp) {
+std::filesystem::path PlanFile::Save(files::FileOperations& operations) {
+  if (files::StampOf(path) != stamp) {
     throw Error(
         error_number::unspecified,
         fmt::format(
@@ -59,10 +59,10 @@ std::filesystem::path PlanFile::Save(FileOperations& operations) {
             "as that program left it, open the plan anew and try again",
             path.string()));
   }
-  std::filesystem::path backup = ReplaceFile(path, PlanDocumentText(tables->Document()), operations);
-  stamp = StampOf(path).value_or(FileStamp{});
+  std::filesystem::path backup = files::ReplaceFile(path, PlanDocumentText(tables->Document()), operations);
+  stamp = files::StampOf(path).value_or(files::FileStamp{});
   tables->Saved();
   return backup;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

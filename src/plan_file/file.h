@@ -13,7 +13,7 @@
 #include "plan_file/attributes.h"
 #include "plan_file/tables.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 /// A plan kept as an XML file (extension .kpf): the element `plan` with the attributes `product` (ald, bri or
 /// cor) and `start` (YYYY-MM), its child `tables`, and in it one `tableitem` per table. The file is read
@@ -54,15 +54,15 @@ class PlanFile : public PlanObject {
   /// it was opened: the file is as it was then.
   std::filesystem::path Save();
   /// The same by other steps than the system's.
-  std::filesystem::path Save(FileOperations& operations);
+  std::filesystem::path Save(files::FileOperations& operations);
 
  private:
   explicit PlanFile(const std::filesystem::path& plan);
   void Read(const std::filesystem::path& plan);
 
   std::filesystem::path path;
-  FileStamp stamp;
+  files::FileStamp stamp;
   std::shared_ptr<PlanTables> tables;
 };
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -4,7 +4,7 @@
 
 #include "krnqb/xml_element.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
@@ -100,4 +100,4 @@ PlanFrame FrameOf(std::string_view bytes) {
   return frame;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 /// What stands in a plan's file before and after the plan element: declaration, comments, line ends.
 struct PlanFrame {
@@ -15,4 +15,4 @@ struct PlanFrame {
 /// frame of a new plan, because plans are written in UTF-8.
 PlanFrame FrameOf(std::string_view bytes);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -7,7 +7,7 @@
 
 #include "support/date.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 using Title = std::pair<std::string_view, std::string_view>;
@@ -103,4 +103,4 @@ std::vector<std::string> ColumnHeadings(std::string_view blockId, std::size_t ce
   return headings;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

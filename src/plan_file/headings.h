@@ -8,7 +8,7 @@
 
 #include "plan_file/attributes.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 /// What a table is, such as "Planned sales and costs" or "Past performance"; "Table" and the id for one that
 /// is not known.
@@ -23,4 +23,4 @@ std::string_view BlockTitle(std::string_view blockId) noexcept;
 std::vector<std::string> ColumnHeadings(std::string_view blockId, std::size_t cells,
                                         std::optional<PlanStart> start);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -9,7 +9,7 @@
 
 #include "xml/parser.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 using RowNames = std::vector<std::string_view>;
@@ -156,4 +156,4 @@ std::string NewPlanText(QBKRNproduct product, PlanStart start) {
   return text + "  </tables>\n</plan>\n";
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

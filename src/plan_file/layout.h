@@ -5,7 +5,7 @@
 #include "krnqb/enumerations.h"
 #include "plan_file/attributes.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 /// The text of a new plan with the product's tables, before anybody has entered or imported anything. Every
 /// block has a first row that shows how a row of it looks, from which new rows are made, and closing rows
@@ -16,4 +16,4 @@ namespace krnqb::embedded {
 /// `start` a month.
 std::string NewPlanText(QBKRNproduct product, PlanStart start);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -6,7 +6,7 @@
 
 #include "support/characters.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 void AppendUnit(std::string& ascii, std::uint32_t unit) {
@@ -99,4 +99,4 @@ std::string ChangeListing(const std::vector<TableChange>& changes) {
   return listing;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -8,7 +8,7 @@
 #include "plan_file/content.h"
 #include "plan_file/file.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 /// A UTF-8 text in printable ASCII: \n, \r, \t and \\ for these four, \uXXXX (four lower-case hexadecimal
 /// digits) for each UTF-16 unit of every other character outside.
@@ -26,4 +26,4 @@ std::string CellListing(const PlanFile& plan);
 ///   cleared  table  block  row  name  column  before
 std::string ChangeListing(const std::vector<TableChange>& changes);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

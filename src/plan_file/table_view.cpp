@@ -7,7 +7,7 @@
 #include "plan_file/headings.h"
 #include "support/characters.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 constexpr std::string_view emptyCellSign = "·";
@@ -90,4 +90,4 @@ std::string TableView(const PlanFile& plan, std::string_view tableId) {
   return TableView(ReadPlanTable(plan, tableId), plan.Start());
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

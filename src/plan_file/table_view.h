@@ -8,7 +8,7 @@
 #include "plan_file/content.h"
 #include "plan_file/file.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 /// A table as a person reads it: a title that says what it is, and for each block its name, headings and
 /// rows, the columns aligned by their number of characters, names on the left and everything else on the
@@ -21,4 +21,4 @@ std::string TableView(const PlanTableContent& table, std::optional<PlanStart> st
 std::string TableView(const PlanFile& plan);
 std::string TableView(const PlanFile& plan, std::string_view tableId);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -6,7 +6,7 @@
 
 #include "krnqb/error.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 class ElementTable : public PlanTable {
@@ -76,4 +76,4 @@ void PlanTables::Deserialize(std::string& text) {
   }
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

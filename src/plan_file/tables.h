@@ -8,7 +8,7 @@
 #include "krnqb/plan_object.h"
 #include "plan_file/document.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 /// The tables of an open plan, in memory: what is loaded into them reaches the file when the plan is saved.
 class PlanTables : public PlanData {
@@ -41,4 +41,4 @@ class PlanTables : public PlanData {
   bool changed = false;
 };
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

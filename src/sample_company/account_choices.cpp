@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 constexpr std::int64_t transactionsPerLoneExpense = 8;
@@ -59,4 +59,4 @@ AccountChoices ChooseAccounts(const ChartOfAccounts& accounts, const CompanyFeat
   return choices;
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

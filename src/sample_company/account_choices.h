@@ -7,7 +7,7 @@
 #include "sample_company/accounts.h"
 #include "sample_company/generator.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 /// The accounts among which postings of a kind choose, by index.
 struct AccountChoices {
@@ -31,4 +31,4 @@ struct AccountChoices {
 AccountChoices ChooseAccounts(const ChartOfAccounts& accounts, const CompanyFeatures& features,
                               std::int64_t fewestInAYear);
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -7,7 +7,7 @@
 #include "company/records/kinds.h"
 #include "sample_company/generator.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 struct CommonAccount {
@@ -96,7 +96,7 @@ std::string_view PickType(Random& random) {
 }
 
 std::size_t TypeOrder(std::string_view type) {
-  return AccountTypeOrder(type).value_or(0);
+  return company::AccountTypeOrder(type).value_or(0);
 }
 
 }  // namespace
@@ -201,4 +201,4 @@ bool IsCreditType(std::string_view accountType) {
   return std::ranges::find(creditTypes, accountType) != creditTypes.end();
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -11,7 +11,7 @@
 #include "sample_company/random.h"
 #include "sample_company/text.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 /// What a particular account is there for. Such an account never has sub-accounts.
 enum class AccountRole : std::size_t {
@@ -92,4 +92,4 @@ class ChartOfAccounts {
 /// Whether balances of this type are shown as credits.
 bool IsCreditType(std::string_view accountType);
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 constexpr std::int64_t firstSecond = std::int64_t{8} * 3600;  // the office is open from eight to six
@@ -25,9 +25,9 @@ Business::Business(Company& company, const std::vector<MonthPlan>& planOfMonths,
   for (const MonthPlan& month : months) left += month.transactions;
 }
 
-std::int64_t Business::Run(const RecordReceiver& receive) {
+std::int64_t Business::Run(const company::RecordReceiver& receive) {
   std::int64_t lines = 0;
-  const RecordReceiver countAndReceive = [&](CompanyRecord&& record) {
+  const company::RecordReceiver countAndReceive = [&](company::CompanyRecord&& record) {
     lines += draft.Lines();
     receive(std::move(record));
   };
@@ -44,7 +44,7 @@ void Business::BeginYear(std::size_t january) {
   purchases.BeginYear();
 }
 
-void Business::RunMonth(const MonthPlan& month, const RecordReceiver& receive) {
+void Business::RunMonth(const MonthPlan& month, const company::RecordReceiver& receive) {
   routine.BeginMonth(month.transactions);
   Occasion occasion;
   occasion.pricePermille = month.pricePermille;
@@ -65,7 +65,7 @@ void Business::RunMonth(const MonthPlan& month, const RecordReceiver& receive) {
 }
 
 // First what has to be done before the year or the business ends, then what is due, then anything.
-CompanyRecord Business::Next(std::int64_t transaction, const Occasion& occasion) {
+company::CompanyRecord Business::Next(std::int64_t transaction, const Occasion& occasion) {
   const std::int64_t uncovered = purchases.Uncovered();
   obligations.LeaveRoom(left - 1 - uncovered);
   if (uncovered > 0 && leftInYear <= obligations.Count() + 2 * uncovered)
@@ -82,7 +82,7 @@ CompanyRecord Business::Next(std::int64_t transaction, const Occasion& occasion)
   return Ordinary(occasion);
 }
 
-CompanyRecord Business::Settle(const Obligation& obligation, const Occasion& occasion) {
+company::CompanyRecord Business::Settle(const Obligation& obligation, const Occasion& occasion) {
   switch (obligation.kind) {
     case ObligationKind::PayVendor:
       return purchases.VendorPayment(occasion, obligation.party);
@@ -94,7 +94,7 @@ CompanyRecord Business::Settle(const Obligation& obligation, const Occasion& occ
   return sales.CostInvoice(occasion, obligation.party);
 }
 
-CompanyRecord Business::Ordinary(const Occasion& occasion) {
+company::CompanyRecord Business::Ordinary(const Occasion& occasion) {
   const std::uint64_t choice = random.Below(100);
   if (choice < 18) return purchases.Bill(occasion);
   if (choice < 32) return purchases.Check(occasion);
@@ -103,4 +103,4 @@ CompanyRecord Business::Ordinary(const Occasion& occasion) {
   return sales.Receipt(occasion);
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -11,7 +11,7 @@
 #include "sample_company/routine.h"
 #include "sample_company/sales.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 /// What a company does over the years: one transaction after the other, in the order of their days.
 class Business {
@@ -19,14 +19,14 @@ class Business {
   Business(Company& company, const std::vector<MonthPlan>& planOfMonths, Random& randomChoices);
 
   /// Hands all transactions to `receive` and gives the number of their lines.
-  std::int64_t Run(const RecordReceiver& receive);
+  std::int64_t Run(const company::RecordReceiver& receive);
 
  private:
-  void RunMonth(const MonthPlan& month, const RecordReceiver& receive);
+  void RunMonth(const MonthPlan& month, const company::RecordReceiver& receive);
   void BeginYear(std::size_t january);
-  CompanyRecord Next(std::int64_t transaction, const Occasion& occasion);
-  CompanyRecord Settle(const Obligation& obligation, const Occasion& occasion);
-  CompanyRecord Ordinary(const Occasion& occasion);
+  company::CompanyRecord Next(std::int64_t transaction, const Occasion& occasion);
+  company::CompanyRecord Settle(const Obligation& obligation, const Occasion& occasion);
+  company::CompanyRecord Ordinary(const Occasion& occasion);
 
   const std::vector<MonthPlan>& months;
   Random& random;
@@ -40,4 +40,4 @@ class Business {
   bool hasJustSettled = false;
 };
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

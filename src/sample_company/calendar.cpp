@@ -6,7 +6,7 @@
 #include <array>
 #include <limits>
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 constexpr std::array<std::int64_t, 12> monthWeights = {58, 64, 96, 138, 152, 128, 94, 82, 98, 104, 112, 74};
@@ -77,4 +77,4 @@ std::int64_t FewestInAYear(const std::vector<MonthPlan>& months) {
   return fewest;
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

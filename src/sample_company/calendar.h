@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 using Day = std::chrono::sys_days;
 
@@ -34,4 +34,4 @@ std::vector<MonthPlan> PlanMonths(std::int16_t firstYear, std::int16_t lastYear,
 /// The number of transactions of the year that has the fewest.
 std::int64_t FewestInAYear(const std::vector<MonthPlan>& months);
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

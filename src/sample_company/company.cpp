@@ -5,7 +5,7 @@
 
 #include "sample_company/calendar.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 constexpr Cents leastCapital = 4'000'000;
@@ -63,4 +63,4 @@ void PostClosingBalances(Company& company) {
   accounts.Post(accounts.Of(AccountRole::OpeningEquity), -sum);
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

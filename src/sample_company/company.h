@@ -9,7 +9,7 @@
 #include "sample_company/people.h"
 #include "sample_company/random.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 /// The lists of a company with its running balances and stock.
 struct Company {
@@ -32,4 +32,4 @@ void PostOpeningBalances(Company& company, std::int64_t yearlyTransactions, Rand
 /// a posting, and the equity with which the company must have been opened for all balances to come to zero.
 void PostClosingBalances(Company& company);
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

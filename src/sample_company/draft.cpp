@@ -2,15 +2,15 @@
 
 #include <fmt/format.h>
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 void Draft::Begin(std::string_view recordElement, const Occasion& occasion) {
-  kind = FindRecordKind(recordElement);
+  kind = company::FindRecordKind(recordElement);
   isInvoice = recordElement == "InvoiceRet";
   dayText = occasion.dayText;
   enteredAt = UnixTime(occasion.day, occasion.secondOfDay);
   id = fmt::format("{:X}-{}", ++lastNumber, enteredAt);
-  postings = PostingList(*kind);
+  postings = company::PostingList(*kind);
   total = 0;
   lineCount = 0;
   lines.Clear();
@@ -33,8 +33,8 @@ void Draft::PostTotal(std::size_t account) {
   postings.AddTotal(company.accounts[account].listId, total);
 }
 
-CompanyRecord Draft::Finish(std::string_view afterLines) {
-  CompanyRecord record;
+company::CompanyRecord Draft::Finish(std::string_view afterLines) {
+  company::CompanyRecord record;
   record.kind = kind;
   record.key = id;
   record.date = dayText;
@@ -49,4 +49,4 @@ CompanyRecord Draft::Finish(std::string_view afterLines) {
   return record;
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -9,7 +9,7 @@
 #include "sample_company/company.h"
 #include "sample_company/text.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 /// When a transaction is entered.
 struct Occasion {
@@ -38,7 +38,7 @@ struct Sold {
 class Draft {
  public:
   explicit Draft(Company& booksCompany)
-      : company(booksCompany), kind(&RecordKinds().back()), postings(*kind) {}
+      : company(booksCompany), kind(&company::RecordKinds().back()), postings(*kind) {}
 
   void Begin(std::string_view recordElement, const Occasion& occasion);
 
@@ -71,7 +71,7 @@ class Draft {
   /// Posts what the transaction comes to: at the account that pays it, owes it, receives it or is due it.
   void PostTotal(std::size_t account);
   /// The record, with what stands after its lines.
-  CompanyRecord Finish(std::string_view afterLines);
+  company::CompanyRecord Finish(std::string_view afterLines);
 
  private:
   std::string_view SaleLine() const;
@@ -81,18 +81,18 @@ class Draft {
   void PostSold(const Item& item, Cents amount, std::int64_t hundredths);
 
   Company& company;
-  const RecordKind* kind;
+  const company::RecordKind* kind;
   bool isInvoice = false;
   std::string dayText;
   std::int64_t enteredAt = 0;
   std::string id;
   ElementText head;
   ElementText lines;
-  PostingList postings;
+  company::PostingList postings;
   Cents total = 0;
   std::int64_t lineCount = 0;
   std::int64_t lastNumber = 40;
   std::int64_t transactionCount = 0;
 };
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

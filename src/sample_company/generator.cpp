@@ -10,7 +10,7 @@
 #include "sample_company/list_text.h"
 #include "xml/parser.h"
 
-namespace krnqb::embedded {
+namespace krnqb::sample_company {
 namespace {
 
 constexpr std::int16_t fiscalMonth = 1;  // transactions are spread over calendar years
@@ -41,37 +41,38 @@ void CheckSettings(const GeneratorSettings& settings) {
 }
 
 // List entries are few: they are read back from their text, as a loaded document's are.
-void StoreLists(const synthesis::Company& company, const RecordReceiver& receive) {
-  const auto store = [&](const std::string& text) { receive(ReadRecord(ParseXmlText(text).element)); };
-  store(synthesis::CompanyText(company.settings));
-  store(synthesis::PreferencesText(company.settings));
-  const std::vector<synthesis::Cents> totals = company.accounts.TotalBalances();
+void StoreLists(const Company& company, const company::RecordReceiver& receive) {
+  const auto store = [&](const std::string& text) {
+    receive(company::ReadRecord(ParseXmlText(text).element));
+  };
+  store(CompanyText(company.settings));
+  store(PreferencesText(company.settings));
+  const std::vector<Cents> totals = company.accounts.TotalBalances();
   for (std::size_t account = 0; account < company.accounts.Size(); ++account) {
-    store(synthesis::AccountText(company.accounts, account, totals[account],
-                                 company.settings.features.accountNumbers));
+    store(AccountText(company.accounts, account, totals[account], company.settings.features.accountNumbers));
   }
   for (std::size_t item = 0; item < company.items.items.size(); ++item) {
-    store(synthesis::ItemText(company.items, item, company.accounts, company.people));
+    store(ItemText(company.items, item, company.accounts, company.people));
   }
 }
 
 // Transactions come first: the balances and the stock of the lists are what they end with.
-std::int64_t StoreCompany(const GeneratorSettings& settings, const RecordReceiver& receive) {
-  synthesis::Random random(settings.seed);
-  const std::vector<synthesis::MonthPlan> months =
-      synthesis::PlanMonths(settings.firstYear, settings.lastYear, settings.transactions);
-  synthesis::Company company(settings, synthesis::FewestInAYear(months), random);
+std::int64_t StoreCompany(const GeneratorSettings& settings, const company::RecordReceiver& receive) {
+  Random random(settings.seed);
+  const std::vector<MonthPlan> months =
+      PlanMonths(settings.firstYear, settings.lastYear, settings.transactions);
+  Company company(settings, FewestInAYear(months), random);
   const std::int64_t years = settings.lastYear - settings.firstYear + 1;
-  synthesis::PostOpeningBalances(company, settings.transactions / years, random);
-  const std::int64_t lines = synthesis::Business(company, months, random).Run(receive);
-  synthesis::PostClosingBalances(company);
+  PostOpeningBalances(company, settings.transactions / years, random);
+  const std::int64_t lines = Business(company, months, random).Run(receive);
+  PostClosingBalances(company);
   StoreLists(company, receive);
   return lines;
 }
 
-GeneratorSummary Fill(CompanyFile company, const GeneratorSettings& settings) {
+GeneratorSummary Fill(company::CompanyFile company, const GeneratorSettings& settings) {
   GeneratorSummary summary;
-  company.Store("the generated company", [&](const RecordReceiver& receive) {
+  company.Store("the generated company", [&](const company::RecordReceiver& receive) {
     summary.transactionLines = StoreCompany(settings, receive);
   });
   summary.records = company.Info().records;
@@ -82,8 +83,8 @@ GeneratorSummary Fill(CompanyFile company, const GeneratorSettings& settings) {
 
 GeneratorSummary GenerateCompany(const std::filesystem::path& file, const GeneratorSettings& settings) {
   CheckSettings(settings);
-  CompanyFile company =
-      CompanyFile::Create(file, settings.companyName, fiscalMonth, settings.processorVersion);
+  company::CompanyFile company =
+      company::CompanyFile::Create(file, settings.companyName, fiscalMonth, settings.processorVersion);
   const std::filesystem::path made = company.Path();
   try {
     GeneratorSummary summary = Fill(std::move(company), settings);
@@ -96,4 +97,4 @@ GeneratorSummary GenerateCompany(const std::filesystem::path& file, const Genera
   }
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::sample_company

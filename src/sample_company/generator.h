@@ -7,7 +7,7 @@
 
 #include "company/records/store.h"
 
-namespace krnqb::embedded {
+namespace krnqb::sample_company {
 
 /// What a generated company has beyond plain purchases and sales.
 struct CompanyFeatures {
@@ -50,7 +50,7 @@ struct GeneratorSettings {
 
 /// What was generated.
 struct GeneratorSummary {
-  std::vector<RecordCount> records;
+  std::vector<company::RecordCount> records;
   std::int64_t transactionLines = 0;  ///< those inside groups included, the groups themselves not
   std::uintmax_t fileSize = 0;        ///< in bytes
 };
@@ -65,7 +65,7 @@ struct GeneratorSummary {
 /// has transactions. The company has no sales tax.
 ///
 /// Error 5 when a setting is outside its bounds; 58 when there is a file of that name, which is left as it
-/// is; `company_error::cannotOpen` or `unexpected` when it cannot be written: no file is left then.
+/// is; `company::company_error::cannotOpen` or `unexpected` when it cannot be written: no file is left then.
 GeneratorSummary GenerateCompany(const std::filesystem::path& file, const GeneratorSettings& settings);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::sample_company

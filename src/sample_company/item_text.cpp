@@ -1,6 +1,6 @@
 #include "sample_company/list_text.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 std::string_view ElementOf(ItemKind kind) {
@@ -139,4 +139,4 @@ std::string ItemText(const ItemList& list, std::size_t item, const ChartOfAccoun
   return ItemWriter(list, item, accounts, people).Write();
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

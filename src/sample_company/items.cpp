@@ -7,7 +7,7 @@
 
 #include "sample_company/names.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 using enum ItemKind;
@@ -235,4 +235,4 @@ ItemList MakeItems(const GeneratorSettings& settings, const ChartOfAccounts& acc
   return ItemMaker(settings, accounts, choices, begun, random).Make(settings.items);
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -13,7 +13,7 @@
 #include "sample_company/random.h"
 #include "sample_company/text.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 enum class ItemKind { Service, NonInventory, OtherCharge, Inventory, Subtotal, Discount, Group };
 
@@ -68,4 +68,4 @@ Cents PriceOf(const Item& item, std::int64_t pricePermille);
 ItemList MakeItems(const GeneratorSettings& settings, const ChartOfAccounts& accounts,
                    const AccountChoices& choices, std::int64_t begun, Random& random);
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -1,6 +1,6 @@
 #include "sample_company/list_text.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 void WriteAddress(ElementText& text, std::string_view element) {
@@ -77,4 +77,4 @@ std::string AccountText(const ChartOfAccounts& accounts, std::size_t index, Cent
   return text.Xml();
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

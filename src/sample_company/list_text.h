@@ -9,7 +9,7 @@
 #include "sample_company/people.h"
 #include "sample_company/text.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 /// The company's own record.
 std::string CompanyText(const GeneratorSettings& settings);
@@ -23,4 +23,4 @@ std::string AccountText(const ChartOfAccounts& accounts, std::size_t index, Cent
 std::string ItemText(const ItemList& list, std::size_t item, const ChartOfAccounts& accounts,
                      const People& people);
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -4,7 +4,7 @@
 
 #include <array>
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 using Words = std::string_view;
@@ -148,4 +148,4 @@ std::string UniqueNames::Take(std::string_view parent, std::string_view name) {
   return uses == 1 ? std::string(name) : fmt::format("{} {}", name, uses);
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 /// Words for the names of one type's top-level accounts: any area with any purpose. Both are empty for a type
 /// that has no more accounts than every company has.
@@ -41,4 +41,4 @@ class UniqueNames {
   std::map<std::string, int, std::less<>> taken;
 };
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -1,6 +1,6 @@
 #include "sample_company/obligations.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 constexpr std::chrono::days lastMoment{12};  // before the last day, nothing more is promised
@@ -32,4 +32,4 @@ std::vector<OpenItem> Obligations::Settle(const Obligation& obligation) {
   return items;
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -13,7 +13,7 @@
 #include "sample_company/calendar.h"
 #include "sample_company/text.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 enum class ObligationKind { PayVendor, CollectFromCustomer, BillCustomer };
 
@@ -64,4 +64,4 @@ class Obligations {
   std::set<std::pair<Day, Obligation>> byDay;
 };
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

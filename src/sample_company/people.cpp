@@ -9,7 +9,7 @@
 #include "sample_company/names.h"
 #include "sample_company/text.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 constexpr std::int64_t fewestVendors = 8;
@@ -85,4 +85,4 @@ People MakePeople(std::int64_t customers, std::int64_t begun, Random& random) {
   return people;
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

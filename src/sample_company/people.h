@@ -6,7 +6,7 @@
 
 #include "sample_company/random.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 /// A customer, a customer's job, a vendor or an employee. A company file keeps no records of them: they are
 /// only referred to.
@@ -25,4 +25,4 @@ struct People {
 /// As many customers, their jobs included, as wanted, vendors in proportion, and employees.
 People MakePeople(std::int64_t customers, std::int64_t begun, Random& random);
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

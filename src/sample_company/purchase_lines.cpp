@@ -2,7 +2,7 @@
 
 // The lines of bills, checks and credit card charges.
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 void Draft::Charge(const std::optional<ChargedCustomer>& customer) {
   if (!customer) return;
@@ -58,4 +58,4 @@ void Draft::BoughtGroup(std::size_t group, std::int64_t pieces, std::int64_t pri
   lines.Close("ItemGroupLineRet");
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -4,7 +4,7 @@
 
 #include <array>
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 constexpr std::array<std::string_view, 6> memos = {"Monthly charge",  "As agreed",   "Second half",
@@ -31,7 +31,7 @@ void Purchases::BeginYear() {
   random.Shuffle(uncovered);
 }
 
-CompanyRecord Purchases::Bill(const Occasion& occasion) {
+company::CompanyRecord Purchases::Bill(const Occasion& occasion) {
   const auto index = static_cast<std::size_t>(random.Below(company.people.vendors.size()));
   const Party& vendor = Vendor(index);
   draft.Begin("BillRet", occasion);
@@ -57,14 +57,14 @@ CompanyRecord Purchases::Bill(const Occasion& occasion) {
   return draft.Finish(tail.Xml());
 }
 
-CompanyRecord Purchases::Check(const Occasion& occasion) {
+company::CompanyRecord Purchases::Check(const Occasion& occasion) {
   draft.Begin("CheckRet", occasion);
   Lines(occasion, {4, 2, 5});
   const std::size_t bank = company.choices.Bank(random);
   return FinishCheck(occasion, bank, random.Pick(company.people.vendors).reference, "");
 }
 
-CompanyRecord Purchases::CardCharge(const Occasion& occasion) {
+company::CompanyRecord Purchases::CardCharge(const Occasion& occasion) {
   draft.Begin("CreditCardChargeRet", occasion);
   Lines(occasion, {3, 1, 4});
   const std::size_t card = random.Pick(company.choices.cards);
@@ -77,7 +77,7 @@ CompanyRecord Purchases::CardCharge(const Occasion& occasion) {
   return draft.Finish({});
 }
 
-CompanyRecord Purchases::CoveringCheck(const Occasion& occasion) {
+company::CompanyRecord Purchases::CoveringCheck(const Occasion& occasion) {
   draft.Begin("CheckRet", occasion);
   const std::size_t account = uncovered.back();
   uncovered.pop_back();
@@ -86,7 +86,7 @@ CompanyRecord Purchases::CoveringCheck(const Occasion& occasion) {
                      random.Pick(company.people.vendors).reference, "");
 }
 
-CompanyRecord Purchases::VendorPayment(const Occasion& occasion, std::size_t vendor) {
+company::CompanyRecord Purchases::VendorPayment(const Occasion& occasion, std::size_t vendor) {
   draft.Begin("CheckRet", occasion);
   for (const OpenItem& bill : obligations.Settle({ObligationKind::PayVendor, vendor})) {
     draft.ExpenseLine(company.accounts.Of(AccountRole::Payable), bill.amount,
@@ -96,8 +96,8 @@ CompanyRecord Purchases::VendorPayment(const Occasion& occasion, std::size_t ven
                      "On account");
 }
 
-CompanyRecord Purchases::FinishCheck(const Occasion& occasion, std::size_t bank, std::string_view payee,
-                                     std::string_view memo) {
+company::CompanyRecord Purchases::FinishCheck(const Occasion& occasion, std::size_t bank,
+                                              std::string_view payee, std::string_view memo) {
   ElementText& head = draft.Head();
   head.Block("AccountRef", company.accounts[bank].reference);
   head.Block("PayeeEntityRef", payee);
@@ -197,4 +197,4 @@ std::size_t Purchases::ExpenseAccount() {
   return random.Pick(toLone ? choices.loneExpenses : choices.subExpenses);
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -8,7 +8,7 @@
 #include "sample_company/obligations.h"
 #include "sample_company/random.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 /// Writes the ordinary purchases of a company: bills, checks and credit card charges with expense lines, item
 /// lines and groups, some lines charged to customers.
@@ -22,17 +22,17 @@ class Purchases {
   /// How many of them have not been posted to yet.
   std::int64_t Uncovered() const { return static_cast<std::int64_t>(uncovered.size()); }
 
-  CompanyRecord Bill(const Occasion& occasion);
-  CompanyRecord Check(const Occasion& occasion);
-  CompanyRecord CardCharge(const Occasion& occasion);
+  company::CompanyRecord Bill(const Occasion& occasion);
+  company::CompanyRecord Check(const Occasion& occasion);
+  company::CompanyRecord CardCharge(const Occasion& occasion);
   /// A check of one line, on an expense account that is not covered yet.
-  CompanyRecord CoveringCheck(const Occasion& occasion);
+  company::CompanyRecord CoveringCheck(const Occasion& occasion);
   /// A check for all open bills of a vendor.
-  CompanyRecord VendorPayment(const Occasion& occasion, std::size_t vendor);
+  company::CompanyRecord VendorPayment(const Occasion& occasion, std::size_t vendor);
 
   /// The head and the end of a check that is drawn on a bank account.
-  CompanyRecord FinishCheck(const Occasion& occasion, std::size_t bank, std::string_view payee,
-                            std::string_view memo);
+  company::CompanyRecord FinishCheck(const Occasion& occasion, std::size_t bank, std::string_view payee,
+                                     std::string_view memo);
 
   /// Puts an inventory item that has come to its reorder point on a bill or check to come.
   void Reorder(std::size_t index);
@@ -61,4 +61,4 @@ class Purchases {
   std::int64_t lastCheck = 3000;
 };
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

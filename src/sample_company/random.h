@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 /// Random choices that depend on the seed alone: the standard fixes the engine's numbers, but not how its own
 /// distributions use them, so these are written out. A call takes no two choices as arguments: which would be
@@ -47,4 +47,4 @@ class Random {
   std::mt19937_64 engine;
 };
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

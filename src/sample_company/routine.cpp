@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 constexpr std::array everyMonth = {RoutineCheck::Payroll,
@@ -78,7 +78,7 @@ std::optional<RoutineCheck> Routine::Due(std::int64_t transaction) const {
   return month[written];
 }
 
-CompanyRecord Routine::Write(RoutineCheck check, const Occasion& occasion) {
+company::CompanyRecord Routine::Write(RoutineCheck check, const Occasion& occasion) {
   ++written;
   const ChartOfAccounts& accounts = company.accounts;
   std::size_t bank = accounts.Of(AccountRole::Checking);
@@ -166,4 +166,4 @@ void Routine::Investment() {
   draft.ExpenseLine(account, amount, "");
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -8,7 +8,7 @@
 #include "sample_company/purchases.h"
 #include "sample_company/random.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 enum class RoutineCheck { Payroll, PayrollLiabilities, Rent, Card, Draw, Loan, Saving, Investment };
 
@@ -24,7 +24,7 @@ class Routine {
   /// The check to be written as the month's transaction with this number, counted from 0, or since.
   std::optional<RoutineCheck> Due(std::int64_t transaction) const;
   /// Writes it. Where there is nothing to pay, the money goes into an asset or a debt.
-  CompanyRecord Write(RoutineCheck check, const Occasion& occasion);
+  company::CompanyRecord Write(RoutineCheck check, const Occasion& occasion);
 
  private:
   void Payroll(const Occasion& occasion);
@@ -49,4 +49,4 @@ class Routine {
   std::size_t investments = 0;
 };
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -2,7 +2,7 @@
 
 // The lines of invoices and sales receipts.
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 // A part of an amount, halves rounded away from zero.
@@ -117,4 +117,4 @@ void Draft::CloseBilledCosts() {
   lines.Close(SaleGroup());
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 constexpr std::int64_t fewestInvoiceLines = 4;
@@ -36,20 +36,20 @@ Sales::Sales(Company& sellingCompany, Draft& transactionDraft, Obligations& comp
   }
 }
 
-CompanyRecord Sales::Invoice(const Occasion& occasion) {
+company::CompanyRecord Sales::Invoice(const Occasion& occasion) {
   const auto customer = static_cast<std::size_t>(random.Below(company.people.customers.size()));
   draft.Begin("InvoiceRet", occasion);
   Lines(occasion, random.Between(fewestInvoiceLines, mostInvoiceLines));
   return FinishInvoice(occasion, customer);
 }
 
-CompanyRecord Sales::Receipt(const Occasion& occasion) {
+company::CompanyRecord Sales::Receipt(const Occasion& occasion) {
   draft.Begin("SalesReceiptRet", occasion);
   Lines(occasion, random.Between(1, mostReceiptLines));
   return FinishReceipt(occasion, random.Pick(company.people.customers));
 }
 
-CompanyRecord Sales::CostInvoice(const Occasion& occasion, std::size_t customer) {
+company::CompanyRecord Sales::CostInvoice(const Occasion& occasion, std::size_t customer) {
   const std::vector<OpenItem> costs = obligations.Settle({ObligationKind::BillCustomer, customer});
   draft.Begin("InvoiceRet", occasion);
   Line(occasion);
@@ -81,7 +81,7 @@ void Sales::BilledCosts(const std::vector<OpenItem>& costs) {
   draft.CloseBilledCosts();
 }
 
-CompanyRecord Sales::CustomerPayment(const Occasion& occasion, std::size_t customer) {
+company::CompanyRecord Sales::CustomerPayment(const Occasion& occasion, std::size_t customer) {
   draft.Begin("SalesReceiptRet", occasion);
   for (const OpenItem& invoice : obligations.Settle({ObligationKind::CollectFromCustomer, customer})) {
     draft.PaymentLine(invoice.amount, fmt::format("Invoice {}", invoice.number));
@@ -163,7 +163,7 @@ std::optional<std::size_t> Sales::ItemInStock(std::int64_t pieces) {
   return std::nullopt;
 }
 
-CompanyRecord Sales::FinishInvoice(const Occasion& occasion, std::size_t index) {
+company::CompanyRecord Sales::FinishInvoice(const Occasion& occasion, std::size_t index) {
   const Party& customer = company.people.customers[index];
   const std::size_t receivable = company.accounts.Of(AccountRole::Receivable);
   const Obligation payment{ObligationKind::CollectFromCustomer, index};
@@ -191,7 +191,7 @@ CompanyRecord Sales::FinishInvoice(const Occasion& occasion, std::size_t index) 
   return draft.Finish({});
 }
 
-CompanyRecord Sales::FinishReceipt(const Occasion& occasion, const Party& customer) {
+company::CompanyRecord Sales::FinishReceipt(const Occasion& occasion, const Party& customer) {
   const std::size_t bank = company.choices.Bank(random);
   ElementText& head = draft.Head();
   head.Block("CustomerRef", customer.reference);
@@ -210,4 +210,4 @@ CompanyRecord Sales::FinishReceipt(const Occasion& occasion, const Party& custom
   return draft.Finish({});
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -10,7 +10,7 @@
 #include "sample_company/purchases.h"
 #include "sample_company/random.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 /// Writes the sales of a company: invoices, sales receipts and what customers pay on account.
 class Sales {
@@ -19,12 +19,12 @@ class Sales {
   Sales(Company& sellingCompany, Draft& transactionDraft, Obligations& companyObligations,
         Purchases& companyPurchases, Random& randomChoices);
 
-  CompanyRecord Invoice(const Occasion& occasion);
-  CompanyRecord Receipt(const Occasion& occasion);
+  company::CompanyRecord Invoice(const Occasion& occasion);
+  company::CompanyRecord Receipt(const Occasion& occasion);
   /// An invoice with the costs that are open for a customer.
-  CompanyRecord CostInvoice(const Occasion& occasion, std::size_t customer);
+  company::CompanyRecord CostInvoice(const Occasion& occasion, std::size_t customer);
   /// A sales receipt for all open invoices of a customer.
-  CompanyRecord CustomerPayment(const Occasion& occasion, std::size_t customer);
+  company::CompanyRecord CustomerPayment(const Occasion& occasion, std::size_t customer);
 
  private:
   void Lines(const Occasion& occasion, std::int64_t count);
@@ -35,8 +35,8 @@ class Sales {
   void GroupLines(const Occasion& occasion);
   void BilledCosts(const std::vector<OpenItem>& costs);
   std::optional<std::size_t> ItemInStock(std::int64_t pieces);
-  CompanyRecord FinishInvoice(const Occasion& occasion, std::size_t index);
-  CompanyRecord FinishReceipt(const Occasion& occasion, const Party& customer);
+  company::CompanyRecord FinishInvoice(const Occasion& occasion, std::size_t index);
+  company::CompanyRecord FinishReceipt(const Occasion& occasion, const Party& customer);
 
   Company& company;
   Draft& draft;
@@ -48,4 +48,4 @@ class Sales {
   std::int64_t lastReceipt = 300;
 };
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

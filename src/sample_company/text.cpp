@@ -7,7 +7,7 @@
 
 #include "company/records/ascii.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 constexpr std::int64_t idStep = 0x10000;  // list entries are numbered in the high digits of their ids
@@ -105,8 +105,8 @@ std::string ListIdText(std::int64_t number, std::int64_t begun) {
 
 std::string Escaped(std::string_view utf8) {
   std::string text;
-  AppendAsciiText(text, utf8);
+  company::AppendAsciiText(text, utf8);
   return text;
 }
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

@@ -6,7 +6,7 @@
 
 #include "sample_company/calendar.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 
 /// An amount of money; a debit of an account is positive.
 using Cents = std::int64_t;
@@ -55,4 +55,4 @@ std::string ListIdText(std::int64_t number, std::int64_t begun);
 /// A plain text as it stands in an element.
 std::string Escaped(std::string_view utf8);
 
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

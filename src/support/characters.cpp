@@ -1,6 +1,6 @@
 #include "support/characters.h"
 
-namespace krnqb::embedded {
+namespace krnqb {
 namespace {
 
 constexpr char32_t replacement = 0xFFFD;
@@ -41,4 +41,4 @@ std::size_t CharacterCount(std::string_view text) noexcept {
   return count;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace krnqb::embedded {
+namespace krnqb {
 
 /// Takes the first character off a UTF-8 text that is not empty and gives it. A byte that begins no whole
 /// character is taken alone, as U+FFFD.
@@ -12,4 +12,4 @@ char32_t TakeCharacter(std::string_view& text) noexcept;
 /// How many characters (code points) a UTF-8 text has.
 std::size_t CharacterCount(std::string_view text) noexcept;
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb

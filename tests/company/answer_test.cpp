@@ -1,9 +1,9 @@
 #include <fmt/format.h>
 
 #include "company/records/errors.h"
-#include "company_testing.h"
+#include "company/testing.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 using testing::Account;
@@ -168,4 +168,4 @@ TEST_F(CompanyAnswer, ListsItemsByKind) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

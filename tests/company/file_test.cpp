@@ -3,9 +3,9 @@
 #include <unistd.h>
 
 #include "company/records/errors.h"
-#include "company_testing.h"
+#include "company/testing.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 using testing::Account;
@@ -201,4 +201,4 @@ TEST_F(CompanyFiles, ThatAreDamagedAreSaidToBe) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

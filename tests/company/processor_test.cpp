@@ -1,9 +1,9 @@
 #include "company/processor.h"
 
 #include "company/records/errors.h"
-#include "company_testing.h"
+#include "company/testing.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 using testing::ErrorOf;
@@ -106,4 +106,4 @@ TEST_F(CompanyProcessors, LetTheCompanyGoWithTheirSession) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

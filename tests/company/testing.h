@@ -14,7 +14,7 @@
 #include "krnqb/error.h"
 #include "qbxml/envelope.h"
 
-namespace krnqb::embedded::testing {
+namespace krnqb::company::testing {
 
 /// A folder of a test's own, removed with all that is in it.
 class TemporaryFolder {
@@ -106,4 +106,4 @@ class CompanyTest : public ::testing::Test {
   TemporaryFolder folder;
 };
 
-}  // namespace krnqb::embedded::testing
+}  // namespace krnqb::company::testing

@@ -13,9 +13,9 @@
 namespace krnqb::crosscheck {
 namespace {
 
-using embedded::CompanyFeatures;
-using embedded::GeneratorSettings;
-using embedded::testing::TemporaryFolder;
+using company::testing::TemporaryFolder;
+using sample_company::CompanyFeatures;
+using sample_company::GeneratorSettings;
 
 // The year in the middle, so that there is something to leave out before and after it.
 GeneratorSettings ThreeYears() {
@@ -45,9 +45,9 @@ struct BothPaths {
 BothPaths ImportBothWays(GeneratorSettings settings) {
   const TemporaryFolder folder;
   settings.processorVersion = "1.1";
-  embedded::GenerateCompany(folder.File("transactions.qbw"), settings);
+  sample_company::GenerateCompany(folder.File("transactions.qbw"), settings);
   settings.processorVersion = "2.0";
-  embedded::GenerateCompany(folder.File("reports.qbw"), settings);
+  sample_company::GenerateCompany(folder.File("reports.qbw"), settings);
   return {ImportedAmounts(folder.File("transactions.qbw"), folder.File("")),
           ImportedAmounts(folder.File("reports.qbw"), folder.File(""))};
 }

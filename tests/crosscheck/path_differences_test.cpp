@@ -15,9 +15,9 @@
 namespace krnqb::crosscheck {
 namespace {
 
-using embedded::CompanyFile;
-using embedded::testing::Response;
-using embedded::testing::TemporaryFolder;
+using company::CompanyFile;
+using company::testing::Response;
+using company::testing::TemporaryFolder;
 
 std::string Element(std::string_view name, std::string_view content) {
   return fmt::format("<{0}>{1}</{0}>", name, content);

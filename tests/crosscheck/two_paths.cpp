@@ -14,7 +14,7 @@
 namespace krnqb::crosscheck {
 namespace {
 
-using embedded::PlanFile;
+using plan_file::PlanFile;
 
 constexpr double agreement = 1e-9;
 
@@ -30,7 +30,7 @@ constexpr std::array actualBlocks = {
     ActualBlock{"expenses", "000000000000000000000000000600", "db_income_range_cat3"}};
 
 void Import(const std::filesystem::path& company, const std::shared_ptr<PlanFile>& plan) {
-  QBDataExchange exchange({.processors = embedded::EmbeddedProcessors(),
+  QBDataExchange exchange({.processors = company::EmbeddedProcessors(),
                            .sinks = {},
                            .observer = nullptr,
                            .userInterface = nullptr,

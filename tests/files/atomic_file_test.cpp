@@ -5,8 +5,10 @@
 #include "plan_file/fixture.h"
 #include "plan_file/step_operations.h"
 
-namespace krnqb::embedded {
+namespace krnqb::files {
 namespace {
+
+using namespace plan_file;
 
 namespace fs = std::filesystem;
 
@@ -94,4 +96,4 @@ TEST(ReplacedFile, MayStandInTheCurrentFolder) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::files

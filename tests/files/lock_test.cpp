@@ -7,8 +7,10 @@
 #include "plan_file/child_process.h"
 #include "plan_file/fixture.h"
 
-namespace krnqb::embedded {
+namespace krnqb::files {
 namespace {
+
+using namespace plan_file;
 
 namespace fs = std::filesystem;
 
@@ -67,4 +69,4 @@ TEST_F(PlanLockTest, OfAMissingPlanIsRefusedAndLeavesNoFile) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::files

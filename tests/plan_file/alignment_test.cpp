@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 using Rows = std::vector<PlanRow>;
@@ -123,4 +123,4 @@ INSTANTIATE_TEST_SUITE_P(PlanAlignment, ManyMatchedRows, testing::Bool(),
                          });
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 TEST(PlanAttributes, EveryProductHasATextOfItsOwn) {
@@ -34,4 +34,4 @@ TEST(PlanAttributes, AStartIsWrittenAsItIsRead) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

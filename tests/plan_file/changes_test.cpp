@@ -8,7 +8,7 @@
 #include "plan_file/fixture.h"
 #include "plan_file/listing.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 PlanContent OneBlock(std::vector<PlanRow> rows) {
@@ -137,4 +137,4 @@ TEST(PlanFile, OfTwentyThousandRowsIsReadLoadedAndSavedInSeconds) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -10,13 +10,13 @@
 
 #include "krnqb/error.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 ChildProcess::ChildProcess(const std::vector<std::string>& arguments) {
   std::array<int, 2> ends{};
   if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw Error(error_number::unspecified, "no pipe");
-  output = FileDescriptor(ends[0]);
-  const FileDescriptor input(ends[1]);
+  output = files::FileDescriptor(ends[0]);
+  const files::FileDescriptor input(ends[1]);
 
   std::vector<std::string> words{KRNQB_PLAN_WRITE_CHILD};
   words.insert(words.end(), arguments.begin(), arguments.end());
@@ -56,4 +56,4 @@ int ChildProcess::Wait() {
   return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -7,7 +7,7 @@
 
 #include "files/descriptor.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 /// A running plan_write_child. One that still runs at the end of its object's life is killed.
 class ChildProcess {
@@ -25,7 +25,7 @@ class ChildProcess {
 
  private:
   pid_t process = -1;
-  FileDescriptor output;
+  files::FileDescriptor output;
 };
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -12,7 +12,7 @@
 #include "plan_file/fixture.h"
 #include "plan_file/step_operations.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 namespace fs = std::filesystem;
@@ -26,7 +26,7 @@ class KilledSave : public testing::Test {
 
   // As the next import does it: claims the plan, changes it and saves it.
   void SaveVersion(int version) {
-    const PlanLock lock(file);
+    const files::PlanLock lock(file);
     const auto plan = PlanFile::Open(file);
     MarkVersion(*plan, version);
     plan->Save();
@@ -78,7 +78,7 @@ int TimesAbsent(const fs::path& file, std::chrono::microseconds duration) {
   int absent = 0;
   const auto end = std::chrono::steady_clock::now() + duration;
   do {
-    const FileDescriptor opened = FileDescriptor::Open(file, O_RDONLY);
+    const files::FileDescriptor opened = files::FileDescriptor::Open(file, O_RDONLY);
     if (!opened) ++absent;
   } while (std::chrono::steady_clock::now() < end);
   return absent;
@@ -107,4 +107,4 @@ TEST_F(KilledSave, AtFiftyRandomMomentsLeavesAWholePlanAndTheNextImportRuns) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

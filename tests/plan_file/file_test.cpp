@@ -4,7 +4,7 @@
 
 #include "plan_file/fixture.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 namespace fs = std::filesystem;
@@ -141,4 +141,4 @@ TEST(PlanFile, StaysAsItWasWhenAnotherPlanDoesNotOpen) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -7,7 +7,7 @@
 #include <fstream>
 #include <sstream>
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 namespace fs = std::filesystem;
 
@@ -90,4 +90,4 @@ std::optional<int> WholeVersion(const fs::path& file) {
   return version;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -8,7 +8,7 @@
 #include "krnqb/error.h"
 #include "plan_file/file.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 
 /// A folder of a test's own, removed with everything in it.
 class TemporaryFolder {
@@ -53,4 +53,4 @@ void MarkVersion(PlanFile& plan, int version);
 /// its tables are marked with several.
 std::optional<int> WholeVersion(const std::filesystem::path& file);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 struct FrameCase {
@@ -59,4 +59,4 @@ TEST(PlanFrame, ThatCannotBeToldApartIsThatOfANewPlan) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

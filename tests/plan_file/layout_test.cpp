@@ -10,7 +10,7 @@
 #include "plan_file/fixture.h"
 #include "support/number_text.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 namespace fs = std::filesystem;
@@ -208,4 +208,4 @@ TEST(PlanCreate, InAMissingFolderSaysWhatAndWhere) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -4,7 +4,7 @@
 
 #include "plan_file/fixture.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 struct AsciiCase {
@@ -49,4 +49,4 @@ TEST(PlanListing, OfAPlanWithoutBlocksIsEmpty) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -6,7 +6,7 @@
 #include "plan_file/fixture.h"
 #include "plan_file/step_operations.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 namespace fs = std::filesystem;
@@ -150,4 +150,4 @@ TEST_F(RefusedSave, WhileAnotherOneWritesLeavesThatOneAlone) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -13,7 +13,7 @@
 #include "plan_file/fixture.h"
 #include "plan_file/step_operations.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 namespace fs = std::filesystem;
@@ -174,7 +174,7 @@ TEST_F(PlanSave, DoesNotWriteThroughATemporaryNameThatIsALink) {
 }
 
 TEST_F(PlanSave, CopiesThePreviousVersionWhereAFileHasOneNameOnly) {
-  class OneNameOnly : public SystemFileOperations {
+  class OneNameOnly : public files::SystemFileOperations {
     std::error_code AddName(const fs::path& /*file*/, const fs::path& /*name*/) override {
       return std::make_error_code(std::errc::operation_not_permitted);
     }
@@ -213,7 +213,7 @@ class NameWatch {
   static constexpr std::uint32_t reported = IN_CREATE | IN_DELETE | IN_MODIFY | IN_MOVED_FROM | IN_MOVED_TO;
 
   fs::path watched;
-  FileDescriptor queue;
+  files::FileDescriptor queue;
 };
 
 TEST_F(PlanSave, NeitherTakesThePlansNameAwayNorWritesInPlace) {
@@ -245,4 +245,4 @@ TEST_F(PlanSave, SyncsTheContentsBeforeTheRenameAndTheFolderAfterIt) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

@@ -5,7 +5,7 @@
 #include "plan_file/fixture.h"
 #include "plan_file/headings.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 TEST(PlanTableView, AlignsNamesLeftAndEverythingElseRightByCharacters) {
@@ -98,4 +98,4 @@ TEST(PlanHeadings, AreNoneForRowsOfAnotherWidth) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

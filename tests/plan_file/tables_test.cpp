@@ -5,7 +5,7 @@
 #include "plan_file/file.h"
 #include "plan_file/fixture.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 class PlanTablesTest : public testing::Test {
@@ -130,4 +130,4 @@ INSTANTIATE_TEST_SUITE_P(
     [](const testing::TestParamInfo<RefusedDocument>& test) { return std::string(test.param.name); });
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file

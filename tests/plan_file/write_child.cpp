@@ -25,7 +25,7 @@
 #include "plan_file/fixture.h"
 #include "plan_file/step_operations.h"
 
-namespace krnqb::embedded {
+namespace krnqb::plan_file {
 namespace {
 
 constexpr int failed = 3;
@@ -50,7 +50,7 @@ int SaveUpTo(const std::string& plan, int version, std::string_view step, std::s
     }
     return {};
   });
-  const PlanLock lock(plan);
+  const files::PlanLock lock(plan);
   const std::shared_ptr<PlanFile> file = PlanFile::Open(plan);
   MarkVersion(*file, version);
   file->Save(operations);
@@ -58,7 +58,7 @@ int SaveUpTo(const std::string& plan, int version, std::string_view step, std::s
 }
 
 [[noreturn]] void SaveForEver(const std::string& plan, int version) {
-  const PlanLock lock(plan);
+  const files::PlanLock lock(plan);
   const std::shared_ptr<PlanFile> file = PlanFile::Open(plan);
   for (int saves = 0;; ++saves) {
     MarkVersion(*file, version + saves);
@@ -68,7 +68,7 @@ int SaveUpTo(const std::string& plan, int version, std::string_view step, std::s
 }
 
 [[noreturn]] void Hold(const std::string& plan) {
-  const PlanLock lock(plan);
+  const files::PlanLock lock(plan);
   Print("held");
   for (;;) ::pause();
 }
@@ -104,13 +104,13 @@ int Run(const std::vector<std::string>& words) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::plan_file
 
 int main(int count, char** words) {
   try {
-    return krnqb::embedded::Run({words + 1, words + count});
+    return krnqb::plan_file::Run({words + 1, words + count});
   } catch (const krnqb::Error& error) {
-    krnqb::embedded::Print(error.Description());
-    return krnqb::embedded::failed;
+    krnqb::plan_file::Print(error.Description());
+    return krnqb::plan_file::failed;
   }
 }

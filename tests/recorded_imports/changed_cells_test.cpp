@@ -17,10 +17,10 @@
 namespace krnqb::cli {
 namespace {
 
-using embedded::ChangeListing;
-using embedded::CompareTables;
-using embedded::PlanFile;
 using krnqb::tests::ExpectGolden;
+using plan_file::ChangeListing;
+using plan_file::CompareTables;
+using plan_file::PlanFile;
 using tests::ReadText;
 using tests::RunProgram;
 using tests::Workplace;
@@ -83,14 +83,14 @@ Words Arguments(const RecordedImport& import, const std::string& plan) {
 
 // The cells of the rows that an import added, one line per row: table, block, row, and its cells between
 // tabs.
-std::string AddedRows(const PlanFile& plan, const std::vector<embedded::TableChange>& changes) {
+std::string AddedRows(const PlanFile& plan, const std::vector<plan_file::TableChange>& changes) {
   std::set<std::string> added;
-  for (const embedded::TableChange& table : changes) {
-    for (const embedded::RowChange& row : table.added)
+  for (const plan_file::TableChange& table : changes) {
+    for (const plan_file::RowChange& row : table.added)
       added.insert(fmt::format("{}\t{}\t{}\t", table.id, row.block, row.row));
   }
   std::map<std::string, std::string> rows;
-  std::istringstream cells(embedded::CellListing(plan));
+  std::istringstream cells(plan_file::CellListing(plan));
   for (std::string line; std::getline(cells, line);) {
     const std::size_t text = line.rfind('\t');
     const std::string place = line.substr(0, line.rfind('\t', text - 1) + 1);
@@ -111,7 +111,7 @@ TEST_P(ChangedCellsGolden, AreThoseOfTheRecordedImport) {
   const tests::ProgramRun run = RunProgram(Arguments(GetParam(), plan));
   ASSERT_EQ(run.code, 0) << run.err;
   const std::shared_ptr<PlanFile> imported = PlanFile::Open(plan);
-  const std::vector<embedded::TableChange> changes = CompareTables(*PlanFile::Open(before), *imported);
+  const std::vector<plan_file::TableChange> changes = CompareTables(*PlanFile::Open(before), *imported);
   ExpectGolden(fmt::format("{}/{}.txt", KRNQB_CHANGES, GetParam().Name()),
                ChangeListing(changes) + AddedRows(*imported, changes));
 }

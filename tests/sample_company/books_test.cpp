@@ -8,7 +8,7 @@
 
 // What the accounts of a generated company come to.
 
-namespace krnqb::embedded {
+namespace krnqb::sample_company {
 namespace {
 
 using testing::AmountAt;
@@ -30,10 +30,10 @@ class Books {
  public:
   explicit Books(const GeneratedCompany& company) : accounts(company.Accounts()) {
     for (const XmlElement& item : company.Items())
-      itemAccounts[TextAt(item, "ListID")] = ReadItemAccounts(item);
+      itemAccounts[TextAt(item, "ListID")] = company::ReadItemAccounts(item);
     for (const XmlElement& transaction : company.Transactions()) {
       const std::string year = TextAt(transaction, "TxnDate").substr(0, 4);
-      for (const Posting& posting : ReadPostings(transaction)) Post(posting, year);
+      for (const company::Posting& posting : company::ReadPostings(transaction)) Post(posting, year);
     }
   }
 
@@ -52,9 +52,9 @@ class Books {
   std::map<std::string, std::set<std::string>> yearsOf;  // by account
 
  private:
-  void Post(const Posting& posting, const std::string& year) {
-    if (posting.target == PostingTarget::Account) return Post(posting.key, posting.amount, year);
-    for (const ItemAccount& account : itemAccounts[posting.key]) {
+  void Post(const company::Posting& posting, const std::string& year) {
+    if (posting.target == company::PostingTarget::Account) return Post(posting.key, posting.amount, year);
+    for (const company::ItemAccount& account : itemAccounts[posting.key]) {
       if (account.target != posting.target) continue;
       const auto cost = std::llround(account.unitCost.value_or(0) * posting.quantity);
       Post(account.account, account.unitCost ? cost : posting.amount, year);
@@ -65,7 +65,7 @@ class Books {
     yearsOf[account].insert(year);
   }
 
-  std::map<std::string, std::vector<ItemAccount>> itemAccounts;
+  std::map<std::string, std::vector<company::ItemAccount>> itemAccounts;
 };
 
 std::set<std::string> ParentsOf(const std::vector<XmlElement>& accounts) {
@@ -228,4 +228,4 @@ TEST(GeneratedBooks, NumberAccountsWhenAsked) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::sample_company

@@ -7,7 +7,7 @@
 #include "company/records/errors.h"
 #include "sample_company/testing.h"
 
-namespace krnqb::embedded {
+namespace krnqb::sample_company {
 namespace {
 
 using testing::Contents;
@@ -18,7 +18,7 @@ using testing::TemporaryFolder;
 using testing::TextAt;
 
 std::int64_t CountOf(const GeneratorSummary& summary, std::string_view kind) {
-  const auto found = std::ranges::find(summary.records, kind, &RecordCount::kind);
+  const auto found = std::ranges::find(summary.records, kind, &company::RecordCount::kind);
   return found == summary.records.end() ? 0 : found->count;
 }
 
@@ -39,9 +39,10 @@ TEST(CompanyGenerator, MakesAsManyOfEachAsItIsAsked) {
   EXPECT_EQ(CountOf(summary, "AccountRet"), 150);
   std::int64_t items = 0;
   std::int64_t transactions = 0;
-  for (const RecordCount& count : summary.records) {
+  for (const company::RecordCount& count : summary.records) {
     if (count.kind.starts_with("Item")) items += count.count;
-    if (FindRecordKind(count.kind)->shape == RecordShape::Transaction) transactions += count.count;
+    if (company::FindRecordKind(count.kind)->shape == company::RecordShape::Transaction)
+      transactions += count.count;
   }
   EXPECT_EQ(items, 60);
   EXPECT_EQ(transactions, 2'000);
@@ -63,7 +64,7 @@ TEST(CompanyGenerator, NamesTheCompanyAndItsProcessor) {
   settings.companyName = "Björk & Daughters";
   settings.processorVersion = "1.0";
   settings.transactions = 0;
-  const CompanyInfo info = GeneratedCompany(settings).file.Info();
+  const company::CompanyInfo info = GeneratedCompany(settings).file.Info();
   EXPECT_EQ(info.name, "Björk & Daughters");
   EXPECT_EQ(info.processorVersion, "1.0");
   EXPECT_EQ(info.fiscalMonth, 1);
@@ -157,9 +158,9 @@ TEST(CompanyGenerator, LeavesAFileOfThatNameAsItIs) {
   const TemporaryFolder folder;
   testing::WriteBytes(folder.File("company.qbw"), "precious");
   EXPECT_EQ(ErrorOf([&] { GenerateCompany(folder.File("company.qbw"), FullCompany()); }).Number(),
-            company_error::fileAlreadyExists);
+            company::company_error::fileAlreadyExists);
   EXPECT_EQ(testing::ReadBytes(folder.File("company.qbw")), "precious");
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::sample_company

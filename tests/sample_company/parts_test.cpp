@@ -8,7 +8,7 @@
 #include "sample_company/random.h"
 #include "sample_company/text.h"
 
-namespace krnqb::embedded::synthesis {
+namespace krnqb::sample_company {
 namespace {
 
 using std::chrono::days;
@@ -123,4 +123,4 @@ TEST(SyntheticObligations, SettleAllThatIsOpenWithAParty) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded::synthesis
+}  // namespace krnqb::sample_company

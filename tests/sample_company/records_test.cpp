@@ -8,7 +8,7 @@
 
 // What the records of a generated company look like.
 
-namespace krnqb::embedded {
+namespace krnqb::sample_company {
 namespace {
 
 using testing::AmountAt;
@@ -189,7 +189,7 @@ class GeneratedRecords : public ::testing::Test {
 
 TEST_F(GeneratedRecords, AreOfEveryKindThatItPromises) {
   std::set<std::string> kinds;
-  for (const RecordCount& count : Company().summary.records) kinds.insert(count.kind);
+  for (const company::RecordCount& count : Company().summary.records) kinds.insert(count.kind);
   EXPECT_EQ(kinds,
             (std::set<std::string>{"CompanyRet", "PreferencesRet", "AccountRet", "ItemServiceRet",
                                    "ItemNonInventoryRet", "ItemOtherChargeRet", "ItemInventoryRet",
@@ -223,7 +223,7 @@ TEST_F(GeneratedRecords, AreWrittenAsALoadedDocumentIsKept) {
     std::string records;
     std::string heads;
     for (const XmlElement& record : Company().Records(request)) {
-      const RecordText text = WriteRecordText(record);
+      const company::RecordText text = company::WriteRecordText(record);
       records += text.xml;
       heads += text.xml.substr(0, text.linesBegin) + text.xml.substr(text.linesEnd);
     }
@@ -237,7 +237,8 @@ TEST_F(GeneratedRecords, AreWrittenAsALoadedDocumentIsKept) {
 }
 
 TEST_F(GeneratedRecords, AreReportedAsALoadedDocumentIs) {
-  CompanyFile loaded = CompanyFile::Create(Company().folder.File("loaded.qbw"), "Loaded", 1, "2.0");
+  company::CompanyFile loaded =
+      company::CompanyFile::Create(Company().folder.File("loaded.qbw"), "Loaded", 1, "2.0");
   for (const std::int32_t request :
        {request_number::allAccounts, request_number::items, request_number::bills, request_number::checks,
         request_number::creditCardCharges, request_number::invoices, request_number::salesReceipts}) {
@@ -255,7 +256,7 @@ TEST_F(GeneratedRecords, ShowWhatTheirLinesComeTo) {
   for (const XmlElement& transaction : Company().Transactions()) {
     std::int64_t lines = 0;
     for (const XmlElement& amount : transaction.SelectAll(".//*[TxnLineID]/Amount")) {
-      lines += Hundredths(amount.Text()).value_or(0);
+      lines += company::Hundredths(amount.Text()).value_or(0);
     }
     const std::string path = "AmountDue | Amount | Subtotal";
     EXPECT_EQ(AmountAt(transaction, path), lines);
@@ -263,7 +264,7 @@ TEST_F(GeneratedRecords, ShowWhatTheirLinesComeTo) {
     for (const XmlElement& group : transaction.SelectAll("*[ItemGroupRef]")) {
       std::int64_t members = 0;
       for (const XmlElement& amount : group.SelectAll("*/Amount"))
-        members += Hundredths(amount.Text()).value_or(0);
+        members += company::Hundredths(amount.Text()).value_or(0);
       EXPECT_EQ(AmountAt(group, "TotalAmount"), members);
     }
     for (const XmlElement& line : transaction.SelectAll(".//*[Quantity and (Rate or Cost)]")) {
@@ -307,4 +308,4 @@ TEST_F(GeneratedRecords, InvoiceBillableExpensesExactlyOrMarkedUp) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::sample_company

@@ -12,7 +12,9 @@
 #include "qbxml/request_catalogue.h"
 #include "sample_company/generator.h"
 
-namespace krnqb::embedded::testing {
+namespace krnqb::sample_company::testing {
+
+using namespace company::testing;
 
 inline constexpr std::array transactionRequests = {request_number::bills, request_number::checks,
                                                    request_number::creditCardCharges,
@@ -44,7 +46,7 @@ class GeneratedCompany {
  public:
   explicit GeneratedCompany(const GeneratorSettings& settings)
       : summary(GenerateCompany(folder.File("company.qbw"), settings)),
-        file(CompanyFile::Open(folder.File("company.qbw"), FileAccess::ReadOnly)) {}
+        file(company::CompanyFile::Open(folder.File("company.qbw"), company::FileAccess::ReadOnly)) {}
 
   std::string Answer(std::int32_t request) const { return file.Answer(BuildRequest(request, "", "")); }
 
@@ -64,7 +66,7 @@ class GeneratedCompany {
 
   TemporaryFolder folder;
   GeneratorSummary summary;
-  CompanyFile file;
+  company::CompanyFile file;
 };
 
 /// What the company answers to everything that it can be asked.
@@ -86,9 +88,9 @@ inline std::string TextAt(const XmlElement& element, const std::string& path) {
 
 /// An amount in hundredths; fails the test when the path leads to none.
 inline std::int64_t AmountAt(const XmlElement& element, const std::string& path) {
-  const auto amount = Hundredths(TextAt(element, path));
+  const auto amount = company::Hundredths(TextAt(element, path));
   EXPECT_TRUE(amount) << path << " of " << element.Xml();
   return amount.value_or(0);
 }
 
-}  // namespace krnqb::embedded::testing
+}  // namespace krnqb::sample_company::testing

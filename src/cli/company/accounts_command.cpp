@@ -15,7 +15,7 @@ namespace {
 constexpr std::string_view listingFailed = "listing accounts failed";
 
 // Whether a plan can say anything about the list; warns when it cannot.
-bool TellsSelection(const embedded::PlanFile& plan, AccountList list, const Console& console) {
+bool TellsSelection(const plan_file::PlanFile& plan, AccountList list, const Console& console) {
   if (list == AccountList::Income) {
     Warn(console, "--plan has no effect: income accounts are not selected");
     return false;
@@ -34,8 +34,8 @@ void MarkSelected(std::vector<AccountNode>& accounts, const XmlElement& selectio
 }  // namespace
 
 ExitCode Run(const AccountsOptions& options, const Console& console) {
-  std::shared_ptr<embedded::PlanFile> plan;
-  if (options.planFile) plan = Attempt([&] { return embedded::PlanFile::Open(*options.planFile); });
+  std::shared_ptr<plan_file::PlanFile> plan;
+  if (options.planFile) plan = Attempt([&] { return plan_file::PlanFile::Open(*options.planFile); });
   CompanyInquiry inquiry(options.companyFile);
   QBDataExchange& exchange = inquiry.Exchange();
 

@@ -18,9 +18,9 @@
 namespace krnqb::cli {
 namespace {
 
-using embedded::CompanyFile;
-using embedded::FileAccess;
-using embedded::RecordCount;
+using company::CompanyFile;
+using company::FileAccess;
+using company::RecordCount;
 
 constexpr std::string_view makeCompany = "check the path, or make a company with krnqb company new";
 
@@ -33,7 +33,7 @@ std::string CountsText(const std::vector<RecordCount>& counts) {
   return text.empty() ? "nothing" : text;
 }
 
-std::string LoadText(const embedded::LoadSummary& summary) {
+std::string LoadText(const company::LoadSummary& summary) {
   std::string text = fmt::format("{}: added {}", summary.document, CountsText(summary.added));
   if (!summary.replaced.empty()) text += fmt::format("; replaced {}", CountsText(summary.replaced));
   return text + '\n';
@@ -68,7 +68,7 @@ std::vector<Document> Documents(const std::vector<std::string>& names) {
   });
 }
 
-std::string InfoText(const embedded::CompanyInfo& info) {
+std::string InfoText(const company::CompanyInfo& info) {
   TextTable table({Alignment::Left, Alignment::Left});
   table.AddRow({"Company", info.name});
   table.AddRow({"File", info.path});
@@ -116,13 +116,13 @@ ExitCode Run(const LoadCompanyOptions& options, const Console& console) {
 }
 
 ExitCode Run(const GenerateCompanyOptions& options, const Console& console) {
-  embedded::GeneratorSettings settings = options.settings;
+  sample_company::GeneratorSettings settings = options.settings;
   settings.firstYear = options.years.first;
   settings.lastYear = options.years.last;
   settings.seed = static_cast<std::uint64_t>(options.seed);
-  const embedded::GeneratorSummary made =
+  const sample_company::GeneratorSummary made =
       Attempt("making the company failed", "correct the setting or give another path",
-              [&] { return embedded::GenerateCompany(options.file, settings); });
+              [&] { return sample_company::GenerateCompany(options.file, settings); });
   console.out << fmt::format("Made {}: company {}, {} to {}, answers qbXML up to {}.\n", options.file,
                              settings.companyName, settings.firstYear, settings.lastYear,
                              settings.processorVersion);
@@ -133,7 +133,7 @@ ExitCode Run(const GenerateCompanyOptions& options, const Console& console) {
 }
 
 ExitCode Run(const CompanyInfoOptions& options, const Console& console) {
-  const embedded::CompanyInfo info = Attempt("opening the company failed", makeCompany, [&] {
+  const company::CompanyInfo info = Attempt("opening the company failed", makeCompany, [&] {
     return CompanyFile::Open(options.file, FileAccess::ReadOnly).Info();
   });
   console.out << (options.json ? CompanyInfoJson(info) + '\n' : InfoText(info));

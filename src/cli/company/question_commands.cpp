@@ -39,7 +39,7 @@ ExitCode Run(const TablesOptions& options, const Console& console) {
   const auto tables = exchange.GetTablesAffected();
   for (const Variant& table : *tables) {
     const std::string id = table.ToText();
-    console.out << fmt::format("{}  {}\n", id, embedded::TableTitle(id));
+    console.out << fmt::format("{}  {}\n", id, plan_file::TableTitle(id));
   }
   return ExitCode::Done;
 }

@@ -55,7 +55,7 @@ std::vector<std::string> NearestNames(std::string_view typed, std::span<const st
   for (const std::string& name : names) {
     const std::size_t distance = EditDistance(typed, name);
     const bool contained = !folded.empty() && FoldedKey(name).find(folded) != std::string::npos;
-    const std::size_t length = std::max(embedded::CharacterCount(typed), embedded::CharacterCount(name));
+    const std::size_t length = std::max(CharacterCount(typed), CharacterCount(name));
     if (contained || distance * 3 <= length) candidates.emplace_back(distance, name);
   }
   std::stable_sort(candidates.begin(), candidates.end(),

@@ -42,15 +42,15 @@ bool AllDigits(std::string_view text) {
 
 bool IsDate(std::string_view text) {
   if (text.size() != 10 || text[7] != '-' || !AllDigits(text.substr(8))) return false;
-  const auto month = embedded::PlanStartFromText(text.substr(0, 7));
+  const auto month = plan_file::PlanStartFromText(text.substr(0, 7));
   const auto day = WholeNumber<std::int16_t>(text.substr(8));
   return month && day && *day >= 1 && *day <= DaysInMonth(month->month, month->year);
 }
 
 }  // namespace
 
-embedded::PlanStart ParseYearMonth(std::string_view option, std::string_view text) {
-  const auto yearMonth = embedded::PlanStartFromText(text);
+plan_file::PlanStart ParseYearMonth(std::string_view option, std::string_view text) {
+  const auto yearMonth = plan_file::PlanStartFromText(text);
   if (!yearMonth) throw NotA(option, text, "a month of a year", "give it as YYYY-MM, for example 2003-01");
   return *yearMonth;
 }
@@ -69,7 +69,7 @@ std::string ParseDate(std::string_view option, std::string_view text) {
 }
 
 QBKRNproduct ParseProduct(std::string_view option, std::string_view text) {
-  const auto product = embedded::ProductFromText(text);
+  const auto product = plan_file::ProductFromText(text);
   if (!product) throw NotA(option, text, "a product", "give ald, bri or cor");
   return *product;
 }

@@ -13,7 +13,7 @@ namespace krnqb::cli {
 // what it should have been.
 
 /// A month of a year as YYYY-MM, the year 1000 to 9999.
-embedded::PlanStart ParseYearMonth(std::string_view option, std::string_view text);
+plan_file::PlanStart ParseYearMonth(std::string_view option, std::string_view text);
 
 /// A month, 1 to 12: its number or its full English name.
 std::int16_t ParseMonth(std::string_view option, std::string_view text);

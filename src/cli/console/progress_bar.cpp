@@ -17,7 +17,7 @@ void ProgressBar::Show(std::int16_t percent, std::string_view description) {
   const int filled = std::clamp<int>(percent, 0, 100) * barWidth / 100;
   const std::string line =
       fmt::format("[{:#<{}}{:.<{}}] {:3}% {}", "", filled, "", barWidth - filled, percent, description);
-  const std::size_t width = embedded::CharacterCount(line);
+  const std::size_t width = CharacterCount(line);
   const std::size_t leftOver = drawnWidth > width ? drawnWidth - width : 0;
   output << '\r' << line << std::string(leftOver, ' ') << std::flush;
   drawnWidth = width;

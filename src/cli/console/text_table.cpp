@@ -8,8 +8,6 @@
 namespace krnqb::cli {
 namespace {
 
-using embedded::CharacterCount;
-
 constexpr std::string_view columnGap = "  ";
 
 }  // namespace

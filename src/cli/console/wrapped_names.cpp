@@ -15,7 +15,7 @@ std::string WrappedNames(std::string_view lead, const std::vector<std::string>& 
   std::string line(lead);
   for (std::size_t index = 0; index < names.size(); ++index) {
     const std::string word = names[index] + (index + 1 < names.size() ? "," : "");
-    const bool fits = embedded::CharacterCount(line) + 1 + embedded::CharacterCount(word) <= lineWidth;
+    const bool fits = CharacterCount(line) + 1 + CharacterCount(word) <= lineWidth;
     if (!fits) {
       text += line + '\n';
       line = std::string(indent) + word;

@@ -7,15 +7,15 @@
 namespace krnqb::cli {
 namespace {
 
-std::string MonthOfYear(const embedded::PlanStart& start) {
+std::string MonthOfYear(const plan_file::PlanStart& start) {
   return fmt::format("{} {}", EnglishMonthName(start.month), start.year);
 }
 
 // The twelve months from a start on: "January to December 2002", or "July 2001 to June 2002".
-std::string PeriodText(const embedded::PlanStart& start) {
+std::string PeriodText(const plan_file::PlanStart& start) {
   if (start.month == 1) return fmt::format("January to December {}", start.year);
-  const embedded::PlanStart last{.year = static_cast<std::int16_t>(start.year + 1),
-                                 .month = static_cast<std::int16_t>(start.month - 1)};
+  const plan_file::PlanStart last{.year = static_cast<std::int16_t>(start.year + 1),
+                                  .month = static_cast<std::int16_t>(start.month - 1)};
   return fmt::format("{} to {}", MonthOfYear(start), MonthOfYear(last));
 }
 
@@ -73,7 +73,7 @@ std::string AnnouncementText(const ImportSettings& settings, const ImportSource&
   const ImportOptions& options = settings.options;
   return fmt::format("Importing {} from {}, {}, into {} (product {}, from {}): {}{}{}.",
                      ContentsText(options), source.description, PeriodText(settings.importStart),
-                     options.planFile, embedded::ProductText(settings.product),
+                     options.planFile, plan_file::ProductText(settings.product),
                      MonthOfYear(settings.planStart), AmountsText(options), GrowthText(options),
                      OtherOptionsText(options));
 }

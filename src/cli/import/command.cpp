@@ -50,21 +50,21 @@ class Import {
     if (dialogs == nullptr) CheckImportOptions(options);
     const ImportSource source = OpenImportSource(options);
     LockPlan();
-    plan = Attempt([&] { return embedded::PlanFile::Open(options.planFile); });
+    plan = Attempt([&] { return plan_file::PlanFile::Open(options.planFile); });
     const ImportSettings settings = SettleImport(options, *plan);
     if (dialogs == nullptr) Announce(settings, source);
 
-    const embedded::PlanContent before = embedded::ReadPlanContent(*plan);
+    const plan_file::PlanContent before = plan_file::ReadPlanContent(*plan);
     ReadIntoPlan(settings, source);
     if (outcome.result == ImportResult::Cancelled) return;
-    outcome.tables = embedded::CompareTables(before, embedded::ReadPlanContent(*plan));
+    outcome.tables = plan_file::CompareTables(before, plan_file::ReadPlanContent(*plan));
     interrupts.StopWhenRequested();
     Save();
   }
 
   // A dry run writes nothing, not even the lock, and reads the plan as it is at one instant.
   void LockPlan() {
-    if (!options.dryRun) lock = Attempt([&] { return std::optional<embedded::PlanLock>(options.planFile); });
+    if (!options.dryRun) lock = Attempt([&] { return std::optional<files::PlanLock>(options.planFile); });
   }
 
   void Announce(const ImportSettings& settings, const ImportSource& source) {
@@ -170,8 +170,8 @@ class Import {
   ImportOutcome& outcome;
   const InterruptWatch interrupts;
   std::optional<ProgressBar> bar;
-  std::optional<embedded::PlanLock> lock;
-  std::shared_ptr<embedded::PlanFile> plan;
+  std::optional<files::PlanLock> lock;
+  std::shared_ptr<plan_file::PlanFile> plan;
   bool saving = false;
 };
 

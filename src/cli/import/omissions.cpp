@@ -70,7 +70,7 @@ std::optional<OmissionKind> KindOf(const Notice& notice) {
 }
 
 std::string TableText(const std::string& id) {
-  return fmt::format("plan table {} ({}) cannot be read", id, embedded::TableTitle(id));
+  return fmt::format("plan table {} ({}) cannot be read", id, plan_file::TableTitle(id));
 }
 
 }  // namespace

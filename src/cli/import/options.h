@@ -22,8 +22,8 @@ struct ImportOptions {
   std::optional<std::int16_t> growthCogs;
   std::optional<std::int16_t> growthExpenses;
   std::optional<QBKRNproduct> product;
-  std::optional<embedded::PlanStart> planStart;
-  std::optional<embedded::PlanStart> importStart;
+  std::optional<plan_file::PlanStart> planStart;
+  std::optional<plan_file::PlanStart> importStart;
   std::optional<std::int16_t> fiscalMonth;  ///< 1 to 12
   std::vector<std::string> selectedExpenses;
   bool selectAllExpenses = false;

@@ -37,7 +37,7 @@ struct ImportOutcome {
   std::string errorDescription;
   std::string errorLine;            ///< how the failure is told on standard error; empty when there is none
   std::vector<ImportEvent> events;  ///< in the order in which they were raised
-  std::vector<embedded::TableChange>
+  std::vector<plan_file::TableChange>
       tables;  ///< of the plan, unchanged ones included; none unless it was compared
   Omissions incomplete;
   SkippedAmounts skipped;

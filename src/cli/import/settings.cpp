@@ -11,7 +11,7 @@ namespace krnqb::cli {
 namespace {
 
 // By default the twelve months before the plan.
-embedded::PlanStart YearBefore(const embedded::PlanStart& start) {
+plan_file::PlanStart YearBefore(const plan_file::PlanStart& start) {
   return {.year = static_cast<std::int16_t>(start.year - 1), .month = start.month};
 }
 
@@ -44,7 +44,7 @@ void CheckImportOptions(const ImportOptions& options) {
   if (options.journalFile) CheckOutputFile("--journal", *options.journalFile, options);
 }
 
-ImportSettings SettleImport(const ImportOptions& options, const embedded::PlanFile& plan) {
+ImportSettings SettleImport(const ImportOptions& options, const plan_file::PlanFile& plan) {
   const auto product = options.product ? options.product : plan.Product();
   if (!product) {
     throw WrongUsage(fmt::format("the plan {} does not say its product", options.planFile),
@@ -62,7 +62,7 @@ ImportSettings SettleImport(const ImportOptions& options, const embedded::PlanFi
 }
 
 void Configure(QBDataExchange& exchange, const ImportSettings& settings, const ImportSource& source,
-               const std::shared_ptr<embedded::PlanFile>& plan) {
+               const std::shared_ptr<plan_file::PlanFile>& plan) {
   const ImportOptions& options = settings.options;
   exchange.QBCompany(source.companyPath);
   exchange.KRNPlanData(plan);

@@ -15,8 +15,8 @@ namespace krnqb::cli {
 struct ImportSettings {
   ImportOptions options;
   QBKRNproduct product = QBKRN_ALD;
-  embedded::PlanStart planStart;
-  embedded::PlanStart importStart;  ///< first of the twelve months
+  plan_file::PlanStart planStart;
+  plan_file::PlanStart importStart;  ///< first of the twelve months
 };
 
 /// Throws Failure (wrong usage) for options that no import can be made of, whatever the files hold.
@@ -24,17 +24,17 @@ void CheckImportOptions(const ImportOptions& options);
 
 /// Takes product and start from the plan where they were not given. Throws Failure (wrong usage) when neither
 /// says.
-ImportSettings SettleImport(const ImportOptions& options, const embedded::PlanFile& plan);
+ImportSettings SettleImport(const ImportOptions& options, const plan_file::PlanFile& plan);
 
 /// Sets the component's options and hands it the plan.
 void Configure(QBDataExchange& exchange, const ImportSettings& settings, const ImportSource& source,
-               const std::shared_ptr<embedded::PlanFile>& plan);
+               const std::shared_ptr<plan_file::PlanFile>& plan);
 
 /// In one line, without its end, what the import will do.
 std::string AnnouncementText(const ImportSettings& settings, const ImportSource& source);
 
 /// What was typed and will have no effect, or less than it seems.
 std::vector<std::string> ImportWarnings(const ImportSettings& settings, const ImportSource& source,
-                                        const embedded::PlanFile& plan);
+                                        const plan_file::PlanFile& plan);
 
 }  // namespace krnqb::cli

@@ -22,10 +22,10 @@ std::string LastSystemMessage() {
 ImportSource CompanySource(const std::string& path) {
   return Attempt(
       "opening the company failed", "check the path, or make a company with krnqb company new", [&] {
-        const auto company = embedded::CompanyFile::Open(path, embedded::FileAccess::ReadOnly);
-        const embedded::CompanyInfo info = company.Info();
+        const auto company = company::CompanyFile::Open(path, company::FileAccess::ReadOnly);
+        const company::CompanyInfo info = company.Info();
         return ImportSource{
-            .processors = embedded::EmbeddedProcessors(),
+            .processors = company::EmbeddedProcessors(),
             .companyPath = path,
             .description = fmt::format("{} ({})", info.name, path),
             .majorVersion = static_cast<std::int16_t>(info.processorVersion.starts_with("2.") ? 2 : 1)};

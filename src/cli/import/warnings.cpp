@@ -7,7 +7,7 @@ namespace {
 
 using Warnings = std::vector<std::string>;
 
-void WarnOfFiles(Warnings& warnings, const ImportSettings& settings, const embedded::PlanFile& plan) {
+void WarnOfFiles(Warnings& warnings, const ImportSettings& settings, const plan_file::PlanFile& plan) {
   const ImportOptions& options = settings.options;
   if (options.replayFile && options.companyFile) {
     warnings.emplace_back("--company has no effect: --replay takes its place");
@@ -15,7 +15,8 @@ void WarnOfFiles(Warnings& warnings, const ImportSettings& settings, const embed
   const auto product = plan.Product();
   if (product && *product != settings.product) {
     warnings.push_back(fmt::format("the plan says that its product is {}, not {}",
-                                   embedded::ProductText(*product), embedded::ProductText(settings.product)));
+                                   plan_file::ProductText(*product),
+                                   plan_file::ProductText(settings.product)));
   }
 }
 
@@ -65,7 +66,7 @@ void WarnOfSelection(Warnings& warnings, const ImportSettings& settings) {
 }  // namespace
 
 Warnings ImportWarnings(const ImportSettings& settings, const ImportSource& source,
-                        const embedded::PlanFile& plan) {
+                        const plan_file::PlanFile& plan) {
   Warnings warnings;
   WarnOfFiles(warnings, settings, plan);
   WarnOfPastPerformance(warnings, settings, source);

@@ -12,7 +12,7 @@
 namespace krnqb::cli {
 namespace {
 
-using embedded::PlanFile;
+using plan_file::PlanFile;
 
 void RequireTable(const PlanFile& plan, const ShowPlanOptions& options) {
   const std::vector<std::string> ids = plan.TableIds();
@@ -24,15 +24,15 @@ void RequireTable(const PlanFile& plan, const ShowPlanOptions& options) {
 }
 
 std::string Cells(const PlanFile& plan, const std::optional<std::string>& tableId) {
-  embedded::PlanContent content = embedded::ReadPlanContent(plan);
+  plan_file::PlanContent content = plan_file::ReadPlanContent(plan);
   if (tableId) std::erase_if(content, [&](const auto& table) { return table.id != *tableId; });
-  return embedded::CellListing(content);
+  return plan_file::CellListing(content);
 }
 
 std::string Shown(const PlanFile& plan, const ShowPlanOptions& options) {
   if (options.json) return PlanJson(plan, options.table) + '\n';
   if (options.cells) return Cells(plan, options.table);
-  return options.table ? embedded::TableView(plan, *options.table) : embedded::TableView(plan);
+  return options.table ? plan_file::TableView(plan, *options.table) : plan_file::TableView(plan);
 }
 
 }  // namespace
@@ -40,7 +40,8 @@ std::string Shown(const PlanFile& plan, const ShowPlanOptions& options) {
 ExitCode Run(const NewPlanOptions& options, const Console& console) {
   Attempt([&] { PlanFile::Create(options.file, options.product, options.start); });
   console.out << fmt::format("Made {}: plan of product {}, from {}.\n", options.file,
-                             embedded::ProductText(options.product), embedded::PlanStartText(options.start));
+                             plan_file::ProductText(options.product),
+                             plan_file::PlanStartText(options.start));
   return ExitCode::Done;
 }
 

@@ -6,7 +6,7 @@
 
 #include "support/number_text.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 // Far above any real amount, and far enough below the range of 64 bits that sums of such amounts stay in it.
@@ -25,4 +25,4 @@ std::string AmountText(std::int64_t hundredths) {
   return fmt::format("{}{}.{:02}", hundredths < 0 ? "-" : "", amount / 100, amount % 100);
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

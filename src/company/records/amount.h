@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// An amount of money in hundredths of the currency, halves rounded away from 0. Nothing for a text that is
 /// no number, or one beyond a million millions.
@@ -14,4 +14,4 @@ std::optional<std::int64_t> Hundredths(std::string_view amount) noexcept;
 /// The amount as records write it: "14175.00", "-0.05".
 std::string AmountText(std::int64_t hundredths);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -9,7 +9,7 @@
 #include "krnqb/error.h"
 #include "xml/parser.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 // The number of bytes that follow a character's first one; 0 when it cannot be a first one.
@@ -63,4 +63,4 @@ void AppendAsciiText(std::string& output, std::string_view utf8) {
   AppendAscii(output, EscapedXmlText(utf8), Quotes::Escape);
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 enum class Quotes { Keep, Escape };
 
@@ -15,4 +15,4 @@ void AppendAscii(std::string& output, std::string_view utf8, Quotes quotes);
 /// Appends a plain text in that form, everything escaped, as it stands between tags or in an attribute.
 void AppendAsciiText(std::string& output, std::string_view utf8);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -8,7 +8,7 @@
 #include "company/records/errors.h"
 #include "krnqb/error.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 constexpr int busyMilliseconds = 250;
@@ -149,4 +149,4 @@ void Transaction::Commit() {
   open = false;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

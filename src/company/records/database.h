@@ -8,7 +8,7 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 enum class FileAccess { ReadOnly, ReadWrite };
 
@@ -82,4 +82,4 @@ class Transaction {
   bool open = true;
 };
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

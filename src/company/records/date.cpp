@@ -6,7 +6,7 @@
 
 #include "support/date.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 std::optional<std::int16_t> Digits(std::string_view text) {
@@ -28,4 +28,4 @@ bool IsCalendarDate(std::string_view text) noexcept {
   return *day >= 1 && *day <= DaysInMonth(*month, *year);
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

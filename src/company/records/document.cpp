@@ -10,7 +10,7 @@
 #include "krnqb/error.h"
 #include "xml/parser.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 constexpr int firstErrorStatus = 1000;  // below it an answer has all the records that there are
@@ -142,4 +142,4 @@ void ReadDocument(std::string_view documentName, std::string_view bytes, const R
   DocumentReader(documentName, receive).Read(bytes);
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -11,7 +11,7 @@
 #include "company/records/texts.h"
 #include "krnqb/xml_element.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// A record with what it is found and ordered by. What its kind does not have is empty.
 struct CompanyRecord {
@@ -38,4 +38,4 @@ CompanyRecord ReadRecord(const XmlElement& element);
 /// the document, the line and the reason.
 void ReadDocument(std::string_view documentName, std::string_view bytes, const RecordReceiver& receive);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace krnqb::embedded::company_error {
+namespace krnqb::company::company_error {
 
 // What a company file refuses, in the numbers that QuickBooks' request processor uses for it.
 
@@ -16,4 +16,4 @@ inline constexpr std::int32_t noCompanyOpen =
 inline constexpr std::int32_t fileAlreadyExists =
     58;  ///< a run-time error: a new file must not replace another
 
-}  // namespace krnqb::embedded::company_error
+}  // namespace krnqb::company::company_error

@@ -7,7 +7,7 @@
 
 #include "support/number_text.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 // The element inside the record that holds the reference (empty: the record itself), and the reference.
@@ -58,4 +58,4 @@ std::vector<ItemAccount> ReadItemAccounts(const XmlElement& item) {
   return accounts;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -7,7 +7,7 @@
 #include "company/records/postings.h"
 #include "krnqb/xml_element.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// An account that what is posted to an item goes to.
 struct ItemAccount {
@@ -24,4 +24,4 @@ struct ItemAccount {
 /// to that of the cost of goods.
 std::vector<ItemAccount> ReadItemAccounts(const XmlElement& item);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 using enum RecordShape;
@@ -60,4 +60,4 @@ bool IsTransactionLine(std::string_view element) noexcept {
   return element.ends_with("LineRet") || element.ends_with("LineGroupRet");
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -5,7 +5,7 @@
 #include <span>
 #include <string_view>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// How records of a kind are told apart and ordered.
 enum class RecordShape {
@@ -37,4 +37,4 @@ std::optional<std::size_t> AccountTypeOrder(std::string_view accountType) noexce
 /// Whether a child element of a transaction is one of its lines.
 bool IsTransactionLine(std::string_view element) noexcept;
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 std::int64_t Number(PostingTarget target) {
@@ -99,4 +99,4 @@ std::optional<LedgerDays> ReadLedgerDays(const Database& database) {
   return LedgerDays{std::string(days.Text(0)), std::string(days.Text(1))};
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

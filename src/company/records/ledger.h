@@ -13,7 +13,7 @@
 #include "company/records/item_accounts.h"
 #include "company/records/postings.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// Keeps a company's postings and the accounts of its items, within a transaction of the caller's. The
 /// database must outlive it.
@@ -62,4 +62,4 @@ struct LedgerDays {
 /// Nothing when the company has no transactions.
 std::optional<LedgerDays> ReadLedgerDays(const Database& database);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <unordered_map>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 constexpr std::size_t none = static_cast<std::size_t>(-1);
@@ -64,4 +64,4 @@ std::vector<std::size_t> ListOrder(std::span<const ListEntry> entries) {
   return order;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// An entry of a list, with what its place depends on.
 struct ListEntry {
@@ -19,4 +19,4 @@ struct ListEntry {
 /// Parents that run in a circle are parted where the circle is first met.
 std::vector<std::size_t> ListOrder(std::span<const ListEntry> entries);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 // The position of the bracket that closes a tag: one inside an attribute's quotes does not.
@@ -59,4 +59,4 @@ Markup MarkupReader::TakeTag() {
   return {MarkupKind::EmptyTag, tag};
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

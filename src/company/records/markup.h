@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 enum class MarkupKind {
   StartTag,
@@ -35,4 +35,4 @@ class MarkupReader {
   std::string_view rest;
 };
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -10,7 +10,7 @@
 #include "company/records/truth.h"
 #include "support/number_text.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 /// Where a record says what it comes to, and at which account.
@@ -104,4 +104,4 @@ std::vector<Posting> ReadPostings(const XmlElement& transaction) {
   return postings.Take();
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -7,7 +7,7 @@
 #include "company/records/kinds.h"
 #include "krnqb/xml_element.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// What an amount is posted to. An item stands for the accounts that the item list names for it when a report
 /// is computed, so that items may come after the transactions that use them, or change.
@@ -52,4 +52,4 @@ class PostingList {
 /// pending posts nothing. Sales tax is posted nowhere: a record does not name the account that owes it.
 std::vector<Posting> ReadPostings(const XmlElement& transaction);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

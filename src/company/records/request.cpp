@@ -13,7 +13,7 @@
 #include "qbxml/envelope.h"
 #include "xml/parser.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 struct RequestKind {
@@ -219,4 +219,4 @@ std::vector<CompanyRequest> ParseRequests(std::string_view document, std::string
   return requests;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

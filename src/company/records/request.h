@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// What a request asks for.
 enum class RequestSubject {
@@ -41,4 +41,4 @@ struct CompanyRequest {
 /// processor's.
 std::vector<CompanyRequest> ParseRequests(std::string_view document, std::string_view processorVersion);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -8,7 +8,7 @@
 #include "company/records/versions.h"
 #include "krnqb/error.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 constexpr std::int64_t applicationId = 0x4B51'4257;  // "KQBW"
@@ -88,4 +88,4 @@ std::string ReadProcessorVersion(const Database& database) {
               fmt::format("The company file speaks no known qbXML, but \"{}\".", version));
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -6,7 +6,7 @@
 
 #include "company/records/database.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// Makes an empty database a company file without records.
 void CreateSchema(const Database& database, std::string_view processorVersion);
@@ -19,4 +19,4 @@ void CheckSchema(const Database& database, const std::filesystem::path& file);
 /// `company_error::cannotOpen` when the file holds another.
 std::string ReadProcessorVersion(const Database& database);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

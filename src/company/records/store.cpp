@@ -2,7 +2,7 @@
 
 #include "company/records/list_order.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 void BindOptional(Statement& statement, int parameter, const std::string& text) {
@@ -100,4 +100,4 @@ std::string ReadSetting(const Database& database, std::string_view family) {
   return setting.Bind(1, family).Step() ? std::string(setting.Text(0)) : std::string();
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

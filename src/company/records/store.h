@@ -10,7 +10,7 @@
 #include "company/records/document.h"
 #include "company/records/ledger.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// How many records there are of a kind, which is their element name.
 struct RecordCount {
@@ -51,4 +51,4 @@ std::vector<RecordCount> CountRecords(const Database& database);
 /// The text of the company's one record of a family of settings; empty when it has none.
 std::string ReadSetting(const Database& database, std::string_view family);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -11,7 +11,7 @@
 #include "krnqb/error.h"
 #include "xml/parser.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 std::string_view NameOf(std::string_view tag) {
@@ -110,4 +110,4 @@ RecordText WriteRecordText(const XmlElement& record) {
   return writer.Take();
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -5,7 +5,7 @@
 
 #include "krnqb/xml_element.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// A record as it is answered: one element per line without indentation, each line ended by LF, empty
 /// elements ending in " />", plain ASCII. A transaction's lines stand together, from `linesBegin` up to
@@ -21,4 +21,4 @@ struct RecordText {
 /// text stands beside child elements, or another element between the lines.
 RecordText WriteRecordText(const XmlElement& record);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

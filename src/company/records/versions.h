@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// The versions of qbXML there are, in order. A processor speaks its own and those before it.
 inline constexpr std::array<std::string_view, 3> qbxmlVersions = {"1.0", "1.1", "2.0"};
@@ -18,4 +18,4 @@ constexpr std::optional<std::size_t> VersionOrder(std::string_view version) noex
   return std::nullopt;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -7,7 +7,7 @@
 #include "company/records/truth.h"
 #include "xml/parser.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 constexpr std::string_view numberSeparator = " \u00B7 ";
@@ -57,4 +57,4 @@ ReportAccounts ReadReportAccounts(const Database& database, std::string_view acc
   return list;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -8,7 +8,7 @@
 
 #include "company/records/database.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// An account as reports show it.
 struct ReportAccount {
@@ -27,4 +27,4 @@ struct ReportAccounts {
 
 ReportAccounts ReadReportAccounts(const Database& database, std::string_view accountType);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -4,7 +4,7 @@
 
 #include "company/records/kinds.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 using enum ReportKind;
@@ -114,4 +114,4 @@ const ReportLayout* FindReportLayout(ReportKind report, std::string_view account
   return found == layouts.end() ? nullptr : &*found;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

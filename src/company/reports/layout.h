@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 enum class ReportKind { ProfitAndLoss, BalanceSheet };
 
@@ -36,4 +36,4 @@ std::optional<std::string_view> FilteredAccountType(std::string_view filter) noe
 /// The layout of a type's accounts in a report; null when the report shows no accounts of that type.
 const ReportLayout* FindReportLayout(ReportKind report, std::string_view accountType) noexcept;
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

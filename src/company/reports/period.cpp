@@ -7,7 +7,7 @@
 
 #include "support/date.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 struct Day {
@@ -118,4 +118,4 @@ std::string LastDayOfMonth(std::string_view day) {
   return WriteDay(Last(ReadDay(day)));
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

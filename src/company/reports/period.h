@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// Days written year-month-day, both included.
 struct ReportColumn {
@@ -30,4 +30,4 @@ ReportPeriod AsOf(std::string_view day);
 std::string FirstDayOfMonth(std::string_view day);
 std::string LastDayOfMonth(std::string_view day);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

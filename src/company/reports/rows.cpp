@@ -4,7 +4,7 @@
 #include <functional>
 #include <string_view>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 void Add(RowAmounts& sum, const RowAmounts& amounts) {
@@ -94,4 +94,4 @@ std::vector<ReportRow> BuildReportRows(const ReportLayout& layout, const ReportA
   return rows;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -9,7 +9,7 @@
 #include "company/reports/accounts.h"
 #include "company/reports/layout.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// Amounts in hundredths, one for each column.
 using RowAmounts = std::vector<std::int64_t>;
@@ -34,4 +34,4 @@ std::vector<ReportRow> BuildReportRows(const ReportLayout& layout, const ReportA
                                        const std::vector<std::optional<RowAmounts>>& ownAmounts,
                                        std::size_t columns);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -8,7 +8,7 @@
 #include "company/reports/accounts.h"
 #include "company/reports/period.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 constexpr int unsupportedMessage = 1030;
@@ -119,4 +119,4 @@ SummaryReport ComputeReport(const Database& database, const CompanyRequest& requ
   return report;
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -7,7 +7,7 @@
 #include "company/records/request.h"
 #include "company/reports/text.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// Why a report is refused, as the status of its answer says it.
 struct ReportRefusal {
@@ -27,4 +27,4 @@ std::optional<ReportRefusal> FindReportRefusal(const CompanyRequest& request);
 /// day is not 0: the balance of the account's record less what was posted after that day.
 SummaryReport ComputeReport(const Database& database, const CompanyRequest& request);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -8,7 +8,7 @@
 #include "company/records/amount.h"
 #include "company/records/ascii.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 constexpr std::array<std::string_view, 4> rowElements = {"TextRow", "DataRow", "SubtotalRow", "TotalRow"};
@@ -99,4 +99,4 @@ void AppendReport(std::string& output, const SummaryReport& report) {
   ReportWriter(output).Write(report);
 }
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

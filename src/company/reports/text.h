@@ -6,7 +6,7 @@
 
 #include "company/reports/rows.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 
 /// A summary report before it is written down.
 struct SummaryReport {
@@ -20,4 +20,4 @@ struct SummaryReport {
 /// written, also where nothing was posted.
 void AppendReport(std::string& output, const SummaryReport& report);
 
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

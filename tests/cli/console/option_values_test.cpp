@@ -20,8 +20,8 @@ std::string LineOf(const std::function<void()>& parse) {
 }
 
 TEST(ParseYearMonth, TakesYearAndMonth) {
-  EXPECT_EQ(ParseYearMonth("--plan-start", "2003-01"), (embedded::PlanStart{2003, 1}));
-  EXPECT_EQ(ParseYearMonth("--plan-start", "9999-12"), (embedded::PlanStart{9999, 12}));
+  EXPECT_EQ(ParseYearMonth("--plan-start", "2003-01"), (plan_file::PlanStart{2003, 1}));
+  EXPECT_EQ(ParseYearMonth("--plan-start", "9999-12"), (plan_file::PlanStart{9999, 12}));
 }
 
 TEST(ParseYearMonth, RefusesEverythingElse) {

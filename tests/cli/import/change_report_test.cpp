@@ -5,8 +5,8 @@
 namespace krnqb::cli {
 namespace {
 
-using embedded::RowChange;
-using embedded::TableChange;
+using plan_file::RowChange;
+using plan_file::TableChange;
 
 TableChange ExpenseChange() {
   TableChange change;

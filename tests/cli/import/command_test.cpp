@@ -264,7 +264,7 @@ TEST(ImportCommand, IsRefusedWhileAnotherImportHasThePlan) {
   const std::string plan = NewPlan(place);
   const FileState before = StateOf(plan);
   {
-    const embedded::PlanLock other(plan);
+    const files::PlanLock other(plan);
     const ProgramRun run = RunProgram(place.ImportArguments("plan.kpf", {"--expenses"}));
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(run.out, "");

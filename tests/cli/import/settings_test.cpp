@@ -25,11 +25,11 @@ ImportSource Source(std::int16_t majorVersion = 1) {
           .majorVersion = majorVersion};
 }
 
-std::shared_ptr<embedded::PlanFile> Plan(const std::string& attributes) {
+std::shared_ptr<plan_file::PlanFile> Plan(const std::string& attributes) {
   const tests::Workplace place;
   const std::string file = place / "plan.kpf";
   tests::WriteText(file, "<plan" + attributes + "><tables/></plan>");
-  return embedded::PlanFile::Open(file);
+  return plan_file::PlanFile::Open(file);
 }
 
 std::string LineOf(const ImportOptions& options,
@@ -89,19 +89,19 @@ TEST(CheckImportOptions, RefusesToRecordOverAnotherNameOfTheReplayedFile) {
 TEST(SettleImport, TakesProductAndStartFromThePlan) {
   const ImportSettings settings = SettleImport(Options(), *Plan(" product='cor' start='2004-07'"));
   EXPECT_EQ(settings.product, QBKRN_COR);
-  EXPECT_EQ(settings.planStart, (embedded::PlanStart{2004, 7}));
-  EXPECT_EQ(settings.importStart, (embedded::PlanStart{2003, 7}));
+  EXPECT_EQ(settings.planStart, (plan_file::PlanStart{2004, 7}));
+  EXPECT_EQ(settings.importStart, (plan_file::PlanStart{2003, 7}));
 }
 
 TEST(SettleImport, PrefersWhatWasTyped) {
   ImportOptions options = Options();
   options.product = QBKRN_BRI;
-  options.planStart = embedded::PlanStart{2005, 1};
-  options.importStart = embedded::PlanStart{2002, 3};
+  options.planStart = plan_file::PlanStart{2005, 1};
+  options.importStart = plan_file::PlanStart{2002, 3};
   const ImportSettings settings = SettleImport(options, *Plan(" product='cor' start='2004-07'"));
   EXPECT_EQ(settings.product, QBKRN_BRI);
-  EXPECT_EQ(settings.planStart, (embedded::PlanStart{2005, 1}));
-  EXPECT_EQ(settings.importStart, (embedded::PlanStart{2002, 3}));
+  EXPECT_EQ(settings.planStart, (plan_file::PlanStart{2005, 1}));
+  EXPECT_EQ(settings.importStart, (plan_file::PlanStart{2002, 3}));
 }
 
 TEST(SettleImport, RequiresAProductFromOneOfThem) {
@@ -122,7 +122,7 @@ TEST(Configure, SetsEveryOptionOfTheComponent) {
   options.growthIncome = std::int16_t{3};
   options.growthCogs = std::int16_t{-4};
   options.growthExpenses = std::int16_t{5};
-  options.importStart = embedded::PlanStart{2001, 9};
+  options.importStart = plan_file::PlanStart{2001, 9};
   options.fiscalMonth = std::int16_t{7};
   const auto plan = Plan(" product='cor' start='2004-02'");
   QBDataExchange exchange({});
@@ -140,7 +140,7 @@ TEST(Configure, SetsEveryOptionOfTheComponent) {
   EXPECT_EQ(exchange.StartingYear(), 2001);
   EXPECT_EQ(exchange.StartingMonth(), 9);
   EXPECT_EQ(exchange.QBStartingMonth(), 7);
-  EXPECT_EQ(exchange.KRNPlanData().AsObject<embedded::PlanFile>(), plan);
+  EXPECT_EQ(exchange.KRNPlanData().AsObject<plan_file::PlanFile>(), plan);
 }
 
 TEST(Configure, LeavesTheImportsStartAndTheFiscalMonthToTheComponent) {
@@ -200,7 +200,7 @@ TEST(ImportWarnings, AreNoneWhenEveryOptionHasItsEffect) {
   options.pastPerformance = true;
   options.balances = BalImport_All;
   options.growthIncome = options.growthCogs = options.growthExpenses = std::int16_t{1};
-  options.importStart = embedded::PlanStart{2001, 9};
+  options.importStart = plan_file::PlanStart{2001, 9};
   EXPECT_EQ(Warnings(options), Texts{});
   EXPECT_EQ(Warnings(options, 2), Texts{});
 }
@@ -233,7 +233,7 @@ TEST(ImportWarnings, TellThatPastPerformanceFromReportsNeedsExpenses) {
 
 TEST(ImportWarnings, TellThatPeriodAndGrowthNeedAmounts) {
   ImportOptions options = Options();
-  options.importStart = embedded::PlanStart{2001, 9};
+  options.importStart = plan_file::PlanStart{2001, 9};
   options.growthIncome = options.growthCogs = options.growthExpenses = std::int16_t{0};
   EXPECT_EQ(Warnings(options),
             (Texts{"--import-start has no effect without amounts: --balances is none",

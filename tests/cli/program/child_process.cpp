@@ -15,7 +15,7 @@
 namespace krnqb::cli::tests {
 namespace {
 
-using embedded::FileDescriptor;
+using files::FileDescriptor;
 
 struct Pipe {
   FileDescriptor readEnd;

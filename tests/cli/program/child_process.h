@@ -31,8 +31,8 @@ class ChildProcess {
 
  private:
   pid_t process = -1;
-  embedded::FileDescriptor output;
-  embedded::FileDescriptor errors;
+  files::FileDescriptor output;
+  files::FileDescriptor errors;
 };
 
 /// Runs a shell command in a folder, krnqb being on its path, and gives its exit status and what it printed.

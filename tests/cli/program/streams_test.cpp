@@ -77,13 +77,13 @@ TEST_F(Program, ShowsNoProgressBarOutsideATerminal) {
 }
 
 TEST_F(Program, ShowsAProgressBarOnATerminal) {
-  const embedded::FileDescriptor terminal(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
+  const files::FileDescriptor terminal(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
   ASSERT_TRUE(terminal);
   ASSERT_EQ(::grantpt(terminal.Number()), 0);
   ASSERT_EQ(::unlockpt(terminal.Number()), 0);
   const std::string name = ::ptsname(terminal.Number());
   // Held open, so that what the program printed can be read after its end.
-  const embedded::FileDescriptor slave(::open(name.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+  const files::FileDescriptor slave(::open(name.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
   ASSERT_TRUE(slave);
   EXPECT_EQ(Shell("krnqb import --company nursery.qbw --plan ald.kpf --expenses 2>" + name).code, 0);
   char drawn[256] = {};

@@ -39,7 +39,7 @@ QBKRN_BalancesImport BalancesNamed(std::string_view name) {
   return static_cast<QBKRN_BalancesImport>(number);
 }
 
-void Configure(QBDataExchange& exchange, const std::shared_ptr<embedded::PlanFile>& plan,
+void Configure(QBDataExchange& exchange, const std::shared_ptr<plan_file::PlanFile>& plan,
                QBKRN_BalancesImport balances) {
   exchange.QBCompany("C:\\Books\\nursery.qbw");
   exchange.KRNPlanData(plan);
@@ -69,7 +69,7 @@ bool ImportPrinting(const char* recordingPath, const char* planPath, std::string
                            .userInterface = nullptr,
                            .registry = nullptr,
                            .clock = nullptr});
-  Configure(exchange, embedded::PlanFile::Open(planPath), BalancesNamed(balances));
+  Configure(exchange, plan_file::PlanFile::Open(planPath), BalancesNamed(balances));
   return exchange.Go() && exchange.ErrorNumber() == 0;
 }
 

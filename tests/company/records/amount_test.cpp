@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 TEST(CompanyAmount, IsReadInHundredths) {
@@ -39,4 +39,4 @@ TEST(CompanyAmount, IsWrittenAsRecordsWriteIt) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

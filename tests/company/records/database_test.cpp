@@ -1,9 +1,9 @@
 #include "company/records/database.h"
 
 #include "company/records/errors.h"
-#include "company_testing.h"
+#include "company/testing.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 class DatabaseFile : public ::testing::Test {
@@ -76,4 +76,4 @@ TEST_F(DatabaseFile, IsNotMadeByOpening) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 TEST(CompanyDate, IsADayOfTheCalendarWrittenInFull) {
@@ -25,4 +25,4 @@ TEST(CompanyDate, IsADayOfTheCalendarWrittenInFull) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

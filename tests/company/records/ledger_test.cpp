@@ -1,9 +1,9 @@
 #include "company/records/ledger.h"
 
 #include "company/records/errors.h"
-#include "company_report_testing.h"
+#include "company/reports/testing.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 using testing::AccountDocument;
@@ -182,4 +182,4 @@ TEST_F(CompanyLedger, TakesRecordsThatAreMadeOneByOne) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

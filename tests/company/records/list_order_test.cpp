@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 std::string KeysInOrder(const std::vector<ListEntry>& entries) {
@@ -54,4 +54,4 @@ TEST(ListOrder, IsNotLimitedInDepth) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

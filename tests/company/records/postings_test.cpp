@@ -1,9 +1,9 @@
 #include "company/records/postings.h"
 
 #include "company/records/item_accounts.h"
-#include "company_report_testing.h"
+#include "company/reports/testing.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 using testing::Element;
@@ -150,4 +150,4 @@ TEST(CompanyItemAccounts, AreThoseOfTheItemsKind) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -1,10 +1,10 @@
 #include "company/records/request.h"
 
 #include "company/records/errors.h"
-#include "company_testing.h"
+#include "company/testing.h"
 #include "qbxml/request_catalogue.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 using testing::ErrorOf;
@@ -196,4 +196,4 @@ TEST(CompanyRequest, LeavesOpenWhatAnUnknownRequestHolds) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -4,9 +4,9 @@
 
 #include "company/records/ascii.h"
 #include "company/records/errors.h"
-#include "company_testing.h"
+#include "company/testing.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 std::string TextOf(std::string_view xml) {
@@ -87,4 +87,4 @@ TEST(CompanyAscii, RefusesWhatIsNoUtf8) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -1,8 +1,8 @@
 #include <fmt/format.h>
 
-#include "company_testing.h"
+#include "company/testing.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 using testing::Request;
@@ -107,4 +107,4 @@ TEST_F(CompanyTransactions, OfEachKindAnswerTheirOwnRequestAlone) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

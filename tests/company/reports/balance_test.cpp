@@ -1,6 +1,6 @@
-#include "company_report_testing.h"
+#include "company/reports/testing.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 using testing::AccountDocument;
@@ -203,4 +203,4 @@ TEST_F(CompanyBalanceSheet, HasOneColumnHoweverLongItsPeriod) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

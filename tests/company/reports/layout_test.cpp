@@ -6,7 +6,7 @@
 
 #include "company/records/kinds.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 TEST(CompanyReportLayout, KnowsTheFiltersOfProfitAndLossAndTheAccountTypes) {
@@ -71,4 +71,4 @@ TEST(CompanyReportLayout, HasOneHeadingForEachSumExceptTheExtraOnesOfProfitAndLo
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

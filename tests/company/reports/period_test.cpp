@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -77,4 +77,4 @@ TEST(CompanyReportPeriod, FindsTheEndsOfAMonth) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

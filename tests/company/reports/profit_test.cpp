@@ -1,6 +1,6 @@
-#include "company_report_testing.h"
+#include "company/reports/testing.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 using testing::AccountDocument;
@@ -339,4 +339,4 @@ TEST_F(CompanyProfitAndLoss, ShowsParentsThatRunInACircle) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -1,6 +1,6 @@
-#include "company_report_testing.h"
+#include "company/reports/testing.h"
 
-namespace krnqb::embedded {
+namespace krnqb::company {
 namespace {
 
 using testing::AccountDocument;
@@ -94,4 +94,4 @@ TEST_F(CompanyReportStatus, RepeatsTheRequestId) {
 }
 
 }  // namespace
-}  // namespace krnqb::embedded
+}  // namespace krnqb::company

@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
-#include "company_testing.h"
+#include "company/testing.h"
 #include "qbxml/request_catalogue.h"
 
-namespace krnqb::embedded::testing {
+namespace krnqb::company::testing {
 
 /// An account as its record tells it; what is empty is left out.
 struct AccountFields {
@@ -115,4 +115,4 @@ inline std::vector<std::string> ColumnTitlesOf(const std::string& answer) {
   return titles;
 }
 
-}  // namespace krnqb::embedded::testing
+}  // namespace krnqb::company::testing
