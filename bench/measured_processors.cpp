@@ -19,63 +19,63 @@ std::string MovedToAnEmptyYear(std::string_view request, const std::string& mont
 
 class MeasuredProcessor : public RequestProcessor {
  public:
-  MeasuredProcessor(std::unique_ptr<RequestProcessor> innerProcessor,
-                    const std::set<std::string>& chosenMonths, Traffic& countedTraffic) noexcept
-      : inner(std::move(innerProcessor)), months(chosenMonths), traffic(countedTraffic) {}
+  MeasuredProcessor(std::unique_ptr<RequestProcessor> inner, const std::set<std::string>& months,
+                    Traffic& traffic) noexcept
+      : inner_(std::move(inner)), months_(months), traffic_(traffic) {}
 
   std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
-    traffic.requests.emplace_back(request);
+    traffic_.requests.emplace_back(request);
     const std::string month = MonthOf(request);
-    const bool empty = !month.empty() && !months.empty() && !months.contains(month);
+    const bool empty = !month.empty() && !months_.empty() && !months_.contains(month);
     const std::string asked = empty ? MovedToAnEmptyYear(request, month) : std::string(request);
-    std::string answer = Measured([&] { return inner->ProcessRequest(ticket, asked); });
-    traffic.answerBytes += static_cast<std::int64_t>(answer.size());
+    std::string answer = Measured([&] { return inner_->ProcessRequest(ticket, asked); });
+    traffic_.answerBytes += static_cast<std::int64_t>(answer.size());
     return answer;
   }
 
   void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
-    inner->OpenConnection(applicationIdentifier, applicationName);
+    inner_->OpenConnection(applicationIdentifier, applicationName);
   }
 
   std::string BeginSession(std::string_view companyFile, std::int32_t fileMode) override {
-    return Measured([&] { return inner->BeginSession(companyFile, fileMode); });
+    return Measured([&] { return inner_->BeginSession(companyFile, fileMode); });
   }
 
   std::string GetCurrentCompanyFileName(std::string_view ticket) override {
-    return inner->GetCurrentCompanyFileName(ticket);
+    return inner_->GetCurrentCompanyFileName(ticket);
   }
 
-  std::int16_t MajorVersion() override { return inner->MajorVersion(); }
-  std::int16_t MinorVersion() override { return inner->MinorVersion(); }
+  std::int16_t MajorVersion() override { return inner_->MajorVersion(); }
+  std::int16_t MinorVersion() override { return inner_->MinorVersion(); }
 
  private:
   template <typename Call>
   std::string Measured(const Call& call) {
     const Stopwatch stopwatch;
     std::string result = call();
-    traffic.insideProcessor += stopwatch.Read();
+    traffic_.insideProcessor += stopwatch.Read();
     return result;
   }
 
-  std::unique_ptr<RequestProcessor> inner;
-  const std::set<std::string>& months;
-  Traffic& traffic;
+  std::unique_ptr<RequestProcessor> inner_;
+  const std::set<std::string>& months_;
+  Traffic& traffic_;
 };
 
 class MeasuredFactory : public RequestProcessorFactory {
  public:
-  MeasuredFactory(std::shared_ptr<RequestProcessorFactory> innerFactory, std::set<std::string> chosenMonths,
-                  Traffic& countedTraffic) noexcept
-      : inner(std::move(innerFactory)), months(std::move(chosenMonths)), traffic(countedTraffic) {}
+  MeasuredFactory(std::shared_ptr<RequestProcessorFactory> inner, std::set<std::string> chosenMonths,
+                  Traffic& traffic) noexcept
+      : inner_(std::move(inner)), months(std::move(chosenMonths)), traffic_(traffic) {}
 
   std::unique_ptr<RequestProcessor> Create() override {
-    return std::make_unique<MeasuredProcessor>(inner->Create(), months, traffic);
+    return std::make_unique<MeasuredProcessor>(inner_->Create(), months, traffic_);
   }
 
  private:
-  std::shared_ptr<RequestProcessorFactory> inner;
+  std::shared_ptr<RequestProcessorFactory> inner_;
   const std::set<std::string> months;
-  Traffic& traffic;
+  Traffic& traffic_;
 };
 
 }  // namespace

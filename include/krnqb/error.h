@@ -37,13 +37,13 @@ class Error : public std::exception {
   explicit Error(std::int32_t errorNumber);
   Error(std::int32_t errorNumber, std::string errorDescription);
 
-  std::int32_t Number() const noexcept { return number; }
-  const std::string& Description() const noexcept { return description; }
-  const char* what() const noexcept override { return description.c_str(); }
+  std::int32_t Number() const noexcept { return number_; }
+  const std::string& Description() const noexcept { return description_; }
+  const char* what() const noexcept override { return description_.c_str(); }
 
  private:
-  std::int32_t number;
-  std::string description;
+  std::int32_t number_;
+  std::string description_;
 };
 
 }  // namespace krnqb

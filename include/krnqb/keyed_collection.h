@@ -22,28 +22,28 @@ std::string FoldedKey(std::string_view text);
 template <typename Item>
 class KeyedCollection {
  public:
-  std::size_t Count() const noexcept { return items.size(); }
+  std::size_t Count() const noexcept { return items_.size(); }
 
   /// Appends an item without a key.
-  void Add(Item item) { items.push_back(std::move(item)); }
+  void Add(Item item) { items_.push_back(std::move(item)); }
 
   /// Appends an item under a key. Error 457 when the key is present already; the collection is unchanged
   /// then.
   void Add(Item item, std::string_view key) {
     std::string folded = FoldedKey(key);
-    if (positions.contains(folded)) throw Error(error_number::keyAlreadyPresent);
-    items.push_back(std::move(item));
-    positions.emplace(std::move(folded), items.size() - 1);
+    if (positions_.contains(folded)) throw Error(error_number::keyAlreadyPresent);
+    items_.push_back(std::move(item));
+    positions_.emplace(std::move(folded), items_.size() - 1);
   }
 
   /// The item under a key, for code that looks whether it is there; null when it is not.
   const Item* Find(std::string_view key) const {
-    const auto found = positions.find(FoldedKey(key));
-    return found == positions.end() ? nullptr : &items[found->second];
+    const auto found = positions_.find(FoldedKey(key));
+    return found == positions_.end() ? nullptr : &items_[found->second];
   }
   Item* Find(std::string_view key) {
-    const auto found = positions.find(FoldedKey(key));
-    return found == positions.end() ? nullptr : &items[found->second];
+    const auto found = positions_.find(FoldedKey(key));
+    return found == positions_.end() ? nullptr : &items_[found->second];
   }
 
   /// The item under a key; error 5 when the key is missing.
@@ -60,18 +60,18 @@ class KeyedCollection {
 
   /// The item at a position from 1 to Count(); error 9 outside.
   const Item& AtPosition(std::size_t position) const {
-    if (position < 1 || position > items.size()) throw Error(error_number::subscriptOutOfRange);
-    return items[position - 1];
+    if (position < 1 || position > items_.size()) throw Error(error_number::subscriptOutOfRange);
+    return items_[position - 1];
   }
 
-  auto begin() const noexcept { return items.begin(); }
-  auto end() const noexcept { return items.end(); }
-  auto begin() noexcept { return items.begin(); }
-  auto end() noexcept { return items.end(); }
+  auto begin() const noexcept { return items_.begin(); }
+  auto end() const noexcept { return items_.end(); }
+  auto begin() noexcept { return items_.begin(); }
+  auto end() noexcept { return items_.end(); }
 
  private:
-  std::deque<Item> items;
-  std::unordered_map<std::string, std::size_t> positions;
+  std::deque<Item> items_;
+  std::unordered_map<std::string, std::size_t> positions_;
 };
 
 }  // namespace krnqb

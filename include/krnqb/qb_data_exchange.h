@@ -149,7 +149,7 @@ class QBDataExchange {
 
  private:
   struct State;
-  std::unique_ptr<State> state;
+  std::unique_ptr<State> state_;
 };
 
 }  // namespace krnqb

@@ -19,11 +19,11 @@ class cSubtotals : public Object {
   static constexpr std::int16_t monthCount = 12;
 
   cSubtotals() = default;
-  explicit cSubtotals(std::string_view descriptionText) : description(descriptionText) {}
+  explicit cSubtotals(std::string_view descriptionText) : description_(descriptionText) {}
 
   /// The account's name, which is also its key in its collection.
-  const std::string& Description() const noexcept { return description; }
-  void Description(std::string_view text) { description = text; }
+  const std::string& Description() const noexcept { return description_; }
+  void Description(std::string_view text) { description_ = text; }
 
   /// The amount in slot `Index`, 1 to 14; error 9 outside.
   double SubTotal(std::int16_t Index) const;
@@ -37,8 +37,8 @@ class cSubtotals : public Object {
   double Total() const noexcept;
 
  private:
-  std::string description;
-  std::array<double, slotCount> slots{};
+  std::string description_;
+  std::array<double, slotCount> slots_{};
 };
 
 /// Subtotals by name, as one import accumulates them.

@@ -30,35 +30,35 @@ using ObjectReference = std::shared_ptr<Object>;
 class Variant {
  public:
   Variant() = default;
-  Variant(bool truth) : value(truth) {}                         // NOLINT(google-explicit-constructor)
-  Variant(std::int16_t number) : value(number) {}               // NOLINT(google-explicit-constructor)
-  Variant(std::int32_t number) : value(number) {}               // NOLINT(google-explicit-constructor)
-  Variant(double number) : value(number) {}                     // NOLINT(google-explicit-constructor)
-  Variant(std::string text) : value(std::move(text)) {}         // NOLINT(google-explicit-constructor)
-  Variant(std::string_view text) : value(std::string(text)) {}  // NOLINT(google-explicit-constructor)
-  Variant(const char* text) : value(std::string(text)) {}       // NOLINT(google-explicit-constructor)
-  Variant(XmlElement element) : value(std::move(element)) {}    // NOLINT(google-explicit-constructor)
+  Variant(bool truth) : value_(truth) {}                         // NOLINT(google-explicit-constructor)
+  Variant(std::int16_t number) : value_(number) {}               // NOLINT(google-explicit-constructor)
+  Variant(std::int32_t number) : value_(number) {}               // NOLINT(google-explicit-constructor)
+  Variant(double number) : value_(number) {}                     // NOLINT(google-explicit-constructor)
+  Variant(std::string text) : value_(std::move(text)) {}         // NOLINT(google-explicit-constructor)
+  Variant(std::string_view text) : value_(std::string(text)) {}  // NOLINT(google-explicit-constructor)
+  Variant(const char* text) : value_(std::string(text)) {}       // NOLINT(google-explicit-constructor)
+  Variant(XmlElement element) : value_(std::move(element)) {}    // NOLINT(google-explicit-constructor)
   template <typename ObjectType>
     requires std::is_base_of_v<Object, ObjectType>
   Variant(std::shared_ptr<ObjectType> object)  // NOLINT(google-explicit-constructor)
-      : value(ObjectReference(std::move(object))) {}
+      : value_(ObjectReference(std::move(object))) {}
 
-  bool IsEmpty() const noexcept { return std::holds_alternative<std::monostate>(value); }
+  bool IsEmpty() const noexcept { return std::holds_alternative<std::monostate>(value_); }
   /// An XML element or another object, Nothing included.
   bool IsObject() const noexcept;
   bool IsNothing() const noexcept;
 
-  const bool* AsBoolean() const noexcept { return std::get_if<bool>(&value); }
-  const std::int16_t* AsInteger() const noexcept { return std::get_if<std::int16_t>(&value); }
-  const std::int32_t* AsLong() const noexcept { return std::get_if<std::int32_t>(&value); }
-  const double* AsDouble() const noexcept { return std::get_if<double>(&value); }
-  const std::string* AsText() const noexcept { return std::get_if<std::string>(&value); }
+  const bool* AsBoolean() const noexcept { return std::get_if<bool>(&value_); }
+  const std::int16_t* AsInteger() const noexcept { return std::get_if<std::int16_t>(&value_); }
+  const std::int32_t* AsLong() const noexcept { return std::get_if<std::int32_t>(&value_); }
+  const double* AsDouble() const noexcept { return std::get_if<double>(&value_); }
+  const std::string* AsText() const noexcept { return std::get_if<std::string>(&value_); }
   /// The element, when the value is an XML element that is not none.
   const XmlElement* AsElement() const noexcept;
   /// The object, when the value is an object of that class; null otherwise.
   template <typename ObjectType>
   std::shared_ptr<ObjectType> AsObject() const noexcept {
-    const auto* reference = std::get_if<ObjectReference>(&value);
+    const auto* reference = std::get_if<ObjectReference>(&value_);
     return reference == nullptr ? nullptr : std::dynamic_pointer_cast<ObjectType>(*reference);
   }
 
@@ -69,7 +69,7 @@ class Variant {
  private:
   std::variant<std::monostate, bool, std::int16_t, std::int32_t, double, std::string, XmlElement,
                ObjectReference>
-      value;
+      value_;
 };
 
 /// A collection as hosts see it: values in order, some with keys.

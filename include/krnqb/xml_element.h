@@ -32,19 +32,19 @@ class XmlElement {
  public:
   XmlElement() noexcept = default;
   explicit XmlElement(std::shared_ptr<OutsideXmlElement> outsideElement) noexcept
-      : outside(std::move(outsideElement)) {}
+      : outside_(std::move(outsideElement)) {}
 
   /// The document element of a text; none when the text is not well-formed or declares entities. Line ends
   /// become LF, an encoding declaration is not obeyed. Nothing is loaded from elsewhere.
   static XmlElement Parse(std::string_view text);
 
-  explicit operator bool() const noexcept { return node != nullptr || outside != nullptr; }
+  explicit operator bool() const noexcept { return node_ != nullptr || outside_ != nullptr; }
   /// Whether both handles stand for the very same element (two nones are the same).
   bool operator==(const XmlElement& other) const noexcept {
-    return node == other.node && outside == other.outside;
+    return node_ == other.node_ && outside_ == other.outside_;
   }
 
-  const std::shared_ptr<OutsideXmlElement>& Outside() const noexcept { return outside; }
+  const std::shared_ptr<OutsideXmlElement>& Outside() const noexcept { return outside_; }
   /// The element in one of our own documents: itself, or an outside element's text parsed as it is now (none
   /// when it does not parse).
   XmlElement Own() const;
@@ -100,12 +100,12 @@ class XmlElement {
 
  private:
   XmlElement(std::shared_ptr<XmlTree> ownTree, XmlTreeNode* ownNode) noexcept
-      : tree(ownNode == nullptr ? nullptr : std::move(ownTree)), node(ownNode) {}
+      : tree_(ownNode == nullptr ? nullptr : std::move(ownTree)), node_(ownNode) {}
   friend struct XmlTree;
 
-  std::shared_ptr<XmlTree> tree;
-  XmlTreeNode* node = nullptr;
-  std::shared_ptr<OutsideXmlElement> outside;
+  std::shared_ptr<XmlTree> tree_;
+  XmlTreeNode* node_ = nullptr;
+  std::shared_ptr<OutsideXmlElement> outside_;
 };
 
 }  // namespace krnqb

@@ -168,23 +168,23 @@ void AddDialog(Options options, DialogOptions& dialog) {
 // The command tree. Each command that can be run stands here with the options that it was given.
 class CommandTree {
  public:
-  CommandTree() : program("Brings QuickBooks accounting data into business plans.", "krnqb") {
-    program.formatter(std::make_shared<HelpFormatter>());
-    program.set_help_flag("-h,--help", "Print this help and exit");
-    program.footer(std::string(help_text::program));
-    program.set_version_flag("--version", fmt::format("krnqb {}", ProgramVersion()),
-                             "Print the version and exit");
-    RequireCommand(program);
-    Add<ImportOptions>(program, "import", "Import a company's accounts into a plan", help_text::import,
+  CommandTree() : program_("Brings QuickBooks accounting data into business plans.", "krnqb") {
+    program_.formatter(std::make_shared<HelpFormatter>());
+    program_.set_help_flag("-h,--help", "Print this help and exit");
+    program_.footer(std::string(help_text::program));
+    program_.set_version_flag("--version", fmt::format("krnqb {}", ProgramVersion()),
+                              "Print the version and exit");
+    RequireCommand(program_);
+    Add<ImportOptions>(program_, "import", "Import a company's accounts into a plan", help_text::import,
                        AddImport);
-    Add<AccountsOptions>(program, "accounts", "List a company's accounts", help_text::accounts, AddAccounts);
-    Add<CompaniesOptions>(program, "companies", "List the company files beside the QuickBooks program",
+    Add<AccountsOptions>(program_, "accounts", "List a company's accounts", help_text::accounts, AddAccounts);
+    Add<CompaniesOptions>(program_, "companies", "List the company files beside the QuickBooks program",
                           help_text::companies, AddCompanies);
-    Add<DialogOptions>(program, "dialog", "Show one of the dialogs", help_text::dialog, AddDialog);
-    Add<TablesOptions>(program, "tables", "List the plan tables that an import may change", help_text::tables,
-                       AddTables);
-    Add<RequestOptions>(program, "request", "Print a request as it is sent", help_text::request, AddRequest);
-    Add<SupportsOptions>(program, "supports", "Ask whether a company answers a qbXML version",
+    Add<DialogOptions>(program_, "dialog", "Show one of the dialogs", help_text::dialog, AddDialog);
+    Add<TablesOptions>(program_, "tables", "List the plan tables that an import may change",
+                       help_text::tables, AddTables);
+    Add<RequestOptions>(program_, "request", "Print a request as it is sent", help_text::request, AddRequest);
+    Add<SupportsOptions>(program_, "supports", "Ask whether a company answers a qbXML version",
                          help_text::supports, AddSupports);
     CLI::App& company = AddFamily("company", "Make, fill and look at company files", help_text::company);
     Add<NewCompanyOptions>(company, "new", "Make a company file", help_text::newCompany, AddNewCompany);
@@ -202,22 +202,22 @@ class CommandTree {
   Command Read(std::span<const std::string> arguments) {
     std::vector<std::string> lastFirst(arguments.rbegin(), arguments.rend());
     try {
-      program.parse(lastFirst);
+      program_.parse(lastFirst);
     } catch (const CLI::CallForHelp&) {
-      return PrintedText{program.help()};
+      return PrintedText{program_.help()};
     } catch (const CLI::CallForVersion& version) {
       return PrintedText{fmt::format("{}\n", version.what())};
     } catch (const CLI::ParseError& fault) {
       throw Complaint(fault);
     }
-    return chosen();
+    return chosen_();
   }
 
  private:
   static void RequireCommand(CLI::App& app) { app.require_subcommand(1); }
 
   CLI::App& AddFamily(const std::string& name, const std::string& description, std::string_view footer) {
-    CLI::App& family = *program.add_subcommand(name, description)->group("Commands");
+    CLI::App& family = *program_.add_subcommand(name, description)->group("Commands");
     family.footer(std::string(footer));
     RequireCommand(family);
     return family;
@@ -230,11 +230,11 @@ class CommandTree {
     app.footer(std::string(footer));
     const auto options = std::make_shared<CommandOptions>();
     addOptions(Options(app), *options);
-    app.final_callback([this, options] { chosen = [options] { return Command(*options); }; });
+    app.final_callback([this, options] { chosen_ = [options] { return Command(*options); }; });
   }
 
   const CLI::App& DeepestCommand() const {
-    const CLI::App* app = &program;
+    const CLI::App* app = &program_;
     while (!app->get_subcommands().empty()) app = app->get_subcommands().back();
     return *app;
   }
@@ -242,8 +242,8 @@ class CommandTree {
   Failure Complaint(const CLI::ParseError& fault) const;
   static Failure UnknownWord(const CLI::App& app, const std::string& word, std::string_view seeHelp);
 
-  CLI::App program;
-  std::function<Command()> chosen;
+  CLI::App program_;
+  std::function<Command()> chosen_;
 };
 
 std::string FullName(const CLI::App& app) {

@@ -19,18 +19,18 @@ inline std::string CheckName(const std::string& text) {
 /// function of the option's name and the text, which throws Failure.
 class Options {
  public:
-  explicit Options(CLI::App& commandApp) : app(commandApp) {}
+  explicit Options(CLI::App& app) : app_(app) {}
 
   /// Under which heading the help shows the options that follow.
-  void Group(std::string_view name) { group = name; }
+  void Group(std::string_view name) { group_ = name; }
 
   CLI::Option* Flag(const std::string& name, bool& value, const std::string& description) {
-    return Grouped(app.add_flag(name, value, description));
+    return Grouped(app_.add_flag(name, value, description));
   }
 
   CLI::Option* Text(const std::string& name, const std::string& kind, std::string& value,
                     const std::string& description) {
-    return Grouped(app.add_option(name, value, description)->type_name(kind)->check(CheckName));
+    return Grouped(app_.add_option(name, value, description)->type_name(kind)->check(CheckName));
   }
 
   CLI::Option* Text(const std::string& name, const std::string& kind, std::optional<std::string>& value,
@@ -42,30 +42,30 @@ class Options {
   /// An option that may be given again and again, one text each time, taken as it stands.
   CLI::Option* Texts(const std::string& name, const std::string& kind, std::vector<std::string>& values,
                      const std::string& description) {
-    CLI::Option* option = app.add_option(name, values, description)->type_name(kind);
+    CLI::Option* option = app_.add_option(name, values, description)->type_name(kind);
     return Grouped(option->expected(1)->take_all()->allow_extra_args(false)->check(CheckName));
   }
 
   /// What stands on the command line without a name; `name` is how the help calls it.
   void Argument(const std::string& name, std::string& value, const std::string& description) {
-    Required(app.add_option(name, value, description)->check(CheckName));
+    Required(app_.add_option(name, value, description)->check(CheckName));
   }
 
   void Arguments(const std::string& name, std::vector<std::string>& values, const std::string& description) {
-    Required(app.add_option(name, values, description)->check(CheckName));
+    Required(app_.add_option(name, values, description)->check(CheckName));
   }
 
   template <typename Value, typename Parse>
   void ParsedArgument(const std::string& name, Value& value, Parse parse, const std::string& description) {
     const auto store = [&value, name, parse](const std::string& text) { value = parse(name, text); };
-    Required(app.add_option_function<std::string>(name, store, description));
+    Required(app_.add_option_function<std::string>(name, store, description));
   }
 
   template <typename Value, typename Parse>
   CLI::Option* Parsed(const std::string& name, const std::string& kind, Value& value, Parse parse,
                       const std::string& description) {
     const auto store = [&value, name, parse](const std::string& text) { value = parse(name, text); };
-    return Grouped(app.add_option_function<std::string>(name, store, description)->type_name(kind));
+    return Grouped(app_.add_option_function<std::string>(name, store, description)->type_name(kind));
   }
 
  private:
@@ -73,12 +73,12 @@ class Options {
   static void Required(CLI::Option* argument) { argument->required()->option_text(" "); }
 
   CLI::Option* Grouped(CLI::Option* option) {
-    if (!group.empty()) option->group(std::string(group));
+    if (!group_.empty()) option->group(std::string(group_));
     return option;
   }
 
-  CLI::App& app;
-  std::string_view group;
+  CLI::App& app_;
+  std::string_view group_;
 };
 
 /// The library puts an empty line before each group and another one between groups: one is enough.

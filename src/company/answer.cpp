@@ -30,8 +30,8 @@ constexpr std::string_view afterAllDates = "9999-12-31";
 
 class AnswerWriter {
  public:
-  AnswerWriter(const Database& companyDatabase, std::string_view version)
-      : database(companyDatabase), processorVersion(version) {}
+  AnswerWriter(const Database& database, std::string_view version)
+      : database_(database), processorVersion_(version) {}
 
   void Answer(const CompanyRequest& request) {
     if (request.subject == RequestSubject::Unsupported) {
@@ -103,7 +103,7 @@ class AnswerWriter {
       return;
     }
     StartTag(request, statusOk, ">\n");
-    AppendReport(text, ComputeReport(database, request));
+    AppendReport(text, ComputeReport(database_, request));
     EndTag(request);
   }
 
@@ -118,19 +118,19 @@ class AnswerWriter {
     types.erase(std::ranges::unique(types).begin(), types.end());
     for (const std::string& type : types) {
       Statement accounts =
-          database.Prepare("SELECT xml FROM record WHERE account_type = ?1 ORDER BY position");
+          database_.Prepare("SELECT xml FROM record WHERE account_type = ?1 ORDER BY position");
       for (accounts.Bind(1, type); accounts.Step();) text += accounts.Text(0);
     }
   }
 
   void Family(const CompanyRequest& request) {
     Statement records =
-        database.Prepare("SELECT xml FROM record WHERE family = ?1 AND txn_date IS NULL ORDER BY position");
+        database_.Prepare("SELECT xml FROM record WHERE family = ?1 AND txn_date IS NULL ORDER BY position");
     for (records.Bind(1, request.Family()); records.Step();) text += records.Text(0);
   }
 
   void Transactions(const CompanyRequest& request) {
-    Statement transactions = database.Prepare(
+    Statement transactions = database_.Prepare(
         "SELECT xml, lines_begin, lines_end FROM record WHERE family = ?1 AND txn_date BETWEEN ?2 AND ?3"
         " ORDER BY txn_date, position");
     transactions.Bind(1, request.Family())
@@ -153,17 +153,17 @@ class AnswerWriter {
         std::back_inserter(text),
         "<HostRet>\n<ProductName>krnqb company file</ProductName>\n<MajorVersion>{}</MajorVersion>\n"
         "<MinorVersion>{}</MinorVersion>\n",
-        processorVersion.substr(0, 1), processorVersion.substr(2));
+        processorVersion_.substr(0, 1), processorVersion_.substr(2));
     for (const std::string_view version : qbxmlVersions) {
-      if (VersionOrder(version) > VersionOrder(processorVersion)) break;
+      if (VersionOrder(version) > VersionOrder(processorVersion_)) break;
       fmt::format_to(std::back_inserter(text), "<SupportedQBXMLVersion>{}</SupportedQBXMLVersion>\n",
                      version);
     }
     text += "</HostRet>\n";
   }
 
-  const Database& database;
-  std::string_view processorVersion;
+  const Database& database_;
+  std::string_view processorVersion_;
 };
 
 }  // namespace

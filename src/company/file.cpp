@@ -90,14 +90,14 @@ void Count(std::vector<RecordCount>& counts, std::string_view kind) {
 
 }  // namespace
 
-CompanyFile::CompanyFile(std::filesystem::path absolutePath, FileAccess fileAccess)
-    : path(std::move(absolutePath)), access(fileAccess), database(path, access) {
+CompanyFile::CompanyFile(std::filesystem::path absolutePath, FileAccess access)
+    : path_(std::move(absolutePath)), access_(access), database_(path_, access_) {
   // The transaction of a reader lasts as long as it does: it sees one state of the company.
-  if (access == FileAccess::ReadOnly) database.Execute("BEGIN");
+  if (access_ == FileAccess::ReadOnly) database_.Execute("BEGIN");
   // Postings go to pages all over their index: with 64 MiB a load seldom writes one of them twice.
-  if (access == FileAccess::ReadWrite) database.Execute("PRAGMA cache_size = -65536");
-  CheckSchema(database, path);
-  processorVersion = ReadProcessorVersion(database);
+  if (access_ == FileAccess::ReadWrite) database_.Execute("PRAGMA cache_size = -65536");
+  CheckSchema(database_, path_);
+  processorVersion_ = ReadProcessorVersion(database_);
 }
 
 CompanyFile CompanyFile::Create(const std::filesystem::path& file, std::string_view name,
@@ -126,17 +126,17 @@ CompanyFile CompanyFile::Open(const std::filesystem::path& file, FileAccess acce
 }
 
 CompanyInfo CompanyFile::Info() const {
-  const XmlElement company = ParseXmlText(ReadSetting(database, "Company")).element;
+  const XmlElement company = ParseXmlText(ReadSetting(database_, "Company")).element;
   const auto textOf = [&](std::string_view name) {
     const XmlElement child = company.Child(name);
     return child ? child.Text() : std::string();
   };
   CompanyInfo info;
-  info.path = path.string();
+  info.path = path_.string();
   info.name = textOf("CompanyName");
-  info.processorVersion = processorVersion;
+  info.processorVersion = processorVersion_;
   info.fiscalMonth = MonthNumber(textOf("FirstMonthFiscalYear")).value_or(0);
-  info.records = CountRecords(database);
+  info.records = CountRecords(database_);
   return info;
 }
 
@@ -147,13 +147,13 @@ LoadSummary CompanyFile::Load(std::string_view documentName, std::string_view by
 
 LoadSummary CompanyFile::Store(std::string_view source,
                                const std::function<void(const RecordReceiver&)>& produce) {
-  if (access == FileAccess::ReadOnly) {
+  if (access_ == FileAccess::ReadOnly) {
     throw Error(company_error::unexpected,
-                fmt::format("The company file {} is open for reading only.", path.string()));
+                fmt::format("The company file {} is open for reading only.", path_.string()));
   }
   LoadSummary summary{std::string(source), {}, {}};
-  Transaction transaction(database);
-  CompanyRecords records(database);
+  Transaction transaction(database_);
+  CompanyRecords records(database_);
   produce([&](CompanyRecord&& record) {
     const PutResult result = records.Put(record);
     Count(result == PutResult::Added ? summary.added : summary.replaced, record.kind->element);
@@ -164,7 +164,7 @@ LoadSummary CompanyFile::Store(std::string_view source,
 }
 
 std::string CompanyFile::Answer(std::string_view request) const {
-  return AnswerRequests(database, processorVersion, ParseRequests(request, processorVersion));
+  return AnswerRequests(database_, processorVersion_, ParseRequests(request, processorVersion_));
 }
 
 }  // namespace krnqb::company

@@ -46,8 +46,8 @@ class CompanyFile {
 
   static CompanyFile Open(const std::filesystem::path& file, FileAccess access);
 
-  const std::filesystem::path& Path() const noexcept { return path; }
-  const std::string& ProcessorVersion() const noexcept { return processorVersion; }
+  const std::filesystem::path& Path() const noexcept { return path_; }
+  const std::string& ProcessorVersion() const noexcept { return processorVersion_; }
   CompanyInfo Info() const;
 
   /// Takes in the records of a qbXML response document, whose `bytes` are in the encoding that it declares:
@@ -66,12 +66,12 @@ class CompanyFile {
   std::string Answer(std::string_view request) const;
 
  private:
-  CompanyFile(std::filesystem::path absolutePath, FileAccess fileAccess);
+  CompanyFile(std::filesystem::path absolutePath, FileAccess access);
 
-  std::filesystem::path path;
-  FileAccess access;
-  Database database;
-  std::string processorVersion;
+  std::filesystem::path path_;
+  FileAccess access_;
+  Database database_;
+  std::string processorVersion_;
 };
 
 }  // namespace krnqb::company

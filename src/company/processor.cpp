@@ -19,21 +19,21 @@ class CompanyProcessor : public RequestProcessor {
 
   void OpenConnection(std::string_view /*applicationIdentifier*/,
                       std::string_view /*applicationName*/) override {
-    connected = true;
+    connected_ = true;
   }
 
   std::string BeginSession(std::string_view companyFile, std::int32_t /*fileMode*/) override {
-    if (!connected) throw Error(company_error::unexpected, "A session needs an open connection.");
-    if (company) throw Error(company_error::unexpected, "A session is open already.");
+    if (!connected_) throw Error(company_error::unexpected, "A session needs an open connection.");
+    if (company_) throw Error(company_error::unexpected, "A session is open already.");
     if (companyFile.empty())
       throw Error(company_error::noCompanyOpen, "No company file was named, and none is open.");
-    company = CompanyFile::Open(companyFile, FileAccess::ReadOnly);
-    sessionTicket = fmt::format("session with {}", company->Path().string());
-    return sessionTicket;
+    company_ = CompanyFile::Open(companyFile, FileAccess::ReadOnly);
+    sessionTicket_ = fmt::format("session with {}", company_->Path().string());
+    return sessionTicket_;
   }
 
   std::string GetCurrentCompanyFileName(std::string_view ticket) override {
-    return company ? SessionCompany(ticket).Path().string() : std::string();
+    return company_ ? SessionCompany(ticket).Path().string() : std::string();
   }
 
   std::int16_t MajorVersion() override { return VersionDigit(0); }
@@ -41,21 +41,21 @@ class CompanyProcessor : public RequestProcessor {
 
  private:
   const CompanyFile& SessionCompany(std::string_view ticket) const {
-    if (!company) throw Error(company_error::unexpected, "No session is open.");
-    if (ticket != sessionTicket)
+    if (!company_) throw Error(company_error::unexpected, "No session is open.");
+    if (ticket != sessionTicket_)
       throw Error(company_error::unexpected, "The ticket is not that of the open session.");
-    return *company;
+    return *company_;
   }
 
   // Versions are a digit, a point and a digit.
   std::int16_t VersionDigit(std::size_t position) const {
-    if (!company) throw Error(company_error::unexpected, "No session is open.");
-    return static_cast<std::int16_t>(company->ProcessorVersion()[position] - '0');
+    if (!company_) throw Error(company_error::unexpected, "No session is open.");
+    return static_cast<std::int16_t>(company_->ProcessorVersion()[position] - '0');
   }
 
-  bool connected = false;
-  std::optional<CompanyFile> company;
-  std::string sessionTicket;
+  bool connected_ = false;
+  std::optional<CompanyFile> company_;
+  std::string sessionTicket_;
 };
 
 class CompanyProcessorFactory : public RequestProcessorFactory {

@@ -20,116 +20,116 @@ enum class Outcome { Imported, NothingToDo, Refused };
 // One run of `Go`. The options are read at each use, since an event handler may change them.
 class Import {
  public:
-  Import(ImportContext& importContext, ErrorPair& lastError)
-      : context(importContext), options(importContext.state.options), errorPair(lastError) {}
+  Import(ImportContext& context, ErrorPair& errorPair)
+      : context_(context), options_(context.state.options), errorPair_(errorPair) {}
 
   // With a balances import the rebuilt account tables are loaded into the plan first, the host is told, and
   // everything is read once more, the plan now holding those tables.
   Outcome Run() {
     if (const Outcome rebuilt = RebuildAccountTables(); rebuilt != Outcome::Imported) return rebuilt;
-    if (options.balancesImport != BalImport_None) {
+    if (options_.balancesImport != BalImport_None) {
       LoadTables();
-      context.events.XMLprocessing();
+      context_.events.XMLprocessing();
       if (const Outcome rebuilt = RebuildAccountTables(); rebuilt != Outcome::Imported) return rebuilt;
-      if (options.balancesImport != BalImport_None) ImportBalances();
+      if (options_.balancesImport != BalImport_None) ImportBalances();
     }
     LoadTables();
-    context.events.AfterImport();
+    context_.events.AfterImport();
     return Outcome::Imported;
   }
 
  private:
   Outcome RebuildAccountTables() {
-    if (!options.includeExpenseAccounts && !options.includeIncomeAccounts &&
-        !options.includePastPerformance) {
+    if (!options_.includeExpenseAccounts && !options_.includeIncomeAccounts &&
+        !options_.includePastPerformance) {
       return Outcome::NothingToDo;
     }
     Progress(20);
-    if (context.session.QBCompany().empty()) return Outcome::Refused;
+    if (context_.session.QBCompany().empty()) return Outcome::Refused;
     Progress(40);
-    if (!context.session.IsSDKVersionSupported("1.1")) {
-      errorPair.Set(updateRequiredNumber, std::string(updateRequiredMessage));
+    if (!context_.session.IsSDKVersionSupported("1.1")) {
+      errorPair_.Set(updateRequiredNumber, std::string(updateRequiredMessage));
       return Outcome::Refused;
     }
     Progress(60);
-    LoadQuickBooksLists(context);
+    LoadQuickBooksLists(context_);
     Progress(80);
-    if (options.includeExpenseAccounts) {
-      expenseTables = KRNDeserialize(context, context.state.expenseAccounts.Element());
+    if (options_.includeExpenseAccounts) {
+      expenseTables_ = KRNDeserialize(context_, context_.state.expenseAccounts.Element());
     }
     Progress(100);
-    if (options.includeIncomeAccounts) {
-      incomeTables = KRNDeserialize(context, context.state.incomeAccounts.Element());
-      context.plan.Load(incomeTables);
-      if (context.state.costAccounts)
-        incomeTables = KRNDeserialize(context, context.state.costAccounts.Element());
+    if (options_.includeIncomeAccounts) {
+      incomeTables_ = KRNDeserialize(context_, context_.state.incomeAccounts.Element());
+      context_.plan.Load(incomeTables_);
+      if (context_.state.costAccounts)
+        incomeTables_ = KRNDeserialize(context_, context_.state.costAccounts.Element());
     }
     return Outcome::Imported;
   }
 
   void ImportBalances() {
     ReadAmounts();
-    if (options.includeExpenseAccounts)
-      expenseTables = WriteExpenseGrowth(context.state, expenseTables, context.observer);
-    if (options.includeIncomeAccounts) {
-      incomeTables = WriteSalesGrowth(context.state, incomeTables, context.observer);
-      incomeTables = WriteCostGrowth(context.state, incomeTables, context.observer);
+    if (options_.includeExpenseAccounts)
+      expenseTables_ = WriteExpenseGrowth(context_.state, expenseTables_, context_.observer);
+    if (options_.includeIncomeAccounts) {
+      incomeTables_ = WriteSalesGrowth(context_.state, incomeTables_, context_.observer);
+      incomeTables_ = WriteCostGrowth(context_.state, incomeTables_, context_.observer);
     }
-    const bool pastPerformanceKept = options.krnProduct == QBKRN_ALD || options.krnProduct == QBKRN_COR;
-    if (pastPerformanceKept && options.includePastPerformance) {
-      context.plan.Load(WritePastPerformance(context, context.plan.TableText(table_id::pastPerformance)));
+    const bool pastPerformanceKept = options_.krnProduct == QBKRN_ALD || options_.krnProduct == QBKRN_COR;
+    if (pastPerformanceKept && options_.includePastPerformance) {
+      context_.plan.Load(WritePastPerformance(context_, context_.plan.TableText(table_id::pastPerformance)));
     }
   }
 
   void ReadAmounts() {
-    if (context.session.MajorVersion() == 1) ReadTransactions();
-    if (context.session.MajorVersion() == 2) ReadReports();
+    if (context_.session.MajorVersion() == 1) ReadTransactions();
+    if (context_.session.MajorVersion() == 2) ReadReports();
   }
 
   void ReadTransactions() {
-    if (!options.includeExpenseAccounts && !options.includeIncomeAccounts) return;
+    if (!options_.includeExpenseAccounts && !options_.includeIncomeAccounts) return;
     const std::int16_t expenseMonth = ImportStartingMonth();
-    ImportExpenseBalances(context, expenseMonth, StartingYear(options.period));
+    ImportExpenseBalances(context_, expenseMonth, StartingYear(options_.period));
     const std::int16_t incomeMonth = ImportStartingMonth();
-    ImportIncomeBalances(context, incomeMonth, StartingYear(options.period));
+    ImportIncomeBalances(context_, incomeMonth, StartingYear(options_.period));
   }
 
   void ReadReports() {
     const std::int16_t month = ImportStartingMonth();
-    const DateRange range = FiscalYearRange(month, StartingYear(options.period));
-    ImportState& state = context.state;
-    if (options.includeIncomeAccounts) {
+    const DateRange range = FiscalYearRange(month, StartingYear(options_.period));
+    ImportState& state = context_.state;
+    if (options_.includeIncomeAccounts) {
       ReadReport(request_number::incomeByMonth, range, state.incomeSubtotals);
       ReadReport(request_number::costByMonth, range, state.costSubtotals);
     }
-    if (options.includeExpenseAccounts) {
+    if (options_.includeExpenseAccounts) {
       ReadReport(request_number::expenseByMonth, range, state.expenseSubtotals);
     }
   }
 
   void ReadReport(std::int32_t requestNumber, const DateRange& range,
                   std::optional<SubtotalCollection>& target) {
-    ParseProfitAndLossReport(context.session, requestNumber, range, target, context.observer);
+    ParseProfitAndLossReport(context_.session, requestNumber, range, target, context_.observer);
   }
 
   // The month's property makes sure of a session before it answers.
   std::int16_t ImportStartingMonth() {
-    context.session.EnsureSession();
-    return StartingMonth(options.period);
+    context_.session.EnsureSession();
+    return StartingMonth(options_.period);
   }
 
   void LoadTables() {
-    if (options.includeExpenseAccounts) context.plan.Load(expenseTables);
-    if (options.includeIncomeAccounts) context.plan.Load(incomeTables);
+    if (options_.includeExpenseAccounts) context_.plan.Load(expenseTables_);
+    if (options_.includeIncomeAccounts) context_.plan.Load(incomeTables_);
   }
 
-  void Progress(std::int16_t percent) { context.events.ProgressBarChange(percent, processingText); }
+  void Progress(std::int16_t percent) { context_.events.ProgressBarChange(percent, processingText); }
 
-  ImportContext& context;
-  ImportOptions& options;
-  ErrorPair& errorPair;
-  std::string expenseTables;
-  std::string incomeTables;
+  ImportContext& context_;
+  ImportOptions& options_;
+  ErrorPair& errorPair_;
+  std::string expenseTables_;
+  std::string incomeTables_;
 };
 
 }  // namespace

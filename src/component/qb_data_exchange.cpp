@@ -49,13 +49,13 @@ QBDataExchange::State::State(OutsideWorld outsideWorld)
               .observer = *world.observer,
               .clock = *world.clock} {}
 
-QBDataExchange::QBDataExchange(OutsideWorld world) : state(std::make_unique<State>(std::move(world))) {}
+QBDataExchange::QBDataExchange(OutsideWorld world) : state_(std::make_unique<State>(std::move(world))) {}
 
 QBDataExchange::~QBDataExchange() {
-  state->hostSlot = {};
-  state->sessionState.requestProcessor.reset();
-  state->planData = {};
-  ImportState& import = state->importState;
+  state_->hostSlot = {};
+  state_->sessionState.requestProcessor.reset();
+  state_->planData = {};
+  ImportState& import = state_->importState;
   import.itemListDocument = {};
   import.expenseAccounts = {};
   import.incomeAccounts = {};
@@ -68,32 +68,32 @@ QBDataExchange::~QBDataExchange() {
 }
 
 bool QBDataExchange::Go() {
-  return RunImport(state->context, state->errorPair);
+  return RunImport(state_->context, state_->errorPair);
 }
 
 Variant QBDataExchange::IsSDKVersionSupported(std::string_view sVersion) {
-  return ThrowingErrorsOnly([&] { return state->context.session.IsSDKVersionSupported(sVersion); });
+  return ThrowingErrorsOnly([&] { return state_->context.session.IsSDKVersionSupported(sVersion); });
 }
 
 std::string QBDataExchange::QBCompany() {
-  return ThrowingErrorsOnly([&] { return state->context.session.QBCompany(); });
+  return ThrowingErrorsOnly([&] { return state_->context.session.QBCompany(); });
 }
 void QBDataExchange::QBCompany(std::string_view path) {
-  state->sessionState.companyPath = path;
+  state_->sessionState.companyPath = path;
 }
 
 Variant QBDataExchange::QbSerialize(const Variant& SerialData,
                                     QBKRN_DeserializeOptions /*DeserializeOptions*/) {
-  return ThrowingErrorsOnly([&] { return state->context.session.QbSerialize(SerialData); });
+  return ThrowingErrorsOnly([&] { return state_->context.session.QbSerialize(SerialData); });
 }
 
 bool QBDataExchange::KRNOpenPlan(std::string_view PlanFile) {
-  return ThrowingErrorsOnly([&] { return state->context.plan.OpenPlan(PlanFile); });
+  return ThrowingErrorsOnly([&] { return state_->context.plan.OpenPlan(PlanFile); });
 }
 
 Variant QBDataExchange::KRNDeserialize(const Variant& SerialData,
                                        QBKRN_DeserializeOptions /*DeserializeOptions*/) {
-  return krnqb::KRNDeserialize(state->context, SerialData);
+  return krnqb::KRNDeserialize(state_->context, SerialData);
 }
 
 Variant QBDataExchange::KRNSerialize(QBKRN_SerializeOptions /*SerializeOptions*/) {
@@ -102,7 +102,7 @@ Variant QBDataExchange::KRNSerialize(QBKRN_SerializeOptions /*SerializeOptions*/
 
 std::int16_t QBDataExchange::MonthsOfActivity(const std::shared_ptr<Collection>& colMonthSubtotals) {
   ActivityScan scan;
-  const bool complete = EndOnError(*state->world.observer, In("MonthsOfActivity"), [&] {
+  const bool complete = EndOnError(*state_->world.observer, In("MonthsOfActivity"), [&] {
     if (colMonthSubtotals == nullptr) return;
     for (const Variant& item : *colMonthSubtotals) {
       const auto record = item.AsObject<cSubtotals>();
@@ -115,32 +115,32 @@ std::int16_t QBDataExchange::MonthsOfActivity(const std::shared_ptr<Collection>&
 
 Variant QBDataExchange::ShowDialog(QBKRN_Dialogs DialogOption) {
   Variant result;
-  EndOnError(*state->world.observer, In("ShowDialog"), [&] {
-    if (state->world.userInterface != nullptr)
-      result = state->world.userInterface->ShowDialog(*this, DialogOption);
+  EndOnError(*state_->world.observer, In("ShowDialog"), [&] {
+    if (state_->world.userInterface != nullptr)
+      result = state_->world.userInterface->ShowDialog(*this, DialogOption);
   });
   return result;
 }
 
 Variant QBDataExchange::SubmitCustomRequest(std::string_view /*QBRequestXML*/) {
-  EndOnError(*state->world.observer, In("SubmitCustomRequest"), [&] {
-    if (state->world.userInterface != nullptr)
-      state->world.userInterface->ShowMessage("future implementation");
+  EndOnError(*state_->world.observer, In("SubmitCustomRequest"), [&] {
+    if (state_->world.userInterface != nullptr)
+      state_->world.userInterface->ShowMessage("future implementation");
   });
   return {};
 }
 
 XmlElement QBDataExchange::QBExpenseAccounts() {
-  return AccountsOf(state->context, request_number::expenseAccounts, "QBExpenseAccounts");
+  return AccountsOf(state_->context, request_number::expenseAccounts, "QBExpenseAccounts");
 }
 
 XmlElement QBDataExchange::QBIncomeAccounts() {
-  return AccountsOf(state->context, request_number::incomeAccounts, "QBIncomeAccounts");
+  return AccountsOf(state_->context, request_number::incomeAccounts, "QBIncomeAccounts");
 }
 
 XmlElement QBDataExchange::QBCompanies() {
   XmlElement companies;
-  EndOnError(*state->world.observer, In("QBCompanies"), [&] { companies = CompanyList(state->world); });
+  EndOnError(*state_->world.observer, In("QBCompanies"), [&] { companies = CompanyList(state_->world); });
   return companies;
 }
 
@@ -149,16 +149,16 @@ Variant QBDataExchange::Execute(std::string& /*Action*/, const Variant& /*Args*/
 }
 
 XmlElement QBDataExchange::SelectedExpenses() {
-  XmlElement& selection = state->importState.selectedExpenses;
-  if (!selection) selection = BuildSelectedExpenses(state->context);
+  XmlElement& selection = state_->importState.selectedExpenses;
+  if (!selection) selection = BuildSelectedExpenses(state_->context);
   return selection;
 }
 
 void QBDataExchange::SelectedExpenses(const Variant& selection) {
   if (const XmlElement* element = selection.AsElement()) {
-    state->importState.selectedExpenses = *element;
+    state_->importState.selectedExpenses = *element;
   } else if (selection.IsEmpty() || selection.IsNothing()) {
-    state->importState.selectedExpenses = {};
+    state_->importState.selectedExpenses = {};
   } else {
     throw Error(error_number::typeMismatch);
   }
@@ -166,7 +166,7 @@ void QBDataExchange::SelectedExpenses(const Variant& selection) {
 
 std::shared_ptr<Collection> QBDataExchange::GetTablesAffected() const {
   auto tables = std::make_shared<Collection>();
-  for (const std::string_view id : TablesAffected(state->importState.options.krnProduct)) tables->Add(id);
+  for (const std::string_view id : TablesAffected(state_->importState.options.krnProduct)) tables->Add(id);
   return tables;
 }
 

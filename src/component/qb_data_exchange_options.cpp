@@ -5,137 +5,137 @@
 namespace krnqb {
 
 Variant QBDataExchange::mQBDataExchangeObject() const {
-  return state->hostSlot;
+  return state_->hostSlot;
 }
 void QBDataExchange::mQBDataExchangeObject(const Variant& object) {
-  state->hostSlot = object;
+  state_->hostSlot = object;
 }
 
 bool QBDataExchange::IncludeExpenseAccounts() const noexcept {
-  return state->importState.options.includeExpenseAccounts;
+  return state_->importState.options.includeExpenseAccounts;
 }
 void QBDataExchange::IncludeExpenseAccounts(bool include) noexcept {
-  state->importState.options.includeExpenseAccounts = include;
+  state_->importState.options.includeExpenseAccounts = include;
 }
 
 bool QBDataExchange::IncludeIncomeAccounts() const noexcept {
-  return state->importState.options.includeIncomeAccounts;
+  return state_->importState.options.includeIncomeAccounts;
 }
 void QBDataExchange::IncludeIncomeAccounts(bool include) noexcept {
-  state->importState.options.includeIncomeAccounts = include;
+  state_->importState.options.includeIncomeAccounts = include;
 }
 
 bool QBDataExchange::IncludePastPerformance() const noexcept {
-  return state->importState.options.includePastPerformance;
+  return state_->importState.options.includePastPerformance;
 }
 void QBDataExchange::IncludePastPerformance(bool include) noexcept {
-  state->importState.options.includePastPerformance = include;
+  state_->importState.options.includePastPerformance = include;
 }
 
 std::int16_t QBDataExchange::GrowthRateCOGS() const noexcept {
-  return state->importState.options.growthRateCogs;
+  return state_->importState.options.growthRateCogs;
 }
 void QBDataExchange::GrowthRateCOGS(std::int16_t percent) noexcept {
-  state->importState.options.growthRateCogs = percent;
+  state_->importState.options.growthRateCogs = percent;
 }
 
 std::int16_t QBDataExchange::GrowthRateIncome() const noexcept {
-  return state->importState.options.growthRateIncome;
+  return state_->importState.options.growthRateIncome;
 }
 void QBDataExchange::GrowthRateIncome(std::int16_t percent) noexcept {
-  state->importState.options.growthRateIncome = percent;
+  state_->importState.options.growthRateIncome = percent;
 }
 
 std::int16_t QBDataExchange::GrowthRateExpenses() const noexcept {
-  return state->importState.options.growthRateExpenses;
+  return state_->importState.options.growthRateExpenses;
 }
 void QBDataExchange::GrowthRateExpenses(std::int16_t percent) noexcept {
-  state->importState.options.growthRateExpenses = percent;
+  state_->importState.options.growthRateExpenses = percent;
 }
 
 QBKRN_BalancesImport QBDataExchange::BalancesImport() const noexcept {
-  return state->importState.options.balancesImport;
+  return state_->importState.options.balancesImport;
 }
 void QBDataExchange::BalancesImport(QBKRN_BalancesImport balances) noexcept {
-  state->importState.options.balancesImport = balances;
+  state_->importState.options.balancesImport = balances;
 }
 
 Variant QBDataExchange::KRNPlanData() const {
-  return state->planData;
+  return state_->planData;
 }
 void QBDataExchange::KRNPlanData(const Variant& plan) {
-  state->planData = plan;
+  state_->planData = plan;
 }
 
 std::int32_t QBDataExchange::ErrorNumber() const noexcept {
-  return state->errorPair.number;
+  return state_->errorPair.number;
 }
 void QBDataExchange::ErrorNumber(std::int32_t number) noexcept {
-  state->errorPair.number = number;
+  state_->errorPair.number = number;
 }
 
 std::string QBDataExchange::ErrorDescription() const {
-  return state->errorPair.description;
+  return state_->errorPair.description;
 }
 void QBDataExchange::ErrorDescription(std::string_view description) {
-  state->errorPair.description = description;
+  state_->errorPair.description = description;
 }
 
 std::int16_t QBDataExchange::KRNStartingMonth() {
-  return krnqb::KRNStartingMonth(state->importState.options.period);
+  return krnqb::KRNStartingMonth(state_->importState.options.period);
 }
 void QBDataExchange::KRNStartingMonth(std::int16_t month) noexcept {
-  state->importState.options.period.krnStartingMonth = month;
+  state_->importState.options.period.krnStartingMonth = month;
 }
 
 std::int16_t QBDataExchange::KRNStartingYear() {
-  return krnqb::KRNStartingYear(state->importState.options.period);
+  return krnqb::KRNStartingYear(state_->importState.options.period);
 }
 void QBDataExchange::KRNStartingYear(std::int16_t year) noexcept {
-  state->importState.options.period.krnStartingYear = year;
+  state_->importState.options.period.krnStartingYear = year;
 }
 
 std::int16_t QBDataExchange::StartingMonth() {
-  state->context.session.EnsureSession();
-  return krnqb::StartingMonth(state->importState.options.period);
+  state_->context.session.EnsureSession();
+  return krnqb::StartingMonth(state_->importState.options.period);
 }
 void QBDataExchange::StartingMonth(std::int16_t month) noexcept {
-  state->importState.options.period.startingMonth = month;
+  state_->importState.options.period.startingMonth = month;
 }
 
 std::int16_t QBDataExchange::StartingYear() {
-  return krnqb::StartingYear(state->importState.options.period);
+  return krnqb::StartingYear(state_->importState.options.period);
 }
 void QBDataExchange::StartingYear(std::int16_t year) noexcept {
-  state->importState.options.period.startingYear = year;
+  state_->importState.options.period.startingYear = year;
 }
 
 std::int16_t QBDataExchange::QBStartingMonth() const noexcept {
-  return state->sessionState.qbStartingMonth;
+  return state_->sessionState.qbStartingMonth;
 }
 void QBDataExchange::QBStartingMonth(std::int16_t month) noexcept {
-  state->sessionState.qbStartingMonth = month;
+  state_->sessionState.qbStartingMonth = month;
 }
 
 QBKRNproduct QBDataExchange::KRNProduct() const noexcept {
-  return state->importState.options.krnProduct;
+  return state_->importState.options.krnProduct;
 }
 void QBDataExchange::KRNProduct(QBKRNproduct product) noexcept {
-  state->importState.options.krnProduct = product;
+  state_->importState.options.krnProduct = product;
 }
 
 std::int16_t QBDataExchange::QBMajorVersion() const noexcept {
-  return state->sessionState.qbMajorVersion;
+  return state_->sessionState.qbMajorVersion;
 }
 void QBDataExchange::QBMajorVersion(std::int16_t version) noexcept {
-  state->sessionState.qbMajorVersion = version;
+  state_->sessionState.qbMajorVersion = version;
 }
 
 std::int16_t QBDataExchange::QBMinorVersion() const noexcept {
-  return state->sessionState.qbMinorVersion;
+  return state_->sessionState.qbMinorVersion;
 }
 void QBDataExchange::QBMinorVersion(std::int16_t version) noexcept {
-  state->sessionState.qbMinorVersion = version;
+  state_->sessionState.qbMinorVersion = version;
 }
 
 }  // namespace krnqb

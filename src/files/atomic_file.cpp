@@ -20,31 +20,31 @@ fs::path FolderOf(const fs::path& file) {
 // A temporary file that is removed again unless it got its final name.
 class TemporaryName {
  public:
-  TemporaryName(fs::path temporary, FileOperations& system)
-      : name(std::move(temporary)), operations(system) {}
+  TemporaryName(fs::path temporary, FileOperations& operations)
+      : name_(std::move(temporary)), operations_(operations) {}
   TemporaryName(const TemporaryName&) = delete;
   TemporaryName& operator=(const TemporaryName&) = delete;
   ~TemporaryName() {
-    if (!name.empty()) operations.Remove(name);
+    if (!name_.empty()) operations_.Remove(name_);
   }
-  void Renamed() noexcept { name.clear(); }
+  void Renamed() noexcept { name_.clear(); }
 
  private:
-  fs::path name;
-  FileOperations& operations;
+  fs::path name_;
+  FileOperations& operations_;
 };
 
 // Turns the failure of a step into the error that a person reads.
 class Steps {
  public:
-  Steps(std::string_view purposeText, std::string_view stateText, const fs::path& target)
-      : purpose(purposeText), state(stateText), file(target) {}
+  Steps(std::string_view purpose, std::string_view state, const fs::path& target)
+      : purpose_(purpose), state_(state), file_(target) {}
 
   void Check(std::error_code failure, std::string_view step, const fs::path& where) const {
     if (!failure) return;
     throw Error(error_number::unspecified,
-                fmt::format("{} {}: {} {} failed: {}; {}, {}", purpose, file.string(), step, where.string(),
-                            Reason(failure), state, FileAdvice(failure)));
+                fmt::format("{} {}: {} {} failed: {}; {}, {}", purpose_, file_.string(), step, where.string(),
+                            Reason(failure), state_, FileAdvice(failure)));
   }
 
  private:
@@ -53,9 +53,9 @@ class Steps {
     return failure.message();
   }
 
-  std::string_view purpose;
-  std::string_view state;
-  const fs::path& file;
+  std::string_view purpose_;
+  std::string_view state_;
+  const fs::path& file_;
 };
 
 // The names on the disk could not be made sure of, so the previous version gets its name back.

@@ -26,8 +26,8 @@ FileDescriptor OpenLockFile(const std::filesystem::path& lockFile) {
 }  // namespace
 
 PlanLock::PlanLock(const std::filesystem::path& plan)
-    : claimed(OpenLockFile(BesideFile(FollowedPlanPath(plan), ".lock"))) {
-  if (::flock(claimed.Number(), LOCK_EX | LOCK_NB) == 0) return;
+    : claimed_(OpenLockFile(BesideFile(FollowedPlanPath(plan), ".lock"))) {
+  if (::flock(claimed_.Number(), LOCK_EX | LOCK_NB) == 0) return;
   if (errno != EWOULDBLOCK) throw FileError("cannot lock the plan", plan, LastSystemError());
   throw Error(
       error_number::unspecified,

@@ -17,7 +17,7 @@ class PlanLock {
   explicit PlanLock(const std::filesystem::path& plan);
 
  private:
-  FileDescriptor claimed;
+  FileDescriptor claimed_;
 };
 
 }  // namespace krnqb::files

@@ -9,15 +9,15 @@ using Sinks = std::vector<std::shared_ptr<EventSink>>;
 
 void Events::XMLprocessing() const {
   Variant nothing{ObjectReference()};
-  for (const auto& sink : Sinks(sinks)) sink->XMLprocessing(nothing);
+  for (const auto& sink : Sinks(sinks_)) sink->XMLprocessing(nothing);
 }
 
 void Events::AfterImport() const {
-  for (const auto& sink : Sinks(sinks)) sink->AfterImport();
+  for (const auto& sink : Sinks(sinks_)) sink->AfterImport();
 }
 
 void Events::ProgressBarChange(std::int16_t percent, std::string_view description) const {
-  for (const auto& sink : Sinks(sinks)) sink->ProgressBarChange(percent, description);
+  for (const auto& sink : Sinks(sinks_)) sink->ProgressBarChange(percent, description);
 }
 
 }  // namespace krnqb

@@ -14,7 +14,7 @@ namespace krnqb {
 class Events {
  public:
   /// The list outlives the events; it may change while an event is raised.
-  explicit Events(const std::vector<std::shared_ptr<EventSink>>& eventSinks) noexcept : sinks(eventSinks) {}
+  explicit Events(const std::vector<std::shared_ptr<EventSink>>& sinks) noexcept : sinks_(sinks) {}
 
   void XMLprocessing() const;
   void AfterImport() const;
@@ -22,7 +22,7 @@ class Events {
   void ProgressBarChange(std::int16_t percent, std::string_view description) const;
 
  private:
-  const std::vector<std::shared_ptr<EventSink>>& sinks;
+  const std::vector<std::shared_ptr<EventSink>>& sinks_;
 };
 
 }  // namespace krnqb

@@ -17,30 +17,30 @@ class RowNames {
     for (XmlElement row = block.FirstChild(); row; row = row.NextSibling()) {
       const XmlElement cell = row.FirstChild();
       if (!cell) {
-        rowWithoutCells = true;
+        rowWithoutCells_ = true;
         return;
       }
-      names.insert(cell.Text());
+      names_.insert(cell.Text());
     }
   }
 
   bool Contains(const std::string& name) const {
-    if (names.contains(name)) return true;
-    if (rowWithoutCells) throw Error(error_number::objectNotSet);
+    if (names_.contains(name)) return true;
+    if (rowWithoutCells_) throw Error(error_number::objectNotSet);
     return false;
   }
 
   void Insert(const XmlElement& row) {
     if (const XmlElement cell = row.FirstChild()) {
-      names.insert(cell.Text());
+      names_.insert(cell.Text());
     } else {
-      rowWithoutCells = true;
+      rowWithoutCells_ = true;
     }
   }
 
  private:
-  std::unordered_set<std::string> names;
-  bool rowWithoutCells = false;
+  std::unordered_set<std::string> names_;
+  bool rowWithoutCells_ = false;
 };
 
 void MergeByName(const XmlElement& block, const XmlElement& accounts, std::vector<NewAccountRow>& newRows,

@@ -25,7 +25,7 @@ XmlElement PlanAccess::ReadPlanTable(std::string_view tableId) const {
   const XmlElement table = XmlElement::Parse(TableText(tableId));
   XmlElement tableBlocks = table.Child("tableblocks");
   if (!tableBlocks) {
-    observer.Notify(
+    observer_.Notify(
         Notice{.kind = NoticeKind::TableUnreadable,
                .place = Place{.operation = "ReadPlanTable", .request = {}, .fromDate = {}, .toDate = {}},
                .number = 0,
@@ -40,8 +40,8 @@ void PlanAccess::Load(std::string tablesText) const {
 }
 
 std::shared_ptr<PlanObject> PlanAccess::Plan() const {
-  if (plan.IsEmpty() || plan.IsNothing()) throw Error(error_number::objectNotSet);
-  auto object = plan.AsObject<PlanObject>();
+  if (plan_.IsEmpty() || plan_.IsNothing()) throw Error(error_number::objectNotSet);
+  auto object = plan_.AsObject<PlanObject>();
   if (object == nullptr) throw Error(error_number::memberNotSupported);
   return object;
 }

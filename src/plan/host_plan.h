@@ -14,8 +14,7 @@ namespace krnqb {
 class PlanAccess {
  public:
   /// Both outlive the access.
-  PlanAccess(const Variant& planData, Observer& toldObserver) noexcept
-      : plan(planData), observer(toldObserver) {}
+  PlanAccess(const Variant& plan, Observer& observer) noexcept : plan_(plan), observer_(observer) {}
 
   bool OpenPlan(std::string_view planFile) const;
 
@@ -33,8 +32,8 @@ class PlanAccess {
   std::shared_ptr<PlanObject> Plan() const;
   std::shared_ptr<PlanData> Data() const;
 
-  const Variant& plan;
-  Observer& observer;
+  const Variant& plan_;
+  Observer& observer_;
 };
 
 }  // namespace krnqb

@@ -5,8 +5,8 @@
 namespace krnqb {
 
 void ActivityScan::Add(const cSubtotals& record) {
-  for (auto month = static_cast<std::int16_t>(best + 1); month <= cSubtotals::monthCount; ++month) {
-    if (record.SubTotal(month) != 0) best = month;
+  for (auto month = static_cast<std::int16_t>(best_ + 1); month <= cSubtotals::monthCount; ++month) {
+    if (record.SubTotal(month) != 0) best_ = month;
   }
 }
 

@@ -11,10 +11,10 @@ namespace krnqb {
 class ActivityScan {
  public:
   void Add(const cSubtotals& record);
-  std::int16_t HighestMonth() const noexcept { return best; }
+  std::int16_t HighestMonth() const noexcept { return best_; }
 
  private:
-  std::int16_t best = 0;
+  std::int16_t best_ = 0;
 };
 
 /// The highest month with activity over a collection; 0 for none and for an empty one.

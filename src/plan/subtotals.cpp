@@ -15,15 +15,15 @@ std::size_t SlotOf(std::int16_t index) {
 }  // namespace
 
 double cSubtotals::SubTotal(std::int16_t Index) const {
-  return slots[SlotOf(Index)];
+  return slots_[SlotOf(Index)];
 }
 
 void cSubtotals::SubTotal(std::int16_t Index, double amount) {
-  slots[SlotOf(Index)] = amount;
+  slots_[SlotOf(Index)] = amount;
 }
 
 void cSubtotals::AddToSubTotal(std::int16_t Index, double amount) {
-  double& slot = slots[SlotOf(Index)];
+  double& slot = slots_[SlotOf(Index)];
   const double sum = slot + amount;
   if (!std::isfinite(sum)) throw Error(error_number::overflow);
   slot = sum;
@@ -31,7 +31,7 @@ void cSubtotals::AddToSubTotal(std::int16_t Index, double amount) {
 
 double cSubtotals::Total() const noexcept {
   double total = 0;
-  for (const double slot : slots) total += slot;
+  for (const double slot : slots_) total += slot;
   return std::isfinite(total) ? total : 0;
 }
 

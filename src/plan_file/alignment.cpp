@@ -42,40 +42,40 @@ bool SameName(const PlanRow& before, const PlanRow& after) noexcept {
 
 class RowMatcher {
  public:
-  RowMatcher(const std::vector<PlanRow>& earlierRows, const std::vector<PlanRow>& laterRows)
-      : before(earlierRows), after(laterRows), partners(laterRows.size()) {}
+  RowMatcher(const std::vector<PlanRow>& before, const std::vector<PlanRow>& after)
+      : before_(before), after_(after), partners_(after.size()) {}
 
   std::vector<std::optional<std::size_t>> Match() {
-    const Part changed = WithoutEqualEnds({0, before.size(), 0, after.size()});
+    const Part changed = WithoutEqualEnds({0, before_.size(), 0, after_.size()});
     Part open = changed;
     for (const auto& [beforeRow, afterRow] : RowsKnownByName(changed)) {
       MatchBetween({open.beforeBegin, beforeRow, open.afterBegin, afterRow});
-      partners[afterRow] = beforeRow;
+      partners_[afterRow] = beforeRow;
       open.beforeBegin = beforeRow + 1;
       open.afterBegin = afterRow + 1;
     }
     MatchBetween(open);
-    return std::move(partners);
+    return std::move(partners_);
   }
 
  private:
   using Pair = std::pair<std::size_t, std::size_t>;  // a row before and the same row after
 
   bool Equal(std::size_t beforeRow, std::size_t afterRow) const noexcept {
-    return CellsChanged(before[beforeRow], after[afterRow]) == 0;
+    return CellsChanged(before_[beforeRow], after_[afterRow]) == 0;
   }
 
   Cost PairCost(std::size_t beforeRow, std::size_t afterRow) const noexcept {
-    if (!SameName(before[beforeRow], after[afterRow])) return {2, 0};
-    return {0, CellsChanged(before[beforeRow], after[afterRow])};
+    if (!SameName(before_[beforeRow], after_[afterRow])) return {2, 0};
+    return {0, CellsChanged(before_[beforeRow], after_[afterRow])};
   }
 
   Part WithoutEqualEnds(Part part) {
     while (part.BeforeCount() > 0 && part.AfterCount() > 0 && Equal(part.beforeBegin, part.afterBegin)) {
-      partners[part.afterBegin++] = part.beforeBegin++;
+      partners_[part.afterBegin++] = part.beforeBegin++;
     }
     while (part.BeforeCount() > 0 && part.AfterCount() > 0 && Equal(part.beforeEnd - 1, part.afterEnd - 1)) {
-      partners[--part.afterEnd] = --part.beforeEnd;
+      partners_[--part.afterEnd] = --part.beforeEnd;
     }
     return part;
   }
@@ -86,9 +86,9 @@ class RowMatcher {
   void MatchExhaustively(const Part& part);
   void MatchAroundOneGap(const Part& part);
 
-  const std::vector<PlanRow>& before;
-  const std::vector<PlanRow>& after;
-  std::vector<std::optional<std::size_t>> partners;
+  const std::vector<PlanRow>& before_;
+  const std::vector<PlanRow>& after_;
+  std::vector<std::optional<std::size_t>> partners_;
 };
 
 // Rows whose name stands once in either state are the same row, as long as their order is the same too.
@@ -103,18 +103,18 @@ std::vector<RowMatcher::Pair> RowMatcher::RowsKnownByName(const Part& part) cons
     return !row.empty() && !row[0].empty() && row[0] != emptyCellText && !IsFormula(row[0]);
   };
   for (std::size_t row = part.beforeBegin; row < part.beforeEnd; ++row) {
-    if (named(before[row])) ++names[before[row][0]].timesBefore;
+    if (named(before_[row])) ++names[before_[row][0]].timesBefore;
   }
   for (std::size_t row = part.afterBegin; row < part.afterEnd; ++row) {
-    if (!named(after[row])) continue;
-    Places& places = names[after[row][0]];
+    if (!named(after_[row])) continue;
+    Places& places = names[after_[row][0]];
     ++places.timesAfter;
     places.rowAfter = row;
   }
   std::vector<Pair> pairs;
   for (std::size_t row = part.beforeBegin; row < part.beforeEnd; ++row) {
-    if (!named(before[row])) continue;
-    const Places& places = names[before[row][0]];
+    if (!named(before_[row])) continue;
+    const Places& places = names[before_[row][0]];
     if (places.timesBefore == 1 && places.timesAfter == 1) pairs.emplace_back(row, places.rowAfter);
   }
   return LongestRising(pairs);
@@ -184,7 +184,7 @@ void RowMatcher::MatchExhaustively(const Part& part) {
     } else {
       --row;
       --column;
-      partners[part.afterBegin + column] = part.beforeBegin + row;
+      partners_[part.afterBegin + column] = part.beforeBegin + row;
     }
   }
 }
@@ -214,7 +214,7 @@ void RowMatcher::MatchAroundOneGap(const Part& part) {
   for (std::size_t row = 0; row < shorter; ++row) {
     const std::size_t beforeRow = part.beforeBegin + row + (row < gap ? 0 : skippedBefore);
     const std::size_t afterRow = part.afterBegin + row + (row < gap ? 0 : skippedAfter);
-    if (SameName(before[beforeRow], after[afterRow])) partners[afterRow] = beforeRow;
+    if (SameName(before_[beforeRow], after_[afterRow])) partners_[afterRow] = beforeRow;
   }
 }
 

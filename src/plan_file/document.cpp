@@ -13,15 +13,15 @@ namespace {
 // Says where in which file something is wrong.
 class Faults {
  public:
-  explicit Faults(const std::filesystem::path& planFile) : file(planFile) {}
+  explicit Faults(const std::filesystem::path& file) : file_(file) {}
 
   Error At(long line, std::string_view fault, std::string_view remedy) const {
-    return Error(error_number::unspecified,
-                 fmt::format("cannot open the plan {}: line {}: {}; {}", file.string(), line, fault, remedy));
+    return Error(error_number::unspecified, fmt::format("cannot open the plan {}: line {}: {}; {}",
+                                                        file_.string(), line, fault, remedy));
   }
 
  private:
-  const std::filesystem::path& file;
+  const std::filesystem::path& file_;
 };
 
 constexpr std::string_view checkPath = "check that the path is a plan's";

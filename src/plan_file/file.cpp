@@ -29,14 +29,14 @@ void PlanFile::Read(const std::filesystem::path& plan) {
   std::filesystem::path followed = files::FollowedPlanPath(plan);
   files::FileContents contents = files::ReadFile(followed, "cannot open the plan");
   auto read = std::make_shared<PlanTables>(ReadPlanDocument(contents.bytes, plan));
-  path = std::move(followed);
-  stamp = contents.stamp;
-  tables = std::move(read);
+  path_ = std::move(followed);
+  stamp_ = contents.stamp;
+  tables_ = std::move(read);
 }
 
 std::vector<std::string> PlanFile::TableIds() const {
   std::vector<std::string> ids;
-  for (const StoredTable& table : tables->Document().tables) ids.push_back(table.id);
+  for (const StoredTable& table : tables_->Document().tables) ids.push_back(table.id);
   return ids;
 }
 
@@ -51,17 +51,17 @@ std::filesystem::path PlanFile::Save() {
 }
 
 std::filesystem::path PlanFile::Save(files::FileOperations& operations) {
-  if (files::StampOf(path) != stamp) {
+  if (files::StampOf(path_) != stamp_) {
     throw Error(
         error_number::unspecified,
         fmt::format(
             "cannot save {}: another program has changed or moved it since it was opened; the file is "
             "as that program left it, open the plan anew and try again",
-            path.string()));
+            path_.string()));
   }
-  std::filesystem::path backup = files::ReplaceFile(path, PlanDocumentText(tables->Document()), operations);
-  stamp = files::StampOf(path).value_or(files::FileStamp{});
-  tables->Saved();
+  std::filesystem::path backup = files::ReplaceFile(path_, PlanDocumentText(tables_->Document()), operations);
+  stamp_ = files::StampOf(path_).value_or(files::FileStamp{});
+  tables_->Saved();
   return backup;
 }
 

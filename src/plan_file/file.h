@@ -30,24 +30,24 @@ class PlanFile : public PlanObject {
   static void Create(const std::filesystem::path& plan, QBKRNproduct product, PlanStart start);
 
   /// The plan's file, absolute, symbolic links followed.
-  const std::filesystem::path& Path() const noexcept { return path; }
+  const std::filesystem::path& Path() const noexcept { return path_; }
   /// None when the plan does not say.
-  std::optional<QBKRNproduct> Product() const { return tables->Document().product; }
-  std::optional<PlanStart> Start() const { return tables->Document().start; }
+  std::optional<QBKRNproduct> Product() const { return tables_->Document().product; }
+  std::optional<PlanStart> Start() const { return tables_->Document().start; }
   /// The ids in the plan's order.
   std::vector<std::string> TableIds() const;
   /// The table's `tableitem` element in the plan's own document; error 9 when the plan has no such table.
-  XmlElement Table(std::string_view id) const { return tables->Element(id); }
+  XmlElement Table(std::string_view id) const { return tables_->Element(id); }
 
   /// Reads another plan in place of this one, which is dropped without being saved. Errors as `Open`; this
   /// plan stays then. Gives true.
   bool OpenPlan(std::string_view planFile) override;
   /// The tables of the plan that is open now; they outlive the opening of another plan, but are saved no more
   /// then.
-  std::shared_ptr<PlanData> Data() override { return tables; }
+  std::shared_ptr<PlanData> Data() override { return tables_; }
 
   /// Whether tables have been loaded since the plan was opened or last saved.
-  bool Changed() const noexcept { return tables->Changed(); }
+  bool Changed() const noexcept { return tables_->Changed(); }
 
   /// Writes the plan to its file at once, old or new at every instant, and gives the path of the .bak that
   /// holds the previous version. Error when a step fails or when another program has changed the file since
@@ -60,9 +60,9 @@ class PlanFile : public PlanObject {
   explicit PlanFile(const std::filesystem::path& plan);
   void Read(const std::filesystem::path& plan);
 
-  std::filesystem::path path;
-  files::FileStamp stamp;
-  std::shared_ptr<PlanTables> tables;
+  std::filesystem::path path_;
+  files::FileStamp stamp_;
+  std::shared_ptr<PlanTables> tables_;
 };
 
 }  // namespace krnqb::plan_file

@@ -11,11 +11,11 @@ namespace {
 
 class ElementTable : public PlanTable {
  public:
-  explicit ElementTable(XmlElement tableElement) : element(std::move(tableElement)) {}
-  std::string Serialize() override { return element.Xml(); }
+  explicit ElementTable(XmlElement element) : element_(std::move(element)) {}
+  std::string Serialize() override { return element_.Xml(); }
 
  private:
-  XmlElement element;
+  XmlElement element_;
 };
 
 // A table of a document that is being loaded and the table of the plan that it goes into.
@@ -49,9 +49,9 @@ void ReplaceChild(const Load& load, std::string_view name) {
 }  // namespace
 
 XmlElement PlanTables::Element(std::string_view id) const {
-  const auto found = std::find_if(document.tables.begin(), document.tables.end(),
+  const auto found = std::find_if(document_.tables.begin(), document_.tables.end(),
                                   [&](const StoredTable& table) { return table.id == id; });
-  if (found == document.tables.end()) {
+  if (found == document_.tables.end()) {
     throw Error(error_number::subscriptOutOfRange,
                 fmt::format("Subscript out of range: the plan has no table {}", id));
   }
@@ -72,7 +72,7 @@ void PlanTables::Deserialize(std::string& text) {
   for (const Load& load : loads) {
     ReplaceChild(load, "lastsavedid");
     ReplaceChild(load, "tableblocks");
-    changed = true;
+    changed_ = true;
   }
 }
 

@@ -13,7 +13,7 @@ namespace krnqb::plan_file {
 /// The tables of an open plan, in memory: what is loaded into them reaches the file when the plan is saved.
 class PlanTables : public PlanData {
  public:
-  explicit PlanTables(PlanDocument planDocument) : document(std::move(planDocument)) {}
+  explicit PlanTables(PlanDocument document) : document_(std::move(document)) {}
 
   /// The table of that id, compared to the letter; error 9, naming the id, when the plan has none. Its
   /// `Serialize` gives the `tableitem` element as it is at that time.
@@ -28,17 +28,17 @@ class PlanTables : public PlanData {
   /// without an id or without `tableblocks`. `text` itself is left as it is.
   void Deserialize(std::string& text) override;
 
-  const PlanDocument& Document() const noexcept { return document; }
+  const PlanDocument& Document() const noexcept { return document_; }
   /// The `tableitem` element of that id; error 9 as in `tables`.
   XmlElement Element(std::string_view id) const;
 
   /// Whether tables have been loaded since the plan was opened or last saved.
-  bool Changed() const noexcept { return changed; }
-  void Saved() noexcept { changed = false; }
+  bool Changed() const noexcept { return changed_; }
+  void Saved() noexcept { changed_ = false; }
 
  private:
-  PlanDocument document;
-  bool changed = false;
+  PlanDocument document_;
+  bool changed_ = false;
 };
 
 }  // namespace krnqb::plan_file

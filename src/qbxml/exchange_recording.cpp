@@ -12,75 +12,73 @@ using Line = nlohmann::ordered_json;
 
 class RecordingProcessor final : public RequestProcessor {
  public:
-  RecordingProcessor(std::unique_ptr<RequestProcessor> innerProcessor,
-                     std::shared_ptr<ExchangeRecorder> lines)
-      : inner(std::move(innerProcessor)), recorder(std::move(lines)) {}
+  RecordingProcessor(std::unique_ptr<RequestProcessor> inner, std::shared_ptr<ExchangeRecorder> recorder)
+      : inner_(std::move(inner)), recorder_(std::move(recorder)) {}
 
   std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
     try {
-      std::string response = inner->ProcessRequest(ticket, request);
-      recorder->RecordAnswer(request, response);
+      std::string response = inner_->ProcessRequest(ticket, request);
+      recorder_->RecordAnswer(request, response);
       return response;
     } catch (...) {
       const Error error = CaughtError();
-      recorder->RecordRefusal(request, error.Number(), error.Description());
+      recorder_->RecordRefusal(request, error.Number(), error.Description());
       throw;
     }
   }
 
   void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
-    inner->OpenConnection(applicationIdentifier, applicationName);
+    inner_->OpenConnection(applicationIdentifier, applicationName);
   }
 
   std::string BeginSession(std::string_view companyFile, std::int32_t fileMode) override {
-    std::string ticket = inner->BeginSession(companyFile, fileMode);
-    recorder->RecordSession(inner->GetCurrentCompanyFileName(ticket), inner->MajorVersion(),
-                            inner->MinorVersion());
+    std::string ticket = inner_->BeginSession(companyFile, fileMode);
+    recorder_->RecordSession(inner_->GetCurrentCompanyFileName(ticket), inner_->MajorVersion(),
+                             inner_->MinorVersion());
     return ticket;
   }
 
   std::string GetCurrentCompanyFileName(std::string_view ticket) override {
-    return inner->GetCurrentCompanyFileName(ticket);
+    return inner_->GetCurrentCompanyFileName(ticket);
   }
-  std::int16_t MajorVersion() override { return inner->MajorVersion(); }
-  std::int16_t MinorVersion() override { return inner->MinorVersion(); }
+  std::int16_t MajorVersion() override { return inner_->MajorVersion(); }
+  std::int16_t MinorVersion() override { return inner_->MinorVersion(); }
 
  private:
-  std::unique_ptr<RequestProcessor> inner;
-  std::shared_ptr<ExchangeRecorder> recorder;
+  std::unique_ptr<RequestProcessor> inner_;
+  std::shared_ptr<ExchangeRecorder> recorder_;
 };
 
 class RecordingFactory final : public RequestProcessorFactory {
  public:
-  RecordingFactory(std::shared_ptr<RequestProcessorFactory> innerFactory,
-                   std::shared_ptr<ExchangeRecorder> lines)
-      : inner(std::move(innerFactory)), recorder(std::move(lines)) {}
+  RecordingFactory(std::shared_ptr<RequestProcessorFactory> inner, std::shared_ptr<ExchangeRecorder> recorder)
+      : inner_(std::move(inner)), recorder_(std::move(recorder)) {}
 
   std::unique_ptr<RequestProcessor> Create() override {
-    return std::make_unique<RecordingProcessor>(inner->Create(), recorder);
+    return std::make_unique<RecordingProcessor>(inner_->Create(), recorder_);
   }
 
  private:
-  std::shared_ptr<RequestProcessorFactory> inner;
-  std::shared_ptr<ExchangeRecorder> recorder;
+  std::shared_ptr<RequestProcessorFactory> inner_;
+  std::shared_ptr<ExchangeRecorder> recorder_;
 };
 
 }  // namespace
 
 void ExchangeRecorder::RecordSession(std::string_view company, std::int16_t major, std::int16_t minor) {
-  if (sessionRecorded) return;
-  sessionRecorded = true;
-  output << Line{{"exchange", 1}, {"company", company}, {"major", major}, {"minor", minor}}.dump() << '\n';
+  if (sessionRecorded_) return;
+  sessionRecorded_ = true;
+  output_ << Line{{"exchange", 1}, {"company", company}, {"major", major}, {"minor", minor}}.dump() << '\n';
 }
 
 void ExchangeRecorder::RecordAnswer(std::string_view request, std::string_view response) {
-  output << Line{{"request", request}, {"response", response}}.dump() << '\n';
+  output_ << Line{{"request", request}, {"response", response}}.dump() << '\n';
 }
 
 void ExchangeRecorder::RecordRefusal(std::string_view request, std::int32_t number,
                                      std::string_view description) {
-  output << Line{{"request", request}, {"error", {{"number", number}, {"description", description}}}}.dump()
-         << '\n';
+  output_ << Line{{"request", request}, {"error", {{"number", number}, {"description", description}}}}.dump()
+          << '\n';
 }
 
 std::shared_ptr<RequestProcessorFactory> RecordingProcessors(std::shared_ptr<RequestProcessorFactory> inner,

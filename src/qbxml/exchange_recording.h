@@ -19,7 +19,7 @@ namespace krnqb {
 class ExchangeRecorder {
  public:
   /// The stream outlives the recorder.
-  explicit ExchangeRecorder(std::ostream& lines) noexcept : output(lines) {}
+  explicit ExchangeRecorder(std::ostream& lines) noexcept : output_(lines) {}
 
   /// Writes the first line, once; later sessions of the same recording add none.
   void RecordSession(std::string_view company, std::int16_t major, std::int16_t minor);
@@ -27,8 +27,8 @@ class ExchangeRecorder {
   void RecordRefusal(std::string_view request, std::int32_t number, std::string_view description);
 
  private:
-  std::ostream& output;
-  bool sessionRecorded = false;
+  std::ostream& output_;
+  bool sessionRecorded_ = false;
 };
 
 /// Processors that pass everything on to those of `inner` and record it.

@@ -34,7 +34,7 @@ class Recording {
   }
 
   void ReadAnswer(const Line& line) {
-    RecordedAnswers& recorded = requests[line.at("request").get<std::string>()];
+    RecordedAnswers& recorded = requests_[line.at("request").get<std::string>()];
     if (line.contains("response")) {
       recorded.answers.emplace_back(line.at("response").get<std::string>());
     } else {
@@ -45,8 +45,8 @@ class Recording {
   }
 
   std::string NextAnswer(const std::string& request) {
-    const auto found = requests.find(request);
-    if (found == requests.end()) {
+    const auto found = requests_.find(request);
+    if (found == requests_.end()) {
       throw Error(error_number::unspecified, "the recording holds no answer to the request " + request);
     }
     RecordedAnswers& recorded = found->second;
@@ -61,15 +61,15 @@ class Recording {
   std::int16_t minor = 0;
 
  private:
-  std::unordered_map<std::string, RecordedAnswers> requests;
+  std::unordered_map<std::string, RecordedAnswers> requests_;
 };
 
 class ReplayingProcessor final : public RequestProcessor {
  public:
-  explicit ReplayingProcessor(std::shared_ptr<Recording> replayed) : recording(std::move(replayed)) {}
+  explicit ReplayingProcessor(std::shared_ptr<Recording> recording) : recording_(std::move(recording)) {}
 
   std::string ProcessRequest(std::string_view /*ticket*/, std::string_view request) override {
-    return recording->NextAnswer(std::string(request));
+    return recording_->NextAnswer(std::string(request));
   }
   void OpenConnection(std::string_view /*applicationIdentifier*/,
                       std::string_view /*applicationName*/) override {}
@@ -77,24 +77,24 @@ class ReplayingProcessor final : public RequestProcessor {
     return std::string(replayTicket);
   }
   std::string GetCurrentCompanyFileName(std::string_view ticket) override {
-    return ticket == replayTicket ? recording->company : std::string();
+    return ticket == replayTicket ? recording_->company : std::string();
   }
-  std::int16_t MajorVersion() override { return recording->major; }
-  std::int16_t MinorVersion() override { return recording->minor; }
+  std::int16_t MajorVersion() override { return recording_->major; }
+  std::int16_t MinorVersion() override { return recording_->minor; }
 
  private:
-  std::shared_ptr<Recording> recording;
+  std::shared_ptr<Recording> recording_;
 };
 
 class ReplayingFactory final : public RequestProcessorFactory {
  public:
-  explicit ReplayingFactory(std::shared_ptr<Recording> replayed) : recording(std::move(replayed)) {}
+  explicit ReplayingFactory(std::shared_ptr<Recording> recording) : recording_(std::move(recording)) {}
   std::unique_ptr<RequestProcessor> Create() override {
-    return std::make_unique<ReplayingProcessor>(recording);
+    return std::make_unique<ReplayingProcessor>(recording_);
   }
 
  private:
-  std::shared_ptr<Recording> recording;
+  std::shared_ptr<Recording> recording_;
 };
 
 }  // namespace

@@ -44,10 +44,10 @@ Place At(std::string_view operation, std::int32_t requestNumber) {
 }  // namespace
 
 bool Session::IsSessionOpen() {
-  if (state.requestProcessor == nullptr) return false;
+  if (state_.requestProcessor == nullptr) return false;
   // Any error means that the session is gone: that is the question's answer, and nothing to tell.
   try {
-    return !state.requestProcessor->GetCurrentCompanyFileName(state.sessionTicket).empty();
+    return !state_.requestProcessor->GetCurrentCompanyFileName(state_.sessionTicket).empty();
   } catch (...) {
     return false;
   }
@@ -59,39 +59,39 @@ bool Session::EnsureSession() {
     OpenSession();
   } catch (...) {
     const Error error = CaughtError();
-    TellError(observer, NoticeKind::OperationEnded, Place{"EnsureSession", {}, {}, {}}, error);
-    errorPair.Set(error.Number(), OpeningFailureMessage(error));
+    TellError(observer_, NoticeKind::OperationEnded, Place{"EnsureSession", {}, {}, {}}, error);
+    errorPair_.Set(error.Number(), OpeningFailureMessage(error));
     return false;
   }
-  return state.qbStartingMonth != 0 || CheckCompany();
+  return state_.qbStartingMonth != 0 || CheckCompany();
 }
 
 // A processor that refuses the connection or the session is kept: the next attempt asks it first.
 void Session::OpenSession() {
-  if (processors == nullptr) throw Error(error_number::cannotCreateObject);
-  state.requestProcessor = processors->Create();
-  state.requestProcessor->OpenConnection(applicationIdentifier, applicationName);
-  state.sessionTicket = state.requestProcessor->BeginSession(state.companyPath, whateverModeAllowed);
+  if (processors_ == nullptr) throw Error(error_number::cannotCreateObject);
+  state_.requestProcessor = processors_->Create();
+  state_.requestProcessor->OpenConnection(applicationIdentifier, applicationName);
+  state_.sessionTicket = state_.requestProcessor->BeginSession(state_.companyPath, whateverModeAllowed);
 }
 
 bool Session::CheckCompany() {
   const Place place = At("EnsureSession", request_number::company);
   XmlElement answer;
-  SkipOnError(observer, place, [&] {
+  SkipOnError(observer_, place, [&] {
     const std::string request = BuildRequest(request_number::company, {}, {});
-    answer =
-        AnswerElement(state.requestProcessor->ProcessRequest(state.sessionTicket, request), observer, place);
+    answer = AnswerElement(state_.requestProcessor->ProcessRequest(state_.sessionTicket, request), observer_,
+                           place);
   });
   if (!answer || !answer.Select("//CompanyRet")) {
-    errorPair.Set(fiscalMonthMissingNumber, std::string(fiscalMonthMissingMessage));
+    errorPair_.Set(fiscalMonthMissingNumber, std::string(fiscalMonthMissingMessage));
     return false;
   }
   const std::optional<std::int16_t> month = MonthNumber(MonthOfFiscalYear(answer));
   if (!month) {
-    errorPair.Set(fiscalMonthUnreadableNumber, std::string(fiscalMonthUnreadableMessage));
+    errorPair_.Set(fiscalMonthUnreadableNumber, std::string(fiscalMonthUnreadableMessage));
     return false;
   }
-  state.qbStartingMonth = *month;
+  state_.qbStartingMonth = *month;
   return true;
 }
 
@@ -101,13 +101,13 @@ std::string Session::MonthOfFiscalYear(const XmlElement& answer) {
 }
 
 void Session::CloseSession() noexcept {
-  state.requestProcessor.reset();
-  state.companyPath.clear();
+  state_.requestProcessor.reset();
+  state_.companyPath.clear();
 }
 
 Variant Session::QbSerialize(const Variant& request) {
   if (!EnsureSession()) return {};
-  return state.requestProcessor->ProcessRequest(state.sessionTicket, request.ToText());
+  return state_.requestProcessor->ProcessRequest(state_.sessionTicket, request.ToText());
 }
 
 XmlElement Session::Ask(std::int32_t requestNumber, std::string_view operation, std::string_view fromDate,
@@ -115,7 +115,7 @@ XmlElement Session::Ask(std::int32_t requestNumber, std::string_view operation, 
   Place place = At(operation, requestNumber);
   place.fromDate = fromDate;
   place.toDate = toDate;
-  return AnswerElement(QbSerialize(BuildRequest(requestNumber, fromDate, toDate)), observer, place);
+  return AnswerElement(QbSerialize(BuildRequest(requestNumber, fromDate, toDate)), observer_, place);
 }
 
 bool Session::IsSDKVersionSupported(std::string_view version) {
@@ -127,15 +127,15 @@ bool Session::IsSDKVersionSupported(std::string_view version) {
 }
 
 std::string Session::QBCompany() {
-  if (!EnsureSession()) return state.companyPath;
+  if (!EnsureSession()) return state_.companyPath;
   if (!IsSDKVersionSupported("1.1")) {
-    errorPair.Set(updateRequiredNumber, std::string(updateRequiredMessage));
+    errorPair_.Set(updateRequiredNumber, std::string(updateRequiredMessage));
     return {};
   }
-  state.companyPath = state.requestProcessor->GetCurrentCompanyFileName(state.sessionTicket);
-  state.qbMajorVersion = state.requestProcessor->MajorVersion();
-  state.qbMinorVersion = state.requestProcessor->MinorVersion();
-  return state.companyPath;
+  state_.companyPath = state_.requestProcessor->GetCurrentCompanyFileName(state_.sessionTicket);
+  state_.qbMajorVersion = state_.requestProcessor->MajorVersion();
+  state_.qbMinorVersion = state_.requestProcessor->MinorVersion();
+  return state_.companyPath;
 }
 
 }  // namespace krnqb

@@ -26,9 +26,9 @@ struct SessionState {
 class Session {
  public:
   /// All four outlive the session object; a null factory means that there is no QuickBooks (429).
-  Session(SessionState& sessionState, ErrorPair& lastError, RequestProcessorFactory* processorFactory,
-          Observer& toldObserver) noexcept
-      : state(sessionState), errorPair(lastError), processors(processorFactory), observer(toldObserver) {}
+  Session(SessionState& state, ErrorPair& errorPair, RequestProcessorFactory* processors,
+          Observer& observer) noexcept
+      : state_(state), errorPair_(errorPair), processors_(processors), observer_(observer) {}
 
   /// Whether QuickBooks has a company open in our session. Any error counts as no.
   bool IsSessionOpen();
@@ -60,17 +60,17 @@ class Session {
   std::string QBCompany();
 
   /// The processor's major version as it was last read or set.
-  std::int16_t MajorVersion() const noexcept { return state.qbMajorVersion; }
+  std::int16_t MajorVersion() const noexcept { return state_.qbMajorVersion; }
 
  private:
   void OpenSession();
   bool CheckCompany();
   std::string MonthOfFiscalYear(const XmlElement& answer);
 
-  SessionState& state;
-  ErrorPair& errorPair;
-  RequestProcessorFactory* processors;
-  Observer& observer;
+  SessionState& state_;
+  ErrorPair& errorPair_;
+  RequestProcessorFactory* processors_;
+  Observer& observer_;
 };
 
 /// The error pair's values when qbXML 1.1 is not supported.

@@ -102,8 +102,8 @@ std::size_t TypeOrder(std::string_view type) {
 }  // namespace
 
 ChartOfAccounts::ChartOfAccounts(std::int64_t count, std::int64_t setUp, Random& random)
-    : possibleParents(accountsOfType.size()), begun(setUp) {
-  accounts.reserve(static_cast<std::size_t>(count));
+    : possibleParents_(accountsOfType_.size()), begun_(setUp) {
+  accounts_.reserve(static_cast<std::size_t>(count));
   for (const CommonAccount& common : commonAccounts) {
     if (common.parent.empty()) {
       Add(common.type, common.name, common.role, random);
@@ -111,16 +111,16 @@ ChartOfAccounts::ChartOfAccounts(std::int64_t count, std::int64_t setUp, Random&
       AddBelow(Find(common.parent), common.name, common.role, random);
     }
   }
-  while (accounts.size() < static_cast<std::size_t>(count)) AddAnother(random);
+  while (accounts_.size() < static_cast<std::size_t>(count)) AddAnother(random);
 }
 
 std::size_t ChartOfAccounts::Find(std::string_view name) const {
-  return static_cast<std::size_t>(std::ranges::find(accounts, name, &Account::name) - accounts.begin());
+  return static_cast<std::size_t>(std::ranges::find(accounts_, name, &Account::name) - accounts_.begin());
 }
 
 void ChartOfAccounts::AddAnother(Random& random) {
   const std::string_view type = PickType(random);
-  const std::vector<std::size_t>& parents = possibleParents[TypeOrder(type)];
+  const std::vector<std::size_t>& parents = possibleParents_[TypeOrder(type)];
   if (!parents.empty() && random.Chance(percentBelowAnother)) {
     const std::size_t parent = random.Pick(parents);
     AddBelow(parent, SubAccountName(parent, random), None, random);
@@ -135,7 +135,7 @@ void ChartOfAccounts::AddAnother(Random& random) {
 std::string_view ChartOfAccounts::SubAccountName(std::size_t parent, Random& random) const {
   std::string_view name = random.Pick(SubAccountNames());
   for (int attempt = 0; attempt < 5; ++attempt) {
-    if (name != accounts[parent].name && !names.IsTaken(accounts[parent].fullName, name)) break;
+    if (name != accounts_[parent].name && !names_.IsTaken(accounts_[parent].fullName, name)) break;
     name = random.Pick(SubAccountNames());
   }
   return name;
@@ -145,48 +145,48 @@ void ChartOfAccounts::Add(std::string_view type, std::string_view name, AccountR
   Account account;
   account.type = type;
   account.role = role;
-  account.name = names.Take("", name);
+  account.name = names_.Take("", name);
   account.fullName = account.name;
   Complete(std::move(account), random);
 }
 
 void ChartOfAccounts::AddBelow(std::size_t parent, std::string_view name, AccountRole role, Random& random) {
-  accounts[parent].hasChildren = true;
+  accounts_[parent].hasChildren = true;
   Account account;
-  account.type = accounts[parent].type;
+  account.type = accounts_[parent].type;
   account.role = role;
   account.parent = parent;
-  account.sublevel = accounts[parent].sublevel + 1;
-  account.name = names.Take(accounts[parent].fullName, name);
-  account.fullName = fmt::format("{}:{}", accounts[parent].fullName, account.name);
+  account.sublevel = accounts_[parent].sublevel + 1;
+  account.name = names_.Take(accounts_[parent].fullName, name);
+  account.fullName = fmt::format("{}:{}", accounts_[parent].fullName, account.name);
   Complete(std::move(account), random);
 }
 
 void ChartOfAccounts::Complete(Account&& account, Random& random) {
-  const std::size_t index = accounts.size();
+  const std::size_t index = accounts_.size();
   const std::size_t type = TypeOrder(account.type);
-  account.listId = ListIdText(static_cast<std::int64_t>(index) + 1, begun);
-  account.created = EntryTime(static_cast<std::int64_t>(index) + 1, begun);
+  account.listId = ListIdText(static_cast<std::int64_t>(index) + 1, begun_);
+  account.created = EntryTime(static_cast<std::int64_t>(index) + 1, begun_);
   account.number =
-      fmt::format("{}", (type + 1) * 10'000 + static_cast<std::size_t>(++accountsOfType[type]) * 10);
+      fmt::format("{}", (type + 1) * 10'000 + static_cast<std::size_t>(++accountsOfType_[type]) * 10);
   account.reference = ReferenceLines(account.listId, account.fullName);
   account.typical = random.Between(40, 900) * 100;
-  if (account.role == None && account.sublevel <= deepestParent) possibleParents[type].push_back(index);
-  roles[static_cast<std::size_t>(account.role)] = index;
-  accounts.push_back(std::move(account));
+  if (account.role == None && account.sublevel <= deepestParent) possibleParents_[type].push_back(index);
+  roles_[static_cast<std::size_t>(account.role)] = index;
+  accounts_.push_back(std::move(account));
 }
 
 Cents ChartOfAccounts::Balance(std::size_t account) const {
-  const Account& balanced = accounts[account];
+  const Account& balanced = accounts_[account];
   return IsCreditType(balanced.type) ? -balanced.debits : balanced.debits;
 }
 
 std::vector<Cents> ChartOfAccounts::TotalBalances() const {
   std::vector<Cents> totals;
-  for (std::size_t account = 0; account < accounts.size(); ++account) totals.push_back(Balance(account));
+  for (std::size_t account = 0; account < accounts_.size(); ++account) totals.push_back(Balance(account));
   // Accounts come after their parents, so that going backwards each sum is complete before it is passed on.
-  for (std::size_t account = accounts.size(); account-- > 0;) {
-    if (accounts[account].sublevel > 0) totals[accounts[account].parent] += totals[account];
+  for (std::size_t account = accounts_.size(); account-- > 0;) {
+    if (accounts_[account].sublevel > 0) totals[accounts_[account].parent] += totals[account];
   }
   return totals;
 }

@@ -62,12 +62,12 @@ class ChartOfAccounts {
   /// `count` is at least `GeneratorBounds::leastAccounts`; `setUp` is when the company was set up.
   ChartOfAccounts(std::int64_t count, std::int64_t setUp, Random& random);
 
-  const Account& operator[](std::size_t account) const { return accounts[account]; }
-  std::size_t Size() const { return accounts.size(); }
-  std::size_t Of(AccountRole role) const { return roles[static_cast<std::size_t>(role)]; }
+  const Account& operator[](std::size_t account) const { return accounts_[account]; }
+  std::size_t Size() const { return accounts_.size(); }
+  std::size_t Of(AccountRole role) const { return roles_[static_cast<std::size_t>(role)]; }
 
   /// Books a debit, or a credit when negative.
-  void Post(std::size_t account, Cents debit) { accounts[account].debits += debit; }
+  void Post(std::size_t account, Cents debit) { accounts_[account].debits += debit; }
   /// The balance as the account's type shows it: of debts, equity and income the credits.
   Cents Balance(std::size_t account) const;
   /// The balances of the account and all below it, by account.
@@ -81,12 +81,12 @@ class ChartOfAccounts {
   void Complete(Account&& account, Random& random);
   std::size_t Find(std::string_view name) const;
 
-  std::vector<Account> accounts;
-  std::array<std::size_t, static_cast<std::size_t>(AccountRole::Count)> roles{};
-  std::array<int, 16> accountsOfType{};
-  std::vector<std::vector<std::size_t>> possibleParents;  // by the type's order
-  UniqueNames names;
-  std::int64_t begun;
+  std::vector<Account> accounts_;
+  std::array<std::size_t, static_cast<std::size_t>(AccountRole::Count)> roles_{};
+  std::array<int, 16> accountsOfType_{};
+  std::vector<std::vector<std::size_t>> possibleParents_;  // by the type's order
+  UniqueNames names_;
+  std::int64_t begun_;
 };
 
 /// Whether balances of this type are shown as credits.

@@ -16,7 +16,7 @@ namespace krnqb::sample_company {
 /// What a company does over the years: one transaction after the other, in the order of their days.
 class Business {
  public:
-  Business(Company& company, const std::vector<MonthPlan>& planOfMonths, Random& randomChoices);
+  Business(Company& company, const std::vector<MonthPlan>& months, Random& random);
 
   /// Hands all transactions to `receive` and gives the number of their lines.
   std::int64_t Run(const company::RecordReceiver& receive);
@@ -28,16 +28,16 @@ class Business {
   company::CompanyRecord Settle(const Obligation& obligation, const Occasion& occasion);
   company::CompanyRecord Ordinary(const Occasion& occasion);
 
-  const std::vector<MonthPlan>& months;
-  Random& random;
-  Draft draft;
-  Obligations obligations;
-  Purchases purchases;
-  Sales sales;
-  Routine routine;
-  std::int64_t left = 0;  // transactions until the end, the present one included
-  std::int64_t leftInYear = 0;
-  bool hasJustSettled = false;
+  const std::vector<MonthPlan>& months_;
+  Random& random_;
+  Draft draft_;
+  Obligations obligations_;
+  Purchases purchases_;
+  Sales sales_;
+  Routine routine_;
+  std::int64_t left_ = 0;  // transactions until the end, the present one included
+  std::int64_t leftInYear_ = 0;
+  bool hasJustSettled_ = false;
 };
 
 }  // namespace krnqb::sample_company

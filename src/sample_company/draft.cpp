@@ -5,47 +5,47 @@
 namespace krnqb::sample_company {
 
 void Draft::Begin(std::string_view recordElement, const Occasion& occasion) {
-  kind = company::FindRecordKind(recordElement);
-  isInvoice = recordElement == "InvoiceRet";
-  dayText = occasion.dayText;
-  enteredAt = UnixTime(occasion.day, occasion.secondOfDay);
-  id = fmt::format("{:X}-{}", ++lastNumber, enteredAt);
-  postings = company::PostingList(*kind);
-  total = 0;
-  lineCount = 0;
-  lines.Clear();
-  head.Clear();
-  head.Open(recordElement);
-  head.Text("TxnID", id);
-  head.Times(occasion.dayText, occasion.secondOfDay, enteredAt);
-  head.Number("TxnNumber", ++transactionCount);
+  kind_ = company::FindRecordKind(recordElement);
+  isInvoice_ = recordElement == "InvoiceRet";
+  dayText_ = occasion.dayText;
+  enteredAt_ = UnixTime(occasion.day, occasion.secondOfDay);
+  id_ = fmt::format("{:X}-{}", ++lastNumber_, enteredAt_);
+  postings_ = company::PostingList(*kind_);
+  total_ = 0;
+  lineCount_ = 0;
+  lines_.Clear();
+  head_.Clear();
+  head_.Open(recordElement);
+  head_.Text("TxnID", id_);
+  head_.Times(occasion.dayText, occasion.secondOfDay, enteredAt_);
+  head_.Number("TxnNumber", ++transactionCount_);
 }
 
 void Draft::OpenLine(std::string_view element) {
-  lines.Open(element);
-  lines.Id("TxnLineID", ++lastNumber, enteredAt);
-  ++lineCount;
+  lines_.Open(element);
+  lines_.Id("TxnLineID", ++lastNumber_, enteredAt_);
+  ++lineCount_;
 }
 
 void Draft::PostTotal(std::size_t account) {
-  const bool isSale = kind->element == "InvoiceRet" || kind->element == "SalesReceiptRet";
-  company.accounts.Post(account, isSale ? total : -total);
-  postings.AddTotal(company.accounts[account].listId, total);
+  const bool isSale = kind_->element == "InvoiceRet" || kind_->element == "SalesReceiptRet";
+  company_.accounts.Post(account, isSale ? total_ : -total_);
+  postings_.AddTotal(company_.accounts[account].listId, total_);
 }
 
 company::CompanyRecord Draft::Finish(std::string_view afterLines) {
   company::CompanyRecord record;
-  record.kind = kind;
-  record.key = id;
-  record.date = dayText;
+  record.kind = kind_;
+  record.key = id_;
+  record.date = dayText_;
   std::string& xml = record.text.xml;
-  xml.reserve(head.Size() + lines.Size() + afterLines.size() + kind->element.size() + 4);
-  xml = head.Xml();
+  xml.reserve(head_.Size() + lines_.Size() + afterLines.size() + kind_->element.size() + 4);
+  xml = head_.Xml();
   record.text.linesBegin = xml.size();
-  xml += lines.Xml();
+  xml += lines_.Xml();
   record.text.linesEnd = xml.size();
-  xml.append(afterLines).append("</").append(kind->element).append(">\n");
-  record.postings = postings.Take();
+  xml.append(afterLines).append("</").append(kind_->element).append(">\n");
+  record.postings = postings_.Take();
   return record;
 }
 

@@ -38,7 +38,7 @@ struct Sold {
 class Draft {
  public:
   explicit Draft(Company& booksCompany)
-      : company(booksCompany), kind(&company::RecordKinds().back()), postings(*kind) {}
+      : company_(booksCompany), kind_(&company::RecordKinds().back()), postings_(*kind_) {}
 
   void Begin(std::string_view recordElement, const Occasion& occasion);
 
@@ -63,11 +63,11 @@ class Draft {
   void BilledCostLine(std::string_view description, Cents amount);
   void CloseBilledCosts();
 
-  Cents Total() const { return total; }
-  std::int64_t Lines() const { return lineCount; }
+  Cents Total() const { return total_; }
+  std::int64_t Lines() const { return lineCount_; }
 
   /// Where the head is written, up to the first line. `Begin` has written the id, the times and the number.
-  ElementText& Head() { return head; }
+  ElementText& Head() { return head_; }
   /// Posts what the transaction comes to: at the account that pays it, owes it, receives it or is due it.
   void PostTotal(std::size_t account);
   /// The record, with what stands after its lines.
@@ -80,19 +80,19 @@ class Draft {
   void Charge(const std::optional<ChargedCustomer>& customer);
   void PostSold(const Item& item, Cents amount, std::int64_t hundredths);
 
-  Company& company;
-  const company::RecordKind* kind;
-  bool isInvoice = false;
-  std::string dayText;
-  std::int64_t enteredAt = 0;
-  std::string id;
-  ElementText head;
-  ElementText lines;
-  company::PostingList postings;
-  Cents total = 0;
-  std::int64_t lineCount = 0;
-  std::int64_t lastNumber = 40;
-  std::int64_t transactionCount = 0;
+  Company& company_;
+  const company::RecordKind* kind_;
+  bool isInvoice_ = false;
+  std::string dayText_;
+  std::int64_t enteredAt_ = 0;
+  std::string id_;
+  ElementText head_;
+  ElementText lines_;
+  company::PostingList postings_;
+  Cents total_ = 0;
+  std::int64_t lineCount_ = 0;
+  std::int64_t lastNumber_ = 40;
+  std::int64_t transactionCount_ = 0;
 };
 
 }  // namespace krnqb::sample_company

@@ -25,42 +25,37 @@ std::string_view ElementOf(ItemKind kind) {
 
 class ItemWriter {
  public:
-  ItemWriter(const ItemList& itemList, std::size_t itemIndex, const ChartOfAccounts& chart,
-             const People& companyPeople)
-      : list(itemList),
-        index(itemIndex),
-        item(itemList.items[itemIndex]),
-        accounts(chart),
-        people(companyPeople) {}
+  ItemWriter(const ItemList& list, std::size_t index, const ChartOfAccounts& chart, const People& people)
+      : list_(list), index_(index), item_(list.items[index]), accounts_(chart), people_(people) {}
 
   std::string Write() {
-    text.Open(ElementOf(item.kind));
-    text.Text("ListID", item.listId);
-    text.Times(item.created);
-    text.Text("Name", Escaped(item.name));
-    const bool isPlain = item.kind == ItemKind::Subtotal || item.kind == ItemKind::Group;
-    if (!isPlain) text.Text("FullName", Escaped(item.fullName));
-    text.Truth("IsActive", true);
-    if (item.parent) text.Block("ParentRef", list.items[*item.parent].reference);
-    if (!isPlain) text.Number("Sublevel", item.parent ? 1 : 0);
+    text_.Open(ElementOf(item_.kind));
+    text_.Text("ListID", item_.listId);
+    text_.Times(item_.created);
+    text_.Text("Name", Escaped(item_.name));
+    const bool isPlain = item_.kind == ItemKind::Subtotal || item_.kind == ItemKind::Group;
+    if (!isPlain) text_.Text("FullName", Escaped(item_.fullName));
+    text_.Truth("IsActive", true);
+    if (item_.parent) text_.Block("ParentRef", list_.items[*item_.parent].reference);
+    if (!isPlain) text_.Number("Sublevel", item_.parent ? 1 : 0);
     Details();
-    text.Close(ElementOf(item.kind));
-    return text.Xml();
+    text_.Close(ElementOf(item_.kind));
+    return text_.Xml();
   }
 
  private:
   void Details() {
-    switch (item.kind) {
+    switch (item_.kind) {
       case ItemKind::Inventory:
         Inventory();
         break;
       case ItemKind::Subtotal:
-        text.Text("ItemDesc", item.description);
+        text_.Text("ItemDesc", item_.description);
         break;
       case ItemKind::Discount:
-        text.Text("ItemDesc", item.description);
-        text.Money("DiscountRatePercent", -item.discountPercent * 100);
-        text.Block("AccountRef", accounts[item.soldTo].reference);
+        text_.Text("ItemDesc", item_.description);
+        text_.Money("DiscountRatePercent", -item_.discountPercent * 100);
+        text_.Block("AccountRef", accounts_[item_.soldTo].reference);
         break;
       case ItemKind::Group:
         Group();
@@ -68,68 +63,68 @@ class ItemWriter {
       case ItemKind::Service:
       case ItemKind::NonInventory:
       case ItemKind::OtherCharge:
-        item.hasSingleAccount ? SalesOrPurchase() : SalesAndPurchase();
+        item_.hasSingleAccount ? SalesOrPurchase() : SalesAndPurchase();
         break;
     }
   }
 
   void SalesOrPurchase() {
-    text.Open("SalesOrPurchase");
-    text.Text("Desc", item.description);
-    text.Money("Price", item.price);
-    text.Block("AccountRef", accounts[item.soldTo].reference);
-    text.Close("SalesOrPurchase");
+    text_.Open("SalesOrPurchase");
+    text_.Text("Desc", item_.description);
+    text_.Money("Price", item_.price);
+    text_.Block("AccountRef", accounts_[item_.soldTo].reference);
+    text_.Close("SalesOrPurchase");
   }
 
   void SalesAndPurchase() {
-    text.Open("SalesAndPurchase");
+    text_.Open("SalesAndPurchase");
     SalesSide();
-    text.Text("PurchaseDesc", item.description);
-    text.Money("PurchaseCost", item.cost);
-    text.Block("ExpenseAccountRef", accounts[item.boughtTo.value_or(item.soldTo)].reference);
-    text.Block("PrefVendorRef", Vendor());
-    text.Close("SalesAndPurchase");
+    text_.Text("PurchaseDesc", item_.description);
+    text_.Money("PurchaseCost", item_.cost);
+    text_.Block("ExpenseAccountRef", accounts_[item_.boughtTo.value_or(item_.soldTo)].reference);
+    text_.Block("PrefVendorRef", Vendor());
+    text_.Close("SalesAndPurchase");
   }
 
   void Inventory() {
     SalesSide();
-    text.Text("PurchaseDesc", item.description);
-    text.Money("PurchaseCost", item.cost);
-    text.Block("COGSAccountRef", accounts[item.costAccount].reference);
-    text.Block("PrefVendorRef", Vendor());
-    text.Block("AssetAccountRef", accounts[item.boughtTo.value_or(item.soldTo)].reference);
-    text.Number("ReorderPoint", item.reorderPoint);
-    text.Number("QuantityOnHand", item.stock);
-    text.Money("AverageCost", item.averageCost);
-    text.Number("QuantityOnOrder", 0);
-    text.Number("QuantityOnSalesOrder", 0);
+    text_.Text("PurchaseDesc", item_.description);
+    text_.Money("PurchaseCost", item_.cost);
+    text_.Block("COGSAccountRef", accounts_[item_.costAccount].reference);
+    text_.Block("PrefVendorRef", Vendor());
+    text_.Block("AssetAccountRef", accounts_[item_.boughtTo.value_or(item_.soldTo)].reference);
+    text_.Number("ReorderPoint", item_.reorderPoint);
+    text_.Number("QuantityOnHand", item_.stock);
+    text_.Money("AverageCost", item_.averageCost);
+    text_.Number("QuantityOnOrder", 0);
+    text_.Number("QuantityOnSalesOrder", 0);
   }
 
   void SalesSide() {
-    text.Text("SalesDesc", item.description);
-    text.Money("SalesPrice", item.price);
-    text.Block("IncomeAccountRef", accounts[item.soldTo].reference);
+    text_.Text("SalesDesc", item_.description);
+    text_.Money("SalesPrice", item_.price);
+    text_.Block("IncomeAccountRef", accounts_[item_.soldTo].reference);
   }
 
   void Group() {
-    text.Text("ItemDesc", item.description);
-    text.Truth("IsPrintItemsInGroup", item.members.empty());
-    for (const GroupMember& member : item.members) {
-      text.Open("ItemGroupLine");
-      text.Block("ItemRef", list.items[member.item].reference);
-      text.Number("Quantity", member.quantity);
-      text.Close("ItemGroupLine");
+    text_.Text("ItemDesc", item_.description);
+    text_.Truth("IsPrintItemsInGroup", item_.members.empty());
+    for (const GroupMember& member : item_.members) {
+      text_.Open("ItemGroupLine");
+      text_.Block("ItemRef", list_.items[member.item].reference);
+      text_.Number("Quantity", member.quantity);
+      text_.Close("ItemGroupLine");
     }
   }
 
-  const std::string& Vendor() const { return people.vendors[index % people.vendors.size()].reference; }
+  const std::string& Vendor() const { return people_.vendors[index_ % people_.vendors.size()].reference; }
 
-  const ItemList& list;
-  std::size_t index;
-  const Item& item;
-  const ChartOfAccounts& accounts;
-  const People& people;
-  ElementText text;
+  const ItemList& list_;
+  std::size_t index_;
+  const Item& item_;
+  const ChartOfAccounts& accounts_;
+  const People& people_;
+  ElementText text_;
 };
 
 }  // namespace

@@ -34,47 +34,47 @@ constexpr std::int64_t secondsAfterAccounts = std::int64_t{90} * 24 * 3600;
 
 class ItemMaker {
  public:
-  ItemMaker(const GeneratorSettings& settings, const ChartOfAccounts& chart,
-            const AccountChoices& accountChoices, std::int64_t listBegun, Random& randomChoices)
-      : features(settings.features),
-        accounts(chart),
-        choices(accountChoices),
-        begun(listBegun + secondsAfterAccounts),
-        random(randomChoices) {}
+  ItemMaker(const GeneratorSettings& settings, const ChartOfAccounts& chart, const AccountChoices& choices,
+            std::int64_t listBegun, Random& random)
+      : features_(settings.features),
+        accounts_(chart),
+        choices_(choices),
+        begun_(listBegun + secondsAfterAccounts),
+        random_(random) {}
 
   ItemList Make(std::int64_t count) {
     AddParticularItems();
     for (const ItemKind kind : commonKinds) Add(kind);
-    while (static_cast<std::int64_t>(list.items.size()) < count) Add(random.Pick(furtherKinds));
-    return std::move(list);
+    while (static_cast<std::int64_t>(list_.items.size()) < count) Add(random_.Pick(furtherKinds));
+    return std::move(list_);
   }
 
  private:
   void AddParticularItems() {
     Item& permit = New(OtherCharge, "Permit Fee");
     permit.hasSingleAccount = true;
-    permit.soldTo = accounts.Of(AccountRole::Permits);
+    permit.soldTo = accounts_.Of(AccountRole::Permits);
     permit.boughtTo = permit.soldTo;
     permit.price = 9500;
-    list.charges.push_back(Last());
-    list.bought.push_back(Last());
+    list_.charges.push_back(Last());
+    list_.bought.push_back(Last());
 
     Item& materials = New(NonInventory, "Job Materials");
     materials.hasSingleAccount = true;
-    materials.soldTo = random.Pick(choices.subExpenses);
+    materials.soldTo = random_.Pick(choices_.subExpenses);
     materials.boughtTo = materials.soldTo;
     materials.price = 4200;
-    list.bought.push_back(Last());
+    list_.bought.push_back(Last());
 
     Item& payment = New(OtherCharge, "Payment on Account");
     payment.hasSingleAccount = true;
-    payment.soldTo = accounts.Of(AccountRole::Receivable);
-    list.payment = Last();
+    payment.soldTo = accounts_.Of(AccountRole::Receivable);
+    list_.payment = Last();
 
-    if (!features.billableExpenses) return;
+    if (!features_.billableExpenses) return;
     New(Subtotal, "Reimb Subt").description = "Reimbursable expenses subtotal";
     New(Group, "Reimb Group").description = "Total reimbursable expenses";
-    list.billedCosts = Last();
+    list_.billedCosts = Last();
   }
 
   void Add(ItemKind kind) {
@@ -83,7 +83,7 @@ class ItemMaker {
         AddService();
         break;
       case Inventory:
-        if (features.inventory) {
+        if (features_.inventory) {
           AddInventory();
           break;
         }
@@ -106,117 +106,118 @@ class ItemMaker {
   }
 
   void AddService() {
-    const bool isSubcontracted = random.Chance(40);
-    Item& service = NewOrBelow(Service, list.services, std::string(random.Pick(ServiceNames())));
-    service.price = random.Between(35, 95) * 100;
+    const bool isSubcontracted = random_.Chance(40);
+    Item& service = NewOrBelow(Service, list_.services, std::string(random_.Pick(ServiceNames())));
+    service.price = random_.Between(35, 95) * 100;
     Sell(service);
     service.hasSingleAccount = !isSubcontracted;
-    if (isSubcontracted) Buy(service, random.Between(60, 85));
-    list.services.push_back(Last());
+    if (isSubcontracted) Buy(service, random_.Between(60, 85));
+    list_.services.push_back(Last());
   }
 
   void AddGoods() {
-    Item& goods = NewOrBelow(NonInventory, list.goods, GoodsName());
-    goods.price = random.Between(900, 30'000);
+    Item& goods = NewOrBelow(NonInventory, list_.goods, GoodsName());
+    goods.price = random_.Between(900, 30'000);
     Sell(goods);
-    Buy(goods, random.Between(50, 75));
-    list.goods.push_back(Last());
+    Buy(goods, random_.Between(50, 75));
+    list_.goods.push_back(Last());
   }
 
   void AddCharge() {
-    Item& charge = NewOrBelow(OtherCharge, list.charges, std::string(random.Pick(ChargeNames())));
+    Item& charge = NewOrBelow(OtherCharge, list_.charges, std::string(random_.Pick(ChargeNames())));
     charge.hasSingleAccount = true;
-    charge.price = random.Between(15, 120) * 100;
+    charge.price = random_.Between(15, 120) * 100;
     Sell(charge);
     // A charge belongs to all kinds of sales alike: to one parent after the other.
-    const std::vector<std::size_t>& parents = choices.incomeParents;
-    if (!parents.empty()) charge.soldTo = parents[chargesMade++ % parents.size()];
-    list.charges.push_back(Last());
+    const std::vector<std::size_t>& parents = choices_.incomeParents;
+    if (!parents.empty()) charge.soldTo = parents[chargesMade_++ % parents.size()];
+    list_.charges.push_back(Last());
   }
 
   void AddInventory() {
-    Item& stocked = NewOrBelow(Inventory, list.inventory, GoodsName());
-    stocked.price = random.Between(300, 18'000);
+    Item& stocked = NewOrBelow(Inventory, list_.inventory, GoodsName());
+    stocked.price = random_.Between(300, 18'000);
     Sell(stocked);
-    stocked.boughtTo = accounts.Of(AccountRole::Inventory);
-    stocked.costAccount = random.Pick(choices.costs);
-    stocked.cost = stocked.price * random.Between(42, 62) / 100;
-    stocked.averageCost = stocked.cost * random.Between(94, 98) / 100;  // prices have risen since
-    stocked.reorderPoint = random.Between(2, 12) * 10;
+    stocked.boughtTo = accounts_.Of(AccountRole::Inventory);
+    stocked.costAccount = random_.Pick(choices_.costs);
+    stocked.cost = stocked.price * random_.Between(42, 62) / 100;
+    stocked.averageCost = stocked.cost * random_.Between(94, 98) / 100;  // prices have risen since
+    stocked.reorderPoint = random_.Between(2, 12) * 10;
     stocked.stock = 2 * stocked.reorderPoint;
-    list.inventory.push_back(Last());
+    list_.inventory.push_back(Last());
   }
 
   void AddDiscount() {
     Item& discount = New(Discount, "Discount");
-    discount.discountPercent = random.Pick(customaryDiscounts);
-    discount.soldTo = accounts.Of(AccountRole::Discounts);
+    discount.discountPercent = random_.Pick(customaryDiscounts);
+    discount.soldTo = accounts_.Of(AccountRole::Discounts);
     discount.description = fmt::format("{} % off", discount.discountPercent);
-    list.discounts.push_back(Last());
+    list_.discounts.push_back(Last());
   }
 
   // Members can be bought and sold, so that the group can too.
   void AddGroup() {
-    const std::int64_t size = random.Between(2, mostMembers);
-    Item& group = New(Group, fmt::format("{} Set", random.Pick(GoodsMaterials())));
+    const std::int64_t size = random_.Between(2, mostMembers);
+    Item& group = New(Group, fmt::format("{} Set", random_.Pick(GoodsMaterials())));
     for (std::int64_t attempt = 0; attempt < size; ++attempt) {
-      const bool isStocked = !list.inventory.empty() && random.Chance(percentStockedMembers);
-      const GroupMember member{random.Pick(isStocked ? list.inventory : list.goods), random.Between(1, 3)};
+      const bool isStocked = !list_.inventory.empty() && random_.Chance(percentStockedMembers);
+      const GroupMember member{random_.Pick(isStocked ? list_.inventory : list_.goods),
+                               random_.Between(1, 3)};
       const bool isNew =
           std::ranges::find(group.members, member.item, &GroupMember::item) == group.members.end();
       if (isNew) group.members.push_back(member);
     }
-    list.groups.push_back(Last());
+    list_.groups.push_back(Last());
   }
 
   void Sell(Item& item) {
-    const bool toParent = !choices.incomeParents.empty() && random.Chance(percentToParents);
-    item.soldTo = random.Pick(toParent ? choices.incomeParents : choices.incomes);
+    const bool toParent = !choices_.incomeParents.empty() && random_.Chance(percentToParents);
+    item.soldTo = random_.Pick(toParent ? choices_.incomeParents : choices_.incomes);
   }
 
   void Buy(Item& item, std::int64_t percentOfPrice) {
-    const bool toParent = !choices.expenseParents.empty() && random.Chance(percentToParents);
-    item.boughtTo = random.Pick(toParent ? choices.expenseParents : choices.subExpenses);
+    const bool toParent = !choices_.expenseParents.empty() && random_.Chance(percentToParents);
+    item.boughtTo = random_.Pick(toParent ? choices_.expenseParents : choices_.subExpenses);
     item.cost = item.price * percentOfPrice / 100;
-    list.bought.push_back(Last());
+    list_.bought.push_back(Last());
   }
 
   std::string GoodsName() {
-    const std::string_view material = random.Pick(GoodsMaterials());
-    return fmt::format("{} {}", material, random.Pick(GoodsNames()));
+    const std::string_view material = random_.Pick(GoodsMaterials());
+    return fmt::format("{} {}", material, random_.Pick(GoodsNames()));
   }
 
   Item& NewOrBelow(ItemKind kind, const std::vector<std::size_t>& ofKind, const std::string& name) {
-    if (ofKind.empty() || !random.Chance(percentBelowAnother)) return New(kind, name);
-    const std::size_t parent = random.Pick(ofKind);
-    if (list.items[parent].parent || list.items[parent].kind != kind) return New(kind, name);
-    return New(kind, random.Pick(VariantNames()), parent);
+    if (ofKind.empty() || !random_.Chance(percentBelowAnother)) return New(kind, name);
+    const std::size_t parent = random_.Pick(ofKind);
+    if (list_.items[parent].parent || list_.items[parent].kind != kind) return New(kind, name);
+    return New(kind, random_.Pick(VariantNames()), parent);
   }
 
   Item& New(ItemKind kind, std::string_view name, std::optional<std::size_t> parent = std::nullopt) {
-    const std::string above = parent ? list.items[*parent].fullName : std::string();
+    const std::string above = parent ? list_.items[*parent].fullName : std::string();
     Item item;
     item.kind = kind;
     item.parent = parent;
-    item.name = names.Take(above, name);
+    item.name = names_.Take(above, name);
     item.fullName = parent ? fmt::format("{}:{}", above, item.name) : item.name;
     item.description = Escaped(item.fullName);
-    item.listId = ListIdText(static_cast<std::int64_t>(list.items.size()) + 1, begun);
-    item.created = EntryTime(static_cast<std::int64_t>(list.items.size()) + 1, begun);
+    item.listId = ListIdText(static_cast<std::int64_t>(list_.items.size()) + 1, begun_);
+    item.created = EntryTime(static_cast<std::int64_t>(list_.items.size()) + 1, begun_);
     item.reference = ReferenceLines(item.listId, item.fullName);
-    return list.items.emplace_back(std::move(item));
+    return list_.items.emplace_back(std::move(item));
   }
 
-  std::size_t Last() const { return list.items.size() - 1; }
+  std::size_t Last() const { return list_.items.size() - 1; }
 
-  CompanyFeatures features;
-  const ChartOfAccounts& accounts;
-  const AccountChoices& choices;
-  std::int64_t begun;
-  Random& random;
-  ItemList list;
-  UniqueNames names;
-  std::size_t chargesMade = 0;
+  CompanyFeatures features_;
+  const ChartOfAccounts& accounts_;
+  const AccountChoices& choices_;
+  std::int64_t begun_;
+  Random& random_;
+  ItemList list_;
+  UniqueNames names_;
+  std::size_t chargesMade_ = 0;
 };
 
 }  // namespace

@@ -140,11 +140,11 @@ std::span<const std::string_view> TownNames() {
 }
 
 bool UniqueNames::IsTaken(std::string_view parent, std::string_view name) const {
-  return taken.contains(fmt::format("{}:{}", parent, name));
+  return taken_.contains(fmt::format("{}:{}", parent, name));
 }
 
 std::string UniqueNames::Take(std::string_view parent, std::string_view name) {
-  const int uses = ++taken[fmt::format("{}:{}", parent, name)];
+  const int uses = ++taken_[fmt::format("{}:{}", parent, name)];
   return uses == 1 ? std::string(name) : fmt::format("{} {}", name, uses);
 }
 

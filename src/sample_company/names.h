@@ -38,7 +38,7 @@ class UniqueNames {
   std::string Take(std::string_view parent, std::string_view name);
 
  private:
-  std::map<std::string, int, std::less<>> taken;
+  std::map<std::string, int, std::less<>> taken_;
 };
 
 }  // namespace krnqb::sample_company

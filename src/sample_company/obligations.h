@@ -39,15 +39,15 @@ struct OpenItem {
 /// transaction, which settles all that is open with the party by then.
 class Obligations {
  public:
-  explicit Obligations(Day companysLastDay) : lastDay(companysLastDay) {}
+  explicit Obligations(Day lastDay) : lastDay_(lastDay) {}
 
   /// How many transactions are still free for obligations after the present one.
-  void LeaveRoom(std::int64_t transactions) { room = transactions; }
+  void LeaveRoom(std::int64_t transactions) { room_ = transactions; }
   /// Whether something more that is due on a day can be settled in time.
   bool CanPromise(const Obligation& obligation, Day due) const;
   void Promise(const Obligation& obligation, Day due, OpenItem&& item);
 
-  std::int64_t Count() const { return static_cast<std::int64_t>(open.size()); }
+  std::int64_t Count() const { return static_cast<std::int64_t>(open_.size()); }
   /// The obligation that is due first, if it is due by that day.
   std::optional<Obligation> DueBy(Day day) const;
   /// All that is open of an obligation, which is settled with that.
@@ -58,10 +58,10 @@ class Obligations {
     Day due;
     std::vector<OpenItem> items;
   };
-  Day lastDay;
-  std::int64_t room = 0;
-  std::map<Obligation, Open> open;
-  std::set<std::pair<Day, Obligation>> byDay;
+  Day lastDay_;
+  std::int64_t room_ = 0;
+  std::map<Obligation, Open> open_;
+  std::set<std::pair<Day, Obligation>> byDay_;
 };
 
 }  // namespace krnqb::sample_company

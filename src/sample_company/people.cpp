@@ -22,49 +22,49 @@ constexpr std::array<int, 4> customaryTerms = {0, 15, 30, 30};
 
 class PeopleMaker {
  public:
-  PeopleMaker(std::int64_t listBegun, Random& randomChoices) : begun(listBegun), random(randomChoices) {}
+  PeopleMaker(std::int64_t begun, Random& random) : begun_(begun), random_(random) {}
 
   // A job belongs to the customer that came last, so that a customer's jobs follow it.
   Party Customer() {
-    if (!lastCustomer.empty() && random.Chance(percentJobs)) {
-      return Make(lastCustomer + ":" + names.Take(lastCustomer, random.Pick(JobNames())));
+    if (!lastCustomer_.empty() && random_.Chance(percentJobs)) {
+      return Make(lastCustomer_ + ":" + names_.Take(lastCustomer_, random_.Pick(JobNames())));
     }
-    lastCustomer = names.Take("", random.Chance(60) ? PersonName() : BusinessName());
-    return Make(lastCustomer);
+    lastCustomer_ = names_.Take("", random_.Chance(60) ? PersonName() : BusinessName());
+    return Make(lastCustomer_);
   }
 
-  Party Vendor() { return Make(names.Take("", BusinessName())); }
-  Party Employee() { return Make(names.Take("", PersonName())); }
+  Party Vendor() { return Make(names_.Take("", BusinessName())); }
+  Party Employee() { return Make(names_.Take("", PersonName())); }
 
  private:
   std::string PersonName() {
-    const std::string_view family = random.Pick(FamilyNames());
-    return fmt::format("{}, {}", family, random.Pick(GivenNames()));
+    const std::string_view family = random_.Pick(FamilyNames());
+    return fmt::format("{}, {}", family, random_.Pick(GivenNames()));
   }
 
   std::string BusinessName() {
-    const std::string_view business = random.Pick(BusinessNames());
-    return fmt::format("{} {}", business, random.Pick(BusinessForms()));
+    const std::string_view business = random_.Pick(BusinessNames());
+    return fmt::format("{} {}", business, random_.Pick(BusinessForms()));
   }
 
   Party Make(const std::string& fullName) {
     Party party;
-    party.reference = ReferenceLines(ListIdText(++number, begun), fullName);
+    party.reference = ReferenceLines(ListIdText(++number_, begun_), fullName);
     ElementText address;
     address.Text("Addr1", Escaped(fullName.substr(0, fullName.find(':'))));
-    address.Text("City", Escaped(random.Pick(TownNames())));
+    address.Text("City", Escaped(random_.Pick(TownNames())));
     address.Text("State", "OR");
-    address.Number("PostalCode", 97000 + random.Between(0, 920));
+    address.Number("PostalCode", 97000 + random_.Between(0, 920));
     party.address = address.Xml();
-    party.termDays = random.Pick(customaryTerms);
+    party.termDays = random_.Pick(customaryTerms);
     return party;
   }
 
-  std::int64_t begun;
-  Random& random;
-  std::int64_t number = 0;
-  std::string lastCustomer;
-  UniqueNames names;
+  std::int64_t begun_;
+  Random& random_;
+  std::int64_t number_ = 0;
+  std::string lastCustomer_;
+  UniqueNames names_;
 };
 
 }  // namespace

@@ -19,182 +19,178 @@ constexpr std::chrono::days untilBilled{35};
 
 }  // namespace
 
-Purchases::Purchases(Company& buyingCompany, Draft& transactionDraft, Obligations& companyObligations,
-                     Random& randomChoices)
-    : company(buyingCompany),
-      draft(transactionDraft),
-      obligations(companyObligations),
-      random(randomChoices) {}
+Purchases::Purchases(Company& company, Draft& draft, Obligations& obligations, Random& random)
+    : company_(company), draft_(draft), obligations_(obligations), random_(random) {}
 
 void Purchases::BeginYear() {
-  uncovered = company.choices.loneExpenses;
-  random.Shuffle(uncovered);
+  uncovered_ = company_.choices.loneExpenses;
+  random_.Shuffle(uncovered_);
 }
 
 company::CompanyRecord Purchases::Bill(const Occasion& occasion) {
-  const auto index = static_cast<std::size_t>(random.Below(company.people.vendors.size()));
+  const auto index = static_cast<std::size_t>(random_.Below(company_.people.vendors.size()));
   const Party& vendor = Vendor(index);
-  draft.Begin("BillRet", occasion);
+  draft_.Begin("BillRet", occasion);
   Lines(occasion, {3, 6, 15});
   const Obligation payment{ObligationKind::PayVendor, index};
   const Day due = occasion.day + std::chrono::days(vendor.termDays);
-  const bool isPaid = obligations.CanPromise(payment, due);
-  const std::int64_t number = ++lastBill;
-  if (isPaid) obligations.Promise(payment, due, {draft.Total(), number, {}, {}, 0});
+  const bool isPaid = obligations_.CanPromise(payment, due);
+  const std::int64_t number = ++lastBill_;
+  if (isPaid) obligations_.Promise(payment, due, {draft_.Total(), number, {}, {}, 0});
 
-  const Account& payable = company.accounts[company.accounts.Of(AccountRole::Payable)];
-  ElementText& head = draft.Head();
+  const Account& payable = company_.accounts[company_.accounts.Of(AccountRole::Payable)];
+  ElementText& head = draft_.Head();
   head.Block("VendorRef", vendor.reference);
   head.Block("APAccountRef", payable.reference);
   head.Text("TxnDate", occasion.dayText);
   head.Text("DueDate", DayText(due));
-  head.Money("AmountDue", draft.Total());
+  head.Money("AmountDue", draft_.Total());
   head.Number("RefNumber", number);
   head.Truth("IsPaid", isPaid);
-  draft.PostTotal(company.accounts.Of(AccountRole::Payable));
+  draft_.PostTotal(company_.accounts.Of(AccountRole::Payable));
   ElementText tail;
-  tail.Money("OpenAmount", isPaid ? 0 : draft.Total());
-  return draft.Finish(tail.Xml());
+  tail.Money("OpenAmount", isPaid ? 0 : draft_.Total());
+  return draft_.Finish(tail.Xml());
 }
 
 company::CompanyRecord Purchases::Check(const Occasion& occasion) {
-  draft.Begin("CheckRet", occasion);
+  draft_.Begin("CheckRet", occasion);
   Lines(occasion, {4, 2, 5});
-  const std::size_t bank = company.choices.Bank(random);
-  return FinishCheck(occasion, bank, random.Pick(company.people.vendors).reference, "");
+  const std::size_t bank = company_.choices.Bank(random_);
+  return FinishCheck(occasion, bank, random_.Pick(company_.people.vendors).reference, "");
 }
 
 company::CompanyRecord Purchases::CardCharge(const Occasion& occasion) {
-  draft.Begin("CreditCardChargeRet", occasion);
+  draft_.Begin("CreditCardChargeRet", occasion);
   Lines(occasion, {3, 1, 4});
-  const std::size_t card = random.Pick(company.choices.cards);
-  ElementText& head = draft.Head();
-  head.Block("AccountRef", company.accounts[card].reference);
-  head.Block("PayeeEntityRef", random.Pick(company.people.vendors).reference);
+  const std::size_t card = random_.Pick(company_.choices.cards);
+  ElementText& head = draft_.Head();
+  head.Block("AccountRef", company_.accounts[card].reference);
+  head.Block("PayeeEntityRef", random_.Pick(company_.people.vendors).reference);
   head.Text("TxnDate", occasion.dayText);
-  head.Money("Amount", draft.Total());
-  draft.PostTotal(card);
-  return draft.Finish({});
+  head.Money("Amount", draft_.Total());
+  draft_.PostTotal(card);
+  return draft_.Finish({});
 }
 
 company::CompanyRecord Purchases::CoveringCheck(const Occasion& occasion) {
-  draft.Begin("CheckRet", occasion);
-  const std::size_t account = uncovered.back();
-  uncovered.pop_back();
-  draft.ExpenseLine(account, random.Around(company.accounts[account].typical), "");
-  return FinishCheck(occasion, company.accounts.Of(AccountRole::Checking),
-                     random.Pick(company.people.vendors).reference, "");
+  draft_.Begin("CheckRet", occasion);
+  const std::size_t account = uncovered_.back();
+  uncovered_.pop_back();
+  draft_.ExpenseLine(account, random_.Around(company_.accounts[account].typical), "");
+  return FinishCheck(occasion, company_.accounts.Of(AccountRole::Checking),
+                     random_.Pick(company_.people.vendors).reference, "");
 }
 
 company::CompanyRecord Purchases::VendorPayment(const Occasion& occasion, std::size_t vendor) {
-  draft.Begin("CheckRet", occasion);
-  for (const OpenItem& bill : obligations.Settle({ObligationKind::PayVendor, vendor})) {
-    draft.ExpenseLine(company.accounts.Of(AccountRole::Payable), bill.amount,
-                      fmt::format("Bill {}", bill.number));
+  draft_.Begin("CheckRet", occasion);
+  for (const OpenItem& bill : obligations_.Settle({ObligationKind::PayVendor, vendor})) {
+    draft_.ExpenseLine(company_.accounts.Of(AccountRole::Payable), bill.amount,
+                       fmt::format("Bill {}", bill.number));
   }
-  return FinishCheck(occasion, company.accounts.Of(AccountRole::Checking), Vendor(vendor).reference,
+  return FinishCheck(occasion, company_.accounts.Of(AccountRole::Checking), Vendor(vendor).reference,
                      "On account");
 }
 
 company::CompanyRecord Purchases::FinishCheck(const Occasion& occasion, std::size_t bank,
                                               std::string_view payee, std::string_view memo) {
-  ElementText& head = draft.Head();
-  head.Block("AccountRef", company.accounts[bank].reference);
+  ElementText& head = draft_.Head();
+  head.Block("AccountRef", company_.accounts[bank].reference);
   head.Block("PayeeEntityRef", payee);
-  head.Number("RefNumber", ++lastCheck);
+  head.Number("RefNumber", ++lastCheck_);
   head.Text("TxnDate", occasion.dayText);
-  head.Money("Amount", draft.Total());
+  head.Money("Amount", draft_.Total());
   if (!memo.empty()) head.Text("Memo", memo);
   head.Truth("IsToBePrinted", false);
-  draft.PostTotal(bank);
-  return draft.Finish({});
+  draft_.PostTotal(bank);
+  return draft_.Finish({});
 }
 
 // Expense lines come before items, and a transaction has items or a group at its end.
 void Purchases::Lines(const Occasion& occasion, const Shape& shape) {
-  for (std::int64_t rest = random.Between(1, shape.mostExpenses); rest > 0; --rest) ExpenseLine(occasion);
-  for (std::int64_t rest = random.Between(0, shape.mostItems); rest > 0; --rest) ItemLine(occasion);
-  if (company.settings.features.purchasedGroups && random.Chance(shape.percentGroups)) {
-    const std::size_t group = random.Pick(company.items.groups);
-    draft.BoughtGroup(group, random.Between(1, 5), occasion.pricePermille);
+  for (std::int64_t rest = random_.Between(1, shape.mostExpenses); rest > 0; --rest) ExpenseLine(occasion);
+  for (std::int64_t rest = random_.Between(0, shape.mostItems); rest > 0; --rest) ItemLine(occasion);
+  if (company_.settings.features.purchasedGroups && random_.Chance(shape.percentGroups)) {
+    const std::size_t group = random_.Pick(company_.items.groups);
+    draft_.BoughtGroup(group, random_.Between(1, 5), occasion.pricePermille);
   }
 }
 
 void Purchases::ExpenseLine(const Occasion& occasion) {
   const std::size_t account = ExpenseAccount();
-  const Cents amount = random.Around(company.accounts[account].typical * occasion.pricePermille / 1000);
-  const std::string_view memo = random.Chance(percentWithMemo) ? random.Pick(memos) : std::string_view();
-  if (company.settings.features.billableExpenses && random.Chance(percentBillable)) {
+  const Cents amount = random_.Around(company_.accounts[account].typical * occasion.pricePermille / 1000);
+  const std::string_view memo = random_.Chance(percentWithMemo) ? random_.Pick(memos) : std::string_view();
+  if (company_.settings.features.billableExpenses && random_.Chance(percentBillable)) {
     BilledExpense(occasion, account, amount, memo.empty() ? memos.front() : memo);
     return;
   }
-  draft.ExpenseLine(account, amount, memo);
+  draft_.ExpenseLine(account, amount, memo);
   // A credit is a part of what came before, so that no account ends up with nothing.
-  if (random.Chance(percentCredits))
-    draft.ExpenseLine(account, -(amount * random.Between(10, 40) / 100), "Credit");
+  if (random_.Chance(percentCredits))
+    draft_.ExpenseLine(account, -(amount * random_.Between(10, 40) / 100), "Credit");
 }
 
 void Purchases::BilledExpense(const Occasion& occasion, std::size_t account, Cents amount,
                               std::string_view memo) {
-  const auto customer = static_cast<std::size_t>(random.Below(company.people.customers.size()));
+  const auto customer = static_cast<std::size_t>(random_.Below(company_.people.customers.size()));
   const Obligation billing{ObligationKind::BillCustomer, customer};
   const Day due = occasion.day + untilBilled;
-  const bool isBilled = obligations.CanPromise(billing, due);
-  draft.ExpenseLine(account, amount, memo,
-                    ChargedCustomer{company.people.customers[customer].reference, isBilled});
-  if (isBilled) obligations.Promise(billing, due, {amount, 0, std::string(memo), {}, 0});
+  const bool isBilled = obligations_.CanPromise(billing, due);
+  draft_.ExpenseLine(account, amount, memo,
+                     ChargedCustomer{company_.people.customers[customer].reference, isBilled});
+  if (isBilled) obligations_.Promise(billing, due, {amount, 0, std::string(memo), {}, 0});
 }
 
 void Purchases::ItemLine(const Occasion& occasion) {
-  ItemList& list = company.items;
-  if (!toReorder.empty()) {
-    const std::size_t item = toReorder.front();
-    toReorder.pop_front();
+  ItemList& list = company_.items;
+  if (!toReorder_.empty()) {
+    const std::size_t item = toReorder_.front();
+    toReorder_.pop_front();
     list.items[item].isOnOrder = false;
-    draft.BoughtLine(item, list.items[item].reorderPoint * random.Between(2, 4),
-                     CostOf(list.items[item], occasion.pricePermille));
+    draft_.BoughtLine(item, list.items[item].reorderPoint * random_.Between(2, 4),
+                      CostOf(list.items[item], occasion.pricePermille));
     return;
   }
-  const std::size_t item = random.Pick(list.bought);
-  const std::int64_t pieces = random.Between(1, 6);
+  const std::size_t item = random_.Pick(list.bought);
+  const std::int64_t pieces = random_.Between(1, 6);
   const Cents cost = CostOf(list.items[item], occasion.pricePermille);
-  if (company.settings.features.billableExpenses && random.Chance(percentBillable)) {
+  if (company_.settings.features.billableExpenses && random_.Chance(percentBillable)) {
     BilledItem(occasion, item, pieces, cost);
   } else {
-    draft.BoughtLine(item, pieces, cost);
+    draft_.BoughtLine(item, pieces, cost);
   }
 }
 
 void Purchases::Reorder(std::size_t index) {
-  Item& item = company.items.items[index];
+  Item& item = company_.items.items[index];
   if (item.isOnOrder) return;
   item.isOnOrder = true;
-  toReorder.push_back(index);
+  toReorder_.push_back(index);
 }
 
 void Purchases::BilledItem(const Occasion& occasion, std::size_t item, std::int64_t pieces, Cents cost) {
-  const auto customer = static_cast<std::size_t>(random.Below(company.people.customers.size()));
+  const auto customer = static_cast<std::size_t>(random_.Below(company_.people.customers.size()));
   const Obligation billing{ObligationKind::BillCustomer, customer};
   const Day due = occasion.day + untilBilled;
-  const bool isBilled = obligations.CanPromise(billing, due);
-  draft.BoughtLine(item, pieces, cost,
-                   ChargedCustomer{company.people.customers[customer].reference, isBilled});
-  if (isBilled) obligations.Promise(billing, due, {pieces * cost, 0, {}, item, pieces});
+  const bool isBilled = obligations_.CanPromise(billing, due);
+  draft_.BoughtLine(item, pieces, cost,
+                    ChargedCustomer{company_.people.customers[customer].reference, isBilled});
+  if (isBilled) obligations_.Promise(billing, due, {pieces * cost, 0, {}, item, pieces});
 }
 
 std::size_t Purchases::ExpenseAccount() {
-  const AccountChoices& choices = company.choices;
-  if (!uncovered.empty() && random.Chance(percentUncovered)) {
-    const std::size_t account = uncovered.back();
-    uncovered.pop_back();
+  const AccountChoices& choices = company_.choices;
+  if (!uncovered_.empty() && random_.Chance(percentUncovered)) {
+    const std::size_t account = uncovered_.back();
+    uncovered_.pop_back();
     return account;
   }
-  if (!choices.expenseParents.empty() && random.Chance(percentToParents))
-    return random.Pick(choices.expenseParents);
+  if (!choices.expenseParents.empty() && random_.Chance(percentToParents))
+    return random_.Pick(choices.expenseParents);
   // A check to a customer takes back income.
-  if (random.Chance(percentRefunds)) return random.Pick(choices.incomes);
-  const bool toLone = !choices.loneExpenses.empty() && random.Chance(30);
-  return random.Pick(toLone ? choices.loneExpenses : choices.subExpenses);
+  if (random_.Chance(percentRefunds)) return random_.Pick(choices.incomes);
+  const bool toLone = !choices.loneExpenses.empty() && random_.Chance(30);
+  return random_.Pick(toLone ? choices.loneExpenses : choices.subExpenses);
 }
 
 }  // namespace krnqb::sample_company

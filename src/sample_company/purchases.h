@@ -14,13 +14,12 @@ namespace krnqb::sample_company {
 /// lines and groups, some lines charged to customers.
 class Purchases {
  public:
-  Purchases(Company& buyingCompany, Draft& transactionDraft, Obligations& companyObligations,
-            Random& randomChoices);
+  Purchases(Company& company, Draft& draft, Obligations& obligations, Random& random);
 
   /// From now on every lone expense account has to be posted to anew.
   void BeginYear();
   /// How many of them have not been posted to yet.
-  std::int64_t Uncovered() const { return static_cast<std::int64_t>(uncovered.size()); }
+  std::int64_t Uncovered() const { return static_cast<std::int64_t>(uncovered_.size()); }
 
   company::CompanyRecord Bill(const Occasion& occasion);
   company::CompanyRecord Check(const Occasion& occasion);
@@ -49,16 +48,16 @@ class Purchases {
   void BilledExpense(const Occasion& occasion, std::size_t account, Cents amount, std::string_view memo);
   void BilledItem(const Occasion& occasion, std::size_t item, std::int64_t pieces, Cents cost);
   std::size_t ExpenseAccount();
-  const Party& Vendor(std::size_t vendor) const { return company.people.vendors[vendor]; }
+  const Party& Vendor(std::size_t vendor) const { return company_.people.vendors[vendor]; }
 
-  Company& company;
-  Draft& draft;
-  Obligations& obligations;
-  Random& random;
-  std::vector<std::size_t> uncovered;
-  std::deque<std::size_t> toReorder;
-  std::int64_t lastBill = 1000;
-  std::int64_t lastCheck = 3000;
+  Company& company_;
+  Draft& draft_;
+  Obligations& obligations_;
+  Random& random_;
+  std::vector<std::size_t> uncovered_;
+  std::deque<std::size_t> toReorder_;
+  std::int64_t lastBill_ = 1000;
+  std::int64_t lastCheck_ = 3000;
 };
 
 }  // namespace krnqb::sample_company

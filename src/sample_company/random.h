@@ -14,10 +14,10 @@ namespace krnqb::sample_company {
 /// made first is the compiler's.
 class Random {
  public:
-  explicit Random(std::uint64_t seed) : engine(seed) {}
+  explicit Random(std::uint64_t seed) : engine_(seed) {}
 
   /// 0 up to, not including, `bound`, which is 1 to 4294967296.
-  std::uint64_t Below(std::uint64_t bound) { return ((engine() >> 32) * bound) >> 32; }
+  std::uint64_t Below(std::uint64_t bound) { return ((engine_() >> 32) * bound) >> 32; }
   /// Both ends included.
   std::int64_t Between(std::int64_t least, std::int64_t greatest) {
     return least + static_cast<std::int64_t>(Below(static_cast<std::uint64_t>(greatest - least + 1)));
@@ -44,7 +44,7 @@ class Random {
   }
 
  private:
-  std::mt19937_64 engine;
+  std::mt19937_64 engine_;
 };
 
 }  // namespace krnqb::sample_company

@@ -45,57 +45,56 @@ std::string_view MemoOf(RoutineCheck check) {
 
 }  // namespace
 
-Routine::Routine(Company& payingCompany, Draft& transactionDraft, Purchases& companyPurchases,
-                 Random& randomChoices)
-    : company(payingCompany),
-      draft(transactionDraft),
-      purchases(companyPurchases),
-      random(randomChoices),
-      customaryBalance(CheckingBalance()) {}
+Routine::Routine(Company& company, Draft& draft, Purchases& purchases, Random& random)
+    : company_(company),
+      draft_(draft),
+      purchases_(purchases),
+      random_(random),
+      customaryBalance_(CheckingBalance()) {}
 
 Cents Routine::CheckingBalance() const {
-  return company.accounts[company.accounts.Of(AccountRole::Checking)].debits;
+  return company_.accounts[company_.accounts.Of(AccountRole::Checking)].debits;
 }
 
 void Routine::BeginMonth(std::int64_t transactions) {
-  month.clear();
-  written = 0;
-  monthTransactions = transactions;
+  month_.clear();
+  written_ = 0;
+  monthTransactions_ = transactions;
   const auto wanted = static_cast<std::size_t>(transactions / transactionsPerRoutineCheck);
   for (std::size_t count = std::min(wanted, everyMonth.size()); count > 0; --count) {
-    month.push_back(everyMonth[turn++ % everyMonth.size()]);
+    month_.push_back(everyMonth[turn_++ % everyMonth.size()]);
   }
   for (std::int64_t paychecks = transactions / transactionsPerPaycheck; paychecks > 0; --paychecks) {
-    month.push_back(RoutineCheck::Payroll);
+    month_.push_back(RoutineCheck::Payroll);
   }
 }
 
 std::optional<RoutineCheck> Routine::Due(std::int64_t transaction) const {
-  if (written == month.size()) return std::nullopt;
-  const std::int64_t place = static_cast<std::int64_t>(written + 1) * monthTransactions /
-                             static_cast<std::int64_t>(month.size() + 1);
+  if (written_ == month_.size()) return std::nullopt;
+  const std::int64_t place = static_cast<std::int64_t>(written_ + 1) * monthTransactions_ /
+                             static_cast<std::int64_t>(month_.size() + 1);
   if (transaction < place) return std::nullopt;
-  return month[written];
+  return month_[written_];
 }
 
 company::CompanyRecord Routine::Write(RoutineCheck check, const Occasion& occasion) {
-  ++written;
-  const ChartOfAccounts& accounts = company.accounts;
+  ++written_;
+  const ChartOfAccounts& accounts = company_.accounts;
   std::size_t bank = accounts.Of(AccountRole::Checking);
-  draft.Begin("CheckRet", occasion);
+  draft_.Begin("CheckRet", occasion);
   switch (check) {
     case RoutineCheck::Payroll:
       Payroll(occasion);
       break;
     case RoutineCheck::PayrollLiabilities:
-      PayOff(accounts.Of(AccountRole::PayrollLiabilities), customaryBalance);
+      PayOff(accounts.Of(AccountRole::PayrollLiabilities), customaryBalance_);
       break;
     case RoutineCheck::Rent:
-      draft.ExpenseLine(accounts.Of(AccountRole::Rent), customaryBalance / 40 * occasion.pricePermille / 1000,
-                        "");
+      draft_.ExpenseLine(accounts.Of(AccountRole::Rent),
+                         customaryBalance_ / 40 * occasion.pricePermille / 1000, "");
       break;
     case RoutineCheck::Card:
-      PayOff(random.Pick(company.choices.cards), customaryBalance);
+      PayOff(random_.Pick(company_.choices.cards), customaryBalance_);
       break;
     case RoutineCheck::Draw:
       Draw();
@@ -109,61 +108,61 @@ company::CompanyRecord Routine::Write(RoutineCheck check, const Occasion& occasi
     case RoutineCheck::Investment:
       break;
   }
-  if (draft.Lines() == 0) Investment();
+  if (draft_.Lines() == 0) Investment();
   const std::vector<Party>& payees =
-      check == RoutineCheck::Payroll ? company.people.employees : company.people.vendors;
-  return purchases.FinishCheck(occasion, bank, random.Pick(payees).reference, MemoOf(check));
+      check == RoutineCheck::Payroll ? company_.people.employees : company_.people.vendors;
+  return purchases_.FinishCheck(occasion, bank, random_.Pick(payees).reference, MemoOf(check));
 }
 
 void Routine::Draw() {
-  const Cents spare = CheckingBalance() - customaryBalance;
-  if (spare > 0) draft.ExpenseLine(company.accounts.Of(AccountRole::Draw), spare * 6 / 10 + 1, "");
+  const Cents spare = CheckingBalance() - customaryBalance_;
+  if (spare > 0) draft_.ExpenseLine(company_.accounts.Of(AccountRole::Draw), spare * 6 / 10 + 1, "");
 }
 
 // Money goes to the savings, or comes back when the checking account is low.
 std::size_t Routine::Saving() {
-  const std::size_t checking = company.accounts.Of(AccountRole::Checking);
-  const std::size_t savings = company.accounts.Of(AccountRole::Savings);
-  if (CheckingBalance() < customaryBalance / 4) {
-    draft.ExpenseLine(checking, customaryBalance / 4, "");
+  const std::size_t checking = company_.accounts.Of(AccountRole::Checking);
+  const std::size_t savings = company_.accounts.Of(AccountRole::Savings);
+  if (CheckingBalance() < customaryBalance_ / 4) {
+    draft_.ExpenseLine(checking, customaryBalance_ / 4, "");
     return savings;
   }
-  draft.ExpenseLine(savings, CheckingBalance() / 20 + 1, "");
+  draft_.ExpenseLine(savings, CheckingBalance() / 20 + 1, "");
   return checking;
 }
 
 void Routine::Payroll(const Occasion& occasion) {
-  const Cents gross = random.Between(900, 2600) * occasion.pricePermille / 10;
+  const Cents gross = random_.Between(900, 2600) * occasion.pricePermille / 10;
   const Cents taxes = gross * payrollTaxPercent / 100;
-  draft.ExpenseLine(company.accounts.Of(AccountRole::Wages), gross, "Gross pay");
-  draft.ExpenseLine(company.accounts.Of(AccountRole::PayrollTaxes), taxes, "Employer taxes");
-  draft.ExpenseLine(company.accounts.Of(AccountRole::PayrollLiabilities),
-                    -(taxes + gross * withheldPercent / 100), "Withheld and owed");
+  draft_.ExpenseLine(company_.accounts.Of(AccountRole::Wages), gross, "Gross pay");
+  draft_.ExpenseLine(company_.accounts.Of(AccountRole::PayrollTaxes), taxes, "Employer taxes");
+  draft_.ExpenseLine(company_.accounts.Of(AccountRole::PayrollLiabilities),
+                     -(taxes + gross * withheldPercent / 100), "Withheld and owed");
 }
 
 void Routine::Loan() {
-  const std::size_t loan = company.accounts.Of(AccountRole::Loan);
-  const Cents owed = company.accounts.Balance(loan);
+  const std::size_t loan = company_.accounts.Of(AccountRole::Loan);
+  const Cents owed = company_.accounts.Balance(loan);
   if (owed < 20'000) return;
-  draft.ExpenseLine(loan, owed / 90, "Principal");
-  draft.ExpenseLine(company.accounts.Of(AccountRole::Interest), owed / 200, "Interest");
+  draft_.ExpenseLine(loan, owed / 90, "Principal");
+  draft_.ExpenseLine(company_.accounts.Of(AccountRole::Interest), owed / 200, "Interest");
 }
 
 void Routine::PayOff(std::size_t account, Cents most) {
-  const Cents owed = company.accounts.Balance(account);
-  if (owed > 0) draft.ExpenseLine(account, std::min(owed, most), "");
+  const Cents owed = company_.accounts.Balance(account);
+  if (owed > 0) draft_.ExpenseLine(account, std::min(owed, most), "");
 }
 
 // One type after the other. A debt is not paid beyond what is owed.
 void Routine::Investment() {
-  const ChartOfAccounts& accounts = company.accounts;
-  const auto& types = company.choices.balanceSheet;
-  std::size_t account = random.Pick(types[investments++ % types.size()]);
-  const Cents amount = random.Around(accounts[account].typical);
+  const ChartOfAccounts& accounts = company_.accounts;
+  const auto& types = company_.choices.balanceSheet;
+  std::size_t account = random_.Pick(types[investments_++ % types.size()]);
+  const Cents amount = random_.Around(accounts[account].typical);
   if (IsCreditType(accounts[account].type) && accounts.Balance(account) < amount) {
     account = accounts.Of(AccountRole::Machinery);
   }
-  draft.ExpenseLine(account, amount, "");
+  draft_.ExpenseLine(account, amount, "");
 }
 
 }  // namespace krnqb::sample_company

@@ -16,8 +16,7 @@ enum class RoutineCheck { Payroll, PayrollLiabilities, Rent, Card, Draw, Loan, S
 /// A quiet month has some of them, by turns.
 class Routine {
  public:
-  Routine(Company& payingCompany, Draft& transactionDraft, Purchases& companyPurchases,
-          Random& randomChoices);
+  Routine(Company& company, Draft& draft, Purchases& purchases, Random& random);
 
   /// `transactions` is the number of all transactions of the month to come.
   void BeginMonth(std::int64_t transactions);
@@ -37,16 +36,16 @@ class Routine {
   void Investment();
   Cents CheckingBalance() const;
 
-  Company& company;
-  Draft& draft;
-  Purchases& purchases;
-  Random& random;
-  Cents customaryBalance;  // of the checking account
-  std::vector<RoutineCheck> month;
-  std::int64_t monthTransactions = 0;
-  std::size_t written = 0;
-  std::size_t turn = 0;
-  std::size_t investments = 0;
+  Company& company_;
+  Draft& draft_;
+  Purchases& purchases_;
+  Random& random_;
+  Cents customaryBalance_;  // of the checking account
+  std::vector<RoutineCheck> month_;
+  std::int64_t monthTransactions_ = 0;
+  std::size_t written_ = 0;
+  std::size_t turn_ = 0;
+  std::size_t investments_ = 0;
 };
 
 }  // namespace krnqb::sample_company

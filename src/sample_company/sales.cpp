@@ -23,43 +23,38 @@ constexpr std::array<std::string_view, 3> paymentMethodNames = {"Cash", "Check",
 
 }  // namespace
 
-Sales::Sales(Company& sellingCompany, Draft& transactionDraft, Obligations& companyObligations,
-             Purchases& companyPurchases, Random& randomChoices)
-    : company(sellingCompany),
-      draft(transactionDraft),
-      obligations(companyObligations),
-      purchases(companyPurchases),
-      random(randomChoices) {
+Sales::Sales(Company& company, Draft& draft, Obligations& obligations, Purchases& purchases, Random& random)
+    : company_(company), draft_(draft), obligations_(obligations), purchases_(purchases), random_(random) {
   for (const std::string_view name : paymentMethodNames) {
-    const std::int64_t number = static_cast<std::int64_t>(paymentMethods.size()) + 1;
-    paymentMethods.push_back(ReferenceLines(ListIdText(number, company.begun), name));
+    const std::int64_t number = static_cast<std::int64_t>(paymentMethods_.size()) + 1;
+    paymentMethods_.push_back(ReferenceLines(ListIdText(number, company_.begun), name));
   }
 }
 
 company::CompanyRecord Sales::Invoice(const Occasion& occasion) {
-  const auto customer = static_cast<std::size_t>(random.Below(company.people.customers.size()));
-  draft.Begin("InvoiceRet", occasion);
-  Lines(occasion, random.Between(fewestInvoiceLines, mostInvoiceLines));
+  const auto customer = static_cast<std::size_t>(random_.Below(company_.people.customers.size()));
+  draft_.Begin("InvoiceRet", occasion);
+  Lines(occasion, random_.Between(fewestInvoiceLines, mostInvoiceLines));
   return FinishInvoice(occasion, customer);
 }
 
 company::CompanyRecord Sales::Receipt(const Occasion& occasion) {
-  draft.Begin("SalesReceiptRet", occasion);
-  Lines(occasion, random.Between(1, mostReceiptLines));
-  return FinishReceipt(occasion, random.Pick(company.people.customers));
+  draft_.Begin("SalesReceiptRet", occasion);
+  Lines(occasion, random_.Between(1, mostReceiptLines));
+  return FinishReceipt(occasion, random_.Pick(company_.people.customers));
 }
 
 company::CompanyRecord Sales::CostInvoice(const Occasion& occasion, std::size_t customer) {
-  const std::vector<OpenItem> costs = obligations.Settle({ObligationKind::BillCustomer, customer});
-  draft.Begin("InvoiceRet", occasion);
+  const std::vector<OpenItem> costs = obligations_.Settle({ObligationKind::BillCustomer, customer});
+  draft_.Begin("InvoiceRet", occasion);
   Line(occasion);
   // Items bought for a customer are sold to it: at their cost, or at their price.
   for (const OpenItem& cost : costs) {
     if (!cost.item) continue;
-    const Item& item = company.items.items[*cost.item];
+    const Item& item = company_.items.items[*cost.item];
     const Cents rate =
-        random.Chance(percentMarkedUp) ? PriceOf(item, occasion.pricePermille) : cost.amount / cost.pieces;
-    draft.SoldLine({*cost.item, cost.pieces * 100, rate});
+        random_.Chance(percentMarkedUp) ? PriceOf(item, occasion.pricePermille) : cost.amount / cost.pieces;
+    draft_.SoldLine({*cost.item, cost.pieces * 100, rate});
   }
   BilledCosts(costs);
   return FinishInvoice(occasion, customer);
@@ -71,22 +66,22 @@ void Sales::BilledCosts(const std::vector<OpenItem>& costs) {
   for (const OpenItem& cost : costs) {
     if (cost.item) continue;
     expenses.push_back(cost);
-    if (random.Chance(percentMarkedUp))
+    if (random_.Chance(percentMarkedUp))
       expenses.back().amount += std::max<Cents>(1, cost.amount * markupPercent / 100);
     total += expenses.back().amount;
   }
   if (expenses.empty()) return;
-  draft.OpenBilledCosts(total);
-  for (const OpenItem& expense : expenses) draft.BilledCostLine(expense.description, expense.amount);
-  draft.CloseBilledCosts();
+  draft_.OpenBilledCosts(total);
+  for (const OpenItem& expense : expenses) draft_.BilledCostLine(expense.description, expense.amount);
+  draft_.CloseBilledCosts();
 }
 
 company::CompanyRecord Sales::CustomerPayment(const Occasion& occasion, std::size_t customer) {
-  draft.Begin("SalesReceiptRet", occasion);
-  for (const OpenItem& invoice : obligations.Settle({ObligationKind::CollectFromCustomer, customer})) {
-    draft.PaymentLine(invoice.amount, fmt::format("Invoice {}", invoice.number));
+  draft_.Begin("SalesReceiptRet", occasion);
+  for (const OpenItem& invoice : obligations_.Settle({ObligationKind::CollectFromCustomer, customer})) {
+    draft_.PaymentLine(invoice.amount, fmt::format("Invoice {}", invoice.number));
   }
-  return FinishReceipt(occasion, company.people.customers[customer]);
+  return FinishReceipt(occasion, company_.people.customers[customer]);
 }
 
 void Sales::Lines(const Occasion& occasion, std::int64_t count) {
@@ -94,33 +89,33 @@ void Sales::Lines(const Occasion& occasion, std::int64_t count) {
 }
 
 void Sales::Line(const Occasion& occasion) {
-  const std::uint64_t choice = random.Below(100);
+  const std::uint64_t choice = random_.Below(100);
   if (choice < 30) {
     ServiceLine(occasion);
-  } else if (choice < 62 && company.settings.features.inventory) {
+  } else if (choice < 62 && company_.settings.features.inventory) {
     StockLine(occasion);
   } else if (choice < 88) {
-    const std::size_t goods = random.Pick(company.items.goods);
-    PieceLine(occasion, goods, random.Between(1, 8));
+    const std::size_t goods = random_.Pick(company_.items.goods);
+    PieceLine(occasion, goods, random_.Between(1, 8));
   } else if (choice < 94) {
-    PieceLine(occasion, random.Pick(company.items.charges), 1);
+    PieceLine(occasion, random_.Pick(company_.items.charges), 1);
   } else if (choice < 97) {
     GroupLines(occasion);
   } else {
-    draft.DescriptionLine(random.Pick(descriptions));
+    draft_.DescriptionLine(random_.Pick(descriptions));
     ServiceLine(occasion);
   }
 }
 
 void Sales::ServiceLine(const Occasion& occasion) {
-  const std::size_t service = random.Pick(company.items.services);
-  const std::int64_t quarterHours = random.Between(2, 48);
-  draft.SoldLine(
-      {service, quarterHours * 25, PriceOf(company.items.items[service], occasion.pricePermille), true});
+  const std::size_t service = random_.Pick(company_.items.services);
+  const std::int64_t quarterHours = random_.Between(2, 48);
+  draft_.SoldLine(
+      {service, quarterHours * 25, PriceOf(company_.items.items[service], occasion.pricePermille), true});
 }
 
 void Sales::StockLine(const Occasion& occasion) {
-  const std::int64_t pieces = random.Between(1, 10);
+  const std::int64_t pieces = random_.Between(1, 10);
   if (const auto item = ItemInStock(pieces)) {
     PieceLine(occasion, *item, pieces);
   } else {
@@ -130,84 +125,84 @@ void Sales::StockLine(const Occasion& occasion) {
 
 // Goods, with what may follow them: a discount, or a few pieces that come back.
 void Sales::PieceLine(const Occasion& occasion, std::size_t index, std::int64_t pieces) {
-  const Item& item = company.items.items[index];
+  const Item& item = company_.items.items[index];
   const Cents rate = PriceOf(item, occasion.pricePermille);
-  const Cents amount = draft.SoldLine({index, pieces * 100, rate});
-  if (company.settings.features.discounts && random.Chance(percentDiscounts)) {
-    draft.DiscountLine(random.Pick(company.items.discounts), amount);
+  const Cents amount = draft_.SoldLine({index, pieces * 100, rate});
+  if (company_.settings.features.discounts && random_.Chance(percentDiscounts)) {
+    draft_.DiscountLine(random_.Pick(company_.items.discounts), amount);
   }
-  if (pieces > 1 && random.Chance(percentReturns)) {
-    draft.SoldLine({index, -100 * random.Between(1, pieces - 1), rate});
+  if (pieces > 1 && random_.Chance(percentReturns)) {
+    draft_.SoldLine({index, -100 * random_.Between(1, pieces - 1), rate});
   }
 }
 
 void Sales::GroupLines(const Occasion& occasion) {
-  const std::size_t group = random.Pick(company.items.groups);
-  const std::int64_t pieces = random.Between(1, 3);
-  for (const GroupMember& member : company.items.items[group].members) {
-    const Item& item = company.items.items[member.item];
+  const std::size_t group = random_.Pick(company_.items.groups);
+  const std::int64_t pieces = random_.Between(1, 3);
+  for (const GroupMember& member : company_.items.items[group].members) {
+    const Item& item = company_.items.items[member.item];
     if (item.kind == ItemKind::Inventory && item.stock < pieces * member.quantity)
       return ServiceLine(occasion);
   }
-  draft.SoldGroup(group, pieces, occasion.pricePermille);
+  draft_.SoldGroup(group, pieces, occasion.pricePermille);
 }
 
 // An item of which there are so many pieces; those found to be short are reordered.
 std::optional<std::size_t> Sales::ItemInStock(std::int64_t pieces) {
   for (int attempt = 0; attempt < 3; ++attempt) {
-    const std::size_t index = random.Pick(company.items.inventory);
-    const Item& item = company.items.items[index];
-    if (item.stock - pieces < item.reorderPoint) purchases.Reorder(index);
+    const std::size_t index = random_.Pick(company_.items.inventory);
+    const Item& item = company_.items.items[index];
+    if (item.stock - pieces < item.reorderPoint) purchases_.Reorder(index);
     if (item.stock >= pieces) return index;
   }
   return std::nullopt;
 }
 
 company::CompanyRecord Sales::FinishInvoice(const Occasion& occasion, std::size_t index) {
-  const Party& customer = company.people.customers[index];
-  const std::size_t receivable = company.accounts.Of(AccountRole::Receivable);
+  const Party& customer = company_.people.customers[index];
+  const std::size_t receivable = company_.accounts.Of(AccountRole::Receivable);
   const Obligation payment{ObligationKind::CollectFromCustomer, index};
   const Day due = occasion.day + std::chrono::days(customer.termDays);
-  const bool isPaid = obligations.CanPromise(payment, due);
-  const std::int64_t number = ++lastInvoice;
-  if (isPaid) obligations.Promise(payment, due, {draft.Total(), number, {}, {}, 0});
+  const bool isPaid = obligations_.CanPromise(payment, due);
+  const std::int64_t number = ++lastInvoice_;
+  if (isPaid) obligations_.Promise(payment, due, {draft_.Total(), number, {}, {}, 0});
 
-  ElementText& head = draft.Head();
+  ElementText& head = draft_.Head();
   head.Block("CustomerRef", customer.reference);
-  head.Block("ARAccountRef", company.accounts[receivable].reference);
+  head.Block("ARAccountRef", company_.accounts[receivable].reference);
   head.Text("TxnDate", occasion.dayText);
   head.Number("RefNumber", number);
   head.Block("BillAddress", customer.address);
   head.Truth("IsPending", false);
   head.Text("DueDate", DayText(due));
   head.Text("ShipDate", occasion.dayText);
-  head.Money("Subtotal", draft.Total());
+  head.Money("Subtotal", draft_.Total());
   head.Money("SalesTaxTotal", 0);
-  head.Money("AppliedAmount", isPaid ? -draft.Total() : 0);
-  head.Money("BalanceRemaining", isPaid ? 0 : draft.Total());
+  head.Money("AppliedAmount", isPaid ? -draft_.Total() : 0);
+  head.Money("BalanceRemaining", isPaid ? 0 : draft_.Total());
   head.Truth("IsPaid", isPaid);
   head.Truth("IsToBePrinted", false);
-  draft.PostTotal(receivable);
-  return draft.Finish({});
+  draft_.PostTotal(receivable);
+  return draft_.Finish({});
 }
 
 company::CompanyRecord Sales::FinishReceipt(const Occasion& occasion, const Party& customer) {
-  const std::size_t bank = company.choices.Bank(random);
-  ElementText& head = draft.Head();
+  const std::size_t bank = company_.choices.Bank(random_);
+  ElementText& head = draft_.Head();
   head.Block("CustomerRef", customer.reference);
   head.Text("TxnDate", occasion.dayText);
-  head.Number("RefNumber", ++lastReceipt);
+  head.Number("RefNumber", ++lastReceipt_);
   head.Truth("IsPending", false);
-  head.Block("PaymentMethodRef", random.Pick(paymentMethods));
+  head.Block("PaymentMethodRef", random_.Pick(paymentMethods_));
   head.Text("DueDate", occasion.dayText);
   head.Text("ShipDate", occasion.dayText);
-  head.Money("Subtotal", draft.Total());
+  head.Money("Subtotal", draft_.Total());
   head.Money("SalesTaxTotal", 0);
-  head.Money("TotalAmount", draft.Total());
+  head.Money("TotalAmount", draft_.Total());
   head.Truth("IsToBePrinted", false);
-  head.Block("DepositToAccountRef", company.accounts[bank].reference);
-  draft.PostTotal(bank);
-  return draft.Finish({});
+  head.Block("DepositToAccountRef", company_.accounts[bank].reference);
+  draft_.PostTotal(bank);
+  return draft_.Finish({});
 }
 
 }  // namespace krnqb::sample_company

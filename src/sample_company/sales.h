@@ -16,8 +16,7 @@ namespace krnqb::sample_company {
 class Sales {
  public:
   /// What the sales take out of the stock is reordered by `companyPurchases`.
-  Sales(Company& sellingCompany, Draft& transactionDraft, Obligations& companyObligations,
-        Purchases& companyPurchases, Random& randomChoices);
+  Sales(Company& company, Draft& draft, Obligations& obligations, Purchases& purchases, Random& random);
 
   company::CompanyRecord Invoice(const Occasion& occasion);
   company::CompanyRecord Receipt(const Occasion& occasion);
@@ -38,14 +37,14 @@ class Sales {
   company::CompanyRecord FinishInvoice(const Occasion& occasion, std::size_t index);
   company::CompanyRecord FinishReceipt(const Occasion& occasion, const Party& customer);
 
-  Company& company;
-  Draft& draft;
-  Obligations& obligations;
-  Purchases& purchases;
-  Random& random;
-  std::vector<std::string> paymentMethods;  // the lines that refer to each
-  std::int64_t lastInvoice = 1000;
-  std::int64_t lastReceipt = 300;
+  Company& company_;
+  Draft& draft_;
+  Obligations& obligations_;
+  Purchases& purchases_;
+  Random& random_;
+  std::vector<std::string> paymentMethods_;  // the lines that refer to each
+  std::int64_t lastInvoice_ = 1000;
+  std::int64_t lastReceipt_ = 300;
 };
 
 }  // namespace krnqb::sample_company

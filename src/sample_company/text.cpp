@@ -36,7 +36,7 @@ void AppendTwoDigits(std::string& text, std::int64_t number) {
 
 void ElementText::Text(std::string_view name, std::string_view content) {
   Append("<", name, ">");
-  xml += content;
+  xml_ += content;
   Close(name);
 }
 
@@ -47,37 +47,37 @@ void ElementText::Number(std::string_view name, std::int64_t value) {
 
 void ElementText::Money(std::string_view name, Cents amount) {
   Append("<", name, ">");
-  AppendHundredths(xml, amount, true);
+  AppendHundredths(xml_, amount, true);
   Close(name);
 }
 
 void ElementText::Quantity(std::string_view name, std::int64_t hundredths) {
   Append("<", name, ">");
-  AppendHundredths(xml, hundredths, false);
+  AppendHundredths(xml_, hundredths, false);
   Close(name);
 }
 
 void ElementText::Id(std::string_view name, std::int64_t number, std::int64_t unixTime) {
   Append("<", name, ">");
-  fmt::format_to(std::back_inserter(xml), "{:X}-{}", number, unixTime);
+  fmt::format_to(std::back_inserter(xml_), "{:X}-{}", number, unixTime);
   Close(name);
 }
 
 void ElementText::Block(std::string_view name, std::string_view lines) {
   Open(name);
-  xml += lines;
+  xml_ += lines;
   Close(name);
 }
 
 void ElementText::Times(std::string_view dayText, std::int64_t secondOfDay, std::int64_t unixTime) {
   for (const std::string_view name : {"TimeCreated", "TimeModified"}) {
     Append("<", name, ">");
-    xml.append(dayText).append("T");
-    AppendTwoDigits(xml, secondOfDay / 3600);
-    xml += ':';
-    AppendTwoDigits(xml, secondOfDay / 60 % 60);
-    xml += ':';
-    AppendTwoDigits(xml, secondOfDay % 60);
+    xml_.append(dayText).append("T");
+    AppendTwoDigits(xml_, secondOfDay / 3600);
+    xml_ += ':';
+    AppendTwoDigits(xml_, secondOfDay / 60 % 60);
+    xml_ += ':';
+    AppendTwoDigits(xml_, secondOfDay % 60);
     Close(name);
   }
   Number("EditSequence", unixTime);

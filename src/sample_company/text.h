@@ -27,21 +27,21 @@ class ElementText {
   void Id(std::string_view name, std::int64_t number, std::int64_t unixTime);
   /// An element whose lines of content are `lines`.
   void Block(std::string_view name, std::string_view lines);
-  void Lines(std::string_view lines) { xml += lines; }
+  void Lines(std::string_view lines) { xml_ += lines; }
   /// TimeCreated, TimeModified and EditSequence.
   void Times(std::string_view dayText, std::int64_t secondOfDay, std::int64_t unixTime);
   void Times(std::int64_t unixTime);
 
-  void Clear() { xml.clear(); }
-  std::size_t Size() const { return xml.size(); }
-  const std::string& Xml() const { return xml; }
+  void Clear() { xml_.clear(); }
+  std::size_t Size() const { return xml_.size(); }
+  const std::string& Xml() const { return xml_; }
 
  private:
   void Append(std::string_view begin, std::string_view name, std::string_view end) {
-    xml.append(begin).append(name).append(end);
+    xml_.append(begin).append(name).append(end);
   }
 
-  std::string xml;
+  std::string xml_;
 };
 
 /// The lines that refer to a list entry: ListID and FullName, the latter plain UTF-8.

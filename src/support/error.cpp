@@ -39,7 +39,7 @@ std::string_view StandardDescription(std::int32_t number) noexcept {
 
 Error::Error(std::int32_t errorNumber) : Error(errorNumber, std::string(StandardDescription(errorNumber))) {}
 
-Error::Error(std::int32_t errorNumber, std::string errorDescription)
-    : number(errorNumber), description(std::move(errorDescription)) {}
+Error::Error(std::int32_t number, std::string description)
+    : number_(number), description_(std::move(description)) {}
 
 }  // namespace krnqb

@@ -22,30 +22,30 @@ bool IsDigit(char character) noexcept {
 // Reads a text from the front; nothing is consumed by a test that fails.
 class Scanner {
  public:
-  explicit Scanner(std::string_view text) noexcept : rest(text) {}
+  explicit Scanner(std::string_view text) noexcept : rest_(text) {}
 
-  bool AtEnd() const noexcept { return rest.empty(); }
+  bool AtEnd() const noexcept { return rest_.empty(); }
   bool AtDigit(std::size_t offset = 0) const noexcept {
-    return offset < rest.size() && IsDigit(rest[offset]);
+    return offset < rest_.size() && IsDigit(rest_[offset]);
   }
-  bool At(char character) const noexcept { return !rest.empty() && rest.front() == character; }
+  bool At(char character) const noexcept { return !rest_.empty() && rest_.front() == character; }
   char Take() noexcept {
-    const char character = rest.front();
-    rest.remove_prefix(1);
+    const char character = rest_.front();
+    rest_.remove_prefix(1);
     return character;
   }
   bool TakeIf(char character) noexcept {
     if (!At(character)) return false;
-    rest.remove_prefix(1);
+    rest_.remove_prefix(1);
     return true;
   }
   void SkipBlanks() noexcept {
-    while (!rest.empty() && IsBlank(rest.front())) rest.remove_prefix(1);
+    while (!rest_.empty() && IsBlank(rest_.front())) rest_.remove_prefix(1);
   }
-  std::string_view Rest() const noexcept { return rest; }
+  std::string_view Rest() const noexcept { return rest_; }
 
  private:
-  std::string_view rest;
+  std::string_view rest_;
 };
 
 // The marks that may stand around the digits, each at most once.

@@ -8,17 +8,17 @@
 namespace krnqb {
 
 bool Variant::IsObject() const noexcept {
-  return std::holds_alternative<XmlElement>(value) || std::holds_alternative<ObjectReference>(value);
+  return std::holds_alternative<XmlElement>(value_) || std::holds_alternative<ObjectReference>(value_);
 }
 
 bool Variant::IsNothing() const noexcept {
-  if (const auto* element = std::get_if<XmlElement>(&value)) return !*element;
-  const auto* reference = std::get_if<ObjectReference>(&value);
+  if (const auto* element = std::get_if<XmlElement>(&value_)) return !*element;
+  const auto* reference = std::get_if<ObjectReference>(&value_);
   return reference != nullptr && *reference == nullptr;
 }
 
 const XmlElement* Variant::AsElement() const noexcept {
-  const auto* element = std::get_if<XmlElement>(&value);
+  const auto* element = std::get_if<XmlElement>(&value_);
   return element != nullptr && *element ? element : nullptr;
 }
 

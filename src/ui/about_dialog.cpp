@@ -31,8 +31,8 @@ Form DesignedAboutForm() {
   return form;
 }
 
-AboutDialog::AboutDialog(Toolkit& shownBy, std::optional<SystemInformation> informedSystem)
-    : toolkit(shownBy), system(std::move(informedSystem)) {
+AboutDialog::AboutDialog(Toolkit& toolkit, std::optional<SystemInformation> system)
+    : toolkit_(toolkit), system_(std::move(system)) {
   form = DesignedAboutForm();
   const std::string title(ApplicationTitle());
   form.caption = std::string(text::aboutCaption) + title;
@@ -41,7 +41,7 @@ AboutDialog::AboutDialog(Toolkit& shownBy, std::optional<SystemInformation> info
   const std::string version = std::string(text::version) + std::string(ApplicationVersion());
   form.At(control::version.name).text = version;
   form.At(control::version.name).accessibleName = version;
-  if (!system) {
+  if (!system_) {
     std::erase_if(form.controls,
                   [](const Control& control) { return control.name == control::systemInformation.name; });
   }
@@ -50,8 +50,8 @@ AboutDialog::AboutDialog(Toolkit& shownBy, std::optional<SystemInformation> info
 void AboutDialog::Pressed(std::string_view button) {
   if (button == control::okButton.name) {
     Unload();
-  } else if (!StartSysInfo(*system)) {
-    toolkit.ShowMessage(text::systemInformationUnavailable);
+  } else if (!StartSysInfo(*system_)) {
+    toolkit_.ShowMessage(text::systemInformationUnavailable);
   }
 }
 

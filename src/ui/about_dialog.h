@@ -16,13 +16,13 @@ class AboutDialog final : public Dialog {
  public:
   /// With the application's title and version. Where there is no system to ask, the button that starts its
   /// information tool is left out. The toolkit outlives the dialog.
-  AboutDialog(Toolkit& shownBy, std::optional<SystemInformation> informedSystem);
+  AboutDialog(Toolkit& toolkit, std::optional<SystemInformation> system);
 
  private:
   void Pressed(std::string_view button) override;
 
-  Toolkit& toolkit;
-  std::optional<SystemInformation> system;
+  Toolkit& toolkit_;
+  std::optional<SystemInformation> system_;
 };
 
 }  // namespace krnqb::ui

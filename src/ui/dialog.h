@@ -17,7 +17,7 @@ class Dialog {
   Dialog& operator=(const Dialog&) = delete;
 
   const Form& Shown() const noexcept { return form; }
-  bool IsOpen() const noexcept { return open; }
+  bool IsOpen() const noexcept { return open_; }
 
   void Press(std::string_view button);
   void Check(std::string_view checkBox, bool checked);
@@ -33,12 +33,12 @@ class Dialog {
   /// A check box has changed; its control says so already.
   virtual void Clicked(std::string_view /*checkBox*/) {}
 
-  void Unload() noexcept { open = false; }
+  void Unload() noexcept { open_ = false; }
 
   Form form;
 
  private:
-  bool open = true;
+  bool open_ = true;
 };
 
 }  // namespace krnqb::ui

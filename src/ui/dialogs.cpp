@@ -10,22 +10,22 @@ namespace {
 // Which options dialog is shown, for as long as it is.
 class ShownOptions {
  public:
-  ShownOptions(OptionsDialog*& place, OptionsDialog& shown) noexcept : options(place) { options = &shown; }
-  ~ShownOptions() { options = nullptr; }
+  ShownOptions(OptionsDialog*& place, OptionsDialog& shown) noexcept : options_(place) { options_ = &shown; }
+  ~ShownOptions() { options_ = nullptr; }
   ShownOptions(const ShownOptions&) = delete;
   ShownOptions& operator=(const ShownOptions&) = delete;
 
  private:
-  OptionsDialog*& options;
+  OptionsDialog*& options_;
 };
 
 }  // namespace
 
-Dialogs::Dialogs(std::shared_ptr<Toolkit> shownBy, std::optional<SystemInformation> informedSystem)
-    : toolkit(std::move(shownBy)), system(std::move(informedSystem)) {}
+Dialogs::Dialogs(std::shared_ptr<Toolkit> toolkit, std::optional<SystemInformation> system)
+    : toolkit_(std::move(toolkit)), system_(std::move(system)) {}
 
 void Dialogs::ShowMessage(std::string_view text) {
-  toolkit->ShowMessage(text);
+  toolkit_->ShowMessage(text);
 }
 
 Variant Dialogs::ShowDialog(QBDataExchange& component, QBKRN_Dialogs dialog) {
@@ -49,25 +49,25 @@ Variant Dialogs::ShowDialog(QBDataExchange& component, QBKRN_Dialogs dialog) {
 }
 
 void Dialogs::ShowAbout() {
-  AboutDialog about(*toolkit, system);
-  toolkit->ShowModal(about);
+  AboutDialog about(*toolkit_, system_);
+  toolkit_->ShowModal(about);
 }
 
 void Dialogs::ProgressBarChange(std::int16_t PercentValue, std::string_view Description) {
-  if (options != nullptr) options->ShowProgress(PercentValue, Description);
+  if (options_ != nullptr) options_->ShowProgress(PercentValue, Description);
 }
 
 void Dialogs::ShowOptions(QBDataExchange& component, OptionsQBKRNEnum mode) {
-  if (options != nullptr) throw Error(error_number::formAlreadyShown);
-  OptionsDialog dialog(*toolkit);
+  if (options_ != nullptr) throw Error(error_number::formAlreadyShown);
+  OptionsDialog dialog(*toolkit_);
   dialog.QBDataExchangeObject(&component);
   dialog.Mode(mode);
-  const ShownOptions shown(options, dialog);
-  toolkit->ShowModal(dialog);
+  const ShownOptions shown(options_, dialog);
+  toolkit_->ShowModal(dialog);
 }
 
 std::string Dialogs::AskForFile(QBKRN_Dialogs dialog) {
-  std::optional<std::string> path = toolkit->AskForFile(SettingsOf(dialog).value());
+  std::optional<std::string> path = toolkit_->AskForFile(SettingsOf(dialog).value());
   if (!path) throw Error(error_number::dialogCancelled);
   return std::move(*path);
 }

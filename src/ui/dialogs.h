@@ -33,9 +33,9 @@ class Dialogs final : public UserInterface, public EventSink {
   void ShowOptions(QBDataExchange& component, OptionsQBKRNEnum mode);
   std::string AskForFile(QBKRN_Dialogs dialog);
 
-  std::shared_ptr<Toolkit> toolkit;
-  std::optional<SystemInformation> system;
-  OptionsDialog* options = nullptr;  // while it is shown
+  std::shared_ptr<Toolkit> toolkit_;
+  std::optional<SystemInformation> system_;
+  OptionsDialog* options_ = nullptr;  // while it is shown
 };
 
 }  // namespace krnqb::ui

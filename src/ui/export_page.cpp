@@ -20,21 +20,21 @@ constexpr std::array boxes{Box{control::exportIncomeSubAccounts, text::exportInc
 
 }  // namespace
 
-ExportPage::ExportPage(Form& dialogForm) : form(dialogForm) {
+ExportPage::ExportPage(Form& form) : form_(form) {
   Control page = MakeControl(ControlKind::Page, control::exportPage);
   page.accessibleName = text::exportPageSpoken;
-  form.controls.push_back(page);
+  form_.controls.push_back(page);
   int row = 0;
   for (const Box& box : boxes) {
     Control checkBox = MakeControl(ControlKind::CheckBox, box.id, box.text);
     checkBox.page = control::exportPage.name;
     checkBox.row = row++;
-    form.controls.push_back(checkBox);
+    form_.controls.push_back(checkBox);
   }
 }
 
 void ExportPage::ClearAll() {
-  for (const Box& box : boxes) form.At(box.id.name).checked = false;
+  for (const Box& box : boxes) form_.At(box.id.name).checked = false;
 }
 
 }  // namespace krnqb::ui

@@ -8,13 +8,13 @@ namespace krnqb::ui {
 /// Works on its controls in the dialog's form, which outlives it.
 class ExportPage {
  public:
-  explicit ExportPage(Form& dialogForm);
+  explicit ExportPage(Form& form);
 
   /// Unchecks every box, from the first to the last.
   void ClearAll();
 
  private:
-  Form& form;
+  Form& form_;
 };
 
 }  // namespace krnqb::ui

@@ -26,15 +26,15 @@ Control BalancesList() {
 
 }  // namespace
 
-ImportPage::ImportPage(Form& dialogForm) : form(dialogForm) {
+ImportPage::ImportPage(Form& form) : form_(form) {
   Control page = MakeControl(ControlKind::Page, control::importPage);
   page.accessibleName = text::importPageSpoken;
-  form.controls.push_back(page);
+  form_.controls.push_back(page);
 
   const auto add = [this](int row, Control added) {
     added.page = control::importPage.name;
     added.row = row;
-    form.controls.push_back(std::move(added));
+    form_.controls.push_back(std::move(added));
   };
   add(0, MakeControl(ControlKind::CheckBox, control::includeIncomeAccounts, text::includeIncomeAccounts));
   add(1, MakeControl(ControlKind::CheckBox, control::includeExpenseAccounts, text::includeExpenseAccounts));
@@ -46,21 +46,21 @@ ImportPage::ImportPage(Form& dialogForm) : form(dialogForm) {
 }
 
 bool ImportPage::IncludeIncomeAccounts() const {
-  return form.At(control::includeIncomeAccounts.name).checked;
+  return form_.At(control::includeIncomeAccounts.name).checked;
 }
 
 bool ImportPage::IncludeExpenseAccounts() const {
-  return form.At(control::includeExpenseAccounts.name).checked;
+  return form_.At(control::includeExpenseAccounts.name).checked;
 }
 
 std::int16_t ImportPage::BalancesImport() const {
-  const Control& list = form.At(control::balances.name);
+  const Control& list = form_.At(control::balances.name);
   return list.entries.at(static_cast<std::size_t>(list.selected)).data;
 }
 
 void ImportPage::Clicked() {
   const bool included = IncludeIncomeAccounts() || IncludeExpenseAccounts();
-  form.At(control::balances.name).enabled = included;
+  form_.At(control::balances.name).enabled = included;
   if (onIncluded) onIncluded(included);
 }
 

@@ -13,7 +13,7 @@ class ImportPage {
  public:
   /// Adds the page and its controls to the form. Both boxes are unchecked, and the balances, of which "None"
   /// is selected, cannot be chosen.
-  explicit ImportPage(Form& dialogForm);
+  explicit ImportPage(Form& form);
 
   bool IncludeIncomeAccounts() const;
   bool IncludeExpenseAccounts() const;
@@ -31,7 +31,7 @@ class ImportPage {
   std::function<void(bool included)> onIncluded;
 
  private:
-  Form& form;
+  Form& form_;
 };
 
 }  // namespace krnqb::ui

@@ -28,7 +28,7 @@ Control DialogButton(const ControlId& id, std::string_view text) {
 
 }  // namespace
 
-OptionsDialog::OptionsDialog(Toolkit& shownBy) : toolkit(shownBy), importPage(form), exportPage(form) {
+OptionsDialog::OptionsDialog(Toolkit& toolkit) : toolkit_(toolkit), importPage_(form), exportPage_(form) {
   form.name = optionsForm;
   form.defaultButton = control::importButton.name;
   form.cancelButton = control::cancelButton.name;
@@ -40,7 +40,7 @@ OptionsDialog::OptionsDialog(Toolkit& shownBy) : toolkit(shownBy), importPage(fo
   form.controls.back().enabled = false;
   form.controls.push_back(DialogButton(control::cancelButton, text::cancelButton));
   form.controls.push_back(DialogButton(control::helpButton, text::helpButton));
-  importPage.onIncluded = [this](bool included) { form.At(control::importButton.name).enabled = included; };
+  importPage_.onIncluded = [this](bool included) { form.At(control::importButton.name).enabled = included; };
   Mode(OptionsKRNtoQB);
 }
 
@@ -56,10 +56,10 @@ void OptionsDialog::Mode(std::int32_t mode) {
 }
 
 void OptionsDialog::ShowProgress(std::int16_t percent, std::string_view description) {
-  if (!importing) return;
+  if (!importing_) return;
   form.At(control::progressBar.name).percent = std::clamp<int>(percent, 0, 100);
   form.At(control::progressText.name).text = description;
-  toolkit.ShowNow(*this);
+  toolkit_.ShowNow(*this);
 }
 
 void OptionsDialog::Pressed(std::string_view button) {
@@ -68,27 +68,27 @@ void OptionsDialog::Pressed(std::string_view button) {
 }
 
 void OptionsDialog::Clicked(std::string_view checkBox) {
-  if (form.At(checkBox).page == control::importPage.name) importPage.Clicked();
+  if (form.At(checkBox).page == control::importPage.name) importPage_.Clicked();
 }
 
 void OptionsDialog::Import() {
-  if (component == nullptr) throw Error(error_number::objectNotSet);
-  component->BalancesImport(static_cast<QBKRN_BalancesImport>(importPage.BalancesImport()));
-  component->IncludeExpenseAccounts(importPage.IncludeExpenseAccounts());
-  component->IncludeIncomeAccounts(importPage.IncludeIncomeAccounts());
+  if (component_ == nullptr) throw Error(error_number::objectNotSet);
+  component_->BalancesImport(static_cast<QBKRN_BalancesImport>(importPage_.BalancesImport()));
+  component_->IncludeExpenseAccounts(importPage_.IncludeExpenseAccounts());
+  component_->IncludeIncomeAccounts(importPage_.IncludeIncomeAccounts());
   ShowThatItWorks();
-  component->Go();  // what failed stands in the component's error pair
-  importing = false;
+  component_->Go();  // what failed stands in the component's error pair
+  importing_ = false;
 }
 
 void OptionsDialog::ShowThatItWorks() {
-  importing = true;
+  importing_ = true;
   for (Control& control : form.controls) control.enabled = false;
   for (const ControlId& progress : {control::progressBar, control::progressText}) {
     form.At(progress.name).visible = true;
     form.At(progress.name).enabled = true;
   }
-  toolkit.ShowNow(*this);
+  toolkit_.ShowNow(*this);
 }
 
 }  // namespace krnqb::ui

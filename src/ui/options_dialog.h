@@ -17,7 +17,7 @@ namespace krnqb::ui {
 class OptionsDialog final : public Dialog {
  public:
   /// In mode 1, without a component. The toolkit outlives the dialog.
-  explicit OptionsDialog(Toolkit& shownBy);
+  explicit OptionsDialog(Toolkit& toolkit);
 
   /// 2 while the import page is shown, else 1.
   std::int32_t Mode() const;
@@ -25,8 +25,8 @@ class OptionsDialog final : public Dialog {
   void Mode(std::int32_t mode);
 
   /// The component that the Import button acts on, or null. It outlives the dialog.
-  QBDataExchange* QBDataExchangeObject() const noexcept { return component; }
-  void QBDataExchangeObject(QBDataExchange* exchange) noexcept { component = exchange; }
+  QBDataExchange* QBDataExchangeObject() const noexcept { return component_; }
+  void QBDataExchangeObject(QBDataExchange* exchange) noexcept { component_ = exchange; }
 
   /// Both do nothing.
   void ShowQBtoKRN() const noexcept {}
@@ -42,11 +42,11 @@ class OptionsDialog final : public Dialog {
   void Import();
   void ShowThatItWorks();
 
-  Toolkit& toolkit;
-  QBDataExchange* component = nullptr;
-  ImportPage importPage;
-  ExportPage exportPage;
-  bool importing = false;
+  Toolkit& toolkit_;
+  QBDataExchange* component_ = nullptr;
+  ImportPage importPage_;
+  ExportPage exportPage_;
+  bool importing_ = false;
 };
 
 }  // namespace krnqb::ui

@@ -67,7 +67,7 @@ XmlElement XmlElement::Parse(std::string_view text) {
 }
 
 XmlElement XmlElement::Own() const {
-  return outside == nullptr ? *this : Parse(outside->Xml());
+  return outside_ == nullptr ? *this : Parse(outside_->Xml());
 }
 
 std::string XmlElement::Name() const {
@@ -84,48 +84,48 @@ std::string XmlElement::Text() const {
 }
 
 std::optional<std::string> XmlElement::Attribute(std::string_view name) const {
-  if (node == nullptr) return std::nullopt;
+  if (node_ == nullptr) return std::nullopt;
   const LibraryText value(xmlGetNoNsProp(XmlTree::NodeOf(*this), LibraryString(std::string(name))));
   if (value == nullptr) return std::nullopt;
   return std::string(View(value.get()));
 }
 
 std::string XmlElement::Xml() const {
-  if (outside != nullptr) return outside->Xml();
+  if (outside_ != nullptr) return outside_->Xml();
   xmlNode* const self = Required(*this);
   const std::unique_ptr<xmlBuffer, FreeBuffer> buffer(xmlBufferCreate());
   if (buffer == nullptr) throw std::bad_alloc();
   xmlBufferSetAllocationScheme(buffer.get(), XML_BUFFER_ALLOC_DOUBLEIT);
-  if (xmlNodeDump(buffer.get(), tree->document, self, 0, 0) < 0) throw Error(error_number::unspecified);
+  if (xmlNodeDump(buffer.get(), tree_->document, self, 0, 0) < 0) throw Error(error_number::unspecified);
   return {View(xmlBufferContent(buffer.get())).data(),
           static_cast<std::size_t>(xmlBufferLength(buffer.get()))};
 }
 
 long XmlElement::Line() const noexcept {
-  return node == nullptr ? 0 : xmlGetLineNo(XmlTree::NodeOf(*this));
+  return node_ == nullptr ? 0 : xmlGetLineNo(XmlTree::NodeOf(*this));
 }
 
 XmlElement XmlElement::Parent() const noexcept {
-  if (node == nullptr) return {};
+  if (node_ == nullptr) return {};
   xmlNode* const parent = XmlTree::NodeOf(*this)->parent;
-  return parent == nullptr || !IsElement(parent) ? XmlElement() : XmlTree::Handle(tree, parent);
+  return parent == nullptr || !IsElement(parent) ? XmlElement() : XmlTree::Handle(tree_, parent);
 }
 
 XmlElement XmlElement::FirstChild() const noexcept {
-  return node == nullptr ? XmlElement()
-                         : XmlTree::Handle(tree, FirstElement(XmlTree::NodeOf(*this)->children));
+  return node_ == nullptr ? XmlElement()
+                          : XmlTree::Handle(tree_, FirstElement(XmlTree::NodeOf(*this)->children));
 }
 
 XmlElement XmlElement::LastChild() const noexcept {
-  return node == nullptr ? XmlElement() : XmlTree::Handle(tree, LastElement(XmlTree::NodeOf(*this)->last));
+  return node_ == nullptr ? XmlElement() : XmlTree::Handle(tree_, LastElement(XmlTree::NodeOf(*this)->last));
 }
 
 XmlElement XmlElement::NextSibling() const noexcept {
-  return node == nullptr ? XmlElement() : XmlTree::Handle(tree, FirstElement(XmlTree::NodeOf(*this)->next));
+  return node_ == nullptr ? XmlElement() : XmlTree::Handle(tree_, FirstElement(XmlTree::NodeOf(*this)->next));
 }
 
 XmlElement XmlElement::PreviousSibling() const noexcept {
-  return node == nullptr ? XmlElement() : XmlTree::Handle(tree, LastElement(XmlTree::NodeOf(*this)->prev));
+  return node_ == nullptr ? XmlElement() : XmlTree::Handle(tree_, LastElement(XmlTree::NodeOf(*this)->prev));
 }
 
 std::vector<XmlElement> XmlElement::Children() const {
@@ -135,15 +135,15 @@ std::vector<XmlElement> XmlElement::Children() const {
 }
 
 XmlElement XmlElement::Child(std::string_view name) const noexcept {
-  if (node == nullptr) return {};
+  if (node_ == nullptr) return {};
   xmlNode* child = FirstElement(XmlTree::NodeOf(*this)->children);
   while (child != nullptr && (child->ns != nullptr || View(child->name) != name))
     child = FirstElement(child->next);
-  return XmlTree::Handle(tree, child);
+  return XmlTree::Handle(tree_, child);
 }
 
 XmlElement XmlElement::Root() const noexcept {
-  return node == nullptr ? XmlElement() : XmlTree::Handle(tree, xmlDocGetRootElement(tree->document));
+  return node_ == nullptr ? XmlElement() : XmlTree::Handle(tree_, xmlDocGetRootElement(tree_->document));
 }
 
 XmlElement XmlElement::NextInDocument() const noexcept {
@@ -163,14 +163,14 @@ std::string XmlElement::FirstTextNode() const {
 
 XmlElement XmlElement::Select(const std::string& path) const {
   xmlNode* const self = Required(*this);
-  const std::vector<xmlNode*> nodes = tree->Evaluate(path, self);
-  return nodes.empty() ? XmlElement() : XmlTree::Handle(tree, nodes.front());
+  const std::vector<xmlNode*> nodes = tree_->Evaluate(path, self);
+  return nodes.empty() ? XmlElement() : XmlTree::Handle(tree_, nodes.front());
 }
 
 std::vector<XmlElement> XmlElement::SelectAll(const std::string& path) const {
   xmlNode* const self = Required(*this);
   std::vector<XmlElement> elements;
-  for (xmlNode* selected : tree->Evaluate(path, self)) elements.push_back(XmlTree::Handle(tree, selected));
+  for (xmlNode* selected : tree_->Evaluate(path, self)) elements.push_back(XmlTree::Handle(tree_, selected));
   return elements;
 }
 
@@ -180,14 +180,14 @@ void XmlElement::SetText(std::string_view text) {
     xmlNode* const child = self->children;
     xmlUnlinkNode(child);
     if (IsElement(child)) {
-      tree->removed.push_back(child);
+      tree_->removed.push_back(child);
     } else {
       xmlFreeNode(child);
     }
   }
   if (text.empty()) return;
   // A text node takes the text as it stands; setting content would read "&" as the begin of a reference.
-  xmlNode* const content = xmlNewDocTextLen(tree->document, reinterpret_cast<const xmlChar*>(text.data()),
+  xmlNode* const content = xmlNewDocTextLen(tree_->document, reinterpret_cast<const xmlChar*>(text.data()),
                                             static_cast<int>(text.size()));
   if (content == nullptr) throw std::bad_alloc();
   xmlAddChild(self, content);
@@ -212,19 +212,19 @@ XmlElement XmlElement::Clone() const {
 
 XmlElement XmlElement::InsertCopy(const XmlElement& source, const XmlElement& before) {
   xmlNode* const self = Required(*this);
-  xmlNode* const copy = CopyInto(tree->document, Required(source));
+  xmlNode* const copy = CopyInto(tree_->document, Required(source));
   if (before) {
     xmlAddPrevSibling(XmlTree::NodeOf(before), copy);
   } else {
     xmlAddChild(self, copy);
   }
-  return XmlTree::Handle(tree, copy);
+  return XmlTree::Handle(tree_, copy);
 }
 
 void XmlElement::Remove() {
   xmlNode* const self = Required(*this);
   xmlUnlinkNode(self);
-  tree->removed.push_back(self);
+  tree_->removed.push_back(self);
 }
 
 }  // namespace krnqb

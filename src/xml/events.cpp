@@ -12,12 +12,11 @@ namespace {
 // The library gives five pointers an attribute: name, prefix, namespace, and the value's begin and end.
 class LibraryAttributes final : public XmlEventAttributes {
  public:
-  LibraryAttributes(const xmlChar** attributePointers, int attributeCount)
-      : pointers(attributePointers), count(attributeCount) {}
+  LibraryAttributes(const xmlChar** pointers, int count) : pointers_(pointers), count_(count) {}
 
   std::optional<std::string> Find(std::string_view name) const override {
-    for (int index = 0; index < count; ++index) {
-      const xmlChar** const attribute = pointers + index * 5;
+    for (int index = 0; index < count_; ++index) {
+      const xmlChar** const attribute = pointers_ + index * 5;
       if (attribute[1] != nullptr || reinterpret_cast<const char*>(attribute[0]) != name) continue;
       return Decoded(
           {reinterpret_cast<const char*>(attribute[3]), reinterpret_cast<const char*>(attribute[4])});
@@ -35,8 +34,8 @@ class LibraryAttributes final : public XmlEventAttributes {
     return value;
   }
 
-  const xmlChar** pointers;
-  int count;
+  const xmlChar** pointers_;
+  int count_;
 };
 
 // No exception may pass through the library: the first one is kept, ends the parse, and goes on from there.

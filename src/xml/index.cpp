@@ -4,13 +4,13 @@ namespace krnqb {
 
 XmlTextIndex::XmlTextIndex(const XmlElement& element, std::string_view name) {
   for (XmlElement candidate = element.Root(); candidate; candidate = candidate.NextInDocument()) {
-    if (candidate.Name() == name) elements.try_emplace(candidate.Text(), candidate);
+    if (candidate.Name() == name) elements_.try_emplace(candidate.Text(), candidate);
   }
 }
 
 XmlElement XmlTextIndex::Find(const std::string& text) const {
-  const auto found = elements.find(text);
-  return found == elements.end() ? XmlElement() : found->second;
+  const auto found = elements_.find(text);
+  return found == elements_.end() ? XmlElement() : found->second;
 }
 
 }  // namespace krnqb

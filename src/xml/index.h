@@ -19,7 +19,7 @@ class XmlTextIndex {
   XmlElement Find(const std::string& text) const;
 
  private:
-  std::unordered_map<std::string, XmlElement> elements;
+  std::unordered_map<std::string, XmlElement> elements_;
 };
 
 }  // namespace krnqb

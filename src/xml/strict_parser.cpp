@@ -37,20 +37,20 @@ void RefuseUnparsedEntity(void* context, const xmlChar* /*name*/, const xmlChar*
 
 }  // namespace
 
-StrictParser::StrictParser() : context(xmlNewParserCtxt()) {
-  if (context == nullptr) throw std::bad_alloc();
-  context->_private = this;
-  context->sax->serror = KeepError;
-  context->sax->entityDecl = RefuseEntityDeclaration;
-  context->sax->unparsedEntityDecl = RefuseUnparsedEntity;
+StrictParser::StrictParser() : context_(xmlNewParserCtxt()) {
+  if (context_ == nullptr) throw std::bad_alloc();
+  context_->_private = this;
+  context_->sax->serror = KeepError;
+  context_->sax->entityDecl = RefuseEntityDeclaration;
+  context_->sax->unparsedEntityDecl = RefuseUnparsedEntity;
 }
 
 StrictParser::~StrictParser() {
-  xmlFreeParserCtxt(context);
+  xmlFreeParserCtxt(context_);
 }
 
 xmlSAXHandler& StrictParser::Handlers() noexcept {
-  return *context->sax;
+  return *context_->sax;
 }
 
 StrictParser& StrictParser::Of(void* parserContext) noexcept {
@@ -58,7 +58,7 @@ StrictParser& StrictParser::Of(void* parserContext) noexcept {
 }
 
 void* StrictParser::SubjectOf(void* parserContext) noexcept {
-  return Of(parserContext).subject;
+  return Of(parserContext).subject_;
 }
 
 void StrictParser::Stop(void* parserContext) noexcept {
@@ -68,7 +68,7 @@ void StrictParser::Stop(void* parserContext) noexcept {
 }
 
 void StrictParser::KeepFault(long line, std::string message) {
-  if (!fault) fault = XmlFault{line, std::move(message)};
+  if (!fault_) fault_ = XmlFault{line, std::move(message)};
 }
 
 xmlDoc* StrictParser::Parse(std::string_view source, XmlEncoding encoding) {
@@ -78,10 +78,10 @@ xmlDoc* StrictParser::Parse(std::string_view source, XmlEncoding encoding) {
   }
   const bool utf8 = encoding == XmlEncoding::Utf8;
   const int options = utf8 ? strictOptions | XML_PARSE_IGNORE_ENC : strictOptions;
-  xmlDoc* document = xmlCtxtReadMemory(context, source.data(), static_cast<int>(source.size()), nullptr,
+  xmlDoc* document = xmlCtxtReadMemory(context_, source.data(), static_cast<int>(source.size()), nullptr,
                                        utf8 ? "UTF-8" : nullptr, options);
   if (document == nullptr) KeepFault(1, "the document is empty");
-  if (!fault) return document;
+  if (!fault_) return document;
   xmlFreeDoc(document);
   return nullptr;
 }

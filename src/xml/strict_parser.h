@@ -30,23 +30,23 @@ class StrictParser {
   /// The library's handlers, for a caller that wants events in place of a tree; set before `Parse`. `subject`
   /// reaches them through `SubjectOf`.
   _xmlSAXHandler& Handlers() noexcept;
-  void Subject(void* subjectOfHandlers) noexcept { subject = subjectOfHandlers; }
+  void Subject(void* subjectOfHandlers) noexcept { subject_ = subjectOfHandlers; }
   static void* SubjectOf(void* context) noexcept;
   /// Ends the parse from inside a handler.
   static void Stop(void* context) noexcept;
 
   /// Parses the source; gives the document, which the caller owns, or null with `Fault` set.
   _xmlDoc* Parse(std::string_view source, XmlEncoding encoding);
-  const std::optional<XmlFault>& Fault() const noexcept { return fault; }
+  const std::optional<XmlFault>& Fault() const noexcept { return fault_; }
 
   /// Keeps the first fault of the document: those that follow come from it.
   void KeepFault(long line, std::string message);
   static StrictParser& Of(void* context) noexcept;
 
  private:
-  _xmlParserCtxt* context;
-  std::optional<XmlFault> fault;
-  void* subject = nullptr;
+  _xmlParserCtxt* context_;
+  std::optional<XmlFault> fault_;
+  void* subject_ = nullptr;
 };
 
 }  // namespace krnqb

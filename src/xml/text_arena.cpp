@@ -11,14 +11,14 @@ constexpr std::size_t pieceSize = 64 * 1024;
 
 std::string_view TextArena::Keep(std::string_view text) {
   if (text.empty()) return "";
-  if (capacity - used < text.size()) {
-    capacity = std::max(pieceSize, text.size());
-    pieces.push_back(std::make_unique_for_overwrite<char[]>(capacity));
-    used = 0;
+  if (capacity_ - used_ < text.size()) {
+    capacity_ = std::max(pieceSize, text.size());
+    pieces_.push_back(std::make_unique_for_overwrite<char[]>(capacity_));
+    used_ = 0;
   }
-  char* const place = pieces.back().get() + used;
+  char* const place = pieces_.back().get() + used_;
   std::ranges::copy(text, place);
-  used += text.size();
+  used_ += text.size();
   return {place, text.size()};
 }
 

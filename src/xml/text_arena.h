@@ -14,9 +14,9 @@ class TextArena {
   std::string_view Keep(std::string_view text);
 
  private:
-  std::vector<std::unique_ptr<char[]>> pieces;
-  std::size_t used = 0;
-  std::size_t capacity = 0;
+  std::vector<std::unique_ptr<char[]>> pieces_;
+  std::size_t used_ = 0;
+  std::size_t capacity_ = 0;
 };
 
 }  // namespace krnqb

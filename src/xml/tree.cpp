@@ -23,7 +23,7 @@ XmlTree::XmlTree(xmlDoc* ownedDocument) : document(ownedDocument) {
 }
 
 XmlTree::~XmlTree() {
-  if (evaluation != nullptr) xmlXPathFreeContext(evaluation);
+  if (evaluation_ != nullptr) xmlXPathFreeContext(evaluation_);
   for (xmlNode* node : removed) xmlFreeNode(node);
   xmlFreeDoc(document);
 }
@@ -33,21 +33,21 @@ XmlElement XmlTree::Handle(std::shared_ptr<XmlTree> tree, xmlNode* node) noexcep
 }
 
 const std::shared_ptr<XmlTree>& XmlTree::TreeOf(const XmlElement& element) noexcept {
-  return element.tree;
+  return element.tree_;
 }
 
 xmlNode* XmlTree::NodeOf(const XmlElement& element) noexcept {
-  return reinterpret_cast<xmlNode*>(element.node);
+  return reinterpret_cast<xmlNode*>(element.node_);
 }
 
 std::vector<xmlNode*> XmlTree::Evaluate(const std::string& path, xmlNode* from) {
-  if (evaluation == nullptr) {
-    evaluation = xmlXPathNewContext(document);
-    evaluation->error = IgnoreError;
+  if (evaluation_ == nullptr) {
+    evaluation_ = xmlXPathNewContext(document);
+    evaluation_->error = IgnoreError;
   }
-  evaluation->node = from;
+  evaluation_->node = from;
   const std::unique_ptr<xmlXPathObject, FreeXPathObject> result(
-      xmlXPathEvalExpression(reinterpret_cast<const xmlChar*>(path.c_str()), evaluation));
+      xmlXPathEvalExpression(reinterpret_cast<const xmlChar*>(path.c_str()), evaluation_));
   if (result == nullptr || result->type != XPATH_NODESET) throw Error(error_number::unspecified);
   std::vector<xmlNode*> nodes;
   if (result->nodesetval == nullptr) return nodes;

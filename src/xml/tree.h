@@ -34,7 +34,7 @@ struct XmlTree {
   std::vector<_xmlNode*> removed;
 
  private:
-  _xmlXPathContext* evaluation = nullptr;
+  _xmlXPathContext* evaluation_ = nullptr;
 };
 
 }  // namespace krnqb

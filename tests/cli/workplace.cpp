@@ -73,16 +73,16 @@ std::string WithoutStamps(std::string text) {
   return text;
 }
 
-Workplace::Workplace() : folder(MakeFolder()) {
+Workplace::Workplace() : folder_(MakeFolder()) {
   for (const std::string product : {"ald", "bri", "cor"}) {
     const std::string sample = KRNQB_SAMPLES "/plans/nursery-" + product + ".kpf";
-    WriteText(folder / (product + ".kpf"), ReadText(sample));
+    WriteText(folder_ / (product + ".kpf"), ReadText(sample));
   }
 }
 
 Workplace::~Workplace() {
   std::error_code ignored;
-  fs::remove_all(folder, ignored);
+  fs::remove_all(folder_, ignored);
 }
 
 std::string Workplace::Nursery(std::string_view processorVersion) const {

@@ -40,9 +40,9 @@ class Workplace {
   Workplace(const Workplace&) = delete;
   Workplace& operator=(const Workplace&) = delete;
 
-  const std::filesystem::path& Folder() const noexcept { return folder; }
+  const std::filesystem::path& Folder() const noexcept { return folder_; }
   /// The path of a file in the folder.
-  std::string operator/(std::string_view name) const { return (folder / name).string(); }
+  std::string operator/(std::string_view name) const { return (folder_ / name).string(); }
 
   /// Makes the sample company nursery.qbw and gives its path.
   std::string Nursery(std::string_view processorVersion = "1.1") const;
@@ -55,7 +55,7 @@ class Workplace {
   std::vector<std::string> ImportArguments(std::string_view plan, const std::vector<std::string>& more) const;
 
  private:
-  std::filesystem::path folder;
+  std::filesystem::path folder_;
 };
 
 }  // namespace krnqb::cli::tests

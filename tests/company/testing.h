@@ -22,26 +22,26 @@ class TemporaryFolder {
   TemporaryFolder() {
     std::string name = (std::filesystem::temp_directory_path() / "krnqb-company-XXXXXX").string();
     if (mkdtemp(name.data()) == nullptr) throw Error(error_number::unspecified, "no temporary folder");
-    path = name;
+    path_ = name;
   }
   ~TemporaryFolder() {
     std::error_code ignored;
-    std::filesystem::remove_all(path, ignored);
+    std::filesystem::remove_all(path_, ignored);
   }
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-  std::filesystem::path File(std::string_view name) const { return path / name; }
+  std::filesystem::path File(std::string_view name) const { return path_ / name; }
 
   std::vector<std::string> FileNames() const {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(path))
+    for (const auto& entry : std::filesystem::directory_iterator(path_))
       names.push_back(entry.path().filename());
     return names;
   }
 
  private:
-  std::filesystem::path path;
+  std::filesystem::path path_;
 };
 
 inline std::string ReadBytes(const std::filesystem::path& file) {

@@ -50,49 +50,49 @@ struct DatedQuickBooks {
 /// A processor that records each question in the journal and answers it.
 class DatedProcessor : public RequestProcessor {
  public:
-  DatedProcessor(std::shared_ptr<DatedQuickBooks> program, std::shared_ptr<Journal> sharedJournal)
-      : quickBooks(std::move(program)), journal(std::move(sharedJournal)) {}
+  DatedProcessor(std::shared_ptr<DatedQuickBooks> quickBooks, std::shared_ptr<Journal> journal)
+      : quickBooks_(std::move(quickBooks)), journal_(std::move(journal)) {}
 
   std::string ProcessRequest(std::string_view /*ticket*/, std::string_view request) override {
-    quickBooks->requests.emplace_back(request);
+    quickBooks_->requests.emplace_back(request);
     const std::string question = Question(request);
-    journal->Record("ProcessRequest " + question);
-    return quickBooks->AnswerTo(question);
+    journal_->Record("ProcessRequest " + question);
+    return quickBooks_->AnswerTo(question);
   }
   void OpenConnection(std::string_view /*applicationIdentifier*/,
                       std::string_view /*applicationName*/) override {}
   std::string BeginSession(std::string_view /*companyFile*/, std::int32_t /*fileMode*/) override {
-    isOpen = true;
+    isOpen_ = true;
     return "ticket";
   }
   std::string GetCurrentCompanyFileName(std::string_view /*ticket*/) override {
-    return isOpen ? quickBooks->company : "";
+    return isOpen_ ? quickBooks_->company : "";
   }
-  std::int16_t MajorVersion() override { return quickBooks->majorVersion; }
+  std::int16_t MajorVersion() override { return quickBooks_->majorVersion; }
   std::int16_t MinorVersion() override { return 0; }
 
  private:
-  std::shared_ptr<DatedQuickBooks> quickBooks;
-  std::shared_ptr<Journal> journal;
-  bool isOpen = false;
+  std::shared_ptr<DatedQuickBooks> quickBooks_;
+  std::shared_ptr<Journal> journal_;
+  bool isOpen_ = false;
 };
 
 class DatedProcessorFactory : public RequestProcessorFactory {
  public:
-  DatedProcessorFactory(std::shared_ptr<DatedQuickBooks> program, std::shared_ptr<Journal> sharedJournal)
-      : quickBooks(std::move(program)), journal(std::move(sharedJournal)) {}
+  DatedProcessorFactory(std::shared_ptr<DatedQuickBooks> quickBooks, std::shared_ptr<Journal> journal)
+      : quickBooks_(std::move(quickBooks)), journal_(std::move(journal)) {}
 
   std::unique_ptr<RequestProcessor> Create() override {
     if (refusal) throw *refusal;
-    return std::make_unique<DatedProcessor>(quickBooks, journal);
+    return std::make_unique<DatedProcessor>(quickBooks_, journal_);
   }
 
   /// What the next session is refused with.
   std::optional<Error> refusal;
 
  private:
-  std::shared_ptr<DatedQuickBooks> quickBooks;
-  std::shared_ptr<Journal> journal;
+  std::shared_ptr<DatedQuickBooks> quickBooks_;
+  std::shared_ptr<Journal> journal_;
 };
 
 }  // namespace krnqb::fakes

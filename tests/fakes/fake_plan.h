@@ -31,29 +31,29 @@ struct PlanContent {
 
 class FakePlanTable : public PlanTable {
  public:
-  FakePlanTable(std::string content, std::shared_ptr<Journal> sharedJournal)
-      : text(std::move(content)), journal(std::move(sharedJournal)) {}
+  FakePlanTable(std::string text, std::shared_ptr<Journal> journal)
+      : text_(std::move(text)), journal_(std::move(journal)) {}
 
   std::string Serialize() override {
-    journal->Record("Serialize");
-    return text;
+    journal_->Record("Serialize");
+    return text_;
   }
 
  private:
-  std::string text;
-  std::shared_ptr<Journal> journal;
+  std::string text_;
+  std::shared_ptr<Journal> journal_;
 };
 
 class FakePlanData : public PlanData {
  public:
-  FakePlanData(std::shared_ptr<PlanContent> planContent, std::shared_ptr<Journal> sharedJournal)
-      : content(std::move(planContent)), journal(std::move(sharedJournal)) {}
+  FakePlanData(std::shared_ptr<PlanContent> content, std::shared_ptr<Journal> journal)
+      : content_(std::move(content)), journal_(std::move(journal)) {}
 
   std::shared_ptr<PlanTable> tables(std::string_view id) override {
-    journal->Record("tables " + ShortTableId(id));
-    const auto table = content->tables.find(std::string(id));
-    if (table == content->tables.end()) throw Error(error_number::subscriptOutOfRange);
-    return std::make_shared<FakePlanTable>(table->second, journal);
+    journal_->Record("tables " + ShortTableId(id));
+    const auto table = content_->tables.find(std::string(id));
+    if (table == content_->tables.end()) throw Error(error_number::subscriptOutOfRange);
+    return std::make_shared<FakePlanTable>(table->second, journal_);
   }
 
   /// Takes over each tableitem of the document, and writes over the argument, which nobody may read
@@ -64,9 +64,9 @@ class FakePlanData : public PlanData {
     std::string line = "Deserialize";
     for (const std::string& item : items) line += " " + ShortTableId(IdOf(item));
     if (items.empty()) line += taken.empty() ? " nothing" : " no table";
-    journal->Record(line);
-    content->loaded.push_back(taken);
-    for (const std::string& item : items) content->tables[IdOf(item)] = item;
+    journal_->Record(line);
+    content_->loaded.push_back(taken);
+    for (const std::string& item : items) content_->tables[IdOf(item)] = item;
   }
 
  private:
@@ -86,33 +86,33 @@ class FakePlanData : public PlanData {
     return item.substr(start, item.find('"', start) - start);
   }
 
-  std::shared_ptr<PlanContent> content;
-  std::shared_ptr<Journal> journal;
+  std::shared_ptr<PlanContent> content_;
+  std::shared_ptr<Journal> journal_;
 };
 
 class FakePlan : public PlanObject {
  public:
-  FakePlan(std::shared_ptr<PlanContent> planContent, std::shared_ptr<Journal> sharedJournal)
-      : content(std::move(planContent)), journal(std::move(sharedJournal)) {}
-  ~FakePlan() override { journal->Note("plan released"); }
+  FakePlan(std::shared_ptr<PlanContent> content, std::shared_ptr<Journal> journal)
+      : content_(std::move(content)), journal_(std::move(journal)) {}
+  ~FakePlan() override { journal_->Note("plan released"); }
   FakePlan(const FakePlan&) = delete;
   FakePlan& operator=(const FakePlan&) = delete;
 
   bool OpenPlan(std::string_view planFile) override {
-    journal->Record("OpenPlan " + std::string(planFile));
+    journal_->Record("OpenPlan " + std::string(planFile));
     return canOpen;
   }
 
   std::shared_ptr<PlanData> Data() override {
-    journal->Record("Data");
-    return std::make_shared<FakePlanData>(content, journal);
+    journal_->Record("Data");
+    return std::make_shared<FakePlanData>(content_, journal_);
   }
 
   bool canOpen = true;
 
  private:
-  std::shared_ptr<PlanContent> content;
-  std::shared_ptr<Journal> journal;
+  std::shared_ptr<PlanContent> content_;
+  std::shared_ptr<Journal> journal_;
 };
 
 }  // namespace krnqb::fakes

@@ -47,79 +47,79 @@ inline std::string RequestNumber(std::string_view request) {
 /// than its session's is recorded as such; a question without a session fails.
 class FakeRequestProcessor : public RequestProcessor {
  public:
-  FakeRequestProcessor(std::shared_ptr<FakeQuickBooks> program, std::shared_ptr<Journal> sharedJournal)
-      : quickBooks(std::move(program)), journal(std::move(sharedJournal)) {}
-  ~FakeRequestProcessor() override { journal->Note("processor released"); }
+  FakeRequestProcessor(std::shared_ptr<FakeQuickBooks> quickBooks, std::shared_ptr<Journal> journal)
+      : quickBooks_(std::move(quickBooks)), journal_(std::move(journal)) {}
+  ~FakeRequestProcessor() override { journal_->Note("processor released"); }
   FakeRequestProcessor(const FakeRequestProcessor&) = delete;
   FakeRequestProcessor& operator=(const FakeRequestProcessor&) = delete;
 
   std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
-    quickBooks->requests.emplace_back(request);
+    quickBooks_->requests.emplace_back(request);
     const std::string number = RequestNumber(request);
     const std::string from = TextBetween(request, "<FromReportDate>", "</FromReportDate>") +
                              TextBetween(request, "<FromTxnDate>", "</FromTxnDate>");
     const std::string to = TextBetween(request, "<ToReportDate>", "</ToReportDate>") +
                            TextBetween(request, "<ToTxnDate>", "</ToTxnDate>");
-    journal->Record("ProcessRequest " + number + (from.empty() ? "" : " " + from + " " + to) +
-                    Stranger(ticket));
+    journal_->Record("ProcessRequest " + number + (from.empty() ? "" : " " + from + " " + to) +
+                     Stranger(ticket));
     RequireSession();
-    const auto answer = quickBooks->answers.find(number);
-    return answer == quickBooks->answers.end() ? "<QBXML><QBXMLMsgsRs/></QBXML>" : answer->second;
+    const auto answer = quickBooks_->answers.find(number);
+    return answer == quickBooks_->answers.end() ? "<QBXML><QBXMLMsgsRs/></QBXML>" : answer->second;
   }
 
   void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
-    journal->Record("OpenConnection " + std::string(applicationIdentifier) + ", " +
-                    std::string(applicationName));
+    journal_->Record("OpenConnection " + std::string(applicationIdentifier) + ", " +
+                     std::string(applicationName));
   }
 
   std::string BeginSession(std::string_view companyFile, std::int32_t fileMode) override {
-    journal->Record("BeginSession \"" + std::string(companyFile) + "\" " + std::to_string(fileMode));
-    sessionTicket = "ticket " + std::to_string(++quickBooks->sessions);
-    return sessionTicket;
+    journal_->Record("BeginSession \"" + std::string(companyFile) + "\" " + std::to_string(fileMode));
+    sessionTicket_ = "ticket " + std::to_string(++quickBooks_->sessions);
+    return sessionTicket_;
   }
 
   std::string GetCurrentCompanyFileName(std::string_view ticket) override {
-    journal->Record("GetCurrentCompanyFileName" + Stranger(ticket));
+    journal_->Record("GetCurrentCompanyFileName" + Stranger(ticket));
     RequireSession();
-    return quickBooks->company;
+    return quickBooks_->company;
   }
 
   std::int16_t MajorVersion() override {
-    journal->Record("MajorVersion");
-    return quickBooks->majorVersion;
+    journal_->Record("MajorVersion");
+    return quickBooks_->majorVersion;
   }
 
   std::int16_t MinorVersion() override {
-    journal->Record("MinorVersion");
-    return quickBooks->minorVersion;
+    journal_->Record("MinorVersion");
+    return quickBooks_->minorVersion;
   }
 
  private:
   std::string Stranger(std::string_view ticket) const {
-    return sessionTicket.empty() || ticket == sessionTicket ? "" : " with \"" + std::string(ticket) + "\"";
+    return sessionTicket_.empty() || ticket == sessionTicket_ ? "" : " with \"" + std::string(ticket) + "\"";
   }
   void RequireSession() const {
-    if (sessionTicket.empty()) throw Error(error_number::unspecified, "there is no session");
+    if (sessionTicket_.empty()) throw Error(error_number::unspecified, "there is no session");
   }
 
-  std::shared_ptr<FakeQuickBooks> quickBooks;
-  std::shared_ptr<Journal> journal;
-  std::string sessionTicket;
+  std::shared_ptr<FakeQuickBooks> quickBooks_;
+  std::shared_ptr<Journal> journal_;
+  std::string sessionTicket_;
 };
 
 class FakeProcessorFactory : public RequestProcessorFactory {
  public:
-  FakeProcessorFactory(std::shared_ptr<FakeQuickBooks> program, std::shared_ptr<Journal> sharedJournal)
-      : quickBooks(std::move(program)), journal(std::move(sharedJournal)) {}
+  FakeProcessorFactory(std::shared_ptr<FakeQuickBooks> quickBooks, std::shared_ptr<Journal> journal)
+      : quickBooks_(std::move(quickBooks)), journal_(std::move(journal)) {}
 
   std::unique_ptr<RequestProcessor> Create() override {
-    journal->Record("create processor");
-    return std::make_unique<FakeRequestProcessor>(quickBooks, journal);
+    journal_->Record("create processor");
+    return std::make_unique<FakeRequestProcessor>(quickBooks_, journal_);
   }
 
  private:
-  std::shared_ptr<FakeQuickBooks> quickBooks;
-  std::shared_ptr<Journal> journal;
+  std::shared_ptr<FakeQuickBooks> quickBooks_;
+  std::shared_ptr<Journal> journal_;
 };
 
 }  // namespace krnqb::fakes

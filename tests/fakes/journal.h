@@ -17,9 +17,9 @@ class Journal {
 
   /// Records a line, then does what is planned for it, which may throw.
   void Record(const std::string& line) {
-    lines.push_back(line);
+    lines_.push_back(line);
     std::vector<Action> due;
-    for (Plan& plan : plans) {
+    for (Plan& plan : plans_) {
       if (plan.line != line) continue;
       ++plan.seen;
       if (plan.occurrence == everyTime || plan.occurrence == plan.seen) due.push_back(plan.action);
@@ -28,15 +28,15 @@ class Journal {
   }
 
   /// Records a line and does nothing else, for destructors.
-  void Note(const std::string& line) { lines.push_back(line); }
+  void Note(const std::string& line) { lines_.push_back(line); }
 
   /// Plans an action for each record of a line, counted from now on.
   void On(const std::string& line, Action action) {
-    plans.push_back({line, everyTime, 0, std::move(action)});
+    plans_.push_back({line, everyTime, 0, std::move(action)});
   }
   /// Plans an action for one record of a line; `occurrence` is counted from 1 and from now on.
   void OnOccurrence(const std::string& line, int occurrence, Action action) {
-    plans.push_back({line, occurrence, 0, std::move(action)});
+    plans_.push_back({line, occurrence, 0, std::move(action)});
   }
   void Fail(const std::string& line, const Error& error) {
     On(line, [error] { throw error; });
@@ -46,20 +46,20 @@ class Journal {
   }
 
   /// Forgets what is planned.
-  void Heal() { plans.clear(); }
+  void Heal() { plans_.clear(); }
   /// Forgets what is recorded.
-  void Clear() { lines.clear(); }
+  void Clear() { lines_.clear(); }
 
   /// The recorded lines, one below the other.
   std::string Text() const {
     std::string text;
-    for (const std::string& line : lines) text += line + "\n";
+    for (const std::string& line : lines_) text += line + "\n";
     return text;
   }
 
   int Count(const std::string& line) const {
     int count = 0;
-    for (const std::string& recorded : lines) {
+    for (const std::string& recorded : lines_) {
       if (recorded == line) ++count;
     }
     return count;
@@ -73,8 +73,8 @@ class Journal {
     int seen;
     Action action;
   };
-  std::vector<std::string> lines;
-  std::vector<Plan> plans;
+  std::vector<std::string> lines_;
+  std::vector<Plan> plans_;
 };
 
 }  // namespace krnqb::fakes

@@ -15,28 +15,28 @@ namespace krnqb::fakes {
 class RecordingSink : public EventSink {
  public:
   explicit RecordingSink(std::shared_ptr<Journal> sharedJournal, const std::string& name = {})
-      : journal(std::move(sharedJournal)), prefix(name.empty() ? "" : name + ": ") {}
+      : journal_(std::move(sharedJournal)), prefix_(name.empty() ? "" : name + ": ") {}
 
   void XMLprocessing(Variant& oXML) override {
     receivedNothing = oXML.IsObject() && oXML.IsNothing();
     oXML = Variant("left behind by the host");
-    journal->Record(prefix + "XMLprocessing");
+    journal_->Record(prefix_ + "XMLprocessing");
   }
   void TableModified(std::string_view sTableID) override {
-    journal->Record(prefix + "TableModified " + std::string(sTableID));
+    journal_->Record(prefix_ + "TableModified " + std::string(sTableID));
   }
-  void AfterImport() override { journal->Record(prefix + "AfterImport"); }
+  void AfterImport() override { journal_->Record(prefix_ + "AfterImport"); }
   void ProgressBarChange(std::int16_t PercentValue, std::string_view Description) override {
-    journal->Record(prefix + "ProgressBarChange " + std::to_string(PercentValue) + " " +
-                    std::string(Description));
+    journal_->Record(prefix_ + "ProgressBarChange " + std::to_string(PercentValue) + " " +
+                     std::string(Description));
   }
 
   /// Whether the last XMLprocessing came with Nothing.
   bool receivedNothing = false;
 
  private:
-  std::shared_ptr<Journal> journal;
-  std::string prefix;
+  std::shared_ptr<Journal> journal_;
+  std::string prefix_;
 };
 
 }  // namespace krnqb::fakes

@@ -12,15 +12,15 @@ namespace krnqb::fakes {
 /// An object of the host's own, which tells when it is released.
 class ReleasableObject : public Object {
  public:
-  ReleasableObject(std::shared_ptr<Journal> sharedJournal, std::string lineAtRelease)
-      : journal(std::move(sharedJournal)), line(std::move(lineAtRelease)) {}
-  ~ReleasableObject() override { journal->Note(line); }
+  ReleasableObject(std::shared_ptr<Journal> journal, std::string lineAtRelease)
+      : journal_(std::move(journal)), line_(std::move(lineAtRelease)) {}
+  ~ReleasableObject() override { journal_->Note(line_); }
   ReleasableObject(const ReleasableObject&) = delete;
   ReleasableObject& operator=(const ReleasableObject&) = delete;
 
  private:
-  std::shared_ptr<Journal> journal;
-  std::string line;
+  std::shared_ptr<Journal> journal_;
+  std::string line_;
 };
 
 }  // namespace krnqb::fakes

@@ -24,8 +24,8 @@ class ChildProcess {
   int Wait();
 
  private:
-  pid_t process = -1;
-  files::FileDescriptor output;
+  pid_t process_ = -1;
+  files::FileDescriptor output_;
 };
 
 }  // namespace krnqb::plan_file

@@ -14,13 +14,13 @@ namespace fs = std::filesystem;
 TemporaryFolder::TemporaryFolder() {
   std::string pattern = (fs::temp_directory_path() / "krnqb-plan-XXXXXX").string();
   if (::mkdtemp(pattern.data()) == nullptr) throw Error(error_number::unspecified, "no temporary folder");
-  path = fs::canonical(pattern);
+  path_ = fs::canonical(pattern);
 }
 
 TemporaryFolder::~TemporaryFolder() {
   std::error_code ignored;
-  fs::permissions(path, fs::perms::owner_all, ignored);
-  fs::remove_all(path, ignored);
+  fs::permissions(path_, fs::perms::owner_all, ignored);
+  fs::remove_all(path_, ignored);
 }
 
 void WriteText(const fs::path& file, std::string_view text) {

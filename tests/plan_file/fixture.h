@@ -18,11 +18,11 @@ class TemporaryFolder {
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-  const std::filesystem::path& Path() const noexcept { return path; }
-  std::filesystem::path operator/(std::string_view name) const { return path / name; }
+  const std::filesystem::path& Path() const noexcept { return path_; }
+  std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
 
  private:
-  std::filesystem::path path;
+  std::filesystem::path path_;
 };
 
 void WriteText(const std::filesystem::path& file, std::string_view text);

@@ -192,18 +192,17 @@ TEST_F(PlanSave, CopiesThePreviousVersionWhereAFileHasOneNameOnly) {
 // What the system reports of one file name of a folder.
 class NameWatch {
  public:
-  explicit NameWatch(fs::path watchedFile)
-      : watched(std::move(watchedFile)), queue(::inotify_init1(IN_NONBLOCK)) {
-    EXPECT_GE(::inotify_add_watch(queue.Number(), watched.parent_path().c_str(), reported), 0);
+  explicit NameWatch(fs::path watched) : watched_(std::move(watched)), queue_(::inotify_init1(IN_NONBLOCK)) {
+    EXPECT_GE(::inotify_add_watch(queue_.Number(), watched_.parent_path().c_str(), reported), 0);
   }
 
   std::vector<std::uint32_t> Events() {
     alignas(inotify_event) std::array<char, 65536> events{};
-    const ssize_t length = ::read(queue.Number(), events.data(), events.size());
+    const ssize_t length = ::read(queue_.Number(), events.data(), events.size());
     std::vector<std::uint32_t> ofName;
     for (ssize_t at = 0; at < length;) {
       const auto* event = reinterpret_cast<const inotify_event*>(events.data() + at);
-      if (event->name == watched.filename().string()) ofName.push_back(event->mask);
+      if (event->name == watched_.filename().string()) ofName.push_back(event->mask);
       at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
     }
     return ofName;
@@ -212,8 +211,8 @@ class NameWatch {
  private:
   static constexpr std::uint32_t reported = IN_CREATE | IN_DELETE | IN_MODIFY | IN_MOVED_FROM | IN_MOVED_TO;
 
-  fs::path watched;
-  files::FileDescriptor queue;
+  fs::path watched_;
+  files::FileDescriptor queue_;
 };
 
 TEST_F(PlanSave, NeitherTakesThePlansNameAwayNorWritesInPlace) {

@@ -35,7 +35,7 @@ class StepOperations : public files::SystemFileOperations {
  public:
   using Action = std::function<std::error_code(Step, Moment)>;
 
-  explicit StepOperations(Action stepAction) : action(std::move(stepAction)) {}
+  explicit StepOperations(Action action) : action_(std::move(action)) {}
 
   std::error_code CheckWritable(const std::filesystem::path& file) override {
     return Around(Step::CheckWritable, [&] { return files::SystemFileOperations::CheckWritable(file); });
@@ -54,7 +54,7 @@ class StepOperations : public files::SystemFileOperations {
     return Around(Step::Write, [&] {
       const std::size_t half = contents.size() / 2;
       std::error_code failure = files::SystemFileOperations::Write(file, contents.substr(0, half));
-      if (!failure) failure = action(Step::Write, Moment::During);
+      if (!failure) failure = action_(Step::Write, Moment::During);
       return failure ? failure : files::SystemFileOperations::Write(file, contents.substr(half));
     });
   }
@@ -79,12 +79,12 @@ class StepOperations : public files::SystemFileOperations {
  private:
   template <typename Work>
   std::error_code Around(Step step, Work work) {
-    if (const std::error_code failure = action(step, Moment::Before)) return failure;
+    if (const std::error_code failure = action_(step, Moment::Before)) return failure;
     if (const std::error_code failure = work()) return failure;
-    return action(step, Moment::After);
+    return action_(step, Moment::After);
   }
 
-  Action action;
+  Action action_;
 };
 
 }  // namespace krnqb::plan_file

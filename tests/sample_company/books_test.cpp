@@ -30,7 +30,7 @@ class Books {
  public:
   explicit Books(const GeneratedCompany& company) : accounts(company.Accounts()) {
     for (const XmlElement& item : company.Items())
-      itemAccounts[TextAt(item, "ListID")] = company::ReadItemAccounts(item);
+      itemAccounts_[TextAt(item, "ListID")] = company::ReadItemAccounts(item);
     for (const XmlElement& transaction : company.Transactions()) {
       const std::string year = TextAt(transaction, "TxnDate").substr(0, 4);
       for (const company::Posting& posting : company::ReadPostings(transaction)) Post(posting, year);
@@ -54,7 +54,7 @@ class Books {
  private:
   void Post(const company::Posting& posting, const std::string& year) {
     if (posting.target == company::PostingTarget::Account) return Post(posting.key, posting.amount, year);
-    for (const company::ItemAccount& account : itemAccounts[posting.key]) {
+    for (const company::ItemAccount& account : itemAccounts_[posting.key]) {
       if (account.target != posting.target) continue;
       const auto cost = std::llround(account.unitCost.value_or(0) * posting.quantity);
       Post(account.account, account.unitCost ? cost : posting.amount, year);
@@ -65,7 +65,7 @@ class Books {
     yearsOf[account].insert(year);
   }
 
-  std::map<std::string, std::vector<company::ItemAccount>> itemAccounts;
+  std::map<std::string, std::vector<company::ItemAccount>> itemAccounts_;
 };
 
 std::set<std::string> ParentsOf(const std::vector<XmlElement>& accounts) {

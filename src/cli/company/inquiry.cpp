@@ -23,24 +23,24 @@ std::shared_ptr<RequestProcessorFactory> ProcessorsOf(const std::string& company
 }  // namespace
 
 CompanyInquiry::CompanyInquiry(const std::string& companyFile)
-    : listener(std::make_shared<Listener>()),
-      exchange({.processors = ProcessorsOf(companyFile),
-                .sinks = {},
-                .observer = listener,
-                .userInterface = nullptr,
-                .registry = nullptr,
-                .clock = nullptr}) {
-  exchange.QBCompany(companyFile);
+    : listener_(std::make_shared<Listener>()),
+      exchange_({.processors = ProcessorsOf(companyFile),
+                 .sinks = {},
+                 .observer = listener_,
+                 .userInterface = nullptr,
+                 .registry = nullptr,
+                 .clock = nullptr}) {
+  exchange_.QBCompany(companyFile);
   // Lists and versions do not depend on the fiscal year: a company that does not tell it answers all the
   // same.
-  exchange.QBStartingMonth(1);
+  exchange_.QBStartingMonth(1);
 }
 
 void CompanyInquiry::RequireAnswers(std::string_view whatFailed) const {
-  const Error error(exchange.ErrorNumber(), exchange.ErrorDescription());
+  const Error error(exchange_.ErrorNumber(), exchange_.ErrorDescription());
   constexpr std::string_view whatToDo = "put this right and try again";
   if (error.Number() != 0) throw Failure(ExitCode::Failed, whatFailed, error, whatToDo);
-  const auto& omissions = listener->omissions.All();
+  const auto& omissions = listener_->omissions.All();
   if (omissions.empty()) return;
   const Error omitted(omissions.front().number, OmissionText(omissions.front()));
   throw Failure(ExitCode::Failed, whatFailed, omitted, whatToDo);

@@ -14,7 +14,7 @@ class CompanyInquiry {
   /// Opens the company first, to say in its own words what is wrong with it. Throws Failure.
   explicit CompanyInquiry(const std::string& companyFile);
 
-  QBDataExchange& Exchange() noexcept { return exchange; }
+  QBDataExchange& Exchange() noexcept { return exchange_; }
 
   /// Throws Failure when anything that was asked was refused or not answered whole.
   void RequireAnswers(std::string_view whatFailed) const;
@@ -22,8 +22,8 @@ class CompanyInquiry {
  private:
   class Listener;
 
-  std::shared_ptr<Listener> listener;
-  QBDataExchange exchange;
+  std::shared_ptr<Listener> listener_;
+  QBDataExchange exchange_;
 };
 
 }  // namespace krnqb::cli

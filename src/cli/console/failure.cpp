@@ -17,13 +17,13 @@ Error Reason(std::string_view why) {
 
 }  // namespace
 
-Failure::Failure(ExitCode exitCode, std::string_view whatFailed, const Error& why, std::string_view whatToDo)
+Failure::Failure(ExitCode code, std::string_view whatFailed, const Error& why, std::string_view whatToDo)
     : Error(why),
-      code(exitCode),
-      line(fmt::format("krnqb: {}: {}; {}", whatFailed, WithoutFullStop(why.Description()), whatToDo)) {}
+      code_(code),
+      line_(fmt::format("krnqb: {}: {}; {}", whatFailed, WithoutFullStop(why.Description()), whatToDo)) {}
 
-Failure::Failure(ExitCode exitCode, const Error& error)
-    : Error(error), code(exitCode), line(fmt::format("krnqb: {}", error.Description())) {}
+Failure::Failure(ExitCode code, const Error& error)
+    : Error(error), code_(code), line_(fmt::format("krnqb: {}", error.Description())) {}
 
 Failure WrongUsage(std::string_view why, std::string_view whatToDo) {
   return {ExitCode::WrongUsage, "wrong usage", Reason(why), whatToDo};

@@ -21,18 +21,18 @@ class Failure : public Error {
  public:
   /// The line "krnqb: what failed: why; what to do". The arguments are words without punctuation at their
   /// ends; the full stop of a why that is a sentence is left out.
-  Failure(ExitCode exitCode, std::string_view whatFailed, const Error& why, std::string_view whatToDo);
+  Failure(ExitCode code, std::string_view whatFailed, const Error& why, std::string_view whatToDo);
 
   /// For an error whose description says all three itself.
-  Failure(ExitCode exitCode, const Error& error);
+  Failure(ExitCode code, const Error& error);
 
-  ExitCode Code() const noexcept { return code; }
+  ExitCode Code() const noexcept { return code_; }
   /// The line, without its line end.
-  const std::string& Line() const noexcept { return line; }
+  const std::string& Line() const noexcept { return line_; }
 
  private:
-  ExitCode code;
-  std::string line;
+  ExitCode code_;
+  std::string line_;
 };
 
 /// A command line that asks for what there is not.

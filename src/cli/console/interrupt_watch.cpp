@@ -17,8 +17,8 @@ void RememberInterrupt(int /*signal*/) {
 
 InterruptWatch::InterruptWatch(Interrupts interrupts) noexcept {
   interruptRequested = 0;
-  sigaction(SIGINT, nullptr, &previous);
-  if (interrupts == Interrupts::LeftAsTheyAre || previous.sa_handler == SIG_IGN) return;
+  sigaction(SIGINT, nullptr, &previous_);
+  if (interrupts == Interrupts::LeftAsTheyAre || previous_.sa_handler == SIG_IGN) return;
   struct sigaction remembering {};
   remembering.sa_handler = RememberInterrupt;
   sigemptyset(&remembering.sa_mask);
@@ -28,7 +28,7 @@ InterruptWatch::InterruptWatch(Interrupts interrupts) noexcept {
 }
 
 InterruptWatch::~InterruptWatch() {
-  sigaction(SIGINT, &previous, nullptr);
+  sigaction(SIGINT, &previous_, nullptr);
 }
 
 // Remembered while a watch lives, so it is the watch that is asked.

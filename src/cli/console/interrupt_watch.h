@@ -21,7 +21,7 @@ class InterruptWatch {
   void StopWhenRequested() const;
 
  private:
-  struct sigaction previous {};
+  struct sigaction previous_ {};
 };
 
 }  // namespace krnqb::cli

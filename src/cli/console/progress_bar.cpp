@@ -18,19 +18,19 @@ void ProgressBar::Show(std::int16_t percent, std::string_view description) {
   const std::string line =
       fmt::format("[{:#<{}}{:.<{}}] {:3}% {}", "", filled, "", barWidth - filled, percent, description);
   const std::size_t width = CharacterCount(line);
-  const std::size_t leftOver = drawnWidth > width ? drawnWidth - width : 0;
-  output << '\r' << line << std::string(leftOver, ' ') << std::flush;
-  drawnWidth = width;
+  const std::size_t leftOver = drawnWidth_ > width ? drawnWidth_ - width : 0;
+  output_ << '\r' << line << std::string(leftOver, ' ') << std::flush;
+  drawnWidth_ = width;
 }
 
 void ProgressBar::Wipe() noexcept {
-  if (drawnWidth == 0) return;
+  if (drawnWidth_ == 0) return;
   // A terminal that refuses output has nothing to be wiped.
   try {
-    output << '\r' << std::string(drawnWidth, ' ') << '\r' << std::flush;
+    output_ << '\r' << std::string(drawnWidth_, ' ') << '\r' << std::flush;
   } catch (...) {
   }
-  drawnWidth = 0;
+  drawnWidth_ = 0;
 }
 
 }  // namespace krnqb::cli

@@ -11,7 +11,7 @@ namespace krnqb::cli {
 class ProgressBar {
  public:
   /// Draws nothing until the first step. The stream outlives the bar.
-  explicit ProgressBar(std::ostream& terminal) noexcept : output(terminal) {}
+  explicit ProgressBar(std::ostream& output) noexcept : output_(output) {}
   ~ProgressBar() { Wipe(); }
   ProgressBar(const ProgressBar&) = delete;
   ProgressBar& operator=(const ProgressBar&) = delete;
@@ -23,8 +23,8 @@ class ProgressBar {
   void Wipe() noexcept;
 
  private:
-  std::ostream& output;
-  std::size_t drawnWidth = 0;
+  std::ostream& output_;
+  std::size_t drawnWidth_ = 0;
 };
 
 }  // namespace krnqb::cli

@@ -14,18 +14,18 @@ constexpr std::string_view columnGap = "  ";
 
 void TextTable::AddRow(std::vector<std::string> cells) {
   for (std::string& cell : cells) cell = OneLine(cell);
-  rows.push_back(std::move(cells));
+  rows_.push_back(std::move(cells));
 }
 
 std::string TextTable::Text(std::string_view indent) const {
   const std::vector<std::size_t> widths = ColumnWidths();
   std::string text;
-  for (const std::vector<std::string>& row : rows) {
+  for (const std::vector<std::string>& row : rows_) {
     std::string line(indent);
     for (std::size_t column = 0; column < row.size(); ++column) {
       if (column > 0) line += columnGap;
       const std::string padding(widths[column] - CharacterCount(row[column]), ' ');
-      const bool right = alignments[column] == Alignment::Right;
+      const bool right = alignments_[column] == Alignment::Right;
       line += right ? padding + row[column] : row[column] + padding;
     }
     line.erase(line.find_last_not_of(' ') + 1);
@@ -35,8 +35,8 @@ std::string TextTable::Text(std::string_view indent) const {
 }
 
 std::vector<std::size_t> TextTable::ColumnWidths() const {
-  std::vector<std::size_t> widths(alignments.size());
-  for (const std::vector<std::string>& row : rows) {
+  std::vector<std::size_t> widths(alignments_.size());
+  for (const std::vector<std::string>& row : rows_) {
     for (std::size_t column = 0; column < row.size(); ++column) {
       widths[column] = std::max(widths[column], CharacterCount(row[column]));
     }

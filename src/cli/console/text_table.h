@@ -16,7 +16,7 @@ class TextTable {
  public:
   /// One alignment per column; rows may have fewer cells than there are columns, not more. Cells are shown as
   /// `OneLine`.
-  explicit TextTable(std::vector<Alignment> columnAlignments) : alignments(std::move(columnAlignments)) {}
+  explicit TextTable(std::vector<Alignment> alignments) : alignments_(std::move(alignments)) {}
 
   void AddRow(std::vector<std::string> cells);
 
@@ -27,8 +27,8 @@ class TextTable {
  private:
   std::vector<std::size_t> ColumnWidths() const;
 
-  std::vector<Alignment> alignments;
-  std::vector<std::vector<std::string>> rows;
+  std::vector<Alignment> alignments_;
+  std::vector<std::vector<std::string>> rows_;
 };
 
 /// A text on one line: line ends and other control characters, one or several in a row, become a blank.

@@ -22,16 +22,16 @@ namespace {
 class Import {
  public:
   // With dialogs a person starts the import, without them it starts by itself.
-  Import(const ImportOptions& importOptions, std::shared_ptr<ui::Dialogs> importDialogs,
-         const Console& printedOn, const Surroundings& importSurroundings, ImportOutcome& importOutcome)
-      : options(importOptions),
+  Import(const ImportOptions& options, std::shared_ptr<ui::Dialogs> importDialogs, const Console& console,
+         const Surroundings& surroundings, ImportOutcome& outcome)
+      : options_(options),
         dialogs(std::move(importDialogs)),
-        console(printedOn),
-        surroundings(importSurroundings),
-        outcome(importOutcome),
+        console_(console),
+        surroundings_(surroundings),
+        outcome_(outcome),
         interrupts(dialogs == nullptr ? InterruptWatch::Interrupts::Remembered
                                       : InterruptWatch::Interrupts::LeftAsTheyAre) {
-    if (console.errIsTerminal && !options.quiet && dialogs == nullptr) bar.emplace(console.err);
+    if (console_.errIsTerminal && !options_.quiet && dialogs == nullptr) bar_.emplace(console_.err);
   }
 
   // Whatever happens, the outcome tells it.
@@ -47,49 +47,49 @@ class Import {
 
  private:
   void ReadAndSave() {
-    if (dialogs == nullptr) CheckImportOptions(options);
-    const ImportSource source = OpenImportSource(options);
+    if (dialogs == nullptr) CheckImportOptions(options_);
+    const ImportSource source = OpenImportSource(options_);
     LockPlan();
-    plan = Attempt([&] { return plan_file::PlanFile::Open(options.planFile); });
-    const ImportSettings settings = SettleImport(options, *plan);
+    plan_ = Attempt([&] { return plan_file::PlanFile::Open(options_.planFile); });
+    const ImportSettings settings = SettleImport(options_, *plan_);
     if (dialogs == nullptr) Announce(settings, source);
 
-    const plan_file::PlanContent before = plan_file::ReadPlanContent(*plan);
+    const plan_file::PlanContent before = plan_file::ReadPlanContent(*plan_);
     ReadIntoPlan(settings, source);
-    if (outcome.result == ImportResult::Cancelled) return;
-    outcome.tables = plan_file::CompareTables(before, plan_file::ReadPlanContent(*plan));
+    if (outcome_.result == ImportResult::Cancelled) return;
+    outcome_.tables = plan_file::CompareTables(before, plan_file::ReadPlanContent(*plan_));
     interrupts.StopWhenRequested();
     Save();
   }
 
   // A dry run writes nothing, not even the lock, and reads the plan as it is at one instant.
   void LockPlan() {
-    if (!options.dryRun) lock = Attempt([&] { return std::optional<files::PlanLock>(options.planFile); });
+    if (!options_.dryRun) lock_ = Attempt([&] { return std::optional<files::PlanLock>(options_.planFile); });
   }
 
   void Announce(const ImportSettings& settings, const ImportSource& source) {
-    for (const std::string& warning : ImportWarnings(settings, source, *plan)) Warn(console, warning);
-    if (Chatty()) console.out << OneLine(AnnouncementText(settings, source)) << std::endl;
+    for (const std::string& warning : ImportWarnings(settings, source, *plan_)) Warn(console_, warning);
+    if (Chatty()) console_.out << OneLine(AnnouncementText(settings, source)) << std::endl;
   }
 
   void ReadIntoPlan(const ImportSettings& settings, const ImportSource& source) {
     std::optional<ExchangeFile> recording;
     auto processors = source.processors;
-    if (options.recordFile) processors = recording.emplace(*options.recordFile).Recording(processors);
-    const auto log = std::make_shared<ImportLog>(outcome, interrupts, bar ? &*bar : nullptr);
-    QBDataExchange exchange({.processors = WatchedProcessors(processors, interrupts, outcome.incomplete),
+    if (options_.recordFile) processors = recording.emplace(*options_.recordFile).Recording(processors);
+    const auto log = std::make_shared<ImportLog>(outcome_, interrupts, bar_ ? &*bar_ : nullptr);
+    QBDataExchange exchange({.processors = WatchedProcessors(processors, interrupts, outcome_.incomplete),
                              .sinks = Sinks(log),
                              .observer = log,
                              .userInterface = dialogs,
                              .registry = nullptr,
-                             .clock = surroundings.clock});
-    Configure(exchange, settings, source, plan);
+                             .clock = surroundings_.clock});
+    Configure(exchange, settings, source, plan_);
     if (settings.product == QBKRN_BRI) SelectExpensesOf(exchange);
     const bool goResult = dialogs == nullptr ? exchange.Go() : LetAPersonImport(exchange);
-    if (outcome.result == ImportResult::Cancelled) return;
-    if (bar) bar->Wipe();
+    if (outcome_.result == ImportResult::Cancelled) return;
+    if (bar_) bar_->Wipe();
     interrupts.StopWhenRequested();
-    if (options.journalFile) WriteJournal(*options.journalFile, outcome.skipped);
+    if (options_.journalFile) WriteJournal(*options_.journalFile, outcome_.skipped);
     RequireSuccess(exchange, goResult, log->AfterImportRaised());
     RequireComplete();
     if (recording) recording->Finish();
@@ -102,29 +102,29 @@ class Import {
 
   void SelectExpensesOf(QBDataExchange& exchange) {
     if (dialogs != nullptr) {
-      ReadSelectedExpenses(exchange, console);
-    } else if (options.expenses) {
-      SelectExpenses(exchange, options, console);
+      ReadSelectedExpenses(exchange, console_);
+    } else if (options_.expenses) {
+      SelectExpenses(exchange, options_, console_);
     }
   }
 
   // An import raises events from its start on; the dialog gives no result of its own.
   bool LetAPersonImport(QBDataExchange& exchange) {
     exchange.ShowDialog(dlg_QBtoKRN);
-    if (outcome.events.empty()) {
+    if (outcome_.events.empty()) {
       RequireComplete();  // a dialog that could not be shown was not cancelled
-      outcome.result = ImportResult::Cancelled;
+      outcome_.result = ImportResult::Cancelled;
     }
     return true;
   }
 
   bool Complete() const {
-    return outcome.incomplete.All().empty() && !(options.strict && outcome.skipped.Any());
+    return outcome_.incomplete.All().empty() && !(options_.strict && outcome_.skipped.Any());
   }
 
   void RequireComplete() const {
-    if (Complete() || options.acceptIncomplete) return;
-    if (outcome.incomplete.All().empty()) {
+    if (Complete() || options_.acceptIncomplete) return;
+    if (outcome_.incomplete.All().empty()) {
       throw CommandFailure("import failed", "amounts were left out, so nothing was written (--strict)",
                            "see --journal for each of them, or import without --strict");
     }
@@ -136,43 +136,43 @@ class Import {
 
   // From here on an interrupt comes too late.
   void Save() {
-    saving = true;
-    const bool changed = AnyChange(outcome.tables);
-    if (changed && !options.dryRun) {
-      outcome.backupFile = Attempt([&] { return plan->Save().string(); });
+    saving_ = true;
+    const bool changed = AnyChange(outcome_.tables);
+    if (changed && !options_.dryRun) {
+      outcome_.backupFile = Attempt([&] { return plan_->Save().string(); });
     }
-    outcome.result = options.dryRun ? ImportResult::DryRun
-                     : changed      ? ImportResult::Imported
-                                    : ImportResult::Unchanged;
-    if (!Complete() && !options.dryRun) outcome.result = ImportResult::Incomplete;
+    outcome_.result = options_.dryRun ? ImportResult::DryRun
+                      : changed       ? ImportResult::Imported
+                                      : ImportResult::Unchanged;
+    if (!Complete() && !options_.dryRun) outcome_.result = ImportResult::Incomplete;
   }
 
   void Fail(const Failure& failure) {
-    if (bar) bar->Wipe();
-    const bool interrupted = interrupts.Requested() && !saving;
+    if (bar_) bar_->Wipe();
+    const bool interrupted = interrupts.Requested() && !saving_;
     const Failure told =
         interrupted ? Failure(ExitCode::Interrupted, "import interrupted",
                               Error(error_number::unspecified, "stopped on request"), "nothing was written")
                     : failure;
-    outcome.result = ResultOf(told.Code());
-    outcome.errorNumber = told.Number();
-    outcome.errorDescription = told.Description();
-    outcome.errorLine = told.Line();
-    outcome.tables.clear();
+    outcome_.result = ResultOf(told.Code());
+    outcome_.errorNumber = told.Number();
+    outcome_.errorDescription = told.Description();
+    outcome_.errorLine = told.Line();
+    outcome_.tables.clear();
   }
 
-  bool Chatty() const noexcept { return !options.json && !options.quiet; }
+  bool Chatty() const noexcept { return !options_.json && !options_.quiet; }
 
-  const ImportOptions& options;
+  const ImportOptions& options_;
   const std::shared_ptr<ui::Dialogs> dialogs;
-  const Console& console;
-  const Surroundings& surroundings;
-  ImportOutcome& outcome;
+  const Console& console_;
+  const Surroundings& surroundings_;
+  ImportOutcome& outcome_;
   const InterruptWatch interrupts;
-  std::optional<ProgressBar> bar;
-  std::optional<files::PlanLock> lock;
-  std::shared_ptr<plan_file::PlanFile> plan;
-  bool saving = false;
+  std::optional<ProgressBar> bar_;
+  std::optional<files::PlanLock> lock_;
+  std::shared_ptr<plan_file::PlanFile> plan_;
+  bool saving_ = false;
 };
 
 }  // namespace

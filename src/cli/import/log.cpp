@@ -13,25 +13,25 @@ void ImportLog::TableModified(std::string_view sTableID) {
 }
 
 void ImportLog::AfterImport() {
-  afterImportRaised = true;
+  afterImportRaised_ = true;
   Raised({.name = "AfterImport", .percent = 0, .description = {}});
 }
 
 void ImportLog::ProgressBarChange(std::int16_t PercentValue, std::string_view Description) {
-  if (bar != nullptr) bar->Show(PercentValue, Description);
+  if (bar_ != nullptr) bar_->Show(PercentValue, Description);
   Raised({.name = "ProgressBarChange", .percent = PercentValue, .description = std::string(Description)});
 }
 
 void ImportLog::Notify(const Notice& notice) noexcept {
   // An interrupted import writes nothing: what its end leaves out is no news.
-  if (interrupts.Requested()) return;
-  outcome.incomplete.Add(notice);
-  outcome.skipped.Add(notice);
+  if (interrupts_.Requested()) return;
+  outcome_.incomplete.Add(notice);
+  outcome_.skipped.Add(notice);
 }
 
 void ImportLog::Raised(ImportEvent event) {
-  outcome.events.push_back(std::move(event));
-  interrupts.StopWhenRequested();
+  outcome_.events.push_back(std::move(event));
+  interrupts_.StopWhenRequested();
 }
 
 }  // namespace krnqb::cli

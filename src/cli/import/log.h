@@ -12,9 +12,8 @@ namespace krnqb::cli {
 class ImportLog : public EventSink, public Observer {
  public:
   /// All three outlive the log; the bar is null when none is shown.
-  ImportLog(ImportOutcome& importOutcome, const InterruptWatch& interruptWatch,
-            ProgressBar* progressBar) noexcept
-      : outcome(importOutcome), interrupts(interruptWatch), bar(progressBar) {}
+  ImportLog(ImportOutcome& outcome, const InterruptWatch& interrupts, ProgressBar* bar) noexcept
+      : outcome_(outcome), interrupts_(interrupts), bar_(bar) {}
 
   void XMLprocessing(Variant& oXML) override;
   void TableModified(std::string_view sTableID) override;
@@ -23,15 +22,15 @@ class ImportLog : public EventSink, public Observer {
 
   void Notify(const Notice& notice) noexcept override;
 
-  bool AfterImportRaised() const noexcept { return afterImportRaised; }
+  bool AfterImportRaised() const noexcept { return afterImportRaised_; }
 
  private:
   void Raised(ImportEvent event);
 
-  ImportOutcome& outcome;
-  const InterruptWatch& interrupts;
-  ProgressBar* bar;
-  bool afterImportRaised = false;
+  ImportOutcome& outcome_;
+  const InterruptWatch& interrupts_;
+  ProgressBar* bar_;
+  bool afterImportRaised_ = false;
 };
 
 }  // namespace krnqb::cli

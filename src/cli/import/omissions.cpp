@@ -87,14 +87,14 @@ void Omissions::AddFailedRequest(std::string_view document, const Error& error) 
 
 void Omissions::AddOnce(Omission omission) {
   const auto same = [&](const Omission& other) { return Contents(other) == Contents(omission); };
-  if (std::none_of(omissions.begin(), omissions.end(), same)) omissions.push_back(std::move(omission));
+  if (std::none_of(omissions_.begin(), omissions_.end(), same)) omissions_.push_back(std::move(omission));
 }
 
 // A refused request ends the operation that sent it; that is one omission, not two.
 bool Omissions::TellsFailedRequest(const Notice& notice) const {
-  return notice.kind == NoticeKind::OperationEnded && !omissions.empty() &&
-         omissions.back().kind == OmissionKind::RequestFailed && omissions.back().number == notice.number &&
-         omissions.back().description == notice.description;
+  return notice.kind == NoticeKind::OperationEnded && !omissions_.empty() &&
+         omissions_.back().kind == OmissionKind::RequestFailed && omissions_.back().number == notice.number &&
+         omissions_.back().description == notice.description;
 }
 
 std::string_view KindWord(OmissionKind kind) noexcept {

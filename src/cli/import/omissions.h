@@ -38,13 +38,13 @@ class Omissions {
   /// Takes in a request that was refused, `document` being the request's text.
   void AddFailedRequest(std::string_view document, const Error& error);
 
-  const std::vector<Omission>& All() const noexcept { return omissions; }
+  const std::vector<Omission>& All() const noexcept { return omissions_; }
 
  private:
   void AddOnce(Omission omission);
   bool TellsFailedRequest(const Notice& notice) const;
 
-  std::vector<Omission> omissions;
+  std::vector<Omission> omissions_;
 };
 
 /// A kind in one word, such as "request".

@@ -47,25 +47,25 @@ void SkippedAmounts::Add(const Notice& notice) {
       if (!notice.skipped) return;
       const double amount = ConvertToDouble(notice.skipped->amount).value_or(0);
       if (notice.place.pastPeriod) {
-        AddTo(pastTotal, amount);
+        AddTo(pastTotal_, amount);
       } else {
-        AddTo(importTotal, amount);
-        AddTo(byReason[notice.skipped->reason], amount);
+        AddTo(importTotal_, amount);
+        AddTo(byReason_[notice.skipped->reason], amount);
       }
       break;
     }
     case NoticeKind::AccountInSeveralRows:
-      if (std::ranges::find(repeatedAccounts, notice.description) == repeatedAccounts.end()) {
-        repeatedAccounts.push_back(notice.description);
+      if (std::ranges::find(repeatedAccounts_, notice.description) == repeatedAccounts_.end()) {
+        repeatedAccounts_.push_back(notice.description);
       }
       break;
     case NoticeKind::PastPerformanceEnded:
-      if (pastPerformanceEnd.empty()) pastPerformanceEnd = notice.description;
+      if (pastPerformanceEnd_.empty()) pastPerformanceEnd_ = notice.description;
       break;
     default:
       return;
   }
-  notices.push_back(notice);
+  notices_.push_back(notice);
 }
 
 std::string_view ReasonWord(SkipReason reason) noexcept {

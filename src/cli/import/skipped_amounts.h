@@ -23,27 +23,27 @@ class SkippedAmounts {
   void Add(const Notice& notice);
 
   /// Everything taken in, in the order in which it was told.
-  const std::vector<Notice>& All() const noexcept { return notices; }
+  const std::vector<Notice>& All() const noexcept { return notices_; }
 
   /// Whether an amount of the import was left out.
-  bool Any() const noexcept { return importTotal.count != 0; }
+  bool Any() const noexcept { return importTotal_.count != 0; }
   /// The amounts left out of the import; those left out of past periods are apart, since the same
   /// transactions are read again for them.
-  const Total& ImportTotal() const noexcept { return importTotal; }
-  const Total& PastTotal() const noexcept { return pastTotal; }
-  const std::map<SkipReason, Total>& ByReason() const noexcept { return byReason; }
+  const Total& ImportTotal() const noexcept { return importTotal_; }
+  const Total& PastTotal() const noexcept { return pastTotal_; }
+  const std::map<SkipReason, Total>& ByReason() const noexcept { return byReason_; }
   /// Accounts that stood in more than one row of a report, each once.
-  const std::vector<std::string>& RepeatedAccounts() const noexcept { return repeatedAccounts; }
+  const std::vector<std::string>& RepeatedAccounts() const noexcept { return repeatedAccounts_; }
   /// The account type at which past performance ended early; empty when it did not.
-  const std::string& PastPerformanceEnd() const noexcept { return pastPerformanceEnd; }
+  const std::string& PastPerformanceEnd() const noexcept { return pastPerformanceEnd_; }
 
  private:
-  std::vector<Notice> notices;
-  Total importTotal;
-  Total pastTotal;
-  std::map<SkipReason, Total> byReason;
-  std::vector<std::string> repeatedAccounts;
-  std::string pastPerformanceEnd;
+  std::vector<Notice> notices_;
+  Total importTotal_;
+  Total pastTotal_;
+  std::map<SkipReason, Total> byReason_;
+  std::vector<std::string> repeatedAccounts_;
+  std::string pastPerformanceEnd_;
 };
 
 /// A reason in a few words joined by hyphens, for programs.

@@ -55,9 +55,9 @@ ImportSource OpenImportSource(const ImportOptions& options) {
                             : CompanySource(options.companyFile.value_or(""));
 }
 
-ExchangeFile::ExchangeFile(const std::string& path) : name(path) {
-  lines.open(path, std::ios::binary | std::ios::trunc);
-  if (!lines) {
+ExchangeFile::ExchangeFile(const std::string& path) : name_(path) {
+  lines_.open(path, std::ios::binary | std::ios::trunc);
+  if (!lines_) {
     throw CommandFailure("recording failed", fmt::format("{}: {}", path, LastSystemMessage()),
                          "check the path and the rights to its folder");
   }
@@ -65,13 +65,13 @@ ExchangeFile::ExchangeFile(const std::string& path) : name(path) {
 
 std::shared_ptr<RequestProcessorFactory> ExchangeFile::Recording(
     std::shared_ptr<RequestProcessorFactory> inner) {
-  return RecordingProcessors(std::move(inner), std::make_shared<ExchangeRecorder>(lines));
+  return RecordingProcessors(std::move(inner), std::make_shared<ExchangeRecorder>(lines_));
 }
 
 void ExchangeFile::Finish() {
-  lines.close();
-  if (!lines) {
-    throw CommandFailure("recording failed", fmt::format("{} could not be written whole", name),
+  lines_.close();
+  if (!lines_) {
+    throw CommandFailure("recording failed", fmt::format("{} could not be written whole", name_),
                          "make room on the disk, or import without --record");
   }
 }

@@ -35,8 +35,8 @@ class ExchangeFile {
   void Finish();
 
  private:
-  std::string name;
-  std::ofstream lines;
+  std::string name_;
+  std::ofstream lines_;
 };
 
 }  // namespace krnqb::cli

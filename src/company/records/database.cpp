@@ -51,35 +51,35 @@ void Statement::Finalize::operator()(sqlite3_stmt* statement) const noexcept {
 
 Statement& Statement::Bind(int parameter, std::string_view text) {
   const char* const begin = text.data() == nullptr ? "" : text.data();  // null would bind nothing
-  Check(sqlite3_bind_text64(handle.get(), parameter, begin, text.size(), nullptr, SQLITE_UTF8),
-        sqlite3_db_handle(handle.get()));
+  Check(sqlite3_bind_text64(handle_.get(), parameter, begin, text.size(), nullptr, SQLITE_UTF8),
+        sqlite3_db_handle(handle_.get()));
   return *this;
 }
 
 Statement& Statement::Bind(int parameter, std::int64_t number) {
-  Check(sqlite3_bind_int64(handle.get(), parameter, number), sqlite3_db_handle(handle.get()));
+  Check(sqlite3_bind_int64(handle_.get(), parameter, number), sqlite3_db_handle(handle_.get()));
   return *this;
 }
 
 Statement& Statement::Bind(int parameter, double number) {
-  Check(sqlite3_bind_double(handle.get(), parameter, number), sqlite3_db_handle(handle.get()));
+  Check(sqlite3_bind_double(handle_.get(), parameter, number), sqlite3_db_handle(handle_.get()));
   return *this;
 }
 
 Statement& Statement::BindNothing(int parameter) {
-  Check(sqlite3_bind_null(handle.get(), parameter), sqlite3_db_handle(handle.get()));
+  Check(sqlite3_bind_null(handle_.get(), parameter), sqlite3_db_handle(handle_.get()));
   return *this;
 }
 
 bool Statement::Step() {
-  const int result = sqlite3_step(handle.get());
+  const int result = sqlite3_step(handle_.get());
   if (result == SQLITE_ROW) return true;
-  if (result != SQLITE_DONE) Check(result, sqlite3_db_handle(handle.get()));
+  if (result != SQLITE_DONE) Check(result, sqlite3_db_handle(handle_.get()));
   return false;
 }
 
 void Statement::Reset() noexcept {
-  sqlite3_reset(handle.get());
+  sqlite3_reset(handle_.get());
 }
 
 void Statement::Run() {
@@ -88,17 +88,17 @@ void Statement::Run() {
 }
 
 std::string_view Statement::Text(int column) const {
-  const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(handle.get(), column));
+  const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(handle_.get(), column));
   if (text == nullptr) return {};
-  return {text, static_cast<std::size_t>(sqlite3_column_bytes(handle.get(), column))};
+  return {text, static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column))};
 }
 
 std::int64_t Statement::Integer(int column) const {
-  return sqlite3_column_int64(handle.get(), column);
+  return sqlite3_column_int64(handle_.get(), column);
 }
 
 bool Statement::IsNothing(int column) const {
-  return sqlite3_column_type(handle.get(), column) == SQLITE_NULL;
+  return sqlite3_column_type(handle_.get(), column) == SQLITE_NULL;
 }
 
 void Database::Close::operator()(sqlite3* connection) const noexcept {
@@ -109,20 +109,20 @@ Database::Database(const std::filesystem::path& file, FileAccess access) {
   const int flags = access == FileAccess::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   sqlite3* connection = nullptr;
   const int result = sqlite3_open_v2(file.c_str(), &connection, flags | SQLITE_OPEN_EXRESCODE, nullptr);
-  handle.reset(connection);  // a refused connection has to be closed too
+  handle_.reset(connection);  // a refused connection has to be closed too
   if (result != SQLITE_OK) Fail(result, file.string(), sqlite3_errstr(result));
   sqlite3_busy_timeout(connection, busyMilliseconds);
 }
 
 void Database::Execute(const char* statements) const {
-  Check(sqlite3_exec(handle.get(), statements, nullptr, nullptr, nullptr), handle.get());
+  Check(sqlite3_exec(handle_.get(), statements, nullptr, nullptr, nullptr), handle_.get());
 }
 
 Statement Database::Prepare(std::string_view statement) const {
   sqlite3_stmt* prepared = nullptr;
-  Check(sqlite3_prepare_v2(handle.get(), statement.data(), static_cast<int>(statement.size()), &prepared,
+  Check(sqlite3_prepare_v2(handle_.get(), statement.data(), static_cast<int>(statement.size()), &prepared,
                            nullptr),
-        handle.get());
+        handle_.get());
   return Statement(prepared);
 }
 
@@ -131,22 +131,22 @@ std::int64_t Database::Integer(std::string_view query) const {
   return statement.Step() ? statement.Integer(0) : 0;
 }
 
-Transaction::Transaction(const Database& changed) : database(changed) {
-  database.Execute("BEGIN IMMEDIATE");
+Transaction::Transaction(const Database& changed) : database_(changed) {
+  database_.Execute("BEGIN IMMEDIATE");
 }
 
 Transaction::~Transaction() {
-  if (!open) return;
+  if (!open_) return;
   try {
-    database.Execute("ROLLBACK");
+    database_.Execute("ROLLBACK");
   } catch (const Error&) {
     // Some failures have rolled back already; the next reader of the file rolls back in any other case.
   }
 }
 
 void Transaction::Commit() {
-  database.Execute("COMMIT");
-  open = false;
+  database_.Execute("COMMIT");
+  open_ = false;
 }
 
 }  // namespace krnqb::company

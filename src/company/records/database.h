@@ -39,9 +39,9 @@ class Statement {
   struct Finalize {
     void operator()(sqlite3_stmt* statement) const noexcept;
   };
-  explicit Statement(sqlite3_stmt* prepared) noexcept : handle(prepared) {}
+  explicit Statement(sqlite3_stmt* prepared) noexcept : handle_(prepared) {}
 
-  std::unique_ptr<sqlite3_stmt, Finalize> handle;
+  std::unique_ptr<sqlite3_stmt, Finalize> handle_;
 };
 
 /// One connection to a database file, which must exist. A failure is thrown as Error:
@@ -62,7 +62,7 @@ class Database {
   struct Close {
     void operator()(sqlite3* connection) const noexcept;
   };
-  std::unique_ptr<sqlite3, Close> handle;
+  std::unique_ptr<sqlite3, Close> handle_;
 };
 
 /// Changes that are made together: rolled back unless committed.
@@ -78,8 +78,8 @@ class Transaction {
   void Commit();
 
  private:
-  const Database& database;
-  bool open = true;
+  const Database& database_;
+  bool open_ = true;
 };
 
 }  // namespace krnqb::company

@@ -70,8 +70,7 @@ void CheckStatus(const XmlElement& answer) {
 
 class DocumentReader {
  public:
-  DocumentReader(std::string_view documentName, const RecordReceiver& recordReceiver)
-      : name(documentName), receive(recordReceiver) {}
+  DocumentReader(std::string_view name, const RecordReceiver& receive) : name_(name), receive_(receive) {}
 
   void Read(std::string_view bytes) {
     const XmlParseResult parsed = ParseXmlBytes(bytes);
@@ -105,12 +104,12 @@ class DocumentReader {
           Refuse(fmt::format("{} is no record of {}", element.Name(), answerName));
         }
       });
-      receive(std::move(record));
+      receive_(std::move(record));
     }
   }
 
   std::string Located(long line, const std::string& reason) const {
-    return fmt::format("{}, line {}: {}", name, line, reason);
+    return fmt::format("{}, line {}: {}", name_, line, reason);
   }
 
   template <typename Reading>
@@ -122,8 +121,8 @@ class DocumentReader {
     }
   }
 
-  std::string name;
-  const RecordReceiver& receive;
+  std::string name_;
+  const RecordReceiver& receive_;
 };
 
 }  // namespace

@@ -42,20 +42,20 @@ PostedAmounts Read(Statement& sums) {
 }  // namespace
 
 LedgerWriter::LedgerWriter(const Database& database)
-    : removePostings(database.Prepare("DELETE FROM posting WHERE record_id = ?1")),
-      insertPosting(database.Prepare("INSERT INTO posting (record_id, number, target, key, txn_date, amount,"
-                                     " quantity) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7)")),
-      removeItemAccounts(database.Prepare("DELETE FROM item_account WHERE item = ?1")),
-      insertItemAccount(database.Prepare(
+    : removePostings_(database.Prepare("DELETE FROM posting WHERE record_id = ?1")),
+      insertPosting_(database.Prepare("INSERT INTO posting (record_id, number, target, key, txn_date, amount,"
+                                      " quantity) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7)")),
+      removeItemAccounts_(database.Prepare("DELETE FROM item_account WHERE item = ?1")),
+      insertItemAccount_(database.Prepare(
           "INSERT INTO item_account (item, target, account, unit_cost) VALUES (?1, ?2, ?3, ?4)")) {}
 
 void LedgerWriter::PutPostings(std::int64_t recordId, std::string_view date,
                                std::span<const Posting> postings) {
-  removePostings.Bind(1, recordId).Run();
-  insertPosting.Bind(1, recordId).Bind(5, date);
+  removePostings_.Bind(1, recordId).Run();
+  insertPosting_.Bind(1, recordId).Bind(5, date);
   std::int64_t number = 0;
   for (const Posting& posting : postings) {
-    insertPosting.Bind(2, ++number)
+    insertPosting_.Bind(2, ++number)
         .Bind(3, Number(posting.target))
         .Bind(4, posting.key)
         .Bind(6, posting.amount)
@@ -65,32 +65,32 @@ void LedgerWriter::PutPostings(std::int64_t recordId, std::string_view date,
 }
 
 void LedgerWriter::PutItemAccounts(std::string_view item, std::span<const ItemAccount> accounts) {
-  removeItemAccounts.Bind(1, item).Run();
-  insertItemAccount.Bind(1, item);
+  removeItemAccounts_.Bind(1, item).Run();
+  insertItemAccount_.Bind(1, item);
   for (const ItemAccount& account : accounts) {
-    insertItemAccount.Bind(2, Number(account.target)).Bind(3, account.account);
+    insertItemAccount_.Bind(2, Number(account.target)).Bind(3, account.account);
     if (account.unitCost) {
-      insertItemAccount.Bind(4, *account.unitCost);
+      insertItemAccount_.Bind(4, *account.unitCost);
     } else {
-      insertItemAccount.BindNothing(4);
+      insertItemAccount_.BindNothing(4);
     }
-    insertItemAccount.Run();
+    insertItemAccount_.Run();
   }
 }
 
-LedgerReader::LedgerReader(const Database& companyDatabase, std::string_view accountType)
-    : type(accountType),
-      between(PrepareSum(companyDatabase, "posting.txn_date BETWEEN ?2 AND ?3")),
-      after(PrepareSum(companyDatabase, "posting.txn_date > ?2")) {}
+LedgerReader::LedgerReader(const Database& companyDatabase, std::string_view type)
+    : type_(type),
+      between_(PrepareSum(companyDatabase, "posting.txn_date BETWEEN ?2 AND ?3")),
+      after_(PrepareSum(companyDatabase, "posting.txn_date > ?2")) {}
 
 PostedAmounts LedgerReader::Between(std::string_view firstDay, std::string_view lastDay) {
-  between.Bind(1, type).Bind(2, firstDay).Bind(3, lastDay);
-  return Read(between);
+  between_.Bind(1, type_).Bind(2, firstDay).Bind(3, lastDay);
+  return Read(between_);
 }
 
 PostedAmounts LedgerReader::After(std::string_view day) {
-  after.Bind(1, type).Bind(2, day);
-  return Read(after);
+  after_.Bind(1, type_).Bind(2, day);
+  return Read(after_);
 }
 
 std::optional<LedgerDays> ReadLedgerDays(const Database& database) {

@@ -27,10 +27,10 @@ class LedgerWriter {
   void PutItemAccounts(std::string_view item, std::span<const ItemAccount> accounts);
 
  private:
-  Statement removePostings;
-  Statement insertPosting;
-  Statement removeItemAccounts;
-  Statement insertItemAccount;
+  Statement removePostings_;
+  Statement insertPosting_;
+  Statement removeItemAccounts_;
+  Statement insertItemAccount_;
 };
 
 /// Amounts in hundredths, a debit positive, by the ListID of the account. An account without a posting is not
@@ -40,7 +40,7 @@ using PostedAmounts = std::map<std::string, std::int64_t, std::less<>>;
 /// Adds up the postings to the accounts of one type. The database must outlive it.
 class LedgerReader {
  public:
-  LedgerReader(const Database& companyDatabase, std::string_view accountType);
+  LedgerReader(const Database& companyDatabase, std::string_view type);
 
   /// Of the days from `firstDay` to `lastDay`, both year-month-day, the ends included.
   PostedAmounts Between(std::string_view firstDay, std::string_view lastDay);
@@ -48,9 +48,9 @@ class LedgerReader {
   PostedAmounts After(std::string_view day);
 
  private:
-  std::string type;
-  Statement between;
-  Statement after;
+  std::string type_;
+  Statement between_;
+  Statement after_;
 };
 
 /// The days, year-month-day, of a company's first and last transaction.

@@ -24,17 +24,17 @@ std::size_t TagEnd(std::string_view tag) {
 }  // namespace
 
 Markup MarkupReader::Next() {
-  while (!rest.empty()) {
-    if (rest.front() != '<') {
-      const std::string_view text = rest.substr(0, rest.find('<'));
-      rest.remove_prefix(text.size());
+  while (!rest_.empty()) {
+    if (rest_.front() != '<') {
+      const std::string_view text = rest_.substr(0, rest_.find('<'));
+      rest_.remove_prefix(text.size());
       return {MarkupKind::Text, text};
     }
-    if (rest.starts_with("<![CDATA[")) return {MarkupKind::PlainText, TakeThrough("<![CDATA[", "]]>")};
-    if (rest.starts_with("</")) return {MarkupKind::EndTag, TakeThrough("</", ">")};
-    if (rest.starts_with("<!--")) {
+    if (rest_.starts_with("<![CDATA[")) return {MarkupKind::PlainText, TakeThrough("<![CDATA[", "]]>")};
+    if (rest_.starts_with("</")) return {MarkupKind::EndTag, TakeThrough("</", ">")};
+    if (rest_.starts_with("<!--")) {
       TakeThrough("<!--", "-->");
-    } else if (rest.starts_with("<?")) {
+    } else if (rest_.starts_with("<?")) {
       TakeThrough("<?", "?>");
     } else {
       return TakeTag();
@@ -44,16 +44,16 @@ Markup MarkupReader::Next() {
 }
 
 std::string_view MarkupReader::TakeThrough(std::string_view begin, std::string_view end) {
-  rest.remove_prefix(begin.size());
-  const std::string_view inside = rest.substr(0, rest.find(end));
-  rest.remove_prefix(std::min(rest.size(), inside.size() + end.size()));
+  rest_.remove_prefix(begin.size());
+  const std::string_view inside = rest_.substr(0, rest_.find(end));
+  rest_.remove_prefix(std::min(rest_.size(), inside.size() + end.size()));
   return inside;
 }
 
 Markup MarkupReader::TakeTag() {
-  rest.remove_prefix(1);
-  std::string_view tag = rest.substr(0, TagEnd(rest));
-  rest.remove_prefix(std::min(rest.size(), tag.size() + 1));
+  rest_.remove_prefix(1);
+  std::string_view tag = rest_.substr(0, TagEnd(rest_));
+  rest_.remove_prefix(std::min(rest_.size(), tag.size() + 1));
   if (!tag.ends_with('/')) return {MarkupKind::StartTag, tag};
   tag.remove_suffix(1);
   return {MarkupKind::EmptyTag, tag};

@@ -24,7 +24,7 @@ struct Markup {
 class MarkupReader {
  public:
   /// The text must outlive the reader and every piece.
-  explicit MarkupReader(std::string_view xml) noexcept : rest(xml) {}
+  explicit MarkupReader(std::string_view xml) noexcept : rest_(xml) {}
 
   Markup Next();
 
@@ -32,7 +32,7 @@ class MarkupReader {
   std::string_view TakeThrough(std::string_view begin, std::string_view end);
   Markup TakeTag();
 
-  std::string_view rest;
+  std::string_view rest_;
 };
 
 }  // namespace krnqb::company

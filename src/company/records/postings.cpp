@@ -76,17 +76,17 @@ void ReadTotal(const XmlElement& transaction, PostingList& postings) {
 
 }  // namespace
 
-PostingList::PostingList(const RecordKind& transaction) : isSale(FormOf(transaction.element).isSale) {}
+PostingList::PostingList(const RecordKind& transaction) : isSale_(FormOf(transaction.element).isSale) {}
 
 void PostingList::AddAccountLine(std::string account, std::int64_t amount) {
-  postings.push_back({PostingTarget::Account, std::move(account), isSale ? -amount : amount});
+  postings_.push_back({PostingTarget::Account, std::move(account), isSale_ ? -amount : amount});
 }
 
 void PostingList::AddItemLine(std::string item, std::int64_t amount, double quantity) {
-  if (isSale) {
-    postings.push_back({PostingTarget::SoldItem, std::move(item), -amount, quantity});
+  if (isSale_) {
+    postings_.push_back({PostingTarget::SoldItem, std::move(item), -amount, quantity});
   } else {
-    postings.push_back({PostingTarget::BoughtItem, std::move(item), amount});
+    postings_.push_back({PostingTarget::BoughtItem, std::move(item), amount});
   }
 }
 

@@ -40,11 +40,11 @@ class PostingList {
   /// from.
   void AddTotal(std::string account, std::int64_t amount);
 
-  std::vector<Posting> Take() { return std::move(postings); }
+  std::vector<Posting> Take() { return std::move(postings_); }
 
  private:
-  bool isSale;
-  std::vector<Posting> postings;
+  bool isSale_;
+  std::vector<Posting> postings_;
 };
 
 /// The postings of a transaction's record: of each line that has an amount and an account or an item, lines

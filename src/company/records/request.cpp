@@ -74,17 +74,17 @@ XmlElement ParseMessages(std::string_view document) {
 /// Takes the child elements of an element in their order.
 class Content {
  public:
-  explicit Content(const XmlElement& element) : owner(element), next(element.FirstChild()) {
-    if (!next && element.Text().find_first_not_of(" \t\r\n") != std::string::npos) {
+  explicit Content(const XmlElement& element) : owner_(element), next_(element.FirstChild()) {
+    if (!next_ && element.Text().find_first_not_of(" \t\r\n") != std::string::npos) {
       Refuse(fmt::format("text stands in {}", element.Name()));
     }
   }
 
   /// The next child when it has that name, otherwise none.
   XmlElement Take(std::string_view name) {
-    if (!next || next.Name() != name) return {};
-    XmlElement taken = next;
-    next = next.NextSibling();
+    if (!next_ || next_.Name() != name) return {};
+    XmlElement taken = next_;
+    next_ = next_.NextSibling();
     return taken;
   }
 
@@ -97,12 +97,12 @@ class Content {
   }
 
   void RequireEnd() const {
-    if (next) Refuse(fmt::format("{} cannot stand there in {}", next.Name(), owner.Name()));
+    if (next_) Refuse(fmt::format("{} cannot stand there in {}", next_.Name(), owner_.Name()));
   }
 
  private:
-  XmlElement owner;
-  XmlElement next;
+  XmlElement owner_;
+  XmlElement next_;
 };
 
 void ReadAccountQuery(const XmlElement& element, CompanyRequest& request) {

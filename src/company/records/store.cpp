@@ -33,41 +33,41 @@ std::size_t RankOf(std::string_view kind, std::string_view accountType) {
 
 }  // namespace
 
-CompanyRecords::CompanyRecords(const Database& companyDatabase)
-    : database(companyDatabase),
-      find(database.Prepare("SELECT id FROM record WHERE family = ?1 AND key = ?2")),
-      insert(database.Prepare("INSERT INTO record (family, key, kind, parent_key, account_type, txn_date, "
-                              "lines_begin, lines_end, xml,"
-                              " id, position) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?10)")),
-      replace(database.Prepare("UPDATE record SET family = ?1, key = ?2, kind = ?3, parent_key = ?4, "
-                               "account_type = ?5, txn_date = ?6,"
-                               " lines_begin = ?7, lines_end = ?8, xml = ?9 WHERE id = ?10")),
-      ledger(database),
-      nextId(database.Integer("SELECT max(id) FROM record") + 1) {}
+CompanyRecords::CompanyRecords(const Database& database)
+    : database_(database),
+      find_(database_.Prepare("SELECT id FROM record WHERE family = ?1 AND key = ?2")),
+      insert_(database_.Prepare("INSERT INTO record (family, key, kind, parent_key, account_type, txn_date, "
+                                "lines_begin, lines_end, xml,"
+                                " id, position) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?10)")),
+      replace_(database_.Prepare("UPDATE record SET family = ?1, key = ?2, kind = ?3, parent_key = ?4, "
+                                 "account_type = ?5, txn_date = ?6,"
+                                 " lines_begin = ?7, lines_end = ?8, xml = ?9 WHERE id = ?10")),
+      ledger_(database_),
+      nextId_(database_.Integer("SELECT max(id) FROM record") + 1) {}
 
 PutResult CompanyRecords::Put(const CompanyRecord& record) {
-  if (record.kind->shape == RecordShape::ListEntry) touchedLists.emplace(record.kind->family);
-  find.Bind(1, record.kind->family).Bind(2, record.key);
-  const bool isThere = find.Step();
-  const std::int64_t id = isThere ? find.Integer(0) : nextId++;
-  find.Reset();
-  Statement& statement = isThere ? replace : insert;
+  if (record.kind->shape == RecordShape::ListEntry) touchedLists_.emplace(record.kind->family);
+  find_.Bind(1, record.kind->family).Bind(2, record.key);
+  const bool isThere = find_.Step();
+  const std::int64_t id = isThere ? find_.Integer(0) : nextId_++;
+  find_.Reset();
+  Statement& statement = isThere ? replace_ : insert_;
   BindColumns(statement, record);
   statement.Bind(10, id).Run();
-  if (record.kind->shape == RecordShape::Transaction) ledger.PutPostings(id, record.date, record.postings);
-  if (record.kind->family == "Item") ledger.PutItemAccounts(record.key, record.itemAccounts);
+  if (record.kind->shape == RecordShape::Transaction) ledger_.PutPostings(id, record.date, record.postings);
+  if (record.kind->family == "Item") ledger_.PutItemAccounts(record.key, record.itemAccounts);
   return isThere ? PutResult::Replaced : PutResult::Added;
 }
 
 void CompanyRecords::OrderLists() {
-  for (const std::string& family : touchedLists) OrderList(family);
-  touchedLists.clear();
+  for (const std::string& family : touchedLists_) OrderList(family);
+  touchedLists_.clear();
 }
 
 void CompanyRecords::OrderList(const std::string& family) {
   std::vector<ListEntry> entries;
   std::vector<std::pair<std::int64_t, std::int64_t>> idsAndPositions;
-  Statement list = database.Prepare(
+  Statement list = database_.Prepare(
       "SELECT id, position, key, parent_key, kind, account_type FROM record WHERE family = ?1 ORDER BY id");
   for (list.Bind(1, family); list.Step();) {
     idsAndPositions.emplace_back(list.Integer(0), list.Integer(1));
@@ -75,7 +75,7 @@ void CompanyRecords::OrderList(const std::string& family) {
         {std::string(list.Text(2)), std::string(list.Text(3)), RankOf(list.Text(4), list.Text(5))});
   }
 
-  Statement move = database.Prepare("UPDATE record SET position = ?2 WHERE id = ?1");
+  Statement move = database_.Prepare("UPDATE record SET position = ?2 WHERE id = ?1");
   std::int64_t position = 0;
   for (const std::size_t entry : ListOrder(entries)) {
     const auto [id, oldPosition] = idsAndPositions[entry];

@@ -23,7 +23,7 @@ enum class PutResult { Added, Replaced };
 /// Puts records into a company file, within a transaction of the caller's. The database must outlive it.
 class CompanyRecords {
  public:
-  explicit CompanyRecords(const Database& companyDatabase);
+  explicit CompanyRecords(const Database& database);
 
   /// Stores a record. One of the same family and key is replaced and keeps its place among the entries with
   /// the same parent (transactions: among those of the same date); a new one comes last there. What it posts,
@@ -36,13 +36,13 @@ class CompanyRecords {
  private:
   void OrderList(const std::string& family);
 
-  const Database& database;
-  Statement find;
-  Statement insert;
-  Statement replace;
-  LedgerWriter ledger;
-  std::int64_t nextId;
-  std::set<std::string, std::less<>> touchedLists;
+  const Database& database_;
+  Statement find_;
+  Statement insert_;
+  Statement replace_;
+  LedgerWriter ledger_;
+  std::int64_t nextId_;
+  std::set<std::string, std::less<>> touchedLists_;
 };
 
 /// The company's records counted by kind, kinds without records left out, in the order of `RecordKinds`.

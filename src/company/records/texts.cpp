@@ -32,26 +32,26 @@ class RecordTextWriter {
         EndElement(markup.text);
         break;
       case MarkupKind::Text:
-        AppendAscii(content, markup.text, Quotes::Escape);
+        AppendAscii(content_, markup.text, Quotes::Escape);
         break;
       case MarkupKind::PlainText:
-        AppendAsciiText(content, markup.text);
+        AppendAsciiText(content_, markup.text);
         break;
       case MarkupKind::End:
         break;
     }
   }
 
-  RecordText Take() { return std::move(text); }
+  RecordText Take() { return std::move(text_); }
 
  private:
   // The start tag stays without its bracket until it is known whether the element is empty.
   void StartElement(std::string_view tag) {
     BeginChild(NameOf(tag));
-    text.xml += '<';
-    AppendAscii(text.xml, tag, Quotes::Keep);
-    startTagOpen = true;
-    ++depth;
+    text_.xml += '<';
+    AppendAscii(text_.xml, tag, Quotes::Keep);
+    startTagOpen_ = true;
+    ++depth_;
   }
 
   void EmptyElement(std::string_view tag) {
@@ -60,43 +60,43 @@ class RecordTextWriter {
   }
 
   void EndElement(std::string_view name) {
-    if (!startTagOpen) RequireBlankContent();
-    if (startTagOpen && content.empty()) {
-      text.xml += " />\n";
+    if (!startTagOpen_) RequireBlankContent();
+    if (startTagOpen_ && content_.empty()) {
+      text_.xml += " />\n";
     } else {
-      if (startTagOpen) text.xml.append(">").append(content);
-      text.xml.append("</").append(name).append(">\n");
+      if (startTagOpen_) text_.xml.append(">").append(content_);
+      text_.xml.append("</").append(name).append(">\n");
     }
-    startTagOpen = false;
-    content.clear();
-    --depth;
-    if (depth == 1 && IsTransactionLine(name)) text.linesEnd = text.xml.size();
+    startTagOpen_ = false;
+    content_.clear();
+    --depth_;
+    if (depth_ == 1 && IsTransactionLine(name)) text_.linesEnd = text_.xml.size();
   }
 
   void BeginChild(std::string_view name) {
     RequireBlankContent();
-    content.clear();
-    if (startTagOpen) text.xml += ">\n";
-    startTagOpen = false;
-    if (depth == 1 && IsTransactionLine(name)) BeginLine(name);
+    content_.clear();
+    if (startTagOpen_) text_.xml += ">\n";
+    startTagOpen_ = false;
+    if (depth_ == 1 && IsTransactionLine(name)) BeginLine(name);
   }
 
   void BeginLine(std::string_view name) {
-    if (text.linesEnd == 0) text.linesBegin = text.linesEnd = text.xml.size();
-    if (text.linesEnd != text.xml.size()) {
+    if (text_.linesEnd == 0) text_.linesBegin = text_.linesEnd = text_.xml.size();
+    if (text_.linesEnd != text_.xml.size()) {
       throw Error(company_error::cannotParse, fmt::format("{} stands apart from the other lines", name));
     }
   }
 
   void RequireBlankContent() const {
-    if (content.find_first_not_of(" \t\n") == std::string::npos) return;
-    throw Error(company_error::cannotParse, fmt::format("the text \"{}\" stands between elements", content));
+    if (content_.find_first_not_of(" \t\n") == std::string::npos) return;
+    throw Error(company_error::cannotParse, fmt::format("the text \"{}\" stands between elements", content_));
   }
 
-  RecordText text;
-  std::string content;  // the text since the last tag
-  bool startTagOpen = false;
-  int depth = 0;
+  RecordText text_;
+  std::string content_;  // the text since the last tag
+  bool startTagOpen_ = false;
+  int depth_ = 0;
 };
 
 }  // namespace

@@ -18,13 +18,13 @@ RowAmounts WithSign(RowAmounts amounts, int sign) {
 
 class AccountRows {
  public:
-  AccountRows(const std::vector<ReportAccount>& accountList,
-              const std::vector<std::optional<RowAmounts>>& amountsOfAccounts, std::size_t columnCount)
-      : accounts(accountList), ownAmounts(amountsOfAccounts), columns(columnCount) {}
+  AccountRows(const std::vector<ReportAccount>& accounts,
+              const std::vector<std::optional<RowAmounts>>& ownAmounts, std::size_t columns)
+      : accounts_(accounts), ownAmounts_(ownAmounts), columns_(columns) {}
 
   /// Appends the rows of an account and of all below it, and gives their sum.
   RowAmounts Append(std::size_t position) {
-    const ReportAccount& account = accounts[position];
+    const ReportAccount& account = accounts_[position];
     if (!account.children.empty()) return AppendParent(position);
     return AppendOwn(position, account.label);
   }
@@ -33,10 +33,10 @@ class AccountRows {
 
  private:
   RowAmounts AppendParent(std::size_t position) {
-    const ReportAccount& account = accounts[position];
+    const ReportAccount& account = accounts_[position];
     const std::size_t begin = rows.size();
     rows.push_back({ReportRowKind::Text, account.label, std::nullopt, {}});
-    RowAmounts sum(columns);
+    RowAmounts sum(columns_);
     for (const std::size_t child : account.children) Add(sum, Append(child));
     Add(sum, AppendOwn(position, account.label + " - Other"));
     if (rows.size() == begin + 1) {
@@ -48,15 +48,15 @@ class AccountRows {
   }
 
   RowAmounts AppendOwn(std::size_t position, const std::string& label) {
-    const std::optional<RowAmounts>& own = ownAmounts[position];
-    if (!own) return RowAmounts(columns);
-    rows.push_back({ReportRowKind::Data, label, accounts[position].fullName, *own});
+    const std::optional<RowAmounts>& own = ownAmounts_[position];
+    if (!own) return RowAmounts(columns_);
+    rows.push_back({ReportRowKind::Data, label, accounts_[position].fullName, *own});
     return *own;
   }
 
-  const std::vector<ReportAccount>& accounts;
-  const std::vector<std::optional<RowAmounts>>& ownAmounts;
-  std::size_t columns;
+  const std::vector<ReportAccount>& accounts_;
+  const std::vector<std::optional<RowAmounts>>& ownAmounts_;
+  std::size_t columns_;
 };
 
 std::vector<ReportRow> HeadingRows(const ReportLayout& layout) {

@@ -15,10 +15,10 @@ constexpr std::array<std::string_view, 4> rowElements = {"TextRow", "DataRow", "
 
 class ReportWriter {
  public:
-  explicit ReportWriter(std::string& text) : output(text) {}
+  explicit ReportWriter(std::string& text) : output_(text) {}
 
   void Write(const SummaryReport& report) {
-    output += "<ReportRet>\n";
+    output_ += "<ReportRet>\n";
     Element("ReportTitle", report.title);
     Element("ReportSubtitle", report.subtitle);
     Element("ReportBasis", "Accrual");
@@ -26,29 +26,29 @@ class ReportWriter {
            report.rows.size(), report.columnTitles.size() + 1);
     Columns(report.columnTitles);
     Rows(report.rows);
-    output += "</ReportRet>\n";
+    output_ += "</ReportRet>\n";
   }
 
  private:
   template <typename... Values>
   void Append(fmt::format_string<Values...> form, Values&&... values) {
-    fmt::format_to(std::back_inserter(output), form, std::forward<Values>(values)...);
+    fmt::format_to(std::back_inserter(output_), form, std::forward<Values>(values)...);
   }
 
   void Element(std::string_view name, std::string_view text) {
     Append("<{}>", name);
-    AppendAsciiText(output, text);
+    AppendAsciiText(output_, text);
     Append("</{}>\n", name);
   }
 
   void Value(std::string_view value, std::string_view end) {
-    output += R"( value=")";
-    AppendAsciiText(output, value);
+    output_ += R"( value=")";
+    AppendAsciiText(output_, value);
     Append("\"{}", end);
   }
 
   void Columns(const std::vector<std::string>& titles) {
-    output +=
+    output_ +=
         "<ColDesc colID=\"1\" dataType=\"STRTYPE\">\n<ColTitle titleRow=\"1\" />\n<ColType>Blank</ColType>\n"
         "</ColDesc>\n";
     int id = 1;
@@ -60,13 +60,13 @@ class ReportWriter {
 
   void Rows(const std::vector<ReportRow>& rows) {
     if (rows.empty()) {
-      output += "<ReportData />\n";
+      output_ += "<ReportData />\n";
       return;
     }
-    output += "<ReportData>\n";
+    output_ += "<ReportData>\n";
     int number = 0;
     for (const ReportRow& row : rows) Row(row, ++number);
-    output += "</ReportData>\n";
+    output_ += "</ReportData>\n";
   }
 
   void Row(const ReportRow& row, int number) {
@@ -76,12 +76,12 @@ class ReportWriter {
       Value(row.label, " />\n");
       return;
     }
-    output += ">\n";
+    output_ += ">\n";
     if (row.account) {
-      output += "<RowData rowType=\"account\"";
+      output_ += "<RowData rowType=\"account\"";
       Value(*row.account, " />\n");
     }
-    output += "<ColData colID=\"1\"";
+    output_ += "<ColData colID=\"1\"";
     Value(row.label, " />\n");
     int id = 1;
     for (const std::int64_t amount : row.amounts) {
@@ -90,7 +90,7 @@ class ReportWriter {
     Append("</{}>\n", element);
   }
 
-  std::string& output;
+  std::string& output_;
 };
 
 }  // namespace

@@ -47,12 +47,12 @@ const std::string& LineBooking::TopLevelName(AccountGroup group, std::string_vie
 }
 
 const CostOfSale& LineBooking::CostOfSaleIn(const std::string& marker) {
-  if (const auto found = costs.find(marker); found != costs.end()) return found->second;
+  if (const auto found = costs_.find(marker); found != costs_.end()) return found->second;
   const XmlElement element = ResponseElement(marker, {});
   if (!element) throw Error(error_number::objectNotSet);
   const auto attribute = [&](std::string_view name) { return element.Attribute(name).value_or(""); };
   CostOfSale cost{attribute("cogsid"), attribute("workid"), attribute("averagecost")};
-  return costs.emplace(marker, std::move(cost)).first->second;
+  return costs_.emplace(marker, std::move(cost)).first->second;
 }
 
 const AccountList& AccountsOf(const ImportState& state, AccountGroup group) {

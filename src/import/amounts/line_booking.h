@@ -47,7 +47,7 @@ class LineBooking {
   const Place place;
 
  private:
-  std::unordered_map<std::string, CostOfSale> costs;
+  std::unordered_map<std::string, CostOfSale> costs_;
 };
 
 /// The list and the subtotals of an account group.

@@ -29,10 +29,10 @@ std::string_view Trimmed(std::string_view text) {
 // Tells what a person should know of a report's rows; it changes nothing of what is added.
 class RowTelling {
  public:
-  RowTelling(Observer& toldObserver, const Place& toldPlace) : observer(toldObserver), place(toldPlace) {}
+  RowTelling(Observer& observer, const Place& place) : observer_(observer), place_(place) {}
 
   void Added(const std::string& name) {
-    if (!names.insert(FoldedKey(name)).second) Tell(NoticeKind::AccountInSeveralRows, name);
+    if (!names_.insert(FoldedKey(name)).second) Tell(NoticeKind::AccountInSeveralRows, name);
   }
 
   void Columns(const std::vector<XmlElement>& columns, const std::string& name) {
@@ -51,27 +51,27 @@ class RowTelling {
       sum += ConvertToDouble(columns[column].Attribute("value").value_or("")).value_or(0);
     }
     if (sum == 0) return;
-    observer.Notify(Notice{.kind = NoticeKind::AmountSkipped,
-                           .place = place,
-                           .number = 0,
-                           .severity = {},
-                           .description = {},
-                           .skipped = Skipped{.reason = SkipReason::NoSubtotal,
-                                              .transactionId = {},
-                                              .transactionDate = {},
-                                              .source = name,
-                                              .account = name,
-                                              .amount = GeneralNumberText(sum)}});
+    observer_.Notify(Notice{.kind = NoticeKind::AmountSkipped,
+                            .place = place_,
+                            .number = 0,
+                            .severity = {},
+                            .description = {},
+                            .skipped = Skipped{.reason = SkipReason::NoSubtotal,
+                                               .transactionId = {},
+                                               .transactionDate = {},
+                                               .source = name,
+                                               .account = name,
+                                               .amount = GeneralNumberText(sum)}});
   }
 
  private:
   void Tell(NoticeKind kind, const std::string& name) {
-    observer.Notify(Notice{.kind = kind, .place = place, .number = 0, .severity = {}, .description = name});
+    observer_.Notify(Notice{.kind = kind, .place = place_, .number = 0, .severity = {}, .description = name});
   }
 
-  Observer& observer;
-  const Place& place;
-  std::unordered_set<std::string> names;
+  Observer& observer_;
+  const Place& place_;
+  std::unordered_set<std::string> names_;
 };
 
 // The amount columns of the row that a "RowData" element stands in: "ColData" by its position, 0 being the

@@ -61,43 +61,43 @@ struct OpenElement {
 // Keeps the first text of each field of each element, and which elements are lines.
 class LineHandler final : public XmlEventHandler {
  public:
-  LineHandler(const LineSelection& lineSelection, Observer& toldObserver, const Place& toldPlace)
-      : selection(lineSelection), observer(toldObserver), place(toldPlace) {}
+  LineHandler(const LineSelection& selection, Observer& observer, const Place& place)
+      : selection_(selection), observer_(observer), place_(place) {}
 
   void StartElement(std::string_view name, const XmlEventAttributes& attributes) override {
-    if (open.size() == 2) KeepStatus(attributes);
+    if (open_.size() == 2) KeepStatus(attributes);
     OpenElement element;
-    if (!responseSeen && name == selection.responseName) responseSeen = element.isResponse = true;
+    if (!responseSeen_ && name == selection_.responseName) responseSeen_ = element.isResponse = true;
     element.isItemGroup = name == "ItemGroupLineRet";
-    if (!open.empty()) BeginField(name, element);
-    open.push_back(element);
+    if (!open_.empty()) BeginField(name, element);
+    open_.push_back(element);
     if (IsLine(name)) KeepLine(name);
   }
 
   void Text(std::string_view piece) override {
-    if (!captures.empty()) captured += piece;
+    if (!captures_.empty()) captured_ += piece;
   }
 
   void EndElement() override {
-    if (!captures.empty() && captures.back().depth == open.size()) {
-      const Capture& capture = captures.back();
-      frames[capture.frame].*capture.field =
-          lines.texts.Keep(std::string_view(captured).substr(capture.begin));
-      captures.pop_back();
-      if (captures.empty()) captured.clear();
+    if (!captures_.empty() && captures_.back().depth == open_.size()) {
+      const Capture& capture = captures_.back();
+      frames_[capture.frame].*capture.field =
+          lines_.texts.Keep(std::string_view(captured_).substr(capture.begin));
+      captures_.pop_back();
+      if (captures_.empty()) captured_.clear();
     }
-    open.pop_back();
+    open_.pop_back();
   }
 
   // The lines with their fields, once everything around them has been read; tells the answer's statuses.
   TransactionLines Lines() && {
-    for (const auto& status : statuses) {
-      TellStatus([&](std::string_view name) { return status.at(name); }, observer, place);
+    for (const auto& status : statuses_) {
+      TellStatus([&](std::string_view name) { return status.at(name); }, observer_, place_);
     }
-    if (!responseSeen) return {};
-    lines.lines.reserve(found.size());
-    for (const FoundLine& line : found) lines.lines.push_back(LineOf(line));
-    return std::move(lines);
+    if (!responseSeen_) return {};
+    lines_.lines.reserve(found_.size());
+    for (const FoundLine& line : found_) lines_.lines.push_back(LineOf(line));
+    return std::move(lines_);
   }
 
  private:
@@ -111,17 +111,17 @@ class LineHandler final : public XmlEventHandler {
   using Status = std::map<std::string_view, std::optional<std::string>>;
 
   void KeepStatus(const XmlEventAttributes& attributes) {
-    Status& status = statuses.emplace_back();
+    Status& status = statuses_.emplace_back();
     for (const std::string_view name : {"statusCode", "statusSeverity", "statusMessage"}) {
       status.emplace(name, attributes.Find(name));
     }
   }
 
   void BeginField(std::string_view name, OpenElement& element) {
-    OpenElement& around = open.back();
+    OpenElement& around = open_.back();
     if (around.reference != nullptr && name == "ListID") {
       // A reference stands inside the element that its ListID is a field of.
-      BeginCapture(open[open.size() - 2].frame, around.reference->field);
+      BeginCapture(open_[open_.size() - 2].frame, around.reference->field);
       return;
     }
     for (const FieldElement& fieldElement : fieldElements) {
@@ -130,7 +130,7 @@ class LineHandler final : public XmlEventHandler {
       if (fieldElement.isReference) {
         element.reference = &fieldElement;
         if (fieldElement.field == &Frame::customerId)
-          frames[static_cast<std::size_t>(frame)].hasCustomer = true;
+          frames_[static_cast<std::size_t>(frame)].hasCustomer = true;
       } else {
         BeginCapture(frame, fieldElement.field);
       }
@@ -141,32 +141,32 @@ class LineHandler final : public XmlEventHandler {
   // The first of several counts.
   void BeginCapture(FrameNumber frame, Field Frame::*field) {
     const auto index = static_cast<std::size_t>(frame);
-    if (!(frames[index].*field)) captures.push_back({open.size() + 1, index, field, captured.size()});
+    if (!(frames_[index].*field)) captures_.push_back({open_.size() + 1, index, field, captured_.size()});
   }
 
   bool IsLine(std::string_view name) const {
-    if (selection.places == LinePlaces::Anywhere) return name == selection.lineName;
+    if (selection_.places == LinePlaces::Anywhere) return name == selection_.lineName;
     if (name != "ExpenseLineRet" && name != "ItemLineRet") return false;
-    return IsInTransaction(2) || (IsInTransaction(3) && open[open.size() - 2].isItemGroup);
+    return IsInTransaction(2) || (IsInTransaction(3) && open_[open_.size() - 2].isItemGroup);
   }
 
   // Whether the element that was opened last stands `depth` levels below the response.
   bool IsInTransaction(std::size_t depth) const {
-    return open.size() > depth && open[open.size() - 1 - depth].isResponse;
+    return open_.size() > depth && open_[open_.size() - 1 - depth].isResponse;
   }
 
   void KeepLine(std::string_view name) {
     const auto frameAbove = [&](std::size_t levels) {
-      return open.size() > levels ? FrameOf(open[open.size() - 1 - levels]) : noFrame;
+      return open_.size() > levels ? FrameOf(open_[open_.size() - 1 - levels]) : noFrame;
     };
-    const bool insideItemGroup = selection.places == LinePlaces::DirectChildren && IsInTransaction(3);
-    found.push_back({lines.texts.Keep(name), frameAbove(0), frameAbove(1), frameAbove(2), insideItemGroup});
+    const bool insideItemGroup = selection_.places == LinePlaces::DirectChildren && IsInTransaction(3);
+    found_.push_back({lines_.texts.Keep(name), frameAbove(0), frameAbove(1), frameAbove(2), insideItemGroup});
   }
 
   FrameNumber FrameOf(OpenElement& element) {
     if (element.frame == noFrame) {
-      element.frame = static_cast<FrameNumber>(frames.size());
-      frames.emplace_back();
+      element.frame = static_cast<FrameNumber>(frames_.size());
+      frames_.emplace_back();
     }
     return element.frame;
   }
@@ -174,7 +174,7 @@ class LineHandler final : public XmlEventHandler {
   TransactionLine LineOf(const FoundLine& line) const {
     static const Frame nothing;
     const auto frameAt = [&](FrameNumber number) -> const Frame& {
-      return number == noFrame ? nothing : frames[static_cast<std::size_t>(number)];
+      return number == noFrame ? nothing : frames_[static_cast<std::size_t>(number)];
     };
     const Frame& own = frameAt(line.own);
     const Frame& parent = frameAt(line.parent);
@@ -197,17 +197,17 @@ class LineHandler final : public XmlEventHandler {
             .insideItemGroup = line.insideItemGroup};
   }
 
-  const LineSelection& selection;
-  Observer& observer;
-  const Place& place;
-  std::vector<OpenElement> open;
-  std::vector<Frame> frames;
-  std::vector<FoundLine> found;
-  TransactionLines lines;
-  bool responseSeen = false;
-  std::vector<Status> statuses;
-  std::vector<Capture> captures;
-  std::string captured;
+  const LineSelection& selection_;
+  Observer& observer_;
+  const Place& place_;
+  std::vector<OpenElement> open_;
+  std::vector<Frame> frames_;
+  std::vector<FoundLine> found_;
+  TransactionLines lines_;
+  bool responseSeen_ = false;
+  std::vector<Status> statuses_;
+  std::vector<Capture> captures_;
+  std::string captured_;
 };
 
 }  // namespace

@@ -31,12 +31,12 @@ XmlElement BlockAnywhere(const XmlElement& document, std::string_view id) {
 
 class GrowthWriter {
  public:
-  GrowthWriter(const GrowthTable& growthTable, QBKRN_BalancesImport balancesImport, Observer& toldObserver)
-      : table(growthTable), balances(balancesImport), observer(toldObserver) {}
+  GrowthWriter(const GrowthTable& table, QBKRN_BalancesImport balancesImport, Observer& observer)
+      : table_(table), balances(balancesImport), observer_(observer) {}
 
   void Write(const XmlElement& document) {
-    const XmlElement planned = BlockAnywhere(document, table.plannedBlock);
-    const XmlElement actual = BlockAnywhere(document, table.actualBlock);
+    const XmlElement planned = BlockAnywhere(document, table_.plannedBlock);
+    const XmlElement actual = BlockAnywhere(document, table_.actualBlock);
     const std::int32_t startRow = StartRow(planned);
     XmlElement actualRow = actual.FirstChild();
     std::int32_t rowIndex = 0;
@@ -52,7 +52,7 @@ class GrowthWriter {
   std::int32_t StartRow(const XmlElement& planned) {
     std::int32_t startRow = 0;
     if (!planned) return startRow;
-    SkipOnError(observer, place, [&] {
+    SkipOnError(observer_, place, [&] {
       startRow = RequireInteger(RequireDouble(planned.Attribute("startrow").value_or("")));
     });
     return startRow;
@@ -62,16 +62,16 @@ class GrowthWriter {
     const std::vector<XmlElement> plannedCells = plannedRow.Children();
     if (plannedCells.empty()) return;
     const std::string name = plannedCells[0].Text();
-    const cSubtotals* subtotal = table.subtotals ? table.subtotals->Find(name) : nullptr;
+    const cSubtotals* subtotal = table_.subtotals ? table_.subtotals->Find(name) : nullptr;
     if (subtotal != nullptr) return WriteAmounts(plannedCells, actualRow, sheetRow, *subtotal);
-    if (table.unmatchedRows == UnmatchedRows::DepreciationSummed && name == depreciationKeyword) {
+    if (table_.unmatchedRows == UnmatchedRows::DepreciationSummed && name == depreciationKeyword) {
       WriteAmounts(plannedCells, actualRow, sheetRow, DepreciationSums());
     }
   }
 
   void WriteAmounts(const std::vector<XmlElement>& plannedCells, const XmlElement& actualRow,
                     std::int32_t sheetRow, const cSubtotals& subtotal) {
-    SetCell(plannedCells, 1, GeneralNumberText(table.ratePercent / 100.0));
+    SetCell(plannedCells, 1, GeneralNumberText(table_.ratePercent / 100.0));
     const bool planned = balances == BalImport_Planned || balances == BalImport_All;
     const bool actual = balances == BalImport_Actual || balances == BalImport_All;
     const std::vector<XmlElement> actualCells = actual ? actualRow.Children() : std::vector<XmlElement>();
@@ -79,14 +79,14 @@ class GrowthWriter {
       const std::string amount = GeneralNumberText(subtotal.SubTotal(month));
       const auto column = static_cast<std::size_t>(month);
       if (planned) {
-        SetCell(plannedCells, column + 1, fmt::format("={}{}{})", amount, table.formulaJoint, sheetRow));
+        SetCell(plannedCells, column + 1, fmt::format("={}{}{})", amount, table_.formulaJoint, sheetRow));
       }
       if (actual) SetCell(actualCells, column, amount);
     }
   }
 
   void SetCell(const std::vector<XmlElement>& cells, std::size_t column, const std::string& text) {
-    SkipOnError(observer, place, [&] {
+    SkipOnError(observer_, place, [&] {
       XmlElement cell = column < cells.size() ? cells[column] : XmlElement();
       cell.SetText(text);
     });
@@ -95,21 +95,21 @@ class GrowthWriter {
   // The months of every account whose name occurs within the keyword, letter case aside.
   cSubtotals DepreciationSums() {
     cSubtotals sums{depreciationKeyword};
-    if (!table.subtotals) return sums;
+    if (!table_.subtotals) return sums;
     const std::string keyword = FoldedKey(depreciationKeyword);
-    for (const cSubtotals& subtotal : *table.subtotals) {
+    for (const cSubtotals& subtotal : *table_.subtotals) {
       if (keyword.find(FoldedKey(subtotal.Description())) == std::string::npos) continue;
       for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
-        SkipOnError(observer, place, [&] { sums.AddToSubTotal(month, subtotal.SubTotal(month)); });
+        SkipOnError(observer_, place, [&] { sums.AddToSubTotal(month, subtotal.SubTotal(month)); });
       }
     }
     return sums;
   }
 
-  const GrowthTable& table;
+  const GrowthTable& table_;
   const QBKRN_BalancesImport balances;
-  Observer& observer;
-  const Place place{.operation = std::string(table.operation), .request = {}, .fromDate = {}, .toDate = {}};
+  Observer& observer_;
+  const Place place{.operation = std::string(table_.operation), .request = {}, .fromDate = {}, .toDate = {}};
 };
 
 std::string WriteGrowth(const GrowthTable& table, const ImportOptions& options, const std::string& tablesText,

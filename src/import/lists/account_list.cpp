@@ -15,9 +15,9 @@ Place In(std::string operation) {
 }  // namespace
 
 const AccountList::RollUp& AccountList::RollUpOf(std::string_view listId) const {
-  if (lookUps == nullptr) lookUps = std::make_shared<LookUps>(answer);
+  if (lookUps_ == nullptr) lookUps_ = std::make_shared<LookUps>(answer_);
   const std::string id(listId);
-  if (const auto found = lookUps->rollUps.find(id); found != lookUps->rollUps.end()) return found->second;
+  if (const auto found = lookUps_->rollUps.find(id); found != lookUps_->rollUps.end()) return found->second;
   RollUp rollUp;
   // The failure is an outcome to keep here; who asks tells it.
   try {
@@ -25,7 +25,7 @@ const AccountList::RollUp& AccountList::RollUpOf(std::string_view listId) const 
   } catch (...) {
     rollUp.failure = CaughtError();
   }
-  return lookUps->rollUps.emplace(id, std::move(rollUp)).first->second;
+  return lookUps_->rollUps.emplace(id, std::move(rollUp)).first->second;
 }
 
 std::string AccountList::Climb(const std::string& listId) const {
@@ -46,8 +46,8 @@ std::string AccountList::Climb(const std::string& listId) const {
 // The first "ListID" element of the document with that text. No search path can hold a double quote, so such
 // an id fails as the path does.
 XmlElement AccountList::FindListId(const std::string& listId) const {
-  if (listId.find('"') != std::string::npos) return answer.Select("//ListID[. = \"" + listId + "\"]");
-  return lookUps->index.Find(listId);
+  if (listId.find('"') != std::string::npos) return answer_.Select("//ListID[. = \"" + listId + "\"]");
+  return lookUps_->index.Find(listId);
 }
 
 const std::string& TopLevelAccountName(const AccountList& list, std::string_view listId, Observer& observer) {

@@ -21,11 +21,11 @@ enum class AccountGroup { Expense, Income, CostOfGoods };
 class AccountList {
  public:
   AccountList() = default;
-  explicit AccountList(XmlElement answerElement) : answer(std::move(answerElement)) {}
+  explicit AccountList(XmlElement answer) : answer_(std::move(answer)) {}
 
   /// The answer's document element; none when there was no answer.
-  const XmlElement& Element() const noexcept { return answer; }
-  explicit operator bool() const noexcept { return static_cast<bool>(answer); }
+  const XmlElement& Element() const noexcept { return answer_; }
+  explicit operator bool() const noexcept { return static_cast<bool>(answer_); }
 
   /// What a climb to the top level came to: the name, or the failure that ended it.
   struct RollUp {
@@ -45,8 +45,8 @@ class AccountList {
   XmlElement FindListId(const std::string& listId) const;
   std::string Climb(const std::string& listId) const;
 
-  XmlElement answer;
-  mutable std::shared_ptr<LookUps> lookUps;
+  XmlElement answer_;
+  mutable std::shared_ptr<LookUps> lookUps_;
 };
 
 /// The name of the top-level account that an account belongs to: itself or, climbing by "ParentRef", its

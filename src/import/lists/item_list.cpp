@@ -19,9 +19,9 @@ const std::string& ItemList::ItemAccount(std::string_view itemId, ItemSide side,
   const Place place{.operation = "ItemAccount", .request = {}, .fromDate = {}, .toDate = {}};
   const std::string* account = &noAccount;
   SkipOnError(observer, place, [&] {
-    if (!answer) throw Error(error_number::objectNotSet);
-    if (lookUps == nullptr) lookUps = std::make_shared<LookUps>(answer);
-    auto& accounts = side == ItemSide::Income ? lookUps->incomeAccounts : lookUps->expenseAccounts;
+    if (!answer_) throw Error(error_number::objectNotSet);
+    if (lookUps_ == nullptr) lookUps_ = std::make_shared<LookUps>(answer_);
+    auto& accounts = side == ItemSide::Income ? lookUps_->incomeAccounts : lookUps_->expenseAccounts;
     const std::string id(itemId);
     auto found = accounts.find(id);
     if (found == accounts.end()) found = accounts.emplace(id, FindAccount(id, side)).first;
@@ -33,7 +33,7 @@ const std::string& ItemList::ItemAccount(std::string_view itemId, ItemSide side,
 std::string ItemList::FindAccount(const std::string& itemId, ItemSide side) const {
   const bool quoted = itemId.find('"') != std::string::npos;
   const XmlElement listId =
-      quoted ? answer.Select("//ListID[. = \"" + itemId + "\"]") : lookUps->index.Find(itemId);
+      quoted ? answer_.Select("//ListID[. = \"" + itemId + "\"]") : lookUps_->index.Find(itemId);
   if (!listId) return {};
   const XmlElement item = listId.Parent();
   const std::string_view reference = side == ItemSide::Income ? "IncomeAccountRef" : "ExpenseAccountRef";

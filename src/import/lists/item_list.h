@@ -23,9 +23,9 @@ enum class ItemSide : std::int16_t {
 class ItemList {
  public:
   ItemList() = default;
-  explicit ItemList(XmlElement answerElement) : answer(std::move(answerElement)) {}
+  explicit ItemList(XmlElement answer) : answer_(std::move(answer)) {}
 
-  const XmlElement& Element() const noexcept { return answer; }
+  const XmlElement& Element() const noexcept { return answer_; }
 
   /// The id of the account that an item posts to, or the empty text. For the income side of an inventory item
   /// that has a cost-of-goods account and an average cost, a cost-of-goods marker instead (see
@@ -42,8 +42,8 @@ class ItemList {
 
   std::string FindAccount(const std::string& itemId, ItemSide side) const;
 
-  XmlElement answer;
-  mutable std::shared_ptr<LookUps> lookUps;
+  XmlElement answer_;
+  mutable std::shared_ptr<LookUps> lookUps_;
 };
 
 /// The cost-of-goods marker: an XML text with the cost-of-goods account, the income account ("workid") and

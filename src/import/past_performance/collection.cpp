@@ -36,82 +36,81 @@ struct PastPeriod {
 // import too.
 class PastObserver final : public Observer {
  public:
-  PastObserver(Observer& toldObserver, std::int16_t periodNumber)
-      : observer(toldObserver), period(periodNumber) {}
+  PastObserver(Observer& observer, std::int16_t period) : observer_(observer), period_(period) {}
 
   void Notify(const Notice& notice) noexcept override {
     // Of a notice that cannot be copied, the notice itself is better than none.
     try {
       Notice past = notice;
-      past.place.pastPeriod = period;
-      observer.Notify(past);
+      past.place.pastPeriod = period_;
+      observer_.Notify(past);
     } catch (...) {
-      observer.Notify(notice);
+      observer_.Notify(notice);
     }
   }
 
  private:
-  Observer& observer;
-  std::int16_t period;
+  Observer& observer_;
+  std::int16_t period_;
 };
 
 // Goes through the periods in order.
 class PastCalendar {
  public:
-  explicit PastCalendar(ImportOptions& importOptions)
-      : options(importOptions), year(CheckedInteger(KRNStartingYear(options.period) - 4)) {}
+  explicit PastCalendar(ImportOptions& options)
+      : options_(options), year_(CheckedInteger(KRNStartingYear(options_.period) - 4)) {}
 
   PastPeriod Next() {
-    ++number;
-    const bool monthsShown = options.krnProduct == QBKRN_COR;
-    if (monthsShown && number >= 4) {
-      isMonth = true;
-      StepMonth(static_cast<std::int16_t>(number - 2), month, year, KRNStartingMonth(options.period), year,
-                options.period);
+    ++number_;
+    const bool monthsShown = options_.krnProduct == QBKRN_COR;
+    if (monthsShown && number_ >= 4) {
+      isMonth_ = true;
+      StepMonth(static_cast<std::int16_t>(number_ - 2), month_, year_, KRNStartingMonth(options_.period),
+                year_, options_.period);
     } else {
-      month = KRNStartingMonth(options.period);
-      year = CheckedInteger(year + 1);
-      if (monthsShown && number == 3) isMonth = true;
+      month_ = KRNStartingMonth(options_.period);
+      year_ = CheckedInteger(year_ + 1);
+      if (monthsShown && number_ == 3) isMonth_ = true;
     }
-    return {number, month, year, isMonth};
+    return {number_, month_, year_, isMonth_};
   }
 
  private:
-  ImportOptions& options;
-  std::int16_t number = 0;
-  std::int16_t month = 0;
-  std::int16_t year;
-  bool isMonth = false;
+  ImportOptions& options_;
+  std::int16_t number_ = 0;
+  std::int16_t month_ = 0;
+  std::int16_t year_;
+  bool isMonth_ = false;
 };
 
 class PastCollecting {
  public:
-  explicit PastCollecting(ImportContext& importContext)
-      : context(importContext), state(importContext.state), options(importContext.state.options) {}
+  explicit PastCollecting(ImportContext& context)
+      : context_(context), state_(context.state), options_(context.state.options) {}
 
   void Run() {
-    const std::int16_t periodCount = PastPeriodCount(options);
-    const XmlElement accounts = context.session.Ask(request_number::allAccounts, operation);
-    state.pastPerformance.emplace();
-    for (const std::string_view type : seededTypes) collection().Add(cSubtotals(type), type);
+    const std::int16_t periodCount = PastPeriodCount(options_);
+    const XmlElement accounts = context_.session.Ask(request_number::allAccounts, operation);
+    state_.pastPerformance.emplace();
+    for (const std::string_view type : seededTypes) Collection().Add(cSubtotals(type), type);
     for (const XmlElement& account : accounts.SelectAll("//AccountRet")) {
       if (IsTopLevelAccount(account)) AddAccountType(account);
     }
-    PastCalendar calendar(options);
+    PastCalendar calendar(options_);
     for (std::int16_t number = 1; number <= periodCount; ++number)
       CollectPeriod(calendar.Next(), periodCount);
   }
 
  private:
-  SubtotalCollection& collection() { return *state.pastPerformance; }
+  SubtotalCollection& Collection() { return *state_.pastPerformance; }
 
   // With qbXML 1.x there is no balance of a past day: all three years show today's.
   void AddAccountType(const XmlElement& account) {
     const std::string type = account.Child("AccountType").Text();
-    if (collection().Find(type) == nullptr) collection().Add(cSubtotals(type), type);
+    if (Collection().Find(type) == nullptr) Collection().Add(cSubtotals(type), type);
     if (MajorVersion() != 1) return;
     const double balance = RequireDouble(account.Child("TotalBalance").Text());
-    cSubtotals& target = collection().At(BalanceType(account, type, balance));
+    cSubtotals& target = Collection().At(BalanceType(account, type, balance));
     target.AddToSubTotal(1, balance);
     target.SubTotal(2, target.SubTotal(1));
     target.SubTotal(3, target.SubTotal(1));
@@ -126,14 +125,14 @@ class PastCollecting {
   }
 
   void CollectPeriod(const PastPeriod& period, std::int16_t periodCount) {
-    state.expenseSubtotals = TopLevelSubtotals(state.expenseAccounts, context.observer);
-    state.incomeSubtotals = TopLevelSubtotals(state.incomeAccounts, context.observer);
-    state.costSubtotals = TopLevelSubtotals(state.costAccounts, context.observer);
+    state_.expenseSubtotals = TopLevelSubtotals(state_.expenseAccounts, context_.observer);
+    state_.incomeSubtotals = TopLevelSubtotals(state_.incomeAccounts, context_.observer);
+    state_.costSubtotals = TopLevelSubtotals(state_.costAccounts, context_.observer);
     if (MajorVersion() == 1) ReadTransactions(period);
     if (MajorVersion() == 2) ReadReports(period);
-    SetTotal("Income", period, state.incomeSubtotals);
-    SetTotalOfReports("Expense", period, state.expenseSubtotals);
-    SetTotalOfReports("CostOfGoodsSold", period, state.costSubtotals);
+    SetTotal("Income", period, state_.incomeSubtotals);
+    SetTotalOfReports("Expense", period, state_.expenseSubtotals);
+    SetTotalOfReports("CostOfGoodsSold", period, state_.costSubtotals);
     if (MajorVersion() == 2) ReadBalanceSheet(period, periodCount);
   }
 
@@ -145,29 +144,29 @@ class PastCollecting {
   // The single months but the last have no transactions read for them. Expenses are those of the import's own
   // year.
   void ReadTransactions(const PastPeriod& period) {
-    if (options.krnProduct == QBKRN_COR && period.number >= 3 && period.number <= 13) return;
-    PastObserver observer(context.observer, period.number);
-    ImportContext past{state, context.session, context.plan, context.events, observer, context.clock};
-    ImportExpenseBalances(past, period.month, StartingYear(options.period));
+    if (options_.krnProduct == QBKRN_COR && period.number >= 3 && period.number <= 13) return;
+    PastObserver observer(context_.observer, period.number);
+    ImportContext past{state_, context_.session, context_.plan, context_.events, observer, context_.clock};
+    ImportExpenseBalances(past, period.month, StartingYear(options_.period));
     ImportIncomeBalances(past, period.month, period.year);
   }
 
   void ReadReports(const PastPeriod& period) {
     const DateRange range = RangeOf(period);
-    ReadReport(request_number::incomeByMonth, range, period.number, state.incomeSubtotals);
-    ReadReport(request_number::costByMonth, range, period.number, state.costSubtotals);
-    ReadReport(request_number::expenseByMonth, range, period.number, state.expenseSubtotals);
+    ReadReport(request_number::incomeByMonth, range, period.number, state_.incomeSubtotals);
+    ReadReport(request_number::costByMonth, range, period.number, state_.costSubtotals);
+    ReadReport(request_number::expenseByMonth, range, period.number, state_.expenseSubtotals);
   }
 
   void ReadReport(std::int32_t number, const DateRange& range, std::int16_t periodNumber,
                   std::optional<SubtotalCollection>& target) {
-    PastObserver observer(context.observer, periodNumber);
-    ParseProfitAndLossReport(context.session, number, range, target, observer);
+    PastObserver observer(context_.observer, periodNumber);
+    ParseProfitAndLossReport(context_.session, number, range, target, observer);
   }
 
   void SetTotal(std::string_view type, const PastPeriod& period,
                 const std::optional<SubtotalCollection>& subtotals) {
-    cSubtotals& figure = RequireType(collection(), type, operation, context.observer);
+    cSubtotals& figure = RequireType(Collection(), type, operation, context_.observer);
     figure.SubTotal(period.number, 0);
     if (!subtotals) throw Error(error_number::objectNotSet);
     for (const cSubtotals& account : *subtotals) figure.AddToSubTotal(period.number, account.Total());
@@ -177,25 +176,25 @@ class PastCollecting {
   void SetTotalOfReports(std::string_view type, const PastPeriod& period,
                          const std::optional<SubtotalCollection>& subtotals) {
     if (MajorVersion() > 1) return SetTotal(type, period, subtotals);
-    RequireType(collection(), type, operation, context.observer).SubTotal(period.number, 0);
+    RequireType(Collection(), type, operation, context_.observer).SubTotal(period.number, 0);
   }
 
   void ReadBalanceSheet(const PastPeriod& period, std::int16_t periodCount) {
     const std::string asOfDate = RangeOf(period).toDate;
     const std::string request = BuildRequest(request_number::balanceSheetByType, asOfDate, asOfDate);
-    const bool onePerPeriod = options.krnProduct == QBKRN_COR;
+    const bool onePerPeriod = options_.krnProduct == QBKRN_COR;
     if (onePerPeriod) {
-      context.events.ProgressBarChange(RoundedPercent(period.number + 1, periodCount + 1), processingText);
+      context_.events.ProgressBarChange(RoundedPercent(period.number + 1, periodCount + 1), processingText);
     }
-    ParseBalanceSheetByType(context, period.number, request, asOfDate, collection(),
+    ParseBalanceSheetByType(context_, period.number, request, asOfDate, Collection(),
                             onePerPeriod ? TypeProgress::Silent : TypeProgress::Raised);
   }
 
-  std::int16_t MajorVersion() const noexcept { return context.session.MajorVersion(); }
+  std::int16_t MajorVersion() const noexcept { return context_.session.MajorVersion(); }
 
-  ImportContext& context;
-  ImportState& state;
-  ImportOptions& options;
+  ImportContext& context_;
+  ImportState& state_;
+  ImportOptions& options_;
 };
 
 }  // namespace

@@ -51,8 +51,8 @@ const std::vector<PastBlock>& PastBlocks() {
 
 class PastWriter {
  public:
-  PastWriter(SubtotalCollection* pastPerformance, Observer& toldObserver)
-      : collection(pastPerformance), observer(toldObserver) {}
+  PastWriter(SubtotalCollection* pastPerformance, Observer& observer)
+      : collection_(pastPerformance), observer_(observer) {}
 
   void Write(const XmlElement& table, std::int16_t periodCount) {
     for (const PastBlock& block : PastBlocks()) {
@@ -64,7 +64,7 @@ class PastWriter {
     }
   }
 
-  bool AnyWritten() const noexcept { return anyWritten; }
+  bool AnyWritten() const noexcept { return anyWritten_; }
 
  private:
   void WriteCell(std::span<const XmlElement> rows, const PastRow& row, std::int16_t period) {
@@ -76,17 +76,17 @@ class PastWriter {
     XmlElement cell = rows[row.row].FirstChild();
     for (std::int16_t column = 0; column < period; ++column) cell = cell.NextSibling();
     cell.SetText(PlainNumberText(figure));
-    anyWritten = true;
+    anyWritten_ = true;
   }
 
   double FigureOf(std::string_view type, std::int16_t period) {
-    if (collection == nullptr) throw Error(error_number::invalidProcedureCall);
-    return RequireType(*collection, type, operation, observer).SubTotal(period);
+    if (collection_ == nullptr) throw Error(error_number::invalidProcedureCall);
+    return RequireType(*collection_, type, operation, observer_).SubTotal(period);
   }
 
-  SubtotalCollection* collection;
-  Observer& observer;
-  bool anyWritten = false;
+  SubtotalCollection* collection_;
+  Observer& observer_;
+  bool anyWritten_ = false;
 };
 
 }  // namespace

@@ -22,8 +22,8 @@ void Place(QWidget& widget, const DividerLine& line) {
 }  // namespace
 
 DividerWidget::DividerWidget()
-    : top(Line(this, dividerTopLine, QPalette::Dark)),
-      bottom(Line(this, dividerBottomLine, QPalette::Light)) {
+    : top_(Line(this, dividerTopLine, QPalette::Dark)),
+      bottom_(Line(this, dividerBottomLine, QPalette::Light)) {
   setFixedHeight(dividerHeight);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
@@ -31,8 +31,8 @@ DividerWidget::DividerWidget()
 void DividerWidget::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   const DividerLines lines = LinesOfDivider(width());
-  Place(*top, lines.top);
-  Place(*bottom, lines.bottom);
+  Place(*top_, lines.top);
+  Place(*bottom_, lines.bottom);
 }
 
 }  // namespace krnqb::ui::qt

@@ -13,8 +13,8 @@ class DividerWidget : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  QWidget* top;
-  QWidget* bottom;
+  QWidget* top_;
+  QWidget* bottom_;
 };
 
 }  // namespace krnqb::ui::qt

@@ -13,9 +13,9 @@ namespace krnqb::ui::qt {
 class FormWindow : public QDialog {
  public:
   /// The dialog outlives its window.
-  FormWindow(Dialog& shownDialog, QWidget* parent);
+  FormWindow(Dialog& dialog, QWidget* parent);
 
-  const Dialog& Shown() const noexcept { return dialog; }
+  const Dialog& Shown() const noexcept { return dialog_; }
 
   void ShowState();
 
@@ -30,9 +30,9 @@ class FormWindow : public QDialog {
   /// Passes on what a person did.
   void Act(const std::function<void()>& act);
 
-  Dialog& dialog;
-  ControlWidgets widgets;
-  std::exception_ptr fault;  // nothing may be thrown through Qt
+  Dialog& dialog_;
+  ControlWidgets widgets_;
+  std::exception_ptr fault_;  // nothing may be thrown through Qt
 };
 
 }  // namespace krnqb::ui::qt

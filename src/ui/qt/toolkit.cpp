@@ -22,18 +22,18 @@ namespace {
 // Qt wants a command line that lives as long as its application.
 class Application {
  public:
-  Application() : display(RequireDisplay()), application(count, words.data()) {
-    display.reset();
+  Application() : display_(RequireDisplay()), application_(count_, words_.data()) {
+    display_.reset();
     // Qt takes the locale over for the whole process; numbers here are written in one way only.
     std::setlocale(LC_NUMERIC, "C");
   }
 
  private:
-  std::array<char, 6> name{"krnqb"};
-  std::array<char*, 2> words{name.data(), nullptr};
-  int count = 1;
-  HeldDisplay display;
-  QApplication application;
+  std::array<char, 6> name_{"krnqb"};
+  std::array<char*, 2> words_{name_.data(), nullptr};
+  int count_ = 1;
+  HeldDisplay display_;
+  QApplication application_;
 };
 
 // Takes away, while it lives, what a person does with mouse and keyboard, closing windows included.
@@ -84,24 +84,24 @@ void Arrange(QFileDialog& dialog) {
 class Widgets final : public Toolkit {
  public:
   Widgets() {
-    if (QCoreApplication::instance() == nullptr) application = std::make_unique<Application>();
+    if (QCoreApplication::instance() == nullptr) application_ = std::make_unique<Application>();
   }
 
   void ShowModal(Dialog& dialog) override {
     FormWindow window(dialog, QApplication::activeWindow());
-    windows.push_back(&window);
+    windows_.push_back(&window);
     try {
       window.Run();
     } catch (...) {
-      windows.pop_back();
+      windows_.pop_back();
       throw;
     }
-    windows.pop_back();
+    windows_.pop_back();
   }
 
   void ShowNow(const Dialog& dialog) override {
     const InputBarrier barrier;
-    for (FormWindow* window : windows) {
+    for (FormWindow* window : windows_) {
       if (&window->Shown() == &dialog) window->ShowState();
     }
     QCoreApplication::processEvents();
@@ -130,8 +130,8 @@ class Widgets final : public Toolkit {
   }
 
  private:
-  std::unique_ptr<Application> application;
-  std::vector<FormWindow*> windows;
+  std::unique_ptr<Application> application_;
+  std::vector<FormWindow*> windows_;
 };
 
 }  // namespace

@@ -292,14 +292,14 @@ TEST(ImportCommand, FollowsASymbolicLinkToThePlan) {
 // Changes the plan's file while the import is at work.
 class MeddlingClock : public Clock {
  public:
-  explicit MeddlingClock(std::string planFile) : file(std::move(planFile)) {}
+  explicit MeddlingClock(std::string file) : file_(std::move(file)) {}
   LocalDateTime Now() override {
-    WriteText(file, "<plan><tables/></plan>");
+    WriteText(file_, "<plan><tables/></plan>");
     return tests::JanuaryClock()->Now();
   }
 
  private:
-  std::string file;
+  std::string file_;
 };
 
 TEST(ImportCommand, DoesNotReplaceAPlanThatChangedMeanwhile) {

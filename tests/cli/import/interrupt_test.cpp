@@ -20,13 +20,13 @@ using tests::Workplace;
 class InterruptingClock : public Clock {
  public:
   LocalDateTime Now() override {
-    if (!interrupted) std::raise(SIGINT);
-    interrupted = true;
+    if (!interrupted_) std::raise(SIGINT);
+    interrupted_ = true;
     return tests::JanuaryClock()->Now();
   }
 
  private:
-  bool interrupted = false;
+  bool interrupted_ = false;
 };
 
 Surroundings Interrupting() {

@@ -66,15 +66,15 @@ ChildProcess::ChildProcess(const std::vector<std::string>& arguments) {
   posix_spawn_file_actions_adddup2(&actions, err.writeEnd.Number(), STDERR_FILENO);
   const DefaultInterrupts interrupts;
   const int failure =
-      ::posix_spawn(&process, words[0].c_str(), &actions, &interrupts.attributes, pointers.data(), environ);
+      ::posix_spawn(&process_, words[0].c_str(), &actions, &interrupts.attributes, pointers.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
   if (failure != 0) throw std::runtime_error("krnqb does not start");
-  output = std::move(out.readEnd);
-  errors = std::move(err.readEnd);
+  output_ = std::move(out.readEnd);
+  errors_ = std::move(err.readEnd);
 }
 
 ChildProcess::~ChildProcess() {
-  if (process <= 0) return;
+  if (process_ <= 0) return;
   Signal(SIGKILL);
   Wait();
 }
@@ -82,29 +82,29 @@ ChildProcess::~ChildProcess() {
 std::string ChildProcess::ReadLine() {
   std::string line;
   char character = 0;
-  while (::read(output.Number(), &character, 1) == 1 && character != '\n') line += character;
+  while (::read(output_.Number(), &character, 1) == 1 && character != '\n') line += character;
   return line;
 }
 
 void ChildProcess::Signal(int number) const {
-  ::kill(process, number);
+  ::kill(process_, number);
 }
 
 void ChildProcess::CloseOutput() {
-  output = FileDescriptor();
+  output_ = FileDescriptor();
 }
 
 int ChildProcess::Wait() {
   int status = 0;
-  ::waitpid(process, &status, 0);
-  process = -1;
+  ::waitpid(process_, &status, 0);
+  process_ = -1;
   return StatusOf(status);
 }
 
 std::string ChildProcess::Errors() {
   std::string text;
   std::array<char, 4096> buffer{};
-  for (ssize_t count = 0; (count = ::read(errors.Number(), buffer.data(), buffer.size())) > 0;) {
+  for (ssize_t count = 0; (count = ::read(errors_.Number(), buffer.data(), buffer.size())) > 0;) {
     text.append(buffer.data(), static_cast<std::size_t>(count));
   }
   return text;

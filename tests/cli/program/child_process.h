@@ -30,9 +30,9 @@ class ChildProcess {
   std::string Errors();
 
  private:
-  pid_t process = -1;
-  files::FileDescriptor output;
-  files::FileDescriptor errors;
+  pid_t process_ = -1;
+  files::FileDescriptor output_;
+  files::FileDescriptor errors_;
 };
 
 /// Runs a shell command in a folder, krnqb being on its path, and gives its exit status and what it printed.

@@ -108,7 +108,7 @@ void ExpectTheSame(const std::string& text) {
 class OddDocuments {
  public:
   /// `width` bounds the children of an element.
-  OddDocuments(unsigned seed, std::size_t width) : numbers(seed), bound(width) {}
+  OddDocuments(unsigned seed, std::size_t width) : numbers_(seed), bound_(width) {}
 
   std::string Next() {
     const std::string content = OneOf({"BillQueryRs", "InvoiceQueryRs"});
@@ -118,7 +118,7 @@ class OddDocuments {
 
  private:
   std::string OneOf(std::initializer_list<const char*> texts) { return texts.begin()[Below(texts.size())]; }
-  std::size_t Below(std::size_t end) { return numbers() % end; }
+  std::size_t Below(std::size_t end) { return numbers_() % end; }
 
   std::string Name(int depth) {
     if (depth >= 2) {
@@ -138,7 +138,7 @@ class OddDocuments {
   }
   std::string Elements(int depth) {
     std::string text = Text();
-    for (std::size_t count = Below(bound); count > 0; --count) {
+    for (std::size_t count = Below(bound_); count > 0; --count) {
       const std::string name = Name(depth);
       const std::string content = IsValue(name) ? Text() + OneOf({"", "", "<b>8<i/>9</b>"}) + Text()
                                   : depth >= 5  ? Text()
@@ -150,8 +150,8 @@ class OddDocuments {
     return text;
   }
 
-  std::mt19937 numbers;
-  std::size_t bound;
+  std::mt19937 numbers_;
+  std::size_t bound_;
 };
 
 TEST(ReadingTransactionsByPaths, GivesTheSameLinesForOddDocuments) {

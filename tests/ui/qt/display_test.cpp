@@ -13,18 +13,18 @@ namespace {
 // An environment variable of the process, put back at the end.
 class Variable {
  public:
-  Variable(const char* variableName, std::optional<QByteArray> value)
-      : name(variableName), before(qgetenv(variableName)), wasSet(qEnvironmentVariableIsSet(variableName)) {
-    value ? qputenv(name, *value) : qunsetenv(name);
+  Variable(const char* name, std::optional<QByteArray> value)
+      : name_(name), before_(qgetenv(name)), wasSet_(qEnvironmentVariableIsSet(name)) {
+    value ? qputenv(name_, *value) : qunsetenv(name_);
   }
-  ~Variable() { wasSet ? qputenv(name, before) : qunsetenv(name); }
+  ~Variable() { wasSet_ ? qputenv(name_, before_) : qunsetenv(name_); }
   Variable(const Variable&) = delete;
   Variable& operator=(const Variable&) = delete;
 
  private:
-  const char* name;
-  QByteArray before;
-  bool wasSet;
+  const char* name_;
+  QByteArray before_;
+  bool wasSet_;
 };
 
 std::string WhatIsMissing() {

@@ -17,39 +17,39 @@ constexpr int longestIdleLooks = 1000;
 }  // namespace
 
 Person::Person() {
-  QObject::connect(&timer, &QTimer::timeout, [this] { Look(); });
-  timer.start(lookEveryMilliseconds);
+  QObject::connect(&timer_, &QTimer::timeout, [this] { Look(); });
+  timer_.start(lookEveryMilliseconds);
 }
 
 void Person::At(const std::string& windowName, Deed deed) {
-  deeds.push_back({windowName, std::move(deed)});
+  deeds_.push_back({windowName, std::move(deed)});
 }
 
 void Person::Look() {
   QWidget* window = QApplication::activeModalWidget();
-  if (window == nullptr) handled = nullptr;
-  if (window == nullptr || !window->isVisible() || busy) return;
-  const bool expected = next < deeds.size() && window != handled;
+  if (window == nullptr) handled_ = nullptr;
+  if (window == nullptr || !window->isVisible() || busy_) return;
+  const bool expected = next_ < deeds_.size() && window != handled_;
   if (!expected) {
-    if (++idleLooks < longestIdleLooks) return;
-    trouble = "a window stays open: " + FromQt(window->windowTitle());
+    if (++idleLooks_ < longestIdleLooks) return;
+    trouble_ = "a window stays open: " + FromQt(window->windowTitle());
     if (auto* dialog = dynamic_cast<QDialog*>(window)) dialog->done(QDialog::Rejected);
     return;
   }
-  idleLooks = 0;
-  handled = window;
+  idleLooks_ = 0;
+  handled_ = window;
   window->activateWindow();
   static_cast<void>(QTest::qWaitForWindowActive(window));
-  const Expected now = deeds[next++];
+  const Expected now = deeds_[next_++];
   if (!now.windowName.empty() && FromQt(window->objectName()) != now.windowName) {
-    trouble = "not the window " + now.windowName + ": " + FromQt(window->objectName());
+    trouble_ = "not the window " + now.windowName + ": " + FromQt(window->objectName());
     return;
   }
-  busy = true;
+  busy_ = true;
   now.deed(*window);
-  busy = false;
+  busy_ = false;
   // What was done may have closed this window and opened another at the same place in memory.
-  if (QApplication::activeModalWidget() != window) handled = nullptr;
+  if (QApplication::activeModalWidget() != window) handled_ = nullptr;
 }
 
 QWidget& Find(QWidget& window, const char* name) {

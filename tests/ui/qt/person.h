@@ -23,9 +23,9 @@ class Person {
   /// At the next window, which must have that object name (empty: any).
   void At(const std::string& windowName, Deed deed);
   /// Whether all that was told has been done.
-  bool Done() const { return next == deeds.size(); }
+  bool Done() const { return next_ == deeds_.size(); }
   /// What went wrong; empty when nothing did.
-  const std::string& Trouble() const { return trouble; }
+  const std::string& Trouble() const { return trouble_; }
 
  private:
   void Look();
@@ -34,13 +34,13 @@ class Person {
     std::string windowName;
     Deed deed;
   };
-  std::vector<Expected> deeds;
-  std::size_t next = 0;
-  std::string trouble;
-  const QWidget* handled = nullptr;
-  int idleLooks = 0;
-  bool busy = false;
-  QTimer timer;
+  std::vector<Expected> deeds_;
+  std::size_t next_ = 0;
+  std::string trouble_;
+  const QWidget* handled_ = nullptr;
+  int idleLooks_ = 0;
+  bool busy_ = false;
+  QTimer timer_;
 };
 
 /// A control of a window by its name; the test ends when there is none.

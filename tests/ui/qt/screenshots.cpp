@@ -37,10 +37,10 @@ QPalette DarkPalette() {
 // Takes a picture of each window that is shown, then closes it.
 class Photographer {
  public:
-  explicit Photographer(std::string prefix) : pictures(std::move(prefix)) {}
+  explicit Photographer(std::string prefix) : pictures_(std::move(prefix)) {}
 
   void Take(const std::string& name, const std::function<void()>& show, const Person::Deed& before = {}) {
-    person.At("", [&](QWidget& window) {
+    person_.At("", [&](QWidget& window) {
       if (before) before(window);
       Save(window, name);
       Press(window, Qt::Key_Escape);
@@ -49,22 +49,22 @@ class Photographer {
   }
 
   void Act(const std::function<void()>& show, const Person::Deed& deed) {
-    person.At("", deed);
+    person_.At("", deed);
     show();
   }
 
   void Save(QWidget& window, const std::string& name) {
     QTest::qWait(300);
-    const std::string file = pictures + "-" + name + ".png";
-    if (!window.grab().save(ToQt(file))) failed = true;
+    const std::string file = pictures_ + "-" + name + ".png";
+    if (!window.grab().save(ToQt(file))) failed_ = true;
   }
 
-  bool Failed() const { return failed || !person.Done() || !person.Trouble().empty(); }
+  bool Failed() const { return failed_ || !person_.Done() || !person_.Trouble().empty(); }
 
  private:
-  std::string pictures;
-  Person person;
-  bool failed = false;
+  std::string pictures_;
+  Person person_;
+  bool failed_ = false;
 };
 
 int TakeAll(const std::string& prefix) {
