@@ -1,14 +1,17 @@
 #!/usr/bin/env bash
 # usage: check_tree.sh TREE
 #
-# Fails, naming file, line and rule, when an include in TREE/include or TREE/src runs against the order of the
-# folders, when an outside library's or toolkit's header is included elsewhere than where it belongs, when a public
-# header names such a library, or when a file has more than 500 lines.
+# Fails, naming file, line and rule, unless the code in TREE/include, TREE/src and TREE/tests keeps to the map in
+# ARCHITECTURE.md: includes run one way between all rooms, nested ones included; the header of an outside library or
+# toolkit is included only where it belongs; no public header names such a library; a file has at most 500 lines; a
+# folder holds at most 40 sources; no file's name begins with its folder's.
 set -euo pipefail
 
 tree=$1
 cd "$tree"
-files=$(find include src -type f \( -name '*.h' -o -name '*.cpp' \) | sort)
+folders=(include src)
+if [ -d tests ]; then folders+=(tests); fi
+files=$(find "${folders[@]}" -type f \( -name '*.h' -o -name '*.cpp' \) | sort)
 if [ -z "$files" ]; then
   echo "$tree: no sources found" >&2
   exit 2
@@ -16,20 +19,57 @@ fi
 
 # shellcheck disable=SC2086
 awk '
+  # Room NAME BELOW: a folder of src and the rooms right below it. It may include these and all that is below them.
+  function Room(name, below) { known[name] = 1; directlyBelow[name] = below }
+
+  function MayInclude(room, target,   parts, count, i) {
+    if (room == target || (room, target) in cachedYes) return 1
+    if ((room, target) in cachedNo) return 0
+    count = split(directlyBelow[room], parts, " ")
+    for (i = 1; i <= count; i++) {
+      if (MayInclude(parts[i], target)) { cachedYes[room, target] = 1; return 1 }
+    }
+    cachedNo[room, target] = 1
+    return 0
+  }
+
   BEGIN {
-    # What a folder of src may include beside include/krnqb.
-    may["support"] = "support"
-    may["qbxml"] = "qbxml support"
-    may["plan"] = "plan support"
-    may["import"] = "import qbxml plan support"
-    may["component"] = "component import qbxml plan support"
-    may["ui"] = "ui component import qbxml plan support"
-    may["embedded"] = "embedded support"
-    may["com"] = "com ui component import qbxml plan support"
-    may["cli"] = "cli embedded ui component import qbxml plan support"
-    # Single headers that a folder may include from another one.
-    mayFile["embedded", "qbxml/envelope.h"] = 1
+    Room("support", "")
+    Room("xml", "support")
+    Room("qbxml", "xml")
+    Room("plan", "xml")
+    Room("import/lists", "qbxml plan")
+    Room("import", "import/lists")
+    Room("import/accounts", "import")
+    Room("import/amounts", "import")
+    Room("import/growth", "import")
+    Room("import/past_performance", "import/amounts")
+    Room("component", "import/accounts import/growth import/past_performance")
+    Room("ui", "component")
+    Room("ui/qt", "ui")
+    Room("ui/win32", "ui")
+    Room("com/values", "support")
+    Room("com/calls", "com/values")
+    Room("com/objects", "com/calls")
+    Room("com/registration", "com/values")
+    Room("com", "com/objects com/registration ui/win32")
+    Room("files", "support")
+    Room("company/records", "files xml")
+    Room("company/reports", "company/records")
+    Room("company", "company/reports")
+    Room("sample_company", "company")
+    Room("plan_file", "files xml")
+    Room("cli/console", "ui plan_file")
+    Room("cli/import", "cli/console company")
+    Room("cli/company", "cli/import sample_company")
+    Room("cli/plan", "cli/console")
+    Room("cli/dialog", "cli/import")
+    Room("cli", "cli/company cli/plan cli/dialog")
+    # Single headers that a room may include from another one.
+    mayFile["company/records", "qbxml/envelope.h"] = 1
+    mayFile["cli/dialog", "ui/qt/toolkit.h"] = 1
     longest = 500
+    most = 40
   }
 
   function Report(line, rule) {
@@ -37,47 +77,59 @@ awk '
     failed = 1
   }
 
-  function Contains(list, word) { return index(" " list " ", " " word " ") > 0 }
+  function FolderOf(path) { return path ~ /\// ? substr(path, 1, match(path, /\/[^\/]*$/) - 1) : "" }
 
-  function CheckOwnHeader(header,   parts, target) {
+  function CheckOwnHeader(header,   target) {
     if (header ~ /^krnqb\//) return
-    split(header, parts, "/")
-    target = parts[1]
-    if (isPublic) Report(FNR, "a public header may include krnqb/ alone, not \"" header "\"")
-    else if (header ~ /\.\./ || header !~ /\// || !(target in may))
+    target = FolderOf(header)
+    if (isPublic) Report(FNR, "a public header may include only krnqb/, not \"" header "\"")
+    else if (header ~ /\.\./ || !(target in known))
       Report(FNR, "includes are named from src, as in \"support/date.h\", not \"" header "\"")
-    else if (header ~ /^ui\/(qt|win32)\// && FILENAME !~ ("^src/" parts[1] "/" parts[2] "/") && folder == "ui")
-      Report(FNR, "what the dialogs do knows no toolkit, not \"" header "\"")
-    else if (!Contains(may[folder], target) && !((folder, header) in mayFile))
-      Report(FNR, "src/" folder " may not include \"" header "\"")
+    else if (!MayInclude(room, target) && !((room, header) in mayFile))
+      Report(FNR, "src/" room " may not include \"" header "\"")
   }
 
   function CheckOutsideHeader(header) {
-    if (header ~ /^libxml\// && FILENAME !~ /^src\/support\/.*\.cpp$/)
-      Report(FNR, "libxml2 is for .cpp files of src/support, not <" header ">")
-    if (header ~ /^sqlite3/ && FILENAME !~ /^src\/embedded\/.*\.cpp$/)
-      Report(FNR, "SQLite is for .cpp files of src/embedded, not <" header ">")
-    if (header ~ /^(ole|oc|ob|unkn|disp).*\.h$/ && folder != "com")
+    if (header ~ /^libxml\// && FILENAME !~ /^src\/xml\/.*\.cpp$/)
+      Report(FNR, "libxml2 is for .cpp files of src/xml, not <" header ">")
+    if (header ~ /^sqlite3/ && FILENAME !~ /^src\/company\/.*\.cpp$/)
+      Report(FNR, "SQLite is for .cpp files of src/company, not <" header ">")
+    if (header ~ /^(ole|oc|ob|unkn|disp).*\.h$/ && room !~ /^com(\/|$)/)
       Report(FNR, "automation headers are for src/com, not <" header ">")
-    if (header ~ /^Q[A-Z]/ && FILENAME !~ /^src\/ui\/qt\//)
+    if (header ~ /^Q[A-Z]/ && room != "ui/qt")
       Report(FNR, "Qt is for src/ui/qt, not <" header ">")
     if (header ~ /^(xcb|X11)\// && FILENAME !~ /^src\/ui\/qt\/.*\.cpp$/)
       Report(FNR, "X11 is for .cpp files of src/ui/qt, not <" header ">")
-    if (header ~ /^(windows|commdlg|commctrl)\.h$/ && folder == "ui" && FILENAME !~ /^src\/ui\/win32\//)
+    if (header ~ /^(windows|commdlg|commctrl)\.h$/ && room == "ui")
       Report(FNR, "of the dialogs, Windows is for src/ui/win32, not <" header ">")
     if (header ~ /^krnqb\//) Report(FNR, "own headers are included with quotes, not <" header ">")
+  }
+
+  # "plan/plan_rows.h" says its folder twice; so does "records/record_text.h".
+  function CheckName(folder, name,   last, single) {
+    last = folder
+    sub(/.*\//, "", last)
+    if (index(name, last "_") == 1 || index(name, last ".") == 1)
+      Report(1, "the name begins with its folder\047s, \"" last "\"")
+    single = last
+    if (sub(/s$/, "", single) && single != "" && index(name, single "_") == 1)
+      Report(1, "the name begins with its folder\047s, \"" single "\"")
   }
 
   FNR == 1 {
     split(FILENAME, path, "/")
     isPublic = path[1] == "include"
-    folder = isPublic ? "" : path[2]
-    if (!isPublic && !(folder in may)) Report(1, "src/" folder " has no place in the order of the folders")
+    isTest = path[1] == "tests"
+    folder = FolderOf(FILENAME)
+    room = isPublic || isTest ? "" : substr(folder, 5)
+    if (!isPublic) CheckName(folder, substr(FILENAME, length(folder) + 2))
+    if (!isPublic && !isTest && !(room in known)) Report(1, "src/" room " has no place in the order of the rooms")
+    if (++sources[folder] == most + 1) Report(1, folder " holds more than " most " sources")
   }
 
   FNR == longest + 1 { Report(FNR, "more than " longest " lines") }
 
-  /^[ \t]*#[ \t]*include/ {
+  !isTest && /^[ \t]*#[ \t]*include/ {
     header = $0
     if (match(header, /"[^"]*"/)) CheckOwnHeader(substr(header, RSTART + 1, RLENGTH - 2))
     else if (match(header, /<[^>]*>/)) CheckOutsideHeader(substr(header, RSTART + 1, RLENGTH - 2))

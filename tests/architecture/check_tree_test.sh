@@ -41,44 +41,73 @@ Refuses() {
 
 Lines() { awk -v count="$1" 'BEGIN { for (i = 1; i < count; i++) printf "//\\n"; printf "//" }'; }
 
-# Each folder may include what stands below it ...
+# Many FOLDER COUNT: a tree with that many sources in one folder of src.
+Many() {
+  TreeWith "$1/source_1.cpp" '#include "krnqb/error.h"'
+  local number
+  for ((number = 2; number <= $2; number++)); do echo "//" >"$folder/tree/$1/source_$number.cpp"; done
+}
+
+# Each room may include what is below it ...
 Accepts src/support/date.cpp '#include "support/date.h"\n#include "krnqb/error.h"'
-Accepts src/qbxml/session.cpp '#include "support/date.h"'
+Accepts src/qbxml/session.cpp '#include "support/date.h"\n#include "xml/tree.h"'
 Accepts src/plan/rows.cpp '#include "support/date.h"'
-Accepts src/import/lists.cpp '#include "qbxml/session.h"\n#include "plan/rows.h"\n#include "support/date.h"'
-Accepts src/component/go.cpp '#include "import/lists.h"\n#include "plan/rows.h"'
+Accepts src/import/lists/accounts.cpp '#include "qbxml/session.h"\n#include "plan/rows.h"\n#include "support/date.h"'
+Accepts src/import/state.h '#pragma once\n#include "import/lists/accounts.h"'
+Accepts src/import/past_performance/writing.cpp '#include "import/amounts/balances.h"\n#include "import/state.h"'
+Accepts src/component/go.cpp '#include "import/growth/formulas.h"\n#include "plan/rows.h"'
 Accepts src/ui/dialog.cpp '#include "component/go.h"'
-Accepts src/embedded/company.cpp '#include "support/date.h"\n#include "qbxml/envelope.h"'
-Accepts src/cli/main.cpp '#include "embedded/company.h"\n#include "ui/dialog.h"'
-Accepts src/com/exchange.cpp '#include "com/text.h"\n#include "ui/dialog.h"\n#include "component/go.h"'
+Accepts src/company/records/request.cpp '#include "support/date.h"\n#include "qbxml/envelope.h"'
+Accepts src/company/file.cpp '#include "company/records/store.h"\n#include "company/reports/rows.h"\n#include "files/lock.h"'
+Accepts src/sample_company/generator.cpp '#include "company/file.h"'
+Accepts src/plan_file/tables.cpp '#include "files/lock.h"'
+Accepts src/cli/main.cpp '#include "sample_company/generator.h"\n#include "ui/dialog.h"\n#include "cli/import/log.h"'
+Accepts src/com/exchange.cpp '#include "com/values/text.h"\n#include "ui/dialog.h"\n#include "component/go.h"'
 # ... and nothing above or beside it.
 Refuses include/krnqb/face.h '#include "support/date.h"'
 Refuses src/support/date.cpp '#include "qbxml/envelope.h"'
+Refuses src/support/date.cpp '#include "xml/tree.h"'
 Refuses src/qbxml/session.cpp '#include "plan/rows.h"'
 Refuses src/plan/rows.cpp '#include "qbxml/session.h"'
-Refuses src/plan/rows.h '#pragma once\n#include "import/lists.h"'
-Refuses src/import/lists.cpp '#include "component/go.h"'
+Refuses src/plan/rows.h '#pragma once\n#include "import/state.h"'
+Refuses src/import/lists/accounts.h '#pragma once\n#include "import/state.h"'
+Refuses src/import/state.h '#pragma once\n#include "import/amounts/balances.h"'
+Refuses src/import/amounts/balances.cpp '#include "import/past_performance/writing.h"'
+Refuses src/import/growth/formulas.cpp '#include "import/amounts/balances.h"'
+Refuses src/import/state.cpp '#include "component/go.h"'
 Refuses src/component/go.cpp '#include "ui/dialog.h"'
-Refuses src/component/go.cpp '#include "embedded/company.h"'
-Refuses src/ui/dialog.cpp '#include "cli/console.h"'
-Refuses src/embedded/company.cpp '#include "qbxml/session.h"'
-Refuses src/embedded/company.cpp '#include "plan/rows.h"'
-Refuses src/com/exchange.cpp '#include "embedded/company.h"'
-Refuses src/com/exchange.cpp '#include "cli/console.h"'
-Refuses src/component/go.cpp '#include "com/text.h"'
-Refuses src/support/date.cpp '  #  include "cli/console.h"'
+Refuses src/component/go.cpp '#include "company/file.h"'
+Refuses src/ui/dialog.cpp '#include "cli/console/streams.h"'
+Refuses src/files/lock.cpp '#include "plan_file/tables.h"'
+Refuses src/company/file.cpp '#include "qbxml/session.h"'
+Refuses src/company/file.cpp '#include "plan/rows.h"'
+Refuses src/company/records/store.cpp '#include "company/reports/rows.h"'
+Refuses src/company/reports/rows.cpp '#include "company/file.h"'
+Refuses src/company/file.cpp '#include "sample_company/generator.h"'
+Refuses src/plan_file/tables.cpp '#include "company/file.h"'
+Refuses src/cli/console/streams.cpp '#include "cli/import/log.h"'
+Refuses src/cli/import/log.cpp '#include "cli/company/inquiry.h"'
+Refuses src/cli/plan/listing.cpp '#include "cli/import/log.h"'
+Refuses src/cli/company/inquiry.cpp '#include "cli/command_line.h"'
+Refuses src/com/exchange.cpp '#include "company/file.h"'
+Refuses src/com/exchange.cpp '#include "cli/console/streams.h"'
+Refuses src/com/values/text.cpp '#include "com/calls/named_calls.h"'
+Refuses src/com/registration/keys.cpp '#include "com/exchange.h"'
+Refuses src/component/go.cpp '#include "com/values/text.h"'
+Refuses src/support/date.cpp '  #  include "cli/console/streams.h"'
 Refuses src/billing/bill.cpp '#include "krnqb/error.h"'
+Refuses src/import/billing/bill.cpp '#include "krnqb/error.h"'
 # Includes are named from src.
 Refuses src/support/date.cpp '#include "date.h"'
 Refuses src/support/date.cpp '#include "../qbxml/envelope.h"'
 Refuses src/support/date.cpp '#include <krnqb/error.h>'
 Refuses src/support/date.cpp '#include HEADER'
 # Outside libraries stay where they belong.
-Accepts src/support/xml.cpp '#include <libxml/parser.h>'
-Refuses src/support/xml.h '#include <libxml/parser.h>'
+Accepts src/xml/parser.cpp '#include <libxml/parser.h>'
+Refuses src/xml/parser.h '#include <libxml/parser.h>'
 Refuses src/plan/rows.cpp '#include <libxml/parser.h>'
-Accepts src/embedded/database.cpp '#include <sqlite3.h>'
-Refuses src/embedded/database.h '#include <sqlite3.h>'
+Accepts src/company/records/database.cpp '#include <sqlite3.h>'
+Refuses src/company/records/database.h '#include <sqlite3.h>'
 Refuses src/cli/main.cpp '#include <sqlite3.h>'
 Accepts src/com/text.h '#include <ole2.h>'
 Refuses src/component/go.cpp '#include <ole2.h>'
@@ -89,7 +118,9 @@ Refuses include/krnqb/face.h 'struct sqlite3;'
 Refuses include/krnqb/face.h '#include <QString>'
 # What the dialogs hold and do knows no toolkit, and toolkits do not know each other.
 Accepts src/ui/qt/window.cpp '#include <QDialog>\n#include <xcb/xcb.h>\n#include "ui/qt/window.h"\n#include "ui/form.h"'
-Accepts src/cli/toolkit.cpp '#include "ui/qt/toolkit.h"'
+Accepts src/cli/dialog/window.cpp '#include "ui/qt/toolkit.h"'
+Refuses src/cli/dialog/window.cpp '#include "ui/qt/form_window.h"'
+Refuses src/cli/import/log.cpp '#include "ui/qt/toolkit.h"'
 Accepts src/ui/win32/window.cpp '#include <windows.h>\n#include <commdlg.h>'
 Refuses src/ui/dialog.cpp '#include <QDialog>'
 Refuses src/ui/dialog.cpp '#include "ui/qt/window.h"'
@@ -99,7 +130,21 @@ Refuses src/ui/qt/window.h '#include <xcb/xcb.h>'
 Refuses src/ui/dialog.cpp '#include <windows.h>'
 Refuses src/cli/toolkit.cpp '#include <QApplication>'
 Refuses src/component/go.cpp '#include <QString>'
-Refuses src/ui/dialog.cpp '#include "embedded/company.h"'
+Refuses src/ui/dialog.cpp '#include "company/file.h"'
+# A name does not repeat its folder's.
+Refuses src/plan/plan_rows.cpp '#include "krnqb/error.h"'
+Refuses src/files/file_lock.cpp '#include "krnqb/error.h"'
+Refuses src/plan/plan.cpp '#include "krnqb/error.h"'
+Refuses tests/plan/plan_rows_test.cpp '#include "krnqb/error.h"'
+Accepts src/plan/planned_rows.cpp '#include "krnqb/error.h"'
+# A folder stays small enough to know.
+Many src/support 39
+"$checker" "$folder/tree" >/dev/null || { echo "refused, though good: 40 sources"; failures=$((failures + 1)); }
+Many src/support 40
+if "$checker" "$folder/tree" >/dev/null; then
+  echo "accepted, though bad: 41 sources"
+  failures=$((failures + 1))
+fi
 # Files stay short.
 Accepts src/support/long.cpp "$(Lines 500)"
 Refuses src/support/long.cpp "$(Lines 501)"

@@ -7,10 +7,10 @@
 
 #include "fakes/amount_tables.h"
 #include "fakes/dated_quickbooks.h"
-#include "fakes/fake_plan.h"
 #include "fakes/fixed_clock.h"
 #include "fakes/import_texts.h"
 #include "fakes/past_performance_table.h"
+#include "fakes/plan.h"
 #include "fakes/plan_texts.h"
 #include "fakes/recording_observer.h"
 #include "fakes/recording_sink.h"

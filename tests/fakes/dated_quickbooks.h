@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "fakes/fake_request_processor.h"
 #include "fakes/journal.h"
+#include "fakes/request_processor.h"
 
 namespace krnqb::fakes {
 

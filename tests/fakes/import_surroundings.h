@@ -9,10 +9,10 @@
 
 #include "fakes/answer_texts.h"
 #include "fakes/dated_quickbooks.h"
-#include "fakes/fake_plan.h"
 #include "fakes/fixed_clock.h"
 #include "fakes/import_texts.h"
 #include "fakes/journal.h"
+#include "fakes/plan.h"
 #include "fakes/recording_observer.h"
 #include "fakes/recording_sink.h"
 #include "import/context.h"

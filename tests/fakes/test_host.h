@@ -7,14 +7,14 @@
 #include <string>
 
 #include "fakes/answer_texts.h"
-#include "fakes/fake_plan.h"
-#include "fakes/fake_request_processor.h"
 #include "fakes/fixed_clock.h"
 #include "fakes/journal.h"
+#include "fakes/plan.h"
 #include "fakes/plan_texts.h"
 #include "fakes/recording_observer.h"
 #include "fakes/recording_sink.h"
 #include "fakes/recording_user_interface.h"
+#include "fakes/request_processor.h"
 #include "krnqb/qb_data_exchange.h"
 
 namespace krnqb::fakes {

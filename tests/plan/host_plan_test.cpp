@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "error_number.h"
-#include "fakes/fake_plan.h"
+#include "fakes/plan.h"
 #include "fakes/recording_observer.h"
 #include "krnqb/subtotals.h"
 #include "plan/table_identifiers.h"

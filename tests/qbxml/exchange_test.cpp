@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "fakes/fake_request_processor.h"
+#include "fakes/request_processor.h"
 #include "krnqb/error.h"
 #include "qbxml/exchange_recording.h"
 #include "qbxml/exchange_replaying.h"
