@@ -1,11 +1,11 @@
-# Every outside library that the project calls, each named once; the rest of the build uses these variables.
+# Every external library that the project uses, named once; the rest of the build uses these variables.
 find_package(PkgConfig REQUIRED)
 
 # The XML document model and XPath.
 find_package(LibXml2 2.9.14 REQUIRED)
 set(KRNQB_XML LibXml2::LibXml2)
 
-# The embedded company file.
+# The company file.
 find_package(SQLite3 3.40 REQUIRED)
 set(KRNQB_DATABASE SQLite::SQLite3)
 
@@ -17,15 +17,15 @@ set(KRNQB_UNICODE PkgConfig::UTF8PROC)
 find_package(fmt 9 REQUIRED)
 set(KRNQB_FORMAT fmt::fmt)
 
-# Recordings and the command line's --json: headers alone.
+# Recordings and the command line's --json; header-only.
 find_package(nlohmann_json 3.11 REQUIRED)
 set(KRNQB_JSON $<BUILD_INTERFACE:nlohmann_json::nlohmann_json>)
 
-# The command line: headers alone.
+# The command line; header-only.
 find_package(CLI11 2.1 REQUIRED)
 set(KRNQB_COMMAND_LINE CLI11::CLI11)
 
-# The dialogs. Without Qt everything else is built, and the command line says that there are none.
+# The dialogs. Without Qt everything else is built, and the command line says that dialogs are missing.
 option(KRNQB_DIALOGS "Build the dialogs with Qt, where it is installed" ON)
 if(KRNQB_DIALOGS)
   find_package(Qt6 6.4 QUIET COMPONENTS Widgets)
@@ -43,7 +43,7 @@ if(BUILD_TESTING)
   set(KRNQB_TEST GTest::gtest)
   set(KRNQB_TEST_MAIN GTest::gtest_main)
 
-  # Properties checked over generated cases.
+  # Property tests over generated cases.
   find_package(rapidcheck REQUIRED)
   set(KRNQB_PROPERTY_TEST rapidcheck)
 

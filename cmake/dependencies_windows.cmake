@@ -1,5 +1,5 @@
-# The same variables for a Windows library that needs nothing beside it: static libraries and headers that
-# script/windows has put into one folder.
+# The same variables for a self-contained Windows library: static libraries and headers that script/windows has
+# installed into one folder.
 set(KRNQB_WINDOWS_LIBRARIES "" CACHE PATH "Where script/windows has installed the libraries for this target")
 if(NOT EXISTS ${KRNQB_WINDOWS_LIBRARIES}/lib)
   message(FATAL_ERROR "KRNQB_WINDOWS_LIBRARIES has no libraries: run script/windows")
@@ -14,7 +14,7 @@ function(krnqb_static_library target file include_folder)
     INTERFACE_COMPILE_DEFINITIONS "${ARGN}")
 endfunction()
 
-# Headers alone in that folder.
+# A header-only library in that folder.
 function(krnqb_header_library target include_folder)
   add_library(${target} INTERFACE IMPORTED)
   set_target_properties(${target} PROPERTIES
@@ -31,7 +31,7 @@ set(KRNQB_UNICODE krnqb_windows_unicode)
 set(KRNQB_FORMAT krnqb_windows_format)
 set(KRNQB_JSON krnqb_windows_json)
 
-# The interface compiler, what its compilations include, and the type library that every automation interface needs.
+# The interface compiler, the files it includes, and the type library that every automation interface imports.
 find_program(KRNQB_WIDL ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32-widl REQUIRED)
 find_path(KRNQB_IDL_INCLUDES oaidl.idl REQUIRED NO_CMAKE_FIND_ROOT_PATH
           PATHS /usr/include/wine/wine/windows /usr/include/wine/windows)
@@ -42,7 +42,7 @@ endif()
 list(GET standardTypeLibraries 0 standardTypeLibrary)
 cmake_path(GET standardTypeLibrary PARENT_PATH KRNQB_TYPE_LIBRARIES)
 
-# The tests: Debian has GoogleTest for other systems as sources alone.
+# The tests: for other systems Debian provides GoogleTest only as sources.
 if(BUILD_TESTING)
   add_subdirectory(/usr/src/googletest/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
   set(KRNQB_TEST gtest)
