@@ -18,7 +18,7 @@ namespace krnqb::testing {
 /// unless it was told to refuse it.
 class TestProcessor final : public ITestProcessor, public ISupportErrorInfo {
  public:
-  TestProcessor(Orders given, std::unique_ptr<RequestProcessor> replaying);
+  TestProcessor(Orders orders, std::unique_ptr<RequestProcessor> processor);
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID identifier, void** object) override;
   ULONG STDMETHODCALLTYPE AddRef() override;
@@ -51,11 +51,11 @@ class TestProcessor final : public ITestProcessor, public ISupportErrorInfo {
   HRESULT Refuse(HRESULT number, const std::wstring* text) const;
   HRESULT WriteVersion(const std::string& name, short* version, std::int16_t (RequestProcessor::*read)());
 
-  std::atomic<long> references{1};
-  ServerUse use;
-  Orders orders;
-  std::unique_ptr<RequestProcessor> processor;
-  int requests = 0;
+  std::atomic<long> references_{1};
+  ServerUse use_;
+  Orders orders_;
+  std::unique_ptr<RequestProcessor> processor_;
+  int requests_ = 0;
 };
 
 /// The class's `create`: E_FAIL and the refusal's number where creation is to be refused, else as COM has it.

@@ -23,7 +23,7 @@ HRESULT TestProcessor::QueryInterface(REFIID identifier, void** object) {
   if (IsEqualIID(identifier, IID_IUnknown) || IsEqualIID(identifier, IID_IDispatch) ||
       IsEqualIID(identifier, __uuidof(ITestProcessor))) {
     *object = static_cast<ITestProcessor*>(this);
-  } else if (IsEqualIID(identifier, IID_ISupportErrorInfo) && !orders.errorsUnsupported) {
+  } else if (IsEqualIID(identifier, IID_ISupportErrorInfo) && !orders_.errorsUnsupported) {
     *object = static_cast<ISupportErrorInfo*>(this);
   } else {
     return E_NOINTERFACE;

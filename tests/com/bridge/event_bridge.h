@@ -37,9 +37,9 @@ class EventBridge final : public IDispatch {
   HRESULT Connect(IUnknown* source, IDispatch* handler);
   void Disconnect();
 
-  std::atomic<long> references{1};
-  ServerUse use;
-  std::vector<EventSink*> sinks;  ///< each with a reference of ours
+  std::atomic<long> references_{1};
+  ServerUse use_;
+  std::vector<EventSink*> sinks_;  ///< each with a reference of ours
 };
 
 }  // namespace krnqb::testing

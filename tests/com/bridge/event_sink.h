@@ -30,16 +30,16 @@ class EventSink final : public IDispatch {
                                    UINT* argument) override;
 
  private:
-  EventSink(IDispatch* eventHandler, ITypeInfo* eventInterface);
+  EventSink(IDispatch* handler, ITypeInfo* information);
   ~EventSink();
 
-  std::atomic<long> references{1};
-  ServerUse use;
-  IDispatch* handler;      ///< ours
-  ITypeInfo* information;  ///< ours; of the event interface
-  IID eventIdentifier{};
-  IConnectionPoint* point = nullptr;  ///< ours while advised
-  DWORD cookie = 0;
+  std::atomic<long> references_{1};
+  ServerUse use_;
+  IDispatch* handler_;      ///< ours
+  ITypeInfo* information_;  ///< ours; of the event interface
+  IID eventIdentifier_{};
+  IConnectionPoint* point_ = nullptr;  ///< ours while advised
+  DWORD cookie_ = 0;
 };
 
 }  // namespace krnqb::testing

@@ -13,18 +13,18 @@ namespace {
 /// The library as this process has loaded it.
 class Library {
  public:
-  Library() : module(LoadLibraryW(L"KRN6_QB2002.dll")) { EXPECT_NE(nullptr, module); }
-  ~Library() { FreeLibrary(module); }
+  Library() : module_(LoadLibraryW(L"KRN6_QB2002.dll")) { EXPECT_NE(nullptr, module_); }
+  ~Library() { FreeLibrary(module_); }
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
 
   HRESULT CanUnload() const {
     return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(
-        reinterpret_cast<void*>(GetProcAddress(module, "DllCanUnloadNow")))();
+        reinterpret_cast<void*>(GetProcAddress(module_, "DllCanUnloadNow")))();
   }
   HRESULT ClassObject(REFCLSID identifier, REFIID interfaceIdentifier, void** object) const {
     return reinterpret_cast<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>(reinterpret_cast<void*>(
-        GetProcAddress(module, "DllGetClassObject")))(identifier, interfaceIdentifier, object);
+        GetProcAddress(module_, "DllGetClassObject")))(identifier, interfaceIdentifier, object);
   }
   template <typename Interface>
   Held<Interface> New(REFCLSID identifier) const {
@@ -36,7 +36,7 @@ class Library {
   }
 
  private:
-  HMODULE module;
+  HMODULE module_;
 };
 
 TEST(Lifetime, OtherClassesAreNotAvailable) {

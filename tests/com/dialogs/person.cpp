@@ -144,28 +144,28 @@ Program::Program(const std::wstring& commandLine) {
   start.hStdError = output;
   std::wstring line = commandLine;
   const BOOL started =
-      CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process);
+      CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process_);
   CloseHandle(output);
   EXPECT_TRUE(started) << GetLastError();
 }
 
 Program::~Program() {
-  if (WaitForSingleObject(process.hProcess, 0) == WAIT_TIMEOUT) {
-    TerminateProcess(process.hProcess, 1);
-    WaitForSingleObject(process.hProcess, 5000);
+  if (WaitForSingleObject(process_.hProcess, 0) == WAIT_TIMEOUT) {
+    TerminateProcess(process_.hProcess, 1);
+    WaitForSingleObject(process_.hProcess, 5000);
   }
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
+  CloseHandle(process_.hThread);
+  CloseHandle(process_.hProcess);
 }
 
 bool Program::Shows(const wchar_t* caption) const {
-  Search search{process.dwProcessId, caption, nullptr};
+  Search search{process_.dwProcessId, caption, nullptr};
   EnumWindows(FindDialog, reinterpret_cast<LPARAM>(&search));
   return search.found != nullptr;
 }
 
 HWND Program::Dialog(const wchar_t* caption) const {
-  Search search{process.dwProcessId, caption, nullptr};
+  Search search{process_.dwProcessId, caption, nullptr};
   Becomes([&search] {
     EnumWindows(FindDialog, reinterpret_cast<LPARAM>(&search));
     return search.found != nullptr;
@@ -188,7 +188,7 @@ bool Program::HasSaid(const std::string& line) const {
 }
 
 std::vector<std::string> Program::End() {
-  EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(process.hProcess, 20000)) << "the program did not end";
+  EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(process_.hProcess, 20000)) << "the program did not end";
   std::vector<std::string> lines = Lines();
   if (lines.size() < 2 || lines.back() != "end of the host" || lines.end()[-2] != "host enabled") {
     ADD_FAILURE() << "the host did not come to its end: " << FileText("said.txt");

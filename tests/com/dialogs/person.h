@@ -32,7 +32,7 @@ class Program {
   std::vector<std::string> End();
 
  private:
-  PROCESS_INFORMATION process{};
+  PROCESS_INFORMATION process_{};
 };
 
 /// A control by its number, on whatever page it stands; null when there is none.

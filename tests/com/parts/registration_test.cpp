@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "com/server_classes.h"
 #include "krnqb/error.h"
 
 namespace krnqb::com {
@@ -54,7 +55,7 @@ class FakeRegistry final : public RegistryWriter {
 };
 
 Registration Own() {
-  return RegistrationOf(L"C:\\Programs\\Planner\\KRN6_QB2002.dll");
+  return RegistrationOf(ServerClasses(), L"C:\\Programs\\Planner\\KRN6_QB2002.dll");
 }
 
 // What a library of the other architecture adds to the shared keys.

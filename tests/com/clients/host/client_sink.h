@@ -37,12 +37,12 @@ class Connection {
   Connection& operator=(const Connection&) = delete;
 
   void End();
-  HRESULT Result() const { return result; }
+  HRESULT Result() const { return result_; }
 
  private:
-  Held<IConnectionPoint> point;
-  DWORD cookie = 0;
-  HRESULT result = E_FAIL;
+  Held<IConnectionPoint> point_;
+  DWORD cookie_ = 0;
+  HRESULT result_ = E_FAIL;
 };
 
 }  // namespace krnqb::testing

@@ -27,15 +27,15 @@ constexpr HRESULT RunTimeError(int number) {
 /// Sets a variable of the process, for the test processor; gives it back as it was when it ends.
 class Variable {
  public:
-  Variable(const wchar_t* variable, std::wstring_view value);
+  Variable(const wchar_t* name, std::wstring_view value);
   ~Variable();
   Variable(const Variable&) = delete;
   Variable& operator=(const Variable&) = delete;
 
  private:
-  std::wstring name;
-  std::wstring before;
-  bool wasThere;
+  std::wstring name_;
+  std::wstring before_;
+  bool wasThere_;
 };
 
 /// Sets the test processor to a recording of this name in the folder of recordings.
@@ -51,7 +51,7 @@ class Answering {
   Answering(int major, std::vector<std::pair<int, std::string>> answers);
 
  private:
-  Variable variable;
+  Variable variable_;
 };
 
 /// An answer of QuickBooks to a request for accounts: records of name and Sublevel.

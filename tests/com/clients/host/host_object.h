@@ -27,7 +27,7 @@ class HostObject : public IDispatch {
   IID further = IID_IDispatch;
 
  private:
-  long references = 1;
+  long references_ = 1;
 };
 
 /// The arguments of a call in their own order, and its result.
@@ -63,7 +63,7 @@ class NamedObject final : public HostObject {
   };
   NamedObject() = default;
 
-  std::vector<Member> members;
+  std::vector<Member> members_;
 };
 
 /// Gives a text, or an object, as a call's result.

@@ -19,12 +19,12 @@ class PlanTables {
   /// None when the plan has no such table.
   XmlElement Table(const std::string& id) const;
   /// Replaces the tables of a "<tables>" document; an unknown id is subscript out of range.
-  HRESULT Take(const std::string& document);
+  HRESULT Take(const std::string& text);
   /// The cells as `krnqb plan show --cells` lists them.
   std::string Cells() const;
 
  private:
-  XmlElement document;
+  XmlElement document_;
 };
 
 /// How a plan has its members.

@@ -26,13 +26,13 @@ struct NamedValue {
 class LateBound {
  public:
   LateBound() = default;
-  explicit LateBound(Held<IDispatch> called) : object(std::move(called)) {}
+  explicit LateBound(Held<IDispatch> object) : object_(std::move(object)) {}
   template <typename Interface>
-  explicit LateBound(const Held<Interface>& called) : object(called.template As<IDispatch>()) {}
+  explicit LateBound(const Held<Interface>& object) : object_(object.template As<IDispatch>()) {}
 
-  IDispatch* Get() const { return object.Get(); }
-  explicit operator bool() const { return static_cast<bool>(object); }
-  void Reset() { object.Reset(); }
+  IDispatch* Get() const { return object_.Get(); }
+  explicit operator bool() const { return static_cast<bool>(object_); }
+  void Reset() { object_.Reset(); }
 
   /// The dispid of a member; DISPID_UNKNOWN when there is none.
   DISPID Member(const wchar_t* name) const;
@@ -54,7 +54,7 @@ class LateBound {
   Outcome InvokeInOrder(const wchar_t* name, WORD flags, std::vector<Value> arguments,
                         std::vector<DISPID> named = {}) const;
 
-  Held<IDispatch> object;
+  Held<IDispatch> object_;
 };
 
 }  // namespace krnqb::testing
