@@ -35,7 +35,7 @@ for version in 1.1 2.0; do
   done
 done
 rm ./*.qbw*
-# The path by which a Windows program knows the company.
+# The path by which Windows programs know the company.
 sed -i '1s|"company":"[^"]*"|"company":"C:\\\\Books\\\\nursery.qbw"|' ./*.jsonl
 for recording in *.jsonl; do
   name=${recording%.jsonl}

@@ -1,4 +1,4 @@
-// The part of the test processor that clients reach by name: everything by its own type library.
+// The late-bound side of the test processor, implemented with its own type library.
 #include "test_processor/test_processor.h"
 
 namespace krnqb::testing {

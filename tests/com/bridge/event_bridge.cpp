@@ -12,7 +12,7 @@ namespace {
 constexpr DISPID connectIdentifier = 1;
 constexpr DISPID disconnectIdentifier = 2;
 
-// Arguments stand in reverse order. Script hosts pass variables as variants by reference.
+// Arguments are in reverse order. Script hosts pass variables as variants by reference.
 IDispatch* ObjectArgument(const DISPPARAMS& parameters, UINT position) {
   const VARIANT* argument = &parameters.rgvarg[parameters.cArgs - 1 - position];
   while (argument->vt == (VT_BYREF | VT_VARIANT)) argument = argument->pvarVal;

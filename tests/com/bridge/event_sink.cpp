@@ -9,7 +9,7 @@ bool IsEventInterface(int flags) {
   return (flags & IMPLTYPEFLAG_FDEFAULT) != 0 && (flags & IMPLTYPEFLAG_FSOURCE) != 0;
 }
 
-// The default event interface of the object's class; null when it has none.
+// Returns the default event interface of the object's class, or null if it has none.
 ITypeInfo* EventInterface(IUnknown* source) {
   IProvideClassInfo* provider = nullptr;
   if (FAILED(source->QueryInterface(IID_IProvideClassInfo, reinterpret_cast<void**>(&provider)))) {
@@ -126,7 +126,7 @@ HRESULT EventSink::Invoke(DISPID identifier, REFIID /*reserved*/, LCID locale, W
   if (FAILED(information_->GetNames(identifier, &name, 1, &count)) || count == 0) {
     return DISP_E_MEMBERNOTFOUND;
   }
-  // Script objects are asked through IDispatchEx first: those of VBScript know their names there alone.
+  // Ask script objects through IDispatchEx first: VBScript's know their names only there.
   DISPID method = DISPID_UNKNOWN;
   IDispatchEx* extended = nullptr;
   HRESULT found = handler_->QueryInterface(__uuidof(IDispatchEx), reinterpret_cast<void**>(&extended));
@@ -137,7 +137,7 @@ HRESULT EventSink::Invoke(DISPID identifier, REFIID /*reserved*/, LCID locale, W
     found = handler_->GetIDsOfNames(IID_NULL, &name, 1, locale, &method);
   }
   SysFreeString(name);
-  if (FAILED(found)) return S_OK;  // an event that the handler does not care for
+  if (FAILED(found)) return S_OK;  // the handler ignores this event
   return handler_->Invoke(method, IID_NULL, locale, DISPATCH_METHOD, parameters, result, exception, argument);
 }
 

@@ -9,10 +9,10 @@
 
 namespace krnqb::testing {
 
-/// Receives the events of one source and calls the handler's method of the event's name.
+/// Receives the events of one source and calls the handler's method with the event's name.
 class EventSink final : public IDispatch {
  public:
-  /// Finds the source's event interface by the class that it says it is, and advises it. Null when it cannot.
+  /// Finds the source's event interface in its class information and advises it. Returns null on failure.
   static EventSink* Advised(IUnknown* source, IDispatch* handler);
 
   void Unadvise();
@@ -35,10 +35,10 @@ class EventSink final : public IDispatch {
 
   std::atomic<long> references_{1};
   ServerUse use_;
-  IDispatch* handler_;      ///< ours
-  ITypeInfo* information_;  ///< ours; of the event interface
+  IDispatch* handler_;      ///< owned
+  ITypeInfo* information_;  ///< owned; of the event interface
   IID eventIdentifier_{};
-  IConnectionPoint* point_ = nullptr;  ///< ours while advised
+  IConnectionPoint* point_ = nullptr;  ///< owned while advised
   DWORD cookie_ = 0;
 };
 

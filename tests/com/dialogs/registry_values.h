@@ -6,7 +6,7 @@
 
 namespace krnqb::testing {
 
-/// A value of the machine's registry, for as long as it lives. There was none before.
+/// Sets a machine-wide registry value that did not exist before; deletes it when destroyed.
 class RegistryValue {
  public:
   RegistryValue(const wchar_t* key, const wchar_t* name, const std::wstring& text)

@@ -48,7 +48,7 @@ HRESULT ClientSink::Invoke(DISPID identifier, REFIID /*reserved*/, LCID /*locale
   events.push_back(TextOf(identifier, *parameters));
   const std::string event = events.back();
   if (identifier == 1 && parameters->cArgs == 1 && parameters->rgvarg[0].vt == (VT_BYREF | VT_VARIANT)) {
-    // The component ignores what a handler leaves here, and clears it.
+    // The component ignores what a handler assigns here, and clears it.
     *parameters->rgvarg[0].pvarVal = VARIANT{};
     parameters->rgvarg[0].pvarVal->vt = VT_BSTR;
     parameters->rgvarg[0].pvarVal->bstrVal = SysAllocString(L"left by the handler");

@@ -13,7 +13,7 @@ template <typename Interface>
 class Held {
  public:
   Held() noexcept = default;
-  /// Takes the reference over.
+  /// Takes ownership of the reference.
   explicit Held(Interface* pointer) noexcept : pointer_(pointer) {}
   Held(const Held& other) noexcept : pointer_(other.pointer_) {
     if (pointer_ != nullptr) pointer_->AddRef();
@@ -37,14 +37,14 @@ class Held {
   Interface* operator->() const noexcept { return pointer_; }
   explicit operator bool() const noexcept { return pointer_ != nullptr; }
 
-  /// For results: drops what was held.
+  /// For results: releases the current reference.
   Interface** Receive() {
     Reset();
     return &pointer_;
   }
   void** ReceiveAny() { return reinterpret_cast<void**>(Receive()); }
 
-  /// Another interface of the same object; nothing when it has none.
+  /// Returns another interface of the same object, or null if it has none.
   template <typename Other>
   Held<Other> As() const {
     Held<Other> other;
@@ -118,14 +118,14 @@ class Value {
   }
   ~Value() { VariantClear(&owned_); }
 
-  /// An argument that a caller leaves out in the middle.
+  /// An argument omitted in the middle of a call.
   static Value Missing() {
     Value missing;
     missing.owned_.vt = VT_ERROR;
     missing.owned_.scode = DISP_E_PARAMNOTFOUND;
     return missing;
   }
-  /// A caller's variable; `variable` outlives the value.
+  /// A caller's variable; `variable` must outlive the value.
   static Value Reference(Value& variable) {
     Value reference;
     reference.owned_.vt = VT_BYREF | VT_VARIANT;

@@ -31,7 +31,7 @@ std::wstring WriteRecording(int major, const std::vector<std::pair<int, std::str
   return Utf16(name);
 }
 
-// The host may set the elements of the selection in place: they are the component's own.
+// The host may modify the elements of the selection in place: they are the component's own.
 void SelectAll(const LateBound& selection) {
   const LateBound children(selection.Read(L"childNodes").value.AsObject());
   const long count = children.Read(L"length").value.AsLong();

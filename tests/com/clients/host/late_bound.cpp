@@ -41,7 +41,7 @@ Outcome LateBound::CallNamed(const wchar_t* name, std::vector<Value> positional,
   outcome.result = object_->GetIDsOfNames(IID_NULL, names.data(), static_cast<UINT>(names.size()),
                                           LOCALE_USER_DEFAULT, identifiers.data());
   if (FAILED(outcome.result)) return outcome;
-  // Named arguments stand first, then the others from the last to the first.
+  // Named arguments come first, then the others from last to first.
   std::vector<Value> reversed;
   for (const NamedValue& argument : named) reversed.push_back(argument.value);
   std::reverse(positional.begin(), positional.end());

@@ -7,8 +7,8 @@ namespace {
 
 constexpr HRESULT subscriptOutOfRange = static_cast<HRESULT>(0x800A0009);
 
-/// What the three typed objects have in common: counting, and calls by name through the type library that the
-/// program carries.
+/// Base of the three typed objects: reference counting, and late-bound calls through the type library in the
+/// program.
 template <typename Interface>
 class TypedObject : public Interface {
  public:
