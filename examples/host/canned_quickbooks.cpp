@@ -7,7 +7,7 @@
 namespace {
 
 struct CannedAnswer {
-  std::string_view requestId;  ///< as it stands in the request
+  std::string_view requestId;  ///< as written in the request
   std::string_view answer;
 };
 

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-/// Processors that answer as QuickBooks would for a small garden shop, from answers written into this
+/// Processors that answer as QuickBooks would for a small garden shop, using answers embedded in this
 /// program.
 class CannedQuickBooks : public krnqb::RequestProcessorFactory {
  public:

@@ -1,5 +1,5 @@
-// A planning program in small: it has a plan, offers QuickBooks, and imports the shop's accounts into the
-// plan.
+// A miniature planning program: it holds a plan, supplies QuickBooks, and imports the shop's accounts into
+// the plan.
 
 #include <krnqb/qb_data_exchange.h>
 

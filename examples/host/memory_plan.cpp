@@ -8,11 +8,11 @@ namespace {
 
 class MemoryTable : public krnqb::PlanTable {
  public:
-  explicit MemoryTable(std::string xmlText) : xml(std::move(xmlText)) {}
-  std::string Serialize() override { return xml; }
+  explicit MemoryTable(std::string xml) : xml_(std::move(xml)) {}
+  std::string Serialize() override { return xml_; }
 
  private:
-  std::string xml;
+  std::string xml_;
 };
 
 }  // namespace
@@ -34,16 +34,16 @@ class MemoryPlan::Tables : public krnqb::PlanData {
   std::map<std::string, std::string, std::less<>> texts;
 };
 
-MemoryPlan::MemoryPlan() : tables(std::make_shared<Tables>()) {}
+MemoryPlan::MemoryPlan() : tables_(std::make_shared<Tables>()) {}
 
 void MemoryPlan::AddTable(std::string_view id, std::string_view xml) {
-  tables->texts.insert_or_assign(std::string(id), std::string(xml));
+  tables_->texts.insert_or_assign(std::string(id), std::string(xml));
 }
 
 std::vector<std::string> MemoryPlan::RowNames(std::string_view tableId, std::string_view block) const {
   std::vector<std::string> names;
-  const auto table = tables->texts.find(tableId);
-  if (table == tables->texts.end()) return names;
+  const auto table = tables_->texts.find(tableId);
+  if (table == tables_->texts.end()) return names;
   for (const krnqb::XmlElement& candidate :
        krnqb::XmlElement::Parse(table->second).Child("tableblocks").Children()) {
     if (candidate.Attribute("id") != block) continue;
@@ -57,5 +57,5 @@ bool MemoryPlan::OpenPlan(std::string_view /*planFile*/) {
 }
 
 std::shared_ptr<krnqb::PlanData> MemoryPlan::Data() {
-  return tables;
+  return tables_;
 }

@@ -8,8 +8,8 @@ STDMETHODIMP ClassFactory::CreateInstance(IUnknown* outer, REFIID interfaceId, v
   if (object == nullptr) return E_POINTER;
   *object = nullptr;
   if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-  return Guarded({serverClass.programName, IID_IClassFactory},
-                 [&] { Check(serverClass.create()->QueryInterface(interfaceId, object)); });
+  return Guarded({serverClass_.programName, IID_IClassFactory},
+                 [&] { Check(serverClass_.create()->QueryInterface(interfaceId, object)); });
 }
 
 STDMETHODIMP ClassFactory::LockServer(BOOL lock) noexcept {

@@ -44,7 +44,7 @@ class DebuggerLines final : public Observer {
                                            WhatHappened(notice.kind), notice.number, notice.description);
       OutputDebugStringW(Wide(line).c_str());
     } catch (...) {
-      // A line that cannot be written is not worth an error.
+      // Failing to write a debug line must not fail the import.
     }
   }
 };

@@ -6,7 +6,7 @@
 
 namespace krnqb::com {
 
-/// Writes what an import passes over to the debugger, where one is attached to the host.
+/// Returns an observer that writes every notice to the debugger if one is attached to the host process.
 std::shared_ptr<Observer> DebuggerObserver();
 
 }  // namespace krnqb::com

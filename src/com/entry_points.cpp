@@ -1,4 +1,4 @@
-// What the library exports: the system and registration programs call nothing else of it.
+// The exported entry points, called only by COM and by registration programs.
 #include <olectl.h>
 
 #include "com/calls/type_library.h"
@@ -6,6 +6,7 @@
 #include "com/objects/live_objects.h"
 #include "com/registration/component_keys.h"
 #include "com/registration/registry_writer.h"
+#include "com/server_classes.h"
 #include "com/values/error_mapping.h"
 
 STDAPI DllGetClassObject(REFCLSID classId, REFIID interfaceId, void** object) {
@@ -29,7 +30,7 @@ STDAPI DllRegisterServer() {
   using namespace krnqb::com;
   return Guarded({L"KRN6_QB2002", IID_NULL}, [] {
     const std::unique_ptr<RegistryWriter> registry = SystemRegistryWriter();
-    Register(*registry, RegistrationOf(OwnPath()));
+    Register(*registry, RegistrationOf(ServerClasses(), OwnPath()));
   });
 }
 
@@ -37,6 +38,6 @@ STDAPI DllUnregisterServer() {
   using namespace krnqb::com;
   return Guarded({L"KRN6_QB2002", IID_NULL}, [] {
     const std::unique_ptr<RegistryWriter> registry = SystemRegistryWriter();
-    Unregister(*registry, RegistrationOf(OwnPath()));
+    Unregister(*registry, RegistrationOf(ServerClasses(), OwnPath()));
   });
 }

@@ -19,7 +19,7 @@ OutsideWorld WorldRaisingTo(std::shared_ptr<AdvisedSinks> sinks) {
   return WindowsOutsideWorld(RaisingTo(std::move(sinks), observer), observer);
 }
 
-// A record that is no `cSubtotals` stands in the collection as Nothing, which ends the scan.
+// An item that is not a `cSubtotals` becomes Nothing, which ends the scan.
 std::shared_ptr<Collection> RecordsOf(IDispatch& collection) {
   auto records = std::make_shared<Collection>();
   for (const VariantValue& value : ValuesOf(collection))
@@ -31,44 +31,44 @@ std::shared_ptr<Collection> RecordsOf(IDispatch& collection) {
 
 ExchangeObject::ExchangeObject()
     : CreatableObject(program_name::exchange, __uuidof(::QBDataExchange), __uuidof(__QBDataExchange)),
-      sinks(std::make_shared<AdvisedSinks>()),
-      events(MakeObject<ConnectionPoint>(this, __uuidof(__QBDataExchange), sinks)),
-      component(WorldRaisingTo(sinks)) {}
+      sinks_(std::make_shared<AdvisedSinks>()),
+      events_(MakeObject<ConnectionPoint>(this, __uuidof(__QBDataExchange), sinks_)),
+      component_(WorldRaisingTo(sinks_)) {}
 
 ExchangeObject::~ExchangeObject() {
-  events->Disconnect();
+  events_->Disconnect();
 }
 
 STDMETHODIMP ExchangeObject::IsSDKVersionSupported(BSTR sVersion, VARIANT* result) noexcept {
-  return Give(result, [&] { return component.IsSDKVersionSupported(Utf8(TextOf(sVersion))); });
+  return Give(result, [&] { return component_.IsSDKVersionSupported(Utf8(TextOf(sVersion))); });
 }
 
 STDMETHODIMP ExchangeObject::get_QBCompany(BSTR* result) noexcept {
-  return Give(result, [&] { return component.QBCompany(); });
+  return Give(result, [&] { return component_.QBCompany(); });
 }
 STDMETHODIMP ExchangeObject::put_QBCompany(BSTR value) noexcept {
-  return Do([&] { component.QBCompany(Utf8(TextOf(value))); });
+  return Do([&] { component_.QBCompany(Utf8(TextOf(value))); });
 }
 
 STDMETHODIMP ExchangeObject::QbSerialize(VARIANT SerialData,
                                          ::QBKRN_DeserializeOptions* /*DeserializeOptions*/,
                                          VARIANT* result) noexcept {
-  return Give(result, [&] { return component.QbSerialize(RequestOf(SerialData)); });
+  return Give(result, [&] { return component_.QbSerialize(RequestOf(SerialData)); });
 }
 
 STDMETHODIMP ExchangeObject::KRNOpenPlan(BSTR PlanFile, VARIANT_BOOL* result) noexcept {
-  return Give(result, [&] { return component.KRNOpenPlan(Utf8(TextOf(PlanFile))); });
+  return Give(result, [&] { return component_.KRNOpenPlan(Utf8(TextOf(PlanFile))); });
 }
 
 STDMETHODIMP ExchangeObject::KRNDeserialize(VARIANT SerialData,
                                             ::QBKRN_DeserializeOptions* /*DeserializeOptions*/,
                                             VARIANT* result) noexcept {
-  return Give(result, [&] { return component.KRNDeserialize(AnswerOf(SerialData)); });
+  return Give(result, [&] { return component_.KRNDeserialize(AnswerOf(SerialData)); });
 }
 
 STDMETHODIMP ExchangeObject::KRNSerialize(::QBKRN_SerializeOptions* /*SerializeOptions*/,
                                           VARIANT* result) noexcept {
-  return Give(result, [&] { return component.KRNSerialize(); });
+  return Give(result, [&] { return component_.KRNSerialize(); });
 }
 
 STDMETHODIMP ExchangeObject::MonthsOfActivity(IDispatch** colMonthSubtotals, short* result) noexcept {
@@ -78,34 +78,34 @@ STDMETHODIMP ExchangeObject::MonthsOfActivity(IDispatch** colMonthSubtotals, sho
     const ComPointer<IDispatch> collection(*colMonthSubtotals);
     if (!collection) return 0;
     try {
-      return component.MonthsOfActivity(RecordsOf(*collection));
+      return component_.MonthsOfActivity(RecordsOf(*collection));
     } catch (const Error&) {
-      // A collection that cannot be gone through has no months.
+      // A collection that cannot be enumerated has no months.
       return 0;
     }
   });
 }
 
 STDMETHODIMP ExchangeObject::ShowDialog(::QBKRN_Dialogs DialogOption, VARIANT* result) noexcept {
-  return Give(result, [&] { return component.ShowDialog(static_cast<krnqb::QBKRN_Dialogs>(DialogOption)); });
+  return Give(result, [&] { return component_.ShowDialog(static_cast<krnqb::QBKRN_Dialogs>(DialogOption)); });
 }
 
 STDMETHODIMP ExchangeObject::Go(VARIANT_BOOL* result) noexcept {
-  return Give(result, [&] { return component.Go(); });
+  return Give(result, [&] { return component_.Go(); });
 }
 
 STDMETHODIMP ExchangeObject::SubmitCustomRequest(BSTR QBRequestXML, VARIANT* result) noexcept {
-  return Give(result, [&] { return component.SubmitCustomRequest(Utf8(TextOf(QBRequestXML))); });
+  return Give(result, [&] { return component_.SubmitCustomRequest(Utf8(TextOf(QBRequestXML))); });
 }
 
 STDMETHODIMP ExchangeObject::get_QBExpenseAccounts(IDispatch** result) noexcept {
-  return Give(result, [&] { return OutsideObject(component.QBExpenseAccounts()); });
+  return Give(result, [&] { return OutsideObject(component_.QBExpenseAccounts()); });
 }
 STDMETHODIMP ExchangeObject::get_QBIncomeAccounts(IDispatch** result) noexcept {
-  return Give(result, [&] { return OutsideObject(component.QBIncomeAccounts()); });
+  return Give(result, [&] { return OutsideObject(component_.QBIncomeAccounts()); });
 }
 STDMETHODIMP ExchangeObject::get_QBCompanies(IDispatch** result) noexcept {
-  return Give(result, [&] { return OutsideObject(component.QBCompanies()); });
+  return Give(result, [&] { return OutsideObject(component_.QBCompanies()); });
 }
 
 STDMETHODIMP ExchangeObject::Execute(BSTR* Action, VARIANT* /*Args*/, VARIANT* result) noexcept {
@@ -113,37 +113,37 @@ STDMETHODIMP ExchangeObject::Execute(BSTR* Action, VARIANT* /*Args*/, VARIANT* r
   if (Action == nullptr) return E_POINTER;
   return Give(result, [&] {
     std::string action = Utf8(TextOf(*Action));
-    return component.Execute(action);
+    return component_.Execute(action);
   });
 }
 
-// A selection that the component has built is handed out as an element of the host system's, which then is
-// the selection: what the host changes in it counts.
+// A selection built by the component is returned as an element of the system's document model, which then
+// replaces it: changes that the host makes to the element take effect.
 STDMETHODIMP ExchangeObject::get_SelectedExpenses(IDispatch** result) noexcept {
   return Give(result, [&] {
-    const XmlElement selection = component.SelectedExpenses();
+    const XmlElement selection = component_.SelectedExpenses();
     ComPointer<IDispatch> element = OutsideObject(selection);
-    if (element && selection.Outside() == nullptr) component.SelectedExpenses(SelectionOf(element.get()));
+    if (element && selection.Outside() == nullptr) component_.SelectedExpenses(SelectionOf(element.get()));
     return element;
   });
 }
 STDMETHODIMP ExchangeObject::putref_SelectedExpenses(IDispatch* value) noexcept {
-  return Do([&] { component.SelectedExpenses(SelectionOf(value)); });
+  return Do([&] { component_.SelectedExpenses(SelectionOf(value)); });
 }
 
 STDMETHODIMP ExchangeObject::GetTablesAffected(IDispatch** result) noexcept {
-  return Give(result, [&] { return OutsideObject(component.GetTablesAffected()); });
+  return Give(result, [&] { return OutsideObject(component_.GetTablesAffected()); });
 }
 
 STDMETHODIMP ExchangeObject::EnumConnectionPoints(IEnumConnectionPoints** result) noexcept {
-  return Give(result, [&] { return EnumeratePoint(ComPointer<IConnectionPoint>(events.get())); });
+  return Give(result, [&] { return EnumeratePoint(ComPointer<IConnectionPoint>(events_.get())); });
 }
 
 STDMETHODIMP ExchangeObject::FindConnectionPoint(REFIID eventsId, IConnectionPoint** result) noexcept {
   if (result == nullptr) return E_POINTER;
   *result = nullptr;
   if (eventsId != __uuidof(__QBDataExchange)) return CONNECT_E_NOCONNECTION;
-  *result = ComPointer<IConnectionPoint>(events.get()).Detach();
+  *result = ComPointer<IConnectionPoint>(events_.get()).Detach();
   return S_OK;
 }
 

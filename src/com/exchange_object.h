@@ -8,7 +8,8 @@
 
 namespace krnqb::com {
 
-/// `QBDataExchange` as hosts see it: each method converts what crosses the boundary and asks the component.
+/// `QBDataExchange` as hosts see it: each method converts its arguments and results and forwards to the
+/// component.
 class ExchangeObject final : public CreatableObject<_QBDataExchange, IConnectionPointContainer> {
  public:
   ExchangeObject();
@@ -80,9 +81,9 @@ class ExchangeObject final : public CreatableObject<_QBDataExchange, IConnection
   STDMETHODIMP FindConnectionPoint(REFIID eventsId, IConnectionPoint** result) noexcept override;
 
  private:
-  std::shared_ptr<AdvisedSinks> sinks;
-  ComPointer<ConnectionPoint> events;
-  krnqb::QBDataExchange component;
+  std::shared_ptr<AdvisedSinks> sinks_;
+  ComPointer<ConnectionPoint> events_;
+  krnqb::QBDataExchange component_;
 };
 
 }  // namespace krnqb::com

@@ -14,7 +14,8 @@ class MachinePrograms final : public ui::ProgramStarter {
   void Start(const std::string& path) override {
     const std::wstring program = Wide(path);
     if (!std::filesystem::path(program).is_absolute()) throw Error(error_number::pathNotFound);
-    // The first word of the command line is the program, too: quoted, it ends where the path does.
+    // CreateProcess parses the program from the command line too; quoting keeps a path with blanks in one
+    // piece.
     std::wstring commandLine = L'"' + program + L'"';
     STARTUPINFOW window{};
     window.cb = sizeof(window);

@@ -6,8 +6,8 @@
 
 namespace krnqb::com {
 
-/// Starts programs by their full path; any other path is error 76, and no folder is searched. Error 76 as
-/// well when the program cannot be started.
+/// Returns a starter that runs programs by their full path. Throws Error 76 if the path is not absolute,
+/// since no folder is searched, or if the program cannot be started.
 std::shared_ptr<ui::ProgramStarter> SystemPrograms();
 
 }  // namespace krnqb::com

@@ -1,28 +1,18 @@
 #pragma once
 
-#include <unknwn.h>
-
 #include <span>
 
-#include "com/values/com_pointer.h"
+#include "com/registration/server_class.h"
 
 namespace krnqb::com {
 
-/// The names under which hosts create the classes.
+/// The programmatic identifiers of the creatable classes.
 namespace program_name {
 inline constexpr const wchar_t* exchange = L"KRN6_QB2002.QBDataExchange";
 inline constexpr const wchar_t* subtotals = L"KRN6_QB2002.cSubtotals";
 }  // namespace program_name
 
-/// A class that hosts create.
-struct ServerClass {
-  const CLSID& classId;
-  const wchar_t* programName;  ///< without a version
-  const wchar_t* description;
-  ComPointer<IUnknown> (*create)();
-};
-
-/// All of them.
+/// Returns every class that hosts can create.
 std::span<const ServerClass> ServerClasses() noexcept;
 
 }  // namespace krnqb::com

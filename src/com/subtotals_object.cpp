@@ -9,21 +9,21 @@ SubtotalsObject::SubtotalsObject()
     : CreatableObject(program_name::subtotals, __uuidof(::cSubtotals), GUID_NULL) {}
 
 STDMETHODIMP SubtotalsObject::get_Description(BSTR* result) noexcept {
-  return Give(result, [&] { return std::string_view(subtotals.Description()); });
+  return Give(result, [&] { return std::string_view(subtotals_.Description()); });
 }
 STDMETHODIMP SubtotalsObject::put_Description(BSTR value) noexcept {
-  return Do([&] { subtotals.Description(Utf8(TextOf(value))); });
+  return Do([&] { subtotals_.Description(Utf8(TextOf(value))); });
 }
 
 STDMETHODIMP SubtotalsObject::get_SubTotal(short Index, double* result) noexcept {
-  return Give(result, [&] { return subtotals.SubTotal(Index); });
+  return Give(result, [&] { return subtotals_.SubTotal(Index); });
 }
 STDMETHODIMP SubtotalsObject::put_SubTotal(short Index, double value) noexcept {
-  return Do([&] { subtotals.SubTotal(Index, value); });
+  return Do([&] { subtotals_.SubTotal(Index, value); });
 }
 
 STDMETHODIMP SubtotalsObject::Total(double* result) noexcept {
-  return Give(result, [&] { return subtotals.Total(); });
+  return Give(result, [&] { return subtotals_.Total(); });
 }
 
 std::shared_ptr<krnqb::cSubtotals> SubtotalsOf(IUnknown* object) {

@@ -7,7 +7,7 @@
 
 namespace krnqb::com {
 
-/// `cSubtotals` as hosts see it.
+/// `cSubtotals` as hosts see it: forwards to the component's own class.
 class SubtotalsObject final : public CreatableObject<_cSubtotals> {
  public:
   SubtotalsObject();
@@ -19,11 +19,11 @@ class SubtotalsObject final : public CreatableObject<_cSubtotals> {
   STDMETHODIMP Total(double* result) noexcept override;
 
  private:
-  krnqb::cSubtotals subtotals;
+  krnqb::cSubtotals subtotals_;
 };
 
-/// A copy of any record with that interface; null when the object is none. What it throws is the record's own
-/// failure.
+/// Returns a copy of any object that implements the interface, or null if it does not. Throws the object's
+/// own error if it cannot be read.
 std::shared_ptr<krnqb::cSubtotals> SubtotalsOf(IUnknown* object);
 
 }  // namespace krnqb::com

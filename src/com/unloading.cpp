@@ -1,7 +1,7 @@
-// What is given back when a host unloads the library. A host may load and unload it as often as it likes, but
-// a process has little more than a thousand places of thread-local storage, and the compiler's thread library
-// takes one and keeps it. So its requests for places come here (the linker sees to that), where they are
-// remembered.
+// Releases what would outlive the DLL when a host unloads it. A host may load and unload it any number of
+// times, but a process has only about a thousand thread-local storage slots, and the compiler's thread
+// library takes one and never frees it. The linker therefore redirects TlsAlloc to this file, which records
+// the slots.
 #include <windows.h>
 
 #include <array>

@@ -7,10 +7,11 @@
 
 namespace krnqb::com {
 
-/// Everything outside the component as Windows has it. Events go to `sink`, then to the dialog that is shown.
+/// Returns everything outside the component, as Windows provides it. Events go to `sink` first, then to the
+/// visible dialog.
 OutsideWorld WindowsOutsideWorld(std::shared_ptr<EventSink> sink, std::shared_ptr<Observer> observer);
 
-/// This machine, as the About box asks it.
+/// Returns the services of this machine that the About box uses.
 ui::SystemInformation WindowsSystem();
 
 }  // namespace krnqb::com

@@ -8,14 +8,14 @@
 
 namespace krnqb::ui {
 
-/// The About box as it is designed, before title and version are known.
+/// Returns the About box as designed, before the title and the version are filled in.
 Form DesignedAboutForm();
 
 /// The About box (frmAbout).
 class AboutDialog final : public Dialog {
  public:
-  /// With the application's title and version. Where there is no system to ask, the button that starts its
-  /// information tool is left out. The toolkit outlives the dialog.
+  /// Shows the application's title and version. Without `system` the System Info button is left out. The
+  /// toolkit must outlive the dialog.
   AboutDialog(Toolkit& toolkit, std::optional<SystemInformation> system);
 
  private:

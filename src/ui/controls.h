@@ -4,8 +4,8 @@
 
 namespace krnqb::ui {
 
-/// A control's name, by which toolkits with names find it, and its number, for those with numbers. Neither
-/// ever changes: whoever drives the dialogs from outside relies on them.
+/// A control's name and number; toolkits use one or the other to find it. Neither may ever change: programs
+/// that automate the dialogs rely on them.
 struct ControlId {
   std::string_view name;
   int number = 0;
@@ -13,8 +13,8 @@ struct ControlId {
 
 namespace control {
 
-// The options dialog, frmOptions. A member of a control array is named with its index. Import and cancel
-// have the numbers that Windows itself gives what Enter and Escape press.
+// The options dialog, frmOptions. A member of a control array has its index in its name. Import and Cancel
+// have the numbers that Windows assigns to Enter and Escape.
 inline constexpr ControlId importButton{"cmdButton0", 1};
 inline constexpr ControlId cancelButton{"cmdButton2", 2};
 inline constexpr ControlId helpButton{"cmdButton3", 1003};
@@ -32,7 +32,7 @@ inline constexpr ControlId exportExpenseSubAccounts{"chkImport3", 1024};
 inline constexpr ControlId progressBar{"progressBar", 1030};
 inline constexpr ControlId progressText{"progressText", 1031};
 
-// The About box, frmAbout. Its one button is what Enter and Escape press.
+// The About box, frmAbout. Both Enter and Escape press its one button.
 inline constexpr ControlId icon{"picIcon", 1101};
 inline constexpr ControlId title{"lblTitle", 1102};
 inline constexpr ControlId version{"lblVersion", 1103};
@@ -43,7 +43,7 @@ inline constexpr ControlId systemInformation{"cmdSysInfo", 1107};
 
 }  // namespace control
 
-// The lines of a divider, for toolkits that make a control of each.
+// The lines of a divider, for toolkits that draw each as a control.
 inline constexpr std::string_view dividerTopLine = "LineTop";
 inline constexpr std::string_view dividerBottomLine = "LineBottom";
 

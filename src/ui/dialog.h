@@ -6,10 +6,9 @@
 
 namespace krnqb::ui {
 
-/// One window while it is shown: what it holds, and what becomes of what a person does in it. A toolkit shows
-/// `Shown`, passes on what a person does, shows `Shown` again, and takes the window away when it is no longer
-/// open. What a person cannot do, on a control that is not usable or in a window that is closed, has no
-/// effect.
+/// The state and behaviour of one window while it is shown. A toolkit displays `Shown`, passes on what the
+/// user does, displays `Shown` again, and closes the window once it is no longer open. Actions on an unusable
+/// control or in a closed window have no effect.
 class Dialog {
  public:
   virtual ~Dialog() = default;
@@ -21,16 +20,16 @@ class Dialog {
 
   void Press(std::string_view button);
   void Check(std::string_view checkBox, bool checked);
-  /// Selects an entry of a drop-down list by its index; one that is not there has no effect.
+  /// Selects an entry of a drop-down list; an invalid index has no effect.
   void Choose(std::string_view list, int index);
-  /// Escape, or the window's own close button: presses the form's cancel button.
+  /// Handles Escape and the window's close button: presses the form's cancel button.
   void Dismiss() { Press(form.cancelButton); }
 
  protected:
   Dialog() = default;
 
   virtual void Pressed(std::string_view button) = 0;
-  /// A check box has changed; its control says so already.
+  /// Called after a check box has changed.
   virtual void Clicked(std::string_view /*checkBox*/) {}
 
   void Unload() noexcept { open_ = false; }

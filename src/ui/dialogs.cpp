@@ -7,10 +7,12 @@
 namespace krnqb::ui {
 namespace {
 
-// Which options dialog is shown, for as long as it is.
+// Records which options dialog is shown.
 class ShownOptions {
  public:
-  ShownOptions(OptionsDialog*& place, OptionsDialog& shown) noexcept : options_(place) { options_ = &shown; }
+  ShownOptions(OptionsDialog*& options, OptionsDialog& shown) noexcept : options_(options) {
+    options_ = &shown;
+  }
   ~ShownOptions() { options_ = nullptr; }
   ShownOptions(const ShownOptions&) = delete;
   ShownOptions& operator=(const ShownOptions&) = delete;

@@ -10,18 +10,18 @@
 
 namespace krnqb::ui {
 
-/// The component's dialogs on a toolkit. Stands in a component's outside world twice: as its user interface,
-/// and among its event sinks, so that an import started from the dialog shows how far it is.
+/// The component's dialogs, shown by a toolkit. Belongs in a component's outside world twice: as its user
+/// interface and among its event sinks, so that the dialog can show the progress of the import it started.
 class Dialogs final : public UserInterface, public EventSink {
  public:
-  explicit Dialogs(std::shared_ptr<Toolkit> shownBy, std::optional<SystemInformation> informedSystem = {});
+  explicit Dialogs(std::shared_ptr<Toolkit> toolkit, std::optional<SystemInformation> system = {});
 
   void ShowMessage(std::string_view text) override;
 
-  /// Error 400 for an options dialog while one is shown, 32755 when a person chose no file.
+  /// Throws Error 400 if an options dialog is already shown, 32755 if the user chose no file.
   Variant ShowDialog(QBDataExchange& component, QBKRN_Dialogs dialog) override;
 
-  /// Shows the About box and returns when it has been closed.
+  /// Shows the About box; returns when it is closed.
   void ShowAbout();
 
   void XMLprocessing(Variant& /*oXML*/) override {}

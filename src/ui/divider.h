@@ -2,14 +2,14 @@
 
 namespace krnqb::ui {
 
-/// A horizontal line, one unit high, in units of the divider that it belongs to.
+/// A horizontal line one unit high; coordinates are relative to its divider.
 struct DividerLine {
   int left = 0;
   int top = 0;
   int width = 0;
 };
 
-/// The lines of a divider: a dark one above a light one, which together look etched.
+/// The lines of a divider: a dark line above a light one, which look etched.
 struct DividerLines {
   DividerLine top;
   DividerLine bottom;
@@ -17,7 +17,7 @@ struct DividerLines {
 
 inline constexpr int dividerHeight = 2;
 
-/// The lines of a divider of that width: both as wide as it, the lower one a unit below the upper one.
+/// Returns the lines of a divider: both span its width, the lower one unit below the upper.
 constexpr DividerLines LinesOfDivider(int width) noexcept {
   return {.top = {.left = 0, .top = 0, .width = width}, .bottom = {.left = 0, .top = 1, .width = width}};
 }

@@ -4,8 +4,8 @@
 
 namespace krnqb::ui {
 
-/// The page of the options dialog for the other direction (OptionsKRNtoQB): four boxes that nothing reads.
-/// Works on its controls in the dialog's form, which outlives it.
+/// The options dialog's page for the other direction (OptionsKRNtoQB): four check boxes that have no effect.
+/// Changes its controls in the dialog's form, which must outlive it.
 class ExportPage {
  public:
   explicit ExportPage(Form& form);

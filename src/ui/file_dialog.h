@@ -14,20 +14,20 @@ struct FileFilter {
   std::string pattern;
 };
 
-/// What an open-file dialog is set up with.
+/// The settings of an open-file dialog.
 struct FileDialogSettings {
   std::string title;
-  std::string defaultExtension;  ///< for a name typed without one; no dot
+  std::string defaultExtension;  ///< appended to a name typed without an extension; no dot
   std::string initialFileName;
   std::vector<FileFilter> filters;
-  int filterIndex = 1;  ///< which filter is chosen at first, counted from 1
+  int filterIndex = 1;  ///< the initially selected filter, counted from 1
 };
 
-/// The settings of `dlg_SelectQBcompany` and `dlg_SelectKRNplan`; nothing for other dialogs.
+/// Returns the settings of `dlg_SelectQBcompany` or `dlg_SelectKRNplan`; nothing for other dialogs.
 std::optional<FileDialogSettings> SettingsOf(QBKRN_Dialogs dialog);
 
-/// The filters of a text "description|pattern|description|pattern...". A description without a pattern is
-/// left out.
+/// Parses filters written as "description|pattern|description|pattern...". A description without a pattern is
+/// dropped.
 std::vector<FileFilter> ReadFilters(std::string_view text);
 
 }  // namespace krnqb::ui

@@ -17,7 +17,7 @@ enum class ControlKind : std::uint8_t {
   Divider,  ///< two lines, see divider.h
   Picture,
   ProgressBar,
-  Page  ///< holds the controls that name it as theirs
+  Page  ///< contains the controls that name it as their page
 };
 
 struct ListEntry {
@@ -25,43 +25,44 @@ struct ListEntry {
   std::int16_t data = 0;
 };
 
-/// A control as it is to be shown now.
+/// The current state of a control.
 struct Control {
-  std::string name;    ///< unique in its form
-  int identifier = 0;  ///< where controls have numbers: unique in its form, see controls.h
+  std::string name;    ///< unique within the form
+  int identifier = 0;  ///< for toolkits that number controls; unique within the form, see controls.h
   ControlKind kind = ControlKind::Label;
-  std::string text;  ///< "&" stands before the letter that works from the keyboard
+  std::string text;  ///< "&" precedes the access key
   std::string accessibleName;
-  std::string page;  ///< the page that it stands on; empty: the window itself
-  int row = 0;       ///< on its page or window, from the top; controls of one row stand side by side
+  std::string page;  ///< the page that contains it; empty: the window itself
+  int row = 0;       ///< from the top of its page or window; controls of the same row are side by side
   bool visible = true;
   bool enabled = true;
   bool checked = false;            ///< of a check box
   std::vector<ListEntry> entries;  ///< of a drop-down list
-  int selected = -1;               ///< index into the entries; -1 for none
+  int selected = -1;               ///< index into the entries; -1 if nothing is selected
   int percent = 0;                 ///< of a progress bar, 0 to 100
 };
 
-/// A window as it is to be shown now. The controls stand in tab order.
+/// The current state of a window; controls are in tab order.
 struct Form {
   std::string name;
   std::string caption;
   std::string defaultButton;  ///< what Enter presses; may be empty
-  std::string cancelButton;   ///< what Escape and the window's own close button press
+  std::string cancelButton;   ///< what Escape and the window's close button press
   std::vector<Control> controls;
 
-  /// The control of that name; error 5 when there is none.
+  /// Returns the control with this name; throws Error 5 if it does not exist.
   Control& At(std::string_view controlName);
   const Control& At(std::string_view controlName) const;
   bool Has(std::string_view controlName) const noexcept;
-  /// Whether a person can use the control: it is there, enabled, and visible with the page that it stands on.
+  /// Returns whether the user can use the control: it exists, is enabled, and both it and its page are
+  /// visible.
   bool IsUsable(std::string_view controlName) const noexcept;
 };
 
-/// A control that is spoken as its caption reads.
+/// Creates a control whose accessible name is its caption.
 Control MakeControl(ControlKind kind, const ControlId& id, std::string_view text = {});
 
-/// A caption without the marks of its keyboard letter and without a colon at its end.
+/// Returns a caption without access-key marks and without a final colon.
 std::string SpokenText(std::string_view caption);
 
 }  // namespace krnqb::ui

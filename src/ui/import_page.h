@@ -7,27 +7,27 @@
 
 namespace krnqb::ui {
 
-/// The page of the options dialog that says what to import (OptionsQBtoKRN). Works on its controls in the
-/// dialog's form, which outlives it.
+/// The options dialog's page that selects what to import (OptionsQBtoKRN). Changes its controls in the
+/// dialog's form, which must outlive it.
 class ImportPage {
  public:
-  /// Adds the page and its controls to the form. Both boxes are unchecked, and the balances, of which "None"
-  /// is selected, cannot be chosen.
+  /// Adds the page and its controls to the form. Both boxes start unchecked; the list of balances starts with
+  /// "None" selected and is disabled.
   explicit ImportPage(Form& form);
 
   bool IncludeIncomeAccounts() const;
   bool IncludeExpenseAccounts() const;
-  /// The data of the selected balances: 0 to 3, as in QBKRN_BalancesImport.
+  /// Returns the selected balances: 0 to 3, as in QBKRN_BalancesImport.
   std::int16_t BalancesImport() const;
 
-  /// Leaves everything as it is.
+  /// Does nothing.
   void ClearAll() const noexcept {}
 
-  /// One of the boxes was clicked: lets the balances be chosen exactly when some account type is included,
-  /// and raises the page's event.
+  /// Handles a click on either box: enables the list of balances if any account type is included, and raises
+  /// the page's event.
   void Clicked();
 
-  /// The page's event: whether some account type is included now.
+  /// The page's event: whether any account type is included.
   std::function<void(bool included)> onIncluded;
 
  private:

@@ -77,7 +77,7 @@ void OptionsDialog::Import() {
   component_->IncludeExpenseAccounts(importPage_.IncludeExpenseAccounts());
   component_->IncludeIncomeAccounts(importPage_.IncludeIncomeAccounts());
   ShowThatItWorks();
-  component_->Go();  // what failed stands in the component's error pair
+  component_->Go();  // failures are in the component's error pair
   importing_ = false;
 }
 

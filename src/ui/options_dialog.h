@@ -11,20 +11,19 @@
 
 namespace krnqb::ui {
 
-/// The options dialog (frmOptions): two pages, of which the mode shows one, and the import that a person
-/// starts from it. While the import runs the dialog shows how far it is; nothing in it can be used, and it
-/// cannot be closed.
+/// The options dialog (frmOptions): two pages, of which the mode selects one, and the import that the user
+/// starts from it. During the import the dialog shows the progress, is disabled, and cannot be closed.
 class OptionsDialog final : public Dialog {
  public:
-  /// In mode 1, without a component. The toolkit outlives the dialog.
+  /// Starts in mode 1 without a component. The toolkit must outlive the dialog.
   explicit OptionsDialog(Toolkit& toolkit);
 
-  /// 2 while the import page is shown, else 1.
+  /// Returns 2 if the import page is shown, else 1.
   std::int32_t Mode() const;
-  /// 2 (OptionsQBtoKRN) shows the import page, any other number the export page.
+  /// Shows the import page for 2 (OptionsQBtoKRN), the export page for any other number.
   void Mode(std::int32_t mode);
 
-  /// The component that the Import button acts on, or null. It outlives the dialog.
+  /// The component that the Import button uses, or null. It must outlive the dialog.
   QBDataExchange* QBDataExchangeObject() const noexcept { return component_; }
   void QBDataExchangeObject(QBDataExchange* exchange) noexcept { component_ = exchange; }
 
@@ -32,13 +31,14 @@ class OptionsDialog final : public Dialog {
   void ShowQBtoKRN() const noexcept {}
   void ShowKRNtoQB() const noexcept {}
 
-  /// Shows how far the import that runs has come, 0 to 100; no effect when none runs.
+  /// Shows the progress of the running import, 0 to 100; has no effect if none is running.
   void ShowProgress(std::int16_t percent, std::string_view description);
 
  private:
   void Pressed(std::string_view button) override;
   void Clicked(std::string_view checkBox) override;
-  /// Sets the component's options from the import page and runs the import. Error 91 without a component.
+  /// Sets the component's options from the import page and runs the import. Throws Error 91 without a
+  /// component.
   void Import();
   void ShowThatItWorks();
 

@@ -12,22 +12,22 @@ class ProgramStarter {
  public:
   virtual ~ProgramStarter() = default;
 
-  /// Starts a program by its full path, in a normal window that gets the focus, and does not wait for it.
-  /// Throws Error when it cannot be started.
+  /// Starts a program by its full path in a normal, active window, and does not wait for it. Throws Error if
+  /// it cannot be started.
   virtual void Start(const std::string& path) = 0;
 };
 
-/// The machine on which a system-information tool is looked for: none of them is null.
+/// Services used to find the system-information tool; none may be null.
 struct SystemInformation {
   std::shared_ptr<Registry> registry;
   std::shared_ptr<FileSystem> files;
   std::shared_ptr<ProgramStarter> programs;
 };
 
-/// The full path of the system's information tool, or nothing when the registry names none.
+/// Returns the full path of the system-information tool, or nothing if the registry names none.
 std::optional<std::string> FindSystemInformationTool(const SystemInformation& system);
 
-/// Starts the tool. False when there is none or it cannot be started.
+/// Starts the tool; returns false if it is missing or cannot be started.
 bool StartSysInfo(const SystemInformation& system);
 
 }  // namespace krnqb::ui

@@ -4,7 +4,7 @@
 
 namespace krnqb::ui::text {
 
-// Every text of the dialogs, to the letter. "&" stands before the letter that works from the keyboard.
+// Every text of the dialogs, verbatim. "&" precedes the access key.
 
 inline constexpr std::string_view applicationTitle = "KRN6_QB2002";
 
@@ -30,7 +30,7 @@ inline constexpr std::string_view exportPlannedExpenses =
     "Export Planned values for Expense Accounts to QuickBooks budget";
 inline constexpr std::string_view exportExpenseSubAccounts = "Include Expense Sub-Accounts";
 
-// The About box: as it is designed, and what takes the place of some texts when it is loaded.
+// The About box: the texts as designed, and those that replace some of them when it loads.
 inline constexpr std::string_view designedAboutCaption = "About MyApp";
 inline constexpr std::string_view designedTitle = "KRN5_QB2002 Data Exchange component";
 inline constexpr std::string_view designedVersion = "Version 1.0";
@@ -54,7 +54,7 @@ inline constexpr std::string_view planExtension = "kpf";
 inline constexpr std::string_view anyPlan = "*.kpf";
 inline constexpr std::string_view planFilter = "Business Plan (*.kpf)|*.kpf";
 
-// What a screen reader says where a control has no caption of its own.
+// Accessible names of controls without a caption.
 inline constexpr std::string_view importPageSpoken = "Import options";
 inline constexpr std::string_view exportPageSpoken = "Export options";
 inline constexpr std::string_view dividerSpoken = "Separator";

@@ -9,23 +9,22 @@
 
 namespace krnqb::ui {
 
-/// What shows the dialogs on a screen: it holds no rule of theirs. Texts and paths are UTF-8. Every operation
+/// Shows the dialogs on a screen; contains none of their rules. Texts and paths are UTF-8. Every operation
 /// may throw Error.
 class Toolkit {
  public:
   virtual ~Toolkit() = default;
 
-  /// Shows the dialog and returns when it is no longer open. What the dialog throws comes out of it.
+  /// Shows the dialog; returns when it is no longer open. Rethrows what the dialog throws.
   virtual void ShowModal(Dialog& dialog) = 0;
 
-  /// Shows what a dialog that is being shown holds now, before it returns. What a person does meanwhile is
-  /// lost.
+  /// Updates a visible dialog to its current state before returning. Discards what the user does meanwhile.
   virtual void ShowNow(const Dialog& dialog) = 0;
 
-  /// A message with an OK button; returns when it has been closed.
+  /// Shows a message with an OK button; returns when it is closed.
   virtual void ShowMessage(std::string_view text) = 0;
 
-  /// Asks for one file that is there, and gives its full path; nothing when a person cancels.
+  /// Asks for one existing file; returns its full path, or nothing if the user cancels.
   virtual std::optional<std::string> AskForFile(const FileDialogSettings& settings) = 0;
 };
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # usage: library_check.sh ARCHITECTURE LIBRARY
 #
-# Fails when a cross-built library exports anything but the four entry points of an automation server, or needs a
+# Fails if a cross-built library exports anything other than the four entry points of an automation server, or needs a
 # library that does not come with every Windows.
 set -euo pipefail
 architecture=$1
@@ -9,7 +9,7 @@ library=$2
 
 headers=$("$architecture-w64-mingw32-objdump" -p "$library")
 
-# Listed AWK-PROGRAM: what it prints of the headers, sorted.
+# Listed AWK-PROGRAM: prints what the program selects from the headers, sorted.
 Listed() { awk "$1" <<<"$headers" | LC_ALL=C sort; }
 
 exports=$(Listed '/\[Ordinal\/Name Pointer\] Table/ { listing = 1; next } listing && NF == 0 { exit }

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # usage: prepare_wine.sh ARCHITECTURE
 #
-# Makes what every suite of an architecture starts from, once: for i686 the private 32-bit root, then the Wine prefix.
+# Prepares once what every suite of an architecture starts from: for i686 the private 32-bit root, then the Wine prefix.
 set -euo pipefail
 cd "$(dirname "$0")"
 programArguments=("$@")
@@ -9,8 +9,8 @@ architecture=$1
 suite=preparation
 source ./wine.sh
 
-# Packages of the 32-bit architecture cannot stand beside the machine's own, and need not: they are unpacked into a
-# folder, by an apt that has its lists and its state there.
+# 32-bit packages cannot be installed beside the machine's own. They are unpacked into a folder by an apt with its own
+# lists and state.
 MakeRoot() {
   local aptFolder=$root.apt
   rm -rf "$root" "$aptFolder"
@@ -18,24 +18,24 @@ MakeRoot() {
   : >"$aptFolder/status"
   local -a apt=(apt-get -qq -o APT::Architecture=i386 -o APT::Architectures=i386 -o "Dir::State::Lists=$aptFolder/lists"
     -o "Dir::Cache=$aptFolder/cache" -o "Dir::State::status=$aptFolder/status" -o APT::Sandbox::User=root)
-  # The list of one suite may not fit; the packages stand in the others.
+  # One suite's list may be inconsistent; the packages are in the others.
   "${apt[@]}" update >"$aptFolder/log" 2>&1 || true
   if ! "${apt[@]}" install --no-install-recommends --yes --download-only wine32 wine bash coreutils \
     >>"$aptFolder/log" 2>&1; then
     tail -n 5 "$aptFolder/log"
-    Fail "the packages of the 32-bit root cannot be had"
+    Fail "the packages of the 32-bit root cannot be downloaded"
   fi
   local package
   for package in "$aptFolder"/cache/archives/*.deb; do dpkg -x "$package" "$root"; done
   rm -rf "$aptFolder/cache/archives"
   MarkAsBuiltin "$root/usr/i686-w64-mingw32/lib/zlib1.dll" "$root/usr/lib/i386-linux-gnu/wine/i386-windows/zlib1.dll"
-  # Names of files in letters outside ASCII: both architectures read the same locale.
+  # File names with non-ASCII letters: both architectures need the same locale.
   mkdir -p "$root/usr/lib/locale"
   cp -r /usr/lib/locale/C.utf8 "$root/usr/lib/locale/"
   touch "$root/ready"
 }
 
-# What the package's own script does at installation: Wine takes a library for its own by a mark after the header.
+# Done by the package's own install script: Wine recognises its own libraries by a mark after the header.
 MarkAsBuiltin() {
   {
     head -c 64 "$1"
@@ -52,7 +52,7 @@ MakePrefix() {
   InSystem "$basePrefix" / timeout 120 "$wineProgram" wineboot --init >/dev/null 2>&1 || Fail "wineboot failed"
   # No window manager runs in the tests.
   InSystem "$basePrefix" / timeout 60 "$wineProgram" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null
-  # The server writes the registry when it ends.
+  # The server writes the registry when it exits.
   InSystem "$basePrefix" / timeout 60 "$wineServer" -w
   touch "$root$basePrefix/ready"
 }

@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
 # usage: record_imports.sh KRNQB IMPORT-EVENTS FOLDER
 #
-# Imports the nursery with the program KRNQB in every way that the Windows tests import it again, into FOLDER:
+# Records into FOLDER, with the program KRNQB, every import of the nursery that the Windows tests repeat:
 #
 #   VERSION-PRODUCT-BALANCES.jsonl   the exchange with the company
-#   VERSION-PRODUCT-BALANCES.cells   the cells of the plan afterwards
-#   VERSION-PRODUCT-BALANCES.events  the events that are raised meanwhile, by the program IMPORT-EVENTS
-#   PRODUCT.kpf                      the plan before
+#   VERSION-PRODUCT-BALANCES.cells   the cells of the plan after the import
+#   VERSION-PRODUCT-BALANCES.events  the events raised meanwhile, from the program IMPORT-EVENTS
+#   PRODUCT.kpf                      the plan before the import
 set -euo pipefail
 krnqb=$1
 events=$2
@@ -35,7 +35,7 @@ for version in 1.1 2.0; do
   done
 done
 rm ./*.qbw*
-# The path by which a Windows program knows the company.
+# The path by which Windows programs know the company.
 sed -i '1s|"company":"[^"]*"|"company":"C:\\\\Books\\\\nursery.qbw"|' ./*.jsonl
 for recording in *.jsonl; do
   name=${recording%.jsonl}

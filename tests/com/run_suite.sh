@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # usage: run_suite.sh ARCHITECTURE SUITE
 #
-# Runs suites/SUITE.sh with the cross-built library: in a stage of its own, with a Wine prefix of its own that nothing
-# is registered in yet. The suite fails when a command of it fails.
+# Runs suites/SUITE.sh with the cross-built library, in a stage and a Wine prefix of its own with nothing registered.
+# The suite fails as soon as one of its commands fails.
 set -euo pipefail
 cd "$(dirname "$0")"
 programArguments=("$@")
@@ -13,4 +13,4 @@ source ./wine.sh
 EnterRoot
 BeginSuite
 source "./suites/$suite.sh"
-echo "the suite $suite came to its end ($architecture)"
+echo "the suite $suite finished ($architecture)"

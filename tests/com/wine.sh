@@ -1,19 +1,19 @@
 # shellcheck shell=bash
-# Sourced by the scripts beside it. A suite of Windows tests runs in a folder of its own, with a Wine prefix cloned from
-# one that is made once per architecture:
+# Sourced by the scripts beside it. A suite of Windows tests runs in its own folder with a Wine prefix cloned from one
+# that is created once per architecture:
 #
 #   x86_64  in the machine's own Wine
-#   i686    in a private 32-bit root below build/, for the 32-bit library is the one that 32-bit hosts load
+#   i686    in a private 32-bit root below build/, since 32-bit hosts load the 32-bit library
 #
 # Set before: architecture, suite. Set here:
-#   area    what all suites of the machine share
+#   area    shared by all suites of the machine
 #   root    the root of the file system that Windows programs see ("" for the machine's own)
 #   work    the suite's own folder; `stage` in it is the current folder of every Windows program
 tree=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 area=$tree/build/windows-tests
 skipCode=77
 
-# The variables that clients and the request processor are told things by; all others stay outside.
+# The environment variables that control clients and the request processor; no others are passed.
 tellingNames='KRNQB_|DISPLAY='
 
 Fail() {
@@ -41,10 +41,10 @@ esac
 basePrefix=$home/prefix
 work=$home/$suite
 
-# A suite may set `withoutLibraries` to system libraries that Windows programs do not find, between commas.
+# A suite may set `withoutLibraries` to a comma-separated list of system libraries to hide from Windows programs.
 #
-# InSystem PREFIX FOLDER COMMAND...: runs a program of the system that Wine stands in, with nothing of our environment
-# but what is for the tests. PREFIX and FOLDER are paths of that system.
+# InSystem PREFIX FOLDER COMMAND...: runs a program of the system that contains Wine, passing only the tests' own
+# environment variables. PREFIX and FOLDER are paths of that system.
 InSystem() {
   local prefix=$1 folder=$2
   shift 2
@@ -60,22 +60,22 @@ InSystem() {
   fi
 }
 
-# Windows SECONDS PROGRAM [ARGUMENT...]: runs a Windows program in the suite's stage, for so many seconds at most.
+# Windows SECONDS PROGRAM [ARGUMENT...]: runs a Windows program in the suite's stage, for at most SECONDS.
 Windows() {
   local seconds=$1
   shift
   InSystem "$work/prefix" "$work/stage" timeout --kill-after=5 "$seconds" "$wineProgram" "$@"
 }
 
-# Script SECONDS SENTINEL FILE [ARGUMENT...]: runs a script in Wine's script host, which ends quietly and with 0 when a
-# script fails: only a script that has come to its last line prints SENTINEL.
+# Script SECONDS SENTINEL FILE [ARGUMENT...]: runs a script in Wine's script host, which exits silently with 0 if a
+# script fails: only a script that reaches its last line prints SENTINEL.
 Script() {
   local seconds=$1 sentinel=$2 output
   shift 2
   if ! output=$(Windows "$seconds" cscript //nologo "$@" 2>&1) ||
     [ "$(tail -n 1 <<<"$output" | tr -d '\r')" != "$sentinel" ]; then
     printf '%s\n' "$output"
-    echo "FAILED: $* did not come to its end (\"$sentinel\")"
+    echo "FAILED: $* did not finish (\"$sentinel\")"
     return 1
   fi
   printf '%s\n' "$output" | tr -d '\r'
@@ -86,8 +86,8 @@ StopServer() {
   InSystem "$1" / "$wineServer" -w 2>/dev/null || true
 }
 
-# A 32-bit root needs the kernel's file systems. They are mounted in a namespace of this process alone, so that they
-# are gone with it, however it ends.
+# A 32-bit root needs the kernel's file systems. They are mounted in a namespace of this process, and disappear with it
+# however it ends.
 EnterRoot() {
   [ -n "$root" ] || return 0
   if [ "${KRNQB_IN_NAMESPACE:-}" != yes ]; then
@@ -108,7 +108,7 @@ MountSystem() {
   mounted=yes
 }
 
-# Tidy up on every way out: the suite's server by its own prefix, the display by its number, the mounts.
+# Clean up on every exit: the suite's server by its own prefix, the display by its number, the mounts.
 CleanUp() {
   if [ -n "${serverPrefix:-}" ]; then StopServer "$serverPrefix"; fi
   if [ -n "${displayProcess:-}" ]; then kill "$displayProcess" 2>/dev/null || true; fi
@@ -117,7 +117,7 @@ CleanUp() {
 trap CleanUp EXIT
 trap 'exit 143' TERM INT HUP
 
-# StartDisplay: an X server of the suite's own, for programs that open windows.
+# StartDisplay: starts an X server of the suite's own, for programs that open windows.
 StartDisplay() {
   local number=$root$work/display
   Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$number" 2>/dev/null &
@@ -144,10 +144,10 @@ Built() {
   done
 }
 
-# BeginSuite: a fresh clone of the prefix, and an empty stage. The registry's files are copied, not linked: the server
-# writes them in place.
+# BeginSuite: creates a fresh clone of the prefix and an empty stage. The registry's files are copied, not linked, since
+# the server writes them in place.
 BeginSuite() {
-  [ -f "$root$basePrefix/ready" ] || Fail "no Wine prefix: run the test windows_${architecture}_wine first"
+  [ -f "$root$basePrefix/ready" ] || Fail "no Wine prefix: run the test Windows.WineIsReady.$architecture first"
   MountSystem
   rm -rf "$root${work:?}"
   mkdir -p "$root$work/stage"

@@ -5,7 +5,7 @@
 
 namespace krnqb::testing {
 
-/// Appends a line to the file; nothing when the path is empty.
+/// Appends a line to the file; does nothing if the path is empty.
 void LogCall(const std::filesystem::path& file, std::string_view line);
 
 }  // namespace krnqb::testing

@@ -8,16 +8,16 @@
 
 namespace krnqb::testing {
 
-/// What the test processor is told by environment variables, read at each creation:
+/// Environment variables that control the test processor, read at each creation:
 ///
-///   KRNQB_RECORDING          path of the recording that it answers from
-///   KRNQB_REFUSED_CALL       the call that it refuses: creation, connection, session, company, major, minor,
-///                            request (each one), or request:N (the N-th of this processor)
-///   KRNQB_REFUSAL_NUMBER     the HRESULT of the refusal in eight hexadecimal digits; 80040400 when not given
-///   KRNQB_REFUSAL_TEXT       the refusal's description; none when not given
-///   KRNQB_ERRORS_UNSUPPORTED anything: the processor does not say that its interface tells errors
+///   KRNQB_RECORDING          path of the recording to answer from
+///   KRNQB_REFUSED_CALL       the call to refuse: creation, connection, session, company, major, minor,
+///                            request (every one), or request:N (the N-th of this processor)
+///   KRNQB_REFUSAL_NUMBER     the HRESULT of the refusal in eight hexadecimal digits; default 80040400
+///   KRNQB_REFUSAL_TEXT       the refusal's description; default none
+///   KRNQB_ERRORS_UNSUPPORTED any value: the processor does not support error information
 ///   KRNQB_VERSION_BITS       16 (the default) or 32: the width of the versions that it writes
-///   KRNQB_CALL_LOG           path of a file that each call is appended to, a line each
+///   KRNQB_CALL_LOG           path of a file to which each call is appended, one per line
 struct Orders {
   std::filesystem::path recording;
   std::string refusedCall;

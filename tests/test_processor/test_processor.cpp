@@ -20,25 +20,25 @@ HRESULT ResultOf(const Error& error) {
 
 }  // namespace
 
-TestProcessor::TestProcessor(Orders given, std::unique_ptr<RequestProcessor> replaying)
-    : orders(std::move(given)), processor(std::move(replaying)) {}
+TestProcessor::TestProcessor(Orders orders, std::unique_ptr<RequestProcessor> processor)
+    : orders_(std::move(orders)), processor_(std::move(processor)) {}
 
 ULONG TestProcessor::AddRef() {
-  return static_cast<ULONG>(++references);
+  return static_cast<ULONG>(++references_);
 }
 
 ULONG TestProcessor::Release() {
-  const long left = --references;
+  const long left = --references_;
   if (left == 0) {
-    LogCall(orders.callLog, "released");
+    LogCall(orders_.callLog, "released");
     delete this;
   }
   return static_cast<ULONG>(left);
 }
 
 HRESULT TestProcessor::Answer(const std::string& name, const std::function<void()>& call) {
-  if (name == orders.refusedCall || fmt::format("{}:{}", name, requests) == orders.refusedCall) {
-    return Refuse(orders.refusalNumber, orders.refusalText ? &*orders.refusalText : nullptr);
+  if (name == orders_.refusedCall || fmt::format("{}:{}", name, requests_) == orders_.refusedCall) {
+    return Refuse(orders_.refusalNumber, orders_.refusalText ? &*orders_.refusalText : nullptr);
   }
   try {
     call();
@@ -68,48 +68,48 @@ HRESULT TestProcessor::Refuse(HRESULT number, const std::wstring* text) const {
 
 HRESULT TestProcessor::ProcessRequest(BSTR ticket, BSTR request, BSTR* response) {
   *response = nullptr;
-  ++requests;
-  LogCall(orders.callLog, "request");
+  ++requests_;
+  LogCall(orders_.callLog, "request");
   return Answer("request",
-                [&] { *response = NewText(processor->ProcessRequest(Utf8(ticket), Utf8(request))); });
+                [&] { *response = NewText(processor_->ProcessRequest(Utf8(ticket), Utf8(request))); });
 }
 
 HRESULT TestProcessor::OpenConnection(BSTR applicationIdentifier, BSTR applicationName) {
   const std::string identifier = Utf8(applicationIdentifier);
   const std::string name = Utf8(applicationName);
-  LogCall(orders.callLog, "connection " + identifier + ", " + name);
-  return Answer("connection", [&] { processor->OpenConnection(identifier, name); });
+  LogCall(orders_.callLog, "connection " + identifier + ", " + name);
+  return Answer("connection", [&] { processor_->OpenConnection(identifier, name); });
 }
 
 HRESULT TestProcessor::CloseConnection() {
-  LogCall(orders.callLog, "connection closed");
+  LogCall(orders_.callLog, "connection closed");
   return S_OK;
 }
 
 HRESULT TestProcessor::BeginSession(BSTR companyFile, int fileMode, BSTR* ticket) {
   *ticket = nullptr;
-  LogCall(orders.callLog, fmt::format("session \"{}\", mode {}", Utf8(companyFile), fileMode));
-  return Answer("session", [&] { *ticket = NewText(processor->BeginSession(Utf8(companyFile), fileMode)); });
+  LogCall(orders_.callLog, fmt::format("session \"{}\", mode {}", Utf8(companyFile), fileMode));
+  return Answer("session", [&] { *ticket = NewText(processor_->BeginSession(Utf8(companyFile), fileMode)); });
 }
 
 HRESULT TestProcessor::EndSession(BSTR /*ticket*/) {
-  LogCall(orders.callLog, "session ended");
+  LogCall(orders_.callLog, "session ended");
   return S_OK;
 }
 
 HRESULT TestProcessor::GetCurrentCompanyFileName(BSTR ticket, BSTR* companyFile) {
   *companyFile = nullptr;
-  LogCall(orders.callLog, "company");
+  LogCall(orders_.callLog, "company");
   return Answer("company",
-                [&] { *companyFile = NewText(processor->GetCurrentCompanyFileName(Utf8(ticket))); });
+                [&] { *companyFile = NewText(processor_->GetCurrentCompanyFileName(Utf8(ticket))); });
 }
 
 HRESULT TestProcessor::WriteVersion(const std::string& name, short* version,
                                     std::int16_t (RequestProcessor::*read)()) {
-  LogCall(orders.callLog, name);
+  LogCall(orders_.callLog, name);
   return Answer(name, [&] {
-    const std::int16_t value = ((*processor).*read)();
-    if (orders.wideVersions) {
+    const std::int16_t value = ((*processor_).*read)();
+    if (orders_.wideVersions) {
       const std::int32_t wide = value;
       std::copy_n(reinterpret_cast<const std::byte*>(&wide), sizeof wide,
                   reinterpret_cast<std::byte*>(version));

@@ -14,11 +14,11 @@
 
 namespace krnqb::testing {
 
-/// The request processor's COM object: passes each call on to a processor that answers from a recording,
-/// unless it was told to refuse it.
+/// The request processor's COM object: forwards each call to a processor that answers from a recording,
+/// unless told to refuse it.
 class TestProcessor final : public ITestProcessor, public ISupportErrorInfo {
  public:
-  TestProcessor(Orders given, std::unique_ptr<RequestProcessor> replaying);
+  TestProcessor(Orders orders, std::unique_ptr<RequestProcessor> processor);
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID identifier, void** object) override;
   ULONG STDMETHODCALLTYPE AddRef() override;
@@ -46,19 +46,19 @@ class TestProcessor final : public ITestProcessor, public ISupportErrorInfo {
  private:
   ~TestProcessor() = default;
 
-  /// Does the call `name` unless it is to be refused; an Error becomes its HRESULT and its description.
+  /// Performs the call `name` unless it is to be refused; an Error becomes its HRESULT and description.
   HRESULT Answer(const std::string& name, const std::function<void()>& call);
   HRESULT Refuse(HRESULT number, const std::wstring* text) const;
   HRESULT WriteVersion(const std::string& name, short* version, std::int16_t (RequestProcessor::*read)());
 
-  std::atomic<long> references{1};
-  ServerUse use;
-  Orders orders;
-  std::unique_ptr<RequestProcessor> processor;
-  int requests = 0;
+  std::atomic<long> references_{1};
+  ServerUse use_;
+  Orders orders_;
+  std::unique_ptr<RequestProcessor> processor_;
+  int requests_ = 0;
 };
 
-/// The class's `create`: E_FAIL and the refusal's number where creation is to be refused, else as COM has it.
+/// The class's `create`. Returns the refusal's number if creation is to be refused, E_FAIL if it fails.
 HRESULT CreateTestProcessor(REFIID identifier, void** object);
 
 }  // namespace krnqb::testing

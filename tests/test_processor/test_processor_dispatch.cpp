@@ -1,4 +1,4 @@
-// The part of the test processor that clients reach by name: everything by its own type library.
+// The late-bound side of the test processor, implemented with its own type library.
 #include "test_processor/test_processor.h"
 
 namespace krnqb::testing {
@@ -23,7 +23,7 @@ HRESULT TestProcessor::QueryInterface(REFIID identifier, void** object) {
   if (IsEqualIID(identifier, IID_IUnknown) || IsEqualIID(identifier, IID_IDispatch) ||
       IsEqualIID(identifier, __uuidof(ITestProcessor))) {
     *object = static_cast<ITestProcessor*>(this);
-  } else if (IsEqualIID(identifier, IID_ISupportErrorInfo) && !orders.errorsUnsupported) {
+  } else if (IsEqualIID(identifier, IID_ISupportErrorInfo) && !orders_.errorsUnsupported) {
     *object = static_cast<ISupportErrorInfo*>(this);
   } else {
     return E_NOINTERFACE;

@@ -28,7 +28,7 @@ inline std::wstring Utf16(std::string_view text) {
   return result;
 }
 
-/// A new BSTR, which the caller frees.
+/// Returns a new BSTR, which the caller must free.
 inline BSTR NewText(std::wstring_view text) {
   return SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
 }

@@ -22,9 +22,9 @@ class ClassFactory final : public IClassFactory {
     *object = static_cast<IClassFactory*>(this);
     return S_OK;
   }
-  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references); }
+  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references_); }
   ULONG STDMETHODCALLTYPE Release() override {
-    const long left = --references;
+    const long left = --references_;
     if (left == 0) delete this;
     return static_cast<ULONG>(left);
   }
@@ -42,8 +42,8 @@ class ClassFactory final : public IClassFactory {
  private:
   ~ClassFactory() = default;
 
-  std::atomic<long> references{1};
-  ServerUse use;
+  std::atomic<long> references_{1};
+  ServerUse use_;
 };
 
 std::wstring ClassKey(const CLSID& identifier) {

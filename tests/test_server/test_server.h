@@ -6,21 +6,21 @@
 
 namespace krnqb::testing {
 
-/// The one class of an in-process COM server of the tests.
+/// The only class of a test COM server.
 struct ServedClass {
   CLSID identifier;
   std::wstring programName;  ///< the ProgID; empty for a class without one
-  /// Makes an object. Gives it in `object` with one reference, or null and why not.
+  /// Creates an object and returns it in `object` with one reference, or null and the reason.
   HRESULT (*create)(REFIID interfaceIdentifier, void** object);
 };
 
-/// Each server of the tests defines this.
+/// Defined by each test server.
 ServedClass TheServedClass();
 
-/// The module that this code stands in.
+/// Returns the module that contains this code.
 HMODULE OwnModule();
 
-/// Held by each object of the server: while there are any, the server stays loaded.
+/// Held by each object of the server: the server stays loaded while any exist.
 class ServerUse {
  public:
   ServerUse() noexcept;

@@ -23,7 +23,7 @@ struct AboutDialogTest : testing::Test {
   std::shared_ptr<NoPrograms> programs = std::make_shared<NoPrograms>();
 };
 
-TEST_F(AboutDialogTest, IsDesignedWithTextsOfItsOwn) {
+TEST_F(AboutDialogTest, HasPlaceholderTextsAsDesigned) {
   const Form form = DesignedAboutForm();
   EXPECT_EQ(form.name, "frmAbout");
   EXPECT_EQ(form.caption, "About MyApp");
@@ -51,7 +51,7 @@ TEST_F(AboutDialogTest, KeepsTheOtherTexts) {
   EXPECT_EQ(about.Shown().At("picIcon").kind, ControlKind::Picture);
 }
 
-TEST_F(AboutDialogTest, LeavesTheToolsButtonOutWhereThereIsNoSystemToAsk) {
+TEST_F(AboutDialogTest, OmitsTheToolsButtonWithoutASystem) {
   EXPECT_FALSE(AboutDialog(toolkit, std::nullopt).Shown().Has("cmdSysInfo"));
   EXPECT_TRUE(AboutDialog(toolkit, System()).Shown().Has("cmdSysInfo"));
 }
@@ -74,7 +74,7 @@ TEST_F(AboutDialogTest, StartsTheToolAndStaysOpen) {
   EXPECT_TRUE(toolkit.messages.empty());
 }
 
-TEST_F(AboutDialogTest, SaysThatThereIsNoToolAndStaysOpen) {
+TEST_F(AboutDialogTest, ReportsAMissingToolAndStaysOpen) {
   AboutDialog about(toolkit, System());
   about.Press("cmdSysInfo");
   EXPECT_TRUE(about.IsOpen());

@@ -21,7 +21,7 @@ struct DialogsTest : testing::Test {
     return world;
   }
 
-  // The stored path, without a session: what the next one opens.
+  // Without a session this is the stored path, which the next session opens.
   std::string StoredCompany() {
     host.journal->Fail("create processor", Error(error_number::cannotCreateObject));
     std::string path = component.QBCompany();
@@ -57,7 +57,7 @@ TEST_F(DialogsTest, DoNothingForAnyOtherNumber) {
   EXPECT_TRUE(host.observer->notices.empty());
 }
 
-TEST_F(DialogsTest, StoreAndGiveTheCompanyFileThatWasChosen) {
+TEST_F(DialogsTest, StoreAndReturnTheChosenCompanyFile) {
   component.QBCompany("C:\\Companies\\Before.qbw");
   toolkit->chosenPath = "C:\\Companies\\Nursery.qbw";
   EXPECT_EQ(TextOf(component.ShowDialog(dlg_SelectQBcompany)), "C:\\Companies\\Nursery.qbw");
@@ -66,7 +66,7 @@ TEST_F(DialogsTest, StoreAndGiveTheCompanyFileThatWasChosen) {
   EXPECT_EQ(toolkit->asked[0].title, "Select QuickBooks Company");
 }
 
-TEST_F(DialogsTest, GiveThePlanThatWasChosenAndLeaveTheCompany) {
+TEST_F(DialogsTest, ReturnTheChosenPlanAndKeepTheCompany) {
   component.QBCompany("C:\\Companies\\Before.qbw");
   toolkit->chosenPath = "C:\\Plans\\Nursery.kpf";
   EXPECT_EQ(TextOf(component.ShowDialog(dlg_SelectKRNplan)), "C:\\Plans\\Nursery.kpf");
@@ -75,7 +75,7 @@ TEST_F(DialogsTest, GiveThePlanThatWasChosenAndLeaveTheCompany) {
   EXPECT_EQ(toolkit->asked[0].title, "Select Business Plan");
 }
 
-TEST_F(DialogsTest, GiveEmptyAndLeaveTheCompanyWhenCancelled) {
+TEST_F(DialogsTest, ReturnEmptyAndKeepTheCompanyWhenCancelled) {
   component.QBCompany("C:\\Companies\\Before.qbw");
   for (const QBKRN_Dialogs dialog : {dlg_SelectQBcompany, dlg_SelectKRNplan}) {
     EXPECT_TRUE(component.ShowDialog(dialog).IsEmpty());
@@ -89,7 +89,7 @@ TEST_F(DialogsTest, ShowTheComponentsMessage) {
   EXPECT_EQ(toolkit->messages, std::vector<std::string>{"future implementation"});
 }
 
-TEST_F(DialogsTest, CanBeShownAgainAfterAToolkitFailed) {
+TEST_F(DialogsTest, CanBeShownAgainAfterTheToolkitFails) {
   toolkit->person = [](Dialog& /*dialog*/) { throw Error(error_number::outOfMemory); };
   EXPECT_TRUE(component.ShowDialog(dlg_QBtoKRN).IsEmpty());
   EXPECT_TRUE(host.observer->Told(NoticeKind::OperationEnded, 7));

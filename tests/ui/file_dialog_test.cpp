@@ -29,7 +29,7 @@ TEST(FileDialog, AsksForAPlan) {
   EXPECT_EQ(settings->filters[0].pattern, "*.kpf");
 }
 
-TEST(FileDialog, IsNoneOfTheOtherDialogs) {
+TEST(FileDialog, HasNoSettingsForOtherDialogs) {
   EXPECT_FALSE(SettingsOf(dlg_KRNtoQB));
   EXPECT_FALSE(SettingsOf(dlg_QBtoKRN));
   EXPECT_FALSE(SettingsOf(static_cast<QBKRN_Dialogs>(0)));

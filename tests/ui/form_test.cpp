@@ -34,7 +34,7 @@ TEST(Form, FindsItsControlsByName) {
   }
 }
 
-TEST(Form, LetsAPersonUseWhatIsVisibleAndEnabledOnAVisiblePage) {
+TEST(Form, MakesVisibleEnabledControlsOnAVisiblePageUsable) {
   Form form;
   form.controls.push_back(MakeControl(ControlKind::Page, {"page", 1}));
   form.controls.push_back(MakeControl(ControlKind::Button, {"button", 2}));
@@ -51,7 +51,7 @@ TEST(Form, LetsAPersonUseWhatIsVisibleAndEnabledOnAVisiblePage) {
   EXPECT_FALSE(form.IsUsable("nothing"));
 }
 
-TEST(Form, SpeaksACaptionWithoutItsMarks) {
+TEST(Form, DerivesTheAccessibleNameFromTheCaption) {
   EXPECT_EQ(SpokenText("&Import"), "Import");
   EXPECT_EQ(SpokenText("Import Account Balances:"), "Import Account Balances");
   EXPECT_EQ(SpokenText(""), "");
@@ -82,7 +82,7 @@ TEST(EveryForm, HasTheButtonsThatEnterAndEscapePress) {
   }
 }
 
-TEST(EveryForm, PutsControlsOnPagesThatComeBeforeThem) {
+TEST(EveryForm, PutsPagesBeforeTheirControls) {
   for (const Form& form : EveryForm()) {
     std::set<std::string> pages{""};
     for (const Control& control : form.controls) {
@@ -92,7 +92,7 @@ TEST(EveryForm, PutsControlsOnPagesThatComeBeforeThem) {
   }
 }
 
-TEST(EveryForm, UsesNoKeyboardLetterTwice) {
+TEST(EveryForm, UsesEachAccessKeyOnce) {
   for (const Form& form : EveryForm()) {
     std::set<char> letters;
     for (const Control& control : form.controls) {
@@ -103,7 +103,7 @@ TEST(EveryForm, UsesNoKeyboardLetterTwice) {
   }
 }
 
-TEST(Divider, StretchesBothLinesToItsWidthOneUnitApart) {
+TEST(Divider, HasTwoLinesOfItsWidthOneUnitApart) {
   for (const int width : {0, 1, 340}) {
     const DividerLines lines = LinesOfDivider(width);
     EXPECT_EQ(lines.top.left, 0);

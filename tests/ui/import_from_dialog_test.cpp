@@ -10,7 +10,7 @@ namespace {
 using fakes::ScriptedToolkit;
 using fakes::TestHost;
 
-// A host whose component has the dialogs, with a person in front of them.
+// A host whose component has the dialogs, operated by a simulated user.
 struct ImportFromDialog : testing::Test {
   ImportFromDialog() : component(World()) { component.KRNPlanData(Variant(host.plan)); }
 
@@ -21,7 +21,7 @@ struct ImportFromDialog : testing::Test {
     return world;
   }
 
-  // Checks the boxes that are named, chooses balances, and imports.
+  // Checks the named boxes, selects balances, and imports.
   void Imports(const std::vector<std::string>& boxes, int balances) {
     toolkit->person = [boxes, balances](Dialog& dialog) {
       for (const std::string& box : boxes) dialog.Check(box, true);
@@ -55,7 +55,7 @@ TEST_F(ImportFromDialog, SetsTheOptionsBeforeItRuns) {
   EXPECT_EQ(balances, BalImport_Actual);
 }
 
-TEST_F(ImportFromDialog, BringsTheAccountsIntoThePlanAndClosesTheDialog) {
+TEST_F(ImportFromDialog, ImportsTheAccountsIntoThePlanAndClosesTheDialog) {
   Imports({incomeBox, expenseBox}, 0);
   EXPECT_FALSE(toolkit->stillOpen);
   EXPECT_EQ(component.ErrorNumber(), 0);
@@ -66,14 +66,14 @@ TEST_F(ImportFromDialog, BringsTheAccountsIntoThePlanAndClosesTheDialog) {
   EXPECT_TRUE(fakes::Holds(table, "Rent")) << table;
 }
 
-TEST_F(ImportFromDialog, GivesEachChoiceOfBalancesToTheComponent) {
+TEST_F(ImportFromDialog, PassesEachChoiceOfBalancesToTheComponent) {
   for (int balances = 0; balances < 4; ++balances) {
     Imports({incomeBox}, balances);
     EXPECT_EQ(static_cast<int>(component.BalancesImport()), balances);
   }
 }
 
-TEST_F(ImportFromDialog, TakesOptionsBackThatTheHostHadSet) {
+TEST_F(ImportFromDialog, ResetsOptionsThatTheHostHadSet) {
   component.IncludeExpenseAccounts(true);
   component.BalancesImport(BalImport_All);
   Imports({incomeBox}, 0);
@@ -93,7 +93,7 @@ TEST_F(ImportFromDialog, LeavesPastPerformanceAndGrowthAsTheHostSetThem) {
   EXPECT_EQ(component.GrowthRateExpenses(), 5);
 }
 
-TEST_F(ImportFromDialog, ShowsHowFarItIsAtOnceAndAtEveryEvent) {
+TEST_F(ImportFromDialog, ShowsProgressAtOnceAndAtEveryEvent) {
   Imports({expenseBox}, 0);
   std::vector<int> percents;
   std::vector<std::string> texts;
@@ -177,7 +177,7 @@ TEST_F(ImportFromDialog, RefusesASecondOptionsDialogWhileOneIsShown) {
   EXPECT_EQ(host.journal->Count("AfterImport"), 1);
 }
 
-TEST_F(ImportFromDialog, RunsWithoutProgressWhenTheDialogsAreNoSink) {
+TEST_F(ImportFromDialog, RunsWithoutProgressIfTheDialogsAreNotASink) {
   OutsideWorld world = host.World();
   world.userInterface = dialogs;
   QBDataExchange other(world);

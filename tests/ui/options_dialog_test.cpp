@@ -21,7 +21,7 @@ struct ImportPageTest : OptionsDialogTest {
   ImportPageTest() { dialog.Mode(2); }
 };
 
-TEST_F(OptionsDialogTest, IsLoadedInModeOneWithoutAComponent) {
+TEST_F(OptionsDialogTest, StartsInModeOneWithoutAComponent) {
   EXPECT_EQ(dialog.Mode(), 1);
   EXPECT_EQ(dialog.QBDataExchangeObject(), nullptr);
   EXPECT_TRUE(dialog.IsOpen());
@@ -49,7 +49,7 @@ TEST_F(OptionsDialogTest, ShowsTheExportPageInAnyOtherMode) {
   }
 }
 
-TEST_F(OptionsDialogTest, HasThreeButtonsOfWhichImportIsDisabled) {
+TEST_F(OptionsDialogTest, HasThreeButtonsWithImportDisabled) {
   EXPECT_EQ(Shown("cmdButton0").text, "&Import");
   EXPECT_EQ(Shown("cmdButton2").text, "&Cancel");
   EXPECT_EQ(Shown("cmdButton3").text, "&Help");
@@ -76,7 +76,7 @@ TEST_F(OptionsDialogTest, DoesNothingInItsShowMethods) {
   EXPECT_EQ(dialog.Mode(), 2);
 }
 
-TEST_F(ImportPageTest, HoldsTwoBoxesADividerAndTheBalances) {
+TEST_F(ImportPageTest, HasTwoBoxesADividerAndTheBalances) {
   EXPECT_EQ(Shown("chkIncludeIncomeAccounts").text, "Income Sales Accounts");
   EXPECT_EQ(Shown("chkIncludeExpenseAccounts").text, "Include Expense Accounts");
   EXPECT_EQ(Shown("Label1").text, "Import Account Balances:");
@@ -126,7 +126,7 @@ TEST_F(ImportPageTest, KeepsTheSelectedBalancesWhenTheLastBoxIsUnchecked) {
   EXPECT_EQ(Shown("Combo1").selected, 2);
 }
 
-TEST_F(ImportPageTest, IgnoresAChoiceWhileTheListIsDisabledOrThatItDoesNotHave) {
+TEST_F(ImportPageTest, IgnoresAChoiceThatIsInvalidOrMadeWhileTheListIsDisabled) {
   dialog.Choose("Combo1", 2);
   EXPECT_EQ(Shown("Combo1").selected, 0);
   dialog.Check("chkIncludeIncomeAccounts", true);
@@ -162,7 +162,7 @@ TEST(ExportPage, ClearsAllOfItsBoxes) {
   for (int index = 0; index < 4; ++index) EXPECT_FALSE(form.At("chkImport" + std::to_string(index)).checked);
 }
 
-TEST(ImportPage, TellsItsValues) {
+TEST(ImportPage, ReturnsItsValues) {
   Form form;
   const ImportPage page(form);
   EXPECT_FALSE(page.IncludeIncomeAccounts());
@@ -197,7 +197,7 @@ TEST(ImportPage, RaisesItsEventAtEveryClick) {
   EXPECT_EQ(raised, (std::vector<bool>{true, true, true, false}));
 }
 
-TEST(ImportPage, LeavesEverythingWhenAllIsToBeCleared) {
+TEST(ImportPage, DoesNothingInClearAll) {
   Form form;
   const ImportPage page(form);
   form.At("chkIncludeIncomeAccounts").checked = true;
@@ -237,7 +237,7 @@ TEST_F(OptionsDialogTest, IsCancelledByEscapeInBothModes) {
   }
 }
 
-TEST_F(OptionsDialogTest, IgnoresWhatIsNotThere) {
+TEST_F(OptionsDialogTest, IgnoresMissingControls) {
   dialog.Press("cmdButton1");
   dialog.Press("chkImport0");
   dialog.Check("cmdButton2", true);

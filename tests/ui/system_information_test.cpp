@@ -38,14 +38,14 @@ TEST_F(SystemInformationTest, StartsTheToolThatTheRegistryNames) {
   EXPECT_EQ(programs->started, std::vector<std::string>{"C:\\Tools\\info.exe"});
 }
 
-TEST_F(SystemInformationTest, ElseStartsTheToolInTheSharedFolder) {
+TEST_F(SystemInformationTest, OtherwiseStartsTheToolInTheSharedFolder) {
   registry->values[{folderKey, "MSINFO"}] = "C:\\Shared";
   files->files = {"C:\\Shared\\MSINFO32.EXE"};
   EXPECT_TRUE(StartSysInfo(System()));
   EXPECT_EQ(programs->started, std::vector<std::string>{"C:\\Shared\\MSINFO32.EXE"});
 }
 
-TEST_F(SystemInformationTest, StartsNothingThatIsNotInTheSharedFolder) {
+TEST_F(SystemInformationTest, StartsNothingIfTheSharedFolderHasNoTool) {
   registry->values[{folderKey, "MSINFO"}] = "C:\\Shared";
   EXPECT_FALSE(StartSysInfo(System()));
   EXPECT_TRUE(programs->started.empty());
@@ -56,7 +56,7 @@ TEST_F(SystemInformationTest, StartsNothingWhenTheRegistryNamesNothing) {
   EXPECT_TRUE(programs->started.empty());
 }
 
-TEST_F(SystemInformationTest, TellsAToolThatCannotBeStarted) {
+TEST_F(SystemInformationTest, ReportsAToolThatCannotBeStarted) {
   registry->values[{toolKey, "PATH"}] = "C:\\Gone\\info.exe";
   programs->refuses = true;
   EXPECT_FALSE(StartSysInfo(System()));

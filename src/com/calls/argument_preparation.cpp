@@ -39,7 +39,7 @@ Function FunctionOf(ITypeInfo& information, DISPID member, WORD flags) {
   return Function(nullptr, FunctionRelease{&information});
 }
 
-// A member that is set by reference is set so by a plain assignment, too: hosts assign objects either way.
+// A plain assignment also reaches a property that is declared putref only: hosts assign objects either way.
 Function CalledFunction(ITypeInfo& information, DISPID member, WORD flags) {
   Function function = FunctionOf(information, member, flags);
   if (function == nullptr && (flags & DISPATCH_PROPERTYPUT) != 0)
@@ -48,7 +48,7 @@ Function CalledFunction(ITypeInfo& information, DISPID member, WORD flags) {
   return function;
 }
 
-// The type that a user-defined type comes down to.
+// Resolves a user-defined type to the VARTYPE of its values.
 VARTYPE UserDefined(ITypeInfo& information, HREFTYPE reference) {
   ComPointer<ITypeInfo> referred;
   Check(information.GetRefTypeInfo(reference, referred.Receive()));
@@ -103,7 +103,7 @@ std::size_t SizeOf(VARTYPE type) {
   }
 }
 
-// Puts a value of just that type into a variable of the caller's, in place of what the variable owns.
+// Stores a value of exactly this type in a caller's variable and releases the previous value.
 void Store(VariantValue value, void* variable, VARTYPE type) {
   VARIANT old{};
   old.vt = type;
@@ -121,7 +121,8 @@ struct PreparedCall::Parameter {
     type = PlainType(information, declared);
     if (declared.vt == VT_PTR) {
       const TYPEDESC& target = *declared.lptdesc;
-      // A pointer to an interface is an object; any other pointer, and one to an object, is a reference.
+      // A pointer to an interface is an object; any other pointer, including a pointer to an object, is a
+      // reference.
       type = PlainType(information, target.vt == VT_PTR ? *target.lptdesc : target);
       const bool isObject = target.vt == VT_USERDEFINED && type == VT_DISPATCH;
       byReference = !isObject;
@@ -137,28 +138,28 @@ struct PreparedCall::Parameter {
   const VARIANT* defaultValue = nullptr;
 };
 
-PreparedCall::PreparedCall(ITypeInfo& information, DISPID member, WORD flags, LCID locale,
+PreparedCall::PreparedCall(ITypeInfo& information, DISPID member, WORD flags, LCID localeId,
                            const DISPPARAMS& arguments)
-    : localeId(locale) {
+    : localeId_(localeId) {
   const Function function = CalledFunction(information, member, flags);
-  invokeFlags = static_cast<WORD>(function->invkind);
-  const bool isPut = (invokeFlags & puts) != 0;
+  invokeFlags_ = static_cast<WORD>(function->invkind);
+  const bool isPut = (invokeFlags_ & puts) != 0;
   const auto count = static_cast<std::size_t>(function->cParams);
   const std::vector<Supplied> supplied = Assign(arguments, count, isPut);
 
   for (std::size_t index = 0; index < count; ++index) {
     const Parameter parameter(information, function->lprgelemdescParam[index]);
-    values.push_back(Prepare(parameter, supplied[index]));
+    values_.push_back(Prepare(parameter, supplied[index]));
   }
-  for (auto value = values.rbegin(); value != values.rend(); ++value) borrowed.push_back(value->Get());
-  prepared.rgvarg = borrowed.data();
-  prepared.cArgs = static_cast<UINT>(borrowed.size());
-  prepared.rgdispidNamedArgs = isPut ? &putValue : nullptr;
-  prepared.cNamedArgs = isPut ? 1 : 0;
+  for (auto value = values_.rbegin(); value != values_.rend(); ++value) borrowed_.push_back(value->Get());
+  prepared_.rgvarg = borrowed_.data();
+  prepared_.cArgs = static_cast<UINT>(borrowed_.size());
+  prepared_.rgdispidNamedArgs = isPut ? &putValue_ : nullptr;
+  prepared_.cNamedArgs = isPut ? 1 : 0;
 }
 
-// Which argument goes to which parameter. Arguments stand in reverse, the named ones first; a parameter's
-// name is its position, and the value of an assignment is the last parameter.
+// Assigns arguments to parameters. Arguments are in reverse order, named ones first; a parameter's name is
+// its position, and the value of an assignment is the last parameter.
 std::vector<PreparedCall::Supplied> PreparedCall::Assign(const DISPPARAMS& arguments,
                                                          std::size_t parameterCount, bool isPut) {
   if (arguments.cArgs > parameterCount) throw CallFault{DISP_E_BADPARAMCOUNT};
@@ -183,7 +184,7 @@ std::vector<PreparedCall::Supplied> PreparedCall::Assign(const DISPPARAMS& argum
 
 VariantValue PreparedCall::Prepare(const Parameter& parameter, const Supplied& supplied) {
   if (!parameter.byReference) return ValueFor(parameter, supplied);
-  Reference& reference = references.emplace_back();
+  Reference& reference = references_.emplace_back();
   reference.local = ValueFor(parameter, supplied);
   reference.supplied = supplied;
   VariantValue pointer;
@@ -220,7 +221,7 @@ VariantValue PreparedCall::Converted(const VARIANT& source, VARTYPE type, UINT i
     if (isNothing && (type == VT_DISPATCH || type == VT_UNKNOWN))
       value.Get().vt = type;
     else
-      result = VariantChangeTypeEx(&value.Get(), &value.Get(), localeId, VARIANT_ALPHABOOL, type);
+      result = VariantChangeTypeEx(&value.Get(), &value.Get(), localeId_, VARIANT_ALPHABOOL, type);
   }
   if (FAILED(result)) {
     const bool telling = result == DISP_E_OVERFLOW || result == E_OUTOFMEMORY;
@@ -230,7 +231,7 @@ VariantValue PreparedCall::Converted(const VARIANT& source, VARTYPE type, UINT i
 }
 
 void PreparedCall::WriteBack() {
-  for (Reference& reference : references) {
+  for (Reference& reference : references_) {
     const VARIANT* followed =
         reference.supplied.value == nullptr ? nullptr : Followed(*reference.supplied.value);
     if (followed == nullptr) continue;
@@ -240,7 +241,7 @@ void PreparedCall::WriteBack() {
       if (SizeOf(type) == 0 || followed->byref == nullptr) continue;
       Store(Converted(reference.local.Get(), type, reference.supplied.index), followed->byref, type);
     } else if (followed != reference.supplied.value) {
-      // A variable of the caller's that holds a value: the caller gave it by reference to be written to.
+      // A caller's variable that holds a value: passed by reference so that it can be written to.
       VARIANT& variable = *const_cast<VARIANT*>(followed);
       VariantClear(&variable);
       variable = reference.local.Detach();

@@ -10,37 +10,37 @@
 
 namespace krnqb::com {
 
-/// Thrown for a call that does not fit the member it is for.
+/// Thrown if a call does not match the member it addresses.
 struct CallFault {
   HRESULT result;
-  std::optional<UINT> argument = std::nullopt;  ///< the one at fault, counted as in the caller's array
+  std::optional<UINT> argument = std::nullopt;  ///< the offending one, as an index into the caller's array
 };
 
-/// A late-bound call made ready for ITypeInfo::Invoke: one argument of exactly the declared type for each
-/// declared parameter. Callers leave out and name arguments, and pass values and references of other types;
-/// all of that ends here.
+/// A late-bound call prepared for ITypeInfo::Invoke: one argument of exactly the declared type for each
+/// declared parameter. Resolves omitted and named arguments, and converts values and references of other
+/// types.
 class PreparedCall {
  public:
-  /// Follows what `information` says of the member. Throws CallFault when the call does not fit it.
-  /// `arguments` outlives the call.
-  PreparedCall(ITypeInfo& information, DISPID member, WORD flags, LCID locale, const DISPPARAMS& arguments);
+  /// Prepares the arguments as `information` declares the member. Throws CallFault if the call does not match
+  /// the declaration. `arguments` must outlive the call.
+  PreparedCall(ITypeInfo& information, DISPID member, WORD flags, LCID localeId, const DISPPARAMS& arguments);
 
-  /// The flags that the member answers to.
-  WORD Flags() const noexcept { return invokeFlags; }
-  /// The prepared arguments, valid while this object lives.
-  DISPPARAMS* Arguments() noexcept { return &prepared; }
+  /// Returns the invocation flags that the member accepts.
+  WORD Flags() const noexcept { return invokeFlags_; }
+  /// Returns the prepared arguments, valid for the lifetime of this object.
+  DISPPARAMS* Arguments() noexcept { return &prepared_; }
 
-  /// After the call: gives what by-reference parameters hold now back to the caller's variables. Throws
-  /// CallFault when a variable's type cannot take it.
+  /// Copies the values of by-reference parameters back to the caller's variables after the call. Throws
+  /// CallFault if a value cannot be converted to its variable's type.
   void WriteBack();
 
  private:
   struct Parameter;
   struct Supplied {
-    const VARIANT* value = nullptr;  // null: left out
+    const VARIANT* value = nullptr;  // null: omitted
     UINT index = 0;                  // in the caller's array
   };
-  // The local that a by-reference parameter uses, and the caller's variable.
+  // The local variable bound to a by-reference parameter, and the caller's argument.
   struct Reference {
     VariantValue local;
     Supplied supplied;
@@ -51,13 +51,13 @@ class PreparedCall {
   VariantValue ValueFor(const Parameter& parameter, const Supplied& supplied) const;
   VariantValue Converted(const VARIANT& source, VARTYPE type, UINT index) const;
 
-  LCID localeId;
-  WORD invokeFlags = 0;
-  std::vector<VariantValue> values;
-  std::vector<VARIANT> borrowed;  // `values` in the order of DISPPARAMS
-  std::deque<Reference> references;
-  DISPID putValue = DISPID_PROPERTYPUT;
-  DISPPARAMS prepared{};
+  LCID localeId_;
+  WORD invokeFlags_ = 0;
+  std::vector<VariantValue> values_;
+  std::vector<VARIANT> borrowed_;  // `values_` in the order of DISPPARAMS
+  std::deque<Reference> references_;
+  DISPID putValue_ = DISPID_PROPERTYPUT;
+  DISPPARAMS prepared_{};
 };
 
 }  // namespace krnqb::com

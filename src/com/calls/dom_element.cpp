@@ -21,7 +21,7 @@ ComPointer<IDispatch> NewDocument(const wchar_t* className) {
   return ComPointer<IDispatch>::Adopt(static_cast<IDispatch*>(created));
 }
 
-// Nothing is loaded from elsewhere or checked, and white space is kept: the text is taken as it is.
+// Loads nothing external, validates nothing and preserves white space: the text is taken verbatim.
 void SetUp(const NamedCalls& document) {
   const VARIANT no = VariantValue::OfBoolean(false).Get();
   const VARIANT yes = VariantValue::OfBoolean(true).Get();
@@ -67,14 +67,14 @@ ComPointer<IDispatch> DomElement::OutsideElement(const XmlElement& element) {
       SetUp(calls);
       if (ComPointer<IDispatch> made = DocumentElement(calls, text)) return made;
     } catch (const Error&) {
-      // This one cannot be used: perhaps the next one can.
+      // This class is unusable; try the next one.
     }
   }
   return {};
 }
 
 std::string DomElement::Xml() const {
-  VariantValue xml = NamedCalls(object).Get(L"xml");
+  VariantValue xml = NamedCalls(object_).Get(L"xml");
   Check(VariantChangeType(&xml.Get(), &xml.Get(), 0, VT_BSTR));
   return Utf8(TextOf(xml.Get().bstrVal));
 }

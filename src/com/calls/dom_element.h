@@ -9,23 +9,23 @@
 
 namespace krnqb::com {
 
-/// An element of the host system's own document model, which a host may go on changing in place.
+/// An element of the system's XML document object model, which a host may keep changing in place.
 class DomElement final : public OutsideXmlElement {
  public:
-  /// The object as an element; null for any other object, and for none.
+  /// Wraps the object as an element; returns null if it is null or not an element.
   static std::shared_ptr<DomElement> Of(ComPointer<IDispatch> object);
 
-  /// An element as hosts get it: an outside one itself, one of our own copied into a new document. Null when
-  /// the system has no document model.
+  /// Returns an element as hosts receive it: an outside element itself, or a copy of one of our own in a new
+  /// document. Returns null if the system has no XML document object model.
   static ComPointer<IDispatch> OutsideElement(const XmlElement& element);
 
-  explicit DomElement(ComPointer<IDispatch> element) noexcept : object(std::move(element)) {}
+  explicit DomElement(ComPointer<IDispatch> object) noexcept : object_(std::move(object)) {}
 
   std::string Xml() const override;
-  ComPointer<IDispatch> Object() const noexcept { return object; }
+  ComPointer<IDispatch> Object() const noexcept { return object_; }
 
  private:
-  ComPointer<IDispatch> object;
+  ComPointer<IDispatch> object_;
 };
 
 }  // namespace krnqb::com

@@ -9,31 +9,31 @@ namespace {
 
 class HostTable final : public PlanTable {
  public:
-  explicit HostTable(NamedCalls hostTable) : table(std::move(hostTable)) {}
+  explicit HostTable(NamedCalls table) : table_(std::move(table)) {}
 
   std::string Serialize() override {
-    VariantValue text = table.Call(L"Serialize", {});
+    VariantValue text = table_.Call(L"Serialize", {});
     Check(VariantChangeType(&text.Get(), &text.Get(), VARIANT_ALPHABOOL, VT_BSTR));
     return Utf8(TextOf(text.Get().bstrVal));
   }
 
  private:
-  NamedCalls table;
+  NamedCalls table_;
 };
 
 class HostData final : public PlanData {
  public:
-  explicit HostData(NamedCalls hostData) : data(std::move(hostData)) {}
+  explicit HostData(NamedCalls data) : data_(std::move(data)) {}
 
   std::shared_ptr<PlanTable> tables(std::string_view id) override {
     const VariantValue identifier = VariantValue::OfText(id);
-    return std::make_shared<HostTable>(NamedCalls(RequiredObject(data.Get(L"tables", identifier.Get()))));
+    return std::make_shared<HostTable>(NamedCalls(RequiredObject(data_.Get(L"tables", identifier.Get()))));
   }
 
-  void Deserialize(std::string& document) override { data.CallWithText(L"Deserialize", document); }
+  void Deserialize(std::string& document) override { data_.CallWithText(L"Deserialize", document); }
 
  private:
-  NamedCalls data;
+  NamedCalls data_;
 };
 
 }  // namespace
@@ -51,11 +51,11 @@ std::shared_ptr<PlanData> HostObject::Data() {
 }
 
 VariantValue HostObject::Value() const {
-  if (ComPointer<IDispatch> automation = Query<IDispatch>(object.get()))
+  if (ComPointer<IDispatch> automation = Query<IDispatch>(object_.get()))
     return VariantValue::OfObject(std::move(automation));
   VariantValue value;
   value.Get().vt = VT_UNKNOWN;
-  value.Get().punkVal = ComPointer<IUnknown>(object).Detach();
+  value.Get().punkVal = ComPointer<IUnknown>(object_).Detach();
   return value;
 }
 

@@ -6,20 +6,20 @@
 
 namespace krnqb::com {
 
-/// An object of the host's that the component keeps: its plan, called by the names of its members, or
-/// whatever the host has put into its slot. Released on the thread that drops it, which is the host's.
+/// A host object that the component keeps: its plan, called by member name, or whatever the host stored in
+/// its slot. Released on the thread that drops the last reference, which is the host's.
 class HostObject final : public PlanObject {
  public:
-  explicit HostObject(ComPointer<IUnknown> hostObject) noexcept : object(std::move(hostObject)) {}
+  explicit HostObject(ComPointer<IUnknown> object) noexcept : object_(std::move(object)) {}
 
   bool OpenPlan(std::string_view planFile) override;
   std::shared_ptr<PlanData> Data() override;
 
-  /// The object as it was handed in.
+  /// Returns the object as the host passed it.
   VariantValue Value() const;
 
  private:
-  ComPointer<IUnknown> object;
+  ComPointer<IUnknown> object_;
 };
 
 }  // namespace krnqb::com

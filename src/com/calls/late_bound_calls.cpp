@@ -7,7 +7,7 @@
 namespace krnqb::com {
 namespace {
 
-// Runs a call whose failures are told by its result alone.
+// Runs a call that reports failure through its result alone.
 template <typename Body>
 HRESULT Answered(Body&& body) noexcept {
   try {
@@ -47,7 +47,7 @@ HRESULT LateBoundCalls::Invoke(IDispatch* object, DISPID member, REFIID reserved
   try {
     ITypeInfo& information = TypeInformation();
     PreparedCall call(information, member, flags, locale, *arguments);
-    // An error object that is left over would be taken for this call's.
+    // A leftover error object would be mistaken for one of this call.
     ForgetErrors();
     VariantValue dropped;
     EXCEPINFO unread{};
@@ -67,8 +67,8 @@ HRESULT LateBoundCalls::Invoke(IDispatch* object, DISPID member, REFIID reserved
 }
 
 ITypeInfo& LateBoundCalls::TypeInformation() {
-  if (!typeInformation) typeInformation = TypeInformationOf(interfaceId);
-  return *typeInformation;
+  if (!typeInformation_) typeInformation_ = TypeInformationOf(interfaceId_);
+  return *typeInformation_;
 }
 
 }  // namespace krnqb::com

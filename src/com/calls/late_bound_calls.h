@@ -6,12 +6,12 @@
 
 namespace krnqb::com {
 
-/// Answers IDispatch for a dual interface by the type library, which is asked for at the first call.
+/// Implements IDispatch for a dual interface from the type library, which is loaded on the first call.
 class LateBoundCalls {
  public:
-  explicit LateBoundCalls(const IID& dualInterfaceId) noexcept : interfaceId(dualInterfaceId) {}
+  explicit LateBoundCalls(const IID& interfaceId) noexcept : interfaceId_(interfaceId) {}
 
-  // The methods of IDispatch. `object` is the dual interface that a call goes to.
+  // The methods of IDispatch. `object` is the dual interface that receives the call.
 
   HRESULT GetTypeInfo(UINT index, ITypeInfo** information) noexcept;
   HRESULT GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, DISPID* members) noexcept;
@@ -21,8 +21,8 @@ class LateBoundCalls {
  private:
   ITypeInfo& TypeInformation();
 
-  const IID& interfaceId;
-  ComPointer<ITypeInfo> typeInformation;
+  const IID& interfaceId_;
+  ComPointer<ITypeInfo> typeInformation_;
 };
 
 }  // namespace krnqb::com

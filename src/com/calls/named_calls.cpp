@@ -12,17 +12,17 @@ namespace {
 
 constexpr WORD methodOrProperty = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
 
-// What a script engine says of a call of something that is no function.
+// What a script engine returns for calling something that is not a function.
 constexpr auto functionExpected = static_cast<HRESULT>(0x800A138AU);
 
 constexpr std::int32_t objectRequired = 424;
 
-// Whether a member might have answered had it been asked as a property.
+// Whether the member might be a property rather than a method.
 bool IsNoMethod(HRESULT result) {
   return result == functionExpected || result == DISP_E_MEMBERNOTFOUND;
 }
 
-// Whether a member may be one that takes no argument. Script engines tell so in no particular way.
+// Whether the member might take no argument. Script engines report this in various ways.
 bool MayTakeNoArgument(HRESULT result) {
   return IsNoMethod(result) || result == DISP_E_BADPARAMCOUNT || result == DISP_E_PARAMNOTFOUND ||
          result == DISP_E_TYPEMISMATCH || result == E_FAIL;
@@ -36,7 +36,7 @@ struct NamedCalls::Outcome {
   VariantValue value;
 
   bool Failed() const noexcept { return FAILED(result); }
-  // The value, or the thrown error.
+  // Returns the value, or throws the call's error.
   VariantValue Taken() {
     if (Failed()) throw ErrorOf(result, exception);
     return std::move(value);
@@ -44,26 +44,26 @@ struct NamedCalls::Outcome {
   void Drop() { static_cast<void>(ErrorOf(result, exception)); }
 };
 
-NamedCalls::NamedCalls(ComPointer<IDispatch> calledObject) : object(std::move(calledObject)) {
-  if (!object) throw Error(error_number::objectNotSet);
+NamedCalls::NamedCalls(ComPointer<IDispatch> object) : object_(std::move(object)) {
+  if (!object_) throw Error(error_number::objectNotSet);
 }
 
 DISPID NamedCalls::Member(std::wstring_view name) const {
   DISPID member = DISPID_UNKNOWN;
-  // Objects of script engines know their members by this interface alone.
-  if (const auto extended = Query<IDispatchEx>(object.get())) {
+  // Script objects expose their members only through this interface.
+  if (const auto extended = Query<IDispatchEx>(object_.get())) {
     const Bstr text(name);
     if (SUCCEEDED(extended->GetDispID(text.get(), fdexNameCaseInsensitive, &member))) return member;
     if (SUCCEEDED(extended->GetDispID(text.get(), fdexNameCaseSensitive, &member))) return member;
   }
   std::wstring text(name);
   LPOLESTR pointer = text.data();
-  Check(object->GetIDsOfNames(IID_NULL, &pointer, 1, LOCALE_USER_DEFAULT, &member));
+  Check(object_->GetIDsOfNames(IID_NULL, &pointer, 1, LOCALE_USER_DEFAULT, &member));
   return member;
 }
 
 NamedCalls::Outcome NamedCalls::Invoke(DISPID member, WORD flags, std::span<const VARIANT> arguments) const {
-  // Arguments travel in reverse.
+  // IDispatch expects arguments in reverse order.
   std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
   DISPID assigned = DISPID_PROPERTYPUT;
   const bool isPut = (flags & DISPATCH_PROPERTYPUT) != 0;
@@ -74,8 +74,8 @@ NamedCalls::Outcome NamedCalls::Invoke(DISPID member, WORD flags, std::span<cons
   parameters.cNamedArgs = isPut ? 1 : 0;
   Outcome outcome;
   UINT faulty = 0;
-  outcome.result = object->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
-                                  isPut ? nullptr : outcome.value.Receive(), &outcome.exception, &faulty);
+  outcome.result = object_->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
+                                   isPut ? nullptr : outcome.value.Receive(), &outcome.exception, &faulty);
   return outcome;
 }
 
@@ -146,10 +146,10 @@ void NamedCalls::CallWithText(std::wstring_view name, std::string_view text) con
 }
 
 // Whether the object's own type information declares the method's first parameter as a text by reference,
-// which takes no other kind of reference.
+// which accepts no other kind of reference.
 bool NamedCalls::TakesTextReference(DISPID member) const {
   ComPointer<ITypeInfo> information;
-  if (FAILED(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, information.Receive())) || !information)
+  if (FAILED(object_->GetTypeInfo(0, LOCALE_USER_DEFAULT, information.Receive())) || !information)
     return false;
   TYPEATTR* attributes = nullptr;
   if (FAILED(information->GetTypeAttr(&attributes))) return false;

@@ -10,28 +10,28 @@
 
 namespace krnqb::com {
 
-/// A host's object, called by the names of its members. Script engines, Visual Basic classes and C++ objects
-/// answer in different ways; each is met. Failures are thrown as the object's own error (438 when it has no
-/// such member).
+/// Calls a host's object by member name. Script engines, Visual Basic classes and C++ objects dispatch in
+/// different ways; all of them work. A failed call throws the object's own error (438 if the member is
+/// missing).
 class NamedCalls {
  public:
-  /// Error 91 without an object.
-  explicit NamedCalls(ComPointer<IDispatch> calledObject);
+  /// Throws Error 91 if `object` is null.
+  explicit NamedCalls(ComPointer<IDispatch> object);
 
-  /// The member's dispid; error 438 when there is none.
+  /// Returns the member's dispid; throws Error 438 if it is missing.
   DISPID Member(std::wstring_view name) const;
 
-  /// A member without arguments: a property, or a method that is called.
+  /// Reads a property or calls a method, without arguments.
   VariantValue Get(std::wstring_view name) const;
-  /// A member with one argument: a method, a property with an argument, or a property that gives a collection
-  /// whose default member takes it.
+  /// Calls a method with one argument, reads a property that takes one, or reads a collection property and
+  /// calls the collection's default member with it.
   VariantValue Get(std::wstring_view name, VARIANT argument) const;
-  /// Calls a method. Arguments stand in their own order and stay the caller's.
+  /// Calls a method. Arguments are in declaration order; the caller keeps ownership.
   VariantValue Call(std::wstring_view name, std::span<const VARIANT> arguments) const;
   /// Assigns a property.
   void Set(std::wstring_view name, VARIANT value) const;
 
-  /// Calls a method with a text that it may take by reference and change; what it leaves there is dropped.
+  /// Calls a method with a text that it may take by reference and modify; the modified text is discarded.
   void CallWithText(std::wstring_view name, std::string_view text) const;
 
  private:
@@ -40,11 +40,11 @@ class NamedCalls {
   Outcome GetMember(DISPID member) const;
   bool TakesTextReference(DISPID member) const;
 
-  ComPointer<IDispatch> object;
+  ComPointer<IDispatch> object_;
 };
 
-/// The object that a member gave; error 91 for Nothing, 424 for what is no object, 438 for one that
-/// cannot be called by name.
+/// Returns the object in a member's result. Throws Error 91 for Nothing, 424 if the value is not an object,
+/// and 438 if the object cannot be called by name.
 ComPointer<IDispatch> RequiredObject(const VariantValue& value);
 
 }  // namespace krnqb::com

@@ -11,61 +11,61 @@ namespace {
 
 class InstalledProcessor final : public RequestProcessor {
  public:
-  explicit InstalledProcessor(ComPointer<IQuickBooksRequestProcessor> installed)
-      : processor(std::move(installed)) {}
+  explicit InstalledProcessor(ComPointer<IQuickBooksRequestProcessor> processor)
+      : processor_(std::move(processor)) {}
 
   std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
     const Bstr ticketText(ticket);
     const Bstr requestText(request);
     Bstr response;
-    Call([&] { return processor->ProcessRequest(ticketText.get(), requestText.get(), response.Receive()); });
+    Call([&] { return processor_->ProcessRequest(ticketText.get(), requestText.get(), response.Receive()); });
     return Utf8(TextOf(response.get()));
   }
 
   void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
     const Bstr identifier(applicationIdentifier);
     const Bstr name(applicationName);
-    Call([&] { return processor->OpenConnection(identifier.get(), name.get()); });
+    Call([&] { return processor_->OpenConnection(identifier.get(), name.get()); });
   }
 
   std::string BeginSession(std::string_view companyFile, std::int32_t fileMode) override {
     const Bstr file(companyFile);
     Bstr ticket;
-    Call([&] { return processor->BeginSession(file.get(), fileMode, ticket.Receive()); });
+    Call([&] { return processor_->BeginSession(file.get(), fileMode, ticket.Receive()); });
     return Utf8(TextOf(ticket.get()));
   }
 
   std::string GetCurrentCompanyFileName(std::string_view ticket) override {
     const Bstr ticketText(ticket);
     Bstr file;
-    Call([&] { return processor->GetCurrentCompanyFileName(ticketText.get(), file.Receive()); });
+    Call([&] { return processor_->GetCurrentCompanyFileName(ticketText.get(), file.Receive()); });
     return Utf8(TextOf(file.get()));
   }
 
   std::int16_t MajorVersion() override {
     long version = 0;
-    Call([&] { return processor->get_MajorVersion(&version); });
+    Call([&] { return processor_->get_MajorVersion(&version); });
     return LowWord(version);
   }
 
   std::int16_t MinorVersion() override {
     long version = 0;
-    Call([&] { return processor->get_MinorVersion(&version); });
+    Call([&] { return processor_->get_MinorVersion(&version); });
     return LowWord(version);
   }
 
  private:
-  // A processor that writes 16 bits leaves the others at 0, one that writes 32 may set them.
+  // A processor that writes 16 bits leaves the upper half 0; one that writes 32 may set it.
   static std::int16_t LowWord(long version) noexcept { return static_cast<std::int16_t>(version & 0xFFFF); }
 
   template <typename Method>
   void Call(Method&& method) {
     ForgetErrors();
     const HRESULT result = method();
-    if (FAILED(result)) throw ErrorOf(result, *processor.get(), __uuidof(IQuickBooksRequestProcessor));
+    if (FAILED(result)) throw ErrorOf(result, *processor_.get(), __uuidof(IQuickBooksRequestProcessor));
   }
 
-  ComPointer<IQuickBooksRequestProcessor> processor;
+  ComPointer<IQuickBooksRequestProcessor> processor_;
 };
 
 class InstalledProcessors final : public RequestProcessorFactory {
@@ -75,7 +75,7 @@ class InstalledProcessors final : public RequestProcessorFactory {
     constexpr DWORD contexts = CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER;
     const HRESULT result = CoCreateInstance(__uuidof(QuickBooksRequestProcessor), nullptr, contexts,
                                             __uuidof(IQuickBooksRequestProcessor), &created);
-    // Whatever keeps it from being made, QuickBooks cannot be used here.
+    // For whatever reason the creation fails, QuickBooks is unavailable.
     if (FAILED(result)) throw Error(error_number::cannotCreateObject);
     return std::make_unique<InstalledProcessor>(
         ComPointer<IQuickBooksRequestProcessor>::Adopt(static_cast<IQuickBooksRequestProcessor*>(created)));

@@ -6,7 +6,8 @@
 
 namespace krnqb::com {
 
-/// QuickBooks' own request processor, made anew for each session and released with it.
+/// Returns a factory for the installed request processor: a new instance per session, released when the
+/// session ends.
 std::shared_ptr<RequestProcessorFactory> InstalledRequestProcessors();
 
 }  // namespace krnqb::com

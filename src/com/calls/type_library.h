@@ -8,13 +8,14 @@
 
 namespace krnqb::com {
 
-/// The full path of this library's file.
+/// Returns the full path of this DLL.
 std::wstring OwnPath();
 
-/// The type library that this library carries.
+/// Returns the type library embedded in this DLL.
 ComPointer<ITypeLib> OwnTypeLibrary();
 
-/// What the type library says of one of its classes or interfaces (of a dual interface, its dispatch side).
+/// Returns the type information of one of its classes or interfaces (for a dual interface, its dispatch
+/// view).
 ComPointer<ITypeInfo> TypeInformationOf(REFGUID identifier);
 
 }  // namespace krnqb::com

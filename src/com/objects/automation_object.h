@@ -12,8 +12,8 @@
 
 namespace krnqb::com {
 
-/// An object with a dual interface of our type library: IDispatch, ISupportErrorInfo, and the way in which
-/// every method answers.
+/// An object with a dual interface of our type library: implements IDispatch and ISupportErrorInfo and
+/// provides the error handling that every method uses.
 template <typename Interface, typename... Others>
 class AutomationObject : public ComObject<Interface, ISupportErrorInfo, Others...> {
  public:
@@ -23,17 +23,17 @@ class AutomationObject : public ComObject<Interface, ISupportErrorInfo, Others..
     return S_OK;
   }
   STDMETHODIMP GetTypeInfo(UINT index, LCID /*locale*/, ITypeInfo** information) noexcept override {
-    return lateBound.GetTypeInfo(index, information);
+    return lateBound_.GetTypeInfo(index, information);
   }
   STDMETHODIMP GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID /*locale*/,
                              DISPID* members) noexcept override {
-    return lateBound.GetIDsOfNames(reserved, names, count, members);
+    return lateBound_.GetIDsOfNames(reserved, names, count, members);
   }
   STDMETHODIMP Invoke(DISPID member, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* arguments,
                       VARIANT* result, EXCEPINFO* exception, UINT* argument) noexcept override {
     const ComPointer<IUnknown> self(static_cast<Interface*>(this));
-    return lateBound.Invoke(static_cast<Interface*>(this), member, reserved, locale, flags, arguments, result,
-                            exception, argument);
+    return lateBound_.Invoke(static_cast<Interface*>(this), member, reserved, locale, flags, arguments,
+                             result, exception, argument);
   }
 
   STDMETHODIMP InterfaceSupportsErrorInfo(REFIID interfaceId) noexcept override {
@@ -41,23 +41,23 @@ class AutomationObject : public ComObject<Interface, ISupportErrorInfo, Others..
   }
 
  protected:
-  /// `sourceName` is the name under which hosts see the object's errors.
-  explicit AutomationObject(const wchar_t* sourceName) noexcept : name(sourceName) {}
+  /// `name` is the error source that hosts see.
+  explicit AutomationObject(const wchar_t* name) noexcept : name_(name) {}
 
   void* Find(REFIID interfaceId) noexcept override {
     if (interfaceId == IID_IDispatch) return static_cast<IDispatch*>(static_cast<Interface*>(this));
     return ComObject<Interface, ISupportErrorInfo, Others...>::Find(interfaceId);
   }
 
-  /// Runs a method that gives nothing. The object holds itself meanwhile: what it calls may drop the last
-  /// reference to it.
+  /// Runs a method without a result. Holds a reference to the object meanwhile, since the call may drop the
+  /// last one.
   template <typename Body>
   HRESULT Do(Body&& body) noexcept {
     const ComPointer<IUnknown> self(static_cast<Interface*>(this));
-    return Guarded({name, __uuidof(Interface)}, std::forward<Body>(body));
+    return Guarded({name_, __uuidof(Interface)}, std::forward<Body>(body));
   }
 
-  /// Runs a method that gives a value; on failure `result` holds 0, Empty or null.
+  /// Runs a method with a result; on failure `result` is 0, Empty or null.
   template <typename Result, typename Body>
   HRESULT Give(Result* result, Body&& body) noexcept {
     if (result == nullptr) return E_POINTER;
@@ -66,8 +66,8 @@ class AutomationObject : public ComObject<Interface, ISupportErrorInfo, Others..
   }
 
  private:
-  const wchar_t* name;
-  LateBoundCalls lateBound{__uuidof(Interface)};
+  const wchar_t* name_;
+  LateBoundCalls lateBound_{__uuidof(Interface)};
 };
 
 }  // namespace krnqb::com

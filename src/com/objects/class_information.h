@@ -7,21 +7,21 @@
 
 namespace krnqb::com {
 
-/// An automation object of a class that hosts create: IProvideClassInfo2 besides.
+/// An automation object of a creatable class: also implements IProvideClassInfo2.
 template <typename Interface, typename... Others>
 class CreatableObject : public AutomationObject<Interface, IProvideClassInfo2, Others...> {
  public:
   STDMETHODIMP GetClassInfo(ITypeInfo** information) noexcept override {
     if (information == nullptr) return E_POINTER;
     *information = nullptr;
-    return Guarded({name, IID_IProvideClassInfo2},
-                   [&] { *information = TypeInformationOf(classIdentifier).Detach(); });
+    return Guarded({name_, IID_IProvideClassInfo2},
+                   [&] { *information = TypeInformationOf(classIdentifier_).Detach(); });
   }
 
   STDMETHODIMP GetGUID(DWORD kind, GUID* identifier) noexcept override {
     if (identifier == nullptr) return E_POINTER;
-    *identifier = eventsIdentifier;
-    const bool isKnown = kind == GUIDKIND_DEFAULT_SOURCE_DISP_IID && eventsIdentifier != GUID_NULL;
+    *identifier = eventsIdentifier_;
+    const bool isKnown = kind == GUIDKIND_DEFAULT_SOURCE_DISP_IID && eventsIdentifier_ != GUID_NULL;
     if (!isKnown) *identifier = GUID_NULL;
     return isKnown ? S_OK : E_INVALIDARG;
   }
@@ -29,9 +29,9 @@ class CreatableObject : public AutomationObject<Interface, IProvideClassInfo2, O
  protected:
   using Base = AutomationObject<Interface, IProvideClassInfo2, Others...>;
 
-  /// `eventsId` is GUID_NULL for a class without events.
-  CreatableObject(const wchar_t* className, const CLSID& classId, const IID& eventsId) noexcept
-      : Base(className), name(className), classIdentifier(classId), eventsIdentifier(eventsId) {}
+  /// `eventsIdentifier` is GUID_NULL for a class without events.
+  CreatableObject(const wchar_t* name, const CLSID& classIdentifier, const IID& eventsIdentifier) noexcept
+      : Base(name), name_(name), classIdentifier_(classIdentifier), eventsIdentifier_(eventsIdentifier) {}
 
   void* Find(REFIID interfaceId) noexcept override {
     if (interfaceId == IID_IProvideClassInfo) return static_cast<IProvideClassInfo2*>(this);
@@ -39,9 +39,9 @@ class CreatableObject : public AutomationObject<Interface, IProvideClassInfo2, O
   }
 
  private:
-  const wchar_t* name;
-  const CLSID& classIdentifier;
-  const IID& eventsIdentifier;
+  const wchar_t* name_;
+  const CLSID& classIdentifier_;
+  const IID& eventsIdentifier_;
 };
 
 }  // namespace krnqb::com

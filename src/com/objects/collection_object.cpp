@@ -30,24 +30,24 @@ std::string FoldedKeyOf(const VARIANT& value) {
 
 CollectionObject::CollectionObject(const Collection& source) : AutomationObject(L"KRN6_QB2002.Collection") {
   for (const Variant& item : source) {
-    Entry& entry = entries.emplace_back();
+    Entry& entry = entries_.emplace_back();
     Put(item, *entry.value.Receive());
   }
 }
 
 STDMETHODIMP CollectionObject::get_Count(long* result) noexcept {
-  return Give(result, [&] { return static_cast<std::int32_t>(entries.size()); });
+  return Give(result, [&] { return static_cast<std::int32_t>(entries_.size()); });
 }
 
 STDMETHODIMP CollectionObject::get_Item(VARIANT Index, VARIANT* result) noexcept {
-  return Give(result, [&] { return VariantValue::CopyOf(entries[PositionOf(Index)].value.Get()); });
+  return Give(result, [&] { return VariantValue::CopyOf(entries_[PositionOf(Index)].value.Get()); });
 }
 
-// The values as they are now: what is added or removed meanwhile is not seen.
+// Takes a snapshot: later additions and removals do not affect the enumeration.
 STDMETHODIMP CollectionObject::_NewEnum(IUnknown** result) noexcept {
   return Give(result, [&] {
     auto values = std::make_shared<std::vector<HeldValue>>();
-    for (const Entry& entry : entries) values->push_back({VariantValue::CopyOf(entry.value.Get())});
+    for (const Entry& entry : entries_) values->push_back({VariantValue::CopyOf(entry.value.Get())});
     return MakeObject<ValueEnumerator>(std::move(values));
   });
 }
@@ -56,20 +56,20 @@ STDMETHODIMP CollectionObject::Add(VARIANT Item, VARIANT Key, VARIANT Before, VA
   return Do([&] {
     Entry added{std::nullopt, VariantValue::CopyOf(Item)};
     if (IsGiven(Key)) added.key = FoldedKeyOf(Key);
-    const bool isTaken = added.key && std::any_of(entries.begin(), entries.end(),
+    const bool isTaken = added.key && std::any_of(entries_.begin(), entries_.end(),
                                                   [&](const Entry& entry) { return entry.key == added.key; });
     if (isTaken) throw Error(error_number::keyAlreadyPresent);
     const auto place = static_cast<std::ptrdiff_t>(PlaceForNew(Before, After));
-    entries.insert(entries.begin() + place, std::move(added));
+    entries_.insert(entries_.begin() + place, std::move(added));
   });
 }
 
 STDMETHODIMP CollectionObject::Remove(VARIANT Index) noexcept {
   return Do([&] {
-    const auto place = entries.begin() + static_cast<std::ptrdiff_t>(PositionOf(Index));
-    // A value may be an object that comes back in when it is released: the list is in order by then.
+    const auto place = entries_.begin() + static_cast<std::ptrdiff_t>(PositionOf(Index));
+    // Releasing a value may call back into this object, so the list must be consistent first.
     const Entry removed = std::move(*place);
-    entries.erase(place);
+    entries_.erase(place);
   });
 }
 
@@ -77,7 +77,7 @@ std::size_t CollectionObject::PlaceForNew(const VARIANT& before, const VARIANT& 
   if (IsGiven(before) && IsGiven(after)) throw Error(error_number::invalidProcedureCall);
   if (IsGiven(before)) return PositionOf(before);
   if (IsGiven(after)) return PositionOf(after) + 1;
-  return entries.size();
+  return entries_.size();
 }
 
 std::size_t CollectionObject::PositionOf(const VARIANT& index) const {
@@ -85,13 +85,13 @@ std::size_t CollectionObject::PositionOf(const VARIANT& index) const {
   if (copy.Type() == VT_BSTR) {
     const std::string key = FoldedKeyOf(copy.Get());
     const auto found =
-        std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) { return entry.key == key; });
-    if (found == entries.end()) throw Error(error_number::invalidProcedureCall);
-    return static_cast<std::size_t>(found - entries.begin());
+        std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) { return entry.key == key; });
+    if (found == entries_.end()) throw Error(error_number::invalidProcedureCall);
+    return static_cast<std::size_t>(found - entries_.begin());
   }
   Check(VariantChangeType(&copy.Get(), &copy.Get(), 0, VT_I4));
   const long position = copy.Get().lVal;
-  if (position < 1 || static_cast<std::size_t>(position) > entries.size())
+  if (position < 1 || static_cast<std::size_t>(position) > entries_.size())
     throw Error(error_number::subscriptOutOfRange);
   return static_cast<std::size_t>(position) - 1;
 }

@@ -11,7 +11,8 @@
 
 namespace krnqb::com {
 
-/// A collection as hosts see it: values in order, some with keys, that a host may add to and remove from.
+/// A collection as hosts see it: an ordered list of values, some of which have keys. Hosts may add and remove
+/// values.
 class CollectionObject final : public AutomationObject<_QBCollection> {
  public:
   explicit CollectionObject(const Collection& source);
@@ -24,21 +25,22 @@ class CollectionObject final : public AutomationObject<_QBCollection> {
 
  private:
   struct Entry {
-    std::optional<std::string> key;  // folded
+    std::optional<std::string> key;  // case-folded
     VariantValue value;
   };
 
-  // The place of an entry: a number from 1 to the count (error 9 outside), or a key (error 5 when missing).
+  // Returns the index of an entry by its position, 1 to the count (throws Error 9 if out of range), or by its
+  // key (throws Error 5 if missing).
   std::size_t PositionOf(const VARIANT& index) const;
   std::size_t PlaceForNew(const VARIANT& before, const VARIANT& after) const;
 
-  std::vector<Entry> entries;
+  std::vector<Entry> entries_;
 };
 
-/// A collection object that holds the values of one of the component's collections.
+/// Returns a collection object with the values of one of the component's collections.
 ComPointer<IDispatch> MakeCollectionObject(const Collection& source);
 
-/// The values of any collection of a host's, found by its enumerator.
+/// Returns the values of any collection object of a host, read through its enumerator.
 std::vector<VariantValue> ValuesOf(IDispatch& collection);
 
 }  // namespace krnqb::com

@@ -9,8 +9,8 @@
 
 namespace krnqb::com {
 
-/// The IUnknown of an object with these interfaces: lives while references are held, and keeps the library
-/// loaded. Objects are made by `MakeObject`.
+/// Implements IUnknown for an object with these interfaces: reference counting, and a lock that keeps the DLL
+/// loaded. Create objects with `MakeObject`.
 template <typename First, typename... Others>
 class ComObject : public First, public Others... {
  public:
@@ -24,12 +24,12 @@ class ComObject : public First, public Others... {
     AddRef();
     return S_OK;
   }
-  STDMETHODIMP_(ULONG) AddRef() noexcept override { return ++references; }
+  STDMETHODIMP_(ULONG) AddRef() noexcept override { return ++references_; }
   STDMETHODIMP_(ULONG) Release() noexcept override {
-    const ULONG left = --references;
+    const ULONG left = --references_;
     if (left != 0) return left;
-    // What is released at the end may refer to the object once more, which must not end it twice.
-    ++references;
+    // The destructor may take and release a reference, which must not delete the object again.
+    ++references_;
     delete this;
     return 0;
   }
@@ -38,7 +38,8 @@ class ComObject : public First, public Others... {
   ComObject() noexcept = default;
   virtual ~ComObject() = default;
 
-  /// The interface of that identifier, not counted; null when the object has none.
+  /// Returns the interface with this identifier without adding a reference, or null if the object does not
+  /// implement it.
   virtual void* Find(REFIID interfaceId) noexcept {
     if (interfaceId == __uuidof(IUnknown) || interfaceId == __uuidof(First)) return static_cast<First*>(this);
     void* found = nullptr;
@@ -51,11 +52,11 @@ class ComObject : public First, public Others... {
  private:
   static constexpr ULONG ending = 0x10000000;
 
-  std::atomic<ULONG> references{0};
-  Counted counted;
+  std::atomic<ULONG> references_{0};
+  Counted counted_;
 };
 
-/// A new object with one reference, which the pointer holds.
+/// Creates an object; the returned pointer holds its only reference.
 template <typename Object, typename... Arguments>
 ComPointer<Object> MakeObject(Arguments&&... arguments) {
   return ComPointer<Object>(new Object(std::forward<Arguments>(arguments)...));

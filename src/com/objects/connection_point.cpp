@@ -27,38 +27,38 @@ CONNECTDATA AdvisedSinks::Advised::Give() const noexcept {
 }
 
 DWORD AdvisedSinks::Add(ComPointer<IDispatch> sink) {
-  sinks.push_back({lastCookie + 1, std::move(sink)});
-  return ++lastCookie;
+  sinks_.push_back({lastCookie_ + 1, std::move(sink)});
+  return ++lastCookie_;
 }
 
 bool AdvisedSinks::Remove(DWORD cookie) noexcept {
-  const auto found = std::find_if(sinks.begin(), sinks.end(),
+  const auto found = std::find_if(sinks_.begin(), sinks_.end(),
                                   [&](const Advised& advised) { return advised.cookie == cookie; });
-  if (found == sinks.end()) return false;
-  // The host may come back in while its sink is being released, so the list is in order by then.
+  if (found == sinks_.end()) return false;
+  // Releasing the sink may call back into this object, so the list must be consistent first.
   const Advised removed = std::move(*found);
-  sinks.erase(found);
+  sinks_.erase(found);
   return true;
 }
 
 bool AdvisedSinks::Has(DWORD cookie) const noexcept {
-  return std::any_of(sinks.begin(), sinks.end(),
+  return std::any_of(sinks_.begin(), sinks_.end(),
                      [&](const Advised& advised) { return advised.cookie == cookie; });
 }
 
-ConnectionPoint::ConnectionPoint(IConnectionPointContainer* owner, const IID& eventsId,
-                                 std::shared_ptr<AdvisedSinks> list)
-    : container(owner), eventsInterfaceId(eventsId), sinks(std::move(list)) {}
+ConnectionPoint::ConnectionPoint(IConnectionPointContainer* container, const IID& eventsInterfaceId,
+                                 std::shared_ptr<AdvisedSinks> sinks)
+    : container_(container), eventsInterfaceId_(eventsInterfaceId), sinks_(std::move(sinks)) {}
 
 STDMETHODIMP ConnectionPoint::GetConnectionInterface(IID* interfaceId) noexcept {
   if (interfaceId == nullptr) return E_POINTER;
-  *interfaceId = eventsInterfaceId;
+  *interfaceId = eventsInterfaceId_;
   return S_OK;
 }
 
 STDMETHODIMP ConnectionPoint::GetConnectionPointContainer(IConnectionPointContainer** result) noexcept {
   if (result == nullptr) return E_POINTER;
-  *result = ComPointer<IConnectionPointContainer>(container).Detach();
+  *result = ComPointer<IConnectionPointContainer>(container_).Detach();
   return *result == nullptr ? E_UNEXPECTED : S_OK;
 }
 
@@ -67,10 +67,10 @@ STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) noexcept {
   *cookie = 0;
   if (sink == nullptr) return E_POINTER;
   void* events = nullptr;
-  if (FAILED(sink->QueryInterface(eventsInterfaceId, &events))) return CONNECT_E_CANNOTCONNECT;
+  if (FAILED(sink->QueryInterface(eventsInterfaceId_, &events))) return CONNECT_E_CANNOTCONNECT;
   try {
-    // The events are a dispinterface: its sink is an IDispatch.
-    *cookie = sinks->Add(ComPointer<IDispatch>::Adopt(static_cast<IDispatch*>(events)));
+    // The events are a dispinterface, so their sink is an IDispatch.
+    *cookie = sinks_->Add(ComPointer<IDispatch>::Adopt(static_cast<IDispatch*>(events)));
     return S_OK;
   } catch (...) {
     return E_OUTOFMEMORY;
@@ -78,14 +78,14 @@ STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) noexcept {
 }
 
 STDMETHODIMP ConnectionPoint::Unadvise(DWORD cookie) noexcept {
-  return sinks->Remove(cookie) ? S_OK : CONNECT_E_NOCONNECTION;
+  return sinks_->Remove(cookie) ? S_OK : CONNECT_E_NOCONNECTION;
 }
 
 STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** result) noexcept {
   if (result == nullptr) return E_POINTER;
   *result = nullptr;
   try {
-    auto snapshot = std::make_shared<const std::vector<AdvisedSinks::Advised>>(sinks->All());
+    auto snapshot = std::make_shared<const std::vector<AdvisedSinks::Advised>>(sinks_->All());
     *result = MakeObject<ConnectionEnumerator>(std::move(snapshot)).Detach();
     return S_OK;
   } catch (...) {

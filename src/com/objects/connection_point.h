@@ -9,7 +9,8 @@
 
 namespace krnqb::com {
 
-/// The sinks that hosts have advised, in that order. A host may advise and unadvise while an event is raised.
+/// The advised sinks, in the order in which they were advised. Hosts may advise and unadvise while an event
+/// is being raised.
 class AdvisedSinks {
  public:
   struct Advised {
@@ -19,24 +20,25 @@ class AdvisedSinks {
   };
 
   DWORD Add(ComPointer<IDispatch> sink);
-  /// Whether there was one of that cookie.
+  /// Removes the sink with this cookie; returns whether it existed.
   bool Remove(DWORD cookie) noexcept;
-  const std::vector<Advised>& All() const noexcept { return sinks; }
+  const std::vector<Advised>& All() const noexcept { return sinks_; }
   bool Has(DWORD cookie) const noexcept;
 
  private:
-  std::vector<Advised> sinks;
-  DWORD lastCookie = 0;
+  std::vector<Advised> sinks_;
+  DWORD lastCookie_ = 0;
 };
 
-/// Where hosts connect to the events of a component. Outlives it when a host still holds it; nothing is
-/// raised then.
+/// Where hosts connect to a component's events. May outlive the component if a host still holds it, but then
+/// raises no events.
 class ConnectionPoint final : public ComObject<IConnectionPoint> {
  public:
-  ConnectionPoint(IConnectionPointContainer* owner, const IID& eventsId, std::shared_ptr<AdvisedSinks> list);
+  ConnectionPoint(IConnectionPointContainer* container, const IID& eventsInterfaceId,
+                  std::shared_ptr<AdvisedSinks> sinks);
 
-  /// The component ends.
-  void Disconnect() noexcept { container = nullptr; }
+  /// Detaches from the component, which is being destroyed.
+  void Disconnect() noexcept { container_ = nullptr; }
 
   STDMETHODIMP GetConnectionInterface(IID* interfaceId) noexcept override;
   STDMETHODIMP GetConnectionPointContainer(IConnectionPointContainer** result) noexcept override;
@@ -45,12 +47,12 @@ class ConnectionPoint final : public ComObject<IConnectionPoint> {
   STDMETHODIMP EnumConnections(IEnumConnections** result) noexcept override;
 
  private:
-  IConnectionPointContainer* container;
-  const IID& eventsInterfaceId;
-  std::shared_ptr<AdvisedSinks> sinks;
+  IConnectionPointContainer* container_;
+  const IID& eventsInterfaceId_;
+  std::shared_ptr<AdvisedSinks> sinks_;
 };
 
-/// Enumerates the one connection point of a component.
+/// Returns an enumerator over a component's only connection point.
 ComPointer<IEnumConnectionPoints> EnumeratePoint(ComPointer<IConnectionPoint> point);
 
 }  // namespace krnqb::com

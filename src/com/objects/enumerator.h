@@ -7,22 +7,23 @@
 
 namespace krnqb::com {
 
-/// One of the system's enumeration interfaces over a list that no longer changes. `Given` is the type that
-/// the interface gives out; `Hold` keeps an item alive and gives it out by `Given Hold::Give() const`.
+/// Implements one of the system's enumeration interfaces over an immutable list. `Given` is the element type
+/// of the interface; `Hold` owns an item and returns it from `Given Hold::Give() const`.
 template <typename Interface, typename Given, typename Hold>
 class Enumerator final : public ComObject<Interface> {
  public:
   using Items = std::shared_ptr<const std::vector<Hold>>;
 
-  explicit Enumerator(Items listed, std::size_t start = 0) : items(std::move(listed)), position(start) {}
+  explicit Enumerator(Items items, std::size_t position = 0)
+      : items_(std::move(items)), position_(position) {}
 
   STDMETHODIMP Next(ULONG count, Given* given, ULONG* fetched) noexcept override {
     if (fetched != nullptr) *fetched = 0;
     if (given == nullptr || (fetched == nullptr && count != 1)) return E_POINTER;
     ULONG done = 0;
     try {
-      for (; done < count && position < items->size(); ++done, ++position)
-        given[done] = (*items)[position].Give();
+      for (; done < count && position_ < items_->size(); ++done, ++position_)
+        given[done] = (*items_)[position_].Give();
     } catch (...) {
       if (done == 0) return E_OUTOFMEMORY;
     }
@@ -31,13 +32,13 @@ class Enumerator final : public ComObject<Interface> {
   }
 
   STDMETHODIMP Skip(ULONG count) noexcept override {
-    const std::size_t left = items->size() - position;
-    position += count < left ? count : left;
+    const std::size_t left = items_->size() - position_;
+    position_ += count < left ? count : left;
     return count <= left ? S_OK : S_FALSE;
   }
 
   STDMETHODIMP Reset() noexcept override {
-    position = 0;
+    position_ = 0;
     return S_OK;
   }
 
@@ -45,7 +46,7 @@ class Enumerator final : public ComObject<Interface> {
     if (copy == nullptr) return E_POINTER;
     *copy = nullptr;
     try {
-      *copy = MakeObject<Enumerator>(items, position).Detach();
+      *copy = MakeObject<Enumerator>(items_, position_).Detach();
       return S_OK;
     } catch (...) {
       return E_OUTOFMEMORY;
@@ -53,8 +54,8 @@ class Enumerator final : public ComObject<Interface> {
   }
 
  private:
-  Items items;
-  std::size_t position;
+  Items items_;
+  std::size_t position_;
 };
 
 }  // namespace krnqb::com

@@ -18,10 +18,11 @@ constexpr DISPID progressBarChange = 4;
 
 class AdvisedSinksRaising final : public EventSink {
  public:
-  AdvisedSinksRaising(std::shared_ptr<AdvisedSinks> advised, std::shared_ptr<Observer> told)
-      : sinks(std::move(advised)), observer(std::move(told)) {}
+  AdvisedSinksRaising(std::shared_ptr<AdvisedSinks> sinks, std::shared_ptr<Observer> observer)
+      : sinks_(std::move(sinks)), observer_(std::move(observer)) {}
 
-  // Every sink gets the variable that the one before has left: it is the handlers' to exchange an object in.
+  // All sinks share one variable, so each sees what the previous one assigned: handlers can pass an object
+  // along.
   void XMLprocessing(Variant& /*oXML*/) override {
     VariantValue variable = VariantValue::OfObject({});
     VARIANT argument{};
@@ -41,18 +42,18 @@ class AdvisedSinksRaising final : public EventSink {
   void ProgressBarChange(std::int16_t PercentValue, std::string_view Description) override {
     const VariantValue percent = VariantValue::OfInteger(PercentValue);
     const VariantValue text = VariantValue::OfText(Description);
-    // Arguments travel in reverse.
+    // IDispatch expects arguments in reverse order.
     std::array<VARIANT, 2> arguments{text.Get(), percent.Get()};
     Raise("ProgressBarChange", progressBarChange, arguments);
   }
 
  private:
   void Raise(std::string_view event, DISPID member, std::span<VARIANT> arguments) {
-    // A handler may change the list: sinks that it adds hear of the next event, those that it removes of
-    // none.
-    const std::vector<AdvisedSinks::Advised> current = sinks->All();
+    // A handler may change the list: sinks it adds receive only later events, and sinks it removes receive
+    // nothing more.
+    const std::vector<AdvisedSinks::Advised> current = sinks_->All();
     for (const AdvisedSinks::Advised& advised : current) {
-      if (sinks->Has(advised.cookie)) RaiseTo(*advised.sink, event, member, arguments);
+      if (sinks_->Has(advised.cookie)) RaiseTo(*advised.sink, event, member, arguments);
     }
   }
 
@@ -69,12 +70,12 @@ class AdvisedSinksRaising final : public EventSink {
   }
 
   void Tell(std::string_view event, const Error& error) {
-    if (observer == nullptr) return;
-    TellError(*observer, NoticeKind::StatementSkipped, Place{std::string(event), {}, {}, {}}, error);
+    if (observer_ == nullptr) return;
+    TellError(*observer_, NoticeKind::StatementSkipped, Place{std::string(event), {}, {}, {}}, error);
   }
 
-  std::shared_ptr<AdvisedSinks> sinks;
-  std::shared_ptr<Observer> observer;
+  std::shared_ptr<AdvisedSinks> sinks_;
+  std::shared_ptr<Observer> observer_;
 };
 
 }  // namespace

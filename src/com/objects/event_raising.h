@@ -7,8 +7,9 @@
 
 namespace krnqb::com {
 
-/// Raises the component's events to every advised sink, in the order of advising. A sink that fails does not
-/// keep the others from being told, nor ends what raised the event: the observer is told, which may be null.
+/// Returns a sink that raises the component's events to every advised sink, in advise order. A sink that
+/// fails neither stops the others from being called nor fails the operation that raised the event; its error
+/// is reported to `observer`, which may be null.
 std::shared_ptr<EventSink> RaisingTo(std::shared_ptr<AdvisedSinks> sinks, std::shared_ptr<Observer> observer);
 
 }  // namespace krnqb::com

@@ -9,7 +9,7 @@
 namespace krnqb::com {
 namespace {
 
-// As automation converts to text, whatever language the user's settings speak.
+// Converts as automation does in English, whatever the user's locale.
 constexpr LCID englishLocale = 0x0409;
 
 std::string ConvertedText(VariantValue value) {

@@ -5,7 +5,7 @@
 namespace krnqb::com {
 namespace {
 
-// The one thing that belongs to the library as a whole: how much of it is in use, on whatever thread.
+// The DLL's only global state: the number of objects and locks in use, on any thread.
 std::atomic<long> inUse{0};
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 namespace krnqb::com {
 
-/// Counts its owner among what keeps the library loaded, from its making to its end.
+/// Keeps the DLL loaded for the lifetime of its owner.
 class Counted {
  public:
   Counted() noexcept;
@@ -11,10 +11,10 @@ class Counted {
   ~Counted();
 };
 
-/// A host's request to keep the library loaded, or its end.
+/// Adds or removes a host's lock that keeps the DLL loaded.
 void LockLibrary(bool lock) noexcept;
 
-/// Whether nothing of the library is in use any more.
+/// Returns whether the DLL can be unloaded.
 bool IsLibraryUnused() noexcept;
 
 }  // namespace krnqb::com

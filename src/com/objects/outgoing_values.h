@@ -12,7 +12,7 @@
 
 namespace krnqb::com {
 
-// Values on their way out: each is put where a method leaves its result, for the caller to own.
+// Conversions of outgoing values: each is stored in a method's result, which the caller owns.
 
 inline void Put(bool truth, VARIANT_BOOL& result) noexcept {
   result = truth ? VARIANT_TRUE : VARIANT_FALSE;
@@ -35,7 +35,7 @@ void Put(Inside value, Outside& result) noexcept {
   result = static_cast<Outside>(value);
 }
 
-/// An object; null is Nothing.
+/// Stores an object; null means Nothing.
 template <typename Object, typename Interface>
 void Put(ComPointer<Object> object, Interface*& result) noexcept {
   result = object.Detach();
@@ -44,9 +44,9 @@ inline void Put(VariantValue value, VARIANT& result) noexcept {
   result = value.Detach();
 }
 
-/// An object of the component's as hosts see it: a host's own object is given back, an XML element is one of
-/// the system's document model, a collection is a collection object. Null for Nothing, for what is no object,
-/// and for an element when the system has no document model.
+/// Returns one of the component's objects as hosts see it: a host's own object itself, an XML element as an
+/// element of the system's document model, a collection as a collection object. Returns null for Nothing, for
+/// a value that is not an object, and for an element if the system has no document model.
 ComPointer<IDispatch> OutsideObject(const Variant& value);
 
 }  // namespace krnqb::com

@@ -5,7 +5,6 @@
 
 #include <array>
 
-#include "com/server_classes.h"
 #include "krnqb/error.h"
 
 namespace krnqb::com {
@@ -19,7 +18,7 @@ constexpr const wchar_t* libraryDescription = L"Korrin Software Data Exchange Co
 constexpr RegistryHive allUsers = RegistryHive::LocalMachine;
 constexpr RegistryHive oneUser = RegistryHive::CurrentUser;
 
-// The system's own marshallers, which go by the type library: for dual interfaces and for dispinterfaces.
+// The system's type-library marshallers for dual interfaces and for dispinterfaces.
 constexpr const wchar_t* dualMarshaller = L"{00020424-0000-0000-C000-000000000046}";
 constexpr const wchar_t* dispatchMarshaller = L"{00020420-0000-0000-C000-000000000046}";
 
@@ -43,23 +42,23 @@ std::wstring TextOfIdentifier(const GUID& identifier) {
   return text.data();
 }
 
-// Collects the keys, shared ones marked so.
+// Collects the keys and marks the shared ones.
 class Table {
  public:
-  explicit Table(std::vector<RegisteredKey>& tableKeys) : keys(tableKeys) {}
+  explicit Table(std::vector<RegisteredKey>& keys) : keys_(keys) {}
 
   void Key(const std::wstring& path, const std::wstring& value = {}) {
-    keys.push_back({path, {}, value, isShared});
+    keys_.push_back({path, {}, value, isShared_});
   }
   void Value(const std::wstring& path, const std::wstring& name, const std::wstring& value) {
-    keys.push_back({path, name, value, isShared});
+    keys_.push_back({path, name, value, isShared_});
   }
-  // The keys from here on.
-  void Shared(bool shared) { isShared = shared; }
+  // Sets whether the keys added from now on are shared.
+  void Shared(bool shared) { isShared_ = shared; }
 
  private:
-  std::vector<RegisteredKey>& keys;
-  bool isShared = false;
+  std::vector<RegisteredKey>& keys_;
+  bool isShared_ = false;
 };
 
 void AddProgramNames(Table& table, const ServerClass& serverClass) {
@@ -100,7 +99,7 @@ std::wstring TypeLibraryKey() {
   return L"TypeLib\\" + TextOfIdentifier(LIBID_KRN6_QB2002);
 }
 
-// The type library's keys are seen by both architectures; each has its own file in them.
+// Both architectures see the type library's keys; each registers its own file in them.
 void AddTypeLibrary(Table& table, const std::wstring& path) {
   const std::wstring version = TypeLibraryKey() + L"\\" + libraryVersion;
   table.Shared(true);
@@ -118,7 +117,7 @@ void WriteKey(RegistryWriter& registry, RegistryHive hive, const RegisteredKey& 
   if (key.HasValue()) registry.Write(hive, key.path, key.name, key.value);
 }
 
-// From the innermost key outwards, so that a key is empty when its turn comes.
+// Removes inner keys first, so that each key is empty by the time it is removed.
 void RemoveKeys(RegistryWriter& registry, RegistryHive hive, const Registration& registration) {
   const bool otherStays = registry.Has(hive, registration.otherServerKey);
   for (auto key = registration.keys.rbegin(); key != registration.keys.rend(); ++key) {
@@ -139,10 +138,10 @@ RegistryHive WritableHive(RegistryWriter& registry, const RegisteredKey& first) 
 
 }  // namespace
 
-Registration RegistrationOf(const std::wstring& libraryPath) {
+Registration RegistrationOf(std::span<const ServerClass> classes, const std::wstring& libraryPath) {
   Registration registration;
   Table table(registration.keys);
-  for (const ServerClass& serverClass : ServerClasses()) {
+  for (const ServerClass& serverClass : classes) {
     AddClass(table, serverClass, libraryPath);
     AddProgramNames(table, serverClass);
   }

@@ -1,37 +1,39 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
 #include "com/registration/registry_writer.h"
+#include "com/registration/server_class.h"
 
 namespace krnqb::com {
 
-/// One key of the registration, below Software\Classes, with the one value that is written into it.
+/// One registration key, relative to Software\Classes, with the one value written into it.
 struct RegisteredKey {
   std::wstring path;
   std::wstring name;      ///< empty: the unnamed value
-  std::wstring value;     ///< empty with an empty name: the key alone
-  bool isShared = false;  ///< by the 64- and the 32-bit library, which see one key
+  std::wstring value;     ///< if the name is empty too, only the key is created
+  bool isShared = false;  ///< by the 64-bit and 32-bit DLLs, which see the same key
 
   bool HasValue() const noexcept { return !name.empty() || !value.empty(); }
 };
 
-/// The whole registration of a library: parents stand before what is in them.
+/// The complete registration of a DLL; parent keys come before their subkeys.
 struct Registration {
   std::vector<RegisteredKey> keys;
-  std::wstring ownServerKey;    ///< there while this library is registered
-  std::wstring otherServerKey;  ///< there while the library of the other architecture is registered
+  std::wstring ownServerKey;    ///< exists while this DLL is registered
+  std::wstring otherServerKey;  ///< exists while the DLL of the other architecture is registered
 };
 
-/// The registration of the library at that full path.
-Registration RegistrationOf(const std::wstring& libraryPath);
+/// Returns the registration of `classes`, implemented by the DLL at the full path `libraryPath`.
+Registration RegistrationOf(std::span<const ServerClass> classes, const std::wstring& libraryPath);
 
-/// Writes all keys for every user of the machine, or for the current user when the first write is refused.
-/// Never half in each: when a later write fails, what was written is removed and the failure thrown.
+/// Writes all keys for every user of the machine, or for the current user only if the first write is denied.
+/// Never leaves half a registration: if a later write fails, removes what was written and rethrows.
 void Register(RegistryWriter& registry, const Registration& registration);
 
-/// Removes what `Register` wrote, and nothing that others have put beside or into it.
+/// Removes everything `Register` wrote; leaves keys and values of others beside or inside it.
 void Unregister(RegistryWriter& registry, const Registration& registration);
 
 }  // namespace krnqb::com

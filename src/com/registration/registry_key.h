@@ -6,21 +6,21 @@
 
 namespace krnqb::com {
 
-/// Owns an open key of the system's registry, or none.
+/// Owns an open registry key; may be empty.
 class RegistryKey {
  public:
   RegistryKey() noexcept = default;
   RegistryKey(const RegistryKey&) = delete;
   RegistryKey& operator=(const RegistryKey&) = delete;
   ~RegistryKey() {
-    if (handle != nullptr) RegCloseKey(handle);
+    if (handle_ != nullptr) RegCloseKey(handle_);
   }
-  HKEY get() const noexcept { return handle; }
-  /// Where a call puts a key that it opens; there is none yet.
-  HKEY* Receive() noexcept { return &handle; }
+  HKEY get() const noexcept { return handle_; }
+  /// Returns where a call stores the key it opens; the object must be empty.
+  HKEY* Receive() noexcept { return &handle_; }
 
  private:
-  HKEY handle = nullptr;
+  HKEY handle_ = nullptr;
 };
 
 inline HKEY RootOf(RegistryHive hive) noexcept {

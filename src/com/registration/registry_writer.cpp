@@ -14,7 +14,7 @@ std::wstring PathOf(const std::wstring& key) {
   return L"Software\\Classes\\" + key;
 }
 
-// Whether there is such a key, which is open then.
+// Opens the key; returns false if it does not exist.
 bool Open(RegistryHive hive, const std::wstring& key, REGSAM rights, RegistryKey& opened) {
   const LSTATUS status = RegOpenKeyExW(RootOf(hive), PathOf(key).c_str(), 0, rights, opened.Receive());
   if (status == ERROR_FILE_NOT_FOUND) return false;

@@ -6,8 +6,8 @@
 
 namespace krnqb::com {
 
-/// Read access to the system's registry, as programs of this library's architecture see it. Values of other
-/// types than texts and 32-bit numbers are not read.
+/// Returns read access to the system's registry, in the view of this DLL's architecture. Reads only texts and
+/// 32-bit numbers.
 std::shared_ptr<Registry> SystemRegistry();
 
 }  // namespace krnqb::com

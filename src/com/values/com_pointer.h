@@ -6,52 +6,52 @@
 
 namespace krnqb::com {
 
-/// Shares one COM interface pointer: holds a reference while it lives. May be null.
+/// Shares ownership of a COM interface pointer; may be null.
 template <typename Interface>
 class ComPointer {
  public:
   ComPointer() noexcept = default;
-  /// Takes a reference of its own.
-  explicit ComPointer(Interface* shared) noexcept : pointer(shared) {
-    if (pointer != nullptr) pointer->AddRef();
+  /// Adds a reference.
+  explicit ComPointer(Interface* pointer) noexcept : pointer_(pointer) {
+    if (pointer_ != nullptr) pointer_->AddRef();
   }
-  ComPointer(const ComPointer& other) noexcept : ComPointer(other.pointer) {}
-  ComPointer(ComPointer&& other) noexcept : pointer(std::exchange(other.pointer, nullptr)) {}
+  ComPointer(const ComPointer& other) noexcept : ComPointer(other.pointer_) {}
+  ComPointer(ComPointer&& other) noexcept : pointer_(std::exchange(other.pointer_, nullptr)) {}
   ComPointer& operator=(ComPointer other) noexcept {
-    std::swap(pointer, other.pointer);
+    std::swap(pointer_, other.pointer_);
     return *this;
   }
   ~ComPointer() { Release(); }
 
-  /// Takes over a reference that the caller owns.
+  /// Takes ownership of a reference held by the caller.
   static ComPointer Adopt(Interface* owned) noexcept {
     ComPointer adopted;
-    adopted.pointer = owned;
+    adopted.pointer_ = owned;
     return adopted;
   }
 
-  /// Where a call puts an interface that the caller is to release; what was held is released first.
+  /// Releases the current reference and returns where a call stores a new one.
   Interface** Receive() noexcept {
     Release();
-    return &pointer;
+    return &pointer_;
   }
-  /// Gives the reference away; the caller releases it.
-  [[nodiscard]] Interface* Detach() noexcept { return std::exchange(pointer, nullptr); }
+  /// Returns the pointer and gives up its reference, which the caller must release.
+  [[nodiscard]] Interface* Detach() noexcept { return std::exchange(pointer_, nullptr); }
 
-  Interface* get() const noexcept { return pointer; }
-  Interface* operator->() const noexcept { return pointer; }
-  Interface& operator*() const noexcept { return *pointer; }
-  explicit operator bool() const noexcept { return pointer != nullptr; }
+  Interface* get() const noexcept { return pointer_; }
+  Interface* operator->() const noexcept { return pointer_; }
+  Interface& operator*() const noexcept { return *pointer_; }
+  explicit operator bool() const noexcept { return pointer_ != nullptr; }
 
  private:
   void Release() noexcept {
-    if (Interface* released = std::exchange(pointer, nullptr)) released->Release();
+    if (Interface* released = std::exchange(pointer_, nullptr)) released->Release();
   }
 
-  Interface* pointer = nullptr;
+  Interface* pointer_ = nullptr;
 };
 
-/// The same object by another of its interfaces; null when it does not have it, or when there is no object.
+/// Returns another interface of the same object, or null if the object is null or does not implement it.
 template <typename Wanted>
 ComPointer<Wanted> Query(IUnknown* object) noexcept {
   void* found = nullptr;

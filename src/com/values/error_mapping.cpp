@@ -10,7 +10,7 @@
 namespace krnqb::com {
 namespace {
 
-// Run-time errors travel as 0x800A0000 and the number.
+// Run-time errors are passed as 0x800A0000 plus the number.
 constexpr std::uint32_t runTimeErrors = 0x800A0000U;
 constexpr std::uint32_t numberMask = 0xFFFFU;
 
@@ -48,12 +48,12 @@ std::string SystemText(std::int32_t number) {
   return Utf8({text.data(), length});
 }
 
-// The standard texts are those that every program of this kind shows, whatever the system's language.
+// The standard texts are always English, whatever the system's language.
 std::string DescriptionOf(std::int32_t number) {
   const std::string_view standard = StandardDescription(number);
   const std::string_view unknown = StandardDescription(0);
   if (standard != unknown) return std::string(standard);
-  // A run-time number is no number of the system's, whose small numbers mean other things.
+  // Small system error codes mean something else, so only HRESULTs are looked up in the system.
   const std::string system = number < 0 ? SystemText(number) : std::string();
   return system.empty() ? std::string(unknown) : system;
 }
@@ -80,7 +80,7 @@ void LeaveErrorObject(const ErrorSource& source, const Error& error) {
   if (FAILED(CreateErrorInfo(creation.Receive()))) return;
   const std::wstring description = Wide(error.Description());
   creation->SetGUID(source.interfaceId);
-  // The calls copy their texts, though they do not promise it in their types.
+  // The calls copy their texts although their signatures are not const.
   creation->SetSource(const_cast<wchar_t*>(source.name));
   creation->SetDescription(const_cast<wchar_t*>(description.c_str()));
   if (const auto information = Query<IErrorInfo>(creation.get())) SetErrorInfo(0, information.get());

@@ -9,38 +9,40 @@
 
 namespace krnqb::com {
 
-// Inward: what an outside call says, as the component's Error. Run-time errors come as 0x800A0000 and their
-// number, or as the automation code that stands for them; every other HRESULT is the number itself.
+// Inward: converts the result of an external call to the component's Error. Run-time errors arrive as
+// 0x800A0000 plus their number or as an equivalent automation code; any other HRESULT is itself the error
+// number.
 
-/// The error of a failed call. Without a description it has the standard or the system's text of its number,
-/// else "Automation error".
+/// Returns the error of a failed call. An empty description is replaced by the number's standard text, else
+/// by the system's text, else by "Automation error".
 Error ErrorOf(HRESULT result, std::string description = {});
-/// The same when DISP_E_EXCEPTION says that `exception` holds the number and the text, which are freed.
+/// As above; if `result` is DISP_E_EXCEPTION, takes the number and the text from `exception`. Frees the texts
+/// in `exception`.
 Error ErrorOf(HRESULT result, EXCEPINFO& exception);
-/// The error of a failed call of an interface of `object`, described by the error object when the interface
-/// has one. Call `ForgetErrors` before the call.
+/// Returns the error of a failed call to an interface of `object`, with the description from the error object
+/// if the interface supports one. Call `ForgetErrors` before the call.
 Error ErrorOf(HRESULT result, IUnknown& object, REFIID interfaceId);
-/// Drops the thread's error object, so that the next one belongs to the next call.
+/// Clears the thread's error object, so that any new one belongs to the next call.
 void ForgetErrors() noexcept;
 
-/// Throws the error of a call that failed.
+/// Throws if the call failed.
 inline void Check(HRESULT result) {
   if (FAILED(result)) throw ErrorOf(result);
 }
 
-// Outward: every method of every object reports its failures here.
+// Outward: every method of every object reports its failures through these functions.
 
-/// Which object and interface an error comes from.
+/// The object and interface that raise an error.
 struct ErrorSource {
   const wchar_t* name;
   const IID& interfaceId;
 };
 
-/// The HRESULT of the exception being handled, its description left in the thread's error object. Call it in
-/// a catch block only.
+/// Returns the HRESULT of the exception being handled and stores its description in the thread's error
+/// object. Call it only inside a catch block.
 HRESULT ReportCaughtError(const ErrorSource& source) noexcept;
 
-/// Runs the body of a method: S_OK, or what it threw.
+/// Runs the body of a method; returns S_OK, or the HRESULT of what it threw.
 template <typename Body>
 HRESULT Guarded(const ErrorSource& source, Body&& body) noexcept {
   try {

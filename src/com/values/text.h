@@ -13,39 +13,39 @@ namespace krnqb::com {
 using krnqb::Utf8;
 using krnqb::Wide;
 
-/// The text of a BSTR; a null BSTR is the empty text.
+/// Returns the text of a BSTR; null is the empty text.
 std::wstring_view TextOf(BSTR text) noexcept;
 
 /// Owns a BSTR.
 class Bstr {
  public:
-  /// Error 7 when there is no memory.
+  /// Throws Error 7 if out of memory.
   explicit Bstr(std::wstring_view text);
   explicit Bstr(std::string_view text) : Bstr(std::wstring_view(Wide(text))) {}
   Bstr() noexcept = default;
-  /// Takes over a BSTR that the caller owns.
+  /// Takes ownership of a BSTR held by the caller.
   static Bstr Adopt(BSTR owned) noexcept {
     Bstr adopted;
-    adopted.value = owned;
+    adopted.value_ = owned;
     return adopted;
   }
-  Bstr(Bstr&& other) noexcept : value(std::exchange(other.value, nullptr)) {}
+  Bstr(Bstr&& other) noexcept : value_(std::exchange(other.value_, nullptr)) {}
   Bstr& operator=(Bstr&& other) noexcept {
-    std::swap(value, other.value);
+    std::swap(value_, other.value_);
     return *this;
   }
-  ~Bstr() { SysFreeString(value); }
+  ~Bstr() { SysFreeString(value_); }
 
-  BSTR get() const noexcept { return value; }
-  /// Where a call puts a text that the caller is to free.
+  BSTR get() const noexcept { return value_; }
+  /// Frees the text and returns where a call stores a new one.
   BSTR* Receive() noexcept {
-    SysFreeString(std::exchange(value, nullptr));
-    return &value;
+    SysFreeString(std::exchange(value_, nullptr));
+    return &value_;
   }
-  [[nodiscard]] BSTR Detach() noexcept { return std::exchange(value, nullptr); }
+  [[nodiscard]] BSTR Detach() noexcept { return std::exchange(value_, nullptr); }
 
  private:
-  BSTR value = nullptr;
+  BSTR value_ = nullptr;
 };
 
 }  // namespace krnqb::com

@@ -9,53 +9,55 @@
 
 namespace krnqb::com {
 
-/// Owns a VARIANT, at first Empty.
+/// Owns a VARIANT, initially Empty.
 class VariantValue {
  public:
-  VariantValue() noexcept { VariantInit(&value); }
-  VariantValue(VariantValue&& other) noexcept : value(other.Detach()) {}
+  VariantValue() noexcept { VariantInit(&value_); }
+  VariantValue(VariantValue&& other) noexcept : value_(other.Detach()) {}
   VariantValue& operator=(VariantValue&& other) noexcept {
     if (this != &other) {
-      VariantClear(&value);
-      value = other.Detach();
+      VariantClear(&value_);
+      value_ = other.Detach();
     }
     return *this;
   }
-  ~VariantValue() { VariantClear(&value); }
+  ~VariantValue() { VariantClear(&value_); }
 
-  /// The value behind any number of references, with a reference of its own to objects and its own text.
-  /// Throws what OLE Automation says of a value that cannot be copied.
+  /// Copies the value behind any number of references, with its own reference to an object and its own text.
+  /// Throws OLE Automation's error if the value cannot be copied.
   static VariantValue CopyOf(const VARIANT& source);
   static VariantValue OfText(std::string_view text);
   static VariantValue OfBoolean(bool truth) noexcept;
   static VariantValue OfInteger(std::int16_t number) noexcept;
-  /// An object, which may be null (Nothing).
+  /// Creates an object value; null means Nothing.
   static VariantValue OfObject(ComPointer<IDispatch> object) noexcept;
 
-  VARIANT& Get() noexcept { return value; }
-  const VARIANT& Get() const noexcept { return value; }
-  VARTYPE Type() const noexcept { return value.vt; }
-  /// Where a call puts a value that the caller is to clear.
+  VARIANT& Get() noexcept { return value_; }
+  const VARIANT& Get() const noexcept { return value_; }
+  VARTYPE Type() const noexcept { return value_.vt; }
+  /// Clears the value and returns where a call stores a new one.
   VARIANT* Receive() noexcept {
-    VariantClear(&value);
-    return &value;
+    VariantClear(&value_);
+    return &value_;
   }
-  /// Gives the value away; the caller clears it.
+  /// Returns the value and gives up ownership; the caller must clear it.
   [[nodiscard]] VARIANT Detach() noexcept {
-    const VARIANT given = value;
-    VariantInit(&value);
+    const VARIANT given = value_;
+    VariantInit(&value_);
     return given;
   }
 
-  /// The object by its automation interface; null when the value is no object or has no such interface.
+  /// Returns the object's automation interface, or null if the value is not an object or has no such
+  /// interface.
   ComPointer<IDispatch> Object() const noexcept;
-  bool IsObject() const noexcept { return value.vt == VT_DISPATCH || value.vt == VT_UNKNOWN; }
+  bool IsObject() const noexcept { return value_.vt == VT_DISPATCH || value_.vt == VT_UNKNOWN; }
 
  private:
-  VARIANT value;
+  VARIANT value_;
 };
 
-/// The value behind VT_BYREF | VT_VARIANT, however deep; null when the chain ends nowhere.
+/// Follows VT_BYREF | VT_VARIANT to the innermost value; returns null if the chain ends in null or never
+/// ends.
 const VARIANT* Followed(const VARIANT& value) noexcept;
 
 }  // namespace krnqb::com

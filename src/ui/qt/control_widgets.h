@@ -6,11 +6,10 @@
 
 namespace krnqb::ui::qt {
 
-/// The widget for a control, named as the control is; the caller owns it. It shows nothing yet but what never
-/// changes.
+/// Creates the widget for a control, with the control's name and its constant properties; the caller owns it.
 QWidget* MakeWidget(const Control& control);
 
-/// Makes a widget that was made for a control show what the control holds now.
+/// Updates the widget of a control to the control's current state.
 void ShowControl(const Control& control, QWidget& widget);
 
 }  // namespace krnqb::ui::qt

@@ -11,7 +11,7 @@
 namespace krnqb::ui::qt {
 
 HeldDisplay RequireDisplay() {
-  // Who chooses Qt's platform, or has another display than X, has said what there is.
+  // If the user selects Qt's platform, or uses a display other than X, leave the check to Qt.
   const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
   if (!platform.isEmpty() && !platform.startsWith("xcb")) return {};
   const QByteArray display = qgetenv("DISPLAY");

@@ -4,11 +4,11 @@
 
 namespace krnqb::ui::qt {
 
-/// Whatever makes sure that a display stays there.
+/// Keeps the connection to a display open.
 using HeldDisplay = std::shared_ptr<void>;
 
-/// Error 429, with the reason, when windows cannot be shown: without a display Qt would end the process. What
-/// is given is to be kept until Qt is connected itself: a server without clients may start anew.
+/// Throws Error 429, with the reason, if windows cannot be shown: without a display Qt would end the process.
+/// Keep the result until Qt has connected: an X server without clients may reset itself.
 HeldDisplay RequireDisplay();
 
 }  // namespace krnqb::ui::qt

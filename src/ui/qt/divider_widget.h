@@ -4,7 +4,7 @@
 
 namespace krnqb::ui::qt {
 
-/// An etched line: a dark line above a light one, each a widget of its own.
+/// An etched line: a dark line above a light one, each a separate widget.
 class DividerWidget : public QWidget {
  public:
   DividerWidget();

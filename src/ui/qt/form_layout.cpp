@@ -12,12 +12,13 @@ namespace krnqb::ui::qt {
 namespace {
 
 constexpr int contentWidth =
-    340;  // a caption fits beside the window's own buttons, and a sentence in few lines
+    340;  // wide enough for a caption beside the window's buttons and for a sentence in few lines
 constexpr int spaceAboveButtons = 8;
 
 using Row = std::vector<const Control*>;
 
-// The controls of a page, or of the window for the empty name, by row. Pages share a row: one is visible.
+// The controls of a page (or of the window, for the empty name) by row. Pages share a row, since only one is
+// visible.
 std::map<int, Row> RowsOf(const Form& form, const std::string& page) {
   std::map<int, Row> rows;
   for (const Control& control : form.controls) {
@@ -39,7 +40,7 @@ void AddButtons(QBoxLayout& lines, const Row& row, const ControlWidgets& widgets
   lines.addLayout(buttons);
 }
 
-// A label speaks for the list beside it.
+// A label names the list beside it.
 void AddSideBySide(QBoxLayout& lines, const Row& row, const ControlWidgets& widgets) {
   auto* line = new QHBoxLayout;
   QLabel* label = nullptr;

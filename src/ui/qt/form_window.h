@@ -9,17 +9,17 @@
 
 namespace krnqb::ui::qt {
 
-/// A dialog as a window: shows what it holds and passes on what a person does.
+/// A dialog as a window: displays its state and passes on what the user does.
 class FormWindow : public QDialog {
  public:
-  /// The dialog outlives its window.
+  /// The dialog must outlive its window.
   FormWindow(Dialog& dialog, QWidget* parent);
 
   const Dialog& Shown() const noexcept { return dialog_; }
 
   void ShowState();
 
-  /// Shows the window until the dialog is no longer open. Throws what the dialog threw.
+  /// Shows the window until the dialog is no longer open. Rethrows what the dialog threw.
   void Run();
 
   void reject() override;
@@ -27,12 +27,12 @@ class FormWindow : public QDialog {
  private:
   void MakeWidgets();
   void ConnectWidget(const Control& control, QWidget& widget);
-  /// Passes on what a person did.
+  /// Passes on a user action.
   void Act(const std::function<void()>& act);
 
   Dialog& dialog_;
   ControlWidgets widgets_;
-  std::exception_ptr fault_;  // nothing may be thrown through Qt
+  std::exception_ptr fault_;  // exceptions must not pass through Qt
 };
 
 }  // namespace krnqb::ui::qt

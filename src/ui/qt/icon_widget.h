@@ -4,7 +4,7 @@
 
 namespace krnqb::ui::qt {
 
-/// The application's icon: amounts that go into a plan. Drawn, so that it is sharp at every scale.
+/// The application's icon: amounts flowing into a plan. Drawn, so that it is sharp at every scale.
 class IconWidget : public QWidget {
  public:
   IconWidget();

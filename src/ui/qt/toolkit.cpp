@@ -19,12 +19,12 @@
 namespace krnqb::ui::qt {
 namespace {
 
-// Qt wants a command line that lives as long as its application.
+// Qt needs a command line that lives as long as the application.
 class Application {
  public:
   Application() : display_(RequireDisplay()), application_(count_, words_.data()) {
     display_.reset();
-    // Qt takes the locale over for the whole process; numbers here are written in one way only.
+    // Qt sets the locale of the whole process; numbers must not depend on it.
     std::setlocale(LC_NUMERIC, "C");
   }
 
@@ -36,7 +36,7 @@ class Application {
   QApplication application_;
 };
 
-// Takes away, while it lives, what a person does with mouse and keyboard, closing windows included.
+// Discards mouse and keyboard input, including closing a window, for the lifetime of the object.
 class InputBarrier : public QObject {
  public:
   InputBarrier() { qApp->installEventFilter(this); }
@@ -116,7 +116,7 @@ class Widgets final : public Toolkit {
   std::optional<std::string> AskForFile(const FileDialogSettings& settings) override {
     QFileDialog dialog(QApplication::activeWindow(), ToQt(settings.title));
     dialog.setObjectName(ToQt(fileDialog));
-    dialog.setOption(QFileDialog::DontUseNativeDialog);  // one that looks and works the same everywhere
+    dialog.setOption(QFileDialog::DontUseNativeDialog);  // the same dialog on every desktop
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);
     const QStringList filters = NameFilters(settings);

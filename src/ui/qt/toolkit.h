@@ -6,8 +6,8 @@
 
 namespace krnqb::ui::qt {
 
-/// Shows the dialogs as Qt widgets, on the thread that calls. Makes the application that Qt needs when there
-/// is none, and ends it with the toolkit. Error 429, with the reason, when there is no display.
+/// Returns a toolkit that shows the dialogs as Qt widgets on the calling thread. Creates Qt's application if
+/// there is none and destroys it with the toolkit. Throws Error 429, with the reason, if there is no display.
 std::shared_ptr<Toolkit> QtToolkit();
 
 }  // namespace krnqb::ui::qt

@@ -22,7 +22,7 @@ void ShowText(HWND window, const std::wstring& text) {
   if (TextOf(window) != text) SetWindowTextW(window, text.c_str());
 }
 
-// Sends a value unless the window has it already.
+// Sends a value unless the window already has it.
 void ShowValue(HWND window, UINT asking, UINT setting, int value) {
   if (SendMessageW(window, asking, 0, 0) != value) {
     SendMessageW(window, setting, static_cast<WPARAM>(value), 0);

@@ -6,12 +6,11 @@
 
 namespace krnqb::ui::win32 {
 
-/// Gives a control's window what never changes: a list its entries, a progress bar its ends, and what draws
-/// no text the name that a screen reader speaks.
+/// Sets the constant properties of a control's window: the entries of a list, the range of a progress bar,
+/// and the accessible name of a control that draws no text.
 void SetUpControl(const Control& control, HWND window);
 
-/// Makes a control's window show what the control holds now. What it shows already is left alone, so that
-/// nothing flickers.
+/// Updates a control's window to the control's current state. Skips what is already shown, to avoid flicker.
 void ShowControl(const Control& control, HWND window);
 
 }  // namespace krnqb::ui::win32

@@ -20,9 +20,9 @@ struct DeleteContext {
 };
 using Context = std::unique_ptr<std::remove_pointer_t<HDC>, DeleteContext>;
 
-// The units in which the icon is described, as many as it is wide and high.
+// The side of the square in whose units the icon is described.
 constexpr int iconSide = 48;
-// The icon is drawn that much larger and shrunk, so that its corners are smooth.
+// The icon is drawn at this multiple of its size and scaled down, for smooth edges.
 constexpr int oversize = 4;
 constexpr COLORREF green = RGB(0x2f, 0x6f, 0x4f);
 constexpr COLORREF white = RGB(0xff, 0xff, 0xff);

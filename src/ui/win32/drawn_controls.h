@@ -6,7 +6,7 @@
 
 namespace krnqb::ui::win32 {
 
-/// Draws a control that draws itself: a divider or the application's icon.
+/// Draws an owner-drawn control: a divider or the application's icon.
 void DrawControl(ControlKind kind, const DRAWITEMSTRUCT& drawing);
 
 }  // namespace krnqb::ui::win32

@@ -24,7 +24,7 @@ HFONT NewHeadingFont(HFONT text) {
   return CreateFontIndirectW(&description);
 }
 
-// What a person did while nobody listened would go to whatever window stands there next.
+// Input from while nobody was listening would otherwise reach the next window in this place.
 void DropInput() {
   MSG dropped{};
   while (PeekMessageW(&dropped, nullptr, 0, 0, PM_REMOVE | PM_QS_INPUT) != FALSE) {
@@ -36,16 +36,16 @@ void DropInput() {
 void FormWindow::Run(HWND owner) {
   const INITCOMMONCONTROLSEX classes{sizeof(classes), ICC_PROGRESS_CLASS};
   InitCommonControlsEx(&classes);
-  const std::wstring name = Wide(dialog.Shown().name);
+  const std::wstring name = Wide(dialog_.Shown().name);
   DialogBoxParamW(OwnModule(), name.c_str(), owner, Procedure, reinterpret_cast<LPARAM>(this));
-  if (fault) std::rethrow_exception(std::exchange(fault, nullptr));
-  if (window == nullptr) throw Error(error_number::cannotCreateObject);
+  if (fault_) std::rethrow_exception(std::exchange(fault_, nullptr));
+  if (window_ == nullptr) throw Error(error_number::cannotCreateObject);
 }
 
 void FormWindow::ShowNow() {
-  hasWorked = true;
+  hasWorked_ = true;
   ShowState();
-  RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+  RedrawWindow(window_, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
 INT_PTR CALLBACK FormWindow::Procedure(HWND place, UINT message, WPARAM first, LPARAM second) noexcept {
@@ -55,23 +55,23 @@ INT_PTR CALLBACK FormWindow::Procedure(HWND place, UINT message, WPARAM first, L
   try {
     return shown->Handle(place, message, first, second);
   } catch (...) {
-    shown->fault = std::current_exception();
+    shown->fault_ = std::current_exception();
     shown->End();
     return TRUE;
   }
 }
 
-// The messages of the window and of its pages.
+// Handles the messages of the window and of its pages.
 INT_PTR FormWindow::Handle(HWND place, UINT message, WPARAM first, LPARAM second) {
   switch (message) {
     case WM_INITDIALOG:
-      if (window == nullptr) Load(place);
-      return FALSE;  // the focus is set
+      if (window_ == nullptr) Load(place);
+      return FALSE;  // the focus is already set
     case WM_COMMAND:
-      if (rows) Command(LOWORD(first), HIWORD(first));
+      if (rows_) Command(LOWORD(first), HIWORD(first));
       return TRUE;
     case WM_CLOSE:
-      Act([this] { dialog.Dismiss(); });
+      Act([this] { dialog_.Dismiss(); });
       return TRUE;
     case WM_DRAWITEM:
       if (const Control* drawn = ControlOf(static_cast<int>(first))) {
@@ -84,82 +84,82 @@ INT_PTR FormWindow::Handle(HWND place, UINT message, WPARAM first, LPARAM second
 }
 
 void FormWindow::Load(HWND made) {
-  window = made;
+  window_ = made;
   RemoveUnknown();
   LoadPages();
   LoadControls();
   LoadHeading();
-  rows.emplace(dialog.Shown(), controls, window);
+  rows_.emplace(dialog_.Shown(), controls_, window_);
   ShowState();
-  SetFocus(GetNextDlgTabItem(window, nullptr, FALSE));
+  SetFocus(GetNextDlgTabItem(window_, nullptr, FALSE));
 }
 
-// A template has all controls that there can be.
+// A template contains every control that the form may have.
 void FormWindow::RemoveUnknown() {
   std::vector<HWND> unknown;
-  for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+  for (HWND child = GetWindow(window_, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
     if (ControlOf(GetDlgCtrlID(child)) == nullptr) unknown.push_back(child);
   }
   for (HWND child : unknown) DestroyWindow(child);
 }
 
-// Pages come before everything else in the tab order, in theirs.
+// Pages come first in the tab order, in form order.
 void FormWindow::LoadPages() {
   HWND previous = HWND_TOP;
-  for (const Control& control : dialog.Shown().controls) {
+  for (const Control& control : dialog_.Shown().controls) {
     if (control.kind != ControlKind::Page) continue;
     const std::wstring name = Wide(control.name);
     HWND page =
-        CreateDialogParamW(OwnModule(), name.c_str(), window, Procedure, reinterpret_cast<LPARAM>(this));
+        CreateDialogParamW(OwnModule(), name.c_str(), window_, Procedure, reinterpret_cast<LPARAM>(this));
     if (page == nullptr) throw Error(error_number::cannotCreateObject);
     SetWindowLongPtrW(page, GWLP_ID, control.identifier);
     SetWindowPos(page, previous, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     previous = page;
-    controls.emplace(control.name, page);
+    controls_.emplace(control.name, page);
   }
 }
 
 void FormWindow::LoadControls() {
-  for (const Control& control : dialog.Shown().controls) {
+  for (const Control& control : dialog_.Shown().controls) {
     HWND made = WindowOf(control);
     if (made == nullptr) throw Error(error_number::cannotCreateObject);
-    controls.emplace(control.name, made);
+    controls_.emplace(control.name, made);
     SetUpControl(control, made);
   }
 }
 
 void FormWindow::LoadHeading() {
-  const auto title = controls.find(std::string(control::title.name));
-  if (title == controls.end()) return;
-  heading.reset(NewHeadingFont(reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0))));
-  SendMessageW(title->second, WM_SETFONT, reinterpret_cast<WPARAM>(heading.get()), FALSE);
+  const auto title = controls_.find(std::string(control::title.name));
+  if (title == controls_.end()) return;
+  heading_.reset(NewHeadingFont(reinterpret_cast<HFONT>(SendMessageW(window_, WM_GETFONT, 0, 0))));
+  SendMessageW(title->second, WM_SETFONT, reinterpret_cast<WPARAM>(heading_.get()), FALSE);
 }
 
 void FormWindow::ShowState() {
-  const Form& form = dialog.Shown();
-  SetWindowTextW(window, Wide(form.caption).c_str());
-  for (const Control& control : form.controls) ShowControl(control, controls.at(control.name));
-  rows->Arrange(form, controls);
+  const Form& form = dialog_.Shown();
+  SetWindowTextW(window_, Wide(form.caption).c_str());
+  for (const Control& control : form.controls) ShowControl(control, controls_.at(control.name));
+  rows_->Arrange(form, controls_);
 }
 
 void FormWindow::Command(int identifier, int notification) {
   const Control* control = ControlOf(identifier);
   if (control == nullptr) {
-    // Enter and Escape, where the buttons that they press have other numbers.
-    if (identifier == IDOK) Act([this] { dialog.Press(dialog.Shown().defaultButton); });
-    if (identifier == IDCANCEL) Act([this] { dialog.Dismiss(); });
+    // Enter and Escape, if the buttons they press have other numbers.
+    if (identifier == IDOK) Act([this] { dialog_.Press(dialog_.Shown().defaultButton); });
+    if (identifier == IDCANCEL) Act([this] { dialog_.Dismiss(); });
     return;
   }
   const std::string name = control->name;
-  HWND place = controls.at(name);
+  HWND place = controls_.at(name);
   if (control->kind == ControlKind::Button && notification == BN_CLICKED) {
-    Act([&] { dialog.Press(name); });
+    Act([&] { dialog_.Press(name); });
   } else if (control->kind == ControlKind::CheckBox && notification == BN_CLICKED) {
     const bool checked = SendMessageW(place, BM_GETCHECK, 0, 0) == BST_CHECKED;
-    Act([&] { dialog.Check(name, checked); });
+    Act([&] { dialog_.Check(name, checked); });
   } else if (control->kind == ControlKind::DropDownList && notification == CBN_SELCHANGE) {
     const auto index = static_cast<int>(SendMessageW(place, CB_GETCURSEL, 0, 0));
-    Act([&] { dialog.Choose(name, index); });
+    Act([&] { dialog_.Choose(name, index); });
   }
 }
 
@@ -167,24 +167,24 @@ void FormWindow::Act(const std::function<void()>& act) {
   try {
     act();
   } catch (...) {
-    fault = std::current_exception();
+    fault_ = std::current_exception();
   }
   ShowState();
-  if (fault || !dialog.IsOpen()) End();
+  if (fault_ || !dialog_.IsOpen()) End();
 }
 
 void FormWindow::End() {
-  if (hasWorked) DropInput();
-  EndDialog(window, 0);
+  if (hasWorked_) DropInput();
+  EndDialog(window_, 0);
 }
 
 HWND FormWindow::WindowOf(const Control& control) const {
-  if (control.kind == ControlKind::Page) return controls.at(control.name);
-  return GetDlgItem(control.page.empty() ? window : controls.at(control.page), control.identifier);
+  if (control.kind == ControlKind::Page) return controls_.at(control.name);
+  return GetDlgItem(control.page.empty() ? window_ : controls_.at(control.page), control.identifier);
 }
 
 const Control* FormWindow::ControlOf(int identifier) const noexcept {
-  const std::vector<Control>& all = dialog.Shown().controls;
+  const std::vector<Control>& all = dialog_.Shown().controls;
   const auto found = std::find_if(all.begin(), all.end(), [identifier](const Control& control) {
     return control.identifier == identifier;
   });

@@ -13,23 +13,23 @@
 
 namespace krnqb::ui::win32 {
 
-/// A dialog as a window: shows what it holds and passes on what a person does. The window is made from the
-/// template of the form's name, each of its pages from that of the page's name.
+/// A dialog as a window: displays its state and passes on what the user does. The window is created from the
+/// template with the form's name, each page from the template with the page's name.
 class FormWindow {
  public:
-  /// The dialog outlives its window.
-  explicit FormWindow(Dialog& shownDialog) : dialog(shownDialog) {}
+  /// The dialog must outlive its window.
+  explicit FormWindow(Dialog& dialog) : dialog_(dialog) {}
   FormWindow(const FormWindow&) = delete;
   FormWindow& operator=(const FormWindow&) = delete;
 
-  const Dialog& Shown() const noexcept { return dialog; }
+  const Dialog& Shown() const noexcept { return dialog_; }
 
-  /// Shows the window before its owner, which may be null, until the dialog is no longer open. Throws what
-  /// the dialog threw; error 429 when the window cannot be made.
+  /// Shows the window in front of its owner, which may be null, until the dialog is no longer open. Rethrows
+  /// what the dialog threw; throws Error 429 if the window cannot be created.
   void Run(HWND owner);
 
-  /// Shows and paints what the dialog holds now, without handling messages: what a person does waits, and is
-  /// dropped when the dialog ends.
+  /// Displays and paints the dialog's current state without handling messages: user input waits, and is
+  /// discarded when the dialog ends.
   void ShowNow();
 
  private:
@@ -46,19 +46,19 @@ class FormWindow {
   void RemoveUnknown();
   void ShowState();
   void Command(int identifier, int notification);
-  /// Passes on what a person did.
+  /// Passes on a user action.
   void Act(const std::function<void()>& act);
   void End();
   HWND WindowOf(const Control& control) const;
   const Control* ControlOf(int identifier) const noexcept;
 
-  Dialog& dialog;
-  HWND window = nullptr;
-  ControlWindows controls;
-  std::optional<RowLayout> rows;
-  std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteFont> heading;
-  bool hasWorked = false;
-  std::exception_ptr fault;  // nothing may be thrown through the system
+  Dialog& dialog_;
+  HWND window_ = nullptr;
+  ControlWindows controls_;
+  std::optional<RowLayout> rows_;
+  std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteFont> heading_;
+  bool hasWorked_ = false;
+  std::exception_ptr fault_;  // exceptions must not pass through the system
 };
 
 }  // namespace krnqb::ui::win32

@@ -8,9 +8,9 @@
 namespace krnqb::ui::win32 {
 namespace {
 
-constexpr std::size_t longestPath = 32768;  // with the NUL that ends it
+constexpr std::size_t longestPath = 32768;  // including the terminating NUL
 
-// Each description and each pattern ends with a NUL; so does the list.
+// Each description and each pattern is NUL-terminated, and so is the list.
 std::wstring FilterList(const FileDialogSettings& settings) {
   std::wstring list;
   for (const FileFilter& filter : settings.filters) {

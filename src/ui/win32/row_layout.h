@@ -12,14 +12,14 @@ namespace krnqb::ui::win32 {
 
 using ControlWindows = std::map<std::string, HWND>;
 
-/// Where a window's rows stand. A row that shows nothing takes no room: those below it move up, and the
-/// window is that much lower.
+/// Positions a window's rows. A row without visible content takes no space: the rows below it move up and the
+/// window shrinks.
 class RowLayout {
  public:
-  /// Of a window as its template has made it, every row in its place.
-  RowLayout(const Form& form, const ControlWindows& controls, HWND shownWindow);
+  /// Takes the positions from a window as its template created it, with every row in place.
+  RowLayout(const Form& form, const ControlWindows& controls, HWND window);
 
-  /// Closes up the rows that show nothing now, and makes room for those that do.
+  /// Collapses the rows that are empty now and restores the others.
   void Arrange(const Form& form, const ControlWindows& controls);
 
  private:
@@ -33,10 +33,10 @@ class RowLayout {
     std::vector<Place> places;
   };
 
-  HWND window;
-  SIZE size{};
-  std::map<int, Row> rows;
-  int closedUp = 0;
+  HWND window_;
+  SIZE size_{};
+  std::map<int, Row> rows_;
+  int closedUp_ = 0;
 };
 
 }  // namespace krnqb::ui::win32

@@ -15,23 +15,23 @@ class SystemWindows final : public Toolkit {
  public:
   void ShowModal(Dialog& dialog) override {
     FormWindow window(dialog);
-    windows.push_back(&window);
+    windows_.push_back(&window);
     try {
       window.Run(GetActiveWindow());
     } catch (...) {
-      windows.pop_back();
+      windows_.pop_back();
       throw;
     }
-    windows.pop_back();
+    windows_.pop_back();
   }
 
   void ShowNow(const Dialog& dialog) override {
-    for (FormWindow* window : windows) {
+    for (FormWindow* window : windows_) {
       if (&window->Shown() == &dialog) window->ShowNow();
     }
   }
 
-  // An empty caption: without one the system would write "Error".
+  // An empty caption; with a null caption the system would show "Error".
   void ShowMessage(std::string_view text) override {
     MessageBoxW(GetActiveWindow(), Wide(text).c_str(), L"", MB_OK);
   }
@@ -41,7 +41,7 @@ class SystemWindows final : public Toolkit {
   }
 
  private:
-  std::vector<FormWindow*> windows;
+  std::vector<FormWindow*> windows_;
 };
 
 }  // namespace

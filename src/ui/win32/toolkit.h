@@ -6,9 +6,9 @@
 
 namespace krnqb::ui::win32 {
 
-/// Shows the dialogs as windows of the system's own, before the host's active window, on the thread that
-/// calls. The module that this is linked into has the templates of dialogs.rc. Error 429 when a window cannot
-/// be made.
+/// Returns a toolkit that shows the dialogs as native windows in front of the host's active window, on the
+/// calling thread. The module must contain the templates of dialogs.rc. The toolkit throws Error 429 if a
+/// window cannot be created.
 std::shared_ptr<Toolkit> Win32Toolkit();
 
 }  // namespace krnqb::ui::win32

@@ -12,7 +12,7 @@ namespace {
 constexpr DISPID connectIdentifier = 1;
 constexpr DISPID disconnectIdentifier = 2;
 
-// Arguments stand in reverse order. Script hosts pass variables as variants by reference.
+// Arguments are in reverse order. Script hosts pass variables as variants by reference.
 IDispatch* ObjectArgument(const DISPPARAMS& parameters, UINT position) {
   const VARIANT* argument = &parameters.rgvarg[parameters.cArgs - 1 - position];
   while (argument->vt == (VT_BYREF | VT_VARIANT)) argument = argument->pvarVal;
@@ -41,11 +41,11 @@ HRESULT EventBridge::QueryInterface(REFIID identifier, void** object) {
 }
 
 ULONG EventBridge::AddRef() {
-  return static_cast<ULONG>(++references);
+  return static_cast<ULONG>(++references_);
 }
 
 ULONG EventBridge::Release() {
-  const long left = --references;
+  const long left = --references_;
   if (left == 0) delete this;
   return static_cast<ULONG>(left);
 }
@@ -87,16 +87,16 @@ HRESULT EventBridge::Invoke(DISPID identifier, REFIID /*reserved*/, LCID /*local
 HRESULT EventBridge::Connect(IUnknown* source, IDispatch* handler) {
   EventSink* sink = EventSink::Advised(source, handler);
   if (sink == nullptr) return CONNECT_E_CANNOTCONNECT;
-  sinks.push_back(sink);
+  sinks_.push_back(sink);
   return S_OK;
 }
 
 void EventBridge::Disconnect() {
-  for (EventSink* sink : sinks) {
+  for (EventSink* sink : sinks_) {
     sink->Unadvise();
     sink->Release();
   }
-  sinks.clear();
+  sinks_.clear();
 }
 
 ServedClass TheServedClass() {

@@ -11,12 +11,12 @@ namespace krnqb::testing {
 
 class EventSink;
 
-/// What gives scripts the events of an object where their host has no means for it:
+/// Delivers an object's events to scripts whose host cannot connect events itself:
 ///
-///     bridge.Connect(source, handler)    from now on each event calls the handler's method of the event's
-///     name bridge.Disconnect()                ends all connections
+///     bridge.Connect(source, handler)  calls the handler's method with the event's name for each event
+///     bridge.Disconnect()              ends all connections
 ///
-/// Reached by name alone, as scripts do.
+/// Called late-bound, as scripts do.
 class EventBridge final : public IDispatch {
  public:
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID identifier, void** object) override;
@@ -37,9 +37,9 @@ class EventBridge final : public IDispatch {
   HRESULT Connect(IUnknown* source, IDispatch* handler);
   void Disconnect();
 
-  std::atomic<long> references{1};
-  ServerUse use;
-  std::vector<EventSink*> sinks;  ///< each with a reference of ours
+  std::atomic<long> references_{1};
+  ServerUse use_;
+  std::vector<EventSink*> sinks_;  ///< owned references
 };
 
 }  // namespace krnqb::testing

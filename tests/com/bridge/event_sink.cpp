@@ -9,7 +9,7 @@ bool IsEventInterface(int flags) {
   return (flags & IMPLTYPEFLAG_FDEFAULT) != 0 && (flags & IMPLTYPEFLAG_FSOURCE) != 0;
 }
 
-// The default event interface of the object's class; null when it has none.
+// Returns the default event interface of the object's class, or null if it has none.
 ITypeInfo* EventInterface(IUnknown* source) {
   IProvideClassInfo* provider = nullptr;
   if (FAILED(source->QueryInterface(IID_IProvideClassInfo, reinterpret_cast<void**>(&provider)))) {
@@ -50,43 +50,43 @@ IConnectionPoint* PointOf(IUnknown* source, REFIID identifier) {
 
 }  // namespace
 
-EventSink::EventSink(IDispatch* eventHandler, ITypeInfo* eventInterface)
-    : handler(eventHandler), information(eventInterface) {
-  handler->AddRef();
+EventSink::EventSink(IDispatch* handler, ITypeInfo* information)
+    : handler_(handler), information_(information) {
+  handler_->AddRef();
   TYPEATTR* attributes = nullptr;
-  if (SUCCEEDED(information->GetTypeAttr(&attributes))) {
-    eventIdentifier = attributes->guid;
-    information->ReleaseTypeAttr(attributes);
+  if (SUCCEEDED(information_->GetTypeAttr(&attributes))) {
+    eventIdentifier_ = attributes->guid;
+    information_->ReleaseTypeAttr(attributes);
   }
 }
 
 EventSink::~EventSink() {
-  handler->Release();
-  information->Release();
+  handler_->Release();
+  information_->Release();
 }
 
 EventSink* EventSink::Advised(IUnknown* source, IDispatch* handler) {
   ITypeInfo* eventInterface = EventInterface(source);
   if (eventInterface == nullptr) return nullptr;
   auto* sink = new EventSink(handler, eventInterface);
-  sink->point = PointOf(source, sink->eventIdentifier);
-  if (sink->point != nullptr && SUCCEEDED(sink->point->Advise(sink, &sink->cookie))) return sink;
+  sink->point_ = PointOf(source, sink->eventIdentifier_);
+  if (sink->point_ != nullptr && SUCCEEDED(sink->point_->Advise(sink, &sink->cookie_))) return sink;
   sink->Unadvise();
   sink->Release();
   return nullptr;
 }
 
 void EventSink::Unadvise() {
-  if (point == nullptr) return;
-  if (cookie != 0) point->Unadvise(cookie);
-  point->Release();
-  point = nullptr;
+  if (point_ == nullptr) return;
+  if (cookie_ != 0) point_->Unadvise(cookie_);
+  point_->Release();
+  point_ = nullptr;
 }
 
 HRESULT EventSink::QueryInterface(REFIID identifier, void** object) {
   *object = nullptr;
   if (!IsEqualIID(identifier, IID_IUnknown) && !IsEqualIID(identifier, IID_IDispatch) &&
-      !IsEqualIID(identifier, eventIdentifier)) {
+      !IsEqualIID(identifier, eventIdentifier_)) {
     return E_NOINTERFACE;
   }
   AddRef();
@@ -95,11 +95,11 @@ HRESULT EventSink::QueryInterface(REFIID identifier, void** object) {
 }
 
 ULONG EventSink::AddRef() {
-  return static_cast<ULONG>(++references);
+  return static_cast<ULONG>(++references_);
 }
 
 ULONG EventSink::Release() {
-  const long left = --references;
+  const long left = --references_;
   if (left == 0) delete this;
   return static_cast<ULONG>(left);
 }
@@ -123,22 +123,22 @@ HRESULT EventSink::Invoke(DISPID identifier, REFIID /*reserved*/, LCID locale, W
                           DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception, UINT* argument) {
   BSTR name = nullptr;
   UINT count = 0;
-  if (FAILED(information->GetNames(identifier, &name, 1, &count)) || count == 0) {
+  if (FAILED(information_->GetNames(identifier, &name, 1, &count)) || count == 0) {
     return DISP_E_MEMBERNOTFOUND;
   }
-  // Script objects are asked through IDispatchEx first: those of VBScript know their names there alone.
+  // Ask script objects through IDispatchEx first: VBScript's know their names only there.
   DISPID method = DISPID_UNKNOWN;
   IDispatchEx* extended = nullptr;
-  HRESULT found = handler->QueryInterface(__uuidof(IDispatchEx), reinterpret_cast<void**>(&extended));
+  HRESULT found = handler_->QueryInterface(__uuidof(IDispatchEx), reinterpret_cast<void**>(&extended));
   if (SUCCEEDED(found)) {
     found = extended->GetDispID(name, fdexNameCaseInsensitive, &method);
     extended->Release();
   } else {
-    found = handler->GetIDsOfNames(IID_NULL, &name, 1, locale, &method);
+    found = handler_->GetIDsOfNames(IID_NULL, &name, 1, locale, &method);
   }
   SysFreeString(name);
-  if (FAILED(found)) return S_OK;  // an event that the handler does not care for
-  return handler->Invoke(method, IID_NULL, locale, DISPATCH_METHOD, parameters, result, exception, argument);
+  if (FAILED(found)) return S_OK;  // the handler ignores this event
+  return handler_->Invoke(method, IID_NULL, locale, DISPATCH_METHOD, parameters, result, exception, argument);
 }
 
 }  // namespace krnqb::testing

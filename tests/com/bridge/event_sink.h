@@ -9,10 +9,10 @@
 
 namespace krnqb::testing {
 
-/// Receives the events of one source and calls the handler's method of the event's name.
+/// Receives the events of one source and calls the handler's method with the event's name.
 class EventSink final : public IDispatch {
  public:
-  /// Finds the source's event interface by the class that it says it is, and advises it. Null when it cannot.
+  /// Finds the source's event interface in its class information and advises it. Returns null on failure.
   static EventSink* Advised(IUnknown* source, IDispatch* handler);
 
   void Unadvise();
@@ -30,16 +30,16 @@ class EventSink final : public IDispatch {
                                    UINT* argument) override;
 
  private:
-  EventSink(IDispatch* eventHandler, ITypeInfo* eventInterface);
+  EventSink(IDispatch* handler, ITypeInfo* information);
   ~EventSink();
 
-  std::atomic<long> references{1};
-  ServerUse use;
-  IDispatch* handler;      ///< ours
-  ITypeInfo* information;  ///< ours; of the event interface
-  IID eventIdentifier{};
-  IConnectionPoint* point = nullptr;  ///< ours while advised
-  DWORD cookie = 0;
+  std::atomic<long> references_{1};
+  ServerUse use_;
+  IDispatch* handler_;      ///< owned
+  ITypeInfo* information_;  ///< owned; of the event interface
+  IID eventIdentifier_{};
+  IConnectionPoint* point_ = nullptr;  ///< owned while advised
+  DWORD cookie_ = 0;
 };
 
 }  // namespace krnqb::testing

@@ -1,4 +1,4 @@
-// A client of the multithreaded apartment is served through the standard marshaller.
+// A client in the multithreaded apartment reaches the object through the standard marshaller.
 #include <gtest/gtest.h>
 
 #include <thread>
@@ -8,7 +8,7 @@
 namespace krnqb::testing {
 namespace {
 
-TEST(Apartments, AClientOfTheMultithreadedOneIsServed) {
+TEST(Apartments, ServeClientsOfTheMultithreadedApartment) {
   HRESULT created = E_FAIL;
   HRESULT put = E_FAIL;
   long year = 0;
@@ -21,7 +21,7 @@ TEST(Apartments, AClientOfTheMultithreadedOneIsServed) {
       created = CoCreateInstance(CLSID_QBDataExchange, nullptr, CLSCTX_INPROC_SERVER,
                                  __uuidof(_QBDataExchange), exchange.ReceiveAny());
       if (SUCCEEDED(created)) {
-        // A proxy, since the object lives in an apartment of its own.
+        // A proxy: the object lives in an apartment of its own.
         Held<IUnknown> proxy;
         marshalled = SUCCEEDED(exchange->QueryInterface(IID_IMarshal, proxy.ReceiveAny()));
         put = exchange->put_KRNStartingYear(2004);

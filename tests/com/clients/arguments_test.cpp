@@ -1,4 +1,4 @@
-// Named, missing and omitted arguments, wrong counts and wrong types, by name.
+// Named, missing and omitted arguments, wrong counts and wrong types in late-bound calls.
 #include <gtest/gtest.h>
 
 #include "host/component.h"
@@ -6,7 +6,7 @@
 namespace krnqb::testing {
 namespace {
 
-TEST(Arguments, MembersAreFoundInAnyLetterCase) {
+TEST(Arguments, FindMembersCaseInsensitively) {
   const LateBound exchange = NewLateBoundExchange();
   const DISPID member = exchange.Member(L"IncludeExpenseAccounts");
   EXPECT_NE(DISPID_UNKNOWN, member);
@@ -14,7 +14,7 @@ TEST(Arguments, MembersAreFoundInAnyLetterCase) {
   EXPECT_EQ(DISPID_UNKNOWN, exchange.Member(L"IncludeEverything"));
 }
 
-TEST(Arguments, OmittedOptionsAreTheirDefaults) {
+TEST(Arguments, DefaultWhenOmitted) {
   const Answering answers(1, UsualAnswers());
   const LateBound exchange = NewLateBoundExchange();
   EXPECT_EQ(-1, exchange.Call(L"IsSDKVersionSupported").value.AsLong());
@@ -43,7 +43,7 @@ TEST(Arguments, MayBeNamedInAnyOrder) {
   EXPECT_EQ(S_OK, mixed.result);
 }
 
-TEST(Arguments, AnUnknownNameIsRefused) {
+TEST(Arguments, AreRefusedIfTheirNameIsUnknown) {
   const LateBound exchange = NewLateBoundExchange();
   EXPECT_EQ(DISP_E_UNKNOWNNAME, exchange.CallNamed(L"KRNDeserialize", {}, {{L"SerialDatum", L""}}).result);
   const Outcome unknown = exchange.Invoke(exchange.Member(L"KRNDeserialize"), DISPATCH_METHOD, {L""}, {99});
@@ -51,7 +51,7 @@ TEST(Arguments, AnUnknownNameIsRefused) {
   EXPECT_EQ(0U, unknown.wrongArgument);
 }
 
-TEST(Arguments, WrongCountsAreRefused) {
+TEST(Arguments, AreRefusedIfTheirCountIsWrong) {
   const LateBound exchange = NewLateBoundExchange();
   EXPECT_EQ(DISP_E_BADPARAMCOUNT, exchange.Call(L"Go", {1}).result);
   EXPECT_EQ(DISP_E_BADPARAMCOUNT, exchange.Call(L"KRNSerialize", {0, 0}).result);
@@ -62,7 +62,7 @@ TEST(Arguments, WrongCountsAreRefused) {
   EXPECT_EQ(DISP_E_BADPARAMCOUNT, put.result);
 }
 
-TEST(Arguments, ARequiredOneMustBeThere) {
+TEST(Arguments, AreRefusedIfARequiredOneIsMissing) {
   const LateBound exchange = NewLateBoundExchange();
   for (const wchar_t* method : {L"KRNOpenPlan", L"KRNDeserialize", L"QbSerialize", L"SubmitCustomRequest",
                                 L"ShowDialog", L"MonthsOfActivity", L"Execute"}) {
@@ -74,9 +74,9 @@ TEST(Arguments, ARequiredOneMustBeThere) {
   EXPECT_EQ(DISP_E_PARAMNOTOPTIONAL, missing.result);
 }
 
-TEST(Arguments, TheWrongOneIsToldByItsIndex) {
+TEST(Arguments, ReportTheIndexOfTheInvalidOne) {
   const LateBound exchange = NewLateBoundExchange();
-  // The index counts as the arguments stand in the call: the last one is 0.
+  // The index is that of the reversed array: the last argument is 0.
   const Outcome options = exchange.Call(L"KRNDeserialize", {L"", L"no number"});
   EXPECT_EQ(DISP_E_TYPEMISMATCH, options.result);
   EXPECT_EQ(0U, options.wrongArgument);
@@ -88,7 +88,7 @@ TEST(Arguments, TheWrongOneIsToldByItsIndex) {
   EXPECT_EQ(1U, action.wrongArgument);
 }
 
-TEST(Arguments, VariablesByReferenceAreTakenForTypedParameters) {
+TEST(Arguments, AcceptVariantReferencesForTypedParameters) {
   const LateBound exchange = NewLateBoundExchange();
   Value options(0);
   Value document(L"no document");
@@ -107,7 +107,7 @@ TEST(Arguments, VariablesByReferenceAreTakenForTypedParameters) {
   EXPECT_TRUE(collection.AsObject());
 }
 
-TEST(Arguments, ATypedReferenceIsTakenAsItIs) {
+TEST(Arguments, AcceptTypedReferences) {
   const LateBound exchange = NewLateBoundExchange();
   int options = 0;
   VARIANT arguments[2]{};
@@ -122,7 +122,7 @@ TEST(Arguments, ATypedReferenceIsTakenAsItIs) {
   EXPECT_EQ(L"", result.AsText());
 }
 
-TEST(Arguments, OnlyTheNullIdentifierIsTaken) {
+TEST(Arguments, RequireTheNullInterfaceIdentifier) {
   const LateBound exchange = NewLateBoundExchange();
   const DISPID member = exchange.Member(L"KRNProduct");
   EXPECT_EQ(DISP_E_UNKNOWNINTERFACE,
@@ -133,15 +133,15 @@ TEST(Arguments, OnlyTheNullIdentifierIsTaken) {
             exchange.Get()->GetIDsOfNames(IID_IDispatch, &name, 1, LOCALE_USER_DEFAULT, &found));
 }
 
-TEST(Arguments, AMemberThatIsNotThereIsToldSo) {
+TEST(Arguments, ReportAMissingMember) {
   const LateBound exchange = NewLateBoundExchange();
   EXPECT_EQ(DISP_E_MEMBERNOTFOUND, exchange.Invoke(4711, DISPATCH_METHOD, {}).result);
-  // No call of a property, no letting of what is only read.
+  // A property cannot be called, and a read-only one cannot be assigned.
   EXPECT_EQ(DISP_E_MEMBERNOTFOUND, exchange.Let(L"QBIncomeAccounts", Value(1)).result);
   EXPECT_EQ(DISP_E_MEMBERNOTFOUND, exchange.Set(L"KRNProduct", Value(1)).result);
 }
 
-TEST(Arguments, ResultsAndExceptionsMayBeUnwanted) {
+TEST(Arguments, AllowNullResultsAndExceptions) {
   const LateBound exchange = NewLateBoundExchange();
   DISPPARAMS none{};
   EXPECT_EQ(S_OK, exchange.Get()->Invoke(exchange.Member(L"KRNSerialize"), IID_NULL, LOCALE_USER_DEFAULT,
@@ -154,9 +154,9 @@ TEST(Arguments, ResultsAndExceptionsMayBeUnwanted) {
                                    DISPATCH_METHOD, &one, nullptr, nullptr, nullptr));
 }
 
-TEST(Arguments, MethodsMayBeCalledAsPropertiesAsWell) {
+TEST(Arguments, AllowMethodsToBeReadAsProperties) {
   const LateBound exchange = NewLateBoundExchange();
-  // Visual Basic does not know which of the two a late-bound name is.
+  // Visual Basic cannot know whether a late-bound name is a method or a property.
   const Outcome read =
       exchange.Invoke(exchange.Member(L"GetTablesAffected"), DISPATCH_METHOD | DISPATCH_PROPERTYGET, {});
   EXPECT_EQ(S_OK, read.result);

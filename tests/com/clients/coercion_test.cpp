@@ -1,4 +1,4 @@
-// What callers by name may pass for a member of a given type, and what they get for the rest.
+// The values that late-bound callers may pass for a member of each type, and the errors for all others.
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -12,7 +12,7 @@ struct Coercion {
   const char* what;
   Value given;
   HRESULT result;
-  long read = 0;  ///< when it succeeded
+  long read = 0;  ///< if the call succeeds
 };
 
 void Check(const wchar_t* property, const std::vector<Coercion>& coercions, VARTYPE type) {
@@ -61,7 +61,7 @@ TEST(Coercion, Longs) {
         VT_I4);
 }
 
-TEST(Coercion, Truths) {
+TEST(Coercion, Booleans) {
   Check(L"IncludeExpenseAccounts",
         {{"true", Value(true), S_OK, -1},
          {"-1", Value(-1), S_OK, -1},
@@ -86,7 +86,7 @@ TEST(Coercion, Enumerations) {
     EXPECT_EQ(2, got.value.AsLong());
   }
   EXPECT_EQ(DISP_E_TYPEMISMATCH, exchange.Let(L"KRNProduct", L"ald").result);
-  // A value outside the enumeration is a number like any other.
+  // Values outside the enumeration are accepted.
   EXPECT_EQ(S_OK, exchange.Let(L"KRNProduct", Value(77)).result);
   EXPECT_EQ(77, exchange.Read(L"KRNProduct").value.AsLong());
 }
@@ -104,7 +104,7 @@ TEST(Coercion, Texts) {
   EXPECT_EQ(DISP_E_TYPEMISMATCH, exchange.Let(L"ErrorDescription", Value::Null()).result);
 }
 
-TEST(Coercion, VariantsByReferenceAreFollowedHoweverDeep) {
+TEST(Coercion, FollowsVariantReferencesToAnyDepth) {
   const LateBound exchange = NewLateBoundExchange();
   Value number(L"41");
   Value first = Value::Reference(number);
@@ -117,7 +117,7 @@ TEST(Coercion, VariantsByReferenceAreFollowedHoweverDeep) {
   EXPECT_EQ(42, exchange.Read(L"GrowthRateCOGS").value.AsLong());
 }
 
-TEST(Coercion, ReferencesOfOtherTypesAreFollowed) {
+TEST(Coercion, FollowsTypedReferences) {
   const LateBound exchange = NewLateBoundExchange();
   long number = 43;
   VARIANT reference{};
@@ -130,7 +130,7 @@ TEST(Coercion, ReferencesOfOtherTypesAreFollowed) {
   EXPECT_EQ(43, exchange.Read(L"GrowthRateCOGS").value.AsLong());
 }
 
-TEST(Coercion, AnObjectIsPutEvenWhenTheCallerSaysLet) {
+TEST(Coercion, AcceptsAPlainAssignmentOfAnObject) {
   const LateBound exchange = NewLateBoundExchange();
   const auto plan = NamedObject::Make();
   EXPECT_EQ(S_OK, exchange.Let(L"KRNPlanData", Value(plan.Get())).result);
@@ -142,7 +142,7 @@ TEST(Coercion, AnObjectIsPutEvenWhenTheCallerSaysLet) {
   EXPECT_FALSE(exchange.Read(L"KRNPlanData").value.AsObject());
 }
 
-TEST(Coercion, AValueThatIsNoObjectIsRefusedForAnObject) {
+TEST(Coercion, RefusesAValueThatIsNotAnObject) {
   const LateBound exchange = NewLateBoundExchange();
   for (const wchar_t* property : {L"mQBDataExchangeObject", L"SelectedExpenses"}) {
     const Outcome put = exchange.Set(property, Value(3));

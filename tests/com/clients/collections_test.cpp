@@ -39,7 +39,7 @@ std::vector<std::wstring> Enumerated(const LateBound& collection) {
   return items;
 }
 
-TEST(Collections, TheTablesOfEachProductStandInTheirOrder) {
+TEST(Collections, ListTheTablesOfEachProductInOrder) {
   const std::vector<std::wstring> others{
       L"20000000000000000000000000000400", L"21000000000000000000000000000400",
       L"20000000000000000000000000000600", L"21000000000000000000000000000600",
@@ -55,7 +55,7 @@ TEST(Collections, TheTablesOfEachProductStandInTheirOrder) {
   EXPECT_TRUE(Enumerated(TablesOf(0)).empty());
 }
 
-TEST(Collections, AreAddedToAndRemovedFromByPositionAndKey) {
+TEST(Collections, AddAndRemoveByPositionAndKey) {
   const LateBound collection = TablesOf(0);
   EXPECT_EQ(S_OK, collection.Call(L"Add", {L"one", L"first"}).result);
   EXPECT_EQ(S_OK, collection.Call(L"Add", {L"two"}).result);
@@ -71,7 +71,7 @@ TEST(Collections, AreAddedToAndRemovedFromByPositionAndKey) {
   EXPECT_EQ((std::vector<std::wstring>{L"between", L"two"}), ItemsOf(collection));
 }
 
-TEST(Collections, TellWhatIsWrong) {
+TEST(Collections, ReportInvalidArguments) {
   const LateBound collection = TablesOf(1);
   collection.Call(L"Add", {L"again", L"key"});
   EXPECT_EQ(RunTimeError(9), collection.Read(L"Item", {Value(0)}).exception.scode);
@@ -81,7 +81,7 @@ TEST(Collections, TellWhatIsWrong) {
   EXPECT_EQ(RunTimeError(5), collection.Call(L"Remove", {L"no key"}).exception.scode);
 }
 
-TEST(Collections, AnEnumeratorGoesOnWhereItWas) {
+TEST(Collections, ResumeAnEnumerationWhereItStopped) {
   const Outcome enumerating = TablesOf(1).Invoke(DISPID_NEWENUM, DISPATCH_METHOD, {});
   const auto values = Held<IUnknown>::Sharing(enumerating.value.Raw().punkVal).As<IEnumVARIANT>();
   ASSERT_TRUE(values);
@@ -102,7 +102,7 @@ TEST(Collections, AnEnumeratorGoesOnWhereItWas) {
   for (VARIANT& value : several) VariantClear(&value);
 }
 
-TEST(Subtotals, HoldFourteenAmountsAndTheirSum) {
+TEST(Subtotals, HaveFourteenAmountsAndTheirSum) {
   const LateBound record = NewSubtotals();
   EXPECT_EQ(L"", record.Read(L"Description").value.AsText());
   EXPECT_EQ(S_OK, record.Let(L"Description", L"Rent").result);
@@ -129,14 +129,14 @@ TEST(Subtotals, HaveNoOtherSlots) {
   EXPECT_EQ(DISP_E_OVERFLOW, record.Read(L"SubTotal", {Value(70000)}).result);
 }
 
-TEST(Subtotals, ASumThatLeavesTheRangeIsZero) {
+TEST(Subtotals, HaveAZeroSumIfItOverflows) {
   const LateBound record = NewSubtotals();
   record.LetAt(L"SubTotal", Value(1), Value(1.7e308));
   record.LetAt(L"SubTotal", Value(2), Value(1.7e308));
   EXPECT_EQ(0.0, record.Call(L"Total").value.AsDouble());
 }
 
-// Records with an amount in one month each.
+// Records with one non-zero month each.
 LateBound RecordsOf(const std::vector<int>& months) {
   const LateBound collection = TablesOf(0);
   for (const int month : months) {
@@ -151,7 +151,7 @@ long MonthsOf(const LateBound& collection) {
   return NewLateBoundExchange().Call(L"MonthsOfActivity", {Value(collection.Get())}).value.AsLong();
 }
 
-TEST(MonthsOfActivity, AreTheHighestMonthOfAnyRecord) {
+TEST(MonthsOfActivity, ReturnsTheLastMonthOfAnyRecord) {
   EXPECT_EQ(0, MonthsOf(RecordsOf({})));
   EXPECT_EQ(0, MonthsOf(RecordsOf({0, 0})));
   EXPECT_EQ(9, MonthsOf(RecordsOf({4, 9})));
@@ -160,7 +160,7 @@ TEST(MonthsOfActivity, AreTheHighestMonthOfAnyRecord) {
   EXPECT_EQ(0, MonthsOf(RecordsOf({13, 14})));
 }
 
-TEST(MonthsOfActivity, EndWithNoneAtAnElementThatIsNoRecord) {
+TEST(MonthsOfActivity, ReturnsZeroIfAnItemIsNotARecord) {
   const LateBound collection = RecordsOf({5});
   collection.Call(L"Add", {Value(NamedObject::Make().Get())});
   EXPECT_EQ(0, MonthsOf(collection));
@@ -169,7 +169,7 @@ TEST(MonthsOfActivity, EndWithNoneAtAnElementThatIsNoRecord) {
   EXPECT_EQ(0, MonthsOf(texts));
 }
 
-TEST(MonthsOfActivity, OfNothingAreNone) {
+TEST(MonthsOfActivity, ReturnsZeroForNothing) {
   const Exchange exchange = NewExchange();
   short months = 7;
   EXPECT_EQ(E_POINTER, exchange->MonthsOfActivity(nullptr, &months));
@@ -179,7 +179,7 @@ TEST(MonthsOfActivity, OfNothingAreNone) {
   EXPECT_EQ(0, months);
 }
 
-TEST(MonthsOfActivity, AreTakenFromAnyObjectThatEnumerates) {
+TEST(MonthsOfActivity, AcceptsAnyObjectWithAnEnumerator) {
   const LateBound own = RecordsOf({3, 6});
   const auto foreign = NamedObject::Make();
   foreign->Add(L"Count", DISPATCH_PROPERTYGET, [](const HostCall&) { return E_FAIL; });

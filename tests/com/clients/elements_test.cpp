@@ -1,4 +1,4 @@
-// XML elements across the boundary: those of the system's own document object, live in both directions.
+// XML elements across the boundary: elements of the system's document model, live in both directions.
 #include <gtest/gtest.h>
 
 #include "host/component.h"
@@ -52,7 +52,7 @@ TEST(Elements, AccountListsAreElementsOfTheSystemsDocuments) {
   EXPECT_EQ(L"Rent", rent.Read(L"text").value.AsText());
 }
 
-TEST(Elements, NothingIsGivenWithoutAnAnswer) {
+TEST(Elements, AreNothingWithoutAResponse) {
   const Variable refused(L"KRNQB_REFUSED_CALL", L"session");
   const Answering answers(1, AnswersWithAccounts());
   const LateBound exchange = NewLateBoundExchange();
@@ -64,7 +64,7 @@ TEST(Elements, NothingIsGivenWithoutAnAnswer) {
   }
 }
 
-// A component of a plan whose expenses are selected.
+// A component with a plan whose expenses are selected.
 struct Selecting {
   Answering answers{1, AnswersWithAccounts()};
   std::shared_ptr<PlanState> plan = std::make_shared<PlanState>("recordings\\bri.kpf");
@@ -75,14 +75,14 @@ struct Selecting {
     exchange.Set(L"KRNPlanData", Value(NewHostPlan(plan).Get()));
   }
   LateBound Selection() const { return LateBound(exchange.Read(L"SelectedExpenses").value.AsObject()); }
-  // What the accounts' answer makes of the plan.
+  // Returns the plan's tables after the accounts response is imported.
   std::string Read() const {
     const std::string answer = AccountsAnswer(4, {"Rent", "Insurance", "Cleaning"});
     return Utf8(exchange.Call(L"KRNDeserialize", {Value(Utf16(answer))}).value.AsText());
   }
 };
 
-TEST(Elements, TheSelectionIsBuiltAndGivenAgain) {
+TEST(Elements, TheSelectionIsBuiltOnceAndReturnedAgain) {
   const Selecting selecting;
   const LateBound selection = selecting.Selection();
   ASSERT_TRUE(selection);
@@ -95,7 +95,7 @@ TEST(Elements, TheSelectionIsBuiltAndGivenAgain) {
   EXPECT_NE(std::wstring::npos, XmlOf(again).find(L"selected=\"False\""));
 }
 
-TEST(Elements, WhatIsSetInTheSelectionInPlaceIsWhatIsRead) {
+TEST(Elements, ChangesToTheSelectionInPlaceTakeEffect) {
   const Selecting selecting;
   const LateBound selection = selecting.Selection();
   const LateBound cleaning(
@@ -107,7 +107,7 @@ TEST(Elements, WhatIsSetInTheSelectionInPlaceIsWhatIsRead) {
   EXPECT_EQ(std::string::npos, selecting.Read().find("Cleaning"));
 }
 
-TEST(Elements, AHostsOwnElementIsTheSelectionAsItIs) {
+TEST(Elements, AHostsOwnElementBecomesTheSelection) {
   const Selecting selecting;
   const LateBound document = NewDocument(
       L"<expenseAccounts><account id=\"4-1\" selected=\"True\"/><account id=\"4-2\" selected=\"False\"/>"
@@ -122,7 +122,7 @@ TEST(Elements, AHostsOwnElementIsTheSelectionAsItIs) {
   EXPECT_EQ(std::string::npos, selecting.Read().find("Cleaning"));
 }
 
-TEST(Elements, AnObjectThatIsNoElementIsATypeMismatchAndKeepsWhatWasThere) {
+TEST(Elements, AnObjectThatIsNotAnElementIsATypeMismatchAndChangesNothing) {
   const Selecting selecting;
   const LateBound document = NewDocument(L"<expenseAccounts/>");
   const LateBound own = ElementOf(document);
@@ -137,7 +137,7 @@ TEST(Elements, AnObjectThatIsNoElementIsATypeMismatchAndKeepsWhatWasThere) {
   EXPECT_EQ(L"<expenseAccounts/>", XmlOf(selecting.Selection()).substr(0, 18));
 }
 
-TEST(Elements, NothingClearsTheSelectionAndTheNextReadBuildsAgain) {
+TEST(Elements, NothingClearsTheSelectionAndTheNextReadRebuildsIt) {
   const Selecting selecting;
   const LateBound document = NewDocument(L"<expenseAccounts/>");
   selecting.exchange.Set(L"SelectedExpenses", Value(ElementOf(document).Get()));
@@ -152,7 +152,7 @@ TEST(Elements, OtherProductsHaveNoSelection) {
   EXPECT_FALSE(selecting.Selection());
 }
 
-TEST(Elements, AnElementIsTakenForAnAnswerAsItsTextIs) {
+TEST(Elements, AnElementIsAcceptedAsAResponse) {
   const Selecting selecting;
   selecting.exchange.Let(L"KRNProduct", Value(1));
   selecting.exchange.Set(L"KRNPlanData",
@@ -165,7 +165,7 @@ TEST(Elements, AnElementIsTakenForAnAnswerAsItsTextIs) {
   EXPECT_EQ(byText.value.AsText(), byElement.value.AsText());
 }
 
-TEST(Elements, AnObjectsDefaultValueIsTakenForAText) {
+TEST(Elements, AnObjectsDefaultValueIsAcceptedAsText) {
   const LateBound exchange = NewLateBoundExchange();
   const auto holder = NamedObject::Make();
   holder->Add(L"", DISPATCH_PROPERTYGET,
@@ -187,7 +187,7 @@ TEST(Elements, AnAccountListOfAnotherNumberChangesNothing) {
   EXPECT_EQ(L"", exchange.Call(L"KRNDeserialize", {Value()}).value.AsText());
 }
 
-TEST(Elements, CompaniesAreNothingYet) {
+TEST(Elements, CompaniesAreNothingWithoutQuickBooks) {
   const LateBound exchange = NewLateBoundExchange();
   const Outcome companies = exchange.Read(L"QBCompanies");
   EXPECT_EQ(S_OK, companies.result);

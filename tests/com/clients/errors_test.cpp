@@ -1,4 +1,4 @@
-// How failures reach a caller: number and description, early and late bound.
+// How failures reach a caller: number and description, early- and late-bound.
 #include <gtest/gtest.h>
 
 #include "host/component.h"
@@ -14,7 +14,7 @@ std::wstring LastDescription() {
   return std::wstring(description.View());
 }
 
-TEST(Errors, EarlyBoundCallersGetNumberAndDescription) {
+TEST(Errors, ReachEarlyBoundCallersWithNumberAndDescription) {
   const Exchange exchange = NewExchange();
   VARIANT_BOOL opened = VARIANT_TRUE;
   EXPECT_EQ(RunTimeError(91), exchange->KRNOpenPlan(Text(L"plan").Get(), &opened));
@@ -25,7 +25,7 @@ TEST(Errors, EarlyBoundCallersGetNumberAndDescription) {
   EXPECT_EQ(L"Overflow", LastDescription());
 }
 
-TEST(Errors, TheInterfaceSaysThatItTellsErrors) {
+TEST(Errors, AreAnnouncedByTheInterface) {
   const Exchange exchange = NewExchange();
   const auto support = exchange.As<ISupportErrorInfo>();
   ASSERT_TRUE(support);
@@ -33,7 +33,7 @@ TEST(Errors, TheInterfaceSaysThatItTellsErrors) {
   EXPECT_EQ(S_FALSE, support->InterfaceSupportsErrorInfo(IID_IConnectionPoint));
 }
 
-TEST(Errors, LateBoundCallersGetThemInTheException) {
+TEST(Errors, ReachLateBoundCallersInTheException) {
   const LateBound exchange = NewLateBoundExchange();
   const Outcome opened = exchange.Call(L"KRNOpenPlan", {L"plan"});
   EXPECT_EQ(DISP_E_EXCEPTION, opened.result);
@@ -41,7 +41,7 @@ TEST(Errors, LateBoundCallersGetThemInTheException) {
   EXPECT_EQ(L"Object variable or With block variable not set", opened.description);
 }
 
-TEST(Errors, AnOldErrorIsNotTakenForANewOne) {
+TEST(Errors, AreNotTakenFromAnEarlierCall) {
   const LateBound exchange = NewLateBoundExchange();
   exchange.Call(L"KRNOpenPlan", {L"plan"});
   const Outcome wrong = exchange.Call(L"ShowDialog", {L"none"});
@@ -50,7 +50,7 @@ TEST(Errors, AnOldErrorIsNotTakenForANewOne) {
   EXPECT_EQ(S_OK, exchange.Call(L"KRNSerialize").result);
 }
 
-// What a plan's failure is to whoever opens a plan through the component.
+// Returns the error that a caller gets when the plan's OpenPlan fails.
 struct Failure {
   const char* what;
   std::function<HRESULT(const HostCall&)> fail;
@@ -66,7 +66,7 @@ HRESULT STDAPICALLTYPE FillIn(EXCEPINFO* exception) {
   return S_OK;
 }
 
-TEST(Errors, APlansFailuresKeepTheirNumbers) {
+TEST(Errors, KeepThePlansNumbers) {
   const std::vector<Failure> failures{
       {"scode", [](const HostCall& call) { return Raise(call, static_cast<SCODE>(0x80040201), 0, L"own"); },
        static_cast<HRESULT>(0x80040201), L"own"},
@@ -116,7 +116,7 @@ TEST(Errors, APlansFailuresKeepTheirNumbers) {
   EXPECT_NE(nullptr, deferredAsked);
 }
 
-TEST(Errors, AnObjectThatIsNoPlanIsToldSo) {
+TEST(Errors, ReportAnObjectThatIsNotAPlan) {
   const LateBound exchange = NewLateBoundExchange();
   exchange.Set(L"KRNPlanData", Value(NamedObject::Make().Get()));
   const Outcome opened = exchange.Call(L"KRNOpenPlan", {L"plan"});

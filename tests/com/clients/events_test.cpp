@@ -1,4 +1,4 @@
-// Events: who gets them, in which order, and what handlers may do.
+// Events: who receives them, in which order, and what handlers may do.
 #include <gtest/gtest.h>
 #include <olectl.h>
 
@@ -29,7 +29,7 @@ struct Import {
   }
 };
 
-TEST(Events, EverySinkGetsThemInTheOrderOfAdvising) {
+TEST(Events, ReachEverySinkInAdviseOrder) {
   const Import import;
   std::string order;
   const auto first = ClientSink::Make();
@@ -52,7 +52,7 @@ TEST(Events, EverySinkGetsThemInTheOrderOfAdvising) {
   EXPECT_EQ("121212121212", order);
 }
 
-TEST(Events, ASinkThatIsUnadvisedGetsNoMore) {
+TEST(Events, StopAfterUnadvise) {
   const Import import;
   const auto sink = ClientSink::Make();
   Connection connection(import.exchange.Get(), sink.Get());
@@ -61,7 +61,7 @@ TEST(Events, ASinkThatIsUnadvisedGetsNoMore) {
   EXPECT_TRUE(sink->events.empty());
 }
 
-TEST(Events, AHandlerMayUnadviseItself) {
+TEST(Events, MayBeUnadvisedByTheirOwnHandler) {
   const Import import;
   const auto leaving = ClientSink::Make();
   const auto staying = ClientSink::Make();
@@ -76,7 +76,7 @@ TEST(Events, AHandlerMayUnadviseItself) {
   EXPECT_EQ(expected.Events(), staying->events);
 }
 
-TEST(Events, AHandlerMayUnadviseAnother) {
+TEST(Events, MayBeUnadvisedByAnotherHandler) {
   const Import import;
   const auto first = ClientSink::Make();
   const auto second = ClientSink::Make();
@@ -92,7 +92,7 @@ TEST(Events, AHandlerMayUnadviseAnother) {
   EXPECT_LE(second->events.size(), 3U);
 }
 
-TEST(Events, AHandlerMayAdviseAnother) {
+TEST(Events, MayBeAdvisedByAHandler) {
   const Import import;
   const auto first = ClientSink::Make();
   const auto second = ClientSink::Make();
@@ -109,7 +109,7 @@ TEST(Events, AHandlerMayAdviseAnother) {
   EXPECT_EQ("AfterImport", second->events.back());
 }
 
-TEST(Events, AFailingSinkStopsNeitherTheImportNorTheOthers) {
+TEST(Events, ContinueAfterASinkFails) {
   const Import import;
   const auto failing = ClientSink::Make();
   const auto other = ClientSink::Make();
@@ -121,7 +121,7 @@ TEST(Events, AFailingSinkStopsNeitherTheImportNorTheOthers) {
   EXPECT_EQ(expected.Events(), other->events);
 }
 
-TEST(Events, AHandlerMayCallBack) {
+TEST(Events, AllowHandlersToCallTheComponent) {
   const Import import;
   const auto sink = ClientSink::Make();
   const Connection connection(import.exchange.Get(), sink.Get());
@@ -134,7 +134,7 @@ TEST(Events, AHandlerMayCallBack) {
   EXPECT_EQ(2002, year);
 }
 
-TEST(Events, AHandlerMayDropTheLastReference) {
+TEST(Events, AllowAHandlerToReleaseTheLastReference) {
   const Replaying recording(L"1.1-ald-none");
   const auto plan = std::make_shared<PlanState>("recordings\\ald.kpf");
   const auto sink = ClientSink::Make();
@@ -157,7 +157,7 @@ TEST(Events, AHandlerMayDropTheLastReference) {
   EXPECT_EQ(import.Cells(), plan->tables.Cells());
 }
 
-TEST(Events, AnObjectThatIsNoSinkIsRefused) {
+TEST(Events, RefuseAnObjectThatIsNotASink) {
   const Exchange exchange = NewExchange();
   const auto container = exchange.As<IConnectionPointContainer>();
   Held<IConnectionPoint> point;
@@ -169,7 +169,7 @@ TEST(Events, AnObjectThatIsNoSinkIsRefused) {
   EXPECT_FALSE(point);
 }
 
-TEST(Events, NothingToImportRaisesNone) {
+TEST(Events, AreNotRaisedIfNothingIsImported) {
   const auto sink = ClientSink::Make();
   const Exchange exchange = NewExchange();
   const Connection connection(exchange.Get(), sink.Get());

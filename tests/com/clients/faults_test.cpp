@@ -1,4 +1,4 @@
-// What goes wrong outside: the processor, the plan. After each the object still works.
+// Failures outside the component: of the processor and of the plan. After each the object still works.
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -19,7 +19,7 @@ struct Ending {
   std::string lastEvent;
 };
 
-// An import with an object of the caller's.
+// An import with an object supplied by the caller.
 Ending Go(const Exchange& exchange) {
   const auto sink = ClientSink::Make();
   const Connection connection(exchange.Get(), sink.Get());
@@ -35,7 +35,7 @@ Ending Go(const Exchange& exchange) {
   return ending;
 }
 
-// The same object imports once more, now undisturbed.
+// Imports again with the same object, without any failure.
 void ExpectToWork(const Exchange& exchange) {
   const auto plan = std::make_shared<PlanState>("recordings\\ald.kpf");
   exchange->put_ErrorNumber(0);
@@ -51,7 +51,7 @@ void ExpectToWork(const Exchange& exchange) {
 struct Refusal {
   const wchar_t* call;
   HRESULT number;
-  const wchar_t* text;  ///< null: the processor does not tell
+  const wchar_t* text;  ///< null: the processor gives no description
   bool imported;
   bool pathSet;
   long expectedNumber;
@@ -65,7 +65,7 @@ const std::string notOpen = "Your QuickBooks company file must be open to perfor
 const HRESULT otherRefusal = static_cast<HRESULT>(0x80040408);
 const HRESULT companyNotOpen = static_cast<HRESULT>(0x80040416);
 
-TEST(Faults, ARefusingProcessorIsToldInTheErrorPair) {
+TEST(Faults, ARefusalIsReportedInTheErrorPair) {
   const std::vector<Refusal> refusals{
       {L"creation", REGDB_E_CLASSNOTREG, nullptr, false, false, 429, notInstalled},
       {L"creation", E_OUTOFMEMORY, nullptr, false, false, 429, notInstalled},
@@ -106,7 +106,7 @@ TEST(Faults, ARefusingProcessorIsToldInTheErrorPair) {
   }
 }
 
-TEST(Faults, ADescriptionCountsOnlyWhereTheInterfaceTellsErrors) {
+TEST(Faults, ADescriptionIsReadOnlyIfTheInterfaceSupportsErrorInformation) {
   const Variable call(L"KRNQB_REFUSED_CALL", L"connection");
   const Variable text(L"KRNQB_REFUSAL_TEXT", L"of another call perhaps");
   const Variable unsupported(L"KRNQB_ERRORS_UNSUPPORTED", L"yes");
@@ -116,7 +116,7 @@ TEST(Faults, ADescriptionCountsOnlyWhereTheInterfaceTellsErrors) {
   EXPECT_EQ(L"Error (-2147220480): Automation error", exchange.Read(L"ErrorDescription").value.AsText());
 }
 
-TEST(Faults, RefusedRequestsReachWhoeverAsks) {
+TEST(Faults, ARefusedRequestReachesTheCaller) {
   const Answering answers(1, UsualAnswers());
   const LateBound exchange = NewLateBoundExchange();
   const Variable call(L"KRNQB_REFUSED_CALL", L"request:2");
@@ -130,8 +130,8 @@ TEST(Faults, RefusedRequestsReachWhoeverAsks) {
 
 TEST(Faults, APlanThatRaisesEndsTheImport) {
   const Replaying recording(Utf16(import.Name()));
-  // What reads tables for accounts makes do without them; loading, and reading past performance, end the
-  // import.
+  // Failures while reading tables for accounts are tolerated; failures of loading, or of reading past
+  // performance, end the import.
   for (const char* member : {"Data", "tables", "Serialize", "Deserialize"}) {
     SCOPED_TRACE(member);
     const Exchange exchange = NewExchange();
@@ -151,7 +151,7 @@ TEST(Faults, APlanThatRaisesEndsTheImport) {
   }
 }
 
-TEST(Faults, APlanThatRaisesNowAndThenLeavesTheObjectWorking) {
+TEST(Faults, AnIntermittentlyFailingPlanLeavesTheObjectWorking) {
   const Replaying recording(Utf16(import.Name()));
   for (int failing = 1; failing <= 12; ++failing) {
     SCOPED_TRACE(failing);
@@ -166,7 +166,7 @@ TEST(Faults, APlanThatRaisesNowAndThenLeavesTheObjectWorking) {
   }
 }
 
-TEST(Faults, NoPlanIsAnErrorOfTheImport) {
+TEST(Faults, AMissingPlanFailsTheImport) {
   const Replaying recording(Utf16(import.Name()));
   const Exchange exchange = NewExchange();
   Configure(exchange, import, nullptr);

@@ -1,4 +1,4 @@
-// Whole imports by clients written in C++: the plan's cells and the events must be those of the command line.
+// Complete imports by clients written in C++: the plan's cells and the events must match the command line's.
 #include <gtest/gtest.h>
 
 #include <cfloat>
@@ -12,7 +12,7 @@ namespace {
 
 class Imports : public ::testing::TestWithParam<RecordedImport> {};
 
-TEST_P(Imports, EarlyBoundGiveTheSameCellsAsTheCommandLine) {
+TEST_P(Imports, EarlyBoundMatchTheCommandLine) {
   const Replaying recording(Utf16(GetParam().Name()));
   const auto plan = std::make_shared<PlanState>("recordings\\" + GetParam().product + ".kpf");
   const auto sink = ClientSink::Make();
@@ -31,7 +31,7 @@ TEST_P(Imports, EarlyBoundGiveTheSameCellsAsTheCommandLine) {
   EXPECT_EQ(GetParam().Events(), sink->events);
 }
 
-TEST_P(Imports, LateBoundGiveTheSameCellsAsTheCommandLine) {
+TEST_P(Imports, LateBoundMatchTheCommandLine) {
   const Replaying recording(Utf16(GetParam().Name()));
   const auto plan = std::make_shared<PlanState>("recordings\\" + GetParam().product + ".kpf");
   const auto sink = ClientSink::Make();
@@ -56,7 +56,7 @@ INSTANTIATE_TEST_SUITE_P(All, Imports, ::testing::ValuesIn(RecordedImports()), [
   return name;
 });
 
-// Imports once more with a plan of its own and gives whether the cells are the command line's.
+// Imports again with a fresh plan; returns whether the cells match the command line's.
 bool ImportsAlike(const RecordedImport& import, const Held<IDispatch>& object, const PlanTables& tables) {
   const Replaying recording(Utf16(import.Name()));
   const Exchange exchange = NewExchange();
@@ -73,26 +73,26 @@ bool ImportsAlike(const RecordedImport& import, const Held<IDispatch>& object, c
 
 const RecordedImport whole{"1.1", "ald", "all"};
 
-TEST(ImportsOtherwise, APlanWithACollectionOfTables) {
+TEST(ImportsOtherwise, ReadAPlanWithACollectionOfTables) {
   const auto plan = std::make_shared<PlanState>("recordings\\ald.kpf");
   EXPECT_TRUE(ImportsAlike(whole, NewHostPlan(plan, MemberKind::Collection), plan->tables));
 }
 
-TEST(ImportsOtherwise, APlanWithTypedMembers) {
+TEST(ImportsOtherwise, ReadAPlanWithTypedMembers) {
   const auto plan = std::make_shared<PlanState>("recordings\\ald.kpf");
   EXPECT_TRUE(ImportsAlike(whole, NewTypedPlan(plan), plan->tables));
   EXPECT_FALSE(plan->calls.empty());
 }
 
-TEST(ImportsOtherwise, AProcessorThatWritesVersionsInThirtyTwoBits) {
+TEST(ImportsOtherwise, AcceptAProcessorThatWritesThirtyTwoBitVersions) {
   const Variable bits(L"KRNQB_VERSION_BITS", L"32");
   const auto plan = std::make_shared<PlanState>("recordings\\ald.kpf");
   EXPECT_TRUE(ImportsAlike({"2.0", "ald", "all"}, NewHostPlan(plan), plan->tables));
 }
 
-// Visual Basic and others set the x87 unit to other precisions; the figures must not follow it, nor may the
-// unit be left otherwise than it was.
-TEST(ImportsOtherwise, AHostThatHasSetItsFloatingPointUnitToSinglePrecision) {
+// Visual Basic and other hosts change the x87 precision; the figures must not depend on it, and the setting
+// must be left unchanged.
+TEST(ImportsOtherwise, IgnoreASinglePrecisionFloatingPointUnit) {
   unsigned short before = 0;
   asm volatile("fnstcw %0" : "=m"(before));
   const unsigned short single = static_cast<unsigned short>(before & ~0x0300U);
@@ -111,7 +111,7 @@ TEST(ImportsOtherwise, AHostThatHasSetItsFloatingPointUnitToSinglePrecision) {
   EXPECT_EQ(whole.Cells(), plan->tables.Cells());
 }
 
-TEST(ImportsOtherwise, OneObjectImportsTwice) {
+TEST(ImportsOtherwise, RunTwiceOnOneObject) {
   const Replaying recording(Utf16(whole.Name()));
   const auto first = std::make_shared<PlanState>("recordings\\ald.kpf");
   const auto second = std::make_shared<PlanState>("recordings\\ald.kpf");
@@ -125,7 +125,7 @@ TEST(ImportsOtherwise, OneObjectImportsTwice) {
   EXPECT_EQ(whole.Cells(), second->tables.Cells());
 }
 
-TEST(ImportsOtherwise, TheProcessorIsAskedInItsOrderAndLetGo) {
+TEST(ImportsOtherwise, CallTheProcessorInOrderAndReleaseIt) {
   const Replaying recording(L"1.1-ald-none");
   DeleteFileW(L"calls.txt");
   const Variable log(L"KRNQB_CALL_LOG", L"calls.txt");

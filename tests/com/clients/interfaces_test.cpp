@@ -16,7 +16,7 @@ Held<IClassFactory> FactoryOf(REFCLSID identifier) {
   return factory;
 }
 
-TEST(Interfaces, IdentityIsKeptAcrossThem) {
+TEST(Interfaces, ShareOneIdentity) {
   const Exchange exchange = NewExchange();
   const auto identity = exchange.As<IUnknown>();
   EXPECT_EQ(identity.Get(), exchange.As<IDispatch>().As<IUnknown>().Get());
@@ -44,7 +44,7 @@ TEST(Interfaces, TheClassInformationNamesTheClassAndItsEvents) {
   information->ReleaseTypeAttr(attributes);
 }
 
-TEST(Interfaces, TheTypeInformationIsThatOfTheDefaultInterface) {
+TEST(Interfaces, TheTypeInformationDescribesTheDefaultInterface) {
   const Exchange exchange = NewExchange();
   UINT count = 0;
   ASSERT_EQ(S_OK, exchange->GetTypeInfoCount(&count));
@@ -116,7 +116,7 @@ TEST(Interfaces, TheFactoryRefusesAggregation) {
   EXPECT_EQ(nullptr, object);
 }
 
-TEST(Interfaces, TheFactoryGivesNothingForAnUnknownInterface) {
+TEST(Interfaces, TheFactoryReturnsNothingForAnUnknownInterface) {
   const auto factory = FactoryOf(CLSID_cSubtotals);
   ASSERT_TRUE(factory);
   void* object = reinterpret_cast<void*>(0x10);

@@ -1,5 +1,4 @@
-// Lives of objects and of the library. The library is loaded by its path here, so that its own count can be
-// asked.
+// Lifetimes of objects and of the DLL, which is loaded by path so that its own count can be queried.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -10,21 +9,21 @@
 namespace krnqb::testing {
 namespace {
 
-/// The library as this process has loaded it.
+/// The DLL as this process loaded it.
 class Library {
  public:
-  Library() : module(LoadLibraryW(L"KRN6_QB2002.dll")) { EXPECT_NE(nullptr, module); }
-  ~Library() { FreeLibrary(module); }
+  Library() : module_(LoadLibraryW(L"KRN6_QB2002.dll")) { EXPECT_NE(nullptr, module_); }
+  ~Library() { FreeLibrary(module_); }
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
 
   HRESULT CanUnload() const {
     return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(
-        reinterpret_cast<void*>(GetProcAddress(module, "DllCanUnloadNow")))();
+        reinterpret_cast<void*>(GetProcAddress(module_, "DllCanUnloadNow")))();
   }
   HRESULT ClassObject(REFCLSID identifier, REFIID interfaceIdentifier, void** object) const {
     return reinterpret_cast<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>(reinterpret_cast<void*>(
-        GetProcAddress(module, "DllGetClassObject")))(identifier, interfaceIdentifier, object);
+        GetProcAddress(module_, "DllGetClassObject")))(identifier, interfaceIdentifier, object);
   }
   template <typename Interface>
   Held<Interface> New(REFCLSID identifier) const {
@@ -36,7 +35,7 @@ class Library {
   }
 
  private:
-  HMODULE module;
+  HMODULE module_;
 };
 
 TEST(Lifetime, OtherClassesAreNotAvailable) {
@@ -53,7 +52,7 @@ TEST(Lifetime, OtherClassesAreNotAvailable) {
   EXPECT_EQ(S_OK, library.CanUnload());
 }
 
-TEST(Lifetime, EachKindOfObjectKeepsTheLibrary) {
+TEST(Lifetime, EveryKindOfObjectKeepsTheLibraryLoaded) {
   const Library library;
   ASSERT_EQ(S_OK, library.CanUnload());
   {
@@ -93,7 +92,7 @@ TEST(Lifetime, EachKindOfObjectKeepsTheLibrary) {
   EXPECT_EQ(S_OK, library.CanUnload());
 }
 
-TEST(Lifetime, TenThousandObjectsComeAndGo) {
+TEST(Lifetime, TenThousandObjectsAreReleased) {
   const Library library;
   const long before = HostObject::Alive();
   std::vector<Exchange> objects;
@@ -101,7 +100,7 @@ TEST(Lifetime, TenThousandObjectsComeAndGo) {
   for (int number = 0; number < 10000; ++number) {
     objects.push_back(library.New<_QBDataExchange>(CLSID_QBDataExchange));
     if (number % 10 != 0) continue;
-    // A sink that holds the object whose events it gets: both live until it is unadvised.
+    // A sink that holds the object whose events it receives: both live until it is unadvised.
     const auto sink = ClientSink::Make();
     sink->at = [holding = objects.back()](const std::string&) { return holding ? S_OK : E_FAIL; };
     connections.push_back(std::make_unique<Connection>(objects.back().Get(), sink.Get()));
@@ -114,7 +113,7 @@ TEST(Lifetime, TenThousandObjectsComeAndGo) {
   EXPECT_EQ(S_OK, library.CanUnload());
 }
 
-// The plan of an import that writes down when it ends.
+// An import's plan that records its own destruction.
 Held<IDispatch> PlanThatTells(std::string& order, const char* name) {
   const auto object = NamedObject::Make();
   const std::shared_ptr<void> ending(nullptr, [&order, name](void*) { order += name; });
@@ -122,7 +121,7 @@ Held<IDispatch> PlanThatTells(std::string& order, const char* name) {
   return object.As<IDispatch>();
 }
 
-TEST(Lifetime, WhatTheHostGaveIsReleasedInItsOrderAtTheEnd) {
+TEST(Lifetime, HostObjectsAreReleasedInOrderAtTheEnd) {
   std::string order;
   {
     const Exchange exchange = NewExchange();
@@ -133,7 +132,7 @@ TEST(Lifetime, WhatTheHostGaveIsReleasedInItsOrderAtTheEnd) {
   EXPECT_EQ("slot plan ", order);
 }
 
-TEST(Lifetime, WhatIsReplacedIsReleasedAtOnce) {
+TEST(Lifetime, ReplacedObjectsAreReleasedAtOnce) {
   std::string order;
   const Exchange exchange = NewExchange();
   exchange->putref_KRNPlanData(Value(PlanThatTells(order, "first ").Get()).Raw());

@@ -1,4 +1,4 @@
-// Every property by the generated header: what a fresh object gives, and what is put is what is got.
+// Every property, early-bound: the initial value of a new object, and whether each value stored is read back.
 #include <gtest/gtest.h>
 
 #include "host/component.h"
@@ -22,7 +22,7 @@ const TruthProperty truths[] = {
     {"IncludePastPerformance", &Interface::get_IncludePastPerformance,
      &Interface::put_IncludePastPerformance}};
 
-TEST(Members, TruthsAreFalseAtFirstAndTrueIsMinusOne) {
+TEST(Members, BooleansStartFalseAndTrueIsMinusOne) {
   for (const TruthProperty& property : truths) {
     SCOPED_TRACE(property.name);
     const Exchange exchange = NewExchange();
@@ -55,7 +55,7 @@ const IntegerProperty integers[] = {
     {"QBMajorVersion", &Interface::get_QBMajorVersion, &Interface::put_QBMajorVersion},
     {"QBMinorVersion", &Interface::get_QBMinorVersion, &Interface::put_QBMinorVersion}};
 
-TEST(Members, IntegersAreZeroAtFirstAndHoldSixteenBits) {
+TEST(Members, IntegersStartAtZeroAndHoldSixteenBits) {
   for (const IntegerProperty& property : integers) {
     SCOPED_TRACE(property.name);
     const Exchange exchange = NewExchange();
@@ -71,7 +71,7 @@ TEST(Members, IntegersAreZeroAtFirstAndHoldSixteenBits) {
   }
 }
 
-TEST(Members, PropertiesOfOneObjectDoNotTouchEachOther) {
+TEST(Members, PropertiesAreIndependent) {
   const Exchange exchange = NewExchange();
   short number = 0;
   for (const IntegerProperty& property : integers) (exchange.Get()->*property.put)(++number);
@@ -83,7 +83,7 @@ TEST(Members, PropertiesOfOneObjectDoNotTouchEachOther) {
   }
 }
 
-TEST(Members, TheProductIsTheFirstAndNoBalancesAreImportedAtFirst) {
+TEST(Members, EnumerationsStartWithTheFirstProductAndNoBalances) {
   const Exchange exchange = NewExchange();
   QBKRNproduct product{};
   QBKRN_BalancesImport balances = BalImport_All;
@@ -99,7 +99,7 @@ TEST(Members, TheProductIsTheFirstAndNoBalancesAreImportedAtFirst) {
   EXPECT_EQ(BalImport_Actual, balances);
 }
 
-TEST(Members, TheErrorPairHoldsWhatTheHostPuts) {
+TEST(Members, TheErrorPairStoresWhatTheHostSets) {
   const Exchange exchange = NewExchange();
   long number = 7;
   Text description;
@@ -115,7 +115,7 @@ TEST(Members, TheErrorPairHoldsWhatTheHostPuts) {
   EXPECT_EQ(L"caf\u00e9", description.View());
 }
 
-TEST(Members, TheHostsSlotKeepsAnObjectAndLetsItGo) {
+TEST(Members, TheHostsSlotHoldsAndReleasesAnObject) {
   const long before = HostObject::Alive();
   {
     const Exchange exchange = NewExchange();
@@ -137,7 +137,7 @@ TEST(Members, TheHostsSlotKeepsAnObjectAndLetsItGo) {
   EXPECT_EQ(before, HostObject::Alive());
 }
 
-TEST(Members, ExecuteGivesEmptyWhateverItIsGiven) {
+TEST(Members, ExecuteReturnsEmptyForAnyArguments) {
   const Exchange exchange = NewExchange();
   Text action(L"anything");
   BSTR passed = action.Get();
@@ -153,7 +153,7 @@ TEST(Members, ExecuteGivesEmptyWhateverItIsGiven) {
   EXPECT_EQ(E_POINTER, exchange->Execute(&passed, nullptr, nullptr));
 }
 
-TEST(Members, SerializingThePlanGivesEmpty) {
+TEST(Members, KrnSerializeReturnsEmpty) {
   const Exchange exchange = NewExchange();
   Value result(3);
   QBKRN_SerializeOptions options = qbkrnsDefault;
@@ -174,7 +174,7 @@ TEST(Members, OptionalOptionsMayBeNull) {
   EXPECT_TRUE(result.IsEmpty());
 }
 
-TEST(Members, ThePlanIsKeptAndLetGo) {
+TEST(Members, ThePlanIsHeldAndReleased) {
   const long before = HostObject::Alive();
   const Exchange exchange = NewExchange();
   Value plan;
@@ -189,7 +189,7 @@ TEST(Members, ThePlanIsKeptAndLetGo) {
   EXPECT_EQ(before, HostObject::Alive());
 }
 
-TEST(Members, APlanThatIsNoObjectIsATypeMismatch) {
+TEST(Members, APlanThatIsNotAnObjectIsATypeMismatch) {
   const Exchange exchange = NewExchange();
   exchange->putref_KRNPlanData(Value(NamedObject::Make().Get()).Raw());
   const long kept = HostObject::Alive();
@@ -198,7 +198,7 @@ TEST(Members, APlanThatIsNoObjectIsATypeMismatch) {
   EXPECT_EQ(kept, HostObject::Alive());
 }
 
-TEST(Members, DialogsGiveEmptyWhenThereIsNothingToShow) {
+TEST(Members, ShowDialogReturnsEmptyIfThereIsNothingToShow) {
   const Exchange exchange = NewExchange();
   Value result(3);
   ASSERT_EQ(S_OK, exchange->ShowDialog(dlg_KRNtoQB, result.Receive()));

@@ -1,4 +1,4 @@
-// The one message box, closed by a thread that waits for it as a person does. Needs a display.
+// The one message box, closed by a thread that waits for it like a user. Needs a display.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -37,7 +37,7 @@ BOOL CALLBACK CollectText(HWND window, LPARAM box) {
   return TRUE;
 }
 
-// Waits for a dialog of that thread, looks at it, and presses OK.
+// Waits for a dialog of that thread, checks it, and presses OK.
 SeenBox CloseBoxOf(DWORD thread) {
   SeenBox box;
   HWND dialog = nullptr;
@@ -58,7 +58,7 @@ bool Contains(const std::vector<std::wstring>& texts, const wchar_t* text) {
   return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
-TEST(MessageBoxes, ACustomRequestIsAnsweredByOneAndGivesEmpty) {
+TEST(MessageBoxes, ShowForACustomRequestWhichReturnsEmpty) {
   const HWND window = CreateWindowW(L"STATIC", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 10, 10, 200, 100,
                                     nullptr, nullptr, nullptr, nullptr);
   ASSERT_NE(nullptr, window);

@@ -1,4 +1,4 @@
-// What a machine may lack. The suite takes it away before it starts these.
+// Components that a machine may lack. The suite removes them before it starts these tests.
 #include <gtest/gtest.h>
 
 #include "host/client_sink.h"
@@ -29,7 +29,7 @@ TEST(WithoutDocuments, ElementsAreNothing) {
   }
 }
 
-TEST(WithoutDocuments, ImportsGoOn) {
+TEST(WithoutDocuments, ImportsStillWork) {
   for (const RecordedImport& import :
        {RecordedImport{"1.1", "ald", "all"}, RecordedImport{"2.0", "cor", "all"}}) {
     const Replaying recording(Utf16(import.Name()));
@@ -45,7 +45,7 @@ TEST(WithoutDocuments, ImportsGoOn) {
   }
 }
 
-TEST(WithoutProcessor, AnImportSaysWhatIsMissing) {
+TEST(WithoutProcessor, AnImportReportsTheMissingProcessor) {
   const auto sink = ClientSink::Make();
   const LateBound exchange = NewLateBoundExchange();
   const Connection connection(exchange.Get(), sink.Get());

@@ -1,4 +1,4 @@
-// The defaulting of the periods, through automation.
+// The defaults of the periods, through automation.
 #include <gtest/gtest.h>
 
 #include "host/component.h"
@@ -10,7 +10,7 @@ long Read(const LateBound& exchange, const wchar_t* name) {
   return exchange.Read(name).value.AsLong();
 }
 
-TEST(Periods, TheImportsYearIsTheYearBeforeThePlans) {
+TEST(Periods, TheImportYearDefaultsToTheYearBeforeThePlan) {
   const LateBound exchange = NewLateBoundExchange();
   exchange.Let(L"KRNStartingYear", Value(2004));
   EXPECT_EQ(2003, Read(exchange, L"StartingYear"));
@@ -21,7 +21,7 @@ TEST(Periods, TheImportsYearIsTheYearBeforeThePlans) {
   EXPECT_EQ(2009, Read(exchange, L"StartingYear"));
 }
 
-TEST(Periods, ThePlansStartIsTheImportsWhenItIsNotSet) {
+TEST(Periods, ThePlansStartDefaultsToTheImportsStart) {
   const LateBound exchange = NewLateBoundExchange();
   exchange.Let(L"StartingMonth", Value(7));
   exchange.Let(L"StartingYear", Value(2001));
@@ -29,7 +29,7 @@ TEST(Periods, ThePlansStartIsTheImportsWhenItIsNotSet) {
   EXPECT_EQ(2001, Read(exchange, L"KRNStartingYear"));
 }
 
-TEST(Periods, TheImportsMonthOpensASessionAndIsThePlans) {
+TEST(Periods, ReadingTheImportMonthOpensASessionAndDefaultsToThePlansMonth) {
   const Answering answers(1, UsualAnswers());
   const LateBound exchange = NewLateBoundExchange();
   exchange.Let(L"KRNStartingMonth", Value(5));
@@ -38,7 +38,7 @@ TEST(Periods, TheImportsMonthOpensASessionAndIsThePlans) {
   EXPECT_EQ(4, Read(exchange, L"QBStartingMonth"));
 }
 
-TEST(Periods, AYearBeforeSixteenBitsOverflows) {
+TEST(Periods, AYearBelowSixteenBitsOverflows) {
   const LateBound exchange = NewLateBoundExchange();
   exchange.Let(L"KRNStartingYear", Value(-32768));
   const Outcome year = exchange.Read(L"StartingYear");

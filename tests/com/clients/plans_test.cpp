@@ -1,4 +1,4 @@
-// The ways in which a host's plan answers.
+// The ways in which a host's plan may implement its members.
 #include <gtest/gtest.h>
 
 #include "host/component.h"
@@ -7,7 +7,7 @@
 namespace krnqb::testing {
 namespace {
 
-// A component with the answers that reading accounts needs.
+// A component with the responses needed to read accounts.
 struct Accounts {
   LateBound exchange = NewLateBoundExchange();
   std::shared_ptr<PlanState> plan = std::make_shared<PlanState>("recordings\\ald.kpf");
@@ -20,7 +20,7 @@ struct Accounts {
   }
 };
 
-TEST(Plans, OpeningAPlanIsForwarded) {
+TEST(Plans, ReceiveOpenPlan) {
   const Accounts accounts;
   accounts.Set(NewHostPlan(accounts.plan));
   const Outcome opened = accounts.exchange.Call(L"KRNOpenPlan", {L"C:\\Plans\\caf\u00e9.kpf"});
@@ -31,14 +31,14 @@ TEST(Plans, OpeningAPlanIsForwarded) {
   EXPECT_EQ(0, accounts.exchange.Call(L"KRNOpenPlan", {L""}).value.AsLong());
 }
 
-TEST(Plans, ATypedPlanIsGivenATextOfItsOwn) {
+TEST(Plans, ReceiveATypedTextReference) {
   const Accounts accounts;
   accounts.Set(NewTypedPlan(accounts.plan));
   EXPECT_EQ(-1, accounts.exchange.Call(L"KRNOpenPlan", {L"C:\\Plans\\typed.kpf"}).value.AsLong());
   EXPECT_EQ(L"C:\\Plans\\typed.kpf", accounts.plan->openedPlan);
 }
 
-TEST(Plans, EveryKindOfTablesIsRead) {
+TEST(Plans, ReturnTablesFromAnyKindOfMember) {
   for (const MemberKind kind : {MemberKind::Methods, MemberKind::Properties, MemberKind::Collection}) {
     SCOPED_TRACE(static_cast<int>(kind));
     const Accounts accounts;
@@ -49,14 +49,14 @@ TEST(Plans, EveryKindOfTablesIsRead) {
   }
 }
 
-TEST(Plans, ATypedPlanIsReadToo) {
+TEST(Plans, ReturnTablesFromTypedMembers) {
   const Accounts accounts;
   accounts.Set(NewTypedPlan(accounts.plan));
   EXPECT_NE(std::string::npos,
             accounts.Read(AccountsAnswer(4, {"Brand New Expense"})).find("Brand New Expense"));
 }
 
-TEST(Plans, TextsGoByReferenceAsVariantsAtFirst) {
+TEST(Plans, ReceiveTextsFirstAsVariantReferences) {
   const Replaying recording(L"1.1-ald-none");
   const RecordedImport import{"1.1", "ald", "none"};
   const auto plan = std::make_shared<PlanState>("recordings\\ald.kpf");
@@ -66,11 +66,11 @@ TEST(Plans, TextsGoByReferenceAsVariantsAtFirst) {
   EXPECT_EQ(S_OK, exchange->Go(&imported));
   ASSERT_FALSE(plan->textTypes.empty());
   for (const VARTYPE type : plan->textTypes) EXPECT_EQ(VT_BYREF | VT_VARIANT, type);
-  // What the host left in its argument is not what the next loading passes.
+  // What the host leaves in its argument does not affect the next load.
   EXPECT_EQ(import.Cells(), plan->tables.Cells());
 }
 
-TEST(Plans, APlanThatRefusesOneFormOfTextIsGivenTheNext) {
+TEST(Plans, ReceiveTheNextFormOfTextIfTheyRefuseOne) {
   const RecordedImport import{"1.1", "ald", "none"};
   for (const VARTYPE taken : {VARTYPE(VT_BYREF | VT_BSTR), VARTYPE(VT_BSTR)}) {
     SCOPED_TRACE(taken);
@@ -93,7 +93,7 @@ TEST(Plans, APlanThatRefusesOneFormOfTextIsGivenTheNext) {
   }
 }
 
-TEST(Plans, APlanThatTakesNoFormOfTextIsATypeMismatch) {
+TEST(Plans, AreATypeMismatchIfTheyRefuseEveryFormOfText) {
   const Replaying recording(L"1.1-ald-none");
   const auto plan = std::make_shared<PlanState>("recordings\\ald.kpf");
   plan->before = [&](const std::string& member, const HostCall&) -> HRESULT {
@@ -108,11 +108,11 @@ TEST(Plans, APlanThatTakesNoFormOfTextIsATypeMismatch) {
   EXPECT_EQ(13, number);
 }
 
-TEST(Plans, ATableThatIsNotThereLeavesTheOthers) {
+TEST(Plans, MayLackATable) {
   const Accounts accounts;
   auto bri = std::make_shared<PlanState>("recordings\\bri.kpf");
   accounts.Set(NewHostPlan(bri));
-  // The plan of another product has no table of expenses.
+  // The plan of another product has no expense table.
   EXPECT_EQ("", accounts.Read(AccountsAnswer(4, {"Brand New Expense"})));
   EXPECT_NE("", accounts.Read(AccountsAnswer(1, {"Brand New Income"})));
 }

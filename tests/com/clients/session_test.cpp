@@ -10,7 +10,7 @@ namespace {
 
 using Answers = std::vector<std::pair<int, std::string>>;
 
-TEST(Session, TheCompanyIsAskedForItsPathAndTheProcessorForItsVersions) {
+TEST(Session, ReadsTheCompanysPathAndTheProcessorsVersions) {
   const Answering answers(2, UsualAnswers());
   const LateBound exchange = NewLateBoundExchange();
   exchange.Let(L"QBCompany", L"C:\\elsewhere.qbw");
@@ -29,7 +29,7 @@ struct Check {
   std::wstring description;
 };
 
-TEST(Session, TheCompanyCheckTellsWhatIsWrong) {
+TEST(Session, ReportsAFailedCompanyCheck) {
   const std::string versions = UsualAnswers().at(0).second;
   const std::vector<Check> checks{
       {"no company record",
@@ -61,7 +61,7 @@ TEST(Session, TheCompanyCheckTellsWhatIsWrong) {
   }
 }
 
-TEST(Session, AFiscalMonthThatTheHostSetsSparesTheCheck) {
+TEST(Session, SkipsTheCheckIfTheHostSetTheFiscalMonth) {
   const Answering answers(1, {UsualAnswers().at(0), {101, "<QBXML/>"}});
   const LateBound exchange = NewLateBoundExchange();
   exchange.Let(L"QBStartingMonth", Value(7));
@@ -69,7 +69,7 @@ TEST(Session, AFiscalMonthThatTheHostSetsSparesTheCheck) {
   EXPECT_EQ(7, exchange.Read(L"QBStartingMonth").value.AsLong());
 }
 
-TEST(Session, VersionsMatchToTheLetter) {
+TEST(Session, ComparesVersionsExactly) {
   const Answering answers(1, UsualAnswers());
   const LateBound exchange = NewLateBoundExchange();
   EXPECT_EQ(VT_BOOL, exchange.Call(L"IsSDKVersionSupported", {L"1.1"}).value.Type());
@@ -80,7 +80,7 @@ TEST(Session, VersionsMatchToTheLetter) {
   EXPECT_EQ(E_FAIL, quoted.exception.scode);
 }
 
-TEST(Session, ARequestIsSentAsItIsAndItsAnswerGivenAsText) {
+TEST(Session, SendsARequestVerbatimAndReturnsTheResponseText) {
   Answers recorded = UsualAnswers();
   recorded.emplace_back(50, "<answer>caf\u00e9</answer>");
   const Answering answers(1, recorded);
@@ -98,7 +98,7 @@ TEST(Session, ARequestIsSentAsItIsAndItsAnswerGivenAsText) {
   EXPECT_EQ(L"the recording holds no answer to the request <none/>", unknown.description);
 }
 
-TEST(Session, AnUnreachableQuickBooksMakesTheVersionCheckFail) {
+TEST(Session, FailsTheVersionCheckIfQuickBooksIsUnreachable) {
   const Variable refused(L"KRNQB_REFUSED_CALL", L"creation");
   const LateBound exchange = NewLateBoundExchange();
   const Outcome supported = exchange.Call(L"IsSDKVersionSupported");

@@ -1,4 +1,4 @@
-// Texts across the boundary: whole, whatever they hold and however long they are.
+// Texts cross the boundary unchanged, whatever they contain and however long they are.
 #include <gtest/gtest.h>
 
 #include "host/component.h"
@@ -18,14 +18,14 @@ std::wstring PassedThrough(std::wstring_view text) {
   return std::wstring(read.View());
 }
 
-TEST(Texts, EveryCharacterComesThrough) {
+TEST(Texts, PreserveEveryCharacter) {
   for (const std::wstring_view text : {L""sv, L"caf\u00e9"sv, L"\u20ac\u4e2d\U0001F600"sv, L"one\0two\0"sv,
                                        L"\r\n\t\x01\x7f"sv, L"\uffff\ufeff"sv}) {
     EXPECT_EQ(text, PassedThrough(text));
   }
 }
 
-TEST(Texts, HalvesOfPairsBecomeTheReplacementCharacter) {
+TEST(Texts, ReplaceUnpairedSurrogates) {
   EXPECT_EQ(L"a\uFFFDb", PassedThrough(std::wstring{L'a', wchar_t(0xD800), L'b'}));
   EXPECT_EQ(L"a\uFFFDb", PassedThrough(std::wstring{L'a', wchar_t(0xDC00), L'b'}));
   EXPECT_EQ(L"\uFFFD\uFFFD", PassedThrough(std::wstring{wchar_t(0xDC00), wchar_t(0xD800)}));
@@ -33,7 +33,7 @@ TEST(Texts, HalvesOfPairsBecomeTheReplacementCharacter) {
             PassedThrough(std::wstring{wchar_t(0xD83D), wchar_t(0xD83D), wchar_t(0xDE00)}));
 }
 
-TEST(Texts, ANullTextIsTheEmptyText) {
+TEST(Texts, TreatNullAsEmpty) {
   const Exchange exchange = NewExchange();
   exchange->put_ErrorDescription(Text(L"before").Get());
   EXPECT_EQ(S_OK, exchange->put_ErrorDescription(nullptr));
@@ -50,14 +50,14 @@ TEST(Texts, ANullTextIsTheEmptyText) {
   EXPECT_EQ(RunTimeError(91), exchange->KRNOpenPlan(nullptr, &opened));
 }
 
-TEST(Texts, TwentyMegabytesComeThrough) {
+TEST(Texts, MayBeTwentyMegabytesLong) {
   std::wstring text(10 * 1024 * 1024, L'x');
   text.front() = L'\u00e9';
   text.back() = L'\u20ac';
   EXPECT_TRUE(text == PassedThrough(text));
 }
 
-TEST(Texts, AnAnswerOfTwentyMegabytesIsGivenWhole) {
+TEST(Texts, IncludeAllOfATwentyMegabyteResponse) {
   const std::wstring answer = L"<answer>" + std::wstring(10 * 1024 * 1024, L'y') + L"</answer>";
   auto recorded = UsualAnswers();
   recorded.emplace_back(50, Utf8(answer));

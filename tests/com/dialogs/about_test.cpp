@@ -1,4 +1,4 @@
-// The About box, and the system's information tool that it starts.
+// The About box and the system-information tool that it starts.
 #include <gtest/gtest.h>
 
 #include "host/component.h"
@@ -57,8 +57,8 @@ TEST(About, IsClosedByEnterEscapeAndItsCloseButton) {
   }
 }
 
-// The tool in a folder with a blank in its name, and beside the folder another program with the name up to
-// the blank.
+// Puts the tool into a folder with a blank in its name, beside a decoy program named like the part before the
+// blank.
 struct Tool : ::testing::Test {
   Tool() {
     CreateDirectoryW(L"shared tools", nullptr);
@@ -97,27 +97,27 @@ struct Tool : ::testing::Test {
   const std::wstring folder = CurrentFolder() + L"\\shared tools";
 };
 
-TEST_F(Tool, IsStartedByTheFullPathThatTheRegistryNames) {
+TEST_F(Tool, IsStartedByItsFullPathFromTheRegistry) {
   const RegistryValue path(toolKey, L"PATH", folder + L"\\MSINFO32.EXE");
   ExpectStart();
 }
 
-TEST_F(Tool, IsElseTheOneInTheFolderOfSharedTools) {
+TEST_F(Tool, IsOtherwiseTheOneInTheSharedToolsFolder) {
   const RegistryValue path(folderKey, L"MSINFO", folder);
   ExpectStart();
 }
 
-TEST_F(Tool, IsUnavailableWhenTheRegistryNamesNone) {
+TEST_F(Tool, IsUnavailableIfTheRegistryNamesNone) {
   ExpectUnavailable();
 }
 
-TEST_F(Tool, IsNotSearched) {
+TEST_F(Tool, IsNotSearchedForByNameAlone) {
   const RegistryValue path(toolKey, L"PATH", std::wstring(L"krnqb_information_tool.exe"));
   ExpectUnavailable();
   EXPECT_FALSE(Exists(L"krnqb_information_tool.exe.txt"));
 }
 
-TEST_F(Tool, IsUnavailableWhenItCannotBeStarted) {
+TEST_F(Tool, IsUnavailableIfItCannotBeStarted) {
   const RegistryValue path(toolKey, L"PATH", folder + L"\\missing.exe");
   ExpectUnavailable();
 }

@@ -1,4 +1,4 @@
-// The list of company files, from the folder in which the registry finds QuickBooks.
+// The list of company files, from the folder that the registry gives for QuickBooks.
 #include <gtest/gtest.h>
 
 #include "host/component.h"
@@ -11,7 +11,8 @@ namespace {
 
 const wchar_t* const programKey = L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\qbw32.exe";
 
-// The list as text, without the lines and indents that some systems write; nothing when there is none.
+// Returns the list as text without the line breaks and indents that some systems write, or nothing if there
+// is none.
 std::optional<std::wstring> Companies() {
   const Exchange exchange = NewExchange();
   Held<IDispatch> list;
@@ -38,7 +39,7 @@ std::wstring Company(const std::wstring& folder, const std::wstring& name) {
          L"]]></fullpath></company>";
 }
 
-TEST(Companies, AreThoseOfTheFolderInTheOrderOfAListing) {
+TEST(Companies, AreTheCompanyFilesInTheFolderSortedByName) {
   const std::wstring folder = NewFolder(
       L"QuickBooks Pr\u00f6", {L"B.QBW", L"a.qbw", L"caf\u00e9 \u20ac.Qbw", L"notes.txt", L"a.qbw.bak"});
   CreateDirectoryW((folder + L"\\folder.qbw").c_str(), nullptr);
@@ -48,32 +49,32 @@ TEST(Companies, AreThoseOfTheFolderInTheOrderOfAListing) {
             Companies());
 }
 
-TEST(Companies, NoneInTheFolderGiveAnEmptyList) {
+TEST(Companies, AreAnEmptyListIfTheFolderHasNone) {
   const RegistryValue program(programKey, L"", NewFolder(L"empty", {L"notes.txt"}) + L"\\qbw32.exe");
   EXPECT_EQ(L"<qbcompanies/>", Companies());
 }
 
-TEST(Companies, WithoutQuickBooksThereIsNoList) {
+TEST(Companies, AreMissingWithoutQuickBooks) {
   EXPECT_EQ(std::nullopt, Companies());
 }
 
-TEST(Companies, APathWithoutAFolderGivesNoList) {
+TEST(Companies, AreMissingIfTheProgramPathHasNoFolder) {
   const RegistryValue program(programKey, L"", std::wstring(L"qbw32.exe"));
   EXPECT_EQ(std::nullopt, Companies());
 }
 
-TEST(Companies, AFolderThatIsNotThereGivesNoList) {
+TEST(Companies, AreMissingIfTheFolderDoesNotExist) {
   const RegistryValue program(programKey, L"", std::wstring(L"C:\\not there\\qbw32.exe"));
   EXPECT_EQ(std::nullopt, Companies());
 }
 
-TEST(Companies, ANumberInTheRegistryGivesNoList) {
+TEST(Companies, AreMissingIfTheRegistryValueIsANumber) {
   const DWORD number = 7;
   const RegistryValue program(programKey, L"", REG_DWORD, &number, sizeof(number));
   EXPECT_EQ(std::nullopt, Companies());
 }
 
-TEST(Companies, ANameWithBracketsIsListed) {
+TEST(Companies, IncludeANameWithBrackets) {
   const std::wstring folder = NewFolder(L"broken", {L"a.qbw", L"b]].qbw"});
   const RegistryValue program(programKey, L"", folder + L"\\qbw32.exe");
   EXPECT_EQ(L"<qbcompanies>" + Company(folder, L"a.qbw") + Company(folder, L"b]].qbw") + L"</qbcompanies>",

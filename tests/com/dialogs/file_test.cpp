@@ -29,7 +29,7 @@ BOOL CALLBACK FindField(HWND window, LPARAM found) {
   return FALSE;
 }
 
-// Where a name is typed: the only field of the dialog.
+// Returns the dialog's only text field, where a name is typed.
 HWND NameField(HWND window) {
   HWND found = nullptr;
   EnumChildWindows(window, FindField, reinterpret_cast<LPARAM>(&found));
@@ -37,7 +37,7 @@ HWND NameField(HWND window) {
   return found;
 }
 
-// A folder with files; no session, so that the company is what is stored.
+// A folder with files. Sessions are refused, so QBCompany returns the stored path.
 struct Files : ::testing::Test {
   Files() {
     CreateDirectoryW(folder.c_str(), nullptr);
@@ -60,7 +60,7 @@ struct Files : ::testing::Test {
   const Variable number{L"KRNQB_REFUSAL_NUMBER", L"80040408"};
 };
 
-TEST_F(Files, ACompanyThatIsChosenIsGivenAndStored) {
+TEST_F(Files, ReturnAndStoreTheChosenCompany) {
   Program host(L"krnqb_dialog_host.exe company");
   HWND window = host.Dialog(companyCaption);
   EXPECT_EQ(L"*.qbw", TextOf(NameField(window)));
@@ -69,27 +69,27 @@ TEST_F(Files, ACompanyThatIsChosenIsGivenAndStored) {
   EXPECT_EQ(Lines(L"chosen " + folder + L"\\nursery.qbw", folder + L"\\nursery.qbw"), host.End());
 }
 
-TEST_F(Files, ANameKeepsItsLetters) {
+TEST_F(Files, ReturnNonAsciiNamesUnchanged) {
   Program host(L"krnqb_dialog_host.exe company");
   const std::wstring path = folder + L"\\caf\u00e9 \u20ac.QBW";
   Choose(host.Dialog(companyCaption), path);
   EXPECT_EQ(Lines(L"chosen " + path, path), host.End());
 }
 
-TEST_F(Files, CancelledItLeavesTheCompany) {
+TEST_F(Files, KeepTheCompanyWhenCancelled) {
   Program host(L"krnqb_dialog_host.exe company");
   Click(Control(host.Dialog(companyCaption), IDCANCEL));
   EXPECT_EQ(Lines(L"empty", L"C:\\before.qbw"), host.End());
 }
 
-TEST_F(Files, EscapeCancels) {
+TEST_F(Files, AreCancelledByEscape) {
   Program host(L"krnqb_dialog_host.exe plan");
   host.Dialog(planCaption);
   Press(VK_ESCAPE);
   EXPECT_EQ(Lines(L"empty", L"C:\\before.qbw"), host.End());
 }
 
-TEST_F(Files, APlanThatIsChosenLeavesTheCompany) {
+TEST_F(Files, KeepTheCompanyWhenAPlanIsChosen) {
   Program host(L"krnqb_dialog_host.exe plan");
   HWND window = host.Dialog(planCaption);
   EXPECT_EQ(L"*.kpf", TextOf(NameField(window)));
@@ -98,11 +98,11 @@ TEST_F(Files, APlanThatIsChosenLeavesTheCompany) {
   EXPECT_EQ(Lines(L"chosen " + folder + L"\\nursery.kpf", L"C:\\before.qbw"), host.End());
 }
 
-TEST_F(Files, AFileThatIsNotThereIsNotGiven) {
+TEST_F(Files, RejectAMissingFile) {
   Program host(L"krnqb_dialog_host.exe company");
   HWND window = host.Dialog(companyCaption);
   Choose(window, folder + L"\\missing.qbw");
-  // The system says so, and goes on asking.
+  // The system shows an error and keeps the dialog open.
   EXPECT_TRUE(Becomes([window] { return IsWindowEnabled(window) == FALSE; }));
   Press(VK_RETURN);
   EXPECT_TRUE(Becomes([window] { return IsWindowEnabled(window) != FALSE; }));

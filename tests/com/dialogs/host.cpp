@@ -1,7 +1,7 @@
 // usage: krnqb_dialog_host import|export|company|plan|other|about|message
 //
-// A host with a window of its own that asks the library for a dialog, then says what came of it, line by
-// line. An import waits at the event KRNQB_HOLD_AT until there is a file "release".
+// A host with its own window that has the library show a dialog, then prints the outcome line by line. At the
+// event KRNQB_HOLD_AT an import waits until a file "release" exists.
 #include <ole2.h>
 
 #include <commctrl.h>
@@ -49,7 +49,7 @@ BOOL CALLBACK AddUsable(HWND control, LPARAM usable) {
   return TRUE;
 }
 
-// What the dialog shows at an event of the import, as it was painted last.
+// Prints what the dialog shows at an event of the import, as last painted.
 void SayWhatIsShown(const std::string& event) {
   HWND dialog = FindWindowW(L"#32770", L"Import From Quickbooks");
   HWND bar = GetDlgItem(dialog, 1030);

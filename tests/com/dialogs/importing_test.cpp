@@ -20,8 +20,8 @@ void ChooseEverything(HWND window) {
 
 const RecordedImport everything{"1.1", "ald", "all"};
 
-// What the dialog shows at each event, then what the host has: it hears of an event before the dialog does,
-// and of all controls only bar and text are not disabled.
+// Returns what the dialog shows at each event, then what the host has. The host receives an event before the
+// dialog does; only the bar and its text are enabled.
 std::vector<std::string> LinesOfImport() {
   std::vector<std::string> lines;
   std::string percent = "0";
@@ -54,8 +54,8 @@ TEST(Importing, ChangesThePlanAsTheCommandLineDoes) {
   EXPECT_NE(PlanTables("recordings\\ald.kpf").Cells(), cells);
 }
 
-// Whatever a person does meanwhile is lost.
-TEST(Importing, HoldsInputBackAndCannotBeClosed) {
+// User input during the import is discarded.
+TEST(Importing, DiscardsInputAndCannotBeClosed) {
   DeleteFileW(L"release");
   DeleteFileW(L"cells.txt");
   const Variable hold(L"KRNQB_HOLD_AT", L"ProgressBarChange 33 Importing income balances...");
@@ -82,8 +82,8 @@ TEST(Importing, HoldsInputBackAndCannotBeClosed) {
   EXPECT_EQ(cells, FileText("cells.txt"));
 }
 
-// No message is shown: the host looks at the error.
-TEST(Importing, WhatFailsIsLeftToTheHost) {
+// No message is shown: the host checks the error.
+TEST(Importing, LeavesFailuresToTheHost) {
   const Variable refused(L"KRNQB_REFUSED_CALL", L"creation");
   const Variable number(L"KRNQB_REFUSAL_NUMBER", L"80040154");
   Program host(L"krnqb_dialog_host.exe import");

@@ -1,5 +1,5 @@
-// Stands for the system's information tool: writes the command line and the kind of window that it was
-// started with into a file beside itself.
+// A stand-in for the system-information tool: writes its command line and show state into a file beside
+// itself.
 #include <windows.h>
 
 #include <string>

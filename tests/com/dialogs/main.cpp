@@ -3,7 +3,7 @@
 
 #include <cstdio>
 
-// The last line is for whoever runs this: without it the program did not come to its end.
+// The suite checks for the last line: without it the program did not finish.
 int main(int count, char** arguments) {
   testing::InitGoogleTest(&count, arguments);
   if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 2;

@@ -2,7 +2,7 @@
 
 namespace krnqb::testing {
 
-// The numbers by which the controls are known outside.
+// The numbers by which programs outside identify the controls.
 inline constexpr int importButton = 1;
 inline constexpr int cancelButton = 2;
 inline constexpr int helpButton = 1003;

@@ -59,7 +59,7 @@ void ExpectControls(HWND window, const DescribedControl (&expected)[count], bool
   }
 }
 
-TEST(Options, TheImportPage) {
+TEST(Options, ShowsTheImportPage) {
   Shown shown(L"import");
   ExpectControls(shown.window, importControls, true);
   ExpectControls(shown.window, exportControls, false);
@@ -82,7 +82,7 @@ TEST(Options, TheImportPage) {
   EXPECT_EQ(closedUntouched, shown.host.End());
 }
 
-TEST(Options, TheExportPageWhoseBoxesEnableNothing) {
+TEST(Options, ShowsTheExportPageWhoseBoxesEnableNothing) {
   Shown shown(L"export");
   ExpectControls(shown.window, exportControls, true);
   ExpectControls(shown.window, importControls, false);
@@ -94,12 +94,12 @@ TEST(Options, TheExportPageWhoseBoxesEnableNothing) {
   EXPECT_EQ(closedUntouched, shown.host.End());
 }
 
-TEST(Options, AnotherNumberShowsNothing) {
+TEST(Options, ShowsNothingForAnotherNumber) {
   Program host(L"krnqb_dialog_host.exe other");
   EXPECT_EQ(closedUntouched, host.End());
 }
 
-TEST(Options, ABoxEnablesTheBalancesAndTheImport) {
+TEST(Options, EnablesBalancesAndImportWhileABoxIsChecked) {
   Shown shown(L"import");
   for (const int box : {incomeBox, expenseBox}) {
     ClickBox(shown.window, box);
@@ -117,7 +117,7 @@ TEST(Options, ABoxEnablesTheBalancesAndTheImport) {
   EXPECT_EQ(closedUntouched, shown.host.End());
 }
 
-TEST(Options, TheBalancesStayWhenTheLastBoxIsUnchecked) {
+TEST(Options, KeepsTheSelectedBalancesWhenTheLastBoxIsUnchecked) {
   Shown shown(L"import");
   ClickBox(shown.window, incomeBox);
   ChooseBelow(shown.window, balances, 2);
@@ -152,7 +152,7 @@ TEST_P(OptionsClosing, ChangesNothing) {
 INSTANTIATE_TEST_SUITE_P(EveryWay, OptionsClosing, ::testing::ValuesIn(closings),
                          [](const auto& tested) { return tested.param.name; });
 
-// The control that has the keyboard in the dialog's process.
+// Returns the control that has the keyboard focus in the dialog's process.
 int Focused(HWND window) {
   GUITHREADINFO information{};
   information.cbSize = sizeof(information);
@@ -160,7 +160,7 @@ int Focused(HWND window) {
   return GetDlgCtrlID(information.hwndFocus);
 }
 
-TEST(Options, TheKeyboardAloneImports) {
+TEST(Options, ImportsFromTheKeyboardAlone) {
   Shown shown(L"import");
   const auto tabTo = [&shown](int identifier) {
     Press(VK_TAB);
@@ -185,7 +185,7 @@ TEST(Options, TheKeyboardAloneImports) {
   EXPECT_EQ("expenses -1, income 0, past -1, balances 2, error 0", lines.back());
 }
 
-TEST(Options, EnterImportsOnceThatIsEnabled) {
+TEST(Options, ImportsOnEnterOnceImportIsEnabled) {
   Shown shown(L"import");
   Press(VK_RETURN);
   ClickBox(shown.window, incomeBox);
@@ -196,7 +196,7 @@ TEST(Options, EnterImportsOnceThatIsEnabled) {
   EXPECT_EQ("expenses 0, income -1, past -1, balances 0, error 0", lines.back());
 }
 
-TEST(Options, CutNoTextOff) {
+TEST(Options, ClipsNoText) {
   for (const wchar_t* page : {L"import", L"export"}) {
     Shown shown(page);
     EXPECT_EQ(std::vector<int>(), CutOff(shown.window));
@@ -205,7 +205,7 @@ TEST(Options, CutNoTextOff) {
   }
 }
 
-TEST(Options, StandsBeforeTheHostsWindow) {
+TEST(Options, AppearsInFrontOfTheHostsWindow) {
   Shown shown(L"import");
   HWND owner = GetWindow(shown.window, GW_OWNER);
   EXPECT_EQ(L"host", TextOf(owner));

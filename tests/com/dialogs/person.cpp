@@ -19,7 +19,7 @@ struct Search {
   HWND found;
 };
 
-// As the system keeps it: a window that is at work answers no message.
+// Reads the text from the system's copy: a busy window answers no messages.
 std::wstring CaptionOf(HWND window) {
   wchar_t caption[256];
   const int length = GetWindowTextW(window, caption, 256);
@@ -50,7 +50,7 @@ BOOL CALLBACK FindControl(HWND window, LPARAM sought) {
   return FALSE;
 }
 
-// The font of the dialogs: that of a window in another process cannot be used.
+// The dialogs' font, recreated here, since a font of another process cannot be used.
 HFONT NewFontOf(HWND control, HDC context) {
   const bool heading = GetDlgCtrlID(control) == aboutTitle;
   const int height = MulDiv(8, GetDeviceCaps(context, LOGPIXELSY), 72);
@@ -58,7 +58,7 @@ HFONT NewFontOf(HWND control, HDC context) {
                      FALSE, FALSE, FALSE, DEFAULT_CHARSET, 0, 0, 0, 0, L"MS Shell Dlg");
 }
 
-// The size that a control's text takes, in the control's width.
+// Measures a control's text at the control's width.
 SIZE SizeOfText(HWND control, LONG width) {
   RECT area{0, 0, width, 0};
   HDC context = GetDC(nullptr);
@@ -71,7 +71,7 @@ SIZE SizeOfText(HWND control, LONG width) {
   return {area.right, area.bottom};
 }
 
-// Room beside the text: a check box's box, a list's button, a push button's edge.
+// The space beside the text: the box of a check box, the button of a list, the edge of a push button.
 LONG RoomBesideText(HWND control) {
   if (ClassOf(control) == L"ComboBox") return GetSystemMetrics(SM_CXVSCROLL) + 8;
   return ClassOf(control) == L"Button" ? 18 : 0;
@@ -110,7 +110,7 @@ INPUT Key(WORD key, DWORD flags) {
   return input;
 }
 
-// The mouse at a point of the screen: place and button in one, so that nothing moves it in between.
+// Moves the mouse and presses the button in one input, so that nothing can move it in between.
 INPUT Button(POINT place, DWORD flags) {
   constexpr LONG whole = 65536;
   const LONG width = GetSystemMetrics(SM_CXSCREEN);
@@ -144,34 +144,34 @@ Program::Program(const std::wstring& commandLine) {
   start.hStdError = output;
   std::wstring line = commandLine;
   const BOOL started =
-      CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process);
+      CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process_);
   CloseHandle(output);
   EXPECT_TRUE(started) << GetLastError();
 }
 
 Program::~Program() {
-  if (WaitForSingleObject(process.hProcess, 0) == WAIT_TIMEOUT) {
-    TerminateProcess(process.hProcess, 1);
-    WaitForSingleObject(process.hProcess, 5000);
+  if (WaitForSingleObject(process_.hProcess, 0) == WAIT_TIMEOUT) {
+    TerminateProcess(process_.hProcess, 1);
+    WaitForSingleObject(process_.hProcess, 5000);
   }
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
+  CloseHandle(process_.hThread);
+  CloseHandle(process_.hProcess);
 }
 
 bool Program::Shows(const wchar_t* caption) const {
-  Search search{process.dwProcessId, caption, nullptr};
+  Search search{process_.dwProcessId, caption, nullptr};
   EnumWindows(FindDialog, reinterpret_cast<LPARAM>(&search));
   return search.found != nullptr;
 }
 
 HWND Program::Dialog(const wchar_t* caption) const {
-  Search search{process.dwProcessId, caption, nullptr};
+  Search search{process_.dwProcessId, caption, nullptr};
   Becomes([&search] {
     EnumWindows(FindDialog, reinterpret_cast<LPARAM>(&search));
     return search.found != nullptr;
   });
   if (search.found == nullptr) throw std::runtime_error("no dialog: " + FileText("said.txt"));
-  // Shown, and waiting for a person.
+  // Visible and waiting for input.
   DWORD_PTR answer = 0;
   SendMessageTimeoutW(search.found, WM_NULL, 0, 0, SMTO_NORMAL, 5000, &answer);
   EXPECT_TRUE(Becomes([&search] { return GetForegroundWindow() == search.found; })) << "not in front";
@@ -188,7 +188,7 @@ bool Program::HasSaid(const std::string& line) const {
 }
 
 std::vector<std::string> Program::End() {
-  EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(process.hProcess, 20000)) << "the program did not end";
+  EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(process_.hProcess, 20000)) << "the program did not end";
   std::vector<std::string> lines = Lines();
   if (lines.size() < 2 || lines.back() != "end of the host" || lines.end()[-2] != "host enabled") {
     ADD_FAILURE() << "the host did not come to its end: " << FileText("said.txt");
@@ -267,7 +267,7 @@ void ClickBox(HWND window, int identifier) {
 
 void ChooseBelow(HWND window, int identifier, int entry) {
   HWND list = Control(window, identifier);
-  // Clicked twice the list is open and closed again, and has the focus.
+  // After two clicks the list has opened and closed again, and has the focus.
   Click(list);
   EXPECT_TRUE(Becomes([&] { return SendMessageW(list, CB_GETDROPPEDSTATE, 0, 0) != 0; }));
   Click(list);

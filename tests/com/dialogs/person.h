@@ -8,51 +8,51 @@
 
 namespace krnqb::testing {
 
-/// Whether it became true within five seconds.
+/// Returns whether the condition becomes true within five seconds.
 bool Becomes(const std::function<bool()>& condition);
 
-/// A program that shows dialogs, in a process of its own, started with the variables that are set now.
+/// A program that shows dialogs in its own process, started with the current environment.
 class Program {
  public:
-  /// Starts it; the test fails when that fails.
+  /// Starts the program; fails the test if that fails.
   explicit Program(const std::wstring& commandLine);
-  /// Ends it when it is still there.
+  /// Terminates the program if it is still running.
   ~Program();
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
-  /// Its dialog of that caption, once it is shown and in front; throws when there is none within five
+  /// Waits until a dialog with this caption is visible and in front, and returns it; throws after five
   /// seconds.
   HWND Dialog(const wchar_t* caption) const;
   bool Shows(const wchar_t* caption) const;
-  /// What it has said until now, as lines.
+  /// Returns the lines printed so far.
   std::vector<std::string> Lines() const;
   bool HasSaid(const std::string& line) const;
-  /// The same once it has come to its end; the test fails when it does not.
+  /// Waits for the program to end and returns its lines; fails the test if it does not end.
   std::vector<std::string> End();
 
  private:
-  PROCESS_INFORMATION process{};
+  PROCESS_INFORMATION process_{};
 };
 
-/// A control by its number, on whatever page it stands; null when there is none.
+/// Returns a control by its number, on any page; null if it is missing.
 HWND Control(HWND window, int identifier);
 std::wstring TextOf(HWND window);
 std::wstring ClassOf(HWND window);
 bool IsShown(HWND window, int identifier);
 bool IsEnabled(HWND window, int identifier);
 bool IsChecked(HWND window, int identifier);
-/// The entry that a drop-down list shows; -1 for none.
+/// Returns the selected entry of a drop-down list; -1 for none.
 int Selected(HWND window, int identifier);
 
-/// The controls of the window that show text which does not fit, by number.
+/// Returns the numbers of the window's controls whose text does not fit.
 std::vector<int> CutOff(HWND window);
 
-// What a person does, with the system's own mouse and keyboard.
+// What a user does, through the system's own mouse and keyboard.
 void Click(HWND control);
 void Press(WORD key);
 void PressWithAlt(WORD key);
-/// The window's own close button.
+/// Clicks the window's close button.
 void Close(HWND window);
 
 /// Clicks a check box and waits until it has changed.

@@ -1,5 +1,5 @@
-// Shows the dialogs one after the other for script/screenshots. For each it writes name, left, top, width and
-// height into the file "picture", and waits until that is gone.
+// Shows the dialogs one after another for script/screenshots. For each it writes name, left, top, width and
+// height to the file "picture", and waits until that file is removed.
 #include <windows.h>
 
 #include <cstdio>
@@ -22,7 +22,7 @@ bool IsThere(const char* file) {
   return GetFileAttributesA(file) != INVALID_FILE_ATTRIBUTES;
 }
 
-// Throws when nobody takes the picture.
+// Throws if nobody takes the picture.
 void TakePicture(const char* name, HWND window) {
   RECT place{};
   GetWindowRect(window, &place);

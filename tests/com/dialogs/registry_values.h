@@ -6,23 +6,22 @@
 
 namespace krnqb::testing {
 
-/// A value of the machine's registry, for as long as it lives. There was none before.
+/// Sets a machine-wide registry value that did not exist before; deletes it when destroyed.
 class RegistryValue {
  public:
-  RegistryValue(const wchar_t* valueKey, const wchar_t* valueName, const std::wstring& text)
-      : RegistryValue(valueKey, valueName, REG_SZ, text.c_str(), (text.size() + 1) * sizeof(wchar_t)) {}
-  RegistryValue(const wchar_t* valueKey, const wchar_t* valueName, DWORD type, const void* bytes,
-                std::size_t size)
-      : key(valueKey), name(valueName) {
-    RegSetKeyValueW(HKEY_LOCAL_MACHINE, key, name, type, bytes, static_cast<DWORD>(size));
+  RegistryValue(const wchar_t* key, const wchar_t* name, const std::wstring& text)
+      : RegistryValue(key, name, REG_SZ, text.c_str(), (text.size() + 1) * sizeof(wchar_t)) {}
+  RegistryValue(const wchar_t* key, const wchar_t* name, DWORD type, const void* bytes, std::size_t size)
+      : key_(key), name_(name) {
+    RegSetKeyValueW(HKEY_LOCAL_MACHINE, key_, name_, type, bytes, static_cast<DWORD>(size));
   }
-  ~RegistryValue() { RegDeleteKeyValueW(HKEY_LOCAL_MACHINE, key, name); }
+  ~RegistryValue() { RegDeleteKeyValueW(HKEY_LOCAL_MACHINE, key_, name_); }
   RegistryValue(const RegistryValue&) = delete;
   RegistryValue& operator=(const RegistryValue&) = delete;
 
  private:
-  const wchar_t* key;
-  const wchar_t* name;
+  const wchar_t* key_;
+  const wchar_t* name_;
 };
 
 }  // namespace krnqb::testing

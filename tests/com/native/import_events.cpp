@@ -1,7 +1,7 @@
 // usage: krnqb_import_events RECORDING PLAN BALANCES
 //
 // Imports from a recording into a copy of a plan that is never saved, with the options of record_imports.sh,
-// and prints the events that are raised, one a line.
+// and prints the events raised, one per line.
 #include <fmt/format.h>
 
 #include <array>

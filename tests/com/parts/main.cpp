@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-// The last line is for whoever runs this: without it the program did not come to its end.
+// The suite checks for the last line: without it the program did not finish.
 int main(int count, char** arguments) {
   testing::InitGoogleTest(&count, arguments);
   const int failed = RUN_ALL_TESTS();

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "com/server_classes.h"
 #include "krnqb/error.h"
 
 namespace krnqb::com {
@@ -18,7 +19,7 @@ constexpr std::int32_t accessDenied = -2147024891;
 constexpr RegistryHive machine = RegistryHive::LocalMachine;
 constexpr RegistryHive user = RegistryHive::CurrentUser;
 
-// A registry in memory that can refuse writes.
+// An in-memory registry that can refuse writes.
 class FakeRegistry final : public RegistryWriter {
  public:
   void Create(RegistryHive hive, const std::wstring& key) override {
@@ -54,10 +55,10 @@ class FakeRegistry final : public RegistryWriter {
 };
 
 Registration Own() {
-  return RegistrationOf(L"C:\\Programs\\Planner\\KRN6_QB2002.dll");
+  return RegistrationOf(ServerClasses(), L"C:\\Programs\\Planner\\KRN6_QB2002.dll");
 }
 
-// What a library of the other architecture adds to the shared keys.
+// Registers what a library of the other architecture adds to the shared keys.
 void RegisterOther(FakeRegistry& registry, const Registration& own) {
   for (const RegisteredKey& key : own.keys) {
     if (!key.isShared) continue;
@@ -92,7 +93,7 @@ TEST(Register, NamesTheServerByItsFullPath) {
   EXPECT_EQ(2, servers);
 }
 
-TEST(Register, WritesAllOfItForOneUserWhenTheMachineRefuses) {
+TEST(Register, WritesEveryKeyForOneUserIfTheMachineHiveRefuses) {
   FakeRegistry registry;
   registry.machineRefuses = true;
   Register(registry, Own());
@@ -100,7 +101,7 @@ TEST(Register, WritesAllOfItForOneUserWhenTheMachineRefuses) {
   for (const RegisteredKey& key : Own().keys) EXPECT_TRUE(registry.Has(user, key.path));
 }
 
-TEST(Register, LeavesNothingBehindWhenALaterWriteIsRefused) {
+TEST(Register, LeavesNothingBehindIfALaterWriteIsRefused) {
   for (const int written : {3, 10, 40}) {
     FakeRegistry registry;
     registry.writesUntilRefusal = written;
@@ -115,7 +116,7 @@ TEST(Register, LeavesNothingBehindWhenALaterWriteIsRefused) {
   }
 }
 
-TEST(Unregister, RemovesEveryKeyThatWasWritten) {
+TEST(Unregister, RemovesEveryKeyThatRegisterWrote) {
   for (const bool refuses : {false, true}) {
     FakeRegistry registry;
     registry.machineRefuses = refuses;
@@ -126,7 +127,7 @@ TEST(Unregister, RemovesEveryKeyThatWasWritten) {
   }
 }
 
-TEST(Unregister, LeavesWhatOthersHavePutBesideAndInto) {
+TEST(Unregister, LeavesKeysAndValuesOfOthers) {
   FakeRegistry registry;
   registry.hives[machine][L"CLSID\\{other}"][L""] = L"another class";
   Register(registry, Own());
@@ -140,7 +141,7 @@ TEST(Unregister, LeavesWhatOthersHavePutBesideAndInto) {
   EXPECT_EQ(left, registry.hives[machine]);
 }
 
-TEST(Unregister, LeavesSharedKeysWhileTheOtherArchitectureIsRegistered) {
+TEST(Unregister, KeepsSharedKeysWhileTheOtherArchitectureIsRegistered) {
   FakeRegistry registry;
   RegisterOther(registry, Own());
   const Keys before = registry.hives[machine];
@@ -149,7 +150,7 @@ TEST(Unregister, LeavesSharedKeysWhileTheOtherArchitectureIsRegistered) {
   EXPECT_EQ(before, registry.hives[machine]);
 }
 
-TEST(Unregister, DoesNothingWhenTheLibraryIsNotRegistered) {
+TEST(Unregister, DoesNothingIfTheLibraryIsNotRegistered) {
   FakeRegistry registry;
   RegisterOther(registry, Own());
   const Keys before = registry.hives[machine];

@@ -1,7 +1,7 @@
 // usage: cscript //nologo import.js PLAN PRODUCT BALANCES MEMBERS CELLS EVENTS
 //
-// A host written in JScript: hands in a plan of its own, imports, and writes the plan's cells and the events that it
-// received. MEMBERS says how the plan has its data object: "functions" or "properties".
+// A host written in JScript: supplies its own plan, imports, and writes the plan's cells and the events it received.
+// MEMBERS selects how the plan exposes its data object: "functions" or "properties".
 
 var files = new ActiveXObject("Scripting.FileSystemObject");
 
@@ -88,7 +88,7 @@ function EventLog(path) {
   this.Finish = function () { file.Close(); };
 }
 
-// An element of the host's own, set in the place of the one that was given.
+// Replace the element passed in with one of the host's own.
 function SelectAllExpenses(exchange) {
   var own = NewDocument();
   own.loadXML(exchange.SelectedExpenses.xml);
@@ -101,7 +101,7 @@ function SelectAllExpenses(exchange) {
 var plan = new Plan(WScript.Arguments(0), WScript.Arguments(3));
 var events = new EventLog(WScript.Arguments(5));
 var exchange = new ActiveXObject("KRN6_QB2002.QBDataExchange");
-// Wine's script host connects no events of its own.
+// Wine's script host cannot connect events itself.
 var bridge = new ActiveXObject("KRN6_TestBridge.EventBridge");
 bridge.Connect(exchange, events);
 

@@ -1,7 +1,7 @@
 ' usage: cscript //nologo import.vbs PLAN PRODUCT BALANCES MEMBERS CELLS EVENTS
 '
-' A host written in VBScript: hands in a plan of its own, imports, and writes the plan's cells and the events that it
-' received. MEMBERS says how the plan has its members: "functions", "properties" or "collection".
+' A host written in VBScript: supplies its own plan, imports, and writes the plan's cells and the events it received.
+' MEMBERS selects how the plan exposes its members: "functions", "properties" or "collection".
 Option Explicit
 
 Dim arguments, plan, exchange, events, bridge
@@ -12,7 +12,7 @@ Set events = New EventLog
 events.Start arguments(5)
 
 Set exchange = WScript.CreateObject("KRN6_QB2002.QBDataExchange")
-' Wine's script host connects no events of its own.
+' Wine's script host cannot connect events itself.
 Set bridge = WScript.CreateObject("KRN6_TestBridge.EventBridge")
 bridge.Connect exchange, events
 
@@ -42,7 +42,7 @@ Set exchange.KRNPlanData = Nothing
 WScript.Echo "end of import.vbs"
 WScript.Quit 0
 
-' The element is the component's own: what is set in it need not be set back.
+' The element is the component's own: changes to it need not be stored back.
 Sub SelectAllExpenses(selection)
   Dim account
   For Each account In selection.childNodes
@@ -218,7 +218,7 @@ Class HostPlan
   End Function
 End Class
 
-' Writes down each event.
+' Records each event.
 Class EventLog
   Private file
 

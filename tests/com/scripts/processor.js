@@ -1,7 +1,7 @@
 // usage: cscript //nologo processor.js REQUEST-NUMBER
 //
-// The test processor by name, as a script sees a request processor: answers from the recording, counts, and refuses
-// what it was told to refuse.
+// Calls the test processor late-bound, as scripts call a request processor: it answers from the recording, counts, and
+// refuses what it is told to refuse.
 
 var processor = new ActiveXObject("KRN6_TestProcessor.RequestProcessor");
 

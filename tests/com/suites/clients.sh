@@ -1,14 +1,13 @@
 # shellcheck shell=bash
-# The clients written in C++, each group in a process of its own: with all that the library needs, then without one or
-# the other.
+# The clients written in C++, each group in its own process: with everything the library needs, then with parts missing.
 source ./suites/registered.sh
 
-# Client FILTER: the tests of those names.
+# Client FILTER: runs the tests that match.
 Client() {
   local printed=$root$work/client.txt
   Windows 300 krnqb_com_tests.exe --gtest_color=no "--gtest_filter=$1" >"$printed" 2>&1 ||
     { grep -vE '^\[ +(RUN|OK) |^\[---' "$printed"; Fail "krnqb_com_tests, $1"; }
-  [ "$(tail -n 1 "$printed" | tr -d '\r')" = "end of the client" ] || Fail "krnqb_com_tests, $1, did not come to its end"
+  [ "$(tail -n 1 "$printed" | tr -d '\r')" = "end of the client" ] || Fail "krnqb_com_tests, $1, did not finish"
   grep -qE '^\[  PASSED  \] [1-9]' "$printed" || Fail "there are no tests $1"
   grep -E 'suites? ran' "$printed"
 }

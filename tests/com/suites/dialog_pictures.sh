@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Takes a picture of every dialog, as PICTURES/win32-NAME.png: run by script/screenshots, which sets PICTURES.
+# Takes a picture of every dialog as PICTURES/win32-NAME.png. Run by script/screenshots, which sets PICTURES.
 source ./suites/shown.sh
 
 Register KRN6_QB2002.dll KRN6_TestProcessor.dll

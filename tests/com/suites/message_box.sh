@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# What the library shows, on a display of the suite's own, which is there before any Windows program starts.
+# The library's message box, on a display of the suite's own, started before any Windows program.
 source ./suites/registered.sh
 
 StartDisplay

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# The test processor itself, by name: what the other suites are told by it can be relied on.
+# The test processor itself, called late-bound, since the other suites rely on it.
 source ./suites/registered.sh
 
 Register KRN6_TestProcessor.dll
@@ -7,11 +7,11 @@ Stage scripts/processor.js
 Stage "$area/recordings/1.1-ald-none.jsonl"
 export KRNQB_RECORDING=1.1-ald-none.jsonl
 
-# Answers LINE...: what the script prints, but for its last line.
+# Answers LINE...: the lines that the script must print, except its last.
 Answers() {
   local printed
   printed=$(Script 60 "end of processor.js" processor.js | sed '$d')
-  diff <(printf '%s\n' "$@") - <<<"$printed" || Fail "the test processor answers otherwise"
+  diff <(printf '%s\n' "$@") - <<<"$printed" || Fail "the answers of the test processor differ"
 }
 
 Answers "connection: undefined" "session: replay" "company: C:\\Books\\nursery.qbw" "major: 1" "minor: 1" "request: January" \
@@ -29,7 +29,7 @@ export KRNQB_CALL_LOG=calls.txt
 rm -f "$root$work/stage/calls.txt"
 Answers "connection: undefined" "session: replay" "company: C:\\Books\\nursery.qbw" "major: 1" "minor: 1" "request: January" \
   "unknown request refused: 80040408 not today"
-diff - "$root$work/stage/calls.txt" <<'CALLS' || Fail "the calls were logged otherwise"
+diff - "$root$work/stage/calls.txt" <<'CALLS' || Fail "the call log differs"
 creation
 connection id, name
 session "", mode 2

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Sourced by suites: puts the library and what the tests set beside it into the stage, and registers them.
+# Sourced by suites: copies the library and the tests' own DLLs into the stage, and registers them.
 Register() {
   local library
   Built "$@"

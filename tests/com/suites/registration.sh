@@ -1,10 +1,10 @@
 # shellcheck shell=bash
-# What registration writes and unregistration removes, by what the registry holds before and after.
+# What registration writes and unregistration removes: compares the registry before and after.
 source ./suites/registered.sh
 stage=$root$work/stage
 
-# Registry FILE: the classes of all users and of this one, as Wine's server writes them down when it ends, without the
-# times of writing.
+# Registry FILE: writes the classes of all users and of this one, as Wine's server saves them on exit, without
+# timestamps.
 Registry() {
   StopServer "$work/prefix"
   awk '/^\[/ { inside = /^\[Software\\\\(Wow6432Node\\\\)?Classes/; sub(/\] [0-9]+$/, "]") } inside && !/^#time/' \
@@ -20,7 +20,7 @@ Regsvr32() {
   [ "$result" -eq "$expected" ] || Fail "regsvr32 $* ended with $result, not $expected"
 }
 
-# Holds FILE KEY LINE: whether the registry in FILE has the key, below the classes of all users, with that line.
+# Holds FILE KEY LINE: fails unless the registry in FILE has the line under the key, below the classes of all users.
 Holds() {
   KEY="[Software\\\\Classes\\\\${2//\\/\\\\}]" LINE=$3 awk '
     /^\[/ { inside = tolower($0) == tolower(ENVIRON["KEY"]) }
@@ -28,7 +28,7 @@ Holds() {
     END { exit !found }' "$stage/$1" || Fail "$1: $2 has no $3"
 }
 HasKey() { grep -qiF "\\${2//\\/\\\\}]" "$stage/$1"; }
-# Of a value as such a file writes it.
+# Quotes a value as the registry file does.
 Quoted() { printf '"%s"' "${1//\\/\\\\}"; }
 
 Built KRN6_QB2002.dll
@@ -36,7 +36,7 @@ class='CLSID\{4F6EC7B3-DE2F-4004-A533-2E2DB98E8741}'
 library='TypeLib\{4B3004E5-CD6A-4BD7-B693-E722E2C2684B}'
 if [ "$architecture" = x86_64 ]; then own=win64 other=win32; else own=win32 other=win64; fi
 
-# Somebody else's keys beside ours.
+# Keys of another component beside ours.
 Windows 60 reg add 'HKLM\Software\Classes\KRN6_QB2002.Other\CLSID' /ve /d '{00000000-0000-0000-0000-000000000001}' /f >/dev/null
 Registry before.txt
 Regsvr32 0 /s KRN6_QB2002.dll
@@ -61,26 +61,26 @@ Holds registered.txt 'Interface\{B52A3CD4-2724-4322-8C8D-28FD003FEE7F}\ProxyStub
 Holds registered.txt 'Interface\{8A432835-FB07-45C0-8415-FA5FEE04C020}\ProxyStubClsid32' '@="{00020420-0000-0000-C000-000000000046}"'
 Holds registered.txt "$library\\1.0\\0\\$own" "@=$(Quoted "$path")"
 
-# Again changes nothing; away again leaves nothing.
+# Registering twice changes nothing; unregistering leaves nothing behind.
 Regsvr32 0 /s KRN6_QB2002.dll
 Registry again.txt
-cmp "$stage/registered.txt" "$stage/again.txt" || Fail "registering twice is not registering once"
+cmp "$stage/registered.txt" "$stage/again.txt" || Fail "registering twice changed the registry"
 Regsvr32 0 /s /u KRN6_QB2002.dll
 Registry after.txt
-diff "$stage/before.txt" "$stage/after.txt" || Fail "unregistration left or took something"
+diff "$stage/before.txt" "$stage/after.txt" || Fail "unregistration did not restore the registry"
 Regsvr32 0 /s /u KRN6_QB2002.dll
 
-# With the other architecture's library registered too, what both share stays.
+# While the other architecture's library is registered too, the shared keys stay.
 Windows 60 reg add "HKLM\\Software\\Classes\\$library\\1.0\\0\\$other" /ve /d 'C:\other.dll' /f >/dev/null
 Regsvr32 0 /s KRN6_QB2002.dll
 Regsvr32 0 /s /u KRN6_QB2002.dll
 Registry shared.txt
 Holds shared.txt "$library\\1.0\\0\\$other" '@="C:\\other.dll"'
 Holds shared.txt 'KRN6_QB2002.QBDataExchange\CurVer' '@="KRN6_QB2002.QBDataExchange.1"'
-if HasKey shared.txt "$library\\1.0\\0\\$own"; then Fail "the library's own file stayed"; fi
-if HasKey shared.txt "$class\\InprocServer32"; then Fail "the class stayed"; fi
+if HasKey shared.txt "$library\\1.0\\0\\$own"; then Fail "the path of the library was not removed"; fi
+if HasKey shared.txt "$class\\InprocServer32"; then Fail "the class was not removed"; fi
 
-# A path with blanks and letters outside ASCII.
+# A path with blanks and non-ASCII letters.
 mkdir -p "$stage/café und  blanks"
 cp "$stage/KRN6_QB2002.dll" "$stage/café und  blanks/"
 Regsvr32 0 /s 'café und  blanks\KRN6_QB2002.dll'

@@ -1,7 +1,7 @@
 # shellcheck shell=bash
-# Sourced by the suites of the script languages: whole imports by hosts written in script, over every product,
-# processor version and choice of balances. The plan's cells must be those of the command line to the byte, and the
-# events those that a host on Linux gets.
+# Sourced by the suites of the script languages: complete imports by script hosts, for every product, processor version
+# and choice of balances. The plan's cells must match the command line's byte for byte, and the events those of a host
+# on Linux.
 source ./suites/registered.sh
 
 declare -A productNumbers=([ald]=1 [bri]=2 [cor]=3) balanceNumbers=([none]=0 [planned]=1 [actual]=2 [all]=3)
@@ -18,13 +18,13 @@ ImportAs() {
     "${productNumbers[$product]}" "${balanceNumbers[$balances]}" "$members" cells.txt events.txt) ||
     Fail "$script, $name, $members: $output"
   grep -qx 'imported True, error 0 ' <<<"$output" || Fail "$script, $name, $members: $output"
-  Ascii <"$stage/cells.txt" | cmp - "$recordings/$name.cells" || Fail "$script, $name, $members: other cells"
-  cmp "$stage/events.txt" "$recordings/$name.events" || Fail "$script, $name, $members: other events"
+  Ascii <"$stage/cells.txt" | cmp - "$recordings/$name.cells" || Fail "$script, $name, $members: the cells differ"
+  cmp "$stage/events.txt" "$recordings/$name.events" || Fail "$script, $name, $members: the events differ"
   rm "$stage/$name.jsonl"
   compared=$((compared + 1))
 }
 
-# ImportAll SCRIPT MEMBERS...: every import, the kinds of members in turn.
+# ImportAll SCRIPT MEMBERS...: runs every import, alternating the kinds of members.
 ImportAll() {
   local script=$1 version product balances
   shift

@@ -1,8 +1,8 @@
 # shellcheck shell=bash
-# Sourced by suites that show dialogs, before all else: a desktop that was made without a display stays without.
+# Sourced first by suites that show dialogs: a desktop created without a display stays without one.
 source ./suites/registered.sh
 
-# With the fonts that Windows has, where they are installed: they come with the signs of a title bar.
+# Use the fonts of Windows if they are installed: they contain the symbols of a title bar.
 if [ -d /usr/share/wine/fonts ]; then
   cp --remove-destination /usr/share/wine/fonts/*.ttf "$root$work/prefix/drive_c/windows/Fonts/"
 fi

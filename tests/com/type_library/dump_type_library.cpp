@@ -1,7 +1,7 @@
 // usage: dump_type_library FILE
 //
-// Prints everything in the type library of a file that hosts bind to: identifiers, members, dispids, places
-// in the vtable, types, parameter names, flags and defaults.
+// Prints everything in a file's type library that hosts bind to: identifiers, members, dispids, vtable
+// positions, types, parameter names, flags and defaults.
 #include <fmt/format.h>
 #include <ole2.h>
 
@@ -132,7 +132,7 @@ void PrintFunction(ITypeInfo& information, UINT index) {
   UINT named = 0;
   Check(information.GetNames(function->memid, names.data(), static_cast<UINT>(names.size()), &named));
   const Names documentation = NamesOf(information, function->memid);
-  // Places in the vtable are counted in methods, so that both architectures print the same.
+  // Vtable positions are counted in methods, so that both architectures print the same.
   fmt::print("  {} {} dispid {} place {} flags {:#x} returns {} optional {} \"{}\"\n", kind,
              documentation.name, function->memid, function->oVft / static_cast<SHORT>(sizeof(void*)),
              function->wFuncFlags, TypeText(information, function->elemdescFunc.tdesc), function->cParamsOpt,
@@ -176,7 +176,7 @@ void PrintMembers(ITypeInfo& information, const TYPEATTR& attributes) {
   for (UINT index = 0; index < attributes.cFuncs; ++index) PrintFunction(information, index);
 }
 
-// The vtable side of a dual interface, whose dispatch side the library lists.
+// The vtable side of a dual interface; the library lists its dispatch side.
 ComPointer<ITypeInfo> VtableSide(ITypeInfo& information) {
   HREFTYPE reference = 0;
   ComPointer<ITypeInfo> side;

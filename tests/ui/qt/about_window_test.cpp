@@ -47,7 +47,7 @@ TEST_F(AboutWindow, IsClosedByEscapeAndEnter) {
   }
 }
 
-TEST_F(AboutWindow, IsNoPlaceForAFailureToGetLost) {
+TEST_F(AboutWindow, RethrowsFailures) {
   struct Failing : Dialog {
     Failing() {
       form.name = "failing";

@@ -10,7 +10,7 @@
 namespace krnqb::ui::qt {
 namespace {
 
-// An environment variable of the process, put back at the end.
+// An environment variable of the process, restored when destroyed.
 class Variable {
  public:
   Variable(const char* name, std::optional<QByteArray> value)
@@ -37,11 +37,11 @@ std::string WhatIsMissing() {
   }
 }
 
-TEST(Display, IsThere) {
+TEST(Display, IsFound) {
   EXPECT_EQ(WhatIsMissing(), "");
 }
 
-TEST(Display, IsMissedBeforeQtEndsTheProcess) {
+TEST(Display, IsReportedMissingBeforeQtEndsTheProcess) {
   const Variable noWayland("WAYLAND_DISPLAY", std::nullopt);
   {
     const Variable none("DISPLAY", std::nullopt);
@@ -55,13 +55,13 @@ TEST(Display, IsMissedBeforeQtEndsTheProcess) {
   EXPECT_EQ(WhatIsMissing(), "the display :4711 does not answer");
 }
 
-TEST(Display, IsLeftToWhoChoosesThePlatform) {
+TEST(Display, IsNotCheckedIfThePlatformIsSelected) {
   const Variable none("DISPLAY", std::nullopt);
   const Variable offscreen("QT_QPA_PLATFORM", "offscreen");
   EXPECT_EQ(WhatIsMissing(), "");
 }
 
-TEST(Display, MayBeOneOfWayland) {
+TEST(Display, MayBeWayland) {
   const Variable none("DISPLAY", std::nullopt);
   const Variable wayland("WAYLAND_DISPLAY", "wayland-0");
   EXPECT_EQ(WhatIsMissing(), "");

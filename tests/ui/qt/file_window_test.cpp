@@ -91,19 +91,19 @@ TEST_F(FileWindow, IsSetUpForAPlan) {
   component.ShowDialog(dlg_SelectKRNplan);
 }
 
-TEST_F(FileWindow, GivesTheCompanyThatWasTypedAndStoresIt) {
+TEST_F(FileWindow, ReturnsAndStoresTheTypedCompany) {
   const std::string path = (folder / "nursery.qbw").string();
   person.At("CommonDialog1", [&](QWidget& window) { Type(window, path); });
   EXPECT_EQ(fakes::TextOf(component.ShowDialog(dlg_SelectQBcompany)), path);
   EXPECT_EQ(StoredCompany(), path);
 }
 
-TEST_F(FileWindow, CompletesANameThatWasTypedWithoutItsExtension) {
+TEST_F(FileWindow, CompletesANameTypedWithoutItsExtension) {
   person.At("CommonDialog1", [&](QWidget& window) { Type(window, (folder / "nursery").string()); });
   EXPECT_EQ(fakes::TextOf(component.ShowDialog(dlg_SelectQBcompany)), (folder / "nursery.qbw").string());
 }
 
-TEST_F(FileWindow, GivesTheFileThatWasClicked) {
+TEST_F(FileWindow, ReturnsTheClickedFile) {
   person.At("CommonDialog1", [&](QWidget& window) {
     auto& dialog = dynamic_cast<QFileDialog&>(window);
     dialog.setDirectory(ToQt(folder.string()));
@@ -120,14 +120,14 @@ TEST_F(FileWindow, GivesTheFileThatWasClicked) {
   EXPECT_EQ(fakes::TextOf(component.ShowDialog(dlg_SelectQBcompany)), (folder / "nursery.qbw").string());
 }
 
-TEST_F(FileWindow, LeavesTheCompanyWhenItIsCancelled) {
+TEST_F(FileWindow, KeepsTheCompanyWhenCancelled) {
   component.QBCompany("/before.qbw");
   person.At("CommonDialog1", [](QWidget& window) { Press(window, Qt::Key_Escape); });
   EXPECT_TRUE(component.ShowDialog(dlg_SelectQBcompany).IsEmpty());
   EXPECT_EQ(StoredCompany(), "/before.qbw");
 }
 
-TEST_F(FileWindow, LeavesTheCompanyWhenAPlanIsChosen) {
+TEST_F(FileWindow, KeepsTheCompanyWhenAPlanIsChosen) {
   component.QBCompany("/before.qbw");
   const std::string path = (folder / "nursery.kpf").string();
   person.At("CommonDialog1", [&](QWidget& window) { Type(window, path); });

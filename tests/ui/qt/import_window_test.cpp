@@ -7,7 +7,7 @@
 #include "ui/qt/text.h"
 #include "ui/qt/toolkit.h"
 
-// The whole way: the command line, the window, the component, the company file and the plan file.
+// End to end: the command line, the window, the component, the company file and the plan file.
 namespace krnqb::ui::qt {
 namespace {
 
@@ -97,7 +97,7 @@ TEST_F(ImportWindow, WritesNothingWhenItIsCancelled) {
   EXPECT_EQ(ReadText(place / "ald.kpf"), before);
 }
 
-TEST_F(ImportWindow, ShowsInAMessageWhatFailed) {
+TEST_F(ImportWindow, ShowsFailuresInAMessage) {
   const std::string file = place / "nursery.qbw";
   ASSERT_EQ(
       RunProgram({"company", "new", file, "--name", "Nursery", "--fiscal-month", "1", "--processor", "1.0"})

@@ -18,7 +18,7 @@ using tests::Press;
 
 struct ImportingWindow : OptionsWindow {};
 
-// What a person does while an import runs, as it would lie in the program's queue.
+// User input during an import, as it would be queued in the program.
 void PostClick(QWidget& widget) {
   const QPointF place = widget.rect().center();
   for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
@@ -27,7 +27,7 @@ void PostClick(QWidget& widget) {
   }
 }
 
-TEST_F(ImportingWindow, ShowsTheProgressAndHoldsInputBack) {
+TEST_F(ImportingWindow, ShowsTheProgressAndBlocksInput) {
   QWidget* shown = nullptr;
   std::vector<int> percents;
   int paints = 0;
@@ -40,7 +40,7 @@ TEST_F(ImportingWindow, ShowsTheProgressAndHoldsInputBack) {
     int& count;
   } counter(paints);
   for (const int percent : {20, 40, 60, 80, 100}) {
-    // The host's own sink comes before the dialog's, which handles what lies in the queue.
+    // The host's own sink comes before the dialog's, which processes the queue.
     host.journal->On("ProgressBarChange " + std::to_string(percent) + " Processing...", [&] {
       ASSERT_NE(shown, nullptr);
       for (const char* name :
@@ -66,7 +66,7 @@ TEST_F(ImportingWindow, ShowsTheProgressAndHoldsInputBack) {
   EXPECT_FALSE(component.IncludeIncomeAccounts());
 }
 
-TEST(QtToolkit, LosesWhatAPersonDoesWhileItShowsANewState) {
+TEST(QtToolkit, DiscardsInputWhileItShowsANewState) {
   struct InputCounter : QWidget {
     void mousePressEvent(QMouseEvent* /*event*/) override { ++inputs; }
     void keyPressEvent(QKeyEvent* /*event*/) override { ++inputs; }

@@ -2,7 +2,7 @@
 
 #include "ui/qt/toolkit.h"
 
-// One application for all tests; the toolkit that comes first makes it.
+// All tests share one application, created by the first toolkit.
 int main(int argumentCount, char** arguments) {
   testing::InitGoogleTest(&argumentCount, arguments);
   const auto application = krnqb::ui::qt::QtToolkit();

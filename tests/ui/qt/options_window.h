@@ -9,7 +9,7 @@
 
 namespace krnqb::ui::qt::tests {
 
-/// A host whose component has the dialogs on the screen, and a person in front of it.
+/// A host whose component shows the dialogs on the screen, and a simulated user.
 struct OptionsWindow : testing::Test {
   OptionsWindow() : component(World()) { component.KRNPlanData(Variant(host.plan)); }
   ~OptionsWindow() override {

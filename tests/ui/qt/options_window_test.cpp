@@ -90,14 +90,14 @@ TEST_F(OptionsWindow, ImportsWhatWasClicked) {
   EXPECT_EQ(host.journal->Count("AfterImport"), 1);
 }
 
-TEST_F(OptionsWindow, LetsTheMouseChooseTheBalances) {
+TEST_F(OptionsWindow, SelectsBalancesWithTheMouse) {
   Show(dlg_QBtoKRN, [](QWidget& window) {
     Click(Find(window, "chkIncludeIncomeAccounts"));
     auto& list = Find<QComboBox>(window, "Combo1");
     Click(list);
     QAbstractItemView& entries = *list.view();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(entries.window()));
-    // The press that opened the list does not choose in it as well.
+    // The press that opened the list does not also select an entry.
     QTest::qWait(QApplication::doubleClickInterval() + 50);
     const QPoint third = entries.visualRect(list.model()->index(3, 0)).center();
     QTest::mouseMove(entries.viewport(), third);
@@ -165,7 +165,7 @@ TEST_P(ClosingWindow, ChangesNothing) {
 
 INSTANTIATE_TEST_SUITE_P(EveryWay, ClosingWindow, testing::Range(0, 6));
 
-TEST_F(OptionsWindow, SpeaksEveryControl) {
+TEST_F(OptionsWindow, NamesEveryControlForScreenReaders) {
   Show(dlg_QBtoKRN, [](QWidget& window) {
     OptionsDialog described(*QtToolkit());
     for (const Control& control : described.Shown().controls) {
@@ -190,7 +190,7 @@ TEST_F(OptionsWindow, DrawsTheDividerAsTwoLinesOfItsWidth) {
   });
 }
 
-TEST_F(OptionsWindow, CutsNoTextOff) {
+TEST_F(OptionsWindow, ClipsNoText) {
   for (const QBKRN_Dialogs dialog : {dlg_QBtoKRN, dlg_KRNtoQB}) {
     Show(dialog, [](QWidget& window) {
       for (QWidget* widget : window.findChildren<QWidget*>()) {

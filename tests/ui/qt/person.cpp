@@ -48,7 +48,7 @@ void Person::Look() {
   busy_ = true;
   now.deed(*window);
   busy_ = false;
-  // What was done may have closed this window and opened another at the same place in memory.
+  // The action may have closed this window and opened another at the same address.
   if (QApplication::activeModalWidget() != window) handled_ = nullptr;
 }
 

@@ -9,9 +9,9 @@
 
 namespace krnqb::ui::qt::tests {
 
-/// Sits in front of the screen: waits for each window that it is told of and does there what it is told, in
-/// order, while the test is inside the call that shows them. A window that nobody expects, or that stays too
-/// long, is reported and closed by force.
+/// A simulated user: waits for each expected window and performs its actions in order, while the test is
+/// inside the call that shows them. A window that is unexpected, or stays open too long, is reported and
+/// closed by force.
 class Person {
  public:
   using Deed = std::function<void(QWidget& window)>;
@@ -20,11 +20,11 @@ class Person {
   Person(const Person&) = delete;
   Person& operator=(const Person&) = delete;
 
-  /// At the next window, which must have that object name (empty: any).
+  /// Acts in the next window, which must have that object name (empty: any).
   void At(const std::string& windowName, Deed deed);
-  /// Whether all that was told has been done.
+  /// Returns whether every action has been performed.
   bool Done() const { return next_ == deeds_.size(); }
-  /// What went wrong; empty when nothing did.
+  /// Returns what went wrong; empty if nothing did.
   const std::string& Trouble() const { return trouble_; }
 
  private:
@@ -43,14 +43,14 @@ class Person {
   QTimer timer_;
 };
 
-/// A control of a window by its name; the test ends when there is none.
+/// Returns a control of a window by its name; ends the test if it is missing.
 QWidget& Find(QWidget& window, const char* name);
 template <typename Widget>
 Widget& Find(QWidget& window, const char* name) {
   return dynamic_cast<Widget&>(Find(window, name));
 }
 
-/// A click with the left mouse button: on a button's middle, on a check box's mark.
+/// Clicks the left mouse button in the middle of a button or on the mark of a check box.
 void Click(QWidget& widget);
 void Press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 

@@ -30,7 +30,7 @@ struct DialogCommand : testing::Test {
   Person person;
 };
 
-TEST_F(DialogCommand, PrintsThePathThatWasChosen) {
+TEST_F(DialogCommand, PrintsTheChosenPath) {
   const Workplace place;
   const std::string path = place / "ald.kpf";
   person.At("CommonDialog1", [&](QWidget& window) {
@@ -43,7 +43,7 @@ TEST_F(DialogCommand, PrintsThePathThatWasChosen) {
   EXPECT_EQ(run.out, path + "\n");
 }
 
-TEST_F(DialogCommand, PrintsNothingAndEndsWithOneWhenCancelled) {
+TEST_F(DialogCommand, PrintsNothingAndExitsWithOneWhenCancelled) {
   for (const char* dialog : {"company", "plan"}) {
     person.At("CommonDialog1", [](QWidget& window) { Press(window, Qt::Key_Escape); });
     const ProgramRun run = Show(dialog);
@@ -52,7 +52,7 @@ TEST_F(DialogCommand, PrintsNothingAndEndsWithOneWhenCancelled) {
   }
 }
 
-TEST_F(DialogCommand, EndsWithNoughtOnceAWindowThatAsksNothingIsClosed) {
+TEST_F(DialogCommand, ExitsWithZeroAfterAWindowWithoutAQuestion) {
   person.At("frmAbout", [](QWidget& window) { Press(window, Qt::Key_Return); });
   EXPECT_EQ(Show("about").code, 0);
   person.At("frmOptions", [](QWidget& window) { Press(window, Qt::Key_Escape); });

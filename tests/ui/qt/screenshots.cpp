@@ -1,7 +1,7 @@
 // usage: krnqb_screenshots light|dark PREFIX
 //
-// Shows every dialog and saves a picture of each as PREFIX-NAME.png. The current folder is what the file
-// dialogs show.
+// Shows every dialog and saves a picture of each as PREFIX-NAME.png. The file dialogs show the current
+// folder.
 
 #include <QApplication>
 #include <QPalette>
@@ -34,7 +34,7 @@ QPalette DarkPalette() {
   return palette;
 }
 
-// Takes a picture of each window that is shown, then closes it.
+// Takes a picture of each window and closes it.
 class Photographer {
  public:
   explicit Photographer(std::string prefix) : pictures_(std::move(prefix)) {}
@@ -86,7 +86,7 @@ int TakeAll(const std::string& prefix) {
         Press(Find(window, "Combo1"), Qt::Key_Up);
         for (int step = 0; step < 3; ++step) Press(Find(window, "Combo1"), Qt::Key_Down);
       });
-  // The host hears of each event before the dialog does, so this picture shows the one before.
+  // The host receives each event before the dialog does, so this picture shows the previous one.
   host.journal->OnOccurrence("ProgressBarChange 80 Processing...", 1, [&] {
     photographer.Save(*QApplication::activeModalWidget(), "import-running");
   });

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # usage: with_display.sh COMMAND...
 #
-# Runs a command with an X server and a home folder of its own.
+# Runs a command with its own X server and home folder.
 set -euo pipefail
 
 leaks=$(cd "$(dirname "$0")" && pwd)/leaks.txt

@@ -48,7 +48,7 @@ HRESULT ClientSink::Invoke(DISPID identifier, REFIID /*reserved*/, LCID /*locale
   events.push_back(TextOf(identifier, *parameters));
   const std::string event = events.back();
   if (identifier == 1 && parameters->cArgs == 1 && parameters->rgvarg[0].vt == (VT_BYREF | VT_VARIANT)) {
-    // The component ignores what a handler leaves here, and clears it.
+    // The component ignores what a handler assigns here, and clears it.
     *parameters->rgvarg[0].pvarVal = VARIANT{};
     parameters->rgvarg[0].pvarVal->vt = VT_BSTR;
     parameters->rgvarg[0].pvarVal->bstrVal = SysAllocString(L"left by the handler");
@@ -59,14 +59,14 @@ HRESULT ClientSink::Invoke(DISPID identifier, REFIID /*reserved*/, LCID /*locale
 Connection::Connection(IUnknown* source, IUnknown* sink) {
   Held<IConnectionPointContainer> container = Held<IUnknown>::Sharing(source).As<IConnectionPointContainer>();
   if (!container) return;
-  result = container->FindConnectionPoint(__uuidof(__QBDataExchange), point.Receive());
-  if (SUCCEEDED(result)) result = point->Advise(sink, &cookie);
+  result_ = container->FindConnectionPoint(__uuidof(__QBDataExchange), point_.Receive());
+  if (SUCCEEDED(result_)) result_ = point_->Advise(sink, &cookie_);
 }
 
 void Connection::End() {
-  if (point && cookie != 0) point->Unadvise(cookie);
-  cookie = 0;
-  point.Reset();
+  if (point_ && cookie_ != 0) point_->Unadvise(cookie_);
+  cookie_ = 0;
+  point_.Reset();
 }
 
 }  // namespace krnqb::testing

@@ -9,13 +9,13 @@
 
 namespace krnqb::testing {
 
-/// A client's event sink: writes down each event, and does what the test wants at it.
+/// A client's event sink: records each event and runs the test's callback.
 class ClientSink final : public HostObject {
  public:
   static Held<ClientSink> Make() { return Held<ClientSink>(new ClientSink); }
 
   std::vector<std::string> events;
-  /// Called at each event with its text; what it gives is the event's result.
+  /// Called with the text of each event; its result becomes the event's.
   std::function<HRESULT(const std::string& event)> at;
 
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
@@ -28,7 +28,7 @@ class ClientSink final : public HostObject {
   ClientSink();
 };
 
-/// A sink's connection to a component; ends with it.
+/// Connects a sink to a component until destroyed.
 class Connection {
  public:
   Connection(IUnknown* source, IUnknown* sink);
@@ -37,12 +37,12 @@ class Connection {
   Connection& operator=(const Connection&) = delete;
 
   void End();
-  HRESULT Result() const { return result; }
+  HRESULT Result() const { return result_; }
 
  private:
-  Held<IConnectionPoint> point;
-  DWORD cookie = 0;
-  HRESULT result = E_FAIL;
+  Held<IConnectionPoint> point_;
+  DWORD cookie_ = 0;
+  HRESULT result_ = E_FAIL;
 };
 
 }  // namespace krnqb::testing

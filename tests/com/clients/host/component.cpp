@@ -31,7 +31,7 @@ std::wstring WriteRecording(int major, const std::vector<std::pair<int, std::str
   return Utf16(name);
 }
 
-// The host may set the elements of the selection in place: they are the component's own.
+// The host may modify the elements of the selection in place: they are the component's own.
 void SelectAll(const LateBound& selection) {
   const LateBound children(selection.Read(L"childNodes").value.AsObject());
   const long count = children.Read(L"length").value.AsLong();
@@ -61,20 +61,20 @@ LateBound NewLateBoundExchange() {
   return LateBound(exchange);
 }
 
-Variable::Variable(const wchar_t* variable, std::wstring_view value) : name(variable) {
+Variable::Variable(const wchar_t* name, std::wstring_view value) : name_(name) {
   std::wstring present(32767, L'\0');
-  const DWORD length = GetEnvironmentVariableW(variable, present.data(), static_cast<DWORD>(present.size()));
-  wasThere = length != 0;
-  before = present.substr(0, length);
-  SetEnvironmentVariableW(variable, std::wstring(value).c_str());
+  const DWORD length = GetEnvironmentVariableW(name, present.data(), static_cast<DWORD>(present.size()));
+  wasThere_ = length != 0;
+  before_ = present.substr(0, length);
+  SetEnvironmentVariableW(name, std::wstring(value).c_str());
 }
 
 Variable::~Variable() {
-  SetEnvironmentVariableW(name.c_str(), wasThere ? before.c_str() : nullptr);
+  SetEnvironmentVariableW(name_.c_str(), wasThere_ ? before_.c_str() : nullptr);
 }
 
 Answering::Answering(int major, std::vector<std::pair<int, std::string>> answers)
-    : variable(L"KRNQB_RECORDING", WriteRecording(major, answers)) {}
+    : variable_(L"KRNQB_RECORDING", WriteRecording(major, answers)) {}
 
 std::string AccountsAnswer(int request, const std::vector<std::string>& records) {
   std::string answer = fmt::format("<QBXML><QBXMLMsgsRs><AccountQueryRs requestID=\"{}\">", request);

@@ -14,73 +14,74 @@ namespace krnqb::testing {
 
 using Exchange = Held<_QBDataExchange>;
 
-/// A new component, as COM makes it; the test fails when it does not.
+/// Creates a component through COM; fails the test if that fails.
 Exchange NewExchange();
-/// The same, to be called by names.
+/// The same for late-bound calls.
 LateBound NewLateBoundExchange();
 
-/// The HRESULT of a run-time error.
+/// Returns the HRESULT of a run-time error.
 constexpr HRESULT RunTimeError(int number) {
   return static_cast<HRESULT>(0x800A0000U + static_cast<unsigned>(number));
 }
 
-/// Sets a variable of the process, for the test processor; gives it back as it was when it ends.
+/// Sets an environment variable of the process for the test processor; restores it when destroyed.
 class Variable {
  public:
-  Variable(const wchar_t* variable, std::wstring_view value);
+  Variable(const wchar_t* name, std::wstring_view value);
   ~Variable();
   Variable(const Variable&) = delete;
   Variable& operator=(const Variable&) = delete;
 
  private:
-  std::wstring name;
-  std::wstring before;
-  bool wasThere;
+  std::wstring name_;
+  std::wstring before_;
+  bool wasThere_;
 };
 
-/// Sets the test processor to a recording of this name in the folder of recordings.
+/// Points the test processor at the recording with this name in the recordings folder.
 class Replaying : public Variable {
  public:
   explicit Replaying(std::wstring_view recording)
       : Variable(L"KRNQB_RECORDING", L"recordings\\" + std::wstring(recording) + L".jsonl") {}
 };
 
-/// Sets the test processor to answers of the test's own, by request number; company "C:\Books\test.qbw".
+/// Supplies the test processor with the test's own responses by request number; the company is
+/// "C:\Books\test.qbw".
 class Answering {
  public:
   Answering(int major, std::vector<std::pair<int, std::string>> answers);
 
  private:
-  Variable variable;
+  Variable variable_;
 };
 
-/// An answer of QuickBooks to a request for accounts: records of name and Sublevel.
+/// Returns a response of QuickBooks to a request for accounts: `records` of name and Sublevel.
 std::string AccountsAnswer(int request, const std::vector<std::string>& records);
-/// Answers to requests 100 and 101 as a company has them that can be imported from.
+/// Returns responses to requests 100 and 101 of a company that can be imported.
 std::vector<std::pair<int, std::string>> UsualAnswers();
 
-/// One of the imports that were made by the command line.
+/// One of the imports recorded with the command line.
 struct RecordedImport {
   std::string version;
   std::string product;
   std::string balances;
 
   std::string Name() const { return version + '-' + product + '-' + balances; }
-  /// The cells of the plan after the import by the command line.
+  /// Returns the cells of the plan after the import by the command line.
   std::string Cells() const;
-  /// The events that were raised meanwhile.
+  /// Returns the events raised during the import.
   std::vector<std::string> Events() const;
 };
 std::vector<RecordedImport> RecordedImports();
 
-/// Sets the options of such an import. The plan stays the caller's.
+/// Sets the options of such an import. The caller keeps the plan.
 void Configure(const Exchange& exchange, const RecordedImport& import, IDispatch* plan);
 void Configure(const LateBound& exchange, const RecordedImport& import, IDispatch* plan);
 
-/// The lines of a text.
+/// Splits a text into lines.
 std::vector<std::string> LinesOf(const std::string& text);
 
-/// The text of a file; empty when there is none.
+/// Returns the content of a file; empty if it is missing.
 std::string FileText(const std::string& path);
 
 }  // namespace krnqb::testing

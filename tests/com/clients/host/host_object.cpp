@@ -35,11 +35,11 @@ HRESULT HostObject::QueryInterface(REFIID identifier, void** object) {
 }
 
 ULONG HostObject::AddRef() {
-  return static_cast<ULONG>(++references);
+  return static_cast<ULONG>(++references_);
 }
 
 ULONG HostObject::Release() {
-  const long left = --references;
+  const long left = --references_;
   if (left == 0) delete this;
   return static_cast<ULONG>(left);
 }
@@ -55,14 +55,14 @@ HRESULT HostObject::GetTypeInfo(UINT /*index*/, LCID /*locale*/, ITypeInfo** inf
 }
 
 void NamedObject::Add(const std::wstring& name, WORD accepted, Function function) {
-  members.push_back({name, accepted, std::move(function)});
+  members_.push_back({name, accepted, std::move(function)});
 }
 
 HRESULT NamedObject::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count, LCID /*locale*/,
                                    DISPID* identifiers) {
   for (UINT index = 0; index < count; ++index) identifiers[index] = DISPID_UNKNOWN;
-  for (std::size_t index = 0; index < members.size(); ++index) {
-    if (!members[index].name.empty() && SameName(members[index].name, names[0])) {
+  for (std::size_t index = 0; index < members_.size(); ++index) {
+    if (!members_[index].name.empty() && SameName(members_[index].name, names[0])) {
       identifiers[0] = static_cast<DISPID>(index) + 1;
       return S_OK;
     }
@@ -73,8 +73,8 @@ HRESULT NamedObject::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT co
 HRESULT NamedObject::Invoke(DISPID identifier, REFIID /*reserved*/, LCID /*locale*/, WORD flags,
                             DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
                             UINT* /*argument*/) {
-  for (std::size_t index = 0; index < members.size(); ++index) {
-    const Member& member = members[index];
+  for (std::size_t index = 0; index < members_.size(); ++index) {
+    const Member& member = members_[index];
     const DISPID own = member.name.empty() ? DISPID_VALUE : static_cast<DISPID>(index) + 1;
     if (own != identifier) continue;
     if ((flags & member.accepted) == 0) return DISP_E_MEMBERNOTFOUND;

@@ -8,7 +8,7 @@
 
 namespace krnqb::testing {
 
-/// Base of the tests' own objects: counting, and the interfaces by identifier.
+/// Base of the tests' own objects: reference counting and QueryInterface.
 class HostObject : public IDispatch {
  public:
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID identifier, void** object) override;
@@ -17,20 +17,20 @@ class HostObject : public IDispatch {
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** information) override;
 
-  /// How many objects of this kind there are.
+  /// Returns the number of existing objects of this kind.
   static long Alive();
 
  protected:
   HostObject();
   virtual ~HostObject();
-  /// The further interface that the object answers for, beside IUnknown and IDispatch.
+  /// The interface that the object implements besides IUnknown and IDispatch.
   IID further = IID_IDispatch;
 
  private:
-  long references = 1;
+  long references_ = 1;
 };
 
-/// The arguments of a call in their own order, and its result.
+/// The arguments of a call in declaration order, and its result.
 struct HostCall {
   std::vector<VARIANT*> arguments;
   WORD flags;
@@ -38,15 +38,15 @@ struct HostCall {
   EXCEPINFO* exception;  ///< may be null
 };
 
-/// An object whose members are given by functions, reached by IDispatch alone.
+/// An object whose members are functions, available only through IDispatch.
 class NamedObject final : public HostObject {
  public:
   using Function = std::function<HRESULT(const HostCall&)>;
 
   static Held<NamedObject> Make() { return Held<NamedObject>(new NamedObject); }
 
-  /// A member that answers calls with one of these flags; others get DISP_E_MEMBERNOTFOUND. The member named
-  /// "" is the default one.
+  /// Adds a member that accepts calls with any of these flags; other calls get DISP_E_MEMBERNOTFOUND. The
+  /// member named "" is the default member.
   void Add(const std::wstring& name, WORD accepted, Function function);
 
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
@@ -63,10 +63,10 @@ class NamedObject final : public HostObject {
   };
   NamedObject() = default;
 
-  std::vector<Member> members;
+  std::vector<Member> members_;
 };
 
-/// Gives a text, or an object, as a call's result.
+/// Sets a text or an object as a call's result.
 HRESULT GiveText(const HostCall& call, std::wstring_view text);
 HRESULT GiveObject(const HostCall& call, IDispatch* object);
 

@@ -22,7 +22,7 @@ std::wstring TextIn(const VARIANT* argument) {
   return text == nullptr ? std::wstring() : std::wstring(text, SysStringLen(text));
 }
 
-// What a host leaves behind in a text that it was given by reference.
+// A host may modify a text passed by reference; this must have no effect.
 void LeaveText(VARIANT* argument, const wchar_t* text) {
   if (argument->vt == (VT_BYREF | VT_VARIANT)) {
     VariantClear(argument->pvarVal);

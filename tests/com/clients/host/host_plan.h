@@ -10,43 +10,43 @@
 
 namespace krnqb::testing {
 
-/// The tables of a plan file, whatever object they are reached through.
+/// The tables of a plan file, shared by the various plan objects.
 class PlanTables {
  public:
-  /// Reads a plan file; the test fails when it cannot.
+  /// Reads a plan file; fails the test if it cannot be read.
   explicit PlanTables(const std::string& path);
 
-  /// None when the plan has no such table.
+  /// Returns the table, or a null element if the plan has no such table.
   XmlElement Table(const std::string& id) const;
   /// Replaces the tables of a "<tables>" document; an unknown id is subscript out of range.
-  HRESULT Take(const std::string& document);
-  /// The cells as `krnqb plan show --cells` lists them.
+  HRESULT Take(const std::string& text);
+  /// Returns the cells as `krnqb plan show --cells` prints them.
   std::string Cells() const;
 
  private:
-  XmlElement document;
+  XmlElement document_;
 };
 
-/// How a plan has its members.
+/// How a plan exposes its members.
 enum class MemberKind { Methods, Properties, Collection };
 
-/// What a plan can be told and asked in a test.
+/// What a test can set and inspect in a plan.
 struct PlanState {
   explicit PlanState(const std::string& path) : tables(path) {}
 
   PlanTables tables;
-  /// Called first in each member, by its name; when it gives a failure, the member ends with it.
+  /// Called first in each member, with its name; a failure it returns becomes the member's.
   std::function<HRESULT(const std::string& member, const HostCall& call)> before;
   std::vector<std::string> calls;
   std::vector<VARTYPE> textTypes;  ///< of Deserialize's argument
   std::wstring openedPlan;
 };
 
-/// A plan of the client's own, reached by IDispatch alone.
+/// Creates a plan of the client's own, available only through IDispatch.
 Held<IDispatch> NewHostPlan(const std::shared_ptr<PlanState>& state, MemberKind kind = MemberKind::Methods);
 
-/// A plan whose members are typed in a type library of their own, texts by reference, as those of a Visual
-/// Basic class are.
+/// Creates a plan whose members are typed in a type library of their own, with texts by reference, like those
+/// of a Visual Basic class.
 Held<IDispatch> NewTypedPlan(const std::shared_ptr<PlanState>& state);
 
 }  // namespace krnqb::testing

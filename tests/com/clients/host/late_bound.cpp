@@ -7,7 +7,7 @@ namespace krnqb::testing {
 DISPID LateBound::Member(const wchar_t* name) const {
   LPOLESTR asked = const_cast<LPOLESTR>(name);
   DISPID identifier = DISPID_UNKNOWN;
-  object->GetIDsOfNames(IID_NULL, &asked, 1, LOCALE_USER_DEFAULT, &identifier);
+  object_->GetIDsOfNames(IID_NULL, &asked, 1, LOCALE_USER_DEFAULT, &identifier);
   return identifier;
 }
 
@@ -38,10 +38,10 @@ Outcome LateBound::CallNamed(const wchar_t* name, std::vector<Value> positional,
   for (const NamedValue& argument : named) names.push_back(const_cast<LPOLESTR>(argument.name));
   std::vector<DISPID> identifiers(names.size(), DISPID_UNKNOWN);
   Outcome outcome;
-  outcome.result = object->GetIDsOfNames(IID_NULL, names.data(), static_cast<UINT>(names.size()),
-                                         LOCALE_USER_DEFAULT, identifiers.data());
+  outcome.result = object_->GetIDsOfNames(IID_NULL, names.data(), static_cast<UINT>(names.size()),
+                                          LOCALE_USER_DEFAULT, identifiers.data());
   if (FAILED(outcome.result)) return outcome;
-  // Named arguments stand first, then the others from the last to the first.
+  // Named arguments come first, then the others from last to first.
   std::vector<Value> reversed;
   for (const NamedValue& argument : named) reversed.push_back(argument.value);
   std::reverse(positional.begin(), positional.end());
@@ -73,8 +73,8 @@ Outcome LateBound::Invoke(DISPID member, WORD flags, std::vector<Value> reversed
   Outcome outcome;
   const bool puts = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
   outcome.result =
-      object->Invoke(member, reserved, LOCALE_USER_DEFAULT, flags, &parameters,
-                     puts ? nullptr : outcome.value.Receive(), &outcome.exception, &outcome.wrongArgument);
+      object_->Invoke(member, reserved, LOCALE_USER_DEFAULT, flags, &parameters,
+                      puts ? nullptr : outcome.value.Receive(), &outcome.exception, &outcome.wrongArgument);
   if (outcome.result == DISP_E_EXCEPTION) {
     if (outcome.exception.pfnDeferredFillIn != nullptr) {
       outcome.exception.pfnDeferredFillIn(&outcome.exception);

@@ -7,34 +7,34 @@
 
 namespace krnqb::testing {
 
-/// What came of a call by name.
+/// The outcome of a late-bound call.
 struct Outcome {
   HRESULT result = S_OK;
   Value value;
-  EXCEPINFO exception{};      ///< texts are not kept, see `description`
+  EXCEPINFO exception{};      ///< its texts are freed, see `description`
   std::wstring description;   ///< of the exception
-  UINT wrongArgument = 4711;  ///< as the callee left it; 4711 when it did not set it
+  UINT wrongArgument = 4711;  ///< as set by the callee; 4711 if it did not set it
 };
 
-/// An argument given by its name.
+/// An argument passed by name.
 struct NamedValue {
   const wchar_t* name;
   Value value;
 };
 
-/// An object called by names alone, as scripts and Visual Basic's late-bound variables do.
+/// Calls an object late-bound, as scripts and Visual Basic's Object variables do.
 class LateBound {
  public:
   LateBound() = default;
-  explicit LateBound(Held<IDispatch> called) : object(std::move(called)) {}
+  explicit LateBound(Held<IDispatch> object) : object_(std::move(object)) {}
   template <typename Interface>
-  explicit LateBound(const Held<Interface>& called) : object(called.template As<IDispatch>()) {}
+  explicit LateBound(const Held<Interface>& object) : object_(object.template As<IDispatch>()) {}
 
-  IDispatch* Get() const { return object.Get(); }
-  explicit operator bool() const { return static_cast<bool>(object); }
-  void Reset() { object.Reset(); }
+  IDispatch* Get() const { return object_.Get(); }
+  explicit operator bool() const { return static_cast<bool>(object_); }
+  void Reset() { object_.Reset(); }
 
-  /// The dispid of a member; DISPID_UNKNOWN when there is none.
+  /// Returns the dispid of a member; DISPID_UNKNOWN if it is missing.
   DISPID Member(const wchar_t* name) const;
 
   Outcome Read(const wchar_t* name, std::vector<Value> arguments = {}) const;
@@ -43,10 +43,10 @@ class LateBound {
   Outcome Set(const wchar_t* name, Value value) const;
   Outcome LetAt(const wchar_t* name, Value index, Value value) const;
 
-  /// A call with positional arguments, then named ones.
+  /// Calls a method with positional arguments, then named ones.
   Outcome CallNamed(const wchar_t* name, std::vector<Value> positional, std::vector<NamedValue> named) const;
 
-  /// The very call: arguments in the order of IDispatch, that is reversed.
+  /// The raw call: arguments in IDispatch order, that is, reversed.
   Outcome Invoke(DISPID member, WORD flags, std::vector<Value> reversed, std::vector<DISPID> named = {},
                  REFIID reserved = IID_NULL) const;
 
@@ -54,7 +54,7 @@ class LateBound {
   Outcome InvokeInOrder(const wchar_t* name, WORD flags, std::vector<Value> arguments,
                         std::vector<DISPID> named = {}) const;
 
-  Held<IDispatch> object;
+  Held<IDispatch> object_;
 };
 
 }  // namespace krnqb::testing

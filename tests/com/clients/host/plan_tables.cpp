@@ -68,12 +68,12 @@ void AppendBlock(std::string& listing, const std::string& place, const XmlElemen
 
 }  // namespace
 
-PlanTables::PlanTables(const std::string& path) : document(ParseXmlBytes(FileText(path)).element) {
-  if (!document) ADD_FAILURE() << "no plan: " << path;
+PlanTables::PlanTables(const std::string& path) : document_(ParseXmlBytes(FileText(path)).element) {
+  if (!document_) ADD_FAILURE() << "no plan: " << path;
 }
 
 XmlElement PlanTables::Table(const std::string& id) const {
-  return document.Select("tables/tableitem[@id=\"" + id + "\"]");
+  return document_.Select("tables/tableitem[@id=\"" + id + "\"]");
 }
 
 HRESULT PlanTables::Take(const std::string& text) {
@@ -93,7 +93,7 @@ HRESULT PlanTables::Take(const std::string& text) {
 
 std::string PlanTables::Cells() const {
   std::string listing;
-  for (const XmlElement& table : document.SelectAll("tables/tableitem")) {
+  for (const XmlElement& table : document_.SelectAll("tables/tableitem")) {
     for (const XmlElement& block : table.Child("tableblocks").Children()) {
       AppendBlock(listing, *table.Attribute("id") + '\t' + Ascii(block.Attribute("id").value_or("")), block);
     }

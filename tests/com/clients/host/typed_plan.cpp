@@ -7,8 +7,8 @@ namespace {
 
 constexpr HRESULT subscriptOutOfRange = static_cast<HRESULT>(0x800A0009);
 
-/// What the three typed objects have in common: counting, and calls by name through the type library that the
-/// program carries.
+/// Base of the three typed objects: reference counting, and late-bound calls through the type library in the
+/// program.
 template <typename Interface>
 class TypedObject : public Interface {
  public:
@@ -22,9 +22,9 @@ class TypedObject : public Interface {
     *object = static_cast<Interface*>(this);
     return S_OK;
   }
-  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references); }
+  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references_); }
   ULONG STDMETHODCALLTYPE Release() override {
-    const long left = --references;
+    const long left = --references_;
     if (left == 0) delete this;
     return static_cast<ULONG>(left);
   }
@@ -33,14 +33,14 @@ class TypedObject : public Interface {
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT /*index*/, LCID /*locale*/, ITypeInfo** result) override {
-    Held<ITypeInfo> shared = information;
+    Held<ITypeInfo> shared = information_;
     *result = shared.Get();
     (*result)->AddRef();
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count, LCID /*locale*/,
                                           DISPID* identifiers) override {
-    return information->GetIDsOfNames(names, count, identifiers);
+    return information_->GetIDsOfNames(names, count, identifiers);
   }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID identifier, REFIID /*reserved*/, LCID /*locale*/, WORD flags,
                                    DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
@@ -49,8 +49,8 @@ class TypedObject : public Interface {
     for (UINT index = 0; index < parameters->cArgs; ++index) {
       if (parameters->rgvarg[index].vt == (VT_BYREF | VT_VARIANT)) return DISP_E_TYPEMISMATCH;
     }
-    return information->Invoke(static_cast<Interface*>(this), identifier, flags, parameters, result,
-                               exception, argument);
+    return information_->Invoke(static_cast<Interface*>(this), identifier, flags, parameters, result,
+                                exception, argument);
   }
 
  protected:
@@ -59,67 +59,67 @@ class TypedObject : public Interface {
     GetModuleFileNameW(nullptr, path, MAX_PATH);
     Held<ITypeLib> library;
     if (SUCCEEDED(LoadTypeLibEx(path, REGKIND_NONE, library.Receive()))) {
-      library->GetTypeInfoOfGuid(__uuidof(Interface), information.Receive());
+      library->GetTypeInfoOfGuid(__uuidof(Interface), information_.Receive());
     }
   }
   virtual ~TypedObject() = default;
 
  private:
-  long references = 1;
-  Held<ITypeInfo> information;
+  long references_ = 1;
+  Held<ITypeInfo> information_;
 };
 
 using State = std::shared_ptr<PlanState>;
 
 class TypedTable final : public TypedObject<ITypedTable> {
  public:
-  TypedTable(State plan, std::string tableId) : state(std::move(plan)), id(std::move(tableId)) {}
+  TypedTable(State state, std::string id) : state_(std::move(state)), id_(std::move(id)) {}
   HRESULT STDMETHODCALLTYPE Serialize(BSTR* result) override {
-    *result = NewText(state->tables.Table(id).Xml());
+    *result = NewText(state_->tables.Table(id_).Xml());
     return S_OK;
   }
 
  private:
-  State state;
-  std::string id;
+  State state_;
+  std::string id_;
 };
 
 class TypedData final : public TypedObject<ITypedData> {
  public:
-  explicit TypedData(State plan) : state(std::move(plan)) {}
+  explicit TypedData(State state) : state_(std::move(state)) {}
   HRESULT STDMETHODCALLTYPE tables(BSTR* id, IDispatch** result) override {
     *result = nullptr;
     const std::string asked = Utf8(*id);
-    if (!state->tables.Table(asked)) return subscriptOutOfRange;
-    *result = new TypedTable(state, asked);
+    if (!state_->tables.Table(asked)) return subscriptOutOfRange;
+    *result = new TypedTable(state_, asked);
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE Deserialize(BSTR* text) override {
-    state->calls.emplace_back("Deserialize");
-    const HRESULT taken = state->tables.Take(Utf8(*text));
+    state_->calls.emplace_back("Deserialize");
+    const HRESULT taken = state_->tables.Take(Utf8(*text));
     SysReAllocString(text, L"left by the host");
     return taken;
   }
 
  private:
-  State state;
+  State state_;
 };
 
 class TypedPlan final : public TypedObject<ITypedPlan> {
  public:
-  explicit TypedPlan(State plan) : state(std::move(plan)) {}
+  explicit TypedPlan(State state) : state_(std::move(state)) {}
   HRESULT STDMETHODCALLTYPE get_Data(IDispatch** result) override {
-    *result = new TypedData(state);
+    *result = new TypedData(state_);
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE OpenPlan(BSTR* file, VARIANT_BOOL* result) override {
-    state->openedPlan.assign(*file, SysStringLen(*file));
+    state_->openedPlan.assign(*file, SysStringLen(*file));
     *result = VARIANT_TRUE;
     return S_OK;
   }
 
  private:
-  State state;
+  State state_;
 };
 
 }  // namespace
