@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "company/file.h"
 #include "company/records/amount.h"
 #include "qbxml/request_catalogue.h"
 #include "sample_company/generator.h"
