@@ -177,7 +177,7 @@ TEST(PlanCreate, RefusesToOverwriteAFileOrALink) {
     ASSERT_TRUE(error);
     EXPECT_EQ(error->Description(),
               "cannot create " + file.string() +
-                  ": there is a file of that name already, and it is not overwritten; choose "
+                  ": a file of that name already exists and is not overwritten; choose "
                   "another name or move that file away");
   }
   EXPECT_EQ(ReadText(folder / "old.kpf"), "old");
