@@ -43,7 +43,7 @@ std::string SettingsDocument(std::string_view name, std::int16_t fiscalMonth) {
   return document;
 }
 
-// Creates an empty file. O_EXCL: a file created by another program meanwhile is never overwritten.
+// Creates an empty file. Mode "x": a file that another program creates meanwhile is never overwritten.
 void MakeNewFile(const std::filesystem::path& file) {
   struct CloseFile {
     void operator()(std::FILE* opened) const noexcept { std::fclose(opened); }

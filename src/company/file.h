@@ -16,8 +16,8 @@ struct CompanyInfo {
   std::string path;  ///< absolute
   std::string name;
   std::string processorVersion;  ///< "1.0", "1.1" or "2.0"
-  std::int16_t fiscalMonth =
-      0;  ///< first month of the fiscal year, 1 to 12; 0 if its English name is missing
+  /// First month of the fiscal year, 1 to 12; 0 if the company's record has no English month name.
+  std::int16_t fiscalMonth = 0;
   std::vector<RecordCount> records;
 };
 

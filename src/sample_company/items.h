@@ -42,7 +42,7 @@ struct Item {
   std::int64_t reorderPoint = 0;
   bool isOnOrder = false;
   std::vector<GroupMember> members;
-  bool hasSingleAccount = false;  ///< either sold or bought
+  bool hasSingleAccount = false;  ///< sold or bought, but not both
 };
 
 /// The items of a company. Items are identified by index.
