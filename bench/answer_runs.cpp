@@ -21,7 +21,7 @@ using company::FileAccess;
 void ParseAndFree(const std::string& answer) {
   xmlDoc* const document = xmlReadMemory(answer.data(), static_cast<int>(answer.size()), nullptr, nullptr,
                                          XML_PARSE_NONET | XML_PARSE_HUGE);
-  if (document == nullptr) throw Error(error_number::unspecified, "an answer is no document");
+  if (document == nullptr) throw Error(error_number::unspecified, "an answer is not an XML document");
   xmlFreeDoc(document);
 }
 
@@ -61,7 +61,7 @@ void RunQueries(const std::filesystem::path& companyPath, const std::filesystem:
       answered->elapsed += elapsed;
     }
   }
-  if (months.empty()) throw Error(error_number::unspecified, "no transactions were asked for");
+  if (months.empty()) throw Error(error_number::unspecified, "the request file has no transaction queries");
   const auto rate = [](const Answered& answered) { return answered.bytes / answered.elapsed.wall.count(); };
   const auto slowest =
       std::ranges::min_element(months, {}, [&](const auto& month) { return rate(month.second); });

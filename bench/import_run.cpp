@@ -11,7 +11,7 @@
 namespace krnqb::bench {
 namespace {
 
-// Looks at each notice as a host would, so that none of them comes for free.
+// Reads each notice as a host would, so that notices are not free.
 class CountingObserver : public Observer {
  public:
   void Notify(const Notice& notice) noexcept override {
@@ -24,7 +24,7 @@ class CountingObserver : public Observer {
 void Configure(QBDataExchange& exchange, const ImportRun& run,
                const std::shared_ptr<plan_file::PlanFile>& plan) {
   const std::optional<plan_file::PlanStart> start = plan->Start();
-  if (!start) throw Error(error_number::invalidProcedureCall, "the plan does not say its start");
+  if (!start) throw Error(error_number::invalidProcedureCall, "the plan has no start");
   exchange.QBCompany(run.company.string());
   exchange.KRNPlanData(plan);
   exchange.KRNProduct(QBKRN_ALD);

@@ -19,11 +19,9 @@ constexpr std::string_view usage =
     "       krnqb_bench queries COMPANY REQUESTS\n"
     "       krnqb_bench responses COMPANY REQUESTS FOLDER\n"
     "\n"
-    "One thing is done and measured in a process of its own, so that its peak memory is its own: an import "
-    "outside\n"
-    "the request processor, the bare parsing of the same answers, the answering. Prints lines \"NAME "
-    "VALUE\": seconds\n"
-    "wall and CPU, bytes. REQUESTS is what an import sent, kept by --requests.\n";
+    "Measures one task per process, so that its peak memory is its own: an import without the request\n"
+    "processor, parsing the same answers, or answering. Prints lines \"NAME VALUE\": wall and CPU seconds,\n"
+    "bytes. REQUESTS is a file with the requests of an import, written by --requests.\n";
 
 using Arguments = std::vector<std::string_view>;
 

@@ -64,17 +64,17 @@ class MeasuredProcessor : public RequestProcessor {
 
 class MeasuredFactory : public RequestProcessorFactory {
  public:
-  MeasuredFactory(std::shared_ptr<RequestProcessorFactory> inner, std::set<std::string> chosenMonths,
+  MeasuredFactory(std::shared_ptr<RequestProcessorFactory> inner, std::set<std::string> months,
                   Traffic& traffic) noexcept
-      : inner_(std::move(inner)), months(std::move(chosenMonths)), traffic_(traffic) {}
+      : inner_(std::move(inner)), months_(std::move(months)), traffic_(traffic) {}
 
   std::unique_ptr<RequestProcessor> Create() override {
-    return std::make_unique<MeasuredProcessor>(inner_->Create(), months, traffic_);
+    return std::make_unique<MeasuredProcessor>(inner_->Create(), months_, traffic_);
   }
 
  private:
   std::shared_ptr<RequestProcessorFactory> inner_;
-  const std::set<std::string> months;
+  const std::set<std::string> months_;
   Traffic& traffic_;
 };
 

@@ -11,16 +11,16 @@
 
 namespace krnqb::bench {
 
-/// What went through the processors.
+/// The traffic through the processors.
 struct Traffic {
   Elapsed insideProcessor;
   std::vector<std::string> requests;
   std::int64_t answerBytes = 0;
 };
 
-/// Passes everything on to the processors of another factory and counts it in `traffic`, which outlives them.
-/// When `months` names any (as YYYY-MM), those are the only ones that have transactions: queries for another
-/// month are asked for the same month of a year without any.
+/// Forwards everything to the processors of another factory and counts it in `traffic`, which must outlive
+/// them. If `months` is not empty, only those months (YYYY-MM) have transactions: queries for another month
+/// are sent for the same month of a year without transactions.
 std::shared_ptr<RequestProcessorFactory> MeasuredProcessors(std::shared_ptr<RequestProcessorFactory> inner,
                                                             std::set<std::string> months, Traffic& traffic);
 

@@ -8,7 +8,7 @@
 namespace krnqb::bench {
 namespace {
 
-// No request holds this character: XML has none.
+// A separator that cannot occur in XML.
 constexpr char separator = '\0';
 
 [[noreturn]] void Fail(const std::filesystem::path& file, std::string_view what) {
@@ -28,7 +28,7 @@ std::vector<std::string> ReadRequests(const std::filesystem::path& file) {
   std::ifstream stream(file, std::ios::binary);
   std::vector<std::string> requests;
   for (std::string request; std::getline(stream, request, separator);) requests.push_back(request);
-  if (requests.empty()) Fail(file, "holds no requests");
+  if (requests.empty()) Fail(file, "contains no requests");
   return requests;
 }
 

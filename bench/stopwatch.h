@@ -5,8 +5,7 @@
 
 namespace krnqb::bench {
 
-/// Wall time and CPU time (user and system) of this process. On a machine that others work on too, the second
-/// says more than the first.
+/// Wall time and CPU time (user and system) of this process. On a shared machine CPU time is more reliable.
 struct Elapsed {
   std::chrono::duration<double> wall{};
   std::chrono::duration<double> cpu{};
@@ -15,7 +14,7 @@ struct Elapsed {
   Elapsed operator-(const Elapsed& other) const noexcept { return {wall - other.wall, cpu - other.cpu}; }
 };
 
-/// Measures from its making.
+/// Measures from its construction.
 class Stopwatch {
  public:
   Stopwatch() noexcept : begin(Now()) {}
@@ -27,7 +26,7 @@ class Stopwatch {
   Elapsed begin;
 };
 
-/// The most memory that this process has held at once, in bytes.
+/// Returns the peak memory of this process, in bytes.
 std::int64_t PeakMemory() noexcept;
 
 }  // namespace krnqb::bench

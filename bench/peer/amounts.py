@@ -1,14 +1,14 @@
 #!/usr/bin/python3
-"""The monthly amounts of an import, added up as one would in Python with lxml.
+"""Sums the monthly amounts of an import in Python with lxml.
 
 usage: amounts.py RESPONSES CELLS [--amounts]
 
 RESPONSES is a folder with the answers to an import's requests (krnqb_bench responses), CELLS the cells of the plan
-after that import (krnqb plan show --cells). The amounts are compared with the plan's actual amounts, to one part in a
-million; an amount that differs, or an account without its row, is an error. Prints lines "NAME VALUE" as krnqb_bench
+after that import (krnqb plan show --cells). Compares the amounts with the plan's actual amounts, to one part in a
+million; an amount that differs, or an account without a row, is an error. Prints lines "NAME VALUE" as krnqb_bench
 does; --amounts prints each account's twelve months before them.
 
-What is timed is parsing the answers and working with them. Reading the files, and comparing, is not.
+The times include parsing and evaluating the answers, but not reading the files and comparing.
 """
 
 import argparse
@@ -25,15 +25,15 @@ MONTHS = 12
 PURCHASE_LINES = ("ExpenseLineRet", "ItemLineRet")
 SALES_LINES = {"InvoiceQueryRs": "InvoiceLineRet", "SalesReceiptQueryRs": "SalesReceiptLineRet"}
 
-# The blocks of the plan by the kind of their accounts: the names stand in the planned one, the amounts in the actual
-# one, row for row.
+# The blocks of the plan by kind of account: the planned block contains the names, the actual block the amounts, row by
+# row.
 BLOCKS = {"Income": "db_sales_values_sales", "CostOfGoodsSold": "db_sales_values_costs",
           "Expense": "db_income_range_cat3"}
 DEPRECIATION = "Depreciation"
 
 
 class Accounts:
-    """The accounts of one type, and the monthly amounts of those at the top level."""
+    """The accounts of one type and the monthly amounts of the top-level accounts."""
 
     def __init__(self, response):
         self.records = {record.findtext("ListID"): record for record in response.iterfind("AccountRet")}
@@ -42,7 +42,7 @@ class Accounts:
                         for record in self.records.values() if record.findtext("Sublevel") == "0"}
 
     def top_level_name(self, account):
-        """The name of the top-level account above an account; none when the account is of another type."""
+        """Returns the name of the top-level account above an account, or None for an account of another type."""
         if account not in self.top_level_names:
             record = self.records.get(account)
             while record is not None and record.findtext("Sublevel") != "0":
@@ -51,7 +51,7 @@ class Accounts:
         return self.top_level_names[account]
 
     def add(self, account, month, amount):
-        """Adds an amount; false when the account is of another type."""
+        """Adds an amount; returns False for an account of another type."""
         name = self.top_level_name(account)
         if name is None:
             return False
@@ -59,7 +59,7 @@ class Accounts:
         return True
 
     def spread_balances(self):
-        """An account without any amount gets its balance, spread over the months in which there is any."""
+        """Spreads the balance of an account without amounts over the months that have amounts."""
         active = [month + 1 for amounts in self.amounts.values() for month in range(MONTHS) if amounts[month] != 0]
         months = max(active, default=MONTHS)
         for record in self.records.values():
@@ -77,7 +77,7 @@ class Items:
         self.accounts = {}
 
     def account(self, item, reference):
-        """The account that an item posts to: its IncomeAccountRef or its ExpenseAccountRef."""
+        """Returns the account of an item: its IncomeAccountRef or its ExpenseAccountRef."""
         key = (item, reference)
         if key not in self.accounts:
             record = self.records.get(item)
@@ -88,7 +88,7 @@ class Items:
         return self.accounts[key]
 
     def cost(self, item):
-        """The account and the average cost of an item that is kept in stock; none for any other."""
+        """Returns the cost account and average cost of an inventory item, or None for any other item."""
         record = self.records.get(item)
         account, average = record.findtext("COGSAccountRef/ListID"), record.findtext("AverageCost")
         return (account, float(average)) if account and average else None
@@ -102,7 +102,7 @@ class Import:
         self.months = []
 
     def read(self, response, month):
-        """Takes in one response element. Purchases come before sales, the lists before both."""
+        """Reads one response element. Lists must come first, then purchases, then sales."""
         if response.tag == "AccountQueryRs":
             accounts = Accounts(response)
             kind = {"1": "income", "2": "cost", "4": "expense"}[response.get("requestID")]
@@ -132,7 +132,7 @@ class Import:
                         self.income.add(target, month, -amount)
                 customer = line.findtext("CustomerRef/ListID")
                 if customer is not None and amount_text is not None:
-                    # An item that is kept in stock is recorded, as False: nothing is taken back for it.
+                    # An inventory item is recorded as False: nothing is deducted for it.
                     billed = account or (not self.costs_of(item) and self.items.account(item, "IncomeAccountRef"))
                     if billed is not None:
                         self.billable.setdefault((customer, amount_text), billed)
@@ -159,7 +159,7 @@ class Import:
                 self.expense.add(account, month, -amount)
 
     def take_back(self, line, amount_text, amount, month):
-        """A line that bills a customer exactly a recorded expense takes it off the expense account."""
+        """Deducts an expense that a line bills to a customer at exactly its amount from the expense account."""
         customer = line.getparent().findtext("CustomerRef/ListID")
         if customer is None:
             customer = line.getparent().getparent().findtext("CustomerRef/ListID")
@@ -177,7 +177,7 @@ class Import:
 
 
 def add_up(folder):
-    """The amounts by kind and account, and what parsing and adding up took: wall time and CPU time."""
+    """Returns the amounts by kind and account, and the wall time and CPU time of parsing and summing."""
     accounting = Import()
     wall = cpu = 0.0
     for path in sorted(folder.glob("*.xml")):
@@ -197,7 +197,7 @@ def add_up(folder):
 
 
 def plan_rows(cells_file):
-    """Rows of cells by block and row number."""
+    """Returns rows of cells by block and row number."""
     blocks = defaultdict(lambda: defaultdict(dict))
     with open(cells_file, encoding="ascii") as cells:
         for cell in cells:

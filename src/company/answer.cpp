@@ -24,14 +24,14 @@ constexpr AnswerStatus statusNoMatch{1, "Info",
                                      "A query request did not find a matching object in QuickBooks"};
 constexpr AnswerStatus statusUnsupported{1030, "Error", "This request is not supported."};
 
-// Texts that stand before and after every date.
+// Texts that sort before and after every date.
 constexpr std::string_view beforeAllDates;
 constexpr std::string_view afterAllDates = "9999-12-31";
 
 class AnswerWriter {
  public:
-  AnswerWriter(const Database& database, std::string_view version)
-      : database_(database), processorVersion_(version) {}
+  AnswerWriter(const Database& database, std::string_view processorVersion)
+      : database_(database), processorVersion_(processorVersion) {}
 
   void Answer(const CompanyRequest& request) {
     if (request.subject == RequestSubject::Unsupported) {
@@ -57,7 +57,7 @@ class AnswerWriter {
   std::string text;
 
  private:
-  // An answer has the name of its request, with Rs for Rq.
+  // The answer is named as its request, with Rs for Rq.
   void StartTag(const CompanyRequest& request, const AnswerStatus& status, std::string_view end) {
     text.append("<").append(request.name, 0, request.name.size() - 1).append("s");
     if (request.requestId) {
@@ -96,7 +96,7 @@ class AnswerWriter {
     }
   }
 
-  // A report with nothing to show is a report all the same.
+  // A report is answered even if it has no rows.
   void Report(const CompanyRequest& request) {
     if (const auto refusal = FindReportRefusal(request)) {
       StartTag(request, {refusal->code, "Error", refusal->message}, " />\n");
@@ -112,7 +112,7 @@ class AnswerWriter {
       Family(request);
       return;
     }
-    // Each type once, in the list's order, whatever the order in which they are asked for.
+    // Each type once and in list order, whatever the order in the request.
     std::vector<std::string> types = request.accountTypes;
     std::ranges::sort(types, {}, AccountTypeOrder);
     types.erase(std::ranges::unique(types).begin(), types.end());
@@ -140,14 +140,14 @@ class AnswerWriter {
       const std::string_view xml = transactions.Text(0);
       if (request.includeLines) {
         text += xml;
-      } else {  // a record without lines has both offsets 0
+      } else {  // both offsets are 0 in a record without lines
         text += xml.substr(0, static_cast<std::size_t>(transactions.Integer(1)));
         text += xml.substr(static_cast<std::size_t>(transactions.Integer(2)));
       }
     }
   }
 
-  // What the processor is comes with the company file, not from a document.
+  // The processor's version is a property of the company file, not a record.
   void Host() {
     fmt::format_to(
         std::back_inserter(text),

@@ -9,9 +9,9 @@
 
 namespace krnqb::company {
 
-/// The answer document to a message set: an answer for each request, in their order, made of the records as
-/// they are stored. Plain ASCII, a line for each element, lines ended by LF. `processorVersion` is "1.0",
-/// "1.1" or "2.0".
+/// Returns the response document for a message set: one answer per request, in order, built from the stored
+/// record texts. It is ASCII with one element per line and LF line ends. `processorVersion` is "1.0", "1.1"
+/// or "2.0".
 std::string AnswerRequests(const Database& database, std::string_view processorVersion,
                            std::span<const CompanyRequest> requests);
 

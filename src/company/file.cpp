@@ -23,11 +23,11 @@ namespace {
 void CheckNewCompany(std::int16_t fiscalMonth, std::string_view processorVersion) {
   if (fiscalMonth < 1 || fiscalMonth > 12) {
     throw Error(error_number::invalidProcedureCall,
-                fmt::format("A fiscal year begins in a month from 1 to 12, not in month {}.", fiscalMonth));
+                fmt::format("The fiscal year must begin in a month from 1 to 12, not {}.", fiscalMonth));
   }
   if (!VersionOrder(processorVersion)) {
     throw Error(error_number::invalidProcedureCall,
-                fmt::format("A processor speaks qbXML 1.0, 1.1 or 2.0, not {}.", processorVersion));
+                fmt::format("The processor version must be 1.0, 1.1 or 2.0, not {}.", processorVersion));
   }
 }
 
@@ -37,12 +37,13 @@ std::string SettingsDocument(std::string_view name, std::int16_t fiscalMonth) {
       "<FirstMonthFiscalYear>{}</FirstMonthFiscalYear></CompanyRet></CompanyQueryRs></QBXMLMsgsRs></QBXML>",
       EscapedXmlText(name), EnglishMonthName(fiscalMonth));
   if (ParseXmlText(document).fault) {
-    throw Error(error_number::invalidProcedureCall, "The company's name holds characters that XML cannot.");
+    throw Error(error_number::invalidProcedureCall,
+                "The company name contains characters that XML cannot represent.");
   }
   return document;
 }
 
-// Makes an empty file; one that is there, even if it came a moment ago, is never taken for new.
+// Creates an empty file. Mode "x": a file that another program creates meanwhile is never overwritten.
 void MakeNewFile(const std::filesystem::path& file) {
   struct CloseFile {
     void operator()(std::FILE* opened) const noexcept { std::fclose(opened); }
@@ -50,10 +51,10 @@ void MakeNewFile(const std::filesystem::path& file) {
   const std::unique_ptr<std::FILE, CloseFile> made(std::fopen(file.c_str(), "wx"));
   if (made != nullptr) return;
   if (errno == EEXIST) {
-    throw Error(company_error::fileAlreadyExists, fmt::format("The file {} exists already.", file.string()));
+    throw Error(company_error::fileAlreadyExists, fmt::format("The file {} already exists.", file.string()));
   }
-  throw Error(company_error::cannotOpen, fmt::format("The company file {} cannot be made: {}.", file.string(),
-                                                     std::generic_category().message(errno)));
+  throw Error(company_error::cannotOpen, fmt::format("The company file {} cannot be created: {}.",
+                                                     file.string(), std::generic_category().message(errno)));
 }
 
 void CheckFile(const std::filesystem::path& file) {
@@ -67,12 +68,12 @@ void CheckFile(const std::filesystem::path& file) {
                 fmt::format("The company file {} cannot be opened: {}.", file.string(), fault.message()));
   }
   if (!std::filesystem::is_regular_file(status)) {
-    throw Error(company_error::cannotOpen, fmt::format("The file {} is no company file.", file.string()));
+    throw Error(company_error::cannotOpen, fmt::format("The file {} is not a company file.", file.string()));
   }
 }
 
-// A load that was killed leaves its journal. Reading once with the right to write puts the file back to what
-// it was before that load; without a journal, or when the journal is of a load under way, nothing is changed.
+// A killed load leaves its journal. Reading once through a writable connection restores the file to its state
+// before that load. Without a journal, or with that of a load in progress, nothing changes.
 void UndoInterruptedLoad(const std::filesystem::path& file) {
   std::error_code ignored;
   if (!std::filesystem::exists(file.string() + "-journal", ignored)) return;
@@ -90,11 +91,12 @@ void Count(std::vector<RecordCount>& counts, std::string_view kind) {
 
 }  // namespace
 
-CompanyFile::CompanyFile(std::filesystem::path absolutePath, FileAccess access)
-    : path_(std::move(absolutePath)), access_(access), database_(path_, access_) {
-  // The transaction of a reader lasts as long as it does: it sees one state of the company.
+CompanyFile::CompanyFile(std::filesystem::path path, FileAccess access)
+    : path_(std::move(path)), access_(access), database_(path_, access_) {
+  // A reader keeps one transaction open, so that it sees one state of the company.
   if (access_ == FileAccess::ReadOnly) database_.Execute("BEGIN");
-  // Postings go to pages all over their index: with 64 MiB a load seldom writes one of them twice.
+  // Postings are spread over all pages of their index: with a cache of 64 MiB a load seldom writes a page
+  // twice.
   if (access_ == FileAccess::ReadWrite) database_.Execute("PRAGMA cache_size = -65536");
   CheckSchema(database_, path_);
   processorVersion_ = ReadProcessorVersion(database_);
@@ -104,25 +106,25 @@ CompanyFile CompanyFile::Create(const std::filesystem::path& file, std::string_v
                                 std::int16_t fiscalMonth, std::string_view processorVersion) {
   CheckNewCompany(fiscalMonth, processorVersion);
   const std::string settings = SettingsDocument(name, fiscalMonth);
-  const std::filesystem::path absolutePath = std::filesystem::absolute(file);
-  MakeNewFile(absolutePath);
+  const std::filesystem::path path = std::filesystem::absolute(file);
+  MakeNewFile(path);
   try {
-    CreateSchema(Database(absolutePath, FileAccess::ReadWrite), processorVersion);
-    CompanyFile company(absolutePath, FileAccess::ReadWrite);
+    CreateSchema(Database(path, FileAccess::ReadWrite), processorVersion);
+    CompanyFile company(path, FileAccess::ReadWrite);
     company.Load("the company's settings", settings);
     return company;
   } catch (...) {
     std::error_code ignored;
-    std::filesystem::remove(absolutePath, ignored);
+    std::filesystem::remove(path, ignored);
     throw;
   }
 }
 
 CompanyFile CompanyFile::Open(const std::filesystem::path& file, FileAccess access) {
-  const std::filesystem::path absolutePath = std::filesystem::absolute(file);
-  CheckFile(absolutePath);
-  UndoInterruptedLoad(absolutePath);
-  return CompanyFile(absolutePath, access);
+  const std::filesystem::path path = std::filesystem::absolute(file);
+  CheckFile(path);
+  UndoInterruptedLoad(path);
+  return CompanyFile(path, access);
 }
 
 CompanyInfo CompanyFile::Info() const {
@@ -153,7 +155,7 @@ LoadSummary CompanyFile::Store(std::string_view source,
   }
   LoadSummary summary{std::string(source), {}, {}};
   Transaction transaction(database_);
-  CompanyRecords records(database_);
+  RecordStore records(database_);
   produce([&](CompanyRecord&& record) {
     const PutResult result = records.Put(record);
     Count(result == PutResult::Added ? summary.added : summary.replaced, record.kind->element);

@@ -24,7 +24,7 @@ class CompanyProcessor : public RequestProcessor {
 
   std::string BeginSession(std::string_view companyFile, std::int32_t /*fileMode*/) override {
     if (!connected_) throw Error(company_error::unexpected, "A session needs an open connection.");
-    if (company_) throw Error(company_error::unexpected, "A session is open already.");
+    if (company_) throw Error(company_error::unexpected, "A session is already open.");
     if (companyFile.empty())
       throw Error(company_error::noCompanyOpen, "No company file was named, and none is open.");
     company_ = CompanyFile::Open(companyFile, FileAccess::ReadOnly);
@@ -43,11 +43,11 @@ class CompanyProcessor : public RequestProcessor {
   const CompanyFile& SessionCompany(std::string_view ticket) const {
     if (!company_) throw Error(company_error::unexpected, "No session is open.");
     if (ticket != sessionTicket_)
-      throw Error(company_error::unexpected, "The ticket is not that of the open session.");
+      throw Error(company_error::unexpected, "The ticket does not belong to the open session.");
     return *company_;
   }
 
-  // Versions are a digit, a point and a digit.
+  // Versions have the form digit, point, digit.
   std::int16_t VersionDigit(std::size_t position) const {
     if (!company_) throw Error(company_error::unexpected, "No session is open.");
     return static_cast<std::int16_t>(company_->ProcessorVersion()[position] - '0');

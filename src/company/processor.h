@@ -6,11 +6,11 @@
 
 namespace krnqb::company {
 
-/// Makes request processors whose companies are company files, opened for reading. A session is begun with
-/// the file's path: no company is open by itself, so that an empty path is refused with
-/// `company_error::noCompanyOpen`. The file mode means nothing. `company_error::unexpected` is the refusal of
-/// an operation out of order: a session without a connection, a second session, a request with another ticket
-/// than the session's, a version without a session.
+/// Returns a factory of request processors for company files, which are opened for reading. A session begins
+/// with the file's path; an empty path fails with `company_error::noCompanyOpen`, because no company is ever
+/// open already. The file mode is ignored. Operations out of order fail with `company_error::unexpected`: a
+/// session without a connection, a second session, a request with a ticket of another session, a version
+/// query without a session.
 std::shared_ptr<RequestProcessorFactory> EmbeddedProcessors();
 
 }  // namespace krnqb::company

@@ -7,19 +7,20 @@
 
 namespace krnqb::files {
 
-/// Replaces the contents of an existing file so that at every instant its name stands for a whole file, the
-/// old one or the new one, even when the process is killed or the power fails. The new contents go into
-/// FILE.tmp in the same folder, with the old file's permissions and, where possible, owner; the old file
-/// stays as FILE.bak, whose path is the result. `file` is no symbolic link: follow links first, or the link
-/// would be replaced.
+/// Replaces the contents of an existing file atomically: at every instant its name refers to the complete old
+/// file or the complete new one, even if the process is killed or the power fails. Writes the new contents to
+/// FILE.tmp in the same folder, with the old file's permissions and, where possible, its owner, and keeps the
+/// old file as FILE.bak. Returns the path of FILE.bak. `file` must not be a symbolic link, because the link
+/// itself would be replaced: resolve links first.
 ///
-/// Error when a step fails: the file is as it was, FILE.tmp is gone, and the description says which step
-/// failed on which file, why, and what to do.
+/// Throws Error if a step fails; the description names the step, the file, the reason and the remedy.
+/// FILE.tmp is then removed and the file unchanged, unless the folder cannot be flushed and the old file
+/// cannot be restored, which the description says.
 std::filesystem::path ReplaceFile(const std::filesystem::path& file, std::string_view contents,
                                   FileOperations& operations);
 
-/// Creates a file with its whole contents at once. Error when the name is taken, whatever stands there, and
-/// when a step fails: there is no new file then.
+/// Creates a file together with its whole contents. Throws Error if anything of that name exists or a step
+/// fails; no new file is left then.
 void CreateFile(const std::filesystem::path& file, std::string_view contents, FileOperations& operations);
 
 }  // namespace krnqb::files

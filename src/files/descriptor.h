@@ -8,15 +8,14 @@
 
 namespace krnqb::files {
 
-/// An open file of the system. Owns its descriptor and closes it at the end of its life, which also gives up
-/// a lock that was taken through it.
+/// Owns an open file descriptor. The destructor closes it, which also releases a lock taken through it.
 class FileDescriptor {
  public:
   FileDescriptor() noexcept = default;
-  /// Takes an open descriptor over; -1 stands for none.
+  /// Takes ownership of an open descriptor; -1 means no file.
   explicit FileDescriptor(int descriptor) noexcept : descriptor_(descriptor) {}
-  /// Opens a file by the system's flags, and never for the programs that this one starts; `mode` is what a
-  /// file that is created may permit. None, with the reason in errno, when that fails.
+  /// Opens a file with the flags of open(2), closed in child processes. `mode` is the permissions of a file
+  /// that is created, before the umask. Returns an empty descriptor, with the reason in errno, on failure.
   static FileDescriptor Open(const std::filesystem::path& file, int flags, mode_t mode = 0) noexcept;
   FileDescriptor(FileDescriptor&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
   FileDescriptor& operator=(FileDescriptor&& other) noexcept {

@@ -14,23 +14,23 @@ std::string_view FileAdvice(std::error_code reason) noexcept {
   switch (reason.value()) {
     case ENOSPC:
     case EDQUOT:
-      return "make room on the disk and try again";
+      return "free some disk space and try again";
     case EACCES:
     case EPERM:
-      return "make sure that you have the right to it and to its folder";
+      return "make sure that you have permission to use the file and its folder";
     case EROFS:
-      return "copy the plan to a disk that can be written";
+      return "copy the plan to a disk that is not read-only";
     case ENOENT:
     case ENOTDIR:
       return "check the path";
     case EISDIR:
-      return "name a file instead of a folder";
+      return "give the path of a file, not of a folder";
     case ELOOP:
-      return "check the symbolic links of the path";
+      return "check the symbolic links in the path";
     case ENAMETOOLONG:
       return "give the file a shorter name";
     case EBUSY:
-      return "wait until the other program has ended and try again";
+      return "wait until the other program has finished and try again";
     default:
       return "check the disk and try again";
   }
@@ -41,7 +41,7 @@ Error FileError(std::string_view failure, const std::filesystem::path& file, std
                fmt::format("{} {}: {}; {}", failure, file.string(), reason.message(), FileAdvice(reason)));
 }
 
-std::filesystem::path BesideFile(const std::filesystem::path& file, std::string_view suffix) {
+std::filesystem::path WithSuffix(const std::filesystem::path& file, std::string_view suffix) {
   std::filesystem::path beside = file;
   beside += suffix;
   return beside;

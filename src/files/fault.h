@@ -9,17 +9,17 @@
 
 namespace krnqb::files {
 
-/// What the system's last failed call reported.
+/// Returns the error of the last failed system call (errno).
 std::error_code LastSystemError() noexcept;
 
-/// What a person can do about a failure to reach a file.
+/// Returns the advice for the user when a file cannot be used for this reason.
 std::string_view FileAdvice(std::error_code reason) noexcept;
 
-/// The error of a file that cannot be used, as one line: what failed, the file, why, and what to do about it.
-/// `failure` says what failed and ends where the path follows, such as "cannot read the plan".
+/// Returns the error for a file that cannot be used. Its description is one line: what failed, the file, why,
+/// and what to do. `failure` is the text before the path, such as "cannot read the plan".
 Error FileError(std::string_view failure, const std::filesystem::path& file, std::error_code reason);
 
-/// `file` with `suffix` added to its name: the name of a file that stands beside it.
-std::filesystem::path BesideFile(const std::filesystem::path& file, std::string_view suffix);
+/// Returns `file` with `suffix` appended to its name, the path of a companion file in the same folder.
+std::filesystem::path WithSuffix(const std::filesystem::path& file, std::string_view suffix);
 
 }  // namespace krnqb::files

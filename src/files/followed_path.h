@@ -4,8 +4,8 @@
 
 namespace krnqb::files {
 
-/// The file that a plan's path stands for: absolute, with every symbolic link followed, so that all paths of
-/// one plan give the same one. Error when there is no such file or it cannot be reached.
+/// Returns the absolute path of a plan with every symbolic link resolved, so that all paths to one plan give
+/// the same result. Throws Error if the file is missing or cannot be reached.
 std::filesystem::path FollowedPlanPath(const std::filesystem::path& plan);
 
 }  // namespace krnqb::files

@@ -15,7 +15,7 @@ namespace {
 
 FileDescriptor OpenLockFile(const std::filesystem::path& lockFile) {
   FileDescriptor opened = FileDescriptor::Open(lockFile, O_RDWR | O_CREAT, 0666);
-  // Another person's lock file may be claimed without the right to write in it.
+  // Locking another user's lock file needs no write permission.
   if (!opened && (errno == EACCES || errno == EROFS)) {
     opened = FileDescriptor::Open(lockFile, O_RDONLY);
   }
@@ -26,8 +26,8 @@ FileDescriptor OpenLockFile(const std::filesystem::path& lockFile) {
 }  // namespace
 
 PlanLock::PlanLock(const std::filesystem::path& plan)
-    : claimed_(OpenLockFile(BesideFile(FollowedPlanPath(plan), ".lock"))) {
-  if (::flock(claimed_.Number(), LOCK_EX | LOCK_NB) == 0) return;
+    : lockFile_(OpenLockFile(WithSuffix(FollowedPlanPath(plan), ".lock"))) {
+  if (::flock(lockFile_.Number(), LOCK_EX | LOCK_NB) == 0) return;
   if (errno != EWOULDBLOCK) throw FileError("cannot lock the plan", plan, LastSystemError());
   throw Error(
       error_number::unspecified,

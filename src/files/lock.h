@@ -6,18 +6,19 @@
 
 namespace krnqb::files {
 
-/// One import's claim to a plan. The claim ends with the object or, however it ends, with the process, so a
-/// killed import locks nobody out. It stands on PLAN.lock beside the plan, which stays there: if it were
-/// removed, one import could hold the removed file and another one a new file of that name, both at once.
+/// An exclusive lock that one import holds on a plan. It is released when the object is destroyed or the
+/// process ends, however it ends, so a killed import locks nobody out. The lock is taken on PLAN.lock beside
+/// the plan. That file is never removed: otherwise one import could hold the removed file while another holds
+/// a new one.
 class PlanLock {
  public:
-  /// Claims the plan of that path; paths that lead to the same plan by symbolic links share one claim. Error,
-  /// at once, when another import has it; Error when there is no such plan or no PLAN.lock can be made beside
-  /// it.
+  /// Locks the plan; paths that reach the same plan through symbolic links share one lock. Throws Error
+  /// without waiting if another import holds the lock, if the plan is missing, or if PLAN.lock cannot be
+  /// created.
   explicit PlanLock(const std::filesystem::path& plan);
 
  private:
-  FileDescriptor claimed_;
+  FileDescriptor lockFile_;
 };
 
 }  // namespace krnqb::files

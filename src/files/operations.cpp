@@ -33,15 +33,15 @@ bool Claim(const FileDescriptor& file) noexcept {
   return ::flock(file.Number(), LOCK_EX | LOCK_NB) == 0;
 }
 
-// A process that was killed has lost its claim, so whoever gets it may take the file away.
+// A killed process has lost its lock, so whoever acquires the lock may remove the file.
 std::error_code RemoveUnlessClaimed(const fs::path& file) {
   const FileDescriptor present = FileDescriptor::Open(file, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
   if (present && !Claim(present)) return SystemError(EBUSY);
-  if (!present && errno == EACCES) return LastSystemError();  // nobody can tell whether it is claimed
+  if (!present && errno == EACCES) return LastSystemError();  // whether it is locked cannot be determined
   return ::unlink(file.c_str()) == 0 || errno == ENOENT ? Success() : LastSystemError();
 }
 
-// Between creating a file and claiming it another process may have taken it for one that was left behind.
+// Between creating and locking a file, another process may have removed it as left behind.
 bool StillNamed(const FileDescriptor& file, const fs::path& name) noexcept {
   struct stat opened {};
   struct stat named {};
@@ -104,8 +104,8 @@ std::error_code SystemFileOperations::CreateTemporary(const fs::path& temporary,
 std::error_code SystemFileOperations::KeepOwnerAndMode(const FileDescriptor& file, const fs::path& pattern) {
   struct stat kept {};
   if (::stat(pattern.c_str(), &kept) != 0) return LastSystemError();
-  // Only an administrator may give a file away, but the group alone may still be kept. A change of owner
-  // resets some of the permissions, so they come last.
+  // Only an administrator may change the owner, but the group alone may still be kept. Changing the owner
+  // resets some permissions, so they are set last.
   const bool keptOwner = ::fchown(file.Number(), kept.st_uid, kept.st_gid) == 0 ||
                          ::fchown(file.Number(), static_cast<uid_t>(-1), kept.st_gid) == 0;
   static_cast<void>(keptOwner);
@@ -127,12 +127,12 @@ std::error_code SystemFileOperations::Sync(const FileDescriptor& file) {
 }
 
 std::error_code SystemFileOperations::KeepPrevious(const fs::path& file, const fs::path& backup) {
-  const fs::path unfinished = BesideFile(backup, ".tmp");
+  const fs::path unfinished = WithSuffix(backup, ".tmp");
   Remove(unfinished);
   std::error_code failure = AddName(file, unfinished);
   if (failure) failure = CopyFile(file, unfinished, *this);
   if (!failure) failure = SystemFileOperations::Rename(unfinished, backup);
-  // Also after success: renaming one name of a file to another name of the same file leaves both.
+  // Also after success: renaming a link over another link to the same file leaves both.
   Remove(unfinished);
   return failure;
 }
@@ -145,7 +145,7 @@ std::error_code SystemFileOperations::RenameToNew(const fs::path& from, const fs
   const std::error_code failure = AddName(from, to);
   if (!failure) Remove(from);
   if (!failure || failure == std::errc::file_exists) return failure;
-  // No second names on this file system: it may still know a renaming that replaces nothing.
+  // No hard links on this file system: it may still support a rename that replaces nothing.
   const int renamed = ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE);
   return renamed == 0 ? Success() : LastSystemError();
 }
@@ -153,7 +153,7 @@ std::error_code SystemFileOperations::RenameToNew(const fs::path& from, const fs
 std::error_code SystemFileOperations::SyncFolder(const fs::path& folder) {
   const FileDescriptor opened = FileDescriptor::Open(folder, O_RDONLY | O_DIRECTORY);
   if (!opened) return LastSystemError();
-  // Some file systems keep their names safe by themselves and refuse the call.
+  // Some file systems write their entries synchronously and reject the call.
   return ::fsync(opened.Number()) == 0 || errno == EINVAL ? Success() : LastSystemError();
 }
 

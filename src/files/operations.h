@@ -10,22 +10,22 @@
 
 namespace krnqb::files {
 
-/// The steps by which a file is replaced, each a call or two of the system. Every step reports its failure as
-/// an error code; none throws for it. A test stands in for the system here to let a step fail.
+/// The steps of replacing a file, each one or two system calls. A step returns its failure as an error code
+/// and does not throw. Tests override steps to make them fail.
 class FileOperations {
  public:
   virtual ~FileOperations() = default;
 
-  /// Whether `file` may be changed; a file that its owner protected against writing may not.
+  /// Fails if `file` is write-protected.
   virtual std::error_code CheckWritable(const std::filesystem::path& file) = 0;
 
-  /// Creates an empty file for writing, with at most the permissions `mode`, and claims it until `file` is
-  /// closed. A file of that name that nobody claims was left behind by a process that was killed, and is
-  /// replaced; one that is claimed gives EBUSY.
+  /// Creates an empty file for writing, with the permissions `mode` less the umask, and locks it until `file`
+  /// is closed. An unlocked file of that name was left by a killed process and is replaced; a locked one
+  /// fails with EBUSY.
   virtual std::error_code CreateTemporary(const std::filesystem::path& temporary, mode_t mode,
                                           FileDescriptor& file) = 0;
 
-  /// Gives `file` the permissions of the file `pattern` and, as far as the system allows, its owner and
+  /// Copies the permissions of the file `pattern` to `file` and, as far as the system allows, its owner and
   /// group.
   virtual std::error_code KeepOwnerAndMode(const FileDescriptor& file,
                                            const std::filesystem::path& pattern) = 0;
@@ -33,28 +33,28 @@ class FileOperations {
   /// Writes the whole contents.
   virtual std::error_code Write(const FileDescriptor& file, std::string_view contents) = 0;
 
-  /// Waits until the file's contents are on the disk.
+  /// Flushes the file's contents to the disk.
   virtual std::error_code Sync(const FileDescriptor& file) = 0;
 
-  /// Makes `backup` a second name of `file`, or a copy where the file system has no second names. An earlier
-  /// backup is replaced in one go.
+  /// Makes `backup` a hard link to `file`, or a copy where the file system has no hard links. Replaces an
+  /// earlier backup atomically.
   virtual std::error_code KeepPrevious(const std::filesystem::path& file,
                                        const std::filesystem::path& backup) = 0;
 
-  /// Gives the file `from` the name `to`, replacing a file of that name in one go.
+  /// Renames `from` to `to`, replacing an existing file atomically.
   virtual std::error_code Rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
 
-  /// Gives the file `from` the name `to` unless that name is taken, which gives EEXIST.
+  /// Renames `from` to `to`; fails with EEXIST if `to` exists.
   virtual std::error_code RenameToNew(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
 
-  /// Waits until the folder's names are on the disk.
+  /// Flushes the folder's entries to the disk.
   virtual std::error_code SyncFolder(const std::filesystem::path& folder) = 0;
 
-  /// Removes a file if it is there.
+  /// Removes a file if it exists.
   virtual void Remove(const std::filesystem::path& file) noexcept = 0;
 };
 
-/// The steps as the system takes them.
+/// The steps as system calls.
 class SystemFileOperations : public FileOperations {
  public:
   std::error_code CheckWritable(const std::filesystem::path& file) override;
@@ -71,7 +71,7 @@ class SystemFileOperations : public FileOperations {
   void Remove(const std::filesystem::path& file) noexcept override;
 
  protected:
-  /// Gives `file` a second name; fails where the name is taken and where the file system has no second names.
+  /// Creates a hard link; fails if the name is taken or the file system has no hard links.
   virtual std::error_code AddName(const std::filesystem::path& file, const std::filesystem::path& name);
 };
 

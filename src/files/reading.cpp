@@ -20,7 +20,7 @@ FileStamp StampFrom(const struct stat& status) noexcept {
 }  // namespace
 
 FileContents ReadFile(const std::filesystem::path& file, std::string_view failure) {
-  // Without waiting: a pipe of that name would keep the reader for ever.
+  // O_NONBLOCK: opening a pipe would otherwise block forever.
   const FileDescriptor opened = FileDescriptor::Open(file, O_RDONLY | O_NONBLOCK);
   struct stat status {};
   if (!opened || ::fstat(opened.Number(), &status) != 0) throw FileError(failure, file, LastSystemError());

@@ -8,12 +8,12 @@
 
 namespace krnqb::files {
 
-/// What tells one version of a file from another: which file it is, its size and when it was last written.
+/// Identifies one version of a file: its device and inode, its size and when it was last written.
 struct FileStamp {
   std::uint64_t device = 0;
-  std::uint64_t number = 0;  ///< the file's own number on its device
+  std::uint64_t number = 0;  ///< the inode
   std::int64_t size = 0;     ///< in bytes
-  std::int64_t seconds = 0;  ///< of the last writing
+  std::int64_t seconds = 0;  ///< of the last modification
   std::int64_t nanoseconds = 0;
 
   bool operator==(const FileStamp&) const = default;
@@ -24,11 +24,11 @@ struct FileContents {
   FileStamp stamp;
 };
 
-/// Reads a whole file. Error when there is none, when it cannot be read and when it is no ordinary file;
+/// Reads a whole file. Throws Error if the file is missing, cannot be read or is not a regular file.
 /// `failure` begins the description, such as "cannot read the plan".
 FileContents ReadFile(const std::filesystem::path& file, std::string_view failure);
 
-/// The stamp of the file that has this name now; none when there is no such file.
+/// Returns the stamp of the file that has this name now, or nullopt if there is no such file.
 std::optional<FileStamp> StampOf(const std::filesystem::path& file) noexcept;
 
 }  // namespace krnqb::files

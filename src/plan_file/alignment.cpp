@@ -7,7 +7,7 @@
 namespace krnqb::plan_file {
 namespace {
 
-// What an alignment costs: a row left without a partner costs more than any number of changed cells.
+// The cost of an alignment: an unmatched row costs more than any number of changed cells.
 struct Cost {
   std::size_t unmatched = 0;
   std::size_t changed = 0;
@@ -18,7 +18,7 @@ struct Cost {
   }
 };
 
-// A part of both states, from the begin up to the end exclusive.
+// A range of rows in both states; the ends are exclusive.
 struct Part {
   std::size_t beforeBegin;
   std::size_t beforeEnd;
@@ -59,7 +59,7 @@ class RowMatcher {
   }
 
  private:
-  using Pair = std::pair<std::size_t, std::size_t>;  // a row before and the same row after
+  using Pair = std::pair<std::size_t, std::size_t>;  // the indexes of one row, before and after
 
   bool Equal(std::size_t beforeRow, std::size_t afterRow) const noexcept {
     return CellsChanged(before_[beforeRow], after_[afterRow]) == 0;
@@ -91,7 +91,7 @@ class RowMatcher {
   std::vector<std::optional<std::size_t>> partners_;
 };
 
-// Rows whose name stands once in either state are the same row, as long as their order is the same too.
+// Rows whose name occurs once in each state are the same row, as long as their order is the same too.
 std::vector<RowMatcher::Pair> RowMatcher::RowsKnownByName(const Part& part) const {
   struct Places {
     std::size_t timesBefore = 0;
@@ -120,11 +120,10 @@ std::vector<RowMatcher::Pair> RowMatcher::RowsKnownByName(const Part& part) cons
   return LongestRising(pairs);
 }
 
-// Of pairs that rise in their first row, the most that rise in the second one too.
+// Returns the longest sequence that increases in the second row too; `pairs` increases in the first.
 std::vector<RowMatcher::Pair> RowMatcher::LongestRising(const std::vector<Pair>& pairs) {
   constexpr auto none = static_cast<std::size_t>(-1);
-  std::vector<std::size_t>
-      lastOfLength;  // the pair with the lowest second row that ends a sequence of length + 1
+  std::vector<std::size_t> lastOfLength;  // for length + 1, the end with the lowest second row
   std::vector<std::size_t> previous(pairs.size(), none);
   for (std::size_t index = 0; index < pairs.size(); ++index) {
     const auto place =
@@ -158,7 +157,7 @@ void RowMatcher::MatchBetween(const Part& part) {
 void RowMatcher::MatchExhaustively(const Part& part) {
   const std::size_t rows = part.BeforeCount();
   const std::size_t columns = part.AfterCount();
-  // costs[i][j]: the least cost of matching the first i rows before with the first j rows after.
+  // costs[i][j]: the lowest cost of matching the first i rows before with the first j rows after.
   std::vector<Cost> costs((rows + 1) * (columns + 1));
   const auto at = [&](std::size_t row, std::size_t column) -> Cost& {
     return costs[row * (columns + 1) + column];
@@ -189,8 +188,7 @@ void RowMatcher::MatchExhaustively(const Part& part) {
   }
 }
 
-// All rows that were added, or all that were removed, are taken to stand together; tries every place for
-// them.
+// Assumes that all added, or all removed, rows are adjacent, and tries every place for them.
 void RowMatcher::MatchAroundOneGap(const Part& part) {
   const std::size_t shorter = std::min(part.BeforeCount(), part.AfterCount());
   const std::size_t skippedBefore = part.BeforeCount() - shorter;

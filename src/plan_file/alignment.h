@@ -8,17 +8,17 @@
 
 namespace krnqb::plan_file {
 
-/// How many cells differ between two states of a row. A formula that became an empty cell does not count: the
-/// planning program computes such cells anew.
+/// Returns how many cells differ between two states of a row. A formula that became an empty cell does not
+/// count, because the planning program recomputes such cells.
 std::size_t CellsChanged(const PlanRow& before, const PlanRow& after) noexcept;
 
-/// For each row of a block's later state the index of the same row in its earlier state, or none for a row
-/// that was added. The indexes rise: rows are added and removed, never moved. A row keeps its name; among
-/// rows of one name (rows without a name above all) those count as the same that leave the fewest cells
-/// changed, and of equal choices the one that has the added rows last.
+/// Returns, for each row of a block's later state, the index of the same row in its earlier state, or nullopt
+/// if the row was added. The indexes increase: rows are added and removed, never moved. A row keeps its name.
+/// Rows that share a name (unnamed rows above all) are matched so that the fewest cells change; among equal
+/// choices, added rows come last.
 ///
-/// Takes time proportional to the number of rows, but for a part of many rows that share their names, where
-/// rows were added or removed in several places: there only one place is looked for.
+/// Runs in time proportional to the number of rows. In a long range of rows that share their names, only one
+/// place of insertion or removal is considered.
 std::vector<std::optional<std::size_t>> MatchRows(const std::vector<PlanRow>& before,
                                                   const std::vector<PlanRow>& after);
 

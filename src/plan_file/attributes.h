@@ -17,14 +17,14 @@ struct PlanStart {
   bool operator==(const PlanStart&) const = default;
 };
 
-/// "ald", "bri" or "cor"; empty for another value.
+/// Returns "ald", "bri" or "cor"; empty for any other value.
 std::string_view ProductText(QBKRNproduct product) noexcept;
-/// The product of such a text, in lower case; none for any other text.
+/// Returns the product of such a text, in lower case; nullopt for any other text.
 std::optional<QBKRNproduct> ProductFromText(std::string_view text) noexcept;
 
-/// The start as YYYY-MM.
+/// Returns the start as YYYY-MM.
 std::string PlanStartText(PlanStart start);
-/// The start of a text YYYY-MM; none for any other text.
+/// Parses a start written as YYYY-MM; returns nullopt for any other text.
 std::optional<PlanStart> PlanStartFromText(std::string_view text) noexcept;
 
 }  // namespace krnqb::plan_file

@@ -48,7 +48,8 @@ void CompareBlock(const PlanBlock& before, const PlanBlock& after, const std::st
   removeUpTo(before.rows.size());
 }
 
-using BlockKey = std::pair<std::string, std::size_t>;  // the id, and how many blocks of that id stand above
+using BlockKey =
+    std::pair<std::string, std::size_t>;  // the id, and the number of earlier blocks with that id
 
 std::vector<std::pair<BlockKey, const PlanBlock*>> KeyedBlocks(const PlanTableContent& table) {
   std::vector<std::pair<BlockKey, const PlanBlock*>> blocks;

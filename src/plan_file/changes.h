@@ -10,7 +10,7 @@
 
 namespace krnqb::plan_file {
 
-/// A row that only one of two states of a plan has. `row` counts from 0, in that state.
+/// A row that exists in only one of two states of a plan. `row` is its index in that state, from 0.
 struct RowChange {
   std::string block;
   std::size_t row = 0;
@@ -19,12 +19,12 @@ struct RowChange {
   bool operator==(const RowChange&) const = default;
 };
 
-/// A cell, of a row that both states have, that reads otherwise now. `row` counts from 0 in the later state,
-/// `column` from 0. A cell that is not there reads as the empty text.
+/// A cell that differs between two states of the same row. `row` is the index in the later state, from 0;
+/// `column` counts from 0. A missing cell counts as the empty text.
 struct CellChange {
   std::string block;
   std::size_t row = 0;
-  std::string name;  ///< the row's, as it is now
+  std::string name;  ///< cell 0 of the row in the later state
   std::size_t column = 0;
   std::string before;
   std::string after;
@@ -32,15 +32,15 @@ struct CellChange {
   bool operator==(const CellChange&) const = default;
 };
 
-/// What became of one table.
+/// The changes of one table.
 struct TableChange {
   std::string id;
   std::int64_t rowsAdded = 0;
   std::int64_t rowsRemoved = 0;
-  std::int64_t cellsChanged = 0;     ///< in rows that stood there before, without the cleared formulas
-  std::int64_t formulasCleared = 0;  ///< formulas, of rows that stood there before, that are empty cells now
+  std::int64_t cellsChanged = 0;     ///< in rows of both states, cleared formulas excluded
+  std::int64_t formulasCleared = 0;  ///< in rows of both states, formulas that became empty cells
 
-  // The same one by one, in the order of the plan.
+  // The changes one by one, in plan order.
   std::vector<RowChange> added;
   std::vector<RowChange> removed;
   std::vector<CellChange> changed;
@@ -49,9 +49,9 @@ struct TableChange {
   bool Any() const noexcept { return rowsAdded + rowsRemoved + cellsChanged + formulasCleared > 0; }
 };
 
-/// Compares two states of a plan: one entry per table of `before`, unchanged ones included, in its order, and
-/// then one per table that only `after` has. Blocks correspond by their id (blocks of one id in their order),
-/// rows as `MatchRows` tells.
+/// Compares two states of a plan. Returns one entry per table of `before`, unchanged ones included, in its
+/// order, then one per table that only `after` has. Blocks are matched by id (blocks that share an id by
+/// their order), rows by `MatchRows`.
 std::vector<TableChange> CompareTables(const PlanContent& before, const PlanContent& after);
 std::vector<TableChange> CompareTables(const PlanFile& before, const PlanFile& after);
 

@@ -13,7 +13,7 @@ using PlanRow = std::vector<std::string>;
 
 struct PlanBlock {
   std::string id;
-  std::string startRow;  ///< the sheet row of its first row, as the plan writes it
+  std::string startRow;  ///< the sheet row of its first row, as written in the plan
   std::vector<PlanRow> rows;
 };
 
@@ -22,19 +22,19 @@ struct PlanTableContent {
   std::vector<PlanBlock> blocks;
 };
 
-/// The cells of a plan at one time, apart from its document.
+/// A copy of a plan's cells, independent of its document.
 using PlanContent = std::vector<PlanTableContent>;
 
-/// The text of a cell that holds nothing.
+/// The text of an empty cell.
 inline constexpr std::string_view emptyCellText = "*null*";
 
 inline bool IsFormula(std::string_view cell) noexcept {
   return cell.starts_with('=');
 }
 
-/// What the plan holds now, tables, blocks and rows in their order. A table without blocks is there, empty.
+/// Returns the plan's tables, blocks and rows in their order, tables without blocks included.
 PlanContent ReadPlanContent(const PlanFile& plan);
-/// The same of one table; error 9 when the plan has no such table.
+/// Returns one table. Throws Error 9 if the plan has no such table.
 PlanTableContent ReadPlanTable(const PlanFile& plan, std::string_view tableId);
 
 }  // namespace krnqb::plan_file

@@ -10,7 +10,7 @@
 namespace krnqb::plan_file {
 namespace {
 
-// Says where in which file something is wrong.
+// Builds errors that name the file and the line.
 class Faults {
  public:
   explicit Faults(const std::filesystem::path& file) : file_(file) {}
@@ -24,8 +24,8 @@ class Faults {
   const std::filesystem::path& file_;
 };
 
-constexpr std::string_view checkPath = "check that the path is a plan's";
-constexpr std::string_view restore = "correct it, or take the plan from its .bak";
+constexpr std::string_view checkPath = "check that the path is that of a plan";
+constexpr std::string_view restore = "correct it, or restore the plan from its .bak file";
 
 XmlElement PlanElement(std::string_view bytes, const Faults& faults) {
   XmlParseResult parsed = ParseXmlBytes(bytes);
@@ -34,7 +34,7 @@ XmlElement PlanElement(std::string_view bytes, const Faults& faults) {
                     restore);
   }
   if (const std::string name = parsed.element.Name(); name != "plan") {
-    throw faults.At(parsed.element.Line(), fmt::format(R"(the document is a "{}", not a "plan")", name),
+    throw faults.At(parsed.element.Line(), fmt::format(R"(the root element is "{}", not "plan")", name),
                     checkPath);
   }
   return std::move(parsed.element);
@@ -45,8 +45,7 @@ std::optional<QBKRNproduct> ProductOf(const XmlElement& plan, const Faults& faul
   if (!text) return std::nullopt;
   const std::optional<QBKRNproduct> product = ProductFromText(*text);
   if (!product) {
-    throw faults.At(plan.Line(), fmt::format("the product \"{}\" is not known", *text),
-                    "write ald, bri or cor");
+    throw faults.At(plan.Line(), fmt::format("unknown product \"{}\"", *text), "write ald, bri or cor");
   }
   return product;
 }
@@ -56,7 +55,8 @@ std::optional<PlanStart> StartOf(const XmlElement& plan, const Faults& faults) {
   if (!text) return std::nullopt;
   const std::optional<PlanStart> start = PlanStartFromText(*text);
   if (!start) {
-    throw faults.At(plan.Line(), fmt::format("the start \"{}\" is no month", *text), "write it as YYYY-MM");
+    throw faults.At(plan.Line(), fmt::format("the start \"{}\" is not a month", *text),
+                    "write it as YYYY-MM");
   }
   return start;
 }
@@ -78,7 +78,7 @@ std::vector<StoredTable> TablesOf(const XmlElement& plan, const Faults& faults) 
     const std::string id = element.Attribute("id").value_or("");
     if (id.empty()) throw faults.At(element.Line(), "a table has no id", restore);
     if (!ids.insert(id).second) {
-      throw faults.At(element.Line(), fmt::format("the table {} is there twice", id), restore);
+      throw faults.At(element.Line(), fmt::format("the table {} occurs twice", id), restore);
     }
     tables.push_back({id, element});
   }

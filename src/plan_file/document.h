@@ -19,8 +19,8 @@ struct StoredTable {
   XmlElement element;  ///< in the plan's own document
 };
 
-/// A plan's file, read: the element `plan` with its attributes `product` and `start`, and the `tableitem`
-/// elements of its child `tables`, in order, each with an id of its own.
+/// A parsed plan file: the element `plan` with its attributes `product` and `start`, and the `tableitem`
+/// elements of its child `tables`, in order, with unique ids.
 struct PlanDocument {
   PlanFrame frame;
   XmlElement plan;
@@ -29,11 +29,11 @@ struct PlanDocument {
   std::vector<StoredTable> tables;
 };
 
-/// Reads the bytes of a plan's file, in the encoding that they declare. Error when they are no plan; its
-/// description names `file`, the line and the fault.
+/// Parses a plan file, given as bytes in the encoding that they declare. Throws Error if they are not a plan;
+/// the description names `file`, the line and the fault.
 PlanDocument ReadPlanDocument(std::string_view bytes, const std::filesystem::path& file);
 
-/// The plan as its file's text in UTF-8.
+/// Returns the text of the plan's file, in UTF-8.
 std::string PlanDocumentText(const PlanDocument& document);
 
 }  // namespace krnqb::plan_file

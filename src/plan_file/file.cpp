@@ -54,10 +54,9 @@ std::filesystem::path PlanFile::Save(files::FileOperations& operations) {
   if (files::StampOf(path_) != stamp_) {
     throw Error(
         error_number::unspecified,
-        fmt::format(
-            "cannot save {}: another program has changed or moved it since it was opened; the file is "
-            "as that program left it, open the plan anew and try again",
-            path_.string()));
+        fmt::format("cannot save {}: another program has changed or moved it since it was opened; the file "
+                    "is not overwritten, open the plan again and retry",
+                    path_.string()));
   }
   std::filesystem::path backup = files::ReplaceFile(path_, PlanDocumentText(tables_->Document()), operations);
   stamp_ = files::StampOf(path_).value_or(files::FileStamp{});

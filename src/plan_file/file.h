@@ -15,45 +15,45 @@
 
 namespace krnqb::plan_file {
 
-/// A plan kept as an XML file (extension .kpf): the element `plan` with the attributes `product` (ald, bri or
-/// cor) and `start` (YYYY-MM), its child `tables`, and in it one `tableitem` per table. The file is read
-/// once, when it is opened, and not touched again before `Save`.
+/// A plan stored in an XML file (extension .kpf): the element `plan` with the attributes `product` (ald, bri
+/// or cor) and `start` (YYYY-MM), its child `tables`, and in it one `tableitem` per table. The file is read
+/// once, when it is opened, and not accessed again before `Save`.
 class PlanFile : public PlanObject {
  public:
-  /// Reads a plan; symbolic links are followed. Error when the file is missing, cannot be read, is not
-  /// well-formed or is no plan; the description names the file and, where there is one, the line.
+  /// Opens a plan; symbolic links are followed. Throws Error if the file is missing, cannot be read, is not
+  /// well-formed or is not a plan; the description names the file and, if known, the line.
   static std::shared_ptr<PlanFile> Open(const std::filesystem::path& plan);
 
-  /// Writes a new plan with the product's tables, laid out as the planning program lays them out. Error 5 for
-  /// another product than the three or a start that is no month; Error when there is a file of that name or
-  /// none can be written.
+  /// Writes a new plan with the product's tables in the planning program's layout. Throws Error 5 if the
+  /// product is not one of the three or the start is not a month, and Error if the file exists or cannot be
+  /// written.
   static void Create(const std::filesystem::path& plan, QBKRNproduct product, PlanStart start);
 
-  /// The plan's file, absolute, symbolic links followed.
+  /// Returns the absolute path of the plan's file, with symbolic links resolved.
   const std::filesystem::path& Path() const noexcept { return path_; }
-  /// None when the plan does not say.
+  /// nullopt if the plan does not declare it.
   std::optional<QBKRNproduct> Product() const { return tables_->Document().product; }
   std::optional<PlanStart> Start() const { return tables_->Document().start; }
-  /// The ids in the plan's order.
+  /// Returns the table ids in plan order.
   std::vector<std::string> TableIds() const;
-  /// The table's `tableitem` element in the plan's own document; error 9 when the plan has no such table.
+  /// Returns the table's `tableitem` element in the plan's own document. Throws Error 9 if the plan has no
+  /// such table.
   XmlElement Table(std::string_view id) const { return tables_->Element(id); }
 
-  /// Reads another plan in place of this one, which is dropped without being saved. Errors as `Open`; this
-  /// plan stays then. Gives true.
+  /// Opens another plan in place of this one, which is discarded without being saved. Returns true. Throws as
+  /// `Open` does; this plan then stays open.
   bool OpenPlan(std::string_view planFile) override;
-  /// The tables of the plan that is open now; they outlive the opening of another plan, but are saved no more
-  /// then.
+  /// Returns the tables of the open plan. They stay valid after another plan is opened, but are no longer
+  /// saved.
   std::shared_ptr<PlanData> Data() override { return tables_; }
 
-  /// Whether tables have been loaded since the plan was opened or last saved.
+  /// Returns whether tables have been loaded since the plan was opened or last saved.
   bool Changed() const noexcept { return tables_->Changed(); }
 
-  /// Writes the plan to its file at once, old or new at every instant, and gives the path of the .bak that
-  /// holds the previous version. Error when a step fails or when another program has changed the file since
-  /// it was opened: the file is as it was then.
+  /// Saves the plan atomically and returns the path of the .bak file with the previous version. Throws Error
+  /// if a step fails or another program has changed the file since it was opened; the file is then unchanged.
   std::filesystem::path Save();
-  /// The same by other steps than the system's.
+  /// Saves with the given file operations.
   std::filesystem::path Save(files::FileOperations& operations);
 
  private:

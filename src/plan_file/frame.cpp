@@ -19,8 +19,8 @@ std::string_view AfterMark(std::string_view bytes) noexcept {
   return bytes;
 }
 
-// Without a declaration a document is in UTF-8, or in UTF-16, whose first "<" has a zero byte or a mark
-// beside it.
+// Without a declaration a document is in UTF-8 or UTF-16; in UTF-16 its first "<" is next to a zero byte or a
+// byte order mark.
 bool IsInUtf8(std::string_view bytes) {
   const std::string_view text = AfterMark(bytes);
   if (text.empty() || static_cast<unsigned char>(text[0]) >= 0x80 ||
@@ -33,8 +33,7 @@ bool IsInUtf8(std::string_view bytes) {
   return declaration.find("encoding") == std::string::npos || declaration.find("utf-8") != std::string::npos;
 }
 
-// Where the markup at the text's begin ends, if it is no element: an instruction, a comment or a document
-// type.
+// Returns the end of a processing instruction, comment or document type at the start of the text.
 std::size_t EndOfMarkup(std::string_view text) noexcept {
   std::string_view end;
   if (text.starts_with("<?")) {
@@ -95,7 +94,8 @@ PlanFrame FrameOf(std::string_view bytes) {
   const std::size_t head = HeadLength(bytes);
   const std::size_t tail = TailBegin(bytes);
   PlanFrame frame{WithLineFeeds(bytes.substr(0, head)), WithLineFeeds(bytes.substr(tail))};
-  // Comments and instructions may quote each other's signs; a frame that was cut wrongly is not kept.
+  // Comments and instructions may contain each other's delimiters; a frame cut in the wrong place is
+  // discarded.
   if (!XmlElement::Parse(std::string(AfterMark(frame.head)) + "<plan/>" + frame.tail)) return {};
   return frame;
 }

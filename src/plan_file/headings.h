@@ -10,16 +10,16 @@
 
 namespace krnqb::plan_file {
 
-/// What a table is, such as "Planned sales and costs" or "Past performance"; "Table" and the id for one that
-/// is not known.
+/// Returns the title of a table, such as "Planned sales and costs" or "Past performance"; for an unknown
+/// table, "Table" and the id.
 std::string TableTitle(std::string_view tableId);
 
-/// What a block is, such as "Annual growth of sales"; its id for one that is not known.
+/// Returns the title of a block, such as "Annual growth of sales"; for an unknown block, its id.
 std::string_view BlockTitle(std::string_view blockId) noexcept;
 
-/// Headings of a block's columns after the row names, for rows of `cells` cells: the rate and the months of a
-/// planned block, the months of an actual one, the past years (and months) of past performance. Months are
-/// named from the plan's start on, or numbered when that is not known. Empty for rows of another width.
+/// Returns the headings of a block's columns after the row names, for rows of `cells` cells: rate and months
+/// of a planned block, months of an actual one, past years (and months) of past performance. Months are named
+/// from the plan's start, or numbered if it is unknown. Empty if no layout has that many cells.
 std::vector<std::string> ColumnHeadings(std::string_view blockId, std::size_t cells,
                                         std::optional<PlanStart> start);
 

@@ -17,13 +17,13 @@ using RowNames = std::vector<std::string_view>;
 /// The columns of a row after its name.
 struct Columns {
   std::size_t rates;    ///< columns that the totals leave empty
-  std::size_t amounts;  ///< columns that the totals add up
+  std::size_t amounts;  ///< columns that the totals sum
 };
 
 constexpr Columns planned{1, 12};
 constexpr Columns actual{0, 12};
 
-/// What the last row of a block holds in each amount column.
+/// The last row's cell in each amount column.
 enum class Closing { Sum, Average, Margin, OperatingResult };
 
 struct Block {
@@ -38,7 +38,7 @@ struct Table {
   std::vector<Block> blocks;
 };
 
-constexpr std::size_t firstBlockRow = 5;      // the sheet's title and column headings stand above
+constexpr std::size_t firstBlockRow = 5;      // below the sheet's title and column headings
 constexpr std::size_t rowsBetweenBlocks = 2;  // an empty one and the next block's heading
 constexpr std::string_view emptyCell = "*null*";
 

@@ -10,16 +10,16 @@
 
 namespace krnqb::plan_file {
 
-/// A UTF-8 text in printable ASCII: \n, \r, \t and \\ for these four, \uXXXX (four lower-case hexadecimal
-/// digits) for each UTF-16 unit of every other character outside.
+/// Returns a UTF-8 text in printable ASCII: \n, \r, \t and \\ for these four, \uXXXX (four lower-case
+/// hexadecimal digits) for each UTF-16 unit of any other non-printable or non-ASCII character.
 std::string AsciiText(std::string_view text);
 
-/// The plan's cells for comparing, one line each: table id, block id, row and column from 0, and the cell's
-/// text, between them one tab; block id and text as `AsciiText`.
+/// Returns the plan's cells for comparison, one line each: table id, block id, row and column from 0, and the
+/// cell's text, separated by tabs; block id and text as `AsciiText`.
 std::string CellListing(const PlanContent& content);
 std::string CellListing(const PlanFile& plan);
 
-/// Changes for comparing, one line each, in the order of the plan; fields as above, between them one tab:
+/// Returns changes for comparison, one line each, in plan order; fields as above, separated by tabs:
 ///   added    table  block  row  name
 ///   removed  table  block  row  name
 ///   changed  table  block  row  name  column  before  after

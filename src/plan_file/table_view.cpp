@@ -13,7 +13,7 @@ namespace {
 constexpr std::string_view emptyCellSign = "·";
 constexpr std::string_view columnGap = "  ";
 
-// A cell on one line: control characters, which may also be commands to the terminal, become blanks.
+// Replaces control characters, which could be terminal commands, with blanks, so that a cell takes one line.
 std::string CellView(std::string_view cell) {
   if (cell == emptyCellText) return std::string(emptyCellSign);
   std::string view;

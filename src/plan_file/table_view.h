@@ -10,14 +10,13 @@
 
 namespace krnqb::plan_file {
 
-/// A table as a person reads it: a title that says what it is, and for each block its name, headings and
-/// rows, the columns aligned by their number of characters, names on the left and everything else on the
-/// right. An empty cell is a "·". `start` is the plan's, for the headings. In UTF-8, with a line end after
-/// every line.
+/// Returns a table as readable text: a title, and for each block its name, headings and rows. Columns are
+/// aligned by number of characters, names to the left and everything else to the right. An empty cell is
+/// shown as "·". `start` is the plan's start, for the headings. The text is UTF-8; every line ends with LF.
 std::string TableView(const PlanTableContent& table, std::optional<PlanStart> start);
 
-/// All tables of a plan, an empty line between them, or the one of an id; error 9 when the plan has no such
-/// table.
+/// Returns all tables of a plan, separated by empty lines, or the table of an id. Throws Error 9 if the plan
+/// has no such table.
 std::string TableView(const PlanFile& plan);
 std::string TableView(const PlanFile& plan, std::string_view tableId);
 

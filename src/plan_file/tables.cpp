@@ -18,7 +18,7 @@ class ElementTable : public PlanTable {
   XmlElement element_;
 };
 
-// A table of a document that is being loaded and the table of the plan that it goes into.
+// A table of the document being loaded and the table of the plan that it replaces.
 struct Load {
   XmlElement from;
   XmlElement into;

@@ -10,13 +10,13 @@
 
 namespace krnqb::plan_file {
 
-/// The tables of an open plan, in memory: what is loaded into them reaches the file when the plan is saved.
+/// The tables of an open plan, in memory. Loaded tables reach the file when the plan is saved.
 class PlanTables : public PlanData {
  public:
   explicit PlanTables(PlanDocument document) : document_(std::move(document)) {}
 
-  /// The table of that id, compared to the letter; error 9, naming the id, when the plan has none. Its
-  /// `Serialize` gives the `tableitem` element as it is at that time.
+  /// Returns the table with exactly that id. Throws Error 9, naming the id, if the plan has none. The table's
+  /// `Serialize` returns the current `tableitem` element.
   std::shared_ptr<PlanTable> tables(std::string_view id) override;
 
   /// Loads every `tableitem` of a document, wherever it stands in it, in order: its `tableblocks` and, where

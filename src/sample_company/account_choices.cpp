@@ -9,13 +9,13 @@ namespace {
 constexpr std::int64_t transactionsPerLoneExpense = 8;
 constexpr unsigned percentChecking = 85;
 
-// Balance sheet types of which accounts without a role are paid into.
+// Balance sheet types whose accounts without a role receive payments.
 constexpr std::array paidInto = {
     std::string_view("OtherCurrentAsset"), std::string_view("OtherCurrentLiability"),
     std::string_view("OtherAsset"),        std::string_view("LongTermLiability"),
     std::string_view("FixedAsset"),        std::string_view("Equity")};
 
-// Accounts without a role of their own, where the ordinary business of the company goes.
+// Accounts without a role, used by ordinary transactions.
 void ChooseOrdinary(AccountChoices& choices, const Account& account, std::size_t index) {
   if (account.type == "Income") choices.incomes.push_back(index);
   if (account.type == "CostOfGoodsSold") choices.costs.push_back(index);

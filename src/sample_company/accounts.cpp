@@ -13,7 +13,7 @@ namespace {
 struct CommonAccount {
   std::string_view name;
   std::string_view type;
-  std::string_view parent;  ///< the name of an account above; empty for none
+  std::string_view parent;  ///< the name of the parent; empty at the top level
   AccountRole role = AccountRole::None;
 };
 
@@ -66,7 +66,7 @@ constexpr std::array commonAccounts = {
 };
 static_assert(commonAccounts.size() == static_cast<std::size_t>(GeneratorBounds::leastAccounts));
 
-// How often each type comes among 100 more accounts.
+// The share of each type in 100 additional accounts.
 struct TypeShare {
   std::string_view type;
   unsigned percent;
@@ -101,8 +101,8 @@ std::size_t TypeOrder(std::string_view type) {
 
 }  // namespace
 
-ChartOfAccounts::ChartOfAccounts(std::int64_t count, std::int64_t setUp, Random& random)
-    : possibleParents_(accountsOfType_.size()), begun_(setUp) {
+ChartOfAccounts::ChartOfAccounts(std::int64_t count, std::int64_t begun, Random& random)
+    : possibleParents_(accountsOfType_.size()), begun_(begun) {
   accounts_.reserve(static_cast<std::size_t>(count));
   for (const CommonAccount& common : commonAccounts) {
     if (common.parent.empty()) {
@@ -131,7 +131,7 @@ void ChartOfAccounts::AddAnother(Random& random) {
   }
 }
 
-// A few attempts at a name that needs no number, and is not the parent's again.
+// Tries a few times to find a name that needs no number and differs from the parent's.
 std::string_view ChartOfAccounts::SubAccountName(std::size_t parent, Random& random) const {
   std::string_view name = random.Pick(SubAccountNames());
   for (int attempt = 0; attempt < 5; ++attempt) {
@@ -184,7 +184,8 @@ Cents ChartOfAccounts::Balance(std::size_t account) const {
 std::vector<Cents> ChartOfAccounts::TotalBalances() const {
   std::vector<Cents> totals;
   for (std::size_t account = 0; account < accounts_.size(); ++account) totals.push_back(Balance(account));
-  // Accounts come after their parents, so that going backwards each sum is complete before it is passed on.
+  // Accounts follow their parents, so in reverse order each sum is complete before it is added to its
+  // parent's.
   for (std::size_t account = accounts_.size(); account-- > 0;) {
     if (accounts_[account].sublevel > 0) totals[accounts_[account].parent] += totals[account];
   }

@@ -13,7 +13,7 @@
 
 namespace krnqb::sample_company {
 
-/// What a particular account is there for. Such an account never has sub-accounts.
+/// The purpose of a special account. Special accounts never have sub-accounts.
 enum class AccountRole : std::size_t {
   None,
   Checking,
@@ -42,35 +42,37 @@ enum class AccountRole : std::size_t {
 struct Account {
   std::string listId;
   std::string name;
-  std::string fullName;  ///< the names from the top-level account down, ":" between them
+  std::string fullName;  ///< the names from the top-level account down, separated by ":"
   std::string number;
   std::string_view type;
   AccountRole role = AccountRole::None;
-  std::size_t parent = 0;  ///< when the sublevel is not 0
+  std::size_t parent = 0;  ///< an index; valid if the sublevel is not 0
   int sublevel = 0;        ///< 0 to 2
   bool hasChildren = false;
-  std::string reference;     ///< the lines that refer to it
-  std::int64_t created = 0;  ///< when it came into the list, in seconds since 1970
-  Cents typical = 0;         ///< size of a usual posting
-  Cents debits = 0;          ///< opening balance and postings, credits negative, sub-accounts not included
+  std::string reference;     ///< the elements of a reference to it
+  std::int64_t created = 0;  ///< creation time, in seconds since 1970
+  Cents typical = 0;         ///< amount of a typical posting
+  Cents debits = 0;          ///< opening balance and postings, credits negative, without sub-accounts
 };
 
-/// The account tree: those that every company has, and more until there are as many as wanted. Accounts are
-/// known by their index.
+/// The account tree: the accounts that every company has, and as many more as requested. Accounts are
+/// identified by index.
 class ChartOfAccounts {
  public:
-  /// `count` is at least `GeneratorBounds::leastAccounts`; `setUp` is when the company was set up.
-  ChartOfAccounts(std::int64_t count, std::int64_t setUp, Random& random);
+  /// `count` must be at least `GeneratorBounds::leastAccounts`; `begun` is when the company was set up, in
+  /// seconds since 1970.
+  ChartOfAccounts(std::int64_t count, std::int64_t begun, Random& random);
 
   const Account& operator[](std::size_t account) const { return accounts_[account]; }
   std::size_t Size() const { return accounts_.size(); }
   std::size_t Of(AccountRole role) const { return roles_[static_cast<std::size_t>(role)]; }
 
-  /// Books a debit, or a credit when negative.
+  /// Posts a debit, or a credit if negative.
   void Post(std::size_t account, Cents debit) { accounts_[account].debits += debit; }
-  /// The balance as the account's type shows it: of debts, equity and income the credits.
+  /// Returns the balance with the sign of the account's type: credits are positive for debts, equity and
+  /// income.
   Cents Balance(std::size_t account) const;
-  /// The balances of the account and all below it, by account.
+  /// Returns the balance of each account including its sub-accounts.
   std::vector<Cents> TotalBalances() const;
 
  private:
@@ -84,12 +86,12 @@ class ChartOfAccounts {
   std::vector<Account> accounts_;
   std::array<std::size_t, static_cast<std::size_t>(AccountRole::Count)> roles_{};
   std::array<int, 16> accountsOfType_{};
-  std::vector<std::vector<std::size_t>> possibleParents_;  // by the type's order
+  std::vector<std::vector<std::size_t>> possibleParents_;  // by the rank of the type
   UniqueNames names_;
   std::int64_t begun_;
 };
 
-/// Whether balances of this type are shown as credits.
+/// Returns whether balances of this type are shown as credits.
 bool IsCreditType(std::string_view accountType);
 
 }  // namespace krnqb::sample_company

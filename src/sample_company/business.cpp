@@ -55,7 +55,7 @@ void Business::RunMonth(const MonthPlan& month, const company::RecordReceiver& r
       occasion.dayText = DayText(day);
       occasion.secondOfDay = firstSecond + random_.Between(0, 600);
     } else {
-      // What is entered later on a day has a later time.
+      // Transactions entered later on a day have a later time.
       occasion.secondOfDay += (firstSecond + officeSeconds - occasion.secondOfDay) / 40;
     }
     receive(Next(transaction, occasion));
@@ -64,7 +64,8 @@ void Business::RunMonth(const MonthPlan& month, const company::RecordReceiver& r
   }
 }
 
-// First what has to be done before the year or the business ends, then what is due, then anything.
+// Obligations that cannot wait for the end of the year or the period come first, then whatever is due, then
+// anything.
 company::CompanyRecord Business::Next(std::int64_t transaction, const Occasion& occasion) {
   const std::int64_t uncovered = purchases_.Uncovered();
   obligations_.LeaveRoom(left_ - 1 - uncovered);

@@ -13,12 +13,12 @@
 
 namespace krnqb::sample_company {
 
-/// What a company does over the years: one transaction after the other, in the order of their days.
+/// Generates a company's transactions, in order of date.
 class Business {
  public:
   Business(Company& company, const std::vector<MonthPlan>& months, Random& random);
 
-  /// Hands all transactions to `receive` and gives the number of their lines.
+  /// Passes all transactions to `receive` and returns the number of their lines.
   std::int64_t Run(const company::RecordReceiver& receive);
 
  private:
@@ -35,7 +35,7 @@ class Business {
   Purchases purchases_;
   Sales sales_;
   Routine routine_;
-  std::int64_t left_ = 0;  // transactions until the end, the present one included
+  std::int64_t left_ = 0;  // transactions until the end, including the current one
   std::int64_t leftInYear_ = 0;
   bool hasJustSettled_ = false;
 };

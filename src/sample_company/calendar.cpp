@@ -57,7 +57,7 @@ std::vector<MonthPlan> PlanMonths(std::int16_t firstYear, std::int16_t lastYear,
     price = Grown(price, yearlyInflationPercent);
   }
 
-  // What the months up to one should have made together is rounded, so that the sum comes out exactly.
+  // Rounds the cumulative number up to each month, so that the total is exact.
   std::int64_t done = 0;
   for (std::size_t month = 0; month < months.size(); ++month) {
     const std::int64_t upToHere = transactions * weightsSoFar[month] / allWeights;

@@ -9,29 +9,29 @@ namespace krnqb::sample_company {
 
 using Day = std::chrono::sys_days;
 
-/// Year-month-day.
+/// Formats a day as YYYY-MM-DD.
 std::string DayText(Day day);
-/// Seconds since 1970, of a time of day given in seconds.
+/// Returns the seconds since 1970 of a day and a time of day in seconds.
 std::int64_t UnixTime(Day day, std::int64_t secondOfDay);
 
-/// What a company does in a month.
+/// The plan of one month's transactions.
 struct MonthPlan {
   Day firstDay;
   std::int64_t days = 0;
   std::int64_t transactions = 0;
-  std::int64_t pricePermille = 1000;  ///< of the first year's prices
+  std::int64_t pricePermille = 1000;  ///< of the first year's price level
   bool beginsYear = false;
 
-  /// The day of one of the month's transactions, counted from 0: they are spread evenly over the month, none
-  /// of them on a Sunday.
+  /// Returns the day of one of the month's transactions, counted from 0. They are spread evenly over the
+  /// month, except Sundays.
   Day DayOf(std::int64_t transaction) const;
 };
 
-/// Spreads `transactions` over the months of the years: more in spring and before Christmas, and more each
+/// Distributes `transactions` over the months of the years: more in spring and before Christmas, growing each
 /// year, at rising prices.
 std::vector<MonthPlan> PlanMonths(std::int16_t firstYear, std::int16_t lastYear, std::int64_t transactions);
 
-/// The number of transactions of the year that has the fewest.
+/// Returns the number of transactions of the quietest year.
 std::int64_t FewestInAYear(const std::vector<MonthPlan>& months);
 
 }  // namespace krnqb::sample_company

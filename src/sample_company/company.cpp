@@ -10,9 +10,9 @@ namespace {
 
 constexpr Cents leastCapital = 4'000'000;
 constexpr Cents capitalPerTransaction = 6'000;
-constexpr std::int64_t depreciationPercent = 10;  // of the equipment's price, each year
+constexpr std::int64_t depreciationPercent = 10;  // of the price of equipment, per year
 
-// The company set up its books in January two years before its first transaction.
+// The books are set up in January, two years before the first transaction.
 std::int64_t SetUpTime(std::int16_t firstYear) {
   const Day day(std::chrono::year(firstYear - 2) / std::chrono::January / 15);
   return UnixTime(day, std::int64_t{9} * 3600);

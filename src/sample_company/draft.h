@@ -11,54 +11,54 @@
 
 namespace krnqb::sample_company {
 
-/// When a transaction is entered.
+/// The date and time of a transaction and its price level.
 struct Occasion {
   Day day;
   std::string dayText;
   std::int64_t secondOfDay = 0;
-  std::int64_t pricePermille = 1000;  ///< of the prices in the lists
+  std::int64_t pricePermille = 1000;  ///< of the list prices
 };
 
 /// A customer to whom a purchase line is charged.
 struct ChargedCustomer {
   std::string_view reference;
-  bool isBilled = false;  ///< or will be: QuickBooks shows the state at the end
+  bool isBilled = false;  ///< at the end of the books, as QuickBooks shows it
 };
 
-/// What a line of a sale moves.
+/// The item and amount of a sales line.
 struct Sold {
   std::size_t item = 0;
-  std::int64_t hundredths = 0;  ///< of pieces or hours; negative when goods come back
+  std::int64_t hundredths = 0;  ///< of pieces or hours; negative for returned goods
   Cents rate = 0;
-  bool isService = false;  ///< shows the day of the service
+  bool isService = false;  ///< has a service date
 };
 
-/// A transaction while it is written: its lines first, since its head tells what they come to. Each line is
-/// posted to the company's accounts and stock at once. Used again and again, for one transaction at a time.
+/// A transaction being written, lines first because the head contains their total. Each line is posted to the
+/// company's accounts and stock at once. One object is reused for all transactions.
 class Draft {
  public:
-  explicit Draft(Company& booksCompany)
-      : company_(booksCompany), kind_(&company::RecordKinds().back()), postings_(*kind_) {}
+  explicit Draft(Company& company)
+      : company_(company), kind_(&company::RecordKinds().back()), postings_(*kind_) {}
 
   void Begin(std::string_view recordElement, const Occasion& occasion);
 
-  // Memos and descriptions are escaped already.
+  // Memos and descriptions must be escaped.
 
   void ExpenseLine(std::size_t account, Cents amount, std::string_view memo,
                    const std::optional<ChargedCustomer>& customer = std::nullopt);
   void BoughtLine(std::size_t index, std::int64_t pieces, Cents cost,
                   const std::optional<ChargedCustomer>& customer = std::nullopt);
-  /// A purchase of a group, which is so many of each of its members at their costs.
+  /// Adds the purchase of a group: its members, in their quantities and at their costs.
   void BoughtGroup(std::size_t group, std::int64_t pieces, std::int64_t pricePermille);
 
-  /// Gives the line's amount.
+  /// Returns the line's amount.
   Cents SoldLine(const Sold& sold);
   void SoldGroup(std::size_t group, std::int64_t pieces, std::int64_t pricePermille);
   void DiscountLine(std::size_t discount, Cents discounted);
-  /// A payment on account: an item, but neither quantity nor rate.
+  /// Adds a payment on account: an item without quantity and rate.
   void PaymentLine(Cents amount, std::string_view description);
   void DescriptionLine(std::string_view description);
-  /// The group in which expenses are invoiced: only descriptions and amounts stand in it.
+  /// Opens the group in which expenses are invoiced; its lines have only descriptions and amounts.
   void OpenBilledCosts(Cents total);
   void BilledCostLine(std::string_view description, Cents amount);
   void CloseBilledCosts();
@@ -66,11 +66,11 @@ class Draft {
   Cents Total() const { return total_; }
   std::int64_t Lines() const { return lineCount_; }
 
-  /// Where the head is written, up to the first line. `Begin` has written the id, the times and the number.
+  /// The text before the first line. `Begin` writes the id, the times and the number.
   ElementText& Head() { return head_; }
-  /// Posts what the transaction comes to: at the account that pays it, owes it, receives it or is due it.
+  /// Posts the total to the account that pays, owes, receives or is due it.
   void PostTotal(std::size_t account);
-  /// The record, with what stands after its lines.
+  /// Returns the record; `afterLines` is the text after its lines.
   company::CompanyRecord Finish(std::string_view afterLines);
 
  private:

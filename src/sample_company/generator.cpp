@@ -18,7 +18,7 @@ constexpr std::int16_t fiscalMonth = 1;  // transactions are spread over calenda
 void CheckRange(std::string_view what, std::int64_t value, std::int64_t least, std::int64_t most) {
   if (value >= least && value <= most) return;
   throw Error(error_number::invalidProcedureCall,
-              fmt::format("A generated company has {} to {} {}, not {}.", least, most, what, value));
+              fmt::format("A generated company must have {} to {} {}, not {}.", least, most, what, value));
 }
 
 void CheckSettings(const GeneratorSettings& settings) {
@@ -30,8 +30,8 @@ void CheckSettings(const GeneratorSettings& settings) {
   for (const std::int16_t year : {settings.firstYear, settings.lastYear}) {
     if (year >= Bounds::earliestYear && year <= Bounds::latestYear) continue;
     throw Error(error_number::invalidProcedureCall,
-                fmt::format("A generated company's years are {} to {}, not {}.", Bounds::earliestYear,
-                            Bounds::latestYear, year));
+                fmt::format("The years of a generated company must be from {} to {}, not {}.",
+                            Bounds::earliestYear, Bounds::latestYear, year));
   }
   if (settings.lastYear < settings.firstYear) {
     throw Error(error_number::invalidProcedureCall, fmt::format("The last year, {}, is before the first, {}.",
@@ -40,7 +40,7 @@ void CheckSettings(const GeneratorSettings& settings) {
   CheckRange("years", settings.lastYear - settings.firstYear + 1, 1, Bounds::mostYears);
 }
 
-// List entries are few: they are read back from their text, as a loaded document's are.
+// List entries are few, so they are parsed from their text like those of a loaded document.
 void StoreLists(const Company& company, const company::RecordReceiver& receive) {
   const auto store = [&](const std::string& text) {
     receive(company::ReadRecord(ParseXmlText(text).element));
@@ -56,7 +56,7 @@ void StoreLists(const Company& company, const company::RecordReceiver& receive) 
   }
 }
 
-// Transactions come first: the balances and the stock of the lists are what they end with.
+// Transactions come first, because the lists contain the final balances and stock.
 std::int64_t StoreCompany(const GeneratorSettings& settings, const company::RecordReceiver& receive) {
   Random random(settings.seed);
   const std::vector<MonthPlan> months =

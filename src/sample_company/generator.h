@@ -9,19 +9,18 @@
 
 namespace krnqb::sample_company {
 
-/// What a generated company has beyond plain purchases and sales.
+/// Optional features of a generated company.
 struct CompanyFeatures {
-  bool billableExpenses = true;  ///< purchase lines for customers, invoiced later: most of them exactly, some
-                                 ///< marked up
-  bool inventory = true;         ///< items kept in stock, with a cost of their sale
+  bool billableExpenses = true;  ///< purchase lines invoiced later, most exactly, some with a markup
+  bool inventory = true;         ///< inventory items, with a cost of sale
   bool purchasedGroups = true;   ///< item groups on bills, checks and charges
-  bool parentPostings = true;    ///< postings to accounts that have sub-accounts
-  bool unpostedExpenses = true;  ///< an expense account whose balance comes from no posting
+  bool parentPostings = true;    ///< postings to parent accounts
+  bool unpostedExpenses = true;  ///< an expense account with a balance but no postings
   bool discounts = true;         ///< discount items on invoices and sales receipts
-  bool accountNumbers = false;   ///< the preferences show account numbers
+  bool accountNumbers = false;   ///< accounts are shown with numbers
 };
 
-/// Least and greatest values of the settings.
+/// Minimum and maximum values of the settings.
 struct GeneratorBounds {
   static constexpr std::int64_t leastAccounts = 43;
   static constexpr std::int64_t mostAccounts = 10'000;
@@ -39,8 +38,8 @@ struct GeneratorSettings {
   std::string companyName = "Larch Valley Supply";
   std::int64_t accounts = 120;
   std::int64_t items = 80;
-  std::int64_t customers = 60;        ///< their jobs included
-  std::int64_t transactions = 2'000;  ///< of all five kinds and all years together
+  std::int64_t customers = 60;        ///< including jobs
+  std::int64_t transactions = 2'000;  ///< of all five kinds and all years
   std::int16_t firstYear = 2001;
   std::int16_t lastYear = 2002;
   std::uint64_t seed = 1;
@@ -48,24 +47,24 @@ struct GeneratorSettings {
   CompanyFeatures features;
 };
 
-/// What was generated.
+/// The size of a generated company.
 struct GeneratorSummary {
   std::vector<company::RecordCount> records;
-  std::int64_t transactionLines = 0;  ///< those inside groups included, the groups themselves not
+  std::int64_t transactionLines = 0;  ///< including lines inside groups, but not the groups themselves
   std::uintmax_t fileSize = 0;        ///< in bytes
 };
 
-/// Makes a company file with a believable synthetic company: accounts of every type three levels deep, items
+/// Creates a company file with a realistic synthetic company: accounts of every type on three levels, items
 /// of every kind, and bills, checks, charges, invoices and sales receipts over whole calendar years, busier
-/// in spring and before Christmas and growing from year to year. The same settings give the same records, on
-/// any machine.
+/// in spring and before Christmas and growing from year to year. The same settings generate the same records
+/// on any machine.
 ///
-/// An account's balance is its opening balance and all its postings, and all balances together come to zero.
-/// A top-level expense account without sub-accounts that is posted to at all is posted to in every year that
-/// has transactions. The company has no sales tax.
+/// An account's balance is the sum of its opening balance and postings; all balances sum to zero. A top-level
+/// expense account without sub-accounts that has postings has some in every year with transactions. The
+/// company has no sales tax.
 ///
-/// Error 5 when a setting is outside its bounds; 58 when there is a file of that name, which is left as it
-/// is; `company::company_error::cannotOpen` or `unexpected` when it cannot be written: no file is left then.
+/// Throws Error 5 if a setting is out of bounds, Error 58 if the file exists, which is then unchanged, and
+/// `company::company_error::cannotOpen` or `unexpected` if it cannot be written; no file is left then.
 GeneratorSummary GenerateCompany(const std::filesystem::path& file, const GeneratorSettings& settings);
 
 }  // namespace krnqb::sample_company

@@ -25,8 +25,8 @@ std::string_view ElementOf(ItemKind kind) {
 
 class ItemWriter {
  public:
-  ItemWriter(const ItemList& list, std::size_t index, const ChartOfAccounts& chart, const People& people)
-      : list_(list), index_(index), item_(list.items[index]), accounts_(chart), people_(people) {}
+  ItemWriter(const ItemList& list, std::size_t index, const ChartOfAccounts& accounts, const People& people)
+      : list_(list), index_(index), item_(list.items[index]), accounts_(accounts), people_(people) {}
 
   std::string Write() {
     text_.Open(ElementOf(item_.kind));
@@ -35,7 +35,7 @@ class ItemWriter {
     text_.Text("Name", Escaped(item_.name));
     const bool isPlain = item_.kind == ItemKind::Subtotal || item_.kind == ItemKind::Group;
     if (!isPlain) text_.Text("FullName", Escaped(item_.fullName));
-    text_.Truth("IsActive", true);
+    text_.Boolean("IsActive", true);
     if (item_.parent) text_.Block("ParentRef", list_.items[*item_.parent].reference);
     if (!isPlain) text_.Number("Sublevel", item_.parent ? 1 : 0);
     Details();
@@ -108,7 +108,7 @@ class ItemWriter {
 
   void Group() {
     text_.Text("ItemDesc", item_.description);
-    text_.Truth("IsPrintItemsInGroup", item_.members.empty());
+    text_.Boolean("IsPrintItemsInGroup", item_.members.empty());
     for (const GroupMember& member : item_.members) {
       text_.Open("ItemGroupLine");
       text_.Block("ItemRef", list_.items[member.item].reference);

@@ -12,8 +12,8 @@ namespace {
 
 using enum ItemKind;
 
-// Kinds of the items that every company has; without inventory those are goods that are not kept in stock.
-// The group and the subtotal that expenses are invoiced with come on top.
+// The kinds of the items that every company has; without inventory, inventory items become non-inventory
+// items. The group and subtotal for invoiced expenses are additional.
 constexpr std::array commonKinds = {Service,   Service,     Service,  NonInventory, NonInventory, Inventory,
                                     Inventory, OtherCharge, Discount, Group,        Group};
 constexpr std::int64_t particularItems = 5;
@@ -29,7 +29,7 @@ constexpr unsigned percentBelowAnother = 20;
 constexpr unsigned percentToParents = 10;
 constexpr unsigned percentStockedMembers = 60;
 constexpr std::int64_t mostMembers = 4;
-// The item list was begun after the other lists.
+// The item list is begun after the other lists.
 constexpr std::int64_t secondsAfterAccounts = std::int64_t{90} * 24 * 3600;
 
 class ItemMaker {
@@ -128,7 +128,7 @@ class ItemMaker {
     charge.hasSingleAccount = true;
     charge.price = random_.Between(15, 120) * 100;
     Sell(charge);
-    // A charge belongs to all kinds of sales alike: to one parent after the other.
+    // Charges are assigned to all parents in turn.
     const std::vector<std::size_t>& parents = choices_.incomeParents;
     if (!parents.empty()) charge.soldTo = parents[chargesMade_++ % parents.size()];
     list_.charges.push_back(Last());
@@ -141,7 +141,7 @@ class ItemMaker {
     stocked.boughtTo = accounts_.Of(AccountRole::Inventory);
     stocked.costAccount = random_.Pick(choices_.costs);
     stocked.cost = stocked.price * random_.Between(42, 62) / 100;
-    stocked.averageCost = stocked.cost * random_.Between(94, 98) / 100;  // prices have risen since
+    stocked.averageCost = stocked.cost * random_.Between(94, 98) / 100;  // prices have risen since then
     stocked.reorderPoint = random_.Between(2, 12) * 10;
     stocked.stock = 2 * stocked.reorderPoint;
     list_.inventory.push_back(Last());
@@ -155,7 +155,7 @@ class ItemMaker {
     list_.discounts.push_back(Last());
   }
 
-  // Members can be bought and sold, so that the group can too.
+  // Members can be bought and sold, so the group can too.
   void AddGroup() {
     const std::int64_t size = random_.Between(2, mostMembers);
     Item& group = New(Group, fmt::format("{} Set", random_.Pick(GoodsMaterials())));

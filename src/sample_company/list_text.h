@@ -11,15 +11,15 @@
 
 namespace krnqb::sample_company {
 
-/// The company's own record.
+/// Returns the company's own record.
 std::string CompanyText(const GeneratorSettings& settings);
 std::string PreferencesText(const GeneratorSettings& settings);
 
-/// An account's record. `totalBalance` includes the accounts below it.
+/// Returns an account's record. `totalBalance` includes sub-accounts.
 std::string AccountText(const ChartOfAccounts& accounts, std::size_t index, Cents totalBalance,
                         bool withNumber);
 
-/// An item's record.
+/// Returns an item's record.
 std::string ItemText(const ItemList& list, std::size_t item, const ChartOfAccounts& accounts,
                      const People& people);
 

@@ -7,14 +7,14 @@
 
 namespace krnqb::sample_company {
 
-/// Words for the names of one type's top-level accounts: any area with any purpose. Both are empty for a type
-/// that has no more accounts than every company has.
+/// Words for the names of a type's top-level accounts: any area with any purpose. Empty for a type that has
+/// only the accounts of every company.
 struct AccountWords {
   std::span<const std::string_view> areas;
   std::span<const std::string_view> purposes;
 };
 AccountWords WordsForAccounts(std::string_view accountType);
-/// Names of sub-accounts.
+/// Returns the names of sub-accounts.
 std::span<const std::string_view> SubAccountNames();
 
 std::span<const std::string_view> ServiceNames();
@@ -30,11 +30,11 @@ std::span<const std::string_view> BusinessForms();
 std::span<const std::string_view> JobNames();
 std::span<const std::string_view> TownNames();
 
-/// Gives each name once: a name that was given before comes back with the next free number.
+/// Makes names unique by adding the next free number to a name already taken.
 class UniqueNames {
  public:
   bool IsTaken(std::string_view parent, std::string_view name) const;
-  /// The name, or the name with a number, that no entry of the list below `parent` has yet.
+  /// Returns the name, with a number if needed, that no other entry below `parent` has.
   std::string Take(std::string_view parent, std::string_view name);
 
  private:

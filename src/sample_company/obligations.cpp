@@ -3,7 +3,7 @@
 namespace krnqb::sample_company {
 namespace {
 
-constexpr std::chrono::days lastMoment{12};  // before the last day, nothing more is promised
+constexpr std::chrono::days lastMoment{12};  // before the last day, no new obligations
 
 }  // namespace
 

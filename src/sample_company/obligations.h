@@ -17,7 +17,7 @@ namespace krnqb::sample_company {
 
 enum class ObligationKind { PayVendor, CollectFromCustomer, BillCustomer };
 
-/// What a company is bound to do with one of its vendors or customers.
+/// An obligation of the company to a vendor or customer.
 struct Obligation {
   ObligationKind kind = ObligationKind::PayVendor;
   std::size_t party = 0;  ///< index among the vendors or the customers
@@ -25,32 +25,32 @@ struct Obligation {
   friend auto operator<=>(const Obligation&, const Obligation&) = default;
 };
 
-/// One thing that an obligation settles.
+/// An open amount that an obligation settles.
 struct OpenItem {
   Cents amount = 0;
   std::int64_t number = 0;          ///< of the bill or invoice
-  std::string description;          ///< of a cost to be invoiced, escaped
-  std::optional<std::size_t> item;  ///< what was bought for the customer; none for an expense
+  std::string description;          ///< of a cost to invoice, escaped
+  std::optional<std::size_t> item;  ///< the item bought for the customer; nullopt for an expense
   std::int64_t pieces = 0;
 };
 
-/// What is to be done later, so that bills marked paid are paid, invoices marked paid are collected and
-/// expenses marked billed are invoiced before the company's last transaction. Each obligation takes one
-/// transaction, which settles all that is open with the party by then.
+/// The future transactions that pay the bills marked paid, collect the invoices marked paid and invoice the
+/// expenses marked billed before the company's last transaction. Each obligation takes one transaction, which
+/// settles everything open with the party.
 class Obligations {
  public:
   explicit Obligations(Day lastDay) : lastDay_(lastDay) {}
 
-  /// How many transactions are still free for obligations after the present one.
+  /// Sets how many transactions after the current one are available for obligations.
   void LeaveRoom(std::int64_t transactions) { room_ = transactions; }
-  /// Whether something more that is due on a day can be settled in time.
+  /// Returns whether another amount due on a day can be settled in time.
   bool CanPromise(const Obligation& obligation, Day due) const;
   void Promise(const Obligation& obligation, Day due, OpenItem&& item);
 
   std::int64_t Count() const { return static_cast<std::int64_t>(open_.size()); }
-  /// The obligation that is due first, if it is due by that day.
+  /// Returns the obligation that is due first, if it is due by that day.
   std::optional<Obligation> DueBy(Day day) const;
-  /// All that is open of an obligation, which is settled with that.
+  /// Settles an obligation and returns its open amounts.
   std::vector<OpenItem> Settle(const Obligation& obligation);
 
  private:

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::int64_t fewestVendors = 8;
 constexpr std::int64_t mostVendors = 2'000;
-// The lists were begun one after the other.
+// The lists are begun one after the other.
 constexpr std::int64_t secondsAfterAccounts = std::int64_t{30} * 24 * 3600;
 constexpr std::size_t employees = 12;
 constexpr unsigned percentJobs = 35;
@@ -24,7 +24,7 @@ class PeopleMaker {
  public:
   PeopleMaker(std::int64_t begun, Random& random) : begun_(begun), random_(random) {}
 
-  // A job belongs to the customer that came last, so that a customer's jobs follow it.
+  // A job belongs to the preceding customer, so that a customer's jobs follow it.
   Party Customer() {
     if (!lastCustomer_.empty() && random_.Chance(percentJobs)) {
       return Make(lastCustomer_ + ":" + names_.Take(lastCustomer_, random_.Pick(JobNames())));

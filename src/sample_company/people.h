@@ -8,12 +8,12 @@
 
 namespace krnqb::sample_company {
 
-/// A customer, a customer's job, a vendor or an employee. A company file keeps no records of them: they are
-/// only referred to.
+/// A customer, a customer's job, a vendor or an employee. Company files have no records of them, only
+/// references.
 struct Party {
-  std::string reference;  ///< the lines that refer to it
-  std::string address;    ///< the lines of its address
-  int termDays = 0;       ///< how long an account with it runs: 0, 15 or 30
+  std::string reference;  ///< the elements of a reference to it
+  std::string address;    ///< the elements of its address
+  int termDays = 0;       ///< payment term: 0, 15 or 30
 };
 
 struct People {
@@ -22,7 +22,7 @@ struct People {
   std::vector<Party> employees;
 };
 
-/// As many customers, their jobs included, as wanted, vendors in proportion, and employees.
+/// Returns as many customers, including jobs, as requested, vendors in proportion, and employees.
 People MakePeople(std::int64_t customers, std::int64_t begun, Random& random);
 
 }  // namespace krnqb::sample_company

@@ -46,7 +46,7 @@ company::CompanyRecord Purchases::Bill(const Occasion& occasion) {
   head.Text("DueDate", DayText(due));
   head.Money("AmountDue", draft_.Total());
   head.Number("RefNumber", number);
-  head.Truth("IsPaid", isPaid);
+  head.Boolean("IsPaid", isPaid);
   draft_.PostTotal(company_.accounts.Of(AccountRole::Payable));
   ElementText tail;
   tail.Money("OpenAmount", isPaid ? 0 : draft_.Total());
@@ -101,12 +101,12 @@ company::CompanyRecord Purchases::FinishCheck(const Occasion& occasion, std::siz
   head.Text("TxnDate", occasion.dayText);
   head.Money("Amount", draft_.Total());
   if (!memo.empty()) head.Text("Memo", memo);
-  head.Truth("IsToBePrinted", false);
+  head.Boolean("IsToBePrinted", false);
   draft_.PostTotal(bank);
   return draft_.Finish({});
 }
 
-// Expense lines come before items, and a transaction has items or a group at its end.
+// Expense lines come before items; a group is last, in place of items.
 void Purchases::Lines(const Occasion& occasion, const Shape& shape) {
   for (std::int64_t rest = random_.Between(1, shape.mostExpenses); rest > 0; --rest) ExpenseLine(occasion);
   for (std::int64_t rest = random_.Between(0, shape.mostItems); rest > 0; --rest) ItemLine(occasion);
@@ -125,7 +125,7 @@ void Purchases::ExpenseLine(const Occasion& occasion) {
     return;
   }
   draft_.ExpenseLine(account, amount, memo);
-  // A credit is a part of what came before, so that no account ends up with nothing.
+  // A credit is part of the preceding amount, so that no account ends at zero.
   if (random_.Chance(percentCredits))
     draft_.ExpenseLine(account, -(amount * random_.Between(10, 40) / 100), "Credit");
 }
@@ -187,7 +187,7 @@ std::size_t Purchases::ExpenseAccount() {
   }
   if (!choices.expenseParents.empty() && random_.Chance(percentToParents))
     return random_.Pick(choices.expenseParents);
-  // A check to a customer takes back income.
+  // A check to a customer reduces income.
   if (random_.Chance(percentRefunds)) return random_.Pick(choices.incomes);
   const bool toLone = !choices.loneExpenses.empty() && random_.Chance(30);
   return random_.Pick(toLone ? choices.loneExpenses : choices.subExpenses);

@@ -11,29 +11,29 @@
 namespace krnqb::sample_company {
 
 /// Writes the ordinary purchases of a company: bills, checks and credit card charges with expense lines, item
-/// lines and groups, some lines charged to customers.
+/// lines and groups, some of them for customers.
 class Purchases {
  public:
   Purchases(Company& company, Draft& draft, Obligations& obligations, Random& random);
 
-  /// From now on every lone expense account has to be posted to anew.
+  /// Begins a year, in which every lone expense account needs a posting.
   void BeginYear();
-  /// How many of them have not been posted to yet.
+  /// Returns how many of them have no posting yet.
   std::int64_t Uncovered() const { return static_cast<std::int64_t>(uncovered_.size()); }
 
   company::CompanyRecord Bill(const Occasion& occasion);
   company::CompanyRecord Check(const Occasion& occasion);
   company::CompanyRecord CardCharge(const Occasion& occasion);
-  /// A check of one line, on an expense account that is not covered yet.
+  /// A check with one line, to an expense account without a posting this year.
   company::CompanyRecord CoveringCheck(const Occasion& occasion);
   /// A check for all open bills of a vendor.
   company::CompanyRecord VendorPayment(const Occasion& occasion, std::size_t vendor);
 
-  /// The head and the end of a check that is drawn on a bank account.
+  /// Writes the head and the end of a check drawn on a bank account.
   company::CompanyRecord FinishCheck(const Occasion& occasion, std::size_t bank, std::string_view payee,
                                      std::string_view memo);
 
-  /// Puts an inventory item that has come to its reorder point on a bill or check to come.
+  /// Puts an inventory item that has reached its reorder point on a later bill or check.
   void Reorder(std::size_t index);
 
  private:

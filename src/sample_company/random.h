@@ -9,28 +9,28 @@
 
 namespace krnqb::sample_company {
 
-/// Random choices that depend on the seed alone: the standard fixes the engine's numbers, but not how its own
-/// distributions use them, so these are written out. A call takes no two choices as arguments: which would be
-/// made first is the compiler's.
+/// Random choices that depend only on the seed. The standard specifies the engine's numbers but not the
+/// results of its distributions, hence the distributions here. Never make two choices in the arguments of one
+/// call: their order of evaluation is unspecified.
 class Random {
  public:
   explicit Random(std::uint64_t seed) : engine_(seed) {}
 
-  /// 0 up to, not including, `bound`, which is 1 to 4294967296.
+  /// Returns a number from 0 to less than `bound`, which is 1 to 4294967296.
   std::uint64_t Below(std::uint64_t bound) { return ((engine_() >> 32) * bound) >> 32; }
-  /// Both ends included.
+  /// Returns a number from `least` to `greatest`, inclusive.
   std::int64_t Between(std::int64_t least, std::int64_t greatest) {
     return least + static_cast<std::int64_t>(Below(static_cast<std::uint64_t>(greatest - least + 1)));
   }
   bool Chance(unsigned percent) { return Below(100) < percent; }
 
-  /// An amount near a typical one: mostly below it, seldom up to more than twice as much, at least 1.
+  /// Returns an amount near a typical one: mostly below it, rarely more than twice as much, at least 1.
   std::int64_t Around(std::int64_t typical) {
     const std::int64_t permille = 400 + static_cast<std::int64_t>(Below(1000) * Below(1000) / 500);
     return std::max<std::int64_t>(1, typical * permille / 1000);
   }
 
-  /// An element of a container that is not empty.
+  /// Returns an element of a container, which must not be empty.
   template <typename Container>
   const auto& Pick(const Container& container) {
     return container[static_cast<std::size_t>(Below(container.size()))];

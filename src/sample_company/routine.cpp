@@ -119,7 +119,7 @@ void Routine::Draw() {
   if (spare > 0) draft_.ExpenseLine(company_.accounts.Of(AccountRole::Draw), spare * 6 / 10 + 1, "");
 }
 
-// Money goes to the savings, or comes back when the checking account is low.
+// Moves money to savings, or back if the checking account is low.
 std::size_t Routine::Saving() {
   const std::size_t checking = company_.accounts.Of(AccountRole::Checking);
   const std::size_t savings = company_.accounts.Of(AccountRole::Savings);
@@ -153,7 +153,7 @@ void Routine::PayOff(std::size_t account, Cents most) {
   if (owed > 0) draft_.ExpenseLine(account, std::min(owed, most), "");
 }
 
-// One type after the other. A debt is not paid beyond what is owed.
+// Takes the types in turn. Never pays more of a debt than is owed.
 void Routine::Investment() {
   const ChartOfAccounts& accounts = company_.accounts;
   const auto& types = company_.choices.balanceSheet;

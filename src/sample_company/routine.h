@@ -12,26 +12,26 @@ namespace krnqb::sample_company {
 
 enum class RoutineCheck { Payroll, PayrollLiabilities, Rent, Card, Draw, Loan, Saving, Investment };
 
-/// The checks that come back month by month: wages, rent, debts that are paid off, and what the owner takes.
-/// A quiet month has some of them, by turns.
+/// The monthly checks: wages, rent, repayments and the owner's draw. A quiet month has only some of them, in
+/// turn.
 class Routine {
  public:
   Routine(Company& company, Draft& draft, Purchases& purchases, Random& random);
 
-  /// `transactions` is the number of all transactions of the month to come.
+  /// Begins a month with `transactions` transactions in total.
   void BeginMonth(std::int64_t transactions);
-  /// The check to be written as the month's transaction with this number, counted from 0, or since.
+  /// Returns the check due at the month's transaction with this number, counted from 0, or overdue.
   std::optional<RoutineCheck> Due(std::int64_t transaction) const;
-  /// Writes it. Where there is nothing to pay, the money goes into an asset or a debt.
+  /// Writes a check. If nothing is owed, the money goes to an asset or a debt.
   company::CompanyRecord Write(RoutineCheck check, const Occasion& occasion);
 
  private:
   void Payroll(const Occasion& occasion);
   void Loan();
   void Draw();
-  /// Gives the account on which the check is drawn.
+  /// Returns the account on which the check is drawn.
   std::size_t Saving();
-  /// Writes a line for what is owed on an account with a credit balance, if anything.
+  /// Writes a line for the credit balance of an account, if any.
   void PayOff(std::size_t account, Cents most);
   void Investment();
   Cents CheckingBalance() const;

@@ -5,7 +5,7 @@
 namespace krnqb::sample_company {
 namespace {
 
-// A part of an amount, halves rounded away from zero.
+// Returns a fraction of an amount, halves rounded away from zero.
 Cents Part(Cents amount, std::int64_t numerator, std::int64_t denominator) {
   const Cents product = amount * numerator;
   return (product + (product < 0 ? -denominator : denominator) / 2) / denominator;
@@ -60,7 +60,7 @@ void Draft::SoldGroup(std::size_t group, std::int64_t pieces, std::int64_t price
   lines_.Block("ItemGroupRef", list.items[group].reference);
   lines_.Text("Desc", list.items[group].description);
   lines_.Number("Quantity", pieces);
-  lines_.Truth("IsPrintItemsInGroup", false);
+  lines_.Boolean("IsPrintItemsInGroup", false);
   lines_.Money("TotalAmount", amount);
   for (const GroupMember& member : list.items[group].members) {
     SoldLine({member.item, pieces * member.quantity * 100, rate(member)});
@@ -101,7 +101,7 @@ void Draft::OpenBilledCosts(Cents groupTotal) {
   lines_.Open(SaleGroup());
   lines_.Block("ItemGroupRef", group.reference);
   lines_.Text("Desc", group.description);
-  lines_.Truth("IsPrintItemsInGroup", true);
+  lines_.Boolean("IsPrintItemsInGroup", true);
   lines_.Money("TotalAmount", groupTotal);
 }
 

@@ -48,7 +48,7 @@ company::CompanyRecord Sales::CostInvoice(const Occasion& occasion, std::size_t 
   const std::vector<OpenItem> costs = obligations_.Settle({ObligationKind::BillCustomer, customer});
   draft_.Begin("InvoiceRet", occasion);
   Line(occasion);
-  // Items bought for a customer are sold to it: at their cost, or at their price.
+  // Items bought for a customer are sold to that customer at cost or at their price.
   for (const OpenItem& cost : costs) {
     if (!cost.item) continue;
     const Item& item = company_.items.items[*cost.item];
@@ -123,7 +123,7 @@ void Sales::StockLine(const Occasion& occasion) {
   }
 }
 
-// Goods, with what may follow them: a discount, or a few pieces that come back.
+// Goods, possibly followed by a discount or a return of some pieces.
 void Sales::PieceLine(const Occasion& occasion, std::size_t index, std::int64_t pieces) {
   const Item& item = company_.items.items[index];
   const Cents rate = PriceOf(item, occasion.pricePermille);
@@ -147,7 +147,7 @@ void Sales::GroupLines(const Occasion& occasion) {
   draft_.SoldGroup(group, pieces, occasion.pricePermille);
 }
 
-// An item of which there are so many pieces; those found to be short are reordered.
+// Returns an item with enough pieces in stock; reorders those found short.
 std::optional<std::size_t> Sales::ItemInStock(std::int64_t pieces) {
   for (int attempt = 0; attempt < 3; ++attempt) {
     const std::size_t index = random_.Pick(company_.items.inventory);
@@ -173,15 +173,15 @@ company::CompanyRecord Sales::FinishInvoice(const Occasion& occasion, std::size_
   head.Text("TxnDate", occasion.dayText);
   head.Number("RefNumber", number);
   head.Block("BillAddress", customer.address);
-  head.Truth("IsPending", false);
+  head.Boolean("IsPending", false);
   head.Text("DueDate", DayText(due));
   head.Text("ShipDate", occasion.dayText);
   head.Money("Subtotal", draft_.Total());
   head.Money("SalesTaxTotal", 0);
   head.Money("AppliedAmount", isPaid ? -draft_.Total() : 0);
   head.Money("BalanceRemaining", isPaid ? 0 : draft_.Total());
-  head.Truth("IsPaid", isPaid);
-  head.Truth("IsToBePrinted", false);
+  head.Boolean("IsPaid", isPaid);
+  head.Boolean("IsToBePrinted", false);
   draft_.PostTotal(receivable);
   return draft_.Finish({});
 }
@@ -192,14 +192,14 @@ company::CompanyRecord Sales::FinishReceipt(const Occasion& occasion, const Part
   head.Block("CustomerRef", customer.reference);
   head.Text("TxnDate", occasion.dayText);
   head.Number("RefNumber", ++lastReceipt_);
-  head.Truth("IsPending", false);
+  head.Boolean("IsPending", false);
   head.Block("PaymentMethodRef", random_.Pick(paymentMethods_));
   head.Text("DueDate", occasion.dayText);
   head.Text("ShipDate", occasion.dayText);
   head.Money("Subtotal", draft_.Total());
   head.Money("SalesTaxTotal", 0);
   head.Money("TotalAmount", draft_.Total());
-  head.Truth("IsToBePrinted", false);
+  head.Boolean("IsToBePrinted", false);
   head.Block("DepositToAccountRef", company_.accounts[bank].reference);
   draft_.PostTotal(bank);
   return draft_.Finish({});

@@ -12,15 +12,15 @@
 
 namespace krnqb::sample_company {
 
-/// Writes the sales of a company: invoices, sales receipts and what customers pay on account.
+/// Writes the sales of a company: invoices, sales receipts and payments on account.
 class Sales {
  public:
-  /// What the sales take out of the stock is reordered by `companyPurchases`.
+  /// `purchases` reorders the items that the sales take from stock.
   Sales(Company& company, Draft& draft, Obligations& obligations, Purchases& purchases, Random& random);
 
   company::CompanyRecord Invoice(const Occasion& occasion);
   company::CompanyRecord Receipt(const Occasion& occasion);
-  /// An invoice with the costs that are open for a customer.
+  /// An invoice for a customer's open costs.
   company::CompanyRecord CostInvoice(const Occasion& occasion, std::size_t customer);
   /// A sales receipt for all open invoices of a customer.
   company::CompanyRecord CustomerPayment(const Occasion& occasion, std::size_t customer);
@@ -42,7 +42,7 @@ class Sales {
   Obligations& obligations_;
   Purchases& purchases_;
   Random& random_;
-  std::vector<std::string> paymentMethods_;  // the lines that refer to each
+  std::vector<std::string> paymentMethods_;  // the elements of a reference to each
   std::int64_t lastInvoice_ = 1000;
   std::int64_t lastReceipt_ = 300;
 };

@@ -10,9 +10,9 @@
 namespace krnqb::sample_company {
 namespace {
 
-constexpr std::int64_t idStep = 0x10000;  // list entries are numbered in the high digits of their ids
+constexpr std::int64_t idStep = 0x10000;  // list entries are numbered in the high digits of the id
 constexpr std::int64_t secondsPerDay = std::int64_t{24} * 60 * 60;
-constexpr std::int64_t secondsPerEntry = 97;  // the time that it took to enter one
+constexpr std::int64_t secondsPerEntry = 97;  // time to enter one
 
 // Appends hundredths as a decimal number.
 void AppendHundredths(std::string& text, std::int64_t hundredths, bool keepZeros) {

@@ -8,27 +8,27 @@
 
 namespace krnqb::sample_company {
 
-/// An amount of money; a debit of an account is positive.
+/// An amount of money; debits are positive.
 using Cents = std::int64_t;
 
-/// A record's text as a company file keeps it, written element by element: one per line, plain ASCII.
+/// Writes a record's text as company files store it: one element per line, ASCII.
 class ElementText {
  public:
   void Open(std::string_view name) { Append("<", name, ">\n"); }
   void Close(std::string_view name) { Append("</", name, ">\n"); }
-  /// An element without children; `content` is escaped already and not empty.
+  /// Appends an element without children; `content` must be escaped and not empty.
   void Text(std::string_view name, std::string_view content);
-  void Truth(std::string_view name, bool value) { Text(name, value ? "true" : "false"); }
+  void Boolean(std::string_view name, bool value) { Text(name, value ? "true" : "false"); }
   void Number(std::string_view name, std::int64_t value);
   void Money(std::string_view name, Cents amount);
-  /// A quantity in hundredths, written without trailing zeros.
+  /// Appends a quantity in hundredths, without trailing zeros.
   void Quantity(std::string_view name, std::int64_t hundredths);
-  /// A number and a time as QuickBooks makes its ids of them.
+  /// Appends an id in QuickBooks' form, from a number and a time.
   void Id(std::string_view name, std::int64_t number, std::int64_t unixTime);
-  /// An element whose lines of content are `lines`.
+  /// Appends an element with the content `lines`.
   void Block(std::string_view name, std::string_view lines);
   void Lines(std::string_view lines) { xml_ += lines; }
-  /// TimeCreated, TimeModified and EditSequence.
+  /// Appends TimeCreated, TimeModified and EditSequence.
   void Times(std::string_view dayText, std::int64_t secondOfDay, std::int64_t unixTime);
   void Times(std::int64_t unixTime);
 
@@ -44,15 +44,15 @@ class ElementText {
   std::string xml_;
 };
 
-/// The lines that refer to a list entry: ListID and FullName, the latter plain UTF-8.
+/// Returns the elements of a reference to a list entry: ListID and FullName, which is given as plain UTF-8.
 std::string ReferenceLines(std::string_view listId, std::string_view fullName);
 
-/// When the entry with this number, counted from 1, came into a list that was begun at a time.
+/// Returns the creation time of the entry with this number, counted from 1, in a list begun at a time.
 std::int64_t EntryTime(std::int64_t number, std::int64_t begun);
-/// That entry's ListID.
+/// Returns that entry's ListID.
 std::string ListIdText(std::int64_t number, std::int64_t begun);
 
-/// A plain text as it stands in an element.
+/// Escapes plain text for element content.
 std::string Escaped(std::string_view utf8);
 
 }  // namespace krnqb::sample_company

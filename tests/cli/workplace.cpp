@@ -1,27 +1,16 @@
 #include "cli/workplace.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <fstream>
 #include <sstream>
 
 #include "cli/run_krnqb.h"
 #include "fakes/fixed_clock.h"
 
 namespace krnqb::cli::tests {
-namespace {
 
 namespace fs = std::filesystem;
-
-fs::path MakeFolder() {
-  std::string name = (fs::temp_directory_path() / "krnqb-cli-XXXXXX").string();
-  if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-  return name;
-}
-
-}  // namespace
 
 ProgramRun RunProgram(const std::vector<std::string>& arguments) {
   return RunProgram(arguments, {.clock = JanuaryClock(), .errorIsTerminal = false});
@@ -37,20 +26,6 @@ ProgramRun RunProgram(const std::vector<std::string>& arguments, const Surroundi
 std::shared_ptr<Clock> JanuaryClock() {
   return std::make_shared<fakes::FixedClock>(
       LocalDateTime{.year = 2003, .month = 1, .day = 15, .hour = 12, .minute = 0, .second = 0});
-}
-
-void WriteText(const fs::path& file, std::string_view text) {
-  std::ofstream output(file, std::ios::binary);
-  output << text;
-  if (!output.flush()) throw std::runtime_error("cannot write " + file.string());
-}
-
-std::string ReadText(const fs::path& file) {
-  std::ifstream input(file, std::ios::binary);
-  if (!input) throw std::runtime_error("cannot read " + file.string());
-  std::ostringstream text;
-  text << input.rdbuf();
-  return std::move(text).str();
 }
 
 std::string Replaced(std::string text, std::string_view part, std::string_view replacement) {
@@ -73,16 +48,11 @@ std::string WithoutStamps(std::string text) {
   return text;
 }
 
-Workplace::Workplace() : folder_(MakeFolder()) {
+Workplace::Workplace() {
   for (const std::string product : {"ald", "bri", "cor"}) {
     const std::string sample = KRNQB_SAMPLES "/plans/nursery-" + product + ".kpf";
     WriteText(folder_ / (product + ".kpf"), ReadText(sample));
   }
-}
-
-Workplace::~Workplace() {
-  std::error_code ignored;
-  fs::remove_all(folder_, ignored);
 }
 
 std::string Workplace::Nursery(std::string_view processorVersion) const {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cli/console/surroundings.h"
+#include "temporary_folder.h"
 
 namespace krnqb::cli::tests {
 
@@ -22,8 +23,8 @@ ProgramRun RunProgram(const std::vector<std::string>& arguments, const Surroundi
 
 std::shared_ptr<Clock> JanuaryClock();
 
-void WriteText(const std::filesystem::path& file, std::string_view text);
-std::string ReadText(const std::filesystem::path& file);
+using krnqb::tests::ReadText;
+using krnqb::tests::WriteText;
 
 /// `text` with the first occurrence of a part of it replaced; the test fails when it has no such part.
 std::string Replaced(std::string text, std::string_view part, std::string_view replacement);
@@ -36,11 +37,8 @@ std::string WithoutStamps(std::string text);
 class Workplace {
  public:
   Workplace();
-  ~Workplace();
-  Workplace(const Workplace&) = delete;
-  Workplace& operator=(const Workplace&) = delete;
 
-  const std::filesystem::path& Folder() const noexcept { return folder_; }
+  const std::filesystem::path& Folder() const noexcept { return folder_.Path(); }
   /// The path of a file in the folder.
   std::string operator/(std::string_view name) const { return (folder_ / name).string(); }
 
@@ -55,7 +53,7 @@ class Workplace {
   std::vector<std::string> ImportArguments(std::string_view plan, const std::vector<std::string>& more) const;
 
  private:
-  std::filesystem::path folder_;
+  krnqb::tests::TemporaryFolder folder_;
 };
 
 }  // namespace krnqb::cli::tests

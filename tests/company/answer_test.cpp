@@ -25,7 +25,7 @@ std::string Answered(std::string_view begin, std::string_view status, std::strin
   return Response(std::string(begin) + std::string(status) + std::string(records) + std::string(end));
 }
 
-TEST_F(CompanyAnswer, GivesARecordToTheCharacter) {
+TEST_F(CompanyAnswer, ContainsARecordExactly) {
   CompanyFile company = NewCompany("1.1");
   const std::string record =
       "<AccountRet>\n<ListID>20000-933270541</ListID>\n<Name>Meals &amp; Entertainment</Name>\n"
@@ -40,7 +40,7 @@ TEST_F(CompanyAnswer, GivesARecordToTheCharacter) {
                 record + "</AccountQueryRs>\n</QBXMLMsgsRs>\n</QBXML>\n");
 }
 
-TEST_F(CompanyAnswer, SaysWhenNothingMatches) {
+TEST_F(CompanyAnswer, ReportsThatNothingMatches) {
   const CompanyFile company = NewCompany("1.1");
   EXPECT_EQ(company.Answer(Request("1.0", "<ItemQueryRq requestID=\"50\">\r\n</ItemQueryRq>")),
             Answered("<ItemQueryRs requestID=\"50\"", noMatchStatus));
@@ -60,7 +60,7 @@ TEST_F(CompanyAnswer, EscapesTheRequestId) {
             Answered("<ItemQueryRs requestID=\"&lt;&#233;&quot;&amp;\"", noMatchStatus));
 }
 
-TEST_F(CompanyAnswer, TellsTheVersionsThatItsProcessorSpeaks) {
+TEST_F(CompanyAnswer, ListsTheVersionsOfItsProcessor) {
   struct Case {
     std::string_view version, digits, supported;
   };
@@ -78,7 +78,7 @@ TEST_F(CompanyAnswer, TellsTheVersionsThatItsProcessorSpeaks) {
   for (const auto& [version, digits, supported] : cases) {
     SCOPED_TRACE(version);
     const CompanyFile company =
-        CompanyFile::Create(folder.File(std::string(version) + ".qbw"), "Green Nursery", 1, version);
+        CompanyFile::Create(folder / (std::string(version) + ".qbw"), "Green Nursery", 1, version);
     EXPECT_EQ(company.Answer(Request("1.0", "<HostQueryRq requestID=\"100\"/>")),
               Answered("<HostQueryRs requestID=\"100\"", okStatus,
                        "<HostRet>\n<ProductName>krnqb company file</ProductName>\n" + std::string(digits) +
@@ -87,8 +87,8 @@ TEST_F(CompanyAnswer, TellsTheVersionsThatItsProcessorSpeaks) {
   }
 }
 
-TEST_F(CompanyAnswer, TellsTheCompanysNameAndFiscalYear) {
-  const CompanyFile company = CompanyFile::Create(folder.File("other.qbw"), "Bl\xC3\xBCten & Co", 12, "1.0");
+TEST_F(CompanyAnswer, HasTheCompanysNameAndFiscalYear) {
+  const CompanyFile company = CompanyFile::Create(folder / "other.qbw", "Bl\xC3\xBCten & Co", 12, "1.0");
   EXPECT_EQ(company.Answer(Request("1.0", "<CompanyQueryRq requestID=\"101\"/>")),
             Answered("<CompanyQueryRs requestID=\"101\"", okStatus,
                      "<CompanyRet>\n<CompanyName>Bl&#252;ten &amp; Co</CompanyName>\n"
@@ -96,7 +96,7 @@ TEST_F(CompanyAnswer, TellsTheCompanysNameAndFiscalYear) {
                      "</CompanyQueryRs>\n"));
 }
 
-TEST_F(CompanyAnswer, GivesThePreferencesThatWereLoaded) {
+TEST_F(CompanyAnswer, HasTheLoadedPreferences) {
   CompanyFile company = NewCompany("1.1");
   const std::string record =
       "<PreferencesRet>\n<AccountingPreferences>\n<IsUsingAccountNumbers>1</IsUsingAccountNumbers>\n"
@@ -106,7 +106,7 @@ TEST_F(CompanyAnswer, GivesThePreferencesThatWereLoaded) {
             Answered("<PreferencesQueryRs requestID=\"102\"", okStatus, record, "</PreferencesQueryRs>\n"));
 }
 
-TEST_F(CompanyAnswer, RefusesAnUnknownRequestByItsStatusAndAnswersTheOthers) {
+TEST_F(CompanyAnswer, RefusesAnUnknownRequestAndAnswersTheOthers) {
   CompanyFile company = NewCompany("2.0");
   company.Load("accounts.xml", Accounts(Account("1-1", "Bank")));
   EXPECT_EQ(company.Answer(Request("2.0",
@@ -126,15 +126,15 @@ TEST_F(CompanyAnswer, IsEmptyForAMessageSetWithoutRequests) {
             "<?xml version=\"1.0\" ?>\n<QBXML>\n<QBXMLMsgsRs />\n</QBXML>\n");
 }
 
-TEST_F(CompanyAnswer, RefusesAVersionAboveTheCompanys) {
+TEST_F(CompanyAnswer, RefusesAVersionLaterThanTheCompanys) {
   const CompanyFile company = NewCompany("1.0");
-  EXPECT_EQ(testing::ErrorOf([&] {
+  EXPECT_EQ(tests::ThrownError([&] {
               company.Answer(Request("1.1", "<PreferencesQueryRq requestID=\"102\"/>"));
             }).Number(),
             company_error::cannotParse);
 }
 
-TEST_F(CompanyAnswer, GivesTheAccountsOfATypeAlone) {
+TEST_F(CompanyAnswer, HasOnlyTheAccountsOfTheRequestedTypes) {
   CompanyFile company = NewCompany("1.1");
   company.Load("accounts.xml", Accounts(Account("e1", "Expense") + Account("i1", "Income") +
                                         Account("e2", "Expense", "e1") + Account("b1", "Bank")));

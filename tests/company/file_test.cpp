@@ -10,20 +10,20 @@ namespace {
 
 using testing::Account;
 using testing::Accounts;
-using testing::ErrorOf;
-using testing::ReadBytes;
 using testing::Request;
-using testing::WriteBytes;
+using tests::ReadText;
+using tests::ThrownError;
+using tests::WriteText;
 
 class CompanyFiles : public testing::CompanyTest {
  protected:
   Error OpenError(std::string_view name, FileAccess access = FileAccess::ReadOnly) const {
-    return ErrorOf([&] { CompanyFile::Open(folder.File(name), access); });
+    return ThrownError([&] { CompanyFile::Open(folder / name, access); });
   }
-  std::string PathText(std::string_view name) const { return folder.File(name).string(); }
+  std::string PathText(std::string_view name) const { return (folder / name).string(); }
 };
 
-TEST_F(CompanyFiles, AreMadeWithTheirSettings) {
+TEST_F(CompanyFiles, HaveTheSettingsTheyAreCreatedWith) {
   const CompanyInfo info = NewCompany("1.1").Info();
   EXPECT_EQ(info.path, PathText("company.qbw"));
   EXPECT_EQ(info.name, "Green Nursery");
@@ -33,24 +33,24 @@ TEST_F(CompanyFiles, AreMadeWithTheirSettings) {
   EXPECT_EQ(info.records[0].kind, "CompanyRet");
 }
 
-TEST_F(CompanyFiles, AreFoundByARelativePath) {
+TEST_F(CompanyFiles, CanBeOpenedByARelativePath) {
   NewCompany("1.1");
-  const std::filesystem::path relative = std::filesystem::relative(folder.File("company.qbw"));
+  const std::filesystem::path relative = std::filesystem::relative(folder / "company.qbw");
   EXPECT_TRUE(relative.is_relative());
   EXPECT_EQ(
       std::filesystem::path(CompanyFile::Open(relative, FileAccess::ReadOnly).Info().path).is_absolute(),
       true);
 }
 
-TEST_F(CompanyFiles, AreNotMadeOverAnotherFile) {
-  WriteBytes(folder.File("company.qbw"), "my diary");
-  const Error error = ErrorOf([&] { NewCompany("1.1"); });
+TEST_F(CompanyFiles, DoNotReplaceAnotherFile) {
+  WriteText(folder / "company.qbw", "my diary");
+  const Error error = ThrownError([&] { NewCompany("1.1"); });
   EXPECT_EQ(error.Number(), company_error::fileAlreadyExists);
-  EXPECT_EQ(error.Description(), fmt::format("The file {} exists already.", PathText("company.qbw")));
-  EXPECT_EQ(ReadBytes(folder.File("company.qbw")), "my diary");
+  EXPECT_EQ(error.Description(), fmt::format("The file {} already exists.", PathText("company.qbw")));
+  EXPECT_EQ(ReadText(folder / "company.qbw"), "my diary");
 }
 
-TEST_F(CompanyFiles, AreNotMadeWithSettingsThatCannotBe) {
+TEST_F(CompanyFiles, RefuseInvalidSettings) {
   struct Case {
     std::string_view name;
     std::int16_t month;
@@ -61,21 +61,21 @@ TEST_F(CompanyFiles, AreNotMadeWithSettingsThatCannotBe) {
                                    {"a\x01", 1, "1.1"}, {"\xFF", 1, "1.1"}};
   for (const auto& [name, month, version] : cases) {
     SCOPED_TRACE(fmt::format("{} {}", month, version));
-    EXPECT_EQ(ErrorOf([&, n = name, m = month, v = version] {
-                CompanyFile::Create(folder.File("company.qbw"), n, m, v);
+    EXPECT_EQ(ThrownError([&, n = name, m = month, v = version] {
+                CompanyFile::Create(folder / "company.qbw", n, m, v);
               }).Number(),
               error_number::invalidProcedureCall);
     EXPECT_TRUE(folder.FileNames().empty());
   }
 }
 
-TEST_F(CompanyFiles, AreNotMadeInAFolderThatIsNotThere) {
-  const Error error = ErrorOf([&] { CompanyFile::Create(folder.File("none/company.qbw"), "a", 1, "1.1"); });
+TEST_F(CompanyFiles, AreNotCreatedInAMissingFolder) {
+  const Error error = ThrownError([&] { CompanyFile::Create(folder / "none/company.qbw", "a", 1, "1.1"); });
   EXPECT_EQ(error.Number(), company_error::cannotOpen);
-  EXPECT_NE(error.Description().find("cannot be made: No such file or directory"), std::string::npos);
+  EXPECT_NE(error.Description().find("cannot be created: No such file or directory"), std::string::npos);
 }
 
-TEST_F(CompanyFiles, ThatAreMissingAreSaidToBe) {
+TEST_F(CompanyFiles, ThatAreMissingAreReported) {
   const Error error = OpenError("none.qbw");
   EXPECT_EQ(error.Number(), company_error::cannotOpen);
   EXPECT_EQ(error.Description(), fmt::format("There is no company file {}.", PathText("none.qbw")));
@@ -83,33 +83,33 @@ TEST_F(CompanyFiles, ThatAreMissingAreSaidToBe) {
   EXPECT_TRUE(folder.FileNames().empty());
 }
 
-TEST_F(CompanyFiles, MustBeCompanyFiles) {
-  WriteBytes(folder.File("text"), std::string(2000, 'x'));
-  WriteBytes(folder.File("short"), "x");
-  WriteBytes(folder.File("empty"), "");
-  std::filesystem::create_directory(folder.File("folder"));
-  WriteBytes(folder.File("database"), "");
-  Database(folder.File("database"), FileAccess::ReadWrite).Execute("CREATE TABLE record (id INTEGER)");
+TEST_F(CompanyFiles, AreRecognizedByTheirContents) {
+  WriteText(folder / "text", std::string(2000, 'x'));
+  WriteText(folder / "short", "x");
+  WriteText(folder / "empty", "");
+  std::filesystem::create_directory(folder / "folder");
+  WriteText(folder / "database", "");
+  Database(folder / "database", FileAccess::ReadWrite).Execute("CREATE TABLE record (id INTEGER)");
   for (const std::string_view name : {"text", "short", "empty", "folder", "database"}) {
     SCOPED_TRACE(name);
     for (const FileAccess access : {FileAccess::ReadOnly, FileAccess::ReadWrite}) {
       const Error error = OpenError(name, access);
       EXPECT_EQ(error.Number(), company_error::cannotOpen);
-      EXPECT_EQ(error.Description(), fmt::format("The file {} is no company file.", PathText(name)));
+      EXPECT_EQ(error.Description(), fmt::format("The file {} is not a company file.", PathText(name)));
     }
   }
 }
 
 TEST_F(CompanyFiles, OfANewerLayoutAreRefused) {
   NewCompany("1.1");
-  Database(folder.File("company.qbw"), FileAccess::ReadWrite).Execute("PRAGMA user_version = 99");
+  Database(folder / "company.qbw", FileAccess::ReadWrite).Execute("PRAGMA user_version = 99");
   EXPECT_EQ(OpenError("company.qbw").Number(), company_error::cannotOpen);
   EXPECT_NE(OpenError("company.qbw").Description().find("newer version of this program"), std::string::npos);
 }
 
-TEST_F(CompanyFiles, ThatAreLockedAreSaidToBe) {
+TEST_F(CompanyFiles, ThatAreLockedAreReported) {
   NewCompany("1.1");
-  const Database other(folder.File("company.qbw"), FileAccess::ReadWrite);
+  const Database other(folder / "company.qbw", FileAccess::ReadWrite);
   other.Execute("BEGIN EXCLUSIVE");
   for (const FileAccess access : {FileAccess::ReadOnly, FileAccess::ReadWrite}) {
     const Error error = OpenError("company.qbw", access);
@@ -118,53 +118,53 @@ TEST_F(CompanyFiles, ThatAreLockedAreSaidToBe) {
                                                PathText("company.qbw")));
   }
   other.Execute("ROLLBACK");
-  EXPECT_EQ(CompanyFile::Open(folder.File("company.qbw"), FileAccess::ReadOnly).Info().name, "Green Nursery");
+  EXPECT_EQ(CompanyFile::Open(folder / "company.qbw", FileAccess::ReadOnly).Info().name, "Green Nursery");
 }
 
-TEST_F(CompanyFiles, ThatMayNotBeReadAreSaidToBe) {
-  if (geteuid() == 0) GTEST_SKIP() << "the superuser may read every file";
+TEST_F(CompanyFiles, ThatAreUnreadableAreReported) {
+  if (geteuid() == 0) GTEST_SKIP() << "root can read every file";
   NewCompany("1.1");
-  ASSERT_EQ(chmod(folder.File("company.qbw").c_str(), 0), 0);
+  ASSERT_EQ(chmod((folder / "company.qbw").c_str(), 0), 0);
   EXPECT_EQ(OpenError("company.qbw").Number(), company_error::cannotOpen);
   EXPECT_NE(OpenError("company.qbw").Description().find("cannot be opened"), std::string::npos);
 }
 
-TEST_F(CompanyFiles, AreLeftAsTheyAreByReading) {
+TEST_F(CompanyFiles, AreUnchangedByReading) {
   NewCompany("1.1").Load("accounts.xml", Accounts(Account("a", "Income") + Account("b", "Income", "a")));
-  const std::string before = ReadBytes(folder.File("company.qbw"));
+  const std::string before = ReadText(folder / "company.qbw");
   {
-    const CompanyFile company = CompanyFile::Open(folder.File("company.qbw"), FileAccess::ReadOnly);
+    const CompanyFile company = CompanyFile::Open(folder / "company.qbw", FileAccess::ReadOnly);
     company.Answer(Request("1.0", "<AccountQueryRq/><CompanyQueryRq/><BillQueryRq/>"));
     company.Info();
     EXPECT_EQ(folder.FileNames(), std::vector<std::string>{"company.qbw"});
   }
-  EXPECT_EQ(ReadBytes(folder.File("company.qbw")), before);
+  EXPECT_EQ(ReadText(folder / "company.qbw"), before);
   EXPECT_EQ(folder.FileNames(), std::vector<std::string>{"company.qbw"});
 }
 
-TEST_F(CompanyFiles, InAFolderThatCannotBeWrittenCanBeRead) {
-  if (geteuid() == 0) GTEST_SKIP() << "the superuser may write in every folder";
+TEST_F(CompanyFiles, CanBeReadInAReadOnlyFolder) {
+  if (geteuid() == 0) GTEST_SKIP() << "root can write to every folder";
   NewCompany("1.1");
-  std::filesystem::permissions(folder.File("company.qbw"), std::filesystem::perms::owner_read);
-  std::filesystem::permissions(folder.File(""),
+  std::filesystem::permissions(folder / "company.qbw", std::filesystem::perms::owner_read);
+  std::filesystem::permissions(folder.Path(),
                                std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
-  EXPECT_EQ(CompanyFile::Open(folder.File("company.qbw"), FileAccess::ReadOnly).Info().name, "Green Nursery");
-  std::filesystem::permissions(folder.File(""), std::filesystem::perms::owner_all);
+  EXPECT_EQ(CompanyFile::Open(folder / "company.qbw", FileAccess::ReadOnly).Info().name, "Green Nursery");
+  std::filesystem::permissions(folder.Path(), std::filesystem::perms::owner_all);
 }
 
-TEST_F(CompanyFiles, OpenForReadingTakeNothingIn) {
+TEST_F(CompanyFiles, OpenForReadingCannotBeLoadedInto) {
   NewCompany("1.1");
-  CompanyFile company = CompanyFile::Open(folder.File("company.qbw"), FileAccess::ReadOnly);
-  const Error error = ErrorOf([&] { company.Load("a.xml", Accounts(Account("a", "Income"))); });
+  CompanyFile company = CompanyFile::Open(folder / "company.qbw", FileAccess::ReadOnly);
+  const Error error = ThrownError([&] { company.Load("a.xml", Accounts(Account("a", "Income"))); });
   EXPECT_EQ(error.Number(), company_error::unexpected);
   EXPECT_NE(error.Description().find("open for reading only"), std::string::npos);
 }
 
-TEST_F(CompanyFiles, ShowAReaderOneStateAndKeepALoaderOutMeanwhile) {
+TEST_F(CompanyFiles, ShowAReaderOneStateAndBlockLoading) {
   CompanyFile loader = NewCompany("1.1");
   {
-    const CompanyFile reader = CompanyFile::Open(folder.File("company.qbw"), FileAccess::ReadOnly);
-    const Error error = ErrorOf([&] { loader.Load("a.xml", Accounts(Account("a", "Income"))); });
+    const CompanyFile reader = CompanyFile::Open(folder / "company.qbw", FileAccess::ReadOnly);
+    const Error error = ThrownError([&] { loader.Load("a.xml", Accounts(Account("a", "Income"))); });
     EXPECT_EQ(error.Number(), company_error::cannotOpen);
     EXPECT_NE(error.Description().find("is locked: another program is using it"), std::string::npos);
     EXPECT_NE(reader.Answer(Request("1.0", "<AccountQueryRq/>")).find("statusCode=\"1\""), std::string::npos);
@@ -172,30 +172,30 @@ TEST_F(CompanyFiles, ShowAReaderOneStateAndKeepALoaderOutMeanwhile) {
   EXPECT_EQ(loader.Load("a.xml", Accounts(Account("a", "Income"))).added.at(0).count, 1);
 }
 
-TEST_F(CompanyFiles, OfAKilledLoadAreReadAsTheyWereBeforeIt) {
+TEST_F(CompanyFiles, AreRestoredAfterAKilledLoad) {
   NewCompany("1.1").Load("a.xml", Accounts(Account("a", "Income")));
-  const Database loader(folder.File("company.qbw"), FileAccess::ReadWrite);
+  const Database loader(folder / "company.qbw", FileAccess::ReadWrite);
   loader.Execute(
       "PRAGMA cache_size = 1; BEGIN IMMEDIATE");  // so small that changes reach the file before the commit
   loader.Execute("UPDATE record SET xml = xml || hex(zeroblob(100000))");
-  std::filesystem::copy(folder.File("company.qbw"), folder.File("killed.qbw"));
-  std::filesystem::copy(folder.File("company.qbw-journal"), folder.File("killed.qbw-journal"));
-  ASSERT_GT(std::filesystem::file_size(folder.File("killed.qbw")), 200'000U);
+  std::filesystem::copy(folder / "company.qbw", folder / "killed.qbw");
+  std::filesystem::copy(folder / "company.qbw-journal", folder / "killed.qbw-journal");
+  ASSERT_GT(std::filesystem::file_size(folder / "killed.qbw"), 200'000U);
 
-  const CompanyFile company = CompanyFile::Open(folder.File("killed.qbw"), FileAccess::ReadOnly);
+  const CompanyFile company = CompanyFile::Open(folder / "killed.qbw", FileAccess::ReadOnly);
   EXPECT_NE(company.Answer(Request("1.0", "<AccountQueryRq/>"))
                 .find(">\n" + Account("a", "Income") + "</AccountQueryRs>"),
             std::string::npos);
-  EXPECT_FALSE(std::filesystem::exists(folder.File("killed.qbw-journal")));
+  EXPECT_FALSE(std::filesystem::exists(folder / "killed.qbw-journal"));
 }
 
-TEST_F(CompanyFiles, ThatAreDamagedAreSaidToBe) {
+TEST_F(CompanyFiles, ThatAreDamagedAreReported) {
   NewCompany("1.1");
-  std::string bytes = ReadBytes(folder.File("company.qbw"));
+  std::string bytes = ReadText(folder / "company.qbw");
   bytes.resize(bytes.size() / 2);
-  WriteBytes(folder.File("cut.qbw"), bytes);
+  WriteText(folder / "cut.qbw", bytes);
   const Error error =
-      ErrorOf([&] { CompanyFile::Open(folder.File("cut.qbw"), FileAccess::ReadOnly).Info(); });
+      ThrownError([&] { CompanyFile::Open(folder / "cut.qbw", FileAccess::ReadOnly).Info(); });
   EXPECT_EQ(error.Number(), company_error::cannotOpen);
   EXPECT_NE(error.Description().find("is damaged"), std::string::npos) << error.Description();
 }

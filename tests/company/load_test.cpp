@@ -8,10 +8,10 @@ namespace {
 
 using testing::Account;
 using testing::Accounts;
-using testing::ErrorOf;
 using testing::Request;
 using testing::Response;
 using testing::TextsOf;
+using tests::ThrownError;
 
 class CompanyLoad : public testing::CompanyTest {
  protected:
@@ -30,7 +30,7 @@ std::string CountsText(const std::vector<RecordCount>& counts) {
   return text;
 }
 
-TEST_F(CompanyLoad, TakesSeveralKindsFromOneDocumentAndCountsThem) {
+TEST_F(CompanyLoad, LoadsAndCountsSeveralKindsFromOneDocument) {
   const LoadSummary summary = company.Load(
       "all.xml",
       Response(
@@ -47,7 +47,7 @@ TEST_F(CompanyLoad, TakesSeveralKindsFromOneDocumentAndCountsThem) {
             "1 CompanyRet, 2 AccountRet, 1 ItemServiceRet, 1 ItemGroupRet, ");
 }
 
-TEST_F(CompanyLoad, LeavesWhatTheProcessorSpeaksToTheCompanyFile) {
+TEST_F(CompanyLoad, IgnoresTheVersionsInAHostRecord) {
   company.Load("host.xml",
                Response("<HostQueryRs><HostRet><SupportedQBXMLVersion>9.0</SupportedQBXMLVersion></HostRet>"
                         "</HostQueryRs>"));
@@ -69,7 +69,7 @@ TEST_F(CompanyLoad, ReplacesARecordInItsPlace) {
   EXPECT_EQ(Texts("//Name"), Values{"New"});
 }
 
-TEST_F(CompanyLoad, MovesARecordWhoseTypeOrParentChanged) {
+TEST_F(CompanyLoad, MovesARecordWithAnotherTypeOrParent) {
   company.Load("first.xml",
                Accounts(Account("a", "Income") + Account("b", "Income") + Account("c", "Income")));
   company.Load("second.xml", Accounts(Account("b", "Expense") + Account("a", "Income", "c")));
@@ -80,7 +80,7 @@ TEST_F(CompanyLoad, MovesARecordWhoseTypeOrParentChanged) {
             (Values{"c", "a"}));
 }
 
-TEST_F(CompanyLoad, ReplacesAnItemWhoseKindChanged) {
+TEST_F(CompanyLoad, ReplacesAnItemWithAnotherKind) {
   company.Load("first.xml",
                Response("<ItemQueryRs><ItemServiceRet><ListID>i</ListID></ItemServiceRet></ItemQueryRs>"));
   company.Load(
@@ -110,7 +110,7 @@ TEST_F(CompanyLoad, TakesNameAndFiscalYearFromACompanyRecord) {
                "<FirstMonthFiscalYear>October</FirstMonthFiscalYear>\n</CompanyRet>\n</CompanyQueryRs>\n"));
 }
 
-TEST_F(CompanyLoad, KnowsNoFiscalMonthWhenTheCompanyNamesNoEnglishOne) {
+TEST_F(CompanyLoad, ReportsMonth0ForAnUnknownFiscalMonthName) {
   company.Load(
       "company.xml",
       Response("<CompanyQueryRs><CompanyRet><CompanyName>Jardin</CompanyName>"
@@ -120,7 +120,7 @@ TEST_F(CompanyLoad, KnowsNoFiscalMonthWhenTheCompanyNamesNoEnglishOne) {
             Values{"Janvier"});
 }
 
-TEST_F(CompanyLoad, ObeysTheDeclaredEncoding) {
+TEST_F(CompanyLoad, UsesTheDeclaredEncoding) {
   const auto document = [](std::string_view declaration, std::string_view name) {
     return fmt::format(
         "<?xml version=\"1.0\"{}?><QBXML><QBXMLMsgsRs><AccountQueryRs><AccountRet><ListID>a</ListID>"
@@ -150,7 +150,7 @@ TEST_F(CompanyLoad, ObeysTheDeclaredEncoding) {
   }
 }
 
-TEST_F(CompanyLoad, TakesAWholeDocumentOrNothingAndSaysWhy) {
+TEST_F(CompanyLoad, LoadsNothingOfAFaultyDocumentAndNamesTheFault) {
   company.Load("first.xml", Accounts(Account("a", "Income")));
   const std::string before = company.Answer(Request("1.0", "<AccountQueryRq/>"));
   const std::string good = "<AccountQueryRs>\n" + Account("b", "Income") + "</AccountQueryRs>\n";
@@ -159,19 +159,19 @@ TEST_F(CompanyLoad, TakesAWholeDocumentOrNothingAndSaysWhy) {
   };
   const std::vector<Case> cases = {
       {"", "bad.xml, line 1: not well-formed: "},
-      {"<html>\n</html>", "bad.xml, line 1: the document is no qbXML response, it is html"},
-      {"<QBXML>\n<QBXMLMsgsRq/>\n</QBXML>", "bad.xml, line 2: QBXMLMsgsRq is no set of qbXML responses"},
+      {"<html>\n</html>", "bad.xml, line 1: not a qbXML response: the root element is html"},
+      {"<QBXML>\n<QBXMLMsgsRq/>\n</QBXML>", "bad.xml, line 2: QBXMLMsgsRs expected, found QBXMLMsgsRq"},
       {Response(good) + "<", "bad.xml, line 12: not well-formed: "},
       {Response(good + "<VendorQueryRs>\n</VendorQueryRs>\n"),
-       "bad.xml, line 10: a company keeps nothing of VendorQueryRs"},
+       "bad.xml, line 10: company files cannot store records of VendorQueryRs"},
       {Response(good + "<GeneralSummaryReportQueryRs/>\n"),
-       "bad.xml, line 10: a company keeps nothing of GeneralSummaryReportQueryRs"},
+       "bad.xml, line 10: company files cannot store records of GeneralSummaryReportQueryRs"},
       {Response(good + "<BillQueryRs statusCode=\"3250\" statusMessage=\"Feature off\"/>\n"),
        "bad.xml, line 10: BillQueryRs has the error status 3250: Feature off"},
       {Response(good + "<AccountQueryRs>\n<VendorRet/></AccountQueryRs>\n"),
-       "bad.xml, line 11: a company keeps no VendorRet"},
+       "bad.xml, line 11: company files cannot store VendorRet records"},
       {Response(good + "<BillQueryRs>\n" + Account("c", "Bank") + "</BillQueryRs>\n"),
-       "bad.xml, line 11: AccountRet is no record of BillQueryRs"},
+       "bad.xml, line 11: BillQueryRs cannot contain AccountRet"},
       {Response(good + "<AccountQueryRs>\n<AccountRet/></AccountQueryRs>\n"),
        "bad.xml, line 11: AccountRet has no ListID"},
       {Response(good + "<AccountQueryRs>\n<AccountRet><ListID>c</ListID></AccountRet></AccountQueryRs>\n"),
@@ -182,7 +182,7 @@ TEST_F(CompanyLoad, TakesAWholeDocumentOrNothingAndSaysWhy) {
            good +
            "<AccountQueryRs>\n<AccountRet>x<ListID>c</ListID><AccountType>Bank</AccountType></AccountRet>"
            "</AccountQueryRs>\n"),
-       "bad.xml, line 11: the text \"x\" stands between elements"},
+       "bad.xml, line 11: text \"x\" between elements"},
       {Response(good + "<ItemQueryRs>\n<ItemServiceRet><ListID/></ItemServiceRet></ItemQueryRs>\n"),
        "bad.xml, line 11: ItemServiceRet has no ListID"},
       {Response(good + "<BillQueryRs>\n<BillRet><TxnDate>2002-01-01</TxnDate></BillRet></BillQueryRs>\n"),
@@ -192,11 +192,11 @@ TEST_F(CompanyLoad, TakesAWholeDocumentOrNothingAndSaysWhy) {
       {Response(
            good +
            "<BillQueryRs>\n<BillRet><TxnID>1</TxnID><TxnDate>01/31/2002</TxnDate></BillRet></BillQueryRs>\n"),
-       "bad.xml, line 11: BillRet has the TxnDate \"01/31/2002\", which is no day written year-month-day"},
+       "bad.xml, line 11: BillRet has the TxnDate \"01/31/2002\", which is not a date written YYYY-MM-DD"},
   };
   for (const auto& [document, fault] : cases) {
     SCOPED_TRACE(document);
-    const Error error = ErrorOf([&] { company.Load("bad.xml", document); });
+    const Error error = ThrownError([&] { company.Load("bad.xml", document); });
     EXPECT_EQ(error.Number(), company_error::cannotParse);
     EXPECT_EQ(error.Description().substr(0, fault.size()), fault);
     EXPECT_EQ(company.Answer(Request("1.0", "<AccountQueryRq/>")), before);
@@ -205,22 +205,22 @@ TEST_F(CompanyLoad, TakesAWholeDocumentOrNothingAndSaysWhy) {
   EXPECT_EQ(Texts("//ListID"), (Values{"a", "b"}));
 }
 
-TEST_F(CompanyLoad, NamesTheLineBeyondSixteenBits) {
+TEST_F(CompanyLoad, NamesALineBeyond65535) {
   const std::string document = Accounts(std::string(100'000, '\n') + "<AccountRet/>");
-  EXPECT_EQ(ErrorOf([&] { company.Load("long.xml", document); }).Description(),
+  EXPECT_EQ(ThrownError([&] { company.Load("long.xml", document); }).Description(),
             "long.xml, line 100005: AccountRet has no ListID");
 }
 
 TEST_F(CompanyLoad, RefusesDeclaredEntities) {
-  EXPECT_EQ(ErrorOf([&] {
+  EXPECT_EQ(ThrownError([&] {
               company.Load("bomb.xml", "<!DOCTYPE QBXML [<!ENTITY a \"b\">]><QBXML>&a;</QBXML>");
             }).Number(),
             company_error::cannotParse);
 }
 
-TEST_F(CompanyLoad, StaysInTheFile) {
+TEST_F(CompanyLoad, IsStoredInTheFile) {
   company.Load("first.xml", Accounts(Account("a", "Income")));
-  const CompanyFile again = CompanyFile::Open(folder.File("company.qbw"), FileAccess::ReadOnly);
+  const CompanyFile again = CompanyFile::Open(folder / "company.qbw", FileAccess::ReadOnly);
   EXPECT_EQ(again.Answer(Request("1.0", "<AccountQueryRq/>")),
             company.Answer(Request("1.0", "<AccountQueryRq/>")));
   EXPECT_EQ(Texts("//ListID"), Values{"a"});

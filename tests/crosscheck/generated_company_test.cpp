@@ -4,20 +4,20 @@
 #include <cmath>
 #include <set>
 
-#include "company/testing.h"
 #include "crosscheck/two_paths.h"
 #include "sample_company/generator.h"
+#include "temporary_folder.h"
 
-// A generated company gives the same amounts by its transactions and by its reports.
+// A generated company has the same amounts by its transactions and by its reports.
 
 namespace krnqb::crosscheck {
 namespace {
 
-using company::testing::TemporaryFolder;
 using sample_company::CompanyFeatures;
 using sample_company::GeneratorSettings;
+using tests::TemporaryFolder;
 
-// The year in the middle, so that there is something to leave out before and after it.
+// The imported year is the middle one, so that other transactions precede and follow it.
 GeneratorSettings ThreeYears() {
   GeneratorSettings settings;
   settings.accounts = 140;
@@ -45,11 +45,11 @@ struct BothPaths {
 BothPaths ImportBothWays(GeneratorSettings settings) {
   const TemporaryFolder folder;
   settings.processorVersion = "1.1";
-  sample_company::GenerateCompany(folder.File("transactions.qbw"), settings);
+  sample_company::GenerateCompany(folder / "transactions.qbw", settings);
   settings.processorVersion = "2.0";
-  sample_company::GenerateCompany(folder.File("reports.qbw"), settings);
-  return {ImportedAmounts(folder.File("transactions.qbw"), folder.File("")),
-          ImportedAmounts(folder.File("reports.qbw"), folder.File(""))};
+  sample_company::GenerateCompany(folder / "reports.qbw", settings);
+  return {ImportedAmounts(folder / "transactions.qbw", folder.Path()),
+          ImportedAmounts(folder / "reports.qbw", folder.Path())};
 }
 
 std::size_t AmountsOtherThanZero(const ActualAmounts& amounts, std::string_view block) {
@@ -62,7 +62,7 @@ std::size_t AmountsOtherThanZero(const ActualAmounts& amounts, std::string_view 
   return count;
 }
 
-TEST(GeneratedCompany, HasTheSameAmountsByBothPathsWithoutTheExceptions) {
+TEST(GeneratedCompany, HasTheSameAmountsByBothPathsWithoutSpecialFeatures) {
   for (const std::uint64_t seed : {1U, 2U, 3U}) {
     for (const bool accountNumbers : {false, true}) {
       GeneratorSettings settings = ThreeYears();
@@ -78,7 +78,7 @@ TEST(GeneratedCompany, HasTheSameAmountsByBothPathsWithoutTheExceptions) {
   }
 }
 
-// The blocks whose amounts differ when a company has one of the features.
+// The blocks whose amounts differ if a company has one of the features.
 std::set<std::string> DifferingBlocks(const CompanyFeatures& features) {
   GeneratorSettings settings = ThreeYears();
   settings.features = features;
@@ -98,7 +98,7 @@ CompanyFeatures With(bool CompanyFeatures::*feature) {
 
 using Blocks = std::set<std::string>;
 
-TEST(GeneratedCompany, DiffersByEachExceptionAlone) {
+TEST(GeneratedCompany, DiffersOnlyInTheBlocksOfEachFeature) {
   EXPECT_EQ(DifferingBlocks(With(&CompanyFeatures::billableExpenses)), (Blocks{"expenses"}));
   EXPECT_EQ(DifferingBlocks(With(&CompanyFeatures::purchasedGroups)), (Blocks{"expenses"}));
   EXPECT_EQ(DifferingBlocks(With(&CompanyFeatures::parentPostings)), (Blocks{"expenses", "sales"}));
@@ -106,8 +106,8 @@ TEST(GeneratedCompany, DiffersByEachExceptionAlone) {
   EXPECT_EQ(DifferingBlocks(With(&CompanyFeatures::discounts)), (Blocks{"sales"}));
 }
 
-// Stock is sold in whole pieces at an average cost in whole cents, which no path rounds.
-TEST(GeneratedCompany, HasTheSameCostsByBothPathsWhenWholePiecesAreSold) {
+// Inventory is sold in whole pieces at an average cost in whole cents, so neither path rounds.
+TEST(GeneratedCompany, HasTheSameCostsByBothPathsIfWholePiecesAreSold) {
   GeneratorSettings settings = ThreeYears();
   settings.features = With(&CompanyFeatures::inventory);
   const BothPaths paths = ImportBothWays(settings);

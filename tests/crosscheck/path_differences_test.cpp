@@ -9,15 +9,15 @@
 #include "company/testing.h"
 #include "crosscheck/two_paths.h"
 
-// Where the amounts of an import from transactions and one from reports differ, and by how much. Each company
-// is as small as it can be; amounts that are not named agree.
+// The differences between an import from transactions and one from reports. Each company is minimal; amounts
+// that are not named agree.
 
 namespace krnqb::crosscheck {
 namespace {
 
 using company::CompanyFile;
 using company::testing::Response;
-using company::testing::TemporaryFolder;
+using tests::TemporaryFolder;
 
 std::string Element(std::string_view name, std::string_view content) {
   return fmt::format("<{0}>{1}</{0}>", name, content);
@@ -56,7 +56,7 @@ std::string Invoice(std::string_view id, std::string_view date, std::string_view
                                    Element("TxnDate", date) + std::string(lines));
 }
 
-/// Accounts of each kind and items that are sold, bought, kept in stock, given off and grouped.
+/// Accounts of each kind, and service, non-inventory, inventory, discount and group items.
 class PathDifferences : public testing::Test {
  protected:
   PathDifferences() {
@@ -78,13 +78,13 @@ class PathDifferences : public testing::Test {
             Element("ItemGroupRet", Element("ListID", "GR-1"));
   }
 
-  /// What an import from transactions has more than one from reports.
+  /// Returns the amounts from transactions less those from reports.
   std::map<std::string, double> Compare() const {
     const TemporaryFolder folder;
-    Make(folder.File("transactions.qbw"), "1.1");
-    Make(folder.File("reports.qbw"), "2.0");
-    return Differences(ImportedAmounts(folder.File("transactions.qbw"), folder.File("")),
-                       ImportedAmounts(folder.File("reports.qbw"), folder.File("")));
+    Make(folder / "transactions.qbw", "1.1");
+    Make(folder / "reports.qbw", "2.0");
+    return Differences(ImportedAmounts(folder / "transactions.qbw", folder.Path()),
+                       ImportedAmounts(folder / "reports.qbw", folder.Path()));
   }
 
   std::string accounts;
@@ -109,8 +109,8 @@ TEST_F(PathDifferences, AreNoneForPlainPurchasesAndSales) {
   EXPECT_EQ(Compare(), Amounts{});
 }
 
-// An expense that is invoiced to the cent is no longer the company's own: its transactions take it back in
-// the month of the invoice. A report keeps it, and a markup is not recognised.
+// An expense that is invoiced at exactly its amount is deducted in the month of the invoice if imported from
+// transactions, but not in reports. With a markup it is not recognised.
 TEST_F(PathDifferences, AreExpensesInvoicedExactly) {
   bills =
       Bill("B-1", "2002-02-10", ExpenseLine("EX-1", "75.00", "CU-1") + ExpenseLine("EX-1", "40.00", "CU-1"));
@@ -122,9 +122,9 @@ TEST_F(PathDifferences, AreExpensesInvoicedExactly) {
   EXPECT_EQ(Compare(), (Amounts{{"expenses/Supplies 4", -75.0}}));
 }
 
-// Reports round the cost of a sale to the cent and know it even when nothing was asked for the goods;
-// transactions take quantities as they are and pass over a line of 0.00.
-TEST_F(PathDifferences, AreCostsOfPartsOfPiecesAndOfGoodsGivenAway) {
+// Reports round the cost of a sale to the cent and include it even for goods sold at 0.00; transactions use
+// unrounded quantities and skip a line of 0.00.
+TEST_F(PathDifferences, AreCostsOfFractionsAndOfGoodsGivenAway) {
   invoices = Invoice("I-1", "2002-05-20", ItemLine("InvoiceLineRet", "IT-3", "9.00", "3")) +
              Invoice("I-2", "2002-06-20", ItemLine("InvoiceLineRet", "IT-3", "1.00", "0.25")) +
              Invoice("I-3", "2002-07-20", ItemLine("InvoiceLineRet", "IT-3", "0.00", "2"));
@@ -134,7 +134,7 @@ TEST_F(PathDifferences, AreCostsOfPartsOfPiecesAndOfGoodsGivenAway) {
   EXPECT_EQ(differences.at("costs/Plants 7"), -5.10);
 }
 
-// Lines inside an item group are taken of sales, but not of purchases.
+// Lines inside an item group count in sales but not in purchases.
 TEST_F(PathDifferences, AreItemGroupsOnPurchases) {
   bills = Bill("B-1", "2002-03-10",
                ItemLine("ItemLineRet", "IT-2", "10.00", "1") +
@@ -146,14 +146,14 @@ TEST_F(PathDifferences, AreItemGroupsOnPurchases) {
   EXPECT_EQ(Compare(), (Amounts{{"expenses/Supplies 3", -40.0}}));
 }
 
-// A report has the parent's own postings in a row of their own and in the parent's sum, and both are added.
-TEST_F(PathDifferences, AreParentsWithPostingsOfTheirOwn) {
+// A report has a parent's own postings in a separate row and in the parent's sum; both are added.
+TEST_F(PathDifferences, AreParentsWithPostings) {
   bills = Bill("B-1", "2002-08-10", ExpenseLine("EX-2", "30.00") + ExpenseLine("EX-3", "100.00"));
   EXPECT_EQ(Compare(), (Amounts{{"expenses/Facilities 8", -30.0}}));
 }
 
-// Transactions leave the account at 0, so its balance is spread over the months in which anything happened.
-TEST_F(PathDifferences, AreExpenseBalancesWithoutAPosting) {
+// Without transactions the account stays at 0, so its balance is spread over the months with activity.
+TEST_F(PathDifferences, AreUnpostedExpenseBalances) {
   accounts += Account("EX-4", "Expense", "Insurance", "", "1200.00");
   bills = Bill("B-1", "2002-03-10", ExpenseLine("EX-1", "5.00")) +
           Bill("B-2", "2001-03-10", ExpenseLine("EX-4", "1200.00"));
@@ -162,7 +162,7 @@ TEST_F(PathDifferences, AreExpenseBalancesWithoutAPosting) {
                                 {"expenses/Insurance 3", 400.0}}));
 }
 
-// A discount item names its account where items that are sold do not: its line finds none.
+// A discount item's account is not where a sold item has it, so its line finds none.
 TEST_F(PathDifferences, AreDiscountItems) {
   invoices =
       Invoice("I-1", "2002-09-20",
@@ -171,8 +171,8 @@ TEST_F(PathDifferences, AreDiscountItems) {
   EXPECT_EQ(Compare(), (Amounts{{"sales/Discounts 9", 10.0}}));
 }
 
-// What is charged straight to an account of the cost of goods is in reports alone.
-TEST_F(PathDifferences, ArePurchasesChargedToCostOfGoods) {
+// Purchases posted directly to a cost of goods account are only in reports.
+TEST_F(PathDifferences, ArePurchasesPostedToCostOfGoods) {
   bills = Bill("B-1", "2002-10-10", ExpenseLine("CO-1", "20.00"));
   EXPECT_EQ(Compare(), (Amounts{{"costs/Plants 10", -20.0}}));
 }

@@ -53,7 +53,7 @@ std::vector<XmlElement> Rows(const PlanFile& plan, const std::string& table, con
   return plan.Table(table).SelectAll(fmt::format(".//block[@id = \"{}\"]/*", block));
 }
 
-// Planned and actual rows correspond by position; the planned ones have the names.
+// Planned and actual rows correspond by position; only planned rows have names.
 void ReadBlock(const PlanFile& plan, const ActualBlock& block, ActualAmounts& amounts) {
   const std::vector<XmlElement> planned =
       Rows(plan, fmt::format("20{}", block.table), std::string(block.block));
@@ -87,7 +87,7 @@ std::map<std::string, double> Differences(const ActualAmounts& amounts, const Ac
     for (std::size_t month = 0; month < months.size(); ++month) {
       const double amount = months[month];
       const double other = otherMonths[month];
-      // An amount that is no number agrees with nothing.
+      // NaN agrees with nothing.
       if (std::abs(amount - other) <= agreement * std::max(std::abs(amount), std::abs(other))) continue;
       differences[fmt::format("{} {}", name, month + 1)] = amount - other;
     }

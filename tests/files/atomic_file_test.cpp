@@ -2,13 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include "plan_file/fixture.h"
-#include "plan_file/step_operations.h"
+#include "files/step_operations.h"
+#include "temporary_folder.h"
+#include "thrown_error.h"
 
 namespace krnqb::files {
 namespace {
 
-using namespace plan_file;
+using tests::ErrorOf;
+using tests::ReadText;
+using tests::TemporaryFolder;
+using tests::WriteText;
 
 namespace fs = std::filesystem;
 
@@ -18,7 +22,7 @@ class CreatedFile : public testing::Test {
   fs::path file = folder / "new.kpf";
 };
 
-TEST_F(CreatedFile, AppearsWholeUnderItsName) {
+TEST_F(CreatedFile, AppearsWithItsWholeContents) {
   std::string seen;
   StepOperations operations([&](Step, Moment) -> std::error_code {
     if (fs::exists(file)) seen = ReadText(file);
@@ -30,7 +34,7 @@ TEST_F(CreatedFile, AppearsWholeUnderItsName) {
   EXPECT_FALSE(fs::exists(folder / "new.kpf.tmp"));
 }
 
-TEST_F(CreatedFile, IsNotThereWhenAStepFails) {
+TEST_F(CreatedFile, DoesNotExistAfterAFailedStep) {
   for (const Step failing :
        {Step::CreateTemporary, Step::Write, Step::Sync, Step::Rename, Step::SyncFolder}) {
     StepOperations operations([&](Step step, Moment moment) {
@@ -46,27 +50,27 @@ TEST_F(CreatedFile, IsNotThereWhenAStepFails) {
   }
 }
 
-class OneNameOnly : public SystemFileOperations {
+class NoHardLinks : public SystemFileOperations {
   std::error_code AddName(const fs::path& /*file*/, const fs::path& /*name*/) override {
     return std::make_error_code(std::errc::operation_not_permitted);
   }
 };
 
-TEST_F(CreatedFile, IsWrittenAlsoWhereAFileHasOneNameOnly) {
-  OneNameOnly operations;
+TEST_F(CreatedFile, NeedsNoHardLinks) {
+  NoHardLinks operations;
   CreateFile(file, "contents", operations);
   EXPECT_EQ(ReadText(file), "contents");
   EXPECT_FALSE(fs::exists(folder / "new.kpf.tmp"));
 }
 
-TEST_F(CreatedFile, OverwritesNothingAlsoWhereAFileHasOneNameOnly) {
-  OneNameOnly operations;
+TEST_F(CreatedFile, OverwritesNothingWithoutHardLinks) {
+  NoHardLinks operations;
   WriteText(file, "old");
   EXPECT_TRUE(ErrorOf([&] { CreateFile(file, "contents", operations); }));
   EXPECT_EQ(ReadText(file), "old");
 }
 
-TEST(ReplacedFile, IsToldToBeNewWhenItsPreviousVersionCannotBePutBack) {
+TEST(ReplacedFile, IsReportedAsNewIfThePreviousVersionCannotBeRestored) {
   const TemporaryFolder folder;
   const fs::path file = folder / "a.kpf";
   WriteText(file, "old");
@@ -77,14 +81,29 @@ TEST(ReplacedFile, IsToldToBeNewWhenItsPreviousVersionCannotBePutBack) {
   });
   const auto error = ErrorOf([&] { ReplaceFile(file, "new", operations); });
   ASSERT_TRUE(error);
-  EXPECT_NE(error->Description().find("the file may be the new one"), std::string::npos)
+  EXPECT_NE(error->Description().find("the file may hold the new version"), std::string::npos)
       << error->Description();
   EXPECT_EQ(ReadText(file), "new");
   EXPECT_EQ(ReadText(folder / "a.kpf.bak"), "old");
   EXPECT_FALSE(fs::exists(folder / "a.kpf.tmp"));
 }
 
-TEST(ReplacedFile, MayStandInTheCurrentFolder) {
+TEST(ReplacedFile, LeavesNoTemporaryFileIfThePreviousVersionCannotBeRestored) {
+  const TemporaryFolder folder;
+  const fs::path file = folder / "a.kpf";
+  WriteText(file, "old");
+  int renames = 0;
+  StepOperations operations([&](Step step, Moment moment) {
+    const bool restoring = step == Step::Rename && moment == Moment::Before && ++renames == 2;
+    return step == Step::SyncFolder || restoring ? std::make_error_code(std::errc::io_error)
+                                                 : std::error_code();
+  });
+  EXPECT_TRUE(ErrorOf([&] { ReplaceFile(file, "new", operations); }));
+  EXPECT_EQ(renames, 2);
+  EXPECT_EQ(folder.FileNames(), (std::vector<std::string>{"a.kpf", "a.kpf.bak"}));
+}
+
+TEST(ReplacedFile, MayBeInTheCurrentFolder) {
   const TemporaryFolder folder;
   const fs::path before = fs::current_path();
   fs::current_path(folder.Path());

@@ -10,7 +10,7 @@ namespace {
 
 using Rows = std::vector<PlanRow>;
 
-// Which row before each row after is, "+" for an added one.
+// Returns the earlier index of each later row, "+" for an added row.
 std::string Matches(const Rows& before, const Rows& after) {
   std::string text;
   for (const std::optional<std::size_t>& match : MatchRows(before, after)) {
@@ -19,7 +19,7 @@ std::string Matches(const Rows& before, const Rows& after) {
   return text;
 }
 
-// Rows written as "name amount amount|name ...", "_" for an empty cell.
+// Parses rows written as "name amount amount|name ...", with "_" for an empty cell.
 Rows RowsOf(std::string_view text) {
   Rows rows;
   while (!text.empty()) {
@@ -44,7 +44,7 @@ struct MatchCase {
 
 class MatchedRows : public testing::TestWithParam<MatchCase> {};
 
-TEST_P(MatchedRows, AreTheOnesThatStoodThereBefore) {
+TEST_P(MatchedRows, AreTheSameRowsBeforeAndAfter) {
   EXPECT_EQ(Matches(RowsOf(GetParam().before), RowsOf(GetParam().after)), GetParam().matches);
 }
 
@@ -71,13 +71,14 @@ INSTANTIATE_TEST_SUITE_P(
                   "0 1 + + 2"},
         MatchCase{"BlankRowsAddedInTwoPlaces", "_ 1|_ 2|_ 3", "_ 1|_ 9|_ 2|_ 8|_ 3", "0 + 1 + 2"},
         MatchCase{"ClearedNameOfAClosingRow", "a 0|=A1 =S", "a 0|n 0|_ _", "0 + 1"},
-        MatchCase{"NamesThatStandTwice", "a 1|a 2|b 0", "a 1|n 0|a 2|b 0", "0 + 1 2"},
-        MatchCase{"NamesThatChangedPlaces", "a 1|b 2|c 3", "b 2|a 1|c 3", "1 + 2"},
+        MatchCase{"NamesThatOccurTwice", "a 1|a 2|b 0", "a 1|n 0|a 2|b 0", "0 + 1 2"},
+        MatchCase{"NameThatOccursTwiceAfterwards", "a 1 1|b 0", "a 1 2|a 9 9|b 7", "0 + 1"},
+        MatchCase{"NamesThatSwapPlaces", "a 1|b 2|c 3", "b 2|a 1|c 3", "1 + 2"},
         MatchCase{"OneBlankRowAndAllChanged", "_ 1|b 2", "_ 3|_ 4|b 5", "0 + 1"},
         MatchCase{"RowsWithoutCells", "a 0||b 0", "a 0|||b 0", "0 1 + 2"}),
     [](const testing::TestParamInfo<MatchCase>& test) { return std::string(test.param.name); });
 
-TEST(PlanAlignment, CountsChangedCellsButNoClearedFormulas) {
+TEST(PlanAlignment, CountsChangedCellsExceptClearedFormulas) {
   EXPECT_EQ(CellsChanged({"a", "1", "=S", "=T"}, {"a", "2", "*null*", "=U"}), 2U);
   EXPECT_EQ(CellsChanged({"a", "1"}, {"a", "*null*"}), 1U);
   EXPECT_EQ(CellsChanged({"a", "1", "2"}, {"a"}), 2U);
@@ -86,7 +87,7 @@ TEST(PlanAlignment, CountsChangedCellsButNoClearedFormulas) {
 
 constexpr std::size_t manyRows = 20000;
 
-// Many rows above one closing row; of the later state the amounts are others.
+// Returns many rows above one closing row, with other amounts in the later state.
 Rows ManyRows(std::size_t count, bool named, bool later) {
   Rows rows;
   for (std::size_t row = 0; row < count; ++row) {
@@ -99,7 +100,7 @@ Rows ManyRows(std::size_t count, bool named, bool later) {
 
 class ManyMatchedRows : public testing::TestWithParam<bool> {};
 
-TEST_P(ManyMatchedRows, AreMatchedAroundTheAddedOnes) {
+TEST_P(ManyMatchedRows, AreMatchedAroundAddedRows) {
   constexpr std::size_t added = 300;
   const auto matches =
       MatchRows(ManyRows(manyRows, GetParam(), false), ManyRows(manyRows + added, GetParam(), true));
@@ -109,7 +110,7 @@ TEST_P(ManyMatchedRows, AreMatchedAroundTheAddedOnes) {
   EXPECT_EQ(matches.back(), manyRows);
 }
 
-TEST_P(ManyMatchedRows, AreMatchedAroundTheRemovedOnes) {
+TEST_P(ManyMatchedRows, AreMatchedAroundRemovedRows) {
   constexpr std::size_t removed = 300;
   Rows after = ManyRows(manyRows - removed, GetParam(), false);
   const auto matches = MatchRows(ManyRows(manyRows, GetParam(), false), after);

@@ -5,7 +5,7 @@
 namespace krnqb::plan_file {
 namespace {
 
-TEST(PlanAttributes, EveryProductHasATextOfItsOwn) {
+TEST(PlanAttributes, EveryProductHasAText) {
   EXPECT_EQ(ProductText(QBKRN_ALD), "ald");
   EXPECT_EQ(ProductText(QBKRN_BRI), "bri");
   EXPECT_EQ(ProductText(QBKRN_COR), "cor");
@@ -15,11 +15,11 @@ TEST(PlanAttributes, EveryProductHasATextOfItsOwn) {
   }
 }
 
-TEST(PlanAttributes, OtherTextsAreNoProduct) {
+TEST(PlanAttributes, OtherTextsAreNotProducts) {
   for (const char* text : {"", "ALD", "ald ", "1", "korrin"}) EXPECT_FALSE(ProductFromText(text)) << text;
 }
 
-TEST(PlanAttributes, AStartIsFourDigitsAHyphenAndAMonthOfTwoDigits) {
+TEST(PlanAttributes, AStartIsWrittenAsYearAndMonth) {
   EXPECT_EQ(PlanStartFromText("2003-01"), (PlanStart{2003, 1}));
   EXPECT_EQ(PlanStartFromText("1999-12"), (PlanStart{1999, 12}));
   for (const char* text : {"", "2003", "2003-00", "2003-13", "2003-1", "03-01", "2003/01", "2003-01-01",
@@ -28,7 +28,7 @@ TEST(PlanAttributes, AStartIsFourDigitsAHyphenAndAMonthOfTwoDigits) {
   }
 }
 
-TEST(PlanAttributes, AStartIsWrittenAsItIsRead) {
+TEST(PlanAttributes, AStartIsFormattedAsItIsParsed) {
   EXPECT_EQ(PlanStartText({2003, 4}), "2003-04");
   EXPECT_EQ(PlanStartFromText(PlanStartText({2010, 11})), (PlanStart{2010, 11}));
 }

@@ -15,7 +15,7 @@ PlanContent OneBlock(std::vector<PlanRow> rows) {
   return {{"2000", {{"sales", "5", std::move(rows)}}}};
 }
 
-TEST(PlanChanges, OfTheSameContentAreNone) {
+TEST(PlanChanges, OfEqualStatesAreEmpty) {
   const PlanContent content = OneBlock({{"a", "1"}, {"total", "=S"}});
   const auto changes = CompareTables(content, content);
   ASSERT_EQ(changes.size(), 1U);
@@ -24,7 +24,7 @@ TEST(PlanChanges, OfTheSameContentAreNone) {
   EXPECT_EQ(ChangeListing(changes), "");
 }
 
-TEST(PlanChanges, AreCountedPerTableAndListed) {
+TEST(PlanChanges, AreCountedAndListedPerTable) {
   const auto changes = CompareTables(OneBlock({{"a", "1", "2"}, {"b", "3", "4"}, {"total", "=S", "=T"}}),
                                      OneBlock({{"a", "1", "7"}, {"n", "8", "9"}, {"total", "*null*", "5"}}));
   ASSERT_EQ(changes.size(), 1U);
@@ -40,7 +40,7 @@ TEST(PlanChanges, AreCountedPerTableAndListed) {
   EXPECT_EQ(changes[0].cleared, (std::vector<CellChange>{{"sales", 2, "total", 1, "=S", "*null*"}}));
 }
 
-TEST(PlanChanges, OfABlankRowAboveTheClosingRowsAreOneAddedRow) {
+TEST(PlanChanges, CountABlankRowAboveTheClosingRowsAsAdded) {
   const auto changes =
       CompareTables(OneBlock({{"*null*", "0"}, {"*null*", "1"}, {"*null*", "=S"}}),
                     OneBlock({{"*null*", "0"}, {"*null*", "0"}, {"*null*", "1"}, {"*null*", "*null*"}}));
@@ -49,18 +49,24 @@ TEST(PlanChanges, OfABlankRowAboveTheClosingRowsAreOneAddedRow) {
   EXPECT_EQ(changes[0].formulasCleared, 1);
 }
 
-TEST(PlanChanges, OfAClearedCellThatWasNoFormulaAreAChangedCell) {
+TEST(PlanChanges, CountAnEmptiedAmountAsAChangedCell) {
   const auto changes = CompareTables(OneBlock({{"a", "12"}}), OneBlock({{"a", "*null*"}}));
   EXPECT_EQ(changes[0].cellsChanged, 1);
   EXPECT_EQ(changes[0].formulasCleared, 0);
 }
 
-TEST(PlanChanges, OfARowsWidthAreChangedCells) {
+TEST(PlanChanges, CountAFormulaReplacedByAnEmptyTextAsAChangedCell) {
+  const auto changes = CompareTables(OneBlock({{"a", "=S"}}), OneBlock({{"a", ""}}));
+  EXPECT_EQ(changes[0].cellsChanged, 1);
+  EXPECT_EQ(changes[0].formulasCleared, 0);
+}
+
+TEST(PlanChanges, CountAnAddedColumnAsChangedCells) {
   const auto changes = CompareTables(OneBlock({{"a"}}), OneBlock({{"a", ""}}));
   EXPECT_EQ(changes[0].cellsChanged, 1);
 }
 
-TEST(PlanChanges, TakeBlocksOfOneIdInTheirOrder) {
+TEST(PlanChanges, MatchBlocksWithOneIdInOrder) {
   const PlanContent before{{"2000", {{"x", "", {{"a", "1"}}}, {"x", "", {{"b", "2"}}}}}};
   const PlanContent after{{"2000", {{"x", "", {{"a", "3"}}}, {"x", "", {{"b", "4"}}}}}};
   EXPECT_EQ(ChangeListing(CompareTables(before, after)),
@@ -68,7 +74,7 @@ TEST(PlanChanges, TakeBlocksOfOneIdInTheirOrder) {
             "changed\t2000\tx\t0\tb\t1\t2\t4\n");
 }
 
-TEST(PlanChanges, OfBlocksAndTablesThatOnlyOneStateHasAreRows) {
+TEST(PlanChanges, CountRowsOfBlocksAndTablesInOneStateOnly) {
   const PlanContent before{{"2000", {{"gone", "", {{"a", "1"}}}}}, {"2001", {{"x", "", {{"b", "1"}}}}}};
   const PlanContent after{{"2000", {{"new", "", {{"c", "1"}}}}}, {"2002", {{"x", "", {{"d", "1"}}}}}};
   const auto changes = CompareTables(before, after);
@@ -80,7 +86,7 @@ TEST(PlanChanges, OfBlocksAndTablesThatOnlyOneStateHasAreRows) {
             "added\t2002\tx\t0\td\n");
 }
 
-TEST(PlanChanges, AreFoundBetweenThePlanAndItsFile) {
+TEST(PlanChanges, AreFoundBetweenAPlanAndItsFile) {
   const TemporaryFolder folder;
   WriteText(folder / "garden.kpf", SmallPlanText());
   const auto before = PlanFile::Open(folder / "garden.kpf");
@@ -106,7 +112,7 @@ std::vector<PlanRow> WideRows(int count, std::string_view amount) {
 }
 
 // Quadratic work on this many rows would take minutes.
-TEST(PlanChanges, OfTwentyThousandRowsTakeASecondOrTwo) {
+TEST(PlanChanges, OfTwentyThousandRowsAreFoundInSeconds) {
   const PlanContent before = OneBlock(WideRows(20000, "0"));
   const PlanContent after = OneBlock(WideRows(20500, "1"));
   const auto begin = std::chrono::steady_clock::now();

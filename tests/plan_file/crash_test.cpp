@@ -7,13 +7,18 @@
 
 #include "files/descriptor.h"
 #include "files/lock.h"
-#include "plan_file/child_process.h"
+#include "files/step_operations.h"
 #include "plan_file/file.h"
 #include "plan_file/fixture.h"
-#include "plan_file/step_operations.h"
+#include "plan_file/write_process.h"
 
 namespace krnqb::plan_file {
 namespace {
+
+using files::Moment;
+using files::momentNames;
+using files::Step;
+using files::stepNames;
 
 namespace fs = std::filesystem;
 
@@ -24,7 +29,7 @@ class KilledSave : public testing::Test {
     SaveVersion(0);
   }
 
-  // As the next import does it: claims the plan, changes it and saves it.
+  // Locks, changes and saves the plan, as the next import does.
   void SaveVersion(int version) {
     const files::PlanLock lock(file);
     const auto plan = PlanFile::Open(file);
@@ -42,14 +47,14 @@ class KilledSave : public testing::Test {
 struct KillAt {
   Step step;
   Moment moment;
-  int version;  // that is to be found afterwards; 0 is the old one
+  int version;  // expected in the file afterwards; 0 is the old version
 };
 
 class KilledAtAStep : public KilledSave, public testing::WithParamInterface<KillAt> {};
 
-TEST_P(KilledAtAStep, LeavesAWholePlanAndTheNextImportRuns) {
+TEST_P(KilledAtAStep, LeavesACompletePlanAndTheNextImportSucceeds) {
   const KillAt& kill = GetParam();
-  ChildProcess child({"step", file.string(), "1", std::string(stepNames[static_cast<std::size_t>(kill.step)]),
+  WriteProcess child({"step", file.string(), "1", std::string(stepNames[static_cast<std::size_t>(kill.step)]),
                       std::string(momentNames[static_cast<std::size_t>(kill.moment)])});
   ASSERT_EQ(child.Wait(), -SIGKILL);
   EXPECT_EQ(WholeVersion(file), kill.version);
@@ -73,7 +78,7 @@ INSTANTIATE_TEST_SUITE_P(PlanCrash, KilledAtAStep, testing::ValuesIn(EveryStep()
                                   std::string(stepNames[static_cast<std::size_t>(test.param.step)]);
                          });
 
-// Looks again and again whether the plan's name stands for a file, until the time has passed.
+// Tries to open a file for a period of time and returns how often it was missing.
 int TimesAbsent(const fs::path& file, std::chrono::microseconds duration) {
   int absent = 0;
   const auto end = std::chrono::steady_clock::now() + duration;
@@ -84,19 +89,19 @@ int TimesAbsent(const fs::path& file, std::chrono::microseconds duration) {
   return absent;
 }
 
-TEST_F(KilledSave, AtFiftyRandomMomentsLeavesAWholePlanAndTheNextImportRuns) {
+TEST_F(KilledSave, AtFiftyRandomMomentsLeavesACompletePlanAndTheNextImportSucceeds) {
   std::mt19937 random(2002);
   std::uniform_int_distribution<int> microseconds(0, 15000);
   int version = 0;
   for (int round = 0; round < 50; ++round) {
-    ChildProcess child({"loop", file.string(), std::to_string(version + 1)});
+    WriteProcess child({"loop", file.string(), std::to_string(version + 1)});
     ASSERT_EQ(child.ReadLine(), "saved");
     EXPECT_EQ(TimesAbsent(file, std::chrono::microseconds(microseconds(random))), 0);
-    child.Kill();
+    child.Signal(SIGKILL);
     ASSERT_EQ(child.Wait(), -SIGKILL);
 
     const std::optional<int> found = WholeVersion(file);
-    ASSERT_TRUE(found) << "the plan is not whole in round " << round;
+    ASSERT_TRUE(found) << "the plan is incomplete in round " << round;
     EXPECT_GT(*found, version);
     if (fs::exists(folder / "garden.kpf.bak")) {
       EXPECT_TRUE(WholeVersion(folder / "garden.kpf.bak")) << round;

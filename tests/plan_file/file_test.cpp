@@ -19,7 +19,7 @@ std::string DescriptionOf(const std::optional<Error>& error) {
   return error ? error->Description() : std::string("no error");
 }
 
-TEST(PlanFile, SaysProductStartAndTablesInOrder) {
+TEST(PlanFile, HasProductStartAndTablesInOrder) {
   const TemporaryFolder folder;
   WriteText(folder / "garden.kpf", SmallPlanText());
   const auto plan = PlanFile::Open(folder / "garden.kpf");
@@ -32,7 +32,7 @@ TEST(PlanFile, SaysProductStartAndTablesInOrder) {
   EXPECT_FALSE(plan->Changed());
 }
 
-TEST(PlanFile, MayLeaveProductAndStartOpen) {
+TEST(PlanFile, NeedsNeitherProductNorStart) {
   const TemporaryFolder folder;
   WriteText(folder / "a.kpf", "<plan><tables/></plan>");
   const auto plan = PlanFile::Open(folder / "a.kpf");
@@ -41,7 +41,7 @@ TEST(PlanFile, MayLeaveProductAndStartOpen) {
   EXPECT_TRUE(plan->TableIds().empty());
 }
 
-TEST(PlanFile, ObeysTheEncodingThatItDeclares) {
+TEST(PlanFile, IsReadInItsDeclaredEncoding) {
   const TemporaryFolder folder;
   WriteText(folder / "a.kpf",
             "<?xml version='1.0' encoding='windows-1252'?><plan><tables><tableitem id='1'>Caf\xE9</tableitem>"
@@ -58,7 +58,7 @@ struct BadPlan {
 
 class UnreadablePlan : public testing::TestWithParam<BadPlan> {};
 
-TEST_P(UnreadablePlan, IsRefusedWithFileLineAndFault) {
+TEST_P(UnreadablePlan, IsRefusedNamingFileLineAndFault) {
   const TemporaryFolder folder;
   const fs::path file = folder / "bad.kpf";
   WriteText(file, GetParam().text);
@@ -71,25 +71,31 @@ INSTANTIATE_TEST_SUITE_P(
     PlanFile, UnreadablePlan,
     testing::Values(
         BadPlan{"Empty", "", "line 1: not well-formed XML ("},
-        BadPlan{"CutOff", SmallPlanText().substr(0, SmallPlanText().find("<notes>")),
+        BadPlan{"Truncated", SmallPlanText().substr(0, SmallPlanText().find("<notes>")),
                 "line 8: not well-formed XML ("},
         BadPlan{"DeclaringEntities", "<!DOCTYPE plan [<!ENTITY a 'b'>]>\n<plan><tables/></plan>",
                 "line 1: not well-formed XML (the document declares entities)"},
         BadPlan{"AnotherDocument", "\n<QBXML/>",
-                "line 2: the document is a \"QBXML\", not a \"plan\"; check that"},
+                "line 2: the root element is \"QBXML\", not \"plan\"; check that"},
         BadPlan{"WithoutTables", "<plan/>", "line 1: the plan has no \"tables\""},
-        BadPlan{"WithTablesTwice", "<plan><tables/>\n<tables/></plan>",
+        BadPlan{"WithTwoTablesElements", "<plan><tables/>\n<tables/></plan>",
                 "line 2: the plan has two \"tables\""},
         BadPlan{"WithATableWithoutId", "<plan><tables>\n<tableitem/></tables></plan>",
                 "line 2: a table has no id"},
-        BadPlan{"WithTwinTables",
+        BadPlan{"WithDuplicateTables",
                 "<plan><tables><tableitem id='1'/>\n\n<tableitem id='2'/><tableitem id='1'/></tables></plan>",
-                "line 3: the table 1 is there twice"},
+                "line 3: the table 1 occurs twice"},
         BadPlan{"OfAnUnknownProduct", Replaced(SmallPlanText(), "\"ald\"", "\"xyz\""),
-                "line 3: the product \"xyz\" is not known; write ald, bri or cor"},
-        BadPlan{"OfNoStart", Replaced(SmallPlanText(), "'2003-04'", "'2003-14'"),
-                "line 3: the start \"2003-14\" is no month; write it as YYYY-MM"}),
+                "line 3: unknown product \"xyz\"; write ald, bri or cor"},
+        BadPlan{"OfAnInvalidStart", Replaced(SmallPlanText(), "'2003-04'", "'2003-14'"),
+                "line 3: the start \"2003-14\" is not a month; write it as YYYY-MM"}),
     [](const testing::TestParamInfo<BadPlan>& test) { return std::string(test.param.name); });
+
+TEST(PlanFile, IgnoresElementsBesideItsTables) {
+  const TemporaryFolder folder;
+  WriteText(folder / "a.kpf", "<plan><tables><notes id='9'/><notes/><tableitem id='1'/></tables></plan>");
+  EXPECT_EQ(PlanFile::Open(folder / "a.kpf")->TableIds(), std::vector<std::string>{"1"});
+}
 
 TEST(PlanFile, NamesALineBeyond65535) {
   const TemporaryFolder folder;
@@ -98,18 +104,18 @@ TEST(PlanFile, NamesALineBeyond65535) {
   EXPECT_NE(description.find("line 70001:"), std::string::npos) << description;
 }
 
-TEST(PlanFile, ThatIsMissingIsRefused) {
+TEST(PlanFile, MustExist) {
   const TemporaryFolder folder;
   const fs::path file = folder / "none.kpf";
   EXPECT_EQ(DescriptionOf(ErrorOf([&] { PlanFile::Open(file); })),
             "cannot open the plan " + file.string() + ": No such file or directory; check the path");
 }
 
-TEST(PlanFile, ThatIsAFolderOrAPipeIsRefused) {
+TEST(PlanFile, MustBeARegularFile) {
   const TemporaryFolder folder;
-  EXPECT_EQ(
-      DescriptionOf(ErrorOf([&] { PlanFile::Open(folder.Path()); })),
-      "cannot open the plan " + folder.Path().string() + ": Is a directory; name a file instead of a folder");
+  EXPECT_EQ(DescriptionOf(ErrorOf([&] { PlanFile::Open(folder.Path()); })),
+            "cannot open the plan " + folder.Path().string() +
+                ": Is a directory; give the path of a file, not of a folder");
   EXPECT_TRUE(ErrorOf([] { PlanFile::Open("/dev/null"); }));
 }
 
@@ -127,7 +133,7 @@ TEST(PlanFile, OpensAnotherPlanInPlace) {
   EXPECT_EQ(ReadText(folder / "a.kpf"), SmallPlanText());
 }
 
-TEST(PlanFile, StaysAsItWasWhenAnotherPlanDoesNotOpen) {
+TEST(PlanFile, StaysOpenWhenAnotherPlanCannotBeOpened) {
   const TemporaryFolder folder;
   WriteText(folder / "a.kpf", SmallPlanText());
   WriteText(folder / "b.kpf", "<plan>");

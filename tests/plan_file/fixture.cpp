@@ -3,35 +3,10 @@
 #include <fmt/format.h>
 
 #include <charconv>
-#include <cstdlib>
-#include <fstream>
-#include <sstream>
 
 namespace krnqb::plan_file {
 
 namespace fs = std::filesystem;
-
-TemporaryFolder::TemporaryFolder() {
-  std::string pattern = (fs::temp_directory_path() / "krnqb-plan-XXXXXX").string();
-  if (::mkdtemp(pattern.data()) == nullptr) throw Error(error_number::unspecified, "no temporary folder");
-  path_ = fs::canonical(pattern);
-}
-
-TemporaryFolder::~TemporaryFolder() {
-  std::error_code ignored;
-  fs::permissions(path_, fs::perms::owner_all, ignored);
-  fs::remove_all(path_, ignored);
-}
-
-void WriteText(const fs::path& file, std::string_view text) {
-  std::ofstream(file, std::ios::binary | std::ios::trunc) << text;
-}
-
-std::string ReadText(const fs::path& file) {
-  std::ostringstream text;
-  text << std::ifstream(file, std::ios::binary).rdbuf();
-  return std::move(text).str();
-}
 
 std::string SmallPlanText() {
   return R"(<?xml version="1.0" encoding="UTF-8"?>

@@ -15,7 +15,7 @@ struct FrameCase {
 
 class KeptFrame : public testing::TestWithParam<FrameCase> {};
 
-TEST_P(KeptFrame, IsReadFromAroundTheElement) {
+TEST_P(KeptFrame, IsTheTextAroundTheElement) {
   const FrameCase& expected = GetParam();
   for (const char* element : {"<plan/>", "<plan><!-- inside --></plan>", "<plan a='-->'>text</plan >"}) {
     const PlanFrame frame = FrameOf(expected.head + element + expected.tail);
@@ -36,13 +36,19 @@ INSTANTIATE_TEST_SUITE_P(
                     FrameCase{"DocumentTypeWithSubset", "<!DOCTYPE plan [ <!ELEMENT plan ANY> ]>\n", ""}),
     [](const testing::TestParamInfo<FrameCase>& test) { return std::string(test.param.name); });
 
-TEST(PlanFrame, HasLineFeedsOnly) {
+TEST(PlanFrame, HasOnlyLineFeeds) {
   const PlanFrame frame = FrameOf("<?xml version='1.0'?>\r\n<!-- a\rb -->\r\n<plan/>\r\n");
   EXPECT_EQ(frame.head, "<?xml version='1.0'?>\n<!-- a\nb -->\n");
   EXPECT_EQ(frame.tail, "\n");
 }
 
-TEST(PlanFrame, OfAnotherEncodingIsThatOfANewPlan) {
+TEST(PlanFrame, ConvertsCarriageReturnsAtItsEnds) {
+  const PlanFrame frame = FrameOf("<?xml version='1.0'?>\r<plan/>\r");
+  EXPECT_EQ(frame.head, "<?xml version='1.0'?>\n");
+  EXPECT_EQ(frame.tail, "\n");
+}
+
+TEST(PlanFrame, OfAnotherEncodingIsReplaced) {
   const PlanFrame ofNewPlan;
   EXPECT_EQ(FrameOf("<?xml version='1.0' encoding='windows-1252'?><!-- caf\xE9 --><plan/>").head,
             ofNewPlan.head);
@@ -50,7 +56,7 @@ TEST(PlanFrame, OfAnotherEncodingIsThatOfANewPlan) {
   EXPECT_EQ(FrameOf(std::string("<\0p\0l\0a\0n\0/\0>\0", 14)).tail, ofNewPlan.tail);
 }
 
-TEST(PlanFrame, ThatCannotBeToldApartIsThatOfANewPlan) {
+TEST(PlanFrame, ThatIsAmbiguousIsReplaced) {
   for (const char* bytes : {"<!-- a --><plan/><?b <? ?>", "<!DOCTYPE plan [ ] ><plan/><!-- ]> -->"}) {
     const PlanFrame frame = FrameOf(bytes);
     EXPECT_EQ(frame.head, PlanFrame().head) << bytes;

@@ -27,7 +27,7 @@ class NewPlan : public testing::TestWithParam<QBKRNproduct> {
   TemporaryFolder folder;
 };
 
-TEST_P(NewPlan, SaysItsProductAndStart) {
+TEST_P(NewPlan, HasItsProductAndStart) {
   const auto plan = PlanFile::Open(folder / "new.kpf");
   EXPECT_EQ(plan->Product(), GetParam());
   EXPECT_EQ(plan->Start(), (PlanStart{2003, 7}));
@@ -43,7 +43,7 @@ TEST_P(NewPlan, HasRowsOfItsTablesWidth) {
   }
 }
 
-TEST_P(NewPlan, HoldsNumbersAboveARowOfTotals) {
+TEST_P(NewPlan, HasNumbersAboveARowOfTotals) {
   for (const PlanTableContent& table : Content()) {
     for (const PlanBlock& block : table.blocks) {
       ASSERT_GE(block.rows.size(), 2U);
@@ -63,7 +63,7 @@ TEST_P(NewPlan, HoldsNumbersAboveARowOfTotals) {
   }
 }
 
-TEST_P(NewPlan, HasBlocksThatFollowOneAnotherDownTheSheet) {
+TEST_P(NewPlan, HasConsecutiveBlocks) {
   for (const PlanTableContent& table : Content()) {
     double next = 1;
     for (const PlanBlock& block : table.blocks) {
@@ -92,7 +92,7 @@ TEST_P(NewPlan, HasTheSameRowsInPlannedAndActualBlocks) {
   }
 }
 
-TEST_P(NewPlan, IsSavedByTheFirstSaveAsItWasWritten) {
+TEST_P(NewPlan, IsUnchangedByItsFirstSave) {
   const std::string written = ReadText(folder / "new.kpf");
   PlanFile::Open(folder / "new.kpf")->Save();
   EXPECT_EQ(ReadText(folder / "new.kpf"), written);
@@ -157,7 +157,7 @@ TEST(PlanLayout, OfCorHasTwoPastYearsAndTwelvePastMonths) {
   EXPECT_EQ(Outline(QBKRN_COR), std::string(salesOutline) + expenseOutline + PastOutline("O"));
 }
 
-TEST(PlanLayout, OfBriHasContributionMarginsInPlaceOfExpensesAndNoPast) {
+TEST(PlanLayout, OfBriHasContributionMarginsInsteadOfExpensesAndPast) {
   EXPECT_EQ(Outline(QBKRN_BRI), std::string(salesOutline) + R"(20/2000
  db_contributionmargin_cat2 at 5: Example expense, Other expenses, Total expenses, =SUM(N5:N6)
 21/2000
@@ -177,7 +177,7 @@ TEST(PlanCreate, RefusesToOverwriteAFileOrALink) {
     ASSERT_TRUE(error);
     EXPECT_EQ(error->Description(),
               "cannot create " + file.string() +
-                  ": there is a file of that name already, and it is not overwritten; choose "
+                  ": a file of that name already exists and is not overwritten; choose "
                   "another name or move that file away");
   }
   EXPECT_EQ(ReadText(folder / "old.kpf"), "old");
@@ -185,7 +185,7 @@ TEST(PlanCreate, RefusesToOverwriteAFileOrALink) {
   EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), fs::directory_iterator()), 2);
 }
 
-TEST(PlanCreate, RefusesAnUnknownProductAndAStartThatIsNoMonth) {
+TEST(PlanCreate, RefusesAnUnknownProductAndAnInvalidStart) {
   const TemporaryFolder folder;
   for (const auto& [product, start] :
        {std::pair{static_cast<QBKRNproduct>(4), PlanStart{2003, 1}}, std::pair{QBKRN_ALD, PlanStart{2003, 0}},
@@ -197,7 +197,7 @@ TEST(PlanCreate, RefusesAnUnknownProductAndAStartThatIsNoMonth) {
   EXPECT_TRUE(fs::is_empty(folder.Path()));
 }
 
-TEST(PlanCreate, InAMissingFolderSaysWhatAndWhere) {
+TEST(PlanCreate, InAMissingFolderNamesTheStepAndTheFile) {
   const TemporaryFolder folder;
   const fs::path file = folder.Path() / "none" / "new.kpf";
   const auto error = ErrorOf([&] { PlanFile::Create(file, QBKRN_ALD, {2003, 1}); });

@@ -25,7 +25,7 @@ TEST(PlanListing, WritesTextsInPrintableAscii) {
   }
 }
 
-TEST(PlanListing, HasOneLinePerCellInThePlansOrder) {
+TEST(PlanListing, HasOneLinePerCellInPlanOrder) {
   const TemporaryFolder folder;
   WriteText(folder / "garden.kpf", SmallPlanText());
   EXPECT_EQ(CellListing(*PlanFile::Open(folder / "garden.kpf")),

@@ -1,13 +1,19 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "plan_file/child_process.h"
+#include "files/step_operations.h"
 #include "plan_file/file.h"
 #include "plan_file/fixture.h"
-#include "plan_file/step_operations.h"
+#include "plan_file/write_process.h"
 
 namespace krnqb::plan_file {
 namespace {
+
+using files::Moment;
+using files::momentNames;
+using files::Step;
+using files::stepNames;
+using files::StepOperations;
 
 namespace fs = std::filesystem;
 
@@ -25,7 +31,7 @@ class FailedSave : public testing::TestWithParam<FailingStep> {
   fs::path file;
 };
 
-TEST_P(FailedSave, LeavesTheOldPlanAndNoTemporaryFileAndTheNextOneRuns) {
+TEST_P(FailedSave, KeepsTheOldPlanRemovesTheTemporaryFileAndCanBeRetried) {
   const FailingStep& failing = GetParam();
   StepOperations operations([&](Step step, Moment moment) {
     const bool fails = step == failing.step && moment == failing.moment;
@@ -38,7 +44,7 @@ TEST_P(FailedSave, LeavesTheOldPlanAndNoTemporaryFileAndTheNextOneRuns) {
   EXPECT_EQ(error->Description().find("cannot save " + file.string() + ": " + failing.phrase), 0U)
       << error->Description();
   EXPECT_NE(error->Description().find(
-                "failed: No space left on device; the file is as it was, make room on the disk "
+                "failed: No space left on device; the file is unchanged, free some disk space "
                 "and try again"),
             std::string::npos)
       << error->Description();
@@ -61,13 +67,13 @@ INSTANTIATE_TEST_SUITE_P(
                     FailingStep{Step::Write, Moment::Before, "writing"},
                     FailingStep{Step::Write, Moment::During, "writing"},
                     FailingStep{Step::Write, Moment::After, "writing"},
-                    FailingStep{Step::Sync, Moment::Before, "bringing to the disk"},
-                    FailingStep{Step::Sync, Moment::After, "bringing to the disk"},
+                    FailingStep{Step::Sync, Moment::Before, "flushing"},
+                    FailingStep{Step::Sync, Moment::After, "flushing"},
                     FailingStep{Step::KeepPrevious, Moment::Before, "keeping the previous version as"},
                     FailingStep{Step::KeepPrevious, Moment::After, "keeping the previous version as"},
-                    FailingStep{Step::Rename, Moment::Before, "giving its name to"},
-                    FailingStep{Step::SyncFolder, Moment::Before, "bringing to the disk the folder"},
-                    FailingStep{Step::SyncFolder, Moment::After, "bringing to the disk the folder"}),
+                    FailingStep{Step::Rename, Moment::Before, "renaming"},
+                    FailingStep{Step::SyncFolder, Moment::Before, "flushing the folder"},
+                    FailingStep{Step::SyncFolder, Moment::After, "flushing the folder"}),
     [](const testing::TestParamInfo<FailingStep>& test) {
       return std::string(stepNames[static_cast<std::size_t>(test.param.step)]) +
              std::string(momentNames[static_cast<std::size_t>(test.param.moment)]);
@@ -78,7 +84,7 @@ class RefusedSave : public testing::Test {
   RefusedSave() : file(folder / "garden.kpf") { WriteText(file, SmallPlanText()); }
 
   std::string FailureOfChild(const std::string& how) {
-    ChildProcess child({how, file.string()});
+    WriteProcess child({how, file.string()});
     std::string description = child.ReadLine();
     EXPECT_EQ(child.Wait(), 3) << description;
     EXPECT_EQ(ReadText(file), SmallPlanText());
@@ -90,33 +96,32 @@ class RefusedSave : public testing::Test {
   fs::path file;
 };
 
-TEST_F(RefusedSave, InAFolderThatCannotBeWrittenSaysSo) {
+TEST_F(RefusedSave, NamesAFolderThatCannotBeWritten) {
   ASSERT_EQ(::chmod(file.c_str(), 0666), 0);
   ASSERT_EQ(::chmod(folder.Path().c_str(), 0555), 0);
   EXPECT_EQ(FailureOfChild("unprivileged"), "cannot save " + file.string() + ": creating " + file.string() +
-                                                ".tmp failed: Permission denied; the file is as it was, make "
-                                                "sure that you have the right to it and "
-                                                "to its folder");
+                                                ".tmp failed: Permission denied; the file is unchanged, "
+                                                "make sure that you have permission to use "
+                                                "the file and its folder");
 }
 
-TEST_F(RefusedSave, OfAWriteProtectedPlanSaysSo) {
+TEST_F(RefusedSave, NamesAWriteProtectedPlan) {
   ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
   ASSERT_EQ(::chmod(folder.Path().c_str(), 0777), 0);
-  EXPECT_EQ(
-      FailureOfChild("unprivileged"),
-      "cannot save " + file.string() + ": changing " + file.string() +
-          " failed: Permission denied; the file is as it was, make sure that you have the right to it and to "
-          "its folder");
+  EXPECT_EQ(FailureOfChild("unprivileged"),
+            "cannot save " + file.string() + ": changing " + file.string() +
+                " failed: Permission denied; the file is unchanged, make sure that you have permission "
+                "to use the file and its folder");
 }
 
-TEST_F(RefusedSave, ThatTheSystemCutsOffInTheMiddleSaysSo) {
+TEST_F(RefusedSave, ReportsAFileSizeLimit) {
   EXPECT_EQ(FailureOfChild("limited"),
             "cannot save " + file.string() + ": writing " + file.string() +
-                ".tmp failed: File too large; the file is as it was, check the disk and "
+                ".tmp failed: File too large; the file is unchanged, check the disk and "
                 "try again");
 }
 
-TEST_F(RefusedSave, OfAPlanThatAnotherProgramChangedKeepsThatProgramsWork) {
+TEST_F(RefusedSave, KeepsTheChangesOfAnotherProgram) {
   const auto plan = PlanFile::Open(file);
   MarkVersion(*plan, 1);
   WriteText(file, "<plan><tables><!-- of another program --></tables></plan>");
@@ -126,14 +131,14 @@ TEST_F(RefusedSave, OfAPlanThatAnotherProgramChangedKeepsThatProgramsWork) {
   EXPECT_EQ(ReadText(file), "<plan><tables><!-- of another program --></tables></plan>");
 }
 
-TEST_F(RefusedSave, OfAPlanThatIsGoneMakesNoNewOne) {
+TEST_F(RefusedSave, DoesNotRecreateARemovedPlan) {
   const auto plan = PlanFile::Open(file);
   fs::remove(file);
   EXPECT_TRUE(ErrorOf([&] { plan->Save(); }));
   EXPECT_TRUE(fs::is_empty(folder.Path()));
 }
 
-TEST_F(RefusedSave, WhileAnotherOneWritesLeavesThatOneAlone) {
+TEST_F(RefusedSave, DoesNotDisturbASaveInProgress) {
   const auto first = PlanFile::Open(file);
   MarkVersion(*first, 1);
   std::optional<Error> second;

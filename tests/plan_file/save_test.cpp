@@ -9,12 +9,16 @@
 #include <utility>
 
 #include "files/descriptor.h"
+#include "files/step_operations.h"
 #include "plan_file/file.h"
 #include "plan_file/fixture.h"
-#include "plan_file/step_operations.h"
 
 namespace krnqb::plan_file {
 namespace {
+
+using files::Moment;
+using files::Step;
+using files::StepOperations;
 
 namespace fs = std::filesystem;
 
@@ -41,7 +45,7 @@ class PlanSave : public testing::Test {
   fs::path file;
 };
 
-TEST_F(PlanSave, OfAnUnchangedPlanWritesItAsItWasButForAttributeQuotes) {
+TEST_F(PlanSave, OfAnUnchangedPlanNormalizesOnlyAttributeQuotes) {
   PlanFile::Open(file)->Save();
   std::string expected = SmallPlanText();
   for (char& character : expected) {
@@ -50,7 +54,7 @@ TEST_F(PlanSave, OfAnUnchangedPlanWritesItAsItWasButForAttributeQuotes) {
   EXPECT_EQ(ReadText(file), expected);
 }
 
-TEST_F(PlanSave, TouchesNothingBefore) {
+TEST_F(PlanSave, ChangesNothingBeforehand) {
   const auto plan = PlanFile::Open(file);
   MarkVersion(*plan, 1);
   EXPECT_EQ(ReadText(file), SmallPlanText());
@@ -67,7 +71,7 @@ TEST_F(PlanSave, WritesTheLoadedTablesAndKeepsThePreviousVersionAsBak) {
   EXPECT_EQ(NamesInFolder(), (std::vector<std::string>{"garden.kpf", "garden.kpf.bak"}));
 }
 
-TEST_F(PlanSave, LeavesTheHostsOtherContentAsItStood) {
+TEST_F(PlanSave, KeepsTheHostsOtherContent) {
   const auto plan = PlanFile::Open(file);
   MarkVersion(*plan, 1);
   plan->Save();
@@ -102,7 +106,7 @@ TEST_F(PlanSave, WritesAPlanOfAnotherEncodingInUtf8) {
   EXPECT_EQ(ReadText(file), utf8);
 }
 
-TEST_F(PlanSave, CanBeRepeatedAndTheBakIsTheVersionBefore) {
+TEST_F(PlanSave, CanBeRepeatedAndKeepsThePreviousVersion) {
   const auto plan = PlanFile::Open(file);
   for (int version = 1; version <= 3; ++version) {
     MarkVersion(*plan, version);
@@ -123,8 +127,8 @@ TEST_F(PlanSave, KeepsThePermissions) {
   }
 }
 
-TEST_F(PlanSave, KeepsTheOwnerWhereItMay) {
-  if (::chown(file.c_str(), 1234, 5678) != 0) GTEST_SKIP() << "only an administrator can give files away";
+TEST_F(PlanSave, KeepsTheOwnerIfPermitted) {
+  if (::chown(file.c_str(), 1234, 5678) != 0) GTEST_SKIP() << "only root can change the owner of a file";
   PlanFile::Open(file)->Save();
   struct stat status {};
   ASSERT_EQ(::stat(file.c_str(), &status), 0);
@@ -132,7 +136,7 @@ TEST_F(PlanSave, KeepsTheOwnerWhereItMay) {
   EXPECT_EQ(status.st_gid, 5678U);
 }
 
-TEST_F(PlanSave, NeverLetsMorePeopleReadTheNewVersionThanTheOld) {
+TEST_F(PlanSave, NeverMakesTheNewVersionMoreReadableThanTheOld) {
   ASSERT_EQ(::chmod(file.c_str(), 0600), 0);
   mode_t widest = 0;
   StepOperations operations([&](Step, Moment) -> std::error_code {
@@ -143,7 +147,7 @@ TEST_F(PlanSave, NeverLetsMorePeopleReadTheNewVersionThanTheOld) {
   EXPECT_EQ(widest, 0600U);
 }
 
-TEST_F(PlanSave, ReplacesTheFileBehindASymbolicLinkAndTheLinkStaysALink) {
+TEST_F(PlanSave, ReplacesTheTargetOfASymbolicLink) {
   fs::create_directory(folder / "links");
   fs::create_symlink("../garden.kpf", folder / "links" / "plan.kpf");
   const auto plan = PlanFile::Open(folder / "links" / "plan.kpf");
@@ -155,7 +159,7 @@ TEST_F(PlanSave, ReplacesTheFileBehindASymbolicLinkAndTheLinkStaysALink) {
   EXPECT_EQ(std::distance(fs::directory_iterator(folder / "links"), fs::directory_iterator()), 1);
 }
 
-TEST_F(PlanSave, ReplacesATemporaryFileThatAKilledImportLeft) {
+TEST_F(PlanSave, ReplacesTheTemporaryFileOfAKilledImport) {
   WriteText(folder / "garden.kpf.tmp", "half a pl");
   WriteText(folder / "garden.kpf.bak.tmp", "half a backup");
   const auto plan = PlanFile::Open(file);
@@ -165,7 +169,7 @@ TEST_F(PlanSave, ReplacesATemporaryFileThatAKilledImportLeft) {
   EXPECT_EQ(NamesInFolder(), (std::vector<std::string>{"garden.kpf", "garden.kpf.bak"}));
 }
 
-TEST_F(PlanSave, DoesNotWriteThroughATemporaryNameThatIsALink) {
+TEST_F(PlanSave, DoesNotFollowALinkWithTheTemporaryName) {
   WriteText(folder / "other", "precious");
   fs::create_symlink("other", folder / "garden.kpf.tmp");
   PlanFile::Open(file)->Save();
@@ -173,7 +177,7 @@ TEST_F(PlanSave, DoesNotWriteThroughATemporaryNameThatIsALink) {
   EXPECT_FALSE(fs::is_symlink(file));
 }
 
-TEST_F(PlanSave, CopiesThePreviousVersionWhereAFileHasOneNameOnly) {
+TEST_F(PlanSave, CopiesThePreviousVersionWithoutHardLinks) {
   class OneNameOnly : public files::SystemFileOperations {
     std::error_code AddName(const fs::path& /*file*/, const fs::path& /*name*/) override {
       return std::make_error_code(std::errc::operation_not_permitted);
@@ -189,7 +193,7 @@ TEST_F(PlanSave, CopiesThePreviousVersionWhereAFileHasOneNameOnly) {
   EXPECT_EQ(NamesInFolder(), (std::vector<std::string>{"garden.kpf", "garden.kpf.bak"}));
 }
 
-// What the system reports of one file name of a folder.
+// Watches the events of one name in a folder.
 class NameWatch {
  public:
   explicit NameWatch(fs::path watched) : watched_(std::move(watched)), queue_(::inotify_init1(IN_NONBLOCK)) {
@@ -215,7 +219,7 @@ class NameWatch {
   files::FileDescriptor queue_;
 };
 
-TEST_F(PlanSave, NeitherTakesThePlansNameAwayNorWritesInPlace) {
+TEST_F(PlanSave, NeitherRemovesThePlanNorWritesInPlace) {
   const auto plan = PlanFile::Open(file);
   MarkVersion(*plan, 1);
   NameWatch watch(file);
@@ -223,7 +227,7 @@ TEST_F(PlanSave, NeitherTakesThePlansNameAwayNorWritesInPlace) {
   EXPECT_EQ(watch.Events(), (std::vector<std::uint32_t>{IN_MOVED_TO}));
 }
 
-TEST_F(PlanSave, ReplacesAnEarlierBakInOneGo) {
+TEST_F(PlanSave, ReplacesAnEarlierBakAtomically) {
   const auto plan = PlanFile::Open(file);
   plan->Save();
   NameWatch watch(folder / "garden.kpf.bak");

@@ -8,7 +8,7 @@
 namespace krnqb::plan_file {
 namespace {
 
-TEST(PlanTableView, AlignsNamesLeftAndEverythingElseRightByCharacters) {
+TEST(PlanTableView, AlignsNamesLeftAndOtherCellsRightByCharacters) {
   const PlanTableContent table{
       "20000000000000000000000000000600",
       {{"db_income_range_cat3",
@@ -24,7 +24,7 @@ TEST(PlanTableView, AlignsNamesLeftAndEverythingElseRightByCharacters) {
             "  ·       -3\n");
 }
 
-TEST(PlanTableView, HeadsTheColumnsWithRateAndMonths) {
+TEST(PlanTableView, HasHeadingsOfRateAndMonths) {
   PlanRow row(14, "0");
   row[0] = "Rent";
   const std::string view = TableView(
@@ -36,7 +36,7 @@ TEST(PlanTableView, HeadsTheColumnsWithRateAndMonths) {
       << view;
 }
 
-TEST(PlanTableView, PutsControlCharactersOnTheLineAsBlanks) {
+TEST(PlanTableView, ReplacesControlCharactersWithBlanks) {
   const std::string view = TableView(PlanTableContent{"1",
                                                       {{"b",
                                                         "",
@@ -47,13 +47,13 @@ TEST(PlanTableView, PutsControlCharactersOnTheLineAsBlanks) {
   EXPECT_NE(view.find("  a b c  1\n"), std::string::npos) << view;
 }
 
-TEST(PlanTableView, SaysThatThereIsNothing) {
+TEST(PlanTableView, ReportsMissingRowsAndBlocks) {
   EXPECT_EQ(TableView(PlanTableContent{"1", {}}, std::nullopt), "Table 1 (1)\n===========\n(no blocks)\n");
   EXPECT_NE(TableView(PlanTableContent{"1", {{"b", "", {}}}}, std::nullopt).find("b\n  (no rows)\n"),
             std::string::npos);
 }
 
-TEST(PlanTableView, ShowsAllTablesOrOneOrError9) {
+TEST(PlanTableView, ShowsAllTablesOrOneOrThrowsError9) {
   const TemporaryFolder folder;
   WriteText(folder / "garden.kpf", SmallPlanText());
   const auto plan = PlanFile::Open(folder / "garden.kpf");
@@ -67,7 +67,7 @@ TEST(PlanTableView, ShowsAllTablesOrOneOrError9) {
   EXPECT_EQ(error->Number(), error_number::subscriptOutOfRange);
 }
 
-TEST(PlanHeadings, SayWhatATableIs) {
+TEST(PlanHeadings, HaveATitlePerTable) {
   EXPECT_EQ(TableTitle("20000000000000000000000000000400"), "Planned sales and costs");
   EXPECT_EQ(TableTitle("21000000000000000000000000000400"), "Actual sales and costs");
   EXPECT_EQ(TableTitle("21000000000000000000000000002000"), "Actual contribution margin expenses");
@@ -92,7 +92,7 @@ TEST(PlanHeadings, OfPastPerformanceAreTheYearsBeforeThePlan) {
   EXPECT_EQ(withMonths[13], "Dec");
 }
 
-TEST(PlanHeadings, AreNoneForRowsOfAnotherWidth) {
+TEST(PlanHeadings, AreEmptyForRowsOfAnotherWidth) {
   EXPECT_TRUE(ColumnHeadings("db_income_range_cat3", 3, PlanStart{2003, 1}).empty());
   EXPECT_TRUE(ColumnHeadings("db_pastperformance_sales", 14, PlanStart{2003, 1}).empty());
 }

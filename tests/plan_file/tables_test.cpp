@@ -22,7 +22,7 @@ class PlanTablesTest : public testing::Test {
   std::shared_ptr<PlanFile> plan;
 };
 
-TEST_F(PlanTablesTest, SerializeGivesTheTableItemAsItStands) {
+TEST_F(PlanTablesTest, SerializeReturnsTheTableItem) {
   const std::string text = SmallPlanText();
   const std::size_t begin = text.find("<tableitem title=");
   const std::string_view end = "</tableitem>";
@@ -33,14 +33,14 @@ TEST_F(PlanTablesTest, SerializeGivesTheTableItemAsItStands) {
   EXPECT_EQ(Serialized(expenseTable), expected);
 }
 
-TEST_F(PlanTablesTest, SerializeTellsWhatHasBeenLoadedMeanwhile) {
+TEST_F(PlanTablesTest, SerializeReturnsTheLoadedBlocks) {
   const auto table = plan->Data()->tables(actualExpenseTable);
   Load(R"(<tableitem id="21000000000000000000000000000600"><tableblocks>new</tableblocks></tableitem>)");
   EXPECT_NE(table->Serialize().find("<tableblocks>new</tableblocks>"), std::string::npos)
       << table->Serialize();
 }
 
-TEST_F(PlanTablesTest, ATableThatThePlanDoesNotHaveIsError9NamingIt) {
+TEST_F(PlanTablesTest, AMissingTableIsError9NamingIt) {
   const auto error = ErrorOf([&] { plan->Data()->tables("20000000000000000000000000000999"); });
   ASSERT_TRUE(error);
   EXPECT_EQ(error->Number(), error_number::subscriptOutOfRange);
@@ -66,7 +66,7 @@ TEST_F(PlanTablesTest, LoadingReplacesTheBlocksAndTheStampAndKeepsTheRest) {
             "    </tableitem>");
 }
 
-TEST_F(PlanTablesTest, TablesAreFoundWhereverTheyStandInTheDocument) {
+TEST_F(PlanTablesTest, TablesAreFoundAnywhereInTheDocument) {
   const std::string planned =
       R"(<tableitem id="20000000000000000000000000000600"><tableblocks>1</tableblocks></tableitem>)";
   const std::string actual =
@@ -76,20 +76,20 @@ TEST_F(PlanTablesTest, TablesAreFoundWhereverTheyStandInTheDocument) {
   EXPECT_EQ(plan->Table(actualExpenseTable).Child("tableblocks").Text(), "2");
 }
 
-TEST_F(PlanTablesTest, TheLaterOfTwoRecordsOfOneTableStays) {
+TEST_F(PlanTablesTest, TheLastOfTwoRecordsOfOneTableIsKept) {
   Load(
       R"(<tables><tableitem id="21000000000000000000000000000600"><tableblocks>1</tableblocks></tableitem>)"
       R"(<tableitem id="21000000000000000000000000000600"><tableblocks>2</tableblocks></tableitem></tables>)");
   EXPECT_EQ(plan->Table(actualExpenseTable).Child("tableblocks").Text(), "2");
 }
 
-TEST_F(PlanTablesTest, WhatATableSerializesLoadsBackWithoutAChange) {
+TEST_F(PlanTablesTest, LoadingASerializedTableChangesNothing) {
   const std::string before = Serialized(expenseTable);
   Load(before);
   EXPECT_EQ(Serialized(expenseTable), before);
 }
 
-TEST_F(PlanTablesTest, ATextThatIsEmptyOrDoesNotParseOrHasNoTablesChangesNothing) {
+TEST_F(PlanTablesTest, AnEmptyOrMalformedTextOrOneWithoutTablesChangesNothing) {
   const std::string before = Serialized(expenseTable) + Serialized(actualExpenseTable);
   for (const char* text :
        {"", "no XML", "<tables>", "<tables>\r\n\r\n</tables>",

@@ -1,14 +1,13 @@
-// A process for the tests that kill it or take rights from it:
+// A program for the tests that kill a save or restrict its rights:
 //
 //   plan_write_child step PLAN VERSION STEP MOMENT   saves once and kills itself at that step
-//   plan_write_child loop PLAN VERSION               saves version after version until it is killed, and
-//   prints a
+//   plan_write_child loop PLAN VERSION               saves one version after another until killed; prints a
 //                                                    line after the first
-//   plan_write_child hold PLAN                       claims the plan, prints a line and waits to be killed
-//   plan_write_child unprivileged PLAN               saves as a person without special rights
-//   plan_write_child limited PLAN                    saves while no file may grow past 200 bytes
+//   plan_write_child hold PLAN                       locks the plan, prints a line and waits to be killed
+//   plan_write_child unprivileged PLAN               saves as an unprivileged user
+//   plan_write_child limited PLAN                    saves with a file size limit of 200 bytes
 //
-// A save that fails prints its error and exits with 3.
+// If a save fails, it prints the error and exits with 3.
 
 #include <sys/resource.h>
 #include <unistd.h>
@@ -20,13 +19,19 @@
 #include <vector>
 
 #include "files/lock.h"
+#include "files/step_operations.h"
 #include "krnqb/error.h"
 #include "plan_file/file.h"
 #include "plan_file/fixture.h"
-#include "plan_file/step_operations.h"
 
 namespace krnqb::plan_file {
 namespace {
+
+using files::Moment;
+using files::momentNames;
+using files::Step;
+using files::stepNames;
+using files::StepOperations;
 
 constexpr int failed = 3;
 constexpr int wrongUsage = 2;
@@ -57,7 +62,7 @@ int SaveUpTo(const std::string& plan, int version, std::string_view step, std::s
   return 0;
 }
 
-[[noreturn]] void SaveForEver(const std::string& plan, int version) {
+[[noreturn]] void SaveForever(const std::string& plan, int version) {
   const files::PlanLock lock(plan);
   const std::shared_ptr<PlanFile> file = PlanFile::Open(plan);
   for (int saves = 0;; ++saves) {
@@ -96,7 +101,7 @@ int SaveLimited(const std::string& plan) {
 int Run(const std::vector<std::string>& words) {
   if (words.size() == 5 && words[0] == "step")
     return SaveUpTo(words[1], Number(words[2]), words[3], words[4]);
-  if (words.size() == 3 && words[0] == "loop") SaveForEver(words[1], Number(words[2]));
+  if (words.size() == 3 && words[0] == "loop") SaveForever(words[1], Number(words[2]));
   if (words.size() == 2 && words[0] == "hold") Hold(words[1]);
   if (words.size() == 2 && words[0] == "unprivileged") return SaveUnprivileged(words[1]);
   if (words.size() == 2 && words[0] == "limited") return SaveLimited(words[1]);

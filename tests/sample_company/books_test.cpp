@@ -6,7 +6,7 @@
 #include "sample_company/generator.h"
 #include "sample_company/testing.h"
 
-// What the accounts of a generated company come to.
+// The balances of a generated company's accounts.
 
 namespace krnqb::sample_company {
 namespace {
@@ -25,7 +25,7 @@ bool IsShownAsCredit(const std::string& accountType) {
   return types.contains(accountType);
 }
 
-/// The accounts, and what the transactions post to them, added up from the records.
+/// The accounts and the postings of all transactions, summed from the records.
 class Books {
  public:
   explicit Books(const GeneratedCompany& company) : accounts(company.Accounts()) {
@@ -37,12 +37,12 @@ class Books {
     }
   }
 
-  /// An account's balance, debits positive.
+  /// Returns an account's balance, debits positive.
   static std::int64_t Balance(const XmlElement& account) {
     const std::int64_t balance = AmountAt(account, "Balance");
     return IsShownAsCredit(TextAt(account, "AccountType")) ? -balance : balance;
   }
-  /// What an account must have had before the first transaction.
+  /// Returns an account's balance before the first transaction.
   std::int64_t Opening(const XmlElement& account) {
     return Balance(account) - posted[TextAt(account, "ListID")];
   }
@@ -74,7 +74,7 @@ std::set<std::string> ParentsOf(const std::vector<XmlElement>& accounts) {
   return parents;
 }
 
-TEST(GeneratedBooks, BalanceProfitAndLossByTheirPostings) {
+TEST(GeneratedBooks, ExplainProfitAndLossBalancesByPostings) {
   Books books{GeneratedCompany(FullCompany())};
   for (const XmlElement& account : books.accounts) {
     const std::string type = TextAt(account, "AccountType");
@@ -85,7 +85,7 @@ TEST(GeneratedBooks, BalanceProfitAndLossByTheirPostings) {
   }
 }
 
-TEST(GeneratedBooks, BalanceReceivablesPayablesAndStockByWhatIsOpen) {
+TEST(GeneratedBooks, ExplainReceivablesPayablesAndStockByOpenItems) {
   const GeneratedCompany company(FullCompany());
   const auto balanceOf = [&](std::string_view name) {
     return AmountAt(XmlElement::Parse(company.Answer(request_number::allAccounts)),
@@ -114,7 +114,7 @@ TEST(GeneratedBooks, BalanceReceivablesPayablesAndStockByWhatIsOpen) {
   EXPECT_EQ(balanceOf("Inventory Asset"), stock);
 }
 
-TEST(GeneratedBooks, ComeToZero) {
+TEST(GeneratedBooks, SumToZero) {
   for (const GeneratorSettings& settings : {FullCompany(), PlainCompany()}) {
     Books books{GeneratedCompany(settings)};
     std::int64_t sum = 0;
@@ -124,17 +124,17 @@ TEST(GeneratedBooks, ComeToZero) {
       openings += books.Opening(account);
     }
     EXPECT_EQ(sum, 0);
-    // Invoiced expenses are due from customers, but are posted to no other account.
+    // Invoiced expenses are due from customers but have no other posting.
     EXPECT_EQ(openings == 0, !settings.features.billableExpenses);
   }
 }
 
-TEST(GeneratedBooks, ShowTotalsOfAccountsAndAllBelow) {
+TEST(GeneratedBooks, IncludeSubAccountsInTotals) {
   const Books books{GeneratedCompany(FullCompany())};
   Amounts totals;
   for (const XmlElement& account : books.accounts)
     totals[TextAt(account, "ListID")] += AmountAt(account, "Balance");
-  // Children come after their parents in the answer.
+  // Children follow their parents in the answer.
   for (auto account = books.accounts.rbegin(); account != books.accounts.rend(); ++account) {
     const std::string parent = TextAt(*account, "ParentRef/ListID");
     if (!parent.empty()) totals[parent] += totals[TextAt(*account, "ListID")];
@@ -181,7 +181,7 @@ TEST(GeneratedBooks, PostToEveryLoneExpenseAccountInEveryYear) {
   }
 }
 
-TEST(GeneratedBooks, PostToParentsOnlyWhenAsked) {
+TEST(GeneratedBooks, PostToParentsOnlyOnRequest) {
   const auto postedParents = [](const GeneratorSettings& settings) {
     const Books books{GeneratedCompany(settings)};
     std::size_t count = 0;
@@ -192,7 +192,7 @@ TEST(GeneratedBooks, PostToParentsOnlyWhenAsked) {
   EXPECT_EQ(postedParents(PlainCompany()), 0U);
 }
 
-TEST(GeneratedBooks, LeaveOutWhatIsNotAsked) {
+TEST(GeneratedBooks, OmitFeaturesThatAreOff) {
   const GeneratedCompany full(FullCompany());
   const GeneratedCompany plain(PlainCompany());
   const auto count = [](const GeneratedCompany& company, const std::string& path) {
@@ -216,7 +216,7 @@ TEST(GeneratedBooks, LeaveOutWhatIsNotAsked) {
   EXPECT_EQ(AmountAt(XmlElement::Parse(plain.Answer(request_number::allAccounts)), depreciation), 0);
 }
 
-TEST(GeneratedBooks, NumberAccountsWhenAsked) {
+TEST(GeneratedBooks, NumberAccountsOnRequest) {
   GeneratorSettings settings = PlainCompany();
   settings.features.accountNumbers = true;
   const GeneratedCompany company(settings);

@@ -6,35 +6,36 @@
 
 #include "company/records/errors.h"
 #include "sample_company/testing.h"
+#include "thrown_error.h"
 
 namespace krnqb::sample_company {
 namespace {
 
 using testing::Contents;
-using testing::ErrorOf;
 using testing::FullCompany;
 using testing::GeneratedCompany;
-using testing::TemporaryFolder;
 using testing::TextAt;
+using tests::TemporaryFolder;
+using tests::ThrownError;
 
 std::int64_t CountOf(const GeneratorSummary& summary, std::string_view kind) {
   const auto found = std::ranges::find(summary.records, kind, &company::RecordCount::kind);
   return found == summary.records.end() ? 0 : found->count;
 }
 
-TEST(CompanyGenerator, MakesTheSameCompanyForTheSameSeed) {
+TEST(CompanyGenerator, GeneratesTheSameCompanyForTheSameSeed) {
   const std::string contents = Contents(GeneratedCompany(FullCompany()));
   EXPECT_GT(contents.size(), 1'000'000U);
   EXPECT_EQ(Contents(GeneratedCompany(FullCompany())), contents);
 }
 
-TEST(CompanyGenerator, MakesAnotherCompanyForAnotherSeed) {
+TEST(CompanyGenerator, GeneratesAnotherCompanyForAnotherSeed) {
   GeneratorSettings settings = FullCompany();
   ++settings.seed;
   EXPECT_NE(Contents(GeneratedCompany(settings)), Contents(GeneratedCompany(FullCompany())));
 }
 
-TEST(CompanyGenerator, MakesAsManyOfEachAsItIsAsked) {
+TEST(CompanyGenerator, GeneratesTheRequestedNumbers) {
   const GeneratorSummary summary = GeneratedCompany(FullCompany()).summary;
   EXPECT_EQ(CountOf(summary, "AccountRet"), 150);
   std::int64_t items = 0;
@@ -48,14 +49,14 @@ TEST(CompanyGenerator, MakesAsManyOfEachAsItIsAsked) {
   EXPECT_EQ(transactions, 2'000);
 }
 
-TEST(CompanyGenerator, TellsLinesAndFileSize) {
+TEST(CompanyGenerator, ReportsLinesAndFileSize) {
   const GeneratedCompany company(FullCompany());
   std::size_t lines = 0;
   for (const XmlElement& transaction : company.Transactions()) {
     lines += transaction.SelectAll(".//*[TxnLineID]").size();
   }
   EXPECT_EQ(company.summary.transactionLines, static_cast<std::int64_t>(lines));
-  EXPECT_EQ(company.summary.fileSize, std::filesystem::file_size(company.folder.File("company.qbw")));
+  EXPECT_EQ(company.summary.fileSize, std::filesystem::file_size(company.folder / "company.qbw"));
   EXPECT_GE(lines, 6'000U) << "a transaction has three to four lines";
 }
 
@@ -70,7 +71,7 @@ TEST(CompanyGenerator, NamesTheCompanyAndItsProcessor) {
   EXPECT_EQ(info.fiscalMonth, 1);
 }
 
-TEST(CompanyGenerator, CanDoWithTheLeastOfEverything) {
+TEST(CompanyGenerator, AcceptsTheMinimumOfEverything) {
   GeneratorSettings settings;
   settings.accounts = GeneratorBounds::leastAccounts;
   settings.items = GeneratorBounds::leastItems;
@@ -147,19 +148,19 @@ TEST(CompanyGenerator, RefusesSettingsOutOfBounds) {
   for (const Case& refused : cases) {
     GeneratorSettings settings = FullCompany();
     refused.change(settings);
-    const Error error = ErrorOf([&] { GenerateCompany(folder.File("company.qbw"), settings); });
+    const Error error = ThrownError([&] { GenerateCompany(folder / "company.qbw", settings); });
     EXPECT_EQ(error.Number(), error_number::invalidProcedureCall) << refused.what;
     EXPECT_NE(error.Description().find(refused.inDescription), std::string::npos) << error.Description();
   }
   EXPECT_EQ(folder.FileNames(), std::vector<std::string>());
 }
 
-TEST(CompanyGenerator, LeavesAFileOfThatNameAsItIs) {
+TEST(CompanyGenerator, DoesNotReplaceAFile) {
   const TemporaryFolder folder;
-  testing::WriteBytes(folder.File("company.qbw"), "precious");
-  EXPECT_EQ(ErrorOf([&] { GenerateCompany(folder.File("company.qbw"), FullCompany()); }).Number(),
+  tests::WriteText(folder / "company.qbw", "precious");
+  EXPECT_EQ(ThrownError([&] { GenerateCompany(folder / "company.qbw", FullCompany()); }).Number(),
             company::company_error::fileAlreadyExists);
-  EXPECT_EQ(testing::ReadBytes(folder.File("company.qbw")), "precious");
+  EXPECT_EQ(tests::ReadText(folder / "company.qbw"), "precious");
 }
 
 }  // namespace

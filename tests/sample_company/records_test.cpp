@@ -6,7 +6,7 @@
 #include "sample_company/generator.h"
 #include "sample_company/testing.h"
 
-// What the records of a generated company look like.
+// The records of a generated company.
 
 namespace krnqb::sample_company {
 namespace {
@@ -18,7 +18,7 @@ using testing::TextAt;
 
 using Names = std::vector<std::string_view>;
 
-// The order of the elements inside each element, as QuickBooks answers them.
+// The order of child elements in QuickBooks' answers.
 const std::map<std::string, Names, std::less<>>& ElementOrders() {
   static const Names list = {"ListID",   "TimeCreated", "TimeModified", "EditSequence", "Name",
                              "FullName", "IsActive",    "ParentRef",    "Sublevel"};
@@ -134,7 +134,7 @@ const std::map<std::string, Names, std::less<>>& ElementOrders() {
   return orders;
 }
 
-// Kinds of lines may alternate in a sale; everything else stands in its order.
+// Kinds of lines may alternate in a sale; all other elements are in order.
 bool MayAlternate(std::string_view name) {
   return name.starts_with("InvoiceLine") || name.starts_with("SalesReceiptLine") || name == "ItemLineRet" ||
          name == "ItemGroupLineRet";
@@ -187,7 +187,7 @@ class GeneratedRecords : public ::testing::Test {
   }
 };
 
-TEST_F(GeneratedRecords, AreOfEveryKindThatItPromises) {
+TEST_F(GeneratedRecords, AreOfEveryKind) {
   std::set<std::string> kinds;
   for (const company::RecordCount& count : Company().summary.records) kinds.insert(count.kind);
   EXPECT_EQ(kinds,
@@ -207,18 +207,18 @@ TEST_F(GeneratedRecords, HaveAccountsOfEveryTypeOnThreeLevels) {
   EXPECT_EQ(TextsOfAll("self::AccountRet[AccountType = 'Expense']/Sublevel").size(), 3U);
 }
 
-TEST_F(GeneratedRecords, HaveNamesOfTheirOwn) {
+TEST_F(GeneratedRecords, HaveUniqueNames) {
   EXPECT_EQ(TextsOfAll("self::AccountRet/FullName").size(), 150U);
   EXPECT_EQ(TextsOfAll("self::AccountRet[Sublevel = 0]/Name").size(),
             CountInAll("self::AccountRet[Sublevel = 0]"));
   EXPECT_EQ(TextsOfAll("self::*[starts-with(name(), 'Item')]/ListID").size(), 60U);
 }
 
-TEST_F(GeneratedRecords, StandInTheirOrderOfElements) {
+TEST_F(GeneratedRecords, HaveTheirElementsInOrder) {
   for (const XmlElement& record : All()) ExpectOrder(record);
 }
 
-TEST_F(GeneratedRecords, AreWrittenAsALoadedDocumentIsKept) {
+TEST_F(GeneratedRecords, AreStoredLikeALoadedDocument) {
   for (const std::int32_t request : testing::transactionRequests) {
     std::string records;
     std::string heads;
@@ -236,9 +236,9 @@ TEST_F(GeneratedRecords, AreWrittenAsALoadedDocumentIsKept) {
   }
 }
 
-TEST_F(GeneratedRecords, AreReportedAsALoadedDocumentIs) {
+TEST_F(GeneratedRecords, AreReportedLikeALoadedDocument) {
   company::CompanyFile loaded =
-      company::CompanyFile::Create(Company().folder.File("loaded.qbw"), "Loaded", 1, "2.0");
+      company::CompanyFile::Create(Company().folder / "loaded.qbw", "Loaded", 1, "2.0");
   for (const std::int32_t request :
        {request_number::allAccounts, request_number::items, request_number::bills, request_number::checks,
         request_number::creditCardCharges, request_number::invoices, request_number::salesReceipts}) {
@@ -252,7 +252,7 @@ TEST_F(GeneratedRecords, AreReportedAsALoadedDocumentIs) {
   }
 }
 
-TEST_F(GeneratedRecords, ShowWhatTheirLinesComeTo) {
+TEST_F(GeneratedRecords, HaveTheTotalsOfTheirLines) {
   for (const XmlElement& transaction : Company().Transactions()) {
     std::int64_t lines = 0;
     for (const XmlElement& amount : transaction.SelectAll(".//*[TxnLineID]/Amount")) {
@@ -274,7 +274,7 @@ TEST_F(GeneratedRecords, ShowWhatTheirLinesComeTo) {
   }
 }
 
-TEST_F(GeneratedRecords, HaveCreditsGroupsDiscountsAndTextLines) {
+TEST_F(GeneratedRecords, IncludeCreditsGroupsDiscountsAndTextLines) {
   EXPECT_GT(CountInAll("ExpenseLineRet[Amount < 0]"), 10U);
   EXPECT_GT(CountInAll("InvoiceLineRet[Quantity < 0] | SalesReceiptLineRet[Quantity < 0]"), 10U);
   EXPECT_GT(CountInAll("ItemGroupLineRet[count(ItemLineRet) > 1]"), 10U);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <cstdint>
 #include <map>
@@ -7,20 +9,19 @@
 #include <string_view>
 #include <vector>
 
+#include "company/file.h"
 #include "company/records/amount.h"
-#include "company/testing.h"
 #include "qbxml/request_catalogue.h"
 #include "sample_company/generator.h"
+#include "temporary_folder.h"
 
 namespace krnqb::sample_company::testing {
-
-using namespace company::testing;
 
 inline constexpr std::array transactionRequests = {request_number::bills, request_number::checks,
                                                    request_number::creditCardCharges,
                                                    request_number::invoices, request_number::salesReceipts};
 
-/// A company of some two thousand transactions that has everything.
+/// Returns the settings of a company with all features and two thousand transactions.
 inline GeneratorSettings FullCompany() {
   GeneratorSettings settings;
   settings.accounts = 150;
@@ -34,7 +35,7 @@ inline GeneratorSettings FullCompany() {
   return settings;
 }
 
-/// The same without any of its features.
+/// Returns the same settings without any features.
 inline GeneratorSettings PlainCompany() {
   GeneratorSettings settings = FullCompany();
   settings.features = {false, false, false, false, false, false, false};
@@ -45,12 +46,12 @@ inline GeneratorSettings PlainCompany() {
 class GeneratedCompany {
  public:
   explicit GeneratedCompany(const GeneratorSettings& settings)
-      : summary(GenerateCompany(folder.File("company.qbw"), settings)),
-        file(company::CompanyFile::Open(folder.File("company.qbw"), company::FileAccess::ReadOnly)) {}
+      : summary(GenerateCompany(folder / "company.qbw", settings)),
+        file(company::CompanyFile::Open(folder / "company.qbw", company::FileAccess::ReadOnly)) {}
 
   std::string Answer(std::int32_t request) const { return file.Answer(BuildRequest(request, "", "")); }
 
-  /// The records of an answer.
+  /// Returns the records of an answer.
   std::vector<XmlElement> Records(std::int32_t request) const {
     return XmlElement::Parse(Answer(request)).SelectAll("/QBXML/QBXMLMsgsRs/*/*");
   }
@@ -64,12 +65,12 @@ class GeneratedCompany {
     return all;
   }
 
-  TemporaryFolder folder;
+  tests::TemporaryFolder folder;
   GeneratorSummary summary;
   company::CompanyFile file;
 };
 
-/// What the company answers to everything that it can be asked.
+/// Returns the company's answers to all requests.
 inline std::string Contents(const GeneratedCompany& company) {
   std::string contents;
   for (const std::int32_t request : {request_number::company, request_number::preferences,
@@ -80,13 +81,13 @@ inline std::string Contents(const GeneratedCompany& company) {
   return contents;
 }
 
-/// The text of a descendant, by its path from an element; empty when there is none.
+/// Returns the text at a path from an element; empty if there is none.
 inline std::string TextAt(const XmlElement& element, const std::string& path) {
   const XmlElement found = element.Select(path);
   return found ? found.Text() : std::string();
 }
 
-/// An amount in hundredths; fails the test when the path leads to none.
+/// Returns the amount at a path, in hundredths; fails the test if there is none.
 inline std::int64_t AmountAt(const XmlElement& element, const std::string& path) {
   const auto amount = company::Hundredths(TextAt(element, path));
   EXPECT_TRUE(amount) << path << " of " << element.Xml();

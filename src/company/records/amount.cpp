@@ -9,7 +9,7 @@
 namespace krnqb::company {
 namespace {
 
-// Far above any real amount, and far enough below the range of 64 bits that sums of such amounts stay in it.
+// Far above any real amount, yet small enough for sums to stay within 64 bits.
 constexpr double greatestAmount = 1e12;
 
 }  // namespace

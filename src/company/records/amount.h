@@ -7,11 +7,11 @@
 
 namespace krnqb::company {
 
-/// An amount of money in hundredths of the currency, halves rounded away from 0. Nothing for a text that is
-/// no number, or one beyond a million millions.
+/// Parses an amount of money in hundredths of the currency, halves rounded away from 0. Returns nullopt if
+/// the text is not a number or exceeds 10^12.
 std::optional<std::int64_t> Hundredths(std::string_view amount) noexcept;
 
-/// The amount as records write it: "14175.00", "-0.05".
+/// Formats an amount as in records: "14175.00", "-0.05".
 std::string AmountText(std::int64_t hundredths);
 
 }  // namespace krnqb::company

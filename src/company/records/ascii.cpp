@@ -12,7 +12,7 @@
 namespace krnqb::company {
 namespace {
 
-// The number of bytes that follow a character's first one; 0 when it cannot be a first one.
+// Returns the number of bytes that follow a lead byte; 0 if it is not a lead byte.
 std::size_t FollowingBytes(unsigned char first) {
   if (first >= 0xC2 && first <= 0xDF) return 1;
   if (first >= 0xE0 && first <= 0xEF) return 2;
@@ -20,16 +20,16 @@ std::size_t FollowingBytes(unsigned char first) {
   return 0;
 }
 
-// Takes one character above ASCII off the front of a text.
+// Removes and returns the non-ASCII character at the front of a text.
 std::uint32_t TakeCharacter(std::string_view& utf8) {
   const auto first = static_cast<unsigned char>(utf8.front());
   const std::size_t following = FollowingBytes(first);
   if (following == 0 || utf8.size() <= following)
-    throw Error(company_error::cannotParse, "a text is not in UTF-8");
+    throw Error(company_error::cannotParse, "a text is not valid UTF-8");
   std::uint32_t character = first & (0x3FU >> following);
   for (std::size_t position = 1; position <= following; ++position) {
     const auto byte = static_cast<unsigned char>(utf8[position]);
-    if ((byte & 0xC0U) != 0x80U) throw Error(company_error::cannotParse, "a text is not in UTF-8");
+    if ((byte & 0xC0U) != 0x80U) throw Error(company_error::cannotParse, "a text is not valid UTF-8");
     character = character << 6U | (byte & 0x3FU);
   }
   utf8.remove_prefix(following + 1);

@@ -20,7 +20,7 @@ constexpr int busyMilliseconds = 250;
       throw Error(company_error::cannotOpen,
                   fmt::format("The company file {} is locked: another program is using it.", file));
     case SQLITE_NOTADB:
-      throw Error(company_error::cannotOpen, fmt::format("The file {} is no company file.", file));
+      throw Error(company_error::cannotOpen, fmt::format("The file {} is not a company file.", file));
     case SQLITE_CORRUPT:
       throw Error(company_error::cannotOpen,
                   fmt::format("The company file {} is damaged: {}.", file, message));
@@ -33,7 +33,8 @@ constexpr int busyMilliseconds = 250;
       throw Error(company_error::cannotOpen,
                   fmt::format("The company file {} cannot be written: {}.", file, message));
     default:
-      throw Error(company_error::unexpected, fmt::format("The company file {} failed: {}.", file, message));
+      throw Error(company_error::unexpected,
+                  fmt::format("An operation on the company file {} failed: {}.", file, message));
   }
 }
 
@@ -50,7 +51,7 @@ void Statement::Finalize::operator()(sqlite3_stmt* statement) const noexcept {
 }
 
 Statement& Statement::Bind(int parameter, std::string_view text) {
-  const char* const begin = text.data() == nullptr ? "" : text.data();  // null would bind nothing
+  const char* const begin = text.data() == nullptr ? "" : text.data();  // a null pointer would bind NULL
   Check(sqlite3_bind_text64(handle_.get(), parameter, begin, text.size(), nullptr, SQLITE_UTF8),
         sqlite3_db_handle(handle_.get()));
   return *this;
@@ -66,7 +67,7 @@ Statement& Statement::Bind(int parameter, double number) {
   return *this;
 }
 
-Statement& Statement::BindNothing(int parameter) {
+Statement& Statement::BindNull(int parameter) {
   Check(sqlite3_bind_null(handle_.get(), parameter), sqlite3_db_handle(handle_.get()));
   return *this;
 }
@@ -97,7 +98,7 @@ std::int64_t Statement::Integer(int column) const {
   return sqlite3_column_int64(handle_.get(), column);
 }
 
-bool Statement::IsNothing(int column) const {
+bool Statement::IsNull(int column) const {
   return sqlite3_column_type(handle_.get(), column) == SQLITE_NULL;
 }
 
@@ -109,7 +110,7 @@ Database::Database(const std::filesystem::path& file, FileAccess access) {
   const int flags = access == FileAccess::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   sqlite3* connection = nullptr;
   const int result = sqlite3_open_v2(file.c_str(), &connection, flags | SQLITE_OPEN_EXRESCODE, nullptr);
-  handle_.reset(connection);  // a refused connection has to be closed too
+  handle_.reset(connection);  // a failed connection must be closed too
   if (result != SQLITE_OK) Fail(result, file.string(), sqlite3_errstr(result));
   sqlite3_busy_timeout(connection, busyMilliseconds);
 }
@@ -131,7 +132,7 @@ std::int64_t Database::Integer(std::string_view query) const {
   return statement.Step() ? statement.Integer(0) : 0;
 }
 
-Transaction::Transaction(const Database& changed) : database_(changed) {
+Transaction::Transaction(const Database& database) : database_(database) {
   database_.Execute("BEGIN IMMEDIATE");
 }
 
@@ -140,7 +141,7 @@ Transaction::~Transaction() {
   try {
     database_.Execute("ROLLBACK");
   } catch (const Error&) {
-    // Some failures have rolled back already; the next reader of the file rolls back in any other case.
+    // Some failures have already rolled back; otherwise the next reader of the file does.
   }
 }
 

@@ -12,50 +12,50 @@ namespace krnqb::company {
 
 enum class FileAccess { ReadOnly, ReadWrite };
 
-/// A prepared statement. It must not outlive its database. Parameters are counted from 1, columns from 0.
-/// Every operation throws Error as `Database` does.
+/// A prepared statement. It must not outlive its database. Parameters are counted from 1, columns from 0. Its
+/// operations throw Error as `Database` does.
 class Statement {
  public:
-  /// The text is read when the statement steps, and must live until it is reset or bound anew.
+  /// The text must stay valid until the statement is reset or the parameter is bound again.
   Statement& Bind(int parameter, std::string_view text);
   Statement& Bind(int parameter, std::int64_t number);
   Statement& Bind(int parameter, double number);
-  Statement& BindNothing(int parameter);
+  Statement& BindNull(int parameter);
 
-  /// Goes on to the next row; false when there are no more.
+  /// Advances to the next row; returns false if there are no more.
   bool Step();
-  /// Makes the statement ready to run again; what was bound stays bound.
+  /// Prepares the statement to run again; bindings are kept.
   void Reset() noexcept;
-  /// Runs a statement that gives no rows, and resets it.
+  /// Runs a statement that returns no rows and resets it.
   void Run();
 
-  /// The present row's text, UTF-8, valid until the next step; empty for nothing.
+  /// Returns a column of the current row as UTF-8 text, valid until the next step; empty for NULL.
   std::string_view Text(int column) const;
   std::int64_t Integer(int column) const;
-  bool IsNothing(int column) const;
+  bool IsNull(int column) const;
 
  private:
   friend class Database;
   struct Finalize {
     void operator()(sqlite3_stmt* statement) const noexcept;
   };
-  explicit Statement(sqlite3_stmt* prepared) noexcept : handle_(prepared) {}
+  explicit Statement(sqlite3_stmt* handle) noexcept : handle_(handle) {}
 
   std::unique_ptr<sqlite3_stmt, Finalize> handle_;
 };
 
-/// One connection to a database file, which must exist. A failure is thrown as Error:
-/// `company_error::cannotOpen` when the file is locked, no database, damaged or not permitted, each with its
-/// own text; `unexpected` for any other.
+/// A connection to an existing database file. Throws Error `company_error::cannotOpen` if the file is locked,
+/// not a database, damaged or not accessible, each with its own description, and `unexpected` for any other
+/// failure.
 class Database {
  public:
-  /// Opens `file`, an absolute path. A lock of another program is waited for at most a quarter of a second.
+  /// Opens `file`, an absolute path. Waits at most a quarter of a second for another program's lock.
   Database(const std::filesystem::path& file, FileAccess access);
 
-  /// Runs statements that give no rows.
+  /// Runs statements that return no rows.
   void Execute(const char* statements) const;
   Statement Prepare(std::string_view statement) const;
-  /// The first column of a query's first row; 0 when there is none.
+  /// Returns the first column of a query's first row, or 0 if there are no rows.
   std::int64_t Integer(std::string_view query) const;
 
  private:
@@ -65,16 +65,16 @@ class Database {
   std::unique_ptr<sqlite3, Close> handle_;
 };
 
-/// Changes that are made together: rolled back unless committed.
+/// A database transaction, rolled back unless committed.
 class Transaction {
  public:
-  /// Takes the write lock at once; the database must outlive the transaction.
-  explicit Transaction(const Database& changed);
+  /// Acquires the write lock at once; the database must outlive the transaction.
+  explicit Transaction(const Database& database);
   ~Transaction();
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
 
-  /// Makes the changes permanent. When it throws, they are rolled back.
+  /// Makes the changes permanent. If it throws, they are rolled back.
   void Commit();
 
  private:

@@ -4,8 +4,7 @@
 
 namespace krnqb::company {
 
-/// Whether a text is a day of the calendar, written year-month-day with four, two and two digits. Such texts
-/// sort as the days do.
+/// Returns whether a text is a calendar date written as YYYY-MM-DD. Such texts sort chronologically.
 bool IsCalendarDate(std::string_view text) noexcept;
 
 }  // namespace krnqb::company

@@ -13,7 +13,7 @@
 namespace krnqb::company {
 namespace {
 
-constexpr int firstErrorStatus = 1000;  // below it an answer has all the records that there are
+constexpr int firstErrorStatus = 1000;  // below it an answer is complete
 
 [[noreturn]] void Refuse(const std::string& reason) {
   throw Error(company_error::cannotParse, reason);
@@ -41,13 +41,13 @@ void ReadTransaction(const XmlElement& element, CompanyRecord& record) {
   record.key = RequiredText(element, "TxnID");
   record.date = RequiredText(element, "TxnDate");
   if (!IsCalendarDate(record.date)) {
-    Refuse(fmt::format("{} has the TxnDate \"{}\", which is no day written year-month-day", element.Name(),
+    Refuse(fmt::format("{} has the TxnDate \"{}\", which is not a date written YYYY-MM-DD", element.Name(),
                        record.date));
   }
   record.postings = ReadPostings(element);
 }
 
-// A document of item answers can come from the request for all items or from that for one kind of them.
+// Item records are answers to the request for all items or for one kind of item.
 bool IsAnswerOf(std::string_view answer, const RecordKind& kind) {
   if (!answer.ends_with("QueryRs")) return false;
   answer.remove_suffix(std::string_view("QueryRs").size());
@@ -58,7 +58,7 @@ bool IsKnownAnswer(std::string_view answer) {
   return std::ranges::any_of(RecordKinds(), [&](const RecordKind& kind) { return IsAnswerOf(answer, kind); });
 }
 
-// An answer with an error status has no records although the company may have some: it is not taken for none.
+// An answer with an error status has no records even if the company has some, so it must not count as empty.
 void CheckStatus(const XmlElement& answer) {
   const std::string status = answer.Attribute("statusCode").value_or("0");
   int number = 0;
@@ -77,11 +77,11 @@ class DocumentReader {
     if (parsed.fault) Refuse(Located(parsed.fault->line, "not well-formed: " + parsed.fault->message));
     At(parsed.element, [&] {
       if (parsed.element.Name() != "QBXML")
-        Refuse("the document is no qbXML response, it is " + parsed.element.Name());
+        Refuse("not a qbXML response: the root element is " + parsed.element.Name());
     });
     for (const XmlElement& messages : parsed.element.Children()) {
       At(messages, [&] {
-        if (messages.Name() != "QBXMLMsgsRs") Refuse(messages.Name() + " is no set of qbXML responses");
+        if (messages.Name() != "QBXMLMsgsRs") Refuse("QBXMLMsgsRs expected, found " + messages.Name());
       });
       for (XmlElement answer = messages.FirstChild(); answer; answer = answer.NextSibling())
         ReadAnswer(answer);
@@ -93,7 +93,8 @@ class DocumentReader {
     const std::string answerName = answer.Name();
     if (answerName == "HostQueryRs") return;
     At(answer, [&] {
-      if (!IsKnownAnswer(answerName)) Refuse(fmt::format("a company keeps nothing of {}", answerName));
+      if (!IsKnownAnswer(answerName))
+        Refuse(fmt::format("company files cannot store records of {}", answerName));
       CheckStatus(answer);
     });
     for (XmlElement element = answer.FirstChild(); element; element = element.NextSibling()) {
@@ -101,7 +102,7 @@ class DocumentReader {
       At(element, [&] {
         record = ReadRecord(element);
         if (!IsAnswerOf(answerName, *record.kind)) {
-          Refuse(fmt::format("{} is no record of {}", element.Name(), answerName));
+          Refuse(fmt::format("{} cannot contain {}", answerName, element.Name()));
         }
       });
       receive_(std::move(record));
@@ -130,7 +131,7 @@ class DocumentReader {
 CompanyRecord ReadRecord(const XmlElement& element) {
   CompanyRecord record;
   record.kind = FindRecordKind(element.Name());
-  if (record.kind == nullptr) Refuse(fmt::format("a company keeps no {}", element.Name()));
+  if (record.kind == nullptr) Refuse(fmt::format("company files cannot store {} records", element.Name()));
   if (record.kind->shape == RecordShape::ListEntry) ReadListEntry(element, record);
   if (record.kind->shape == RecordShape::Transaction) ReadTransaction(element, record);
   record.text = WriteRecordText(element);

@@ -13,29 +13,29 @@
 
 namespace krnqb::company {
 
-/// A record with what it is found and ordered by. What its kind does not have is empty.
+/// A record with its keys and sort criteria. Fields that its kind does not have are empty.
 struct CompanyRecord {
   const RecordKind* kind = nullptr;
   std::string key;          ///< ListID or TxnID; empty for a setting
-  std::string parentKey;    ///< the ListID of the list entry above it
+  std::string parentKey;    ///< ListID of the parent list entry
   std::string accountType;  ///< of an account
-  std::string date;         ///< of a transaction, year-month-day
+  std::string date;         ///< of a transaction, YYYY-MM-DD
   RecordText text;
   std::vector<Posting> postings;          ///< of a transaction
   std::vector<ItemAccount> itemAccounts;  ///< of an item
 };
 
-/// Takes records one by one.
+/// Receives records one by one.
 using RecordReceiver = std::function<void(CompanyRecord&&)>;
 
-/// The record that an element is. Error `company_error::cannotParse` when it is none, or lacks what its kind
-/// must have: ListID or TxnID, an account's type, a transaction's date.
+/// Reads the record in an element. Throws Error `company_error::cannotParse` if it is not a record or lacks a
+/// required field: ListID or TxnID, an account's type, a transaction's date.
 CompanyRecord ReadRecord(const XmlElement& element);
 
-/// Hands the records of a qbXML response document to `receive`, in the document's order. `bytes` are in the
-/// encoding that the document declares. Answers to `HostQueryRq` are passed over: they tell of a program, not
-/// of a company. Error `company_error::cannotParse` at the first thing that is wrong; its description names
-/// the document, the line and the reason.
+/// Passes the records of a qbXML response document to `receive`, in document order. `bytes` are in the
+/// encoding that the document declares. Skips answers to `HostQueryRq`, which describe a program and not a
+/// company. Throws Error `company_error::cannotParse` at the first fault; the description names the document,
+/// the line and the reason.
 void ReadDocument(std::string_view documentName, std::string_view bytes, const RecordReceiver& receive);
 
 }  // namespace krnqb::company

@@ -10,7 +10,7 @@
 namespace krnqb::company {
 namespace {
 
-// The element inside the record that holds the reference (empty: the record itself), and the reference.
+// The element that contains the reference (empty: the record itself), and the reference.
 using AccountPlace = std::array<std::string_view, 2>;
 
 constexpr std::array<AccountPlace, 3> boughtPlaces = {
@@ -36,7 +36,7 @@ std::string FirstAccount(const XmlElement& item, std::span<const AccountPlace> p
   return {};
 }
 
-// Hundredths for each piece; 0 for an item that is not kept in stock.
+// Returns hundredths per piece; 0 for an item that is not inventory.
 double UnitCost(const XmlElement& item) {
   const XmlElement cost = item.Child("AverageCost");
   return cost ? ConvertToDouble(cost.Text()).value_or(0) * 100 : 0;

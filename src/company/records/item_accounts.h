@@ -9,19 +9,18 @@
 
 namespace krnqb::company {
 
-/// An account that what is posted to an item goes to.
+/// An account that receives an item's postings.
 struct ItemAccount {
-  PostingTarget target = PostingTarget::SoldItem;  ///< which of the item's postings; never `Account`
+  PostingTarget target = PostingTarget::SoldItem;  ///< which side of the item; never `Account`
   std::string account;                             ///< ListID
-  /// Hundredths of the currency that each piece sold moves, a debit positive. Nothing: the amount of the
-  /// posting goes there as it is.
+  /// Hundredths of the currency posted per piece sold, debits positive. nullopt: the posting's own amount.
   std::optional<double> unitCost;
 };
 
-/// The accounts of an item's record. Buying posts to the item's expense account, to its single account or,
-/// when it is kept in stock, to its asset account; selling to its income account, to its single account, or
-/// to where a payment is deposited. What is sold from the stock moves its average cost from the asset account
-/// to that of the cost of goods.
+/// Returns the accounts of an item's record. A purchase posts to the item's expense account, its single
+/// account or, for inventory, its asset account; a sale to its income account, its single account or the
+/// account of a deposit. A sale of inventory also moves the average cost from the asset account to the cost
+/// of goods sold account.
 std::vector<ItemAccount> ReadItemAccounts(const XmlElement& item);
 
 }  // namespace krnqb::company

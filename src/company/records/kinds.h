@@ -7,34 +7,33 @@
 
 namespace krnqb::company {
 
-/// How records of a kind are told apart and ordered.
+/// How records of a kind are identified and ordered.
 enum class RecordShape {
   ListEntry,    ///< by ListID; parents before their children
   Transaction,  ///< by TxnID; by date
-  Setting       ///< the company has one of it
+  Setting       ///< a single record per company
 };
 
-/// A kind of record that a company keeps.
+/// A kind of record that a company file stores.
 struct RecordKind {
   std::string_view element;  ///< the record's element name, such as "ItemServiceRet"
-  std::string_view
-      family;  ///< the kinds that one request asks for together, such as "Item" for "ItemQueryRq"
+  std::string_view family;   ///< the name shared by kinds with one request, such as "Item" of "ItemQueryRq"
   RecordShape shape;
 };
 
-/// All kinds. Those of a family stand in the order in which the family's answer lists them.
+/// Returns all kinds, within a family in the order of the family's answer.
 std::span<const RecordKind> RecordKinds() noexcept;
 
-/// The kind of an element name; null when the company keeps no such records.
+/// Returns the kind with an element name; null if company files do not store such records.
 const RecordKind* FindRecordKind(std::string_view element) noexcept;
 
-/// The place of a kind in `RecordKinds`, counted from 0.
+/// Returns the index of a kind in `RecordKinds`.
 std::size_t KindOrder(const RecordKind& kind) noexcept;
 
-/// The place of an account type in QuickBooks' account list, counted from 0; nothing for a type that is none.
+/// Returns the rank of an account type in QuickBooks' account list, from 0; nullopt for an unknown type.
 std::optional<std::size_t> AccountTypeOrder(std::string_view accountType) noexcept;
 
-/// Whether a child element of a transaction is one of its lines.
+/// Returns whether a child element of a transaction is one of its lines.
 bool IsTransactionLine(std::string_view element) noexcept;
 
 }  // namespace krnqb::company

@@ -9,8 +9,8 @@ std::int64_t Number(PostingTarget target) {
   return static_cast<std::int64_t>(target);
 }
 
-// Each account is posted to by itself and through the items that name it. What is posted to one of these is
-// added up alone, along the index, before the accounts are: nothing has to be sorted.
+// An account receives postings directly and through the items that refer to it. Each of these sources is
+// summed separately, in index order, before the sums per account, so that nothing needs sorting.
 Statement PrepareSum(const Database& database, std::string_view days) {
   return database.Prepare(fmt::format(
       R"(WITH source (account, target, key, unit_cost) AS (
@@ -33,7 +33,7 @@ Statement PrepareSum(const Database& database, std::string_view days) {
 PostedAmounts Read(Statement& sums) {
   PostedAmounts amounts;
   while (sums.Step()) {
-    if (!sums.IsNothing(1)) amounts.emplace(sums.Text(0), sums.Integer(1));
+    if (!sums.IsNull(1)) amounts.emplace(sums.Text(0), sums.Integer(1));
   }
   sums.Reset();
   return amounts;
@@ -72,16 +72,16 @@ void LedgerWriter::PutItemAccounts(std::string_view item, std::span<const ItemAc
     if (account.unitCost) {
       insertItemAccount_.Bind(4, *account.unitCost);
     } else {
-      insertItemAccount_.BindNothing(4);
+      insertItemAccount_.BindNull(4);
     }
     insertItemAccount_.Run();
   }
 }
 
-LedgerReader::LedgerReader(const Database& companyDatabase, std::string_view type)
+LedgerReader::LedgerReader(const Database& database, std::string_view type)
     : type_(type),
-      between_(PrepareSum(companyDatabase, "posting.txn_date BETWEEN ?2 AND ?3")),
-      after_(PrepareSum(companyDatabase, "posting.txn_date > ?2")) {}
+      between_(PrepareSum(database, "posting.txn_date BETWEEN ?2 AND ?3")),
+      after_(PrepareSum(database, "posting.txn_date > ?2")) {}
 
 PostedAmounts LedgerReader::Between(std::string_view firstDay, std::string_view lastDay) {
   between_.Bind(1, type_).Bind(2, firstDay).Bind(3, lastDay);
@@ -95,7 +95,7 @@ PostedAmounts LedgerReader::After(std::string_view day) {
 
 std::optional<LedgerDays> ReadLedgerDays(const Database& database) {
   Statement days = database.Prepare("SELECT min(txn_date), max(txn_date) FROM record");
-  if (!days.Step() || days.IsNothing(0)) return std::nullopt;
+  if (!days.Step() || days.IsNull(0)) return std::nullopt;
   return LedgerDays{std::string(days.Text(0)), std::string(days.Text(1))};
 }
 

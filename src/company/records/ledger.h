@@ -15,13 +15,13 @@
 
 namespace krnqb::company {
 
-/// Keeps a company's postings and the accounts of its items, within a transaction of the caller's. The
-/// database must outlive it.
+/// Stores a company's postings and the accounts of its items, within the caller's transaction. The database
+/// must outlive it.
 class LedgerWriter {
  public:
   explicit LedgerWriter(const Database& database);
 
-  /// Replaces what is posted of the record with this id, whose date is year-month-day.
+  /// Replaces the postings of the record with this id; `date` is YYYY-MM-DD.
   void PutPostings(std::int64_t recordId, std::string_view date, std::span<const Posting> postings);
   /// Replaces the accounts of an item.
   void PutItemAccounts(std::string_view item, std::span<const ItemAccount> accounts);
@@ -33,18 +33,17 @@ class LedgerWriter {
   Statement insertItemAccount_;
 };
 
-/// Amounts in hundredths, a debit positive, by the ListID of the account. An account without a posting is not
-/// among them.
+/// Amounts in hundredths, debits positive, by ListID of the account. Contains only accounts with postings.
 using PostedAmounts = std::map<std::string, std::int64_t, std::less<>>;
 
-/// Adds up the postings to the accounts of one type. The database must outlive it.
+/// Sums the postings to the accounts of one type. The database must outlive it.
 class LedgerReader {
  public:
-  LedgerReader(const Database& companyDatabase, std::string_view type);
+  LedgerReader(const Database& database, std::string_view type);
 
-  /// Of the days from `firstDay` to `lastDay`, both year-month-day, the ends included.
+  /// Returns the sums from `firstDay` to `lastDay` inclusive, both YYYY-MM-DD.
   PostedAmounts Between(std::string_view firstDay, std::string_view lastDay);
-  /// Of all days after `day`.
+  /// Returns the sums of all days after `day`.
   PostedAmounts After(std::string_view day);
 
  private:
@@ -53,13 +52,13 @@ class LedgerReader {
   Statement after_;
 };
 
-/// The days, year-month-day, of a company's first and last transaction.
+/// The dates, YYYY-MM-DD, of a company's first and last transaction.
 struct LedgerDays {
   std::string first;
   std::string last;
 };
 
-/// Nothing when the company has no transactions.
+/// Returns nullopt if the company has no transactions.
 std::optional<LedgerDays> ReadLedgerDays(const Database& database);
 
 }  // namespace krnqb::company

@@ -22,15 +22,15 @@ std::vector<std::size_t> ParentsOf(std::span<const ListEntry> entries) {
   return parents;
 }
 
-// Goes up from each entry; an entry that is met twice on one way up loses its parent.
-void PartCircles(std::vector<std::size_t>& parents) {
-  std::vector<std::size_t> metFrom(parents.size(), none);
+// Follows the parents of each entry; an entry reached twice on the way loses its parent.
+void BreakCycles(std::vector<std::size_t>& parents) {
+  std::vector<std::size_t> reachedFrom(parents.size(), none);
   for (std::size_t start = 0; start < parents.size(); ++start) {
     std::size_t entry = start;
-    while (metFrom[entry] == none) {
-      metFrom[entry] = start;
+    while (reachedFrom[entry] == none) {
+      reachedFrom[entry] = start;
       if (parents[entry] == none) break;
-      if (metFrom[parents[entry]] == start) {
+      if (reachedFrom[parents[entry]] == start) {
         parents[parents[entry]] = none;
         break;
       }
@@ -43,7 +43,7 @@ void PartCircles(std::vector<std::size_t>& parents) {
 
 std::vector<std::size_t> ListOrder(std::span<const ListEntry> entries) {
   std::vector<std::size_t> parents = ParentsOf(entries);
-  PartCircles(parents);
+  BreakCycles(parents);
 
   std::vector<std::size_t> topLevel;
   std::vector<std::vector<std::size_t>> children(entries.size());
@@ -54,7 +54,7 @@ std::vector<std::size_t> ListOrder(std::span<const ListEntry> entries) {
 
   std::vector<std::size_t> order;
   order.reserve(entries.size());
-  std::vector<std::size_t> waiting(topLevel.rbegin(), topLevel.rend());  // the next one at the end
+  std::vector<std::size_t> waiting(topLevel.rbegin(), topLevel.rend());  // the next entry is last
   while (!waiting.empty()) {
     const std::size_t entry = waiting.back();
     waiting.pop_back();

@@ -7,16 +7,16 @@
 
 namespace krnqb::company {
 
-/// An entry of a list, with what its place depends on.
+/// An entry of a list, with its sort criteria.
 struct ListEntry {
   std::string key;
-  std::string parentKey;  ///< the key of the entry above it; empty for none
-  std::size_t rank = 0;   ///< the place of its account type or item kind among the others
+  std::string parentKey;  ///< the key of its parent; empty at the top level
+  std::size_t rank = 0;   ///< the rank of its account type or item kind
 };
 
-/// The order in which a list is answered, as positions in `entries`: by rank, within a rank as in `entries`,
-/// but each parent right before its children. A parent counts only when it is in the list with the same rank.
-/// Parents that run in a circle are parted where the circle is first met.
+/// Returns the order in which a list is answered, as indexes into `entries`: by rank, within a rank as in
+/// `entries`, except that children directly follow their parent. A parent counts only if it is in the list
+/// with the same rank. A cycle of parents is broken at the first entry reached.
 std::vector<std::size_t> ListOrder(std::span<const ListEntry> entries);
 
 }  // namespace krnqb::company

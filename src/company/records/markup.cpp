@@ -5,7 +5,7 @@
 namespace krnqb::company {
 namespace {
 
-// The position of the bracket that closes a tag: one inside an attribute's quotes does not.
+// Returns the position of the bracket that closes a tag, ignoring brackets inside quoted attribute values.
 std::size_t TagEnd(std::string_view tag) {
   char quote = 0;
   for (std::size_t position = 0; position < tag.size(); ++position) {

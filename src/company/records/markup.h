@@ -6,25 +6,25 @@ namespace krnqb::company {
 
 enum class MarkupKind {
   StartTag,
-  EmptyTag,  ///< an element without content
+  EmptyTag,  ///< of an element without content
   EndTag,
-  Text,       ///< as it is written, references and all
-  PlainText,  ///< of a CDATA section, nothing escaped
-  End         ///< there is no more
+  Text,       ///< as written, with references
+  PlainText,  ///< of a CDATA section, unescaped
+  End         ///< of the input
 };
 
-/// A piece of a document. Of a tag, `text` is what stands between the brackets: the name, and any attributes.
+/// A token of a document. For a tag, `text` is the name and the attributes, without the brackets.
 struct Markup {
   MarkupKind kind;
   std::string_view text;
 };
 
-/// Cuts the text of a well-formed element, as `XmlElement::Xml` gives it, into its pieces. Comments and
-/// processing instructions are left out.
+/// Splits the text of a well-formed element, as `XmlElement::Xml` returns it, into tokens. Skips comments and
+/// processing instructions.
 class MarkupReader {
  public:
-  /// The text must outlive the reader and every piece.
-  explicit MarkupReader(std::string_view xml) noexcept : rest_(xml) {}
+  /// The text must outlive the reader and every token.
+  explicit MarkupReader(std::string_view rest) noexcept : rest_(rest) {}
 
   Markup Next();
 

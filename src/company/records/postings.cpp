@@ -7,13 +7,13 @@
 #include <utility>
 
 #include "company/records/amount.h"
-#include "company/records/truth.h"
+#include "company/records/boolean.h"
 #include "support/number_text.h"
 
 namespace krnqb::company {
 namespace {
 
-/// Where a record says what it comes to, and at which account.
+/// Where a record has its total and the total's account.
 struct TotalForm {
   std::string_view element;
   bool isSale;
@@ -57,7 +57,7 @@ void ReadLine(const XmlElement& line, PostingList& postings) {
   }
 }
 
-// A group of lines has neither an amount nor an item of its own: its lines stand inside it.
+// A group of lines has neither an amount nor an item itself; it contains its lines.
 void ReadLines(const XmlElement& owner, PostingList& postings) {
   for (XmlElement line = owner.FirstChild(); line; line = line.NextSibling()) {
     if (!IsTransactionLine(line.Name())) continue;
@@ -95,7 +95,7 @@ void PostingList::AddTotal(std::string account, std::int64_t amount) {
 }
 
 std::vector<Posting> ReadPostings(const XmlElement& transaction) {
-  if (IsTrue(TextOf(transaction.Child("IsPending")))) return {};
+  if (IsTrueText(TextOf(transaction.Child("IsPending")))) return {};
   const RecordKind* const kind = FindRecordKind(transaction.Name());
   if (kind == nullptr) return {};
   PostingList postings(*kind);

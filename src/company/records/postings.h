@@ -9,15 +9,15 @@
 
 namespace krnqb::company {
 
-/// What an amount is posted to. An item stands for the accounts that the item list names for it when a report
-/// is computed, so that items may come after the transactions that use them, or change.
+/// The target of a posting. The accounts of an item are looked up when a report is computed, so items may be
+/// loaded after the transactions that use them, or change.
 enum class PostingTarget {
   Account,
   BoughtItem,  ///< an item's expense side
-  SoldItem     ///< an item's income side, and what selling it costs
+  SoldItem     ///< an item's income side and its cost of sale
 };
 
-/// An amount that a transaction moves.
+/// An amount that a transaction posts.
 struct Posting {
   PostingTarget target = PostingTarget::Account;
   std::string key;          ///< ListID of the account or item
@@ -25,19 +25,18 @@ struct Posting {
   double quantity = 0;      ///< of a sold item, how many were sold; otherwise 0
 };
 
-/// Collects the postings of a transaction. Amounts are in hundredths and have the sign that they have in the
-/// transaction's record.
+/// Collects the postings of a transaction. Amounts are in hundredths, with the sign of the transaction's
+/// record.
 class PostingList {
  public:
-  /// `transaction` is one of the kinds of transactions.
+  /// `transaction` must be a kind with shape Transaction.
   explicit PostingList(const RecordKind& transaction);
 
-  /// A line that names its account.
+  /// Adds a line with an account.
   void AddAccountLine(std::string account, std::int64_t amount);
-  /// A line that names its item. `quantity` matters for items that are sold.
+  /// Adds a line with an item. `quantity` is used only in sales.
   void AddItemLine(std::string item, std::int64_t amount, double quantity);
-  /// What the whole transaction comes to, at the account that it is paid from, owed to, received in or due
-  /// from.
+  /// Adds the transaction's total, posted to the account it is paid from, owed to, deposited to or due from.
   void AddTotal(std::string account, std::int64_t amount);
 
   std::vector<Posting> Take() { return std::move(postings_); }
@@ -47,9 +46,9 @@ class PostingList {
   std::vector<Posting> postings_;
 };
 
-/// The postings of a transaction's record: of each line that has an amount and an account or an item, lines
-/// inside groups included, and of the whole. A line without a quantity counts as one piece. A sale that is
-/// pending posts nothing. Sales tax is posted nowhere: a record does not name the account that owes it.
+/// Returns the postings of a transaction's record: one for each line with an amount and an account or item,
+/// lines inside groups included, and one for the total. A line without a quantity counts as one piece. A
+/// pending sale has no postings. Sales tax is not posted, because records do not name its account.
 std::vector<Posting> ReadPostings(const XmlElement& transaction);
 
 }  // namespace krnqb::company

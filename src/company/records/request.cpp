@@ -44,43 +44,42 @@ bool IsLater(std::string_view version, std::string_view other) {
   return VersionOrder(version) > VersionOrder(other);
 }
 
-// The head's lines are no well-formed XML in 1.0, so they are not parsed: the processor knows them by heart.
+// The head of 1.0 is not well-formed XML, so heads are compared as text and not parsed.
 std::string_view VersionOfHead(std::string_view document) {
   for (const std::string_view version : qbxmlVersions) {
     if (document.starts_with(EnvelopeHead(version))) return version;
   }
-  Refuse("it does not begin as a qbXML request of a known version does");
+  Refuse("it does not begin with the envelope of a known qbXML version");
 }
 
 XmlElement ParseMessages(std::string_view document) {
   if (std::ranges::any_of(document,
                           [](char character) { return static_cast<unsigned char>(character) >= 0x80; })) {
-    Refuse("it holds a character above ASCII that is not written as a reference");
+    Refuse("it contains a non-ASCII character that is not a character reference");
   }
   const XmlParseResult parsed = ParseXmlText(document.substr(document.find("<QBXML>")));
   if (parsed.fault) Refuse(parsed.fault->message);
   XmlElement messages = parsed.element.FirstChild();
-  if (messages.NextSibling())
-    Refuse(fmt::format("{} stands after QBXMLMsgsRq", messages.NextSibling().Name()));
+  if (messages.NextSibling()) Refuse(fmt::format("{} follows QBXMLMsgsRq", messages.NextSibling().Name()));
   if (const XmlElement mixed = messages.Select("//*[*][text()[normalize-space()]]")) {
-    Refuse(fmt::format("text stands between the elements of {}", mixed.Name()));
+    Refuse(fmt::format("{} contains text between its elements", mixed.Name()));
   }
   if (const XmlElement marked = messages.Select("*/descendant::*[@*] | *[@*[name() != 'requestID']]")) {
-    Refuse(fmt::format("{} has an attribute that it cannot have", marked.Name()));
+    Refuse(fmt::format("{} has an unexpected attribute", marked.Name()));
   }
   return messages;
 }
 
-/// Takes the child elements of an element in their order.
+/// Reads the child elements of an element in order.
 class Content {
  public:
-  explicit Content(const XmlElement& element) : owner_(element), next_(element.FirstChild()) {
-    if (!next_ && element.Text().find_first_not_of(" \t\r\n") != std::string::npos) {
-      Refuse(fmt::format("text stands in {}", element.Name()));
+  explicit Content(const XmlElement& owner) : owner_(owner), next_(owner.FirstChild()) {
+    if (!next_ && owner.Text().find_first_not_of(" \t\r\n") != std::string::npos) {
+      Refuse(fmt::format("{} contains text", owner.Name()));
     }
   }
 
-  /// The next child when it has that name, otherwise none.
+  /// Takes the next child if it has that name; otherwise returns an empty element.
   XmlElement Take(std::string_view name) {
     if (!next_ || next_.Name() != name) return {};
     XmlElement taken = next_;
@@ -88,16 +87,16 @@ class Content {
     return taken;
   }
 
-  /// The text of the next child when it has that name.
+  /// Takes the next child's text if it has that name.
   std::optional<std::string> TakeText(std::string_view name) {
     const XmlElement taken = Take(name);
     if (!taken) return std::nullopt;
-    if (taken.FirstChild()) Refuse(fmt::format("{} cannot have elements", name));
+    if (taken.FirstChild()) Refuse(fmt::format("{} cannot contain elements", name));
     return taken.Text();
   }
 
   void RequireEnd() const {
-    if (next_) Refuse(fmt::format("{} cannot stand there in {}", next_.Name(), owner_.Name()));
+    if (next_) Refuse(fmt::format("{} is not allowed here in {}", next_.Name(), owner_.Name()));
   }
 
  private:
@@ -108,7 +107,7 @@ class Content {
 void ReadAccountQuery(const XmlElement& element, CompanyRequest& request) {
   Content content(element);
   while (const auto type = content.TakeText("AccountType")) {
-    if (!AccountTypeOrder(*type)) Refuse(fmt::format("\"{}\" is no AccountType", *type));
+    if (!AccountTypeOrder(*type)) Refuse(fmt::format("\"{}\" is not a valid AccountType", *type));
     request.accountTypes.push_back(*type);
   }
   content.RequireEnd();
@@ -116,15 +115,15 @@ void ReadAccountQuery(const XmlElement& element, CompanyRequest& request) {
 
 std::string TakeDate(Content& content, std::string_view name) {
   std::string date = content.TakeText(name).value_or("");
-  if (!date.empty() && !IsCalendarDate(date)) Refuse(fmt::format("\"{}\" is no {}", date, name));
+  if (!date.empty() && !IsCalendarDate(date)) Refuse(fmt::format("\"{}\" is not a valid {}", date, name));
   return date;
 }
 
-bool TakeTruth(Content& content, std::string_view name) {
-  const std::string truth = content.TakeText(name).value_or("0");
-  if (truth == "1" || truth == "true") return true;
-  if (truth == "0" || truth == "false") return false;
-  Refuse(fmt::format("\"{}\" is no {}", truth, name));
+bool TakeBoolean(Content& content, std::string_view name) {
+  const std::string text = content.TakeText(name).value_or("0");
+  if (text == "1" || text == "true") return true;
+  if (text == "0" || text == "false") return false;
+  Refuse(fmt::format("\"{}\" is not a valid {}", text, name));
 }
 
 void ReadTransactionQuery(const XmlElement& element, CompanyRequest& request) {
@@ -135,7 +134,7 @@ void ReadTransactionQuery(const XmlElement& element, CompanyRequest& request) {
     request.toDate = TakeDate(range, "ToTxnDate");
     range.RequireEnd();
   }
-  request.includeLines = TakeTruth(content, "IncludeLineItems");
+  request.includeLines = TakeBoolean(content, "IncludeLineItems");
   content.RequireEnd();
 }
 
@@ -159,7 +158,7 @@ void ReadReportQuery(const XmlElement& element, CompanyRequest& request) {
   content.RequireEnd();
 }
 
-// These requests are declared to be empty: not even a blank may stand in them.
+// These requests are declared empty and must not contain even a blank.
 void RequireEmpty(const XmlElement& element) {
   if (element.Select("self::*[node()]")) Refuse(fmt::format("{} must be empty", element.Name()));
 }
@@ -168,7 +167,7 @@ CompanyRequest ReadRequest(const XmlElement& element, std::string_view version) 
   CompanyRequest request;
   request.name = element.Name();
   request.requestId = element.Attribute("requestID");
-  if (!request.name.ends_with("Rq")) Refuse(fmt::format("{} is no request", request.name));
+  if (!request.name.ends_with("Rq")) Refuse(fmt::format("{} is not a request", request.name));
   const auto* const kind =
       std::ranges::find(requestKinds, std::string_view(request.name), &RequestKind::name);
   if (kind == requestKinds.end()) return request;
@@ -208,7 +207,7 @@ std::string_view CompanyRequest::Family() const noexcept {
 std::vector<CompanyRequest> ParseRequests(std::string_view document, std::string_view processorVersion) {
   const std::string_view version = VersionOfHead(document);
   if (IsLater(version, processorVersion)) {
-    Refuse(fmt::format("it is of qbXML {}, and the company's processor speaks up to {}", version,
+    Refuse(fmt::format("it is in qbXML {}, but the company's processor supports versions up to {}", version,
                        processorVersion));
   }
   std::vector<CompanyRequest> requests;

@@ -7,7 +7,7 @@
 
 namespace krnqb::company {
 
-/// What a request asks for.
+/// The subject of a request.
 enum class RequestSubject {
   Accounts,
   Items,
@@ -15,29 +15,29 @@ enum class RequestSubject {
   Setting,  ///< the company's own record, or its preferences
   Report,   ///< a summary report
   Host,
-  Unsupported  ///< nothing that the company answers
+  Unsupported  ///< a request that company files do not answer
 };
 
 /// One request of a message set.
 struct CompanyRequest {
   std::string name;                      ///< its element name, such as "BillQueryRq"
-  std::optional<std::string> requestId;  ///< absent when the request has none
+  std::optional<std::string> requestId;  ///< nullopt if the request has none
   RequestSubject subject = RequestSubject::Unsupported;
   std::vector<std::string> accountTypes;  ///< of an account query; empty for all
-  std::string fromDate;  ///< of a transaction query or a report, year-month-day; empty for an open end
+  std::string fromDate;  ///< of a transaction query or a report, YYYY-MM-DD; empty for an open end
   std::string toDate;
   bool includeLines = false;      ///< of a transaction query
   std::string reportType;         ///< of a report, such as "ProfitAndLossStandard"
   std::string accountTypeFilter;  ///< of a report; empty for none
-  std::string columns;  ///< of a report, what it has a column for, such as "Month"; empty for nothing
+  std::string columns;            ///< of a report, the period of a column, such as "Month"; may be empty
 
-  /// The family of the records asked for, such as "Bill".
+  /// Returns the family of the requested records, such as "Bill".
   std::string_view Family() const noexcept;
 };
 
-/// The requests in a request document for a processor of that version ("1.0", "1.1" or "2.0"). The document
-/// begins with the very text of one of the three envelope heads and is plain ASCII; elements stand in their
-/// fixed order. Error `company_error::cannotParse` when it is anything else, or of a later version than the
+/// Parses a request document for a processor of that version ("1.0", "1.1" or "2.0"). The document must begin
+/// with the exact text of one of the three envelope heads, be ASCII and have its elements in the declared
+/// order. Throws Error `company_error::cannotParse` otherwise, or if its version is later than the
 /// processor's.
 std::vector<CompanyRequest> ParseRequests(std::string_view document, std::string_view processorVersion);
 

@@ -14,9 +14,9 @@ namespace {
 constexpr std::int64_t applicationId = 0x4B51'4257;  // "KQBW"
 constexpr std::int64_t schemaVersion = 1;
 
-// A record's id tells when it first came. Its position is its place in the list; of transactions, which are
-// ordered by date first, their id. Lists have no dates, so the one index orders both. Postings and the
-// accounts of items are what reports are added up from; the index on postings holds all that a sum needs.
+// Record ids increase in the order of loading. The position is the place in the list or, for transactions,
+// which are ordered by date first, the id. List records have no date, so one index orders both. Reports are
+// sums over postings and the accounts of items; the index on postings covers all columns of a sum.
 constexpr const char* tables = R"(
   CREATE TABLE company (
     processor_version TEXT NOT NULL);
@@ -58,7 +58,7 @@ constexpr const char* tables = R"(
 }  // namespace
 
 void CreateSchema(const Database& database, std::string_view processorVersion) {
-  // A transaction with its lines takes some thousand bytes: on the usual page of 4096 much would stay empty.
+  // A transaction with its lines takes some thousand bytes and would waste much of the default page of 4096.
   database.Execute("PRAGMA page_size = 16384");
   Transaction transaction(database);
   database.Execute(
@@ -71,7 +71,7 @@ void CreateSchema(const Database& database, std::string_view processorVersion) {
 
 void CheckSchema(const Database& database, const std::filesystem::path& file) {
   if (database.Integer("PRAGMA application_id") != applicationId) {
-    throw Error(company_error::cannotOpen, fmt::format("The file {} is no company file.", file.string()));
+    throw Error(company_error::cannotOpen, fmt::format("The file {} is not a company file.", file.string()));
   }
   if (database.Integer("PRAGMA user_version") != schemaVersion) {
     throw Error(
@@ -85,7 +85,7 @@ std::string ReadProcessorVersion(const Database& database) {
   std::string version(statement.Step() ? statement.Text(0) : std::string_view());
   if (VersionOrder(version)) return version;
   throw Error(company_error::cannotOpen,
-              fmt::format("The company file speaks no known qbXML, but \"{}\".", version));
+              fmt::format("The company file has the unknown qbXML version \"{}\".", version));
 }
 
 }  // namespace krnqb::company

@@ -8,15 +8,15 @@
 
 namespace krnqb::company {
 
-/// Makes an empty database a company file without records.
+/// Creates the tables of a company file in an empty database.
 void CreateSchema(const Database& database, std::string_view processorVersion);
 
-/// Error `company_error::cannotOpen` when a database is no company file, or one of a newer layout than this
-/// program's; `file` is its name in the text.
+/// Throws Error `company_error::cannotOpen` if a database is not a company file or has a newer layout than
+/// this program supports. `file` is named in the description.
 void CheckSchema(const Database& database, const std::filesystem::path& file);
 
-/// The version of qbXML that the company's processor speaks: "1.0", "1.1" or "2.0". Error
-/// `company_error::cannotOpen` when the file holds another.
+/// Returns the qbXML version of the company's processor: "1.0", "1.1" or "2.0". Throws Error
+/// `company_error::cannotOpen` if the file contains another.
 std::string ReadProcessorVersion(const Database& database);
 
 }  // namespace krnqb::company

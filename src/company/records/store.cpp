@@ -7,7 +7,7 @@ namespace {
 
 void BindOptional(Statement& statement, int parameter, const std::string& text) {
   if (text.empty()) {
-    statement.BindNothing(parameter);
+    statement.BindNull(parameter);
   } else {
     statement.Bind(parameter, text);
   }
@@ -33,7 +33,7 @@ std::size_t RankOf(std::string_view kind, std::string_view accountType) {
 
 }  // namespace
 
-CompanyRecords::CompanyRecords(const Database& database)
+RecordStore::RecordStore(const Database& database)
     : database_(database),
       find_(database_.Prepare("SELECT id FROM record WHERE family = ?1 AND key = ?2")),
       insert_(database_.Prepare("INSERT INTO record (family, key, kind, parent_key, account_type, txn_date, "
@@ -45,8 +45,8 @@ CompanyRecords::CompanyRecords(const Database& database)
       ledger_(database_),
       nextId_(database_.Integer("SELECT max(id) FROM record") + 1) {}
 
-PutResult CompanyRecords::Put(const CompanyRecord& record) {
-  if (record.kind->shape == RecordShape::ListEntry) touchedLists_.emplace(record.kind->family);
+PutResult RecordStore::Put(const CompanyRecord& record) {
+  if (record.kind->shape == RecordShape::ListEntry) changedLists_.emplace(record.kind->family);
   find_.Bind(1, record.kind->family).Bind(2, record.key);
   const bool isThere = find_.Step();
   const std::int64_t id = isThere ? find_.Integer(0) : nextId_++;
@@ -59,12 +59,12 @@ PutResult CompanyRecords::Put(const CompanyRecord& record) {
   return isThere ? PutResult::Replaced : PutResult::Added;
 }
 
-void CompanyRecords::OrderLists() {
-  for (const std::string& family : touchedLists_) OrderList(family);
-  touchedLists_.clear();
+void RecordStore::OrderLists() {
+  for (const std::string& family : changedLists_) OrderList(family);
+  changedLists_.clear();
 }
 
-void CompanyRecords::OrderList(const std::string& family) {
+void RecordStore::OrderList(const std::string& family) {
   std::vector<ListEntry> entries;
   std::vector<std::pair<std::int64_t, std::int64_t>> idsAndPositions;
   Statement list = database_.Prepare(

@@ -12,7 +12,7 @@
 
 namespace krnqb::company {
 
-/// How many records there are of a kind, which is their element name.
+/// The number of records of a kind, given by their element name.
 struct RecordCount {
   std::string kind;
   std::int64_t count = 0;
@@ -20,17 +20,17 @@ struct RecordCount {
 
 enum class PutResult { Added, Replaced };
 
-/// Puts records into a company file, within a transaction of the caller's. The database must outlive it.
-class CompanyRecords {
+/// Stores records in a company file, within the caller's transaction. The database must outlive it.
+class RecordStore {
  public:
-  explicit CompanyRecords(const Database& database);
+  explicit RecordStore(const Database& database);
 
-  /// Stores a record. One of the same family and key is replaced and keeps its place among the entries with
-  /// the same parent (transactions: among those of the same date); a new one comes last there. What it posts,
-  /// or which accounts it names as an item, replaces what the earlier one did.
+  /// Stores a record. A record with the same family and key is replaced and keeps its place among the entries
+  /// with the same parent (transactions: with the same date); a new one comes last there. Postings and item
+  /// accounts are replaced too.
   PutResult Put(const CompanyRecord& record);
 
-  /// Puts the lists that were touched in the order in which they are answered. Call it before committing.
+  /// Sorts the changed lists into the order in which they are answered. Call it before committing.
   void OrderLists();
 
  private:
@@ -42,13 +42,13 @@ class CompanyRecords {
   Statement replace_;
   LedgerWriter ledger_;
   std::int64_t nextId_;
-  std::set<std::string, std::less<>> touchedLists_;
+  std::set<std::string, std::less<>> changedLists_;
 };
 
-/// The company's records counted by kind, kinds without records left out, in the order of `RecordKinds`.
+/// Counts the company's records by kind, in the order of `RecordKinds`, without empty kinds.
 std::vector<RecordCount> CountRecords(const Database& database);
 
-/// The text of the company's one record of a family of settings; empty when it has none.
+/// Returns the text of the company's single record of a family of settings; empty if it has none.
 std::string ReadSetting(const Database& database, std::string_view family);
 
 }  // namespace krnqb::company

@@ -45,7 +45,7 @@ class RecordTextWriter {
   RecordText Take() { return std::move(text_); }
 
  private:
-  // The start tag stays without its bracket until it is known whether the element is empty.
+  // The start tag's bracket is written once it is known whether the element is empty.
   void StartElement(std::string_view tag) {
     BeginChild(NameOf(tag));
     text_.xml += '<';
@@ -84,17 +84,17 @@ class RecordTextWriter {
   void BeginLine(std::string_view name) {
     if (text_.linesEnd == 0) text_.linesBegin = text_.linesEnd = text_.xml.size();
     if (text_.linesEnd != text_.xml.size()) {
-      throw Error(company_error::cannotParse, fmt::format("{} stands apart from the other lines", name));
+      throw Error(company_error::cannotParse, fmt::format("{} is separated from the other lines", name));
     }
   }
 
   void RequireBlankContent() const {
     if (content_.find_first_not_of(" \t\n") == std::string::npos) return;
-    throw Error(company_error::cannotParse, fmt::format("the text \"{}\" stands between elements", content_));
+    throw Error(company_error::cannotParse, fmt::format("text \"{}\" between elements", content_));
   }
 
   RecordText text_;
-  std::string content_;  // the text since the last tag
+  std::string content_;  // text since the last tag
   bool startTagOpen_ = false;
   int depth_ = 0;
 };

@@ -3,8 +3,8 @@
 #include <unordered_map>
 
 #include "company/records/amount.h"
+#include "company/records/boolean.h"
 #include "company/records/store.h"
-#include "company/records/truth.h"
 #include "xml/parser.h"
 
 namespace krnqb::company {
@@ -18,7 +18,7 @@ std::string TextOf(const XmlElement& element) {
 
 bool UsesAccountNumbers(const Database& database) {
   const XmlElement preferences = ParseXmlText(ReadSetting(database, "Preferences")).element;
-  return IsTrue(TextOf(preferences.Child("AccountingPreferences").Child("IsUsingAccountNumbers")));
+  return IsTrueText(TextOf(preferences.Child("AccountingPreferences").Child("IsUsingAccountNumbers")));
 }
 
 std::string LabelOf(const XmlElement& record, bool withNumber) {
@@ -42,8 +42,7 @@ ReportAccounts ReadReportAccounts(const Database& database, std::string_view acc
     account.label = account.fullName = LabelOf(record, withNumbers);
     account.balance = Hundredths(TextOf(record.Child("Balance"))).value_or(0);
     const std::size_t position = list.accounts.size();
-    // Only an account that came before is a parent: a list whose parents run in a circle has a top
-    // nevertheless.
+    // Only an earlier account counts as a parent, so that a cycle of parents still has a top level.
     if (const auto parent = positions.find(std::string(records.Text(1))); parent != positions.end()) {
       ReportAccount& above = list.accounts[parent->second];
       account.fullName = above.fullName + ":" + account.label;

@@ -28,7 +28,7 @@ Day ReadDay(std::string_view text) {
   return {Digits(text.substr(0, 4)), Digits(text.substr(5, 2)), Digits(text.substr(8, 2))};
 }
 
-// With four digits for any year, so that such texts sort as the days do.
+// With four-digit years, so that such texts sort chronologically.
 std::string WriteDay(const Day& day) {
   return fmt::format("{:04}-{:02}-{:02}", day.year, day.month, day.day);
 }
@@ -56,7 +56,7 @@ bool IsWholeMonths(const Day& first, const Day& last) {
   return first == First(first) && last == Last(last);
 }
 
-// Both days are of the same month.
+// Both days must be in the same month.
 std::string ColumnTitle(const Day& first, const Day& last) {
   const std::string_view month = EnglishMonthName(first.month).substr(0, 3);
   const int year = first.year % 100;

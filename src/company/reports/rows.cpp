@@ -22,7 +22,7 @@ class AccountRows {
               const std::vector<std::optional<RowAmounts>>& ownAmounts, std::size_t columns)
       : accounts_(accounts), ownAmounts_(ownAmounts), columns_(columns) {}
 
-  /// Appends the rows of an account and of all below it, and gives their sum.
+  /// Appends the rows of an account and its sub-accounts and returns their sum.
   RowAmounts Append(std::size_t position) {
     const ReportAccount& account = accounts_[position];
     if (!account.children.empty()) return AppendParent(position);

@@ -11,7 +11,7 @@
 
 namespace krnqb::company {
 
-/// Amounts in hundredths, one for each column.
+/// Amounts in hundredths, one per column.
 using RowAmounts = std::vector<std::int64_t>;
 
 enum class ReportRowKind { Text, Data, Subtotal, Total };
@@ -19,17 +19,17 @@ enum class ReportRowKind { Text, Data, Subtotal, Total };
 struct ReportRow {
   ReportRowKind kind = ReportRowKind::Text;
   std::string label;
-  std::optional<std::string> account;  ///< full name of the account whose row it is
+  std::optional<std::string> account;  ///< full name of the row's account, if any
   RowAmounts amounts;                  ///< empty for a text row
 };
 
-/// The rows of a report over the accounts of one type, from the outermost heading to the report's total; none
-/// when no account has anything to show. `ownAmounts` has, for each account, what it shows of its own, or
-/// nothing; all have `columns` amounts.
+/// Returns the rows of a report on the accounts of one type, from the outermost heading to the report's
+/// total; no rows if no account has amounts. `ownAmounts` contains the amounts of each account itself, or
+/// nullopt; each has `columns` amounts.
 ///
-/// An account without sub-accounts is one row. One that has some is a heading, the rows of those below it, a
-/// row "X - Other" when it shows something of its own, and its subtotal; it is left out when neither it nor
-/// any below it shows anything.
+/// An account without sub-accounts has one row. A parent account has a heading, the rows of its sub-accounts,
+/// a row "X - Other" if it has amounts itself, and a subtotal; it is omitted if neither it nor its
+/// sub-accounts have amounts.
 std::vector<ReportRow> BuildReportRows(const ReportLayout& layout, const ReportAccounts& accounts,
                                        const std::vector<std::optional<RowAmounts>>& ownAmounts,
                                        std::size_t columns);

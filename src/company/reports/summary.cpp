@@ -17,7 +17,7 @@ constexpr int invalidFieldValue = 3210;
 
 constexpr std::string_view wholeTime = "All Transactions";
 
-// What each account of a list shows of its own.
+// The amounts of each account itself.
 using OwnAmounts = std::vector<std::optional<RowAmounts>>;
 
 std::int64_t Shown(std::int64_t amount, const ReportLayout& layout) {

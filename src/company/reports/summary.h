@@ -9,22 +9,22 @@
 
 namespace krnqb::company {
 
-/// Why a report is refused, as the status of its answer says it.
+/// Why a report is refused, as in the status of its answer.
 struct ReportRefusal {
   int code = 0;
   std::string message;
 };
 
-/// Nothing when the report that is asked for can be computed: profit and loss by month, or the balance sheet,
-/// over the accounts of one type.
+/// Returns nullopt if the requested report can be computed: profit and loss by month, or the balance sheet,
+/// on the accounts of one type.
 std::optional<ReportRefusal> FindReportRefusal(const CompanyRequest& request);
 
-/// Computes a report that is not refused, from what the company's transactions post. An open end of its
-/// period is the month of the company's first or last transaction.
+/// Computes a report that is not refused from the company's postings. An open end of its period becomes the
+/// month of the company's first or last transaction.
 ///
-/// Profit and loss shows, month by month, the accounts that something was posted to, and their sums over the
-/// months when there are several. The balance sheet shows the accounts whose balance as of the period's last
-/// day is not 0: the balance of the account's record less what was posted after that day.
+/// Profit and loss shows the accounts with postings month by month, with a sum over the months if there are
+/// several. The balance sheet shows the accounts with a nonzero balance as of the period's last day: the
+/// balance of the account's record less later postings.
 SummaryReport ComputeReport(const Database& database, const CompanyRequest& request);
 
 }  // namespace krnqb::company

@@ -15,7 +15,7 @@ constexpr std::array<std::string_view, 4> rowElements = {"TextRow", "DataRow", "
 
 class ReportWriter {
  public:
-  explicit ReportWriter(std::string& text) : output_(text) {}
+  explicit ReportWriter(std::string& output) : output_(output) {}
 
   void Write(const SummaryReport& report) {
     output_ += "<ReportRet>\n";

@@ -8,16 +8,16 @@
 
 namespace krnqb::company {
 
-/// A summary report before it is written down.
+/// The contents of a summary report.
 struct SummaryReport {
   std::string_view title;
   std::string subtitle;
-  std::vector<std::string> columnTitles;  ///< of the columns of amounts, which come after that of the labels
+  std::vector<std::string> columnTitles;  ///< of the amounts, which follow the column of labels
   std::vector<ReportRow> rows;
 };
 
-/// Appends a report as QuickBooks answers it, from "<ReportRet>" to its end. Every column of every row is
-/// written, also where nothing was posted.
+/// Appends a report in QuickBooks' form, a complete ReportRet element. Every column of every row is written,
+/// even without postings.
 void AppendReport(std::string& output, const SummaryReport& report);
 
 }  // namespace krnqb::company

@@ -47,7 +47,7 @@ TEST(CompanyNew, ReplacesNoFile) {
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.err, "krnqb: making the company failed: The file " + file +
-                         " exists already; give another path or name\n");
+                         " already exists; give another path or name\n");
   EXPECT_EQ(tests::ReadText(file), "precious");
 }
 
@@ -136,9 +136,10 @@ TEST(CompanyInfo, PrintsJsonAboutAFileThatIsNoCompany) {
   const auto failure = nlohmann::json::parse(run.out);
   EXPECT_EQ(failure.at("result"), "failed");
   EXPECT_EQ(failure.at("error_number"), -2147220472);
-  EXPECT_EQ(failure.at("error_description"), "The file " + (place / "ald.kpf") + " is no company file.");
-  EXPECT_EQ(run.err, "krnqb: opening the company failed: The file " + (place / "ald.kpf") +
-                         " is no company file; check the path, or make a company with krnqb company new\n");
+  EXPECT_EQ(failure.at("error_description"), "The file " + (place / "ald.kpf") + " is not a company file.");
+  EXPECT_EQ(run.err,
+            "krnqb: opening the company failed: The file " + (place / "ald.kpf") +
+                " is not a company file; check the path, or make a company with krnqb company new\n");
 }
 
 TEST(CompanyLoad, SaysWhatAFolderIs) {

@@ -183,7 +183,7 @@ TEST(ImportCommand, SaysInItsOwnWordsWhatIsWrongWithTheCompany) {
   EXPECT_EQ(noCompany.code, 1);
   EXPECT_EQ(noCompany.err,
             "krnqb: opening the company failed: The file " + (place / "nursery.qbw") +
-                " is no company file; check the path, or make a company with krnqb company new\n");
+                " is not a company file; check the path, or make a company with krnqb company new\n");
 }
 
 TEST(ImportCommand, OpensTheCompanyBeforeThePlan) {

@@ -7,7 +7,7 @@
 namespace krnqb::company {
 namespace {
 
-TEST(CompanyAmount, IsReadInHundredths) {
+TEST(CompanyAmount, IsParsedInHundredths) {
   struct Case {
     std::string_view text;
     std::optional<std::int64_t> hundredths;
@@ -28,7 +28,7 @@ TEST(CompanyAmount, IsReadInHundredths) {
   }
 }
 
-TEST(CompanyAmount, IsWrittenAsRecordsWriteIt) {
+TEST(CompanyAmount, IsFormattedAsInRecords) {
   struct Case {
     std::int64_t hundredths;
     std::string_view text;

@@ -10,31 +10,31 @@ class DatabaseFile : public ::testing::Test {
  protected:
   DatabaseFile() { database.Execute("CREATE TABLE word (text TEXT, number INTEGER)"); }
 
-  static std::filesystem::path EmptyFile(const testing::TemporaryFolder& folder) {
-    testing::WriteBytes(folder.File("words"), "");
-    return folder.File("words");
+  static std::filesystem::path EmptyFile(const tests::TemporaryFolder& folder) {
+    tests::WriteText(folder / "words", "");
+    return folder / "words";
   }
 
-  testing::TemporaryFolder folder;
+  tests::TemporaryFolder folder;
   Database database{EmptyFile(folder), FileAccess::ReadWrite};
 };
 
-TEST_F(DatabaseFile, KeepsEmptyTextsApartFromNothing) {
+TEST_F(DatabaseFile, DistinguishesEmptyTextFromNull) {
   Statement insert = database.Prepare("INSERT INTO word VALUES (?1, ?2)");
-  insert.Bind(1, std::string_view()).BindNothing(2).Run();
+  insert.Bind(1, std::string_view()).BindNull(2).Run();
   insert.Bind(1, "two").Bind(2, std::int64_t{1} << 40).Run();
   Statement words = database.Prepare("SELECT text, number FROM word ORDER BY rowid");
   ASSERT_TRUE(words.Step());
-  EXPECT_FALSE(words.IsNothing(0));
+  EXPECT_FALSE(words.IsNull(0));
   EXPECT_EQ(words.Text(0), "");
-  EXPECT_TRUE(words.IsNothing(1));
+  EXPECT_TRUE(words.IsNull(1));
   ASSERT_TRUE(words.Step());
   EXPECT_EQ(words.Text(0), "two");
   EXPECT_EQ(words.Integer(1), std::int64_t{1} << 40);
   EXPECT_FALSE(words.Step());
 }
 
-TEST_F(DatabaseFile, KeepsFractions) {
+TEST_F(DatabaseFile, StoresFractions) {
   database.Prepare("INSERT INTO word VALUES ('half', ?1)").Bind(1, 2.5).Run();
   EXPECT_EQ(database.Integer("SELECT number * 10 FROM word"), 25);
 }
@@ -51,28 +51,28 @@ TEST_F(DatabaseFile, RollsBackWhatIsNotCommitted) {
   EXPECT_EQ(database.Integer("SELECT count(*) FROM word"), 1);
 }
 
-TEST_F(DatabaseFile, GivesZeroForAQueryWithoutRows) {
+TEST_F(DatabaseFile, ReturnsZeroForAQueryWithoutRows) {
   EXPECT_EQ(database.Integer("SELECT number FROM word"), 0);
 }
 
-TEST_F(DatabaseFile, SaysWhatFailed) {
-  const Error error = testing::ErrorOf([&] { database.Execute("SELECT * FROM sentence"); });
+TEST_F(DatabaseFile, DescribesAFailure) {
+  const Error error = tests::ThrownError([&] { database.Execute("SELECT * FROM sentence"); });
   EXPECT_EQ(error.Number(), company_error::unexpected);
-  EXPECT_EQ(error.Description(),
-            "The company file " + folder.File("words").string() + " failed: no such table: sentence.");
+  EXPECT_EQ(error.Description(), "An operation on the company file " + (folder / "words").string() +
+                                     " failed: no such table: sentence.");
 }
 
-TEST_F(DatabaseFile, OpenForReadingIsNotWritten) {
-  const Database reader(folder.File("words"), FileAccess::ReadOnly);
-  const Error error = testing::ErrorOf([&] { reader.Execute("INSERT INTO word VALUES ('a', 1)"); });
+TEST_F(DatabaseFile, IsReadOnlyWhenOpenedForReading) {
+  const Database reader(folder / "words", FileAccess::ReadOnly);
+  const Error error = tests::ThrownError([&] { reader.Execute("INSERT INTO word VALUES ('a', 1)"); });
   EXPECT_EQ(error.Number(), company_error::cannotOpen);
   EXPECT_NE(error.Description().find("cannot be written"), std::string::npos);
 }
 
-TEST_F(DatabaseFile, IsNotMadeByOpening) {
-  EXPECT_EQ(testing::ErrorOf([&] { Database(folder.File("none"), FileAccess::ReadWrite); }).Number(),
+TEST_F(DatabaseFile, IsNotCreatedByOpening) {
+  EXPECT_EQ(tests::ThrownError([&] { Database(folder / "none", FileAccess::ReadWrite); }).Number(),
             company_error::cannotOpen);
-  EXPECT_FALSE(std::filesystem::exists(folder.File("none")));
+  EXPECT_FALSE(std::filesystem::exists(folder / "none"));
 }
 
 }  // namespace

@@ -43,7 +43,7 @@ class CompanyLedger : public testing::CompanyTest {
                                                   {"fuel", "Expense", "Fuel"}}));
   }
 
-  Database Reader() const { return Database(folder.File("company.qbw"), FileAccess::ReadOnly); }
+  Database Reader() const { return Database(folder / "company.qbw", FileAccess::ReadOnly); }
 
   PostedAmounts Posted(std::string_view type) const {
     const Database database = Reader();
@@ -53,7 +53,7 @@ class CompanyLedger : public testing::CompanyTest {
   CompanyFile company = NewCompany("2.0");
 };
 
-TEST_F(CompanyLedger, AddsUpTheDaysOfAPeriodEndsIncluded) {
+TEST_F(CompanyLedger, SumsAPeriodInclusively) {
   std::string checks;
   int id = 0;
   for (const std::string_view day : {"2001-12-31", "2002-01-01", "2002-01-31", "2002-02-01"}) {
@@ -71,7 +71,7 @@ TEST_F(CompanyLedger, AddsUpTheDaysOfAPeriodEndsIncluded) {
   EXPECT_EQ(LedgerReader(database, "Income").After("2001-12-30"), PostedAmounts{});
 }
 
-TEST_F(CompanyLedger, KnowsTheFirstAndTheLastDay) {
+TEST_F(CompanyLedger, HasTheFirstAndLastDay) {
   EXPECT_FALSE(ReadLedgerDays(Reader()).has_value());
   company.Load("checks.xml",
                TransactionDocument("Check", TransactionRecord("Check", "1", "2002-05-17", "") +
@@ -82,7 +82,7 @@ TEST_F(CompanyLedger, KnowsTheFirstAndTheLastDay) {
   EXPECT_EQ(days->last, "2002-05-17");
 }
 
-TEST_F(CompanyLedger, PostsToTheAccountsThatTheItemHasNow) {
+TEST_F(CompanyLedger, PostsToTheCurrentAccountsOfAnItem) {
   company.Load("invoices.xml", TransactionDocument("Invoice", invoice));
   EXPECT_EQ(Posted("Income"), PostedAmounts{});
   EXPECT_EQ(Posted("AccountsReceivable"), (PostedAmounts{{"due", 3000}}));
@@ -111,7 +111,7 @@ TEST_F(CompanyLedger, RoundsTheCostOfEachLine) {
   EXPECT_EQ(Posted("OtherCurrentAsset"), (PostedAmounts{{"stock", -102}}));
 }
 
-TEST_F(CompanyLedger, CountsPartsOfAPieceAndPiecesThatComeBack) {
+TEST_F(CompanyLedger, CountsFractionsAndReturnedPieces) {
   company.Load("items.xml", Stocked("2.50"));
   company.Load("invoices.xml",
                TransactionDocument("Invoice",
@@ -122,7 +122,7 @@ TEST_F(CompanyLedger, CountsPartsOfAPieceAndPiecesThatComeBack) {
   EXPECT_EQ(Posted("Income"), (PostedAmounts{{"sales", 1100}}));
 }
 
-TEST_F(CompanyLedger, ForgetsWhatAReplacedRecordPosted) {
+TEST_F(CompanyLedger, RemovesThePostingsOfAReplacedRecord) {
   const auto load = [&](std::string_view date, std::string_view lines) {
     company.Load("bills.xml", TransactionDocument("Bill", TransactionRecord("Bill", "1-1", date, lines)));
   };
@@ -134,18 +134,18 @@ TEST_F(CompanyLedger, ForgetsWhatAReplacedRecordPosted) {
   EXPECT_EQ(Posted("Expense"), PostedAmounts{});
 }
 
-TEST_F(CompanyLedger, IsAsItWasWhenALoadFails) {
+TEST_F(CompanyLedger, IsUnchangedByAFailedLoad) {
   company.Load("bills.xml", TransactionDocument("Bill", TransactionRecord("Bill", "1-1", "2002-03-01",
                                                                           ExpenseLine("rent", "10.00"))));
   const std::string replacement =
       TransactionRecord("Bill", "1-1", "2002-03-01", ExpenseLine("rent", "99.00")) + "<BillRet/>";
   EXPECT_EQ(
-      testing::ErrorOf([&] { company.Load("bad.xml", TransactionDocument("Bill", replacement)); }).Number(),
+      tests::ThrownError([&] { company.Load("bad.xml", TransactionDocument("Bill", replacement)); }).Number(),
       company_error::cannotParse);
   EXPECT_EQ(Posted("Expense"), (PostedAmounts{{"rent", 1000}}));
 }
 
-TEST_F(CompanyLedger, TakesRecordsThatAreMadeOneByOne) {
+TEST_F(CompanyLedger, StoresRecordsOneByOne) {
   const RecordKind* const kind = FindRecordKind("CheckRet");
   ASSERT_NE(kind, nullptr);
   const auto check = [&](std::string key, std::int64_t amount) {
@@ -171,7 +171,7 @@ TEST_F(CompanyLedger, TakesRecordsThatAreMadeOneByOne) {
   EXPECT_EQ(Posted("Expense"), (PostedAmounts{{"rent", 23}}));
   EXPECT_EQ(Posted("Bank"), (PostedAmounts{{"bank", -23}}));
 
-  EXPECT_EQ(testing::ErrorOf([&] {
+  EXPECT_EQ(tests::ThrownError([&] {
               company.Store("checks", [&](const RecordReceiver& receive) {
                 receive(check("9", 100));
                 throw Error(error_number::overflow, "Overflow");

@@ -11,11 +11,11 @@ std::string KeysInOrder(const std::vector<ListEntry>& entries) {
   return keys;
 }
 
-TEST(ListOrder, KeepsTheOrderOfArrivalWithinARank) {
+TEST(ListOrder, KeepsTheInputOrderWithinARank) {
   EXPECT_EQ(KeysInOrder({{"b", "", 1}, {"a", "", 1}}), "b a ");
 }
 
-TEST(ListOrder, PutsRanksInOrder) {
+TEST(ListOrder, SortsByRank) {
   EXPECT_EQ(KeysInOrder({{"c", "", 2}, {"a", "", 0}, {"b", "", 1}, {"a2", "", 0}}), "a a2 b c ");
 }
 
@@ -24,25 +24,26 @@ TEST(ListOrder, PutsChildrenRightAfterTheirParent) {
             "p p1 p1x p2 q ");
 }
 
-TEST(ListOrder, PutsAParentBeforeChildrenThatCameFirst) {
+TEST(ListOrder, PutsAParentBeforeEarlierChildren) {
   EXPECT_EQ(KeysInOrder({{"p1x", "p1", 0}, {"p1", "p", 0}, {"q", "", 0}, {"p", "", 0}}), "q p p1 p1x ");
 }
 
-TEST(ListOrder, TakesAnEntryWithoutItsParentForATopLevelOne) {
+TEST(ListOrder, PutsEntriesWithoutTheirParentAtTheTopLevel) {
   EXPECT_EQ(KeysInOrder({{"x", "unknown", 0}, {"a", "", 0}}), "x a ");
 }
 
-TEST(ListOrder, LeavesAParentOfAnotherRankOutOfAccount) {
+TEST(ListOrder, IgnoresAParentOfAnotherRank) {
   EXPECT_EQ(KeysInOrder({{"p", "", 1}, {"c", "p", 0}}), "c p ");
+  EXPECT_EQ(KeysInOrder({{"p", "", 0}, {"x", "", 0}, {"c", "p", 1}}), "p x c ");
 }
 
-TEST(ListOrder, LosesNothingWhenParentsRunInACircle) {
+TEST(ListOrder, KeepsAllEntriesWhenParentsFormACycle) {
   EXPECT_EQ(KeysInOrder({{"self", "self", 0}, {"a", "b", 0}, {"b", "a", 0}, {"hanging", "b", 0}}),
             "self a b hanging ");
   EXPECT_EQ(KeysInOrder({{"hanging", "a", 0}, {"a", "b", 0}, {"b", "a", 0}}), "a hanging b ");
 }
 
-TEST(ListOrder, IsNotLimitedInDepth) {
+TEST(ListOrder, HasNoDepthLimit) {
   std::vector<ListEntry> chain;
   for (int depth = 0; depth < 100'000; ++depth) {
     chain.push_back({std::to_string(depth), std::to_string(depth + 1), 0});

@@ -13,7 +13,7 @@ using testing::Reference;
 
 using Texts = std::vector<std::string>;
 
-// "account A 100", "bought I 100", "sold I -100 x 2".
+// Formats postings as "account A 100", "bought I 100", "sold I -100 x 2".
 std::string TextOf(const Posting& posting) {
   switch (posting.target) {
     case PostingTarget::Account:
@@ -32,7 +32,7 @@ Texts PostingsOf(const std::string& record) {
   return texts;
 }
 
-TEST(CompanyPostings, DebitThePurchaseAndCreditWhatItIsPaidFrom) {
+TEST(CompanyPostings, DebitAPurchaseAndCreditItsPayment) {
   struct Case {
     std::string_view element, account, total;
   };
@@ -49,7 +49,7 @@ TEST(CompanyPostings, DebitThePurchaseAndCreditWhatItIsPaidFrom) {
   }
 }
 
-TEST(CompanyPostings, CreditTheSaleAndDebitWhereItsAmountGoes) {
+TEST(CompanyPostings, CreditASaleAndDebitItsProceeds) {
   EXPECT_EQ(PostingsOf(Element("InvoiceRet", Reference("ARAccountRef", "due") + Element("Subtotal", "18.00") +
                                                  Element("SalesTaxTotal", "1.13") +
                                                  ItemLine("InvoiceLineRet", "work", "20.00", "2.5") +
@@ -62,7 +62,7 @@ TEST(CompanyPostings, CreditTheSaleAndDebitWhereItsAmountGoes) {
       (Texts{"sold work -2000 x 0", "account till 2125"}));
 }
 
-TEST(CompanyPostings, TakeTheLinesOfAGroupOnceAndNotTheGroup) {
+TEST(CompanyPostings, CountGroupLinesOnceAndIgnoreTheGroup) {
   const std::string bought = Reference("ItemGroupRef", "kit") + Element("TotalAmount", "12.00") +
                              ItemLine("ItemLineRet", "pot", "5.00") + ItemLine("ItemLineRet", "soil", "7.00");
   EXPECT_EQ(PostingsOf(Element(
@@ -79,7 +79,7 @@ TEST(CompanyPostings, TakeTheLinesOfAGroupOnceAndNotTheGroup) {
   }
 }
 
-TEST(CompanyPostings, LeaveOutWhatHasNoAmountOrNoPlace) {
+TEST(CompanyPostings, OmitLinesWithoutAmountOrTarget) {
   EXPECT_EQ(PostingsOf(Element("InvoiceRet", Reference("ARAccountRef", "due") +
                                                  Element("InvoiceLineRet", Element("Desc", "As agreed")) +
                                                  Element("InvoiceLineRet", Element("Amount", "5.00")) +
@@ -89,11 +89,11 @@ TEST(CompanyPostings, LeaveOutWhatHasNoAmountOrNoPlace) {
   EXPECT_EQ(PostingsOf(Element("CheckRet", Element("Amount", "5.00") + ExpenseLine("", "5.00"))), Texts{});
 }
 
-TEST(CompanyPostings, KeepALineOfNothing) {
+TEST(CompanyPostings, KeepALineOfZero) {
   EXPECT_EQ(PostingsOf(Element("CheckRet", ExpenseLine("rent", "0.00"))), Texts{"account rent 0"});
 }
 
-TEST(CompanyPostings, WaitForAPendingSale) {
+TEST(CompanyPostings, OmitAPendingSale) {
   const std::string line = ItemLine("InvoiceLineRet", "work", "20.00", "1");
   for (const std::string_view yes : {"true", "1"}) {
     EXPECT_EQ(PostingsOf(Element("InvoiceRet", Element("IsPending", yes) + line)), Texts{}) << yes;
@@ -102,7 +102,7 @@ TEST(CompanyPostings, WaitForAPendingSale) {
             Texts{"sold work -2000 x 1"});
 }
 
-// "bought A", "sold A", "sold A at 250".
+// Formats item accounts as "bought A", "sold A", "sold A at 250".
 Texts ItemAccountsOf(std::string_view element, std::string_view content) {
   Texts texts;
   for (const ItemAccount& account : ReadItemAccounts(XmlElement::Parse(Element(element, content)))) {
@@ -113,7 +113,7 @@ Texts ItemAccountsOf(std::string_view element, std::string_view content) {
   return texts;
 }
 
-TEST(CompanyItemAccounts, AreThoseOfTheItemsKind) {
+TEST(CompanyItemAccounts, DependOnTheKindOfItem) {
   const std::string stocked = Reference("IncomeAccountRef", "sales") + Reference("COGSAccountRef", "cost") +
                               Reference("AssetAccountRef", "stock");
   struct Case {

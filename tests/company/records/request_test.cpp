@@ -7,10 +7,10 @@
 namespace krnqb::company {
 namespace {
 
-using testing::ErrorOf;
 using testing::Request;
+using tests::ThrownError;
 
-TEST(CompanyRequest, TakesEachVersionsHeadUpToItsOwn) {
+TEST(CompanyRequest, AcceptsTheHeadsOfItsVersionAndEarlierOnes) {
   const std::vector<std::string_view> versions = {"1.0", "1.1", "2.0"};
   for (std::size_t processor = 0; processor < 3; ++processor) {
     for (std::size_t document = 0; document < 3; ++document) {
@@ -19,7 +19,7 @@ TEST(CompanyRequest, TakesEachVersionsHeadUpToItsOwn) {
       if (document <= processor) {
         EXPECT_EQ(ParseRequests(request, versions[processor]).at(0).subject, RequestSubject::Host);
       } else {
-        EXPECT_EQ(ErrorOf([&] { ParseRequests(request, versions[processor]); }).Number(),
+        EXPECT_EQ(ThrownError([&] { ParseRequests(request, versions[processor]); }).Number(),
                   company_error::cannotParse);
       }
     }
@@ -41,7 +41,7 @@ TEST(CompanyRequest, RefusesAnyOtherHead) {
   };
   for (const std::string& head : heads) {
     SCOPED_TRACE(head);
-    EXPECT_EQ(ErrorOf([&] { ParseRequests(head + body, "2.0"); }).Number(), company_error::cannotParse);
+    EXPECT_EQ(ThrownError([&] { ParseRequests(head + body, "2.0"); }).Number(), company_error::cannotParse);
   }
 }
 
@@ -101,7 +101,7 @@ TEST(CompanyRequest, ReadsTheReportsOfTheCatalogue) {
   EXPECT_EQ(ParseRequests(BuildRequest(request_number::costByMonth, "", ""), "2.0").at(0).toDate, "");
 }
 
-TEST(CompanyRequest, RefusesAReportThatIsNotAsDeclared) {
+TEST(CompanyRequest, RefusesAnInvalidReportRequest) {
   const std::string type = "<GeneralSummaryReportType>ProfitAndLossStandard</GeneralSummaryReportType>";
   const std::string period = "<ReportPeriod><FromReportDate/><ToReportDate/></ReportPeriod>";
   const std::string filter =
@@ -114,27 +114,27 @@ TEST(CompanyRequest, RefusesAReportThatIsNotAsDeclared) {
   const std::vector<Case> cases = {
       {period + type + filter + columns, "has no GeneralSummaryReportType"},
       {"", "has no GeneralSummaryReportType"},
-      {type + filter + period + columns, "ReportPeriod cannot stand there"},
-      {type + period + columns + filter, "ReportAccountFilter cannot stand there"},
-      {type + type, "GeneralSummaryReportType cannot stand there"},
+      {type + filter + period + columns, "ReportPeriod is not allowed here"},
+      {type + period + columns + filter, "ReportAccountFilter is not allowed here"},
+      {type + type, "GeneralSummaryReportType is not allowed here"},
       {type + "<ReportPeriod><ToReportDate/><FromReportDate/></ReportPeriod>",
-       "FromReportDate cannot stand there in ReportPeriod"},
+       "FromReportDate is not allowed here in ReportPeriod"},
       {type + "<ReportPeriod><FromReportDate>2002-02-29</FromReportDate></ReportPeriod>",
-       "\"2002-02-29\" is no FromReportDate"},
+       "\"2002-02-29\" is not a valid FromReportDate"},
       {type + "<ReportAccountFilter><FullName>Sales</FullName></ReportAccountFilter>",
-       "FullName cannot stand there in ReportAccountFilter"},
+       "FullName is not allowed here in ReportAccountFilter"},
   };
   for (const auto& [message, reason] : cases) {
     SCOPED_TRACE(message);
     const std::string request =
         Request("2.0", "<GeneralSummaryReportQueryRq>" + message + "</GeneralSummaryReportQueryRq>");
-    const Error error = ErrorOf([&] { ParseRequests(request, "2.0"); });
+    const Error error = ThrownError([&] { ParseRequests(request, "2.0"); });
     EXPECT_EQ(error.Number(), company_error::cannotParse);
     EXPECT_NE(error.Description().find(reason), std::string::npos) << error.Description();
   }
 }
 
-TEST(CompanyRequest, RefusesWhatIsNotAsDeclared) {
+TEST(CompanyRequest, RefusesInvalidMessages) {
   struct Case {
     std::string_view messages, reason;
   };
@@ -143,51 +143,52 @@ TEST(CompanyRequest, RefusesWhatIsNotAsDeclared) {
       {"<HostQueryRq requestID=\"1\">\r\n</HostQueryRq>", "HostQueryRq must be empty"},
       {"<CompanyQueryRq><!-- none --></CompanyQueryRq>", "CompanyQueryRq must be empty"},
       {"<PreferencesQueryRq><X/></PreferencesQueryRq>", "PreferencesQueryRq must be empty"},
-      {"<AccountQueryRq><AccountType>Caf\xC3\xA9</AccountType></AccountQueryRq>", "a character above ASCII"},
-      {"<AccountQueryRq><AccountType>Sales</AccountType></AccountQueryRq>", "\"Sales\" is no AccountType"},
+      {"<AccountQueryRq><AccountType>Caf\xC3\xA9</AccountType></AccountQueryRq>", "a non-ASCII character"},
+      {"<AccountQueryRq><AccountType>Sales</AccountType></AccountQueryRq>",
+       "\"Sales\" is not a valid AccountType"},
       {"<AccountQueryRq><AccountType> Income </AccountType></AccountQueryRq>",
-       "\" Income \" is no AccountType"},
+       "\" Income \" is not a valid AccountType"},
       {"<AccountQueryRq><AccountType><A/></AccountType></AccountQueryRq>",
-       "AccountType cannot have elements"},
+       "AccountType cannot contain elements"},
       {"<AccountQueryRq><IncludeLineItems>1</IncludeLineItems></AccountQueryRq>",
-       "IncludeLineItems cannot stand there in AccountQueryRq"},
-      {"<AccountQueryRq>all</AccountQueryRq>", "text stands in AccountQueryRq"},
+       "IncludeLineItems is not allowed here in AccountQueryRq"},
+      {"<AccountQueryRq>all</AccountQueryRq>", "AccountQueryRq contains text"},
       {"<AccountQueryRq>all<AccountType>Bank</AccountType></AccountQueryRq>",
-       "text stands between the elements of AccountQueryRq"},
-      {"<AccountQueryRq iterator=\"Start\"></AccountQueryRq>", "AccountQueryRq has an attribute"},
+       "AccountQueryRq contains text between its elements"},
+      {"<AccountQueryRq iterator=\"Start\"></AccountQueryRq>", "AccountQueryRq has an unexpected attribute"},
       {"<AccountQueryRq><AccountType a=\"1\">Bank</AccountType></AccountQueryRq>",
-       "AccountType has an attribute"},
+       "AccountType has an unexpected attribute"},
       {"<BillQueryRq><IncludeLineItems>1</IncludeLineItems><TxnDateRangeFilter></TxnDateRangeFilter>"
        "</BillQueryRq>",
-       "TxnDateRangeFilter cannot stand there in BillQueryRq"},
+       "TxnDateRangeFilter is not allowed here in BillQueryRq"},
       {"<BillQueryRq><TxnDateRangeFilter><ToTxnDate/><FromTxnDate/></TxnDateRangeFilter></BillQueryRq>",
-       "FromTxnDate cannot stand there in TxnDateRangeFilter"},
+       "FromTxnDate is not allowed here in TxnDateRangeFilter"},
       {"<BillQueryRq><TxnDateRangeFilter><FromTxnDate>2002-02-30</FromTxnDate></TxnDateRangeFilter></"
        "BillQueryRq>",
-       "\"2002-02-30\" is no FromTxnDate"},
+       "\"2002-02-30\" is not a valid FromTxnDate"},
       {"<BillQueryRq><IncludeLineItems>yes</IncludeLineItems></BillQueryRq>",
-       "\"yes\" is no IncludeLineItems"},
-      {"<BillQuery/>", "BillQuery is no request"},
+       "\"yes\" is not a valid IncludeLineItems"},
+      {"<BillQuery/>", "BillQuery is not a request"},
       {"<BillQueryRq>", "tag"},
-      {"</QBXMLMsgsRq><QBXMLMsgsRq>", "QBXMLMsgsRq stands after QBXMLMsgsRq"},
+      {"</QBXMLMsgsRq><QBXMLMsgsRq>", "QBXMLMsgsRq follows QBXMLMsgsRq"},
       {"<GeneralSummaryReportQueryRq></GeneralSummaryReportQueryRq>",
        "qbXML 1.1 has no GeneralSummaryReportQueryRq"},
   };
   for (const auto& [messages, reason] : cases) {
     SCOPED_TRACE(messages);
-    const Error error = ErrorOf([&] { ParseRequests(Request("1.1", messages), "2.0"); });
+    const Error error = ThrownError([&] { ParseRequests(Request("1.1", messages), "2.0"); });
     EXPECT_EQ(error.Number(), company_error::cannotParse);
     EXPECT_NE(error.Description().find(reason), std::string::npos) << error.Description();
   }
 }
 
-TEST(CompanyRequest, TakesARequestThatMustBeEmptyInBothForms) {
+TEST(CompanyRequest, AcceptsBothFormsOfAnEmptyRequest) {
   for (const std::string_view message : {"<HostQueryRq/>", "<HostQueryRq></HostQueryRq>"}) {
     EXPECT_EQ(ParseRequests(Request("1.0", message), "1.0").at(0).subject, RequestSubject::Host);
   }
 }
 
-TEST(CompanyRequest, LeavesOpenWhatAnUnknownRequestHolds) {
+TEST(CompanyRequest, IgnoresTheContentsOfAnUnknownRequest) {
   const auto request =
       ParseRequests(Request("1.0", "<VendorQueryRq requestID=\"7\"><Any>thing</Any></VendorQueryRq>"), "1.0")
           .at(0);

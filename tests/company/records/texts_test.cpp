@@ -19,7 +19,7 @@ TEST(CompanyRecordText, PutsEachElementOnALineOfItsOwn) {
       "<BillRet>\n<TxnID>1-2</TxnID>\n<VendorRef>\n<ListID>3</ListID>\n</VendorRef>\n</BillRet>\n");
 }
 
-TEST(CompanyRecordText, EndsEmptyElementsWithABlankAndASlash) {
+TEST(CompanyRecordText, WritesABlankBeforeTheSlashOfAnEmptyElement) {
   EXPECT_EQ(TextOf("<A><B/><C></C><D att=\"1\"/><E><!-- nothing --></E></A>"),
             "<A>\n<B />\n<C />\n<D att=\"1\" />\n<E />\n</A>\n");
   EXPECT_EQ(TextOf("<A/>"), "<A />\n");
@@ -39,7 +39,7 @@ TEST(CompanyRecordText, WritesCharacterDataSectionsAsText) {
   EXPECT_EQ(TextOf("<A>x<![CDATA[<&\"]]>y</A>"), "<A>x&lt;&amp;&quot;y</A>\n");
 }
 
-TEST(CompanyRecordText, KeepsTheTextOfAnElementToTheCharacter) {
+TEST(CompanyRecordText, KeepsTheTextOfAnElementExactly) {
   EXPECT_EQ(TextOf("<A><Memo>  two  blanks </Memo><Desc> </Desc><Note>one\ntwo</Note></A>"),
             "<A>\n<Memo>  two  blanks </Memo>\n<Desc> </Desc>\n<Note>one\ntwo</Note>\n</A>\n");
 }
@@ -48,17 +48,17 @@ TEST(CompanyRecordText, KeepsTheTextAroundACommentTogether) {
   EXPECT_EQ(TextOf("<A><B>a<!-- > -->b<?x y?>c</B></A>"), "<A>\n<B>abc</B>\n</A>\n");
 }
 
-TEST(CompanyRecordText, RefusesTextBesideElements) {
+TEST(CompanyRecordText, RefusesTextBetweenElements) {
   for (const std::string_view xml :
        {"<A>x<B/></A>", "<A><B/>x</A>", "<A><B/>x<C/></A>", "<A><B/><![CDATA[x]]></A>"}) {
     SCOPED_TRACE(xml);
-    const Error error = testing::ErrorOf([&] { TextOf(xml); });
+    const Error error = tests::ThrownError([&] { TextOf(xml); });
     EXPECT_EQ(error.Number(), company_error::cannotParse);
-    EXPECT_EQ(error.Description(), "the text \"x\" stands between elements");
+    EXPECT_EQ(error.Description(), "text \"x\" between elements");
   }
 }
 
-TEST(CompanyRecordText, TellsWhereTheLinesStand) {
+TEST(CompanyRecordText, HasTheRangeOfItsLines) {
   const RecordText text = WriteRecordText(XmlElement::Parse(
       "<BillRet><TxnID>1</TxnID><ExpenseLineRet><Amount>1.00</Amount></ExpenseLineRet><ItemLineRet/>"
       "<ItemGroupLineRet><ItemLineRet/></ItemGroupLineRet><OpenAmount>2.00</OpenAmount></BillRet>"));
@@ -67,22 +67,23 @@ TEST(CompanyRecordText, TellsWhereTheLinesStand) {
             "<ItemGroupLineRet>\n<ItemLineRet />\n</ItemGroupLineRet>\n");
 }
 
-TEST(CompanyRecordText, HasNoLinesWhereThereAreNone) {
+TEST(CompanyRecordText, HasAnEmptyRangeWithoutLines) {
   const RecordText text = WriteRecordText(XmlElement::Parse("<BillRet><TxnID>1</TxnID></BillRet>"));
   EXPECT_EQ(text.linesBegin, 0U);
   EXPECT_EQ(text.linesEnd, 0U);
 }
 
-TEST(CompanyRecordText, RefusesLinesThatStandApart) {
+TEST(CompanyRecordText, RefusesSeparatedLines) {
   const Error error =
-      testing::ErrorOf([] { TextOf("<BillRet><ItemLineRet/><Memo/><ItemLineRet/></BillRet>"); });
-  EXPECT_EQ(error.Description(), "ItemLineRet stands apart from the other lines");
+      tests::ThrownError([] { TextOf("<BillRet><ItemLineRet/><Memo/><ItemLineRet/></BillRet>"); });
+  EXPECT_EQ(error.Description(), "ItemLineRet is separated from the other lines");
 }
 
-TEST(CompanyAscii, RefusesWhatIsNoUtf8) {
+TEST(CompanyAscii, RefusesInvalidUtf8) {
   for (const std::string_view bytes : {"\xE9", "\x80", "\xC3(", "\xE2\x82", "\xFF"}) {
     std::string output;
-    EXPECT_EQ(testing::ErrorOf([&] { AppendAsciiText(output, bytes); }).Number(), company_error::cannotParse);
+    EXPECT_EQ(tests::ThrownError([&] { AppendAsciiText(output, bytes); }).Number(),
+              company_error::cannotParse);
   }
 }
 

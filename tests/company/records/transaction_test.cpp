@@ -37,7 +37,7 @@ class CompanyTransactions : public testing::CompanyTest {
 
 using Ids = std::vector<std::string>;
 
-TEST_F(CompanyTransactions, AreFilteredByDateEndsIncluded) {
+TEST_F(CompanyTransactions, AreFilteredByAnInclusiveDateRange) {
   company.Load("bills.xml", Response("<BillQueryRs>" + Transaction("Bill", "dec", "2001-12-31") +
                                      Transaction("Bill", "jan1", "2002-01-01") +
                                      Transaction("Bill", "jan31", "2002-01-31") +
@@ -51,7 +51,7 @@ TEST_F(CompanyTransactions, AreFilteredByDateEndsIncluded) {
   EXPECT_EQ(IdsOf("<CheckQueryRq></CheckQueryRq>"), Ids{});
 }
 
-TEST_F(CompanyTransactions, ComeByDateAndWithinADayAsTheyWereLoaded) {
+TEST_F(CompanyTransactions, AreOrderedByDateThenByLoading) {
   company.Load("checks.xml", Response("<CheckQueryRs>" + Transaction("Check", "c", "2002-03-01") +
                                       Transaction("Check", "b", "2002-01-05") +
                                       Transaction("Check", "a", "2002-01-05") + "</CheckQueryRs>"));
@@ -60,7 +60,7 @@ TEST_F(CompanyTransactions, ComeByDateAndWithinADayAsTheyWereLoaded) {
   EXPECT_EQ(IdsOf("<CheckQueryRq/>"), (Ids{"b", "a", "0", "c"}));
 }
 
-TEST_F(CompanyTransactions, HaveTheirLinesOnlyWhenAskedFor) {
+TEST_F(CompanyTransactions, HaveLinesOnlyOnRequest) {
   const std::string whole = Transaction("Bill", "1-2", "2002-01-05", lines);
   const std::string bare = Transaction("Bill", "1-2", "2002-01-05");
   company.Load("bills.xml", Response("<BillQueryRs>" + whole + "</BillQueryRs>"));
@@ -82,7 +82,7 @@ TEST_F(CompanyTransactions, HaveTheirLinesOnlyWhenAskedFor) {
   }
 }
 
-TEST_F(CompanyTransactions, WithoutLinesComeWholeEitherWay) {
+TEST_F(CompanyTransactions, WithoutLinesAreTheSameEitherWay) {
   const std::string bare = Transaction("Bill", "1-2", "2002-01-05");
   company.Load("bills.xml", Response("<BillQueryRs>" + bare + "</BillQueryRs>"));
   EXPECT_EQ(
@@ -91,11 +91,11 @@ TEST_F(CompanyTransactions, WithoutLinesComeWholeEitherWay) {
   EXPECT_NE(company.Answer(Request("1.0", "<BillQueryRq></BillQueryRq>")).find(bare), std::string::npos);
 }
 
-TEST_F(CompanyTransactions, OfEachKindAnswerTheirOwnRequestAlone) {
+TEST_F(CompanyTransactions, AreAnsweredOnlyToTheirOwnRequest) {
   const std::vector<std::string_view> kinds = {"Bill", "Check", "CreditCardCharge", "Invoice",
                                                "SalesReceipt"};
   std::string answers;
-  for (const std::string_view kind : kinds) {  // the same TxnID: ids are told apart by kind
+  for (const std::string_view kind : kinds) {  // one TxnID for all: ids are unique per kind
     answers += fmt::format("<{0}QueryRs>{1}</{0}QueryRs>", kind, Transaction(kind, "7-7", "2002-01-05"));
   }
   company.Load("all.xml", Response(answers));

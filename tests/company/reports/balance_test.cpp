@@ -26,7 +26,7 @@ class CompanyBalanceSheet : public testing::CompanyTest {
   CompanyFile company = NewCompany("2.0");
 };
 
-TEST_F(CompanyBalanceSheet, IsWrittenToTheCharacter) {
+TEST_F(CompanyBalanceSheet, IsWrittenExactly) {
   company.Load("accounts.xml", AccountDocument({{"due", "AccountsReceivable", "Due", "", "", "75.10"}}));
   EXPECT_EQ(
       Sheet("AccountsReceivable", "2002-12-31"),
@@ -73,7 +73,7 @@ TEST_F(CompanyBalanceSheet, IsWrittenToTheCharacter) {
 )"));
 }
 
-TEST_F(CompanyBalanceSheet, TakesWhatWasPostedLaterOffTheStoredBalance) {
+TEST_F(CompanyBalanceSheet, SubtractsLaterPostingsFromTheStoredBalance) {
   company.Load("accounts.xml", AccountDocument({{"bank", "Bank", "Bank", "", "", "900.00"},
                                                 {"owed", "AccountsPayable", "Owed", "", "", "55.00"},
                                                 {"card", "CreditCard", "Card", "", "", "7.00"},
@@ -114,7 +114,7 @@ TEST_F(CompanyBalanceSheet, TakesWhatWasPostedLaterOffTheStoredBalance) {
   }
 }
 
-TEST_F(CompanyBalanceSheet, LeavesOutAccountsWithoutABalance) {
+TEST_F(CompanyBalanceSheet, OmitsAccountsWithoutABalance) {
   company.Load("accounts.xml", AccountDocument({{"a", "Bank", "Checking", "", "", "0.00"},
                                                 {"b", "Bank", "Reserve", "a", "", "5.00"},
                                                 {"c", "Bank", "Till", "", "", "0.00"},
@@ -127,7 +127,7 @@ TEST_F(CompanyBalanceSheet, LeavesOutAccountsWithoutABalance) {
              "SubtotalRow | Total Current Assets | 5.00", "TotalRow | TOTAL ASSETS | 5.00"}));
 }
 
-TEST_F(CompanyBalanceSheet, StandsUnderTheHeadingsOfItsType) {
+TEST_F(CompanyBalanceSheet, HasTheHeadingsOfItsType) {
   company.Load("accounts.xml", AccountDocument({{"1", "OtherCurrentLiability", "Tax", "", "", "1.00"},
                                                 {"2", "LongTermLiability", "Loan", "", "", "2.00"},
                                                 {"3", "Equity", "Capital", "", "", "-3.00"},
@@ -166,7 +166,7 @@ TEST_F(CompanyBalanceSheet, StandsUnderTheHeadingsOfItsType) {
   }
 }
 
-TEST_F(CompanyBalanceSheet, CountsStockByWhatItCostAndNotByWhatItWasSoldFor) {
+TEST_F(CompanyBalanceSheet, ValuesInventoryAtCost) {
   company.Load("accounts.xml", AccountDocument({{"stock", "OtherCurrentAsset", "Stock", "", "", "100.00"},
                                                 {"sales", "Income", "Sales"},
                                                 {"cost", "CostOfGoodsSold", "Cost"}}));
@@ -189,7 +189,7 @@ TEST_F(CompanyBalanceSheet, CountsStockByWhatItCostAndNotByWhatItWasSoldFor) {
   EXPECT_EQ(RowsOf(Sheet("OtherCurrentAsset", "2002-05-03")).at(3), "DataRow Stock | Stock | 100.00");
 }
 
-TEST_F(CompanyBalanceSheet, HasOneColumnHoweverLongItsPeriod) {
+TEST_F(CompanyBalanceSheet, HasOneColumnForAnyPeriod) {
   company.Load("accounts.xml", AccountDocument({{"bank", "Bank", "Bank", "", "", "1.00"}}));
   const std::string request = testing::Request(
       "2.0",

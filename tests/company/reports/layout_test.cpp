@@ -32,7 +32,7 @@ TEST(CompanyReportLayout, KnowsTheFiltersOfProfitAndLossAndTheAccountTypes) {
   }
 }
 
-TEST(CompanyReportLayout, ShowsEachTypeThatIsPostedToInOneReport) {
+TEST(CompanyReportLayout, ShowsEachPostingTypeInOneReport) {
   const std::vector<std::string_view> types = {"Bank",
                                                "AccountsReceivable",
                                                "OtherCurrentAsset",

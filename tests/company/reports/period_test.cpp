@@ -62,7 +62,7 @@ TEST(CompanyReportPeriod, CoversAFiscalYearThatCrossesTheCalendarYear) {
   EXPECT_EQ(period.columns[11].lastDay, "2003-03-31");
 }
 
-TEST(CompanyReportPeriod, CanBeAsOfADay) {
+TEST(CompanyReportPeriod, MayBeAsOfADay) {
   const ReportPeriod period = AsOf("2002-12-31");
   EXPECT_EQ(period.subtitle, "As of December 31, 2002");
   EXPECT_EQ(ColumnTexts(period), Texts{"Dec 31, 02: 2002-12-31 to 2002-12-31"});

@@ -41,7 +41,7 @@ class CompanyProfitAndLoss : public testing::CompanyTest {
   int checks = 0;
 };
 
-TEST_F(CompanyProfitAndLoss, IsWrittenToTheCharacter) {
+TEST_F(CompanyProfitAndLoss, IsWrittenExactly) {
   LoadAccounts({{"auto", "Expense", "Automobile"},
                 {"fuel", "Expense", "Fuel", "auto"},
                 {"rent", "Expense", "Rent &amp; &quot;Lease&quot;"}});
@@ -122,7 +122,7 @@ TEST_F(CompanyProfitAndLoss, IsWrittenToTheCharacter) {
 )"));
 }
 
-TEST_F(CompanyProfitAndLoss, WithNothingToShowHasNoRows) {
+TEST_F(CompanyProfitAndLoss, HasNoRowsWithoutPostings) {
   LoadAccounts({{"rent", "Expense", "Rent", "", "", "500.00"}});
   Spend("2001-12-31", "rent", "12.50");
   Spend("2002-02-01", "rent", "12.50");
@@ -150,7 +150,7 @@ TEST_F(CompanyProfitAndLoss, WithNothingToShowHasNoRows) {
 )"));
 }
 
-TEST_F(CompanyProfitAndLoss, NestsAccountsAndTellsAParentsOwnAmountsApart) {
+TEST_F(CompanyProfitAndLoss, NestsAccountsAndSeparatesAParentsOwnAmounts) {
   LoadAccounts({{"auto", "Expense", "Automobile"},
                 {"fuel", "Expense", "Fuel", "auto"},
                 {"diesel", "Expense", "Diesel", "fuel"},
@@ -176,7 +176,7 @@ TEST_F(CompanyProfitAndLoss, NestsAccountsAndTellsAParentsOwnAmountsApart) {
                    "TotalRow | Net Income | -1111.00"}));
 }
 
-TEST_F(CompanyProfitAndLoss, ShowsAccountNumbersWhenTheyAreInUse) {
+TEST_F(CompanyProfitAndLoss, ShowsAccountNumbersIfTheyAreInUse) {
   LoadAccounts({{"auto", "Expense", "Automobile", "", "6000"},
                 {"fuel", "Expense", "Fuel", "auto", "6010"},
                 {"rent", "Expense", "Rent"}});
@@ -205,7 +205,7 @@ TEST_F(CompanyProfitAndLoss, ShowsAccountNumbersWhenTheyAreInUse) {
   EXPECT_NE(Expenses("2002-01-01", "2002-01-31").find("value=\"6010 &#183; Fuel\""), std::string::npos);
 }
 
-TEST_F(CompanyProfitAndLoss, FollowsAFiscalYearOverTheCalendarYear) {
+TEST_F(CompanyProfitAndLoss, CoversAFiscalYearThatCrossesTheCalendarYear) {
   LoadAccounts({{"rent", "Expense", "Rent"}});
   Spend("2002-03-31", "rent", "1.00");
   Spend("2002-04-01", "rent", "20.00");
@@ -221,7 +221,7 @@ TEST_F(CompanyProfitAndLoss, FollowsAFiscalYearOverTheCalendarYear) {
             "0.00 | 4000.00 | 4320.00");
 }
 
-TEST_F(CompanyProfitAndLoss, CountsTheLeapDayToFebruary) {
+TEST_F(CompanyProfitAndLoss, IncludesTheLeapDayInFebruary) {
   LoadAccounts({{"rent", "Expense", "Rent"}});
   Spend("2004-02-29", "rent", "7.00");
   EXPECT_EQ(RowsOf(Expenses("2004-02-01", "2004-02-29")).at(2), "DataRow Rent | Rent | 7.00");
@@ -230,7 +230,7 @@ TEST_F(CompanyProfitAndLoss, CountsTheLeapDayToFebruary) {
             "DataRow Rent | Rent | 0.00 | 7.00 | 0.00 | 7.00");
 }
 
-TEST_F(CompanyProfitAndLoss, ReachesAsFarAsTheTransactionsWhereItsPeriodIsOpen) {
+TEST_F(CompanyProfitAndLoss, ExtendsAnOpenPeriodToTheTransactions) {
   EXPECT_EQ(ColumnTitlesOf(Expenses("", "")), Texts{});
   EXPECT_EQ(TextsOf(Expenses("", ""), "//ReportSubtitle"), Texts{"All Transactions"});
   LoadAccounts({{"rent", "Expense", "Rent"}, {"bank", "Bank", "Bank"}});
@@ -244,7 +244,7 @@ TEST_F(CompanyProfitAndLoss, ReachesAsFarAsTheTransactionsWhereItsPeriodIsOpen) 
   EXPECT_EQ(RowsOf(Expenses("2002-03-01", "")), Texts{});
 }
 
-TEST_F(CompanyProfitAndLoss, ShowsEachFiltersAccountsWithTheirUsualSign) {
+TEST_F(CompanyProfitAndLoss, ShowsTheAccountsOfEachFilterWithTheirNormalSign) {
   LoadAccounts({{"sales", "Income", "Sales"},
                 {"cost", "CostOfGoodsSold", "Cost of Plants"},
                 {"rent", "Expense", "Rent"},
@@ -301,7 +301,7 @@ TEST_F(CompanyProfitAndLoss, ShowsEachFiltersAccountsWithTheirUsualSign) {
   }
 }
 
-TEST_F(CompanyProfitAndLoss, TakesItemsThatComeAfterTheirSales) {
+TEST_F(CompanyProfitAndLoss, AcceptsItemsLoadedAfterTheirSales) {
   LoadAccounts({{"fees", "Income", "Fees"}});
   company.Load(
       "invoices.xml",
@@ -319,7 +319,7 @@ TEST_F(CompanyProfitAndLoss, TakesItemsThatComeAfterTheirSales) {
   EXPECT_EQ(income().at(2), "DataRow Fees | Fees | 30.00");
 }
 
-TEST_F(CompanyProfitAndLoss, MovesWithARecordThatIsReplaced) {
+TEST_F(CompanyProfitAndLoss, FollowsAReplacedRecord) {
   LoadAccounts({{"rent", "Expense", "Rent"}, {"fuel", "Expense", "Fuel"}});
   Spend("2002-01-05", "rent", "1.00");
   checks = 0;
@@ -329,7 +329,7 @@ TEST_F(CompanyProfitAndLoss, MovesWithARecordThatIsReplaced) {
   EXPECT_EQ(rows[2], "DataRow Fuel | Fuel | 0.00 | 2.00 | 2.00");
 }
 
-TEST_F(CompanyProfitAndLoss, ShowsParentsThatRunInACircle) {
+TEST_F(CompanyProfitAndLoss, ShowsAccountsInACycleOfParents) {
   LoadAccounts({{"a", "Expense", "A", "b"}, {"b", "Expense", "B", "a"}});
   Spend("2002-01-05", "a", "1.00");
   Spend("2002-01-05", "b", "2.00");

@@ -22,7 +22,7 @@ std::string Refused(int code, std::string_view message) {
       code, message));
 }
 
-TEST_F(CompanyReportStatus, IsAnErrorForAFilterThatIsUnknown) {
+TEST_F(CompanyReportStatus, IsAnErrorForAnUnknownFilter) {
   company.Load("accounts.xml", AccountDocument({{"a", "FixedAsset", "Depreciation", "", "", "-5.00"},
                                                 {"b", "Equity", "Retained Earnings", "", "", "5.00"}}));
   struct Case {
@@ -66,7 +66,7 @@ TEST_F(CompanyReportStatus, IsUnsupportedForAnyOtherReport) {
   }
 }
 
-TEST_F(CompanyReportStatus, DoesNotKeepOtherRequestsFromTheirAnswers) {
+TEST_F(CompanyReportStatus, DoesNotAffectOtherRequests) {
   company.Load("accounts.xml", AccountDocument({{"bank", "Bank", "Bank", "", "", "1.00"}}));
   const auto message = [](std::string_view filter) {
     return Element("GeneralSummaryReportQueryRq",

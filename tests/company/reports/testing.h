@@ -11,7 +11,7 @@
 
 namespace krnqb::company::testing {
 
-/// An account as its record tells it; what is empty is left out.
+/// The fields of an account's record; empty ones are omitted.
 struct AccountFields {
   std::string_view id, type, name, parent = {}, number = {}, balance = {};
 };
@@ -41,14 +41,14 @@ inline std::string ExpenseLine(std::string_view account, std::string_view amount
   return Element("ExpenseLineRet", Reference("AccountRef", account) + Element("Amount", amount));
 }
 
-/// A line with an item, of the element name that its transaction has for them.
+/// Returns an item line with the element name that its transaction uses.
 inline std::string ItemLine(std::string_view element, std::string_view item, std::string_view amount,
                             std::string_view quantity = {}) {
   return Element(element,
                  Reference("ItemRef", item) + Element("Quantity", quantity) + Element("Amount", amount));
 }
 
-/// A record such as "Bill" makes of a BillRet.
+/// Returns a transaction record; `kind` "Bill" makes a BillRet.
 inline std::string TransactionRecord(std::string_view kind, std::string_view id, std::string_view date,
                                      std::string_view content) {
   return Element(std::string(kind) + "Ret",
@@ -78,15 +78,15 @@ inline std::string ProfitAndLossRequest(std::string_view filter, std::string_vie
                              from, to, filter));
 }
 
-/// The catalogue's request for the balance sheet, with a type in the place that it leaves open.
+/// Returns the catalogue's request for the balance sheet, with the account type filled in.
 inline std::string BalanceSheetRequest(std::string_view filter, std::string_view day) {
   std::string request = BuildRequest(request_number::balanceSheetByType, day, day);
   request.replace(request.find(accountTypePlaceholder), accountTypePlaceholder.size(), filter);
   return request;
 }
 
-/// The rows of a report, each as "DataRow Sales:Plants | Plants | 1.00 | 2.00": kind, the account that it is
-/// of if any, label, amounts. Fails the test when the rows are not numbered from 1 on or a column is missing.
+/// Returns the rows of a report, each as "DataRow Sales:Plants | Plants | 1.00 | 2.00": kind, account if any,
+/// label, amounts. Fails the test if the rows are not numbered from 1 or a column is missing.
 inline std::vector<std::string> RowsOf(const std::string& answer) {
   std::vector<std::string> rows;
   int number = 0;
@@ -106,7 +106,7 @@ inline std::vector<std::string> RowsOf(const std::string& answer) {
   return rows;
 }
 
-/// The titles of a report's columns of amounts.
+/// Returns the titles of a report's columns of amounts.
 inline std::vector<std::string> ColumnTitlesOf(const std::string& answer) {
   std::vector<std::string> titles;
   for (const XmlElement& title : XmlElement::Parse(answer).SelectAll("//ColDesc[@colID > 1]/ColTitle")) {

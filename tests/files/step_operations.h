@@ -7,9 +7,9 @@
 
 #include "files/operations.h"
 
-namespace krnqb::plan_file {
+namespace krnqb::files {
 
-/// The steps of replacing a file, in their order.
+/// The steps of replacing a file, in order.
 enum class Step {
   CheckWritable,
   CreateTemporary,
@@ -29,51 +29,50 @@ enum class Moment { Before, During, After };
 
 inline constexpr std::array<std::string_view, 3> momentNames{"Before", "During", "After"};
 
-/// The system's steps with a test's own action before and after each, and between the halves of the writing.
-/// What the action gives, unless it is success, is the step's result.
-class StepOperations : public files::SystemFileOperations {
+/// System file operations that call a test's action before and after each step, and halfway through writing.
+/// If the action returns an error, the step fails with it.
+class StepOperations : public SystemFileOperations {
  public:
   using Action = std::function<std::error_code(Step, Moment)>;
 
   explicit StepOperations(Action action) : action_(std::move(action)) {}
 
   std::error_code CheckWritable(const std::filesystem::path& file) override {
-    return Around(Step::CheckWritable, [&] { return files::SystemFileOperations::CheckWritable(file); });
+    return Around(Step::CheckWritable, [&] { return SystemFileOperations::CheckWritable(file); });
   }
   std::error_code CreateTemporary(const std::filesystem::path& temporary, mode_t mode,
-                                  files::FileDescriptor& file) override {
+                                  FileDescriptor& file) override {
     return Around(Step::CreateTemporary,
-                  [&] { return files::SystemFileOperations::CreateTemporary(temporary, mode, file); });
+                  [&] { return SystemFileOperations::CreateTemporary(temporary, mode, file); });
   }
-  std::error_code KeepOwnerAndMode(const files::FileDescriptor& file,
+  std::error_code KeepOwnerAndMode(const FileDescriptor& file,
                                    const std::filesystem::path& pattern) override {
     return Around(Step::KeepOwnerAndMode,
-                  [&] { return files::SystemFileOperations::KeepOwnerAndMode(file, pattern); });
+                  [&] { return SystemFileOperations::KeepOwnerAndMode(file, pattern); });
   }
-  std::error_code Write(const files::FileDescriptor& file, std::string_view contents) override {
+  std::error_code Write(const FileDescriptor& file, std::string_view contents) override {
     return Around(Step::Write, [&] {
       const std::size_t half = contents.size() / 2;
-      std::error_code failure = files::SystemFileOperations::Write(file, contents.substr(0, half));
+      std::error_code failure = SystemFileOperations::Write(file, contents.substr(0, half));
       if (!failure) failure = action_(Step::Write, Moment::During);
-      return failure ? failure : files::SystemFileOperations::Write(file, contents.substr(half));
+      return failure ? failure : SystemFileOperations::Write(file, contents.substr(half));
     });
   }
-  std::error_code Sync(const files::FileDescriptor& file) override {
-    return Around(Step::Sync, [&] { return files::SystemFileOperations::Sync(file); });
+  std::error_code Sync(const FileDescriptor& file) override {
+    return Around(Step::Sync, [&] { return SystemFileOperations::Sync(file); });
   }
   std::error_code KeepPrevious(const std::filesystem::path& file,
                                const std::filesystem::path& backup) override {
-    return Around(Step::KeepPrevious,
-                  [&] { return files::SystemFileOperations::KeepPrevious(file, backup); });
+    return Around(Step::KeepPrevious, [&] { return SystemFileOperations::KeepPrevious(file, backup); });
   }
   std::error_code Rename(const std::filesystem::path& from, const std::filesystem::path& to) override {
-    return Around(Step::Rename, [&] { return files::SystemFileOperations::Rename(from, to); });
+    return Around(Step::Rename, [&] { return SystemFileOperations::Rename(from, to); });
   }
   std::error_code RenameToNew(const std::filesystem::path& from, const std::filesystem::path& to) override {
-    return Around(Step::Rename, [&] { return files::SystemFileOperations::RenameToNew(from, to); });
+    return Around(Step::Rename, [&] { return SystemFileOperations::RenameToNew(from, to); });
   }
   std::error_code SyncFolder(const std::filesystem::path& folder) override {
-    return Around(Step::SyncFolder, [&] { return files::SystemFileOperations::SyncFolder(folder); });
+    return Around(Step::SyncFolder, [&] { return SystemFileOperations::SyncFolder(folder); });
   }
 
  private:
@@ -87,4 +86,4 @@ class StepOperations : public files::SystemFileOperations {
   Action action_;
 };
 
-}  // namespace krnqb::plan_file
+}  // namespace krnqb::files

@@ -4,8 +4,8 @@
 
 namespace krnqb::company {
 
-/// Whether a record's text says yes.
-constexpr bool IsTrue(std::string_view text) noexcept {
+/// Returns whether a boolean field of a record is true.
+constexpr bool IsTrueText(std::string_view text) noexcept {
   return text == "true" || text == "1";
 }
 
