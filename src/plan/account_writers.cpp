@@ -28,7 +28,7 @@ void TakeOutDepreciation(std::vector<NewAccountRow>& newRows) {
 }
 
 void WriteAccounts(std::string& result, const AccountTables& tables, const XmlElement& accounts,
-                   const PlanAccess& plan, Clock& clock) {
+                   const HostPlan& plan, Clock& clock) {
   std::vector<NewAccountRow> newRows;
   if (const XmlElement planned = plan.ReadPlanTable(tables.plannedId)) {
     MergeAccountRows(planned, tables.mainBlock, accounts, newRows, tables.twins, tables.rowsKeptBelow);
@@ -43,8 +43,7 @@ void WriteAccounts(std::string& result, const AccountTables& tables, const XmlEl
 
 }  // namespace
 
-void WriteSalesAccounts(std::string& result, const XmlElement& accounts, const PlanAccess& plan,
-                        Clock& clock) {
+void WriteSalesAccounts(std::string& result, const XmlElement& accounts, const HostPlan& plan, Clock& clock) {
   const AccountTables tables{.plannedId = table_id::plannedSales,
                              .actualId = table_id::actualSales,
                              .mainBlock = block_id::sales,
@@ -54,8 +53,7 @@ void WriteSalesAccounts(std::string& result, const XmlElement& accounts, const P
   WriteAccounts(result, tables, accounts, plan, clock);
 }
 
-void WriteCostAccounts(std::string& result, const XmlElement& accounts, const PlanAccess& plan,
-                       Clock& clock) {
+void WriteCostAccounts(std::string& result, const XmlElement& accounts, const HostPlan& plan, Clock& clock) {
   const AccountTables tables{.plannedId = table_id::plannedSales,
                              .actualId = table_id::actualSales,
                              .mainBlock = block_id::costs,
@@ -64,7 +62,7 @@ void WriteCostAccounts(std::string& result, const XmlElement& accounts, const Pl
   WriteAccounts(result, tables, accounts, plan, clock);
 }
 
-void WriteIncomeRangeAccounts(std::string& result, const XmlElement& accounts, const PlanAccess& plan,
+void WriteIncomeRangeAccounts(std::string& result, const XmlElement& accounts, const HostPlan& plan,
                               Clock& clock) {
   const AccountTables tables{.plannedId = table_id::plannedIncomeRange,
                              .actualId = table_id::actualIncomeRange,
@@ -75,7 +73,7 @@ void WriteIncomeRangeAccounts(std::string& result, const XmlElement& accounts, c
   WriteAccounts(result, tables, accounts, plan, clock);
 }
 
-void WriteContributionMarginAccounts(std::string& result, const XmlElement& accounts, const PlanAccess& plan,
+void WriteContributionMarginAccounts(std::string& result, const XmlElement& accounts, const HostPlan& plan,
                                      Clock& clock) {
   const AccountTables tables{.plannedId = table_id::plannedContributionMargin,
                              .actualId = table_id::actualContributionMargin,

@@ -11,10 +11,10 @@ namespace krnqb {
 
 /// The host's plan as `KRNPlanData` holds it. Every operation asks the plan object anew and fails with the
 /// plan's own error, with 91 when there is no plan, or with 438 when the stored object is none.
-class PlanAccess {
+class HostPlan {
  public:
   /// Both outlive the access.
-  PlanAccess(const Variant& plan, Observer& observer) noexcept : plan_(plan), observer_(observer) {}
+  HostPlan(const Variant& plan, Observer& observer) noexcept : plan_(plan), observer_(observer) {}
 
   bool OpenPlan(std::string_view planFile) const;
 

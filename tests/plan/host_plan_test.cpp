@@ -20,20 +20,20 @@ class EmptyPlan final : public PlanObject {
   std::shared_ptr<PlanData> Data() override { return nullptr; }
 };
 
-TEST(PlanAccess, FailsOnNothing) {
+TEST(HostPlan, FailsOnNothing) {
   fakes::RecordingObserver observer;
   for (const Variant& plan :
        {Variant(), Variant(ObjectReference()), Variant(std::make_shared<EmptyPlan>())}) {
-    const PlanAccess access(plan, observer);
+    const HostPlan access(plan, observer);
     EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(access.TableText(table_id::plannedSales)); }), 91);
     EXPECT_EQ(NumberThrownBy([&] { access.Load("<tables/>"); }), 91);
   }
 }
 
-TEST(PlanAccess, FailsOnAnObjectThatIsNoPlan) {
+TEST(HostPlan, FailsOnAnObjectThatIsNoPlan) {
   fakes::RecordingObserver observer;
   for (const Variant& plan : {Variant(std::make_shared<cSubtotals>()), Variant("a text")}) {
-    const PlanAccess access(plan, observer);
+    const HostPlan access(plan, observer);
     EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(access.OpenPlan("x.kpf")); }), 438);
   }
 }
@@ -44,7 +44,7 @@ TEST(ReadPlanTable, GivesTheTableBlocksChildOfTheTablesRoot) {
   const Variant plan(std::make_shared<fakes::FakePlan>(content, std::make_shared<fakes::Journal>()));
   const std::string id(table_id::plannedSales);
   content->tables[id] = "<tableitem><lastsavedid/><tableblocks n=\"1\"/></tableitem>";
-  EXPECT_EQ(PlanAccess(plan, observer).ReadPlanTable(id).Attribute("n"), "1");
+  EXPECT_EQ(HostPlan(plan, observer).ReadPlanTable(id).Attribute("n"), "1");
   EXPECT_TRUE(observer.notices.empty());
 }
 
@@ -57,7 +57,7 @@ TEST(ReadPlanTable, TellsATableThatCannotBeRead) {
        {"", "no xml", "<tableitem/>", "<tableitem><deeper><tableblocks/></deeper></tableitem>"}) {
     observer.notices.clear();
     content->tables[id] = text;
-    EXPECT_FALSE(PlanAccess(plan, observer).ReadPlanTable(id)) << text;
+    EXPECT_FALSE(HostPlan(plan, observer).ReadPlanTable(id)) << text;
     ASSERT_EQ(observer.notices.size(), 1U) << text;
     EXPECT_EQ(observer.notices[0].kind, NoticeKind::TableUnreadable);
     EXPECT_EQ(observer.notices[0].description, id);
