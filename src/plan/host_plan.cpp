@@ -36,7 +36,16 @@ XmlElement HostPlan::ReadPlanTable(std::string_view tableId) const {
 }
 
 void HostPlan::Load(std::string tablesText) const {
-  Data()->Deserialize(tablesText);
+  const std::shared_ptr<PlanData> data = Data();
+  if (tablesText.empty()) {
+    observer_.Notify(
+        Notice{.kind = NoticeKind::TablesNotLoaded,
+               .place = Place{.operation = "Deserialize", .request = {}, .fromDate = {}, .toDate = {}},
+               .number = 0,
+               .severity = {},
+               .description = "the import changed no tables"});
+  }
+  data->Deserialize(tablesText);
 }
 
 std::shared_ptr<PlanObject> HostPlan::Plan() const {

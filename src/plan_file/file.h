@@ -49,6 +49,10 @@ class PlanFile : public PlanObject {
   /// Whether tables have been loaded since the plan was opened or last saved.
   bool Changed() const noexcept { return tables_->Changed(); }
 
+  /// Returns why documents were refused that were to be loaded since the plan was opened: for each the line
+  /// and what is wrong with its XML.
+  const std::vector<std::string>& RefusedLoads() const noexcept { return tables_->RefusedLoads(); }
+
   /// Writes the plan to its file at once, old or new at every instant, and gives the path of the .bak that
   /// holds the previous version. Error when a step fails or when another program has changed the file since
   /// it was opened: the file is as it was then.

@@ -13,14 +13,14 @@ namespace {
 
 using tests::NumberThrownBy;
 
-// A plan that is none of ours but an object all the same, or whose operations give nothing.
+// A plan object in which no plan is open.
 class EmptyPlan final : public PlanObject {
  public:
   bool OpenPlan(std::string_view /*planFile*/) override { return false; }
   std::shared_ptr<PlanData> Data() override { return nullptr; }
 };
 
-TEST(HostPlan, FailsOnNothing) {
+TEST(HostPlan, FailsWithoutAPlan) {
   fakes::RecordingObserver observer;
   for (const Variant& plan :
        {Variant(), Variant(ObjectReference()), Variant(std::make_shared<EmptyPlan>())}) {
@@ -30,7 +30,7 @@ TEST(HostPlan, FailsOnNothing) {
   }
 }
 
-TEST(HostPlan, FailsOnAnObjectThatIsNoPlan) {
+TEST(HostPlan, FailsForAnObjectOfAnotherKind) {
   fakes::RecordingObserver observer;
   for (const Variant& plan : {Variant(std::make_shared<cSubtotals>()), Variant("a text")}) {
     const HostPlan access(plan, observer);
@@ -38,7 +38,7 @@ TEST(HostPlan, FailsOnAnObjectThatIsNoPlan) {
   }
 }
 
-TEST(ReadPlanTable, GivesTheTableBlocksChildOfTheTablesRoot) {
+TEST(ReadPlanTable, ReturnsTheTableBlocksChildOfTheRoot) {
   fakes::RecordingObserver observer;
   const auto content = std::make_shared<fakes::PlanContent>();
   const Variant plan(std::make_shared<fakes::FakePlan>(content, std::make_shared<fakes::Journal>()));
@@ -48,7 +48,7 @@ TEST(ReadPlanTable, GivesTheTableBlocksChildOfTheTablesRoot) {
   EXPECT_TRUE(observer.notices.empty());
 }
 
-TEST(ReadPlanTable, TellsATableThatCannotBeRead) {
+TEST(ReadPlanTable, ReportsATableThatCannotBeRead) {
   fakes::RecordingObserver observer;
   const auto content = std::make_shared<fakes::PlanContent>();
   const Variant plan(std::make_shared<fakes::FakePlan>(content, std::make_shared<fakes::Journal>()));
@@ -62,6 +62,19 @@ TEST(ReadPlanTable, TellsATableThatCannotBeRead) {
     EXPECT_EQ(observer.notices[0].kind, NoticeKind::TableUnreadable);
     EXPECT_EQ(observer.notices[0].description, id);
   }
+}
+
+TEST(HostPlan, ReportsAnEmptyText) {
+  fakes::RecordingObserver observer;
+  const auto content = std::make_shared<fakes::PlanContent>();
+  const Variant plan(std::make_shared<fakes::FakePlan>(content, std::make_shared<fakes::Journal>()));
+  HostPlan(plan, observer).Load("<tables/>");
+  EXPECT_TRUE(observer.notices.empty());
+  HostPlan(plan, observer).Load("");
+  ASSERT_EQ(observer.notices.size(), 1U);
+  EXPECT_EQ(observer.notices[0].kind, NoticeKind::TablesNotLoaded);
+  EXPECT_EQ(observer.notices[0].place.operation, "Deserialize");
+  EXPECT_EQ(content->loaded, (std::vector<std::string>{"<tables/>", ""})) << "the plan gets every text";
 }
 
 }  // namespace
