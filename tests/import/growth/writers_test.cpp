@@ -79,11 +79,11 @@ class GrowthWriters : public testing::TestWithParam<Writer> {
   /// Runs the writer on a document with one table per text of blocks and returns the document's text.
   std::string Write(const std::vector<std::string>& tables) {
     TablesDocument document;
+    int tableId = 0;
     for (const std::string& blocks : tables) {
       const XmlElement tableBlocks = XmlElement::Parse("<tableblocks>" + blocks + "</tableblocks>");
-      document.Add(std::to_string(++lastTable), tableBlocks, clock);
+      document.Add(std::to_string(++tableId), tableBlocks, clock);
     }
-    lastTable = 0;
     GetParam().write(state, document, observer);
     return document.Text();
   }
@@ -104,7 +104,6 @@ class GrowthWriters : public testing::TestWithParam<Writer> {
   ImportState state;
   fakes::RecordingObserver observer;
   fakes::FixedClock clock{LocalDateTime{2002, 1, 1, 9, 0, 0}};
-  int lastTable = 0;
 };
 
 INSTANTIATE_TEST_SUITE_P(Growth, GrowthWriters, testing::ValuesIn(writers),
@@ -169,17 +168,17 @@ TEST_P(GrowthWriters, CountRowsWithoutASubtotal) {
 }
 
 TEST_P(GrowthWriters, CountChildElementsOnly) {
-  const std::string written = Write(Tables(
-      AmountBlock(Planned(), "startrow=\"1\"",
-                  "\n <!-- rows --> <?note?>" + PlannedRow("Other") + "<!-- next -->\n" +
-                      "<row> <!-- name --> <c>Blue</c> <!-- rate --> <c>p</c><?note?><c>p</c></row>")));
+  const std::string written =
+      Write(AmountBlock(Planned(), "startrow=\"1\"",
+                        "\n <!-- rows --> <?note?>" + PlannedRow("Other") + "<!-- next -->\n" +
+                            "<row> <!-- name --> <c>Blue</c> <!-- rate --> <c>p</c><?note?><c>p</c></row>"));
   const Texts cells = CellsOf(written, Planned(), 1);
   EXPECT_EQ(cells, (Texts{"Blue", "0.1", std::string("=1200") + GetParam().joint + "2)"}));
 }
 
 TEST_P(GrowthWriters, FindSubtotalsCaseInsensitivelyButWithTheirBlanks) {
-  const std::string written = Write(Tables(
-      AmountBlock(Planned(), "startrow=\"1\"", PlannedRow("BLUE") + PlannedRow(" Red") + PlannedRow("red"))));
+  const std::string written = Write(
+      AmountBlock(Planned(), "startrow=\"1\"", PlannedRow("BLUE") + PlannedRow(" Red") + PlannedRow("red")));
   EXPECT_EQ(CellsOf(written, Planned(), 0)[1], "0.1");
   EXPECT_EQ(CellsOf(written, Planned(), 1), Cells(" Red", 13, "p"));
   EXPECT_EQ(CellsOf(written, Planned(), 2)[1], "0.1");
@@ -228,10 +227,10 @@ TEST_P(GrowthWriters, SkipRowsAndCellsMissingFromTheActualBlock) {
   const std::string narrow = fakes::WideRow("Blue", 3, "a");
   for (const std::string& actual : {std::string(), AmountBlock(Actual(), "", ActualRow("Other")),
                                     AmountBlock(Actual(), "", ActualRow("Other") + narrow)}) {
-    const std::string written = Write(Tables(planned + actual));
+    const std::string written = Write(planned + actual);
     EXPECT_EQ(CellsOf(written, Planned(), 1), PlannedCells("Blue", blue, "6")) << actual;
   }
-  const std::string written = Write(Tables(planned + AmountBlock(Actual(), "", ActualRow("Other") + narrow)));
+  const std::string written = Write(planned + AmountBlock(Actual(), "", ActualRow("Other") + narrow));
   EXPECT_EQ(CellsOf(written, Actual(), 1), (Texts{"Blue", "1200", "2400", "3600"}));
 }
 
