@@ -23,6 +23,7 @@ enum class NoticeKind {
   AnswerStatus,      ///< an answer came with a status other than 0 and 1
   AnswerUnreadable,  ///< an answer is no well-formed document
   TableUnreadable,   ///< a plan table's text is no well-formed document, or has no table blocks
+  TablesNotLoaded,   ///< an empty text was loaded into the plan, which changed nothing there
   AmountSkipped,     ///< the amount of a transaction line, a report row or an account was left out, see
                      ///< `Skipped`
   AccountInSeveralRows,  ///< a report names an account in more than one row; every row was added

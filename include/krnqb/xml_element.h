@@ -55,8 +55,9 @@ class XmlElement {
   /// The whole text content, descendants included, untrimmed.
   std::string Text() const;
   std::optional<std::string> Attribute(std::string_view name) const;
-  /// The element's XML text, without a declaration; white space, comments, CDATA sections and the order of
-  /// attributes as they were read.
+  /// Returns the element's XML text, without an XML declaration; white space, comments, CDATA sections and
+  /// the order of attributes as they were read. The text is a document of its own: it declares the namespaces
+  /// that the element uses, inherited ones included.
   std::string Xml() const;
   /// The line of its document on which the element begins, counted from 1; 0 for none.
   long Line() const noexcept;

@@ -20,6 +20,8 @@ std::string_view WhatHappened(NoticeKind kind) {
       return "got an answer that is no document";
     case NoticeKind::TableUnreadable:
       return "found a plan table unreadable";
+    case NoticeKind::TablesNotLoaded:
+      return "loaded no tables into the plan";
     case NoticeKind::AmountSkipped:
       return "left an amount out";
     case NoticeKind::AccountInSeveralRows:

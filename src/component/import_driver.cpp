@@ -55,25 +55,26 @@ class Import {
     LoadQuickBooksLists(context_);
     Progress(80);
     if (options_.includeExpenseAccounts) {
-      expenseTables_ = KRNDeserialize(context_, context_.state.expenseAccounts.Element());
+      expenseTables_ = ChangedTables(context_, context_.state.expenseAccounts.Element());
     }
     Progress(100);
     if (options_.includeIncomeAccounts) {
-      incomeTables_ = KRNDeserialize(context_, context_.state.incomeAccounts.Element());
-      context_.plan.Load(incomeTables_);
+      incomeTables_ = ChangedTables(context_, context_.state.incomeAccounts.Element());
+      Load(incomeTables_);
       if (context_.state.costAccounts)
-        incomeTables_ = KRNDeserialize(context_, context_.state.costAccounts.Element());
+        incomeTables_ = ChangedTables(context_, context_.state.costAccounts.Element());
     }
     return Outcome::Imported;
   }
 
   void ImportBalances() {
     ReadAmounts();
-    if (options_.includeExpenseAccounts)
-      expenseTables_ = WriteExpenseGrowth(context_.state, expenseTables_, context_.observer);
-    if (options_.includeIncomeAccounts) {
-      incomeTables_ = WriteSalesGrowth(context_.state, incomeTables_, context_.observer);
-      incomeTables_ = WriteCostGrowth(context_.state, incomeTables_, context_.observer);
+    if (options_.includeExpenseAccounts && expenseTables_) {
+      WriteExpenseGrowth(context_.state, *expenseTables_, context_.observer);
+    }
+    if (options_.includeIncomeAccounts && incomeTables_) {
+      WriteSalesGrowth(context_.state, *incomeTables_, context_.observer);
+      WriteCostGrowth(context_.state, *incomeTables_, context_.observer);
     }
     const bool pastPerformanceKept = options_.krnProduct == QBKRN_ALD || options_.krnProduct == QBKRN_COR;
     if (pastPerformanceKept && options_.includePastPerformance) {
@@ -118,9 +119,13 @@ class Import {
     return StartingMonth(options_.period);
   }
 
+  void Load(const std::optional<TablesDocument>& tables) {
+    context_.plan.Load(tables ? tables->Text() : std::string());
+  }
+
   void LoadTables() {
-    if (options_.includeExpenseAccounts) context_.plan.Load(expenseTables_);
-    if (options_.includeIncomeAccounts) context_.plan.Load(incomeTables_);
+    if (options_.includeExpenseAccounts) Load(expenseTables_);
+    if (options_.includeIncomeAccounts) Load(incomeTables_);
   }
 
   void Progress(std::int16_t percent) { context_.events.ProgressBarChange(percent, processingText); }
@@ -128,8 +133,8 @@ class Import {
   ImportContext& context_;
   ImportOptions& options_;
   ErrorPair& errorPair_;
-  std::string expenseTables_;
-  std::string incomeTables_;
+  std::optional<TablesDocument> expenseTables_;
+  std::optional<TablesDocument> incomeTables_;
 };
 
 }  // namespace

@@ -44,7 +44,7 @@ QBDataExchange::State::State(OutsideWorld outsideWorld)
     : world(Completed(std::move(outsideWorld))),
       context{.state = importState,
               .session = Session(sessionState, errorPair, world.processors.get(), *world.observer),
-              .plan = PlanAccess(planData, *world.observer),
+              .plan = HostPlan(planData, *world.observer),
               .events = Events(world.sinks),
               .observer = *world.observer,
               .clock = *world.clock} {}

@@ -12,7 +12,7 @@ namespace krnqb {
 struct ImportContext {
   ImportState& state;
   Session session;
-  PlanAccess plan;
+  HostPlan plan;
   Events events;
   Observer& observer;
   Clock& clock;

@@ -9,10 +9,10 @@
 namespace krnqb {
 namespace {
 
-// The names that a block's rows begin with, for looking up many accounts in a long block.
+// The names in a block's first cells, hashed: a list has many accounts and a block many rows.
 class RowNames {
  public:
-  // Rows are compared from the first one on, so none behind a row without cells is ever reached.
+  // Rows are compared from the first one on: a row without cells ends the comparison.
   explicit RowNames(const XmlElement& block) {
     for (XmlElement row = block.FirstChild(); row; row = row.NextSibling()) {
       const XmlElement cell = row.FirstChild();

@@ -9,7 +9,7 @@ namespace {
 
 enum class DepreciationRows { Kept, TakenOut };
 
-// A planned table, its table of actual values, and the block in them that an account list is merged into.
+// A planned table, its table of actual values, and the blocks that an account list is merged into.
 struct AccountTables {
   std::string_view plannedId;
   std::string_view actualId;
@@ -27,23 +27,23 @@ void TakeOutDepreciation(std::vector<NewAccountRow>& newRows) {
   });
 }
 
-void WriteAccounts(std::string& result, const AccountTables& tables, const XmlElement& accounts,
-                   const PlanAccess& plan, Clock& clock) {
+void WriteAccounts(TablesDocument& changed, const AccountTables& tables, const XmlElement& accounts,
+                   const HostPlan& plan, Clock& clock) {
   std::vector<NewAccountRow> newRows;
   if (const XmlElement planned = plan.ReadPlanTable(tables.plannedId)) {
     MergeAccountRows(planned, tables.mainBlock, accounts, newRows, tables.twins, tables.rowsKeptBelow);
     if (tables.depreciationRows == DepreciationRows::TakenOut) TakeOutDepreciation(newRows);
-    TableItemRecord(result, tables.plannedId, planned, clock);
+    changed.Add(tables.plannedId, planned, clock);
   }
   if (const XmlElement actual = plan.ReadPlanTable(tables.actualId)) {
     MergeAccountRows(actual, {}, accounts, newRows, tables.twins, tables.rowsKeptBelow);
-    TableItemRecord(result, tables.actualId, actual, clock);
+    changed.Add(tables.actualId, actual, clock);
   }
 }
 
 }  // namespace
 
-void WriteSalesAccounts(std::string& result, const XmlElement& accounts, const PlanAccess& plan,
+void WriteSalesAccounts(TablesDocument& changed, const XmlElement& accounts, const HostPlan& plan,
                         Clock& clock) {
   const AccountTables tables{.plannedId = table_id::plannedSales,
                              .actualId = table_id::actualSales,
@@ -51,20 +51,20 @@ void WriteSalesAccounts(std::string& result, const XmlElement& accounts, const P
                              .twins = {"db_sales_values_sales_actual", "db_sales_values_annual_growth",
                                        "db_sales_values_sales_annual_growth"},
                              .rowsKeptBelow = 1};
-  WriteAccounts(result, tables, accounts, plan, clock);
+  WriteAccounts(changed, tables, accounts, plan, clock);
 }
 
-void WriteCostAccounts(std::string& result, const XmlElement& accounts, const PlanAccess& plan,
+void WriteCostAccounts(TablesDocument& changed, const XmlElement& accounts, const HostPlan& plan,
                        Clock& clock) {
   const AccountTables tables{.plannedId = table_id::plannedSales,
                              .actualId = table_id::actualSales,
                              .mainBlock = block_id::costs,
                              .twins = {"db_sales_values_costs_actual", "db_sales_values_costs_annual_growth"},
                              .rowsKeptBelow = 1};
-  WriteAccounts(result, tables, accounts, plan, clock);
+  WriteAccounts(changed, tables, accounts, plan, clock);
 }
 
-void WriteIncomeRangeAccounts(std::string& result, const XmlElement& accounts, const PlanAccess& plan,
+void WriteIncomeRangeAccounts(TablesDocument& changed, const XmlElement& accounts, const HostPlan& plan,
                               Clock& clock) {
   const AccountTables tables{.plannedId = table_id::plannedIncomeRange,
                              .actualId = table_id::actualIncomeRange,
@@ -72,17 +72,17 @@ void WriteIncomeRangeAccounts(std::string& result, const XmlElement& accounts, c
                              .twins = {"db_income_range_cat3_actual"},
                              .rowsKeptBelow = 2,
                              .depreciationRows = DepreciationRows::TakenOut};
-  WriteAccounts(result, tables, accounts, plan, clock);
+  WriteAccounts(changed, tables, accounts, plan, clock);
 }
 
-void WriteContributionMarginAccounts(std::string& result, const XmlElement& accounts, const PlanAccess& plan,
-                                     Clock& clock) {
+void WriteContributionMarginAccounts(TablesDocument& changed, const XmlElement& accounts,
+                                     const HostPlan& plan, Clock& clock) {
   const AccountTables tables{.plannedId = table_id::plannedContributionMargin,
                              .actualId = table_id::actualContributionMargin,
                              .mainBlock = block_id::contributionMargin,
                              .twins = {"db_contributionmargin_cat2_actual"},
                              .rowsKeptBelow = 2};
-  WriteAccounts(result, tables, accounts, plan, clock);
+  WriteAccounts(changed, tables, accounts, plan, clock);
 }
 
 }  // namespace krnqb

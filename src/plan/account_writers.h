@@ -1,31 +1,32 @@
 #pragma once
 
-#include <string>
-
 #include "krnqb/outside_world.h"
 #include "krnqb/xml_element.h"
 #include "plan/host_plan.h"
+#include "plan/tables_document.h"
 
 namespace krnqb {
 
-// Each writer merges the top-level accounts of a list into a planned table, keeps the table of actual values
-// in step, and appends the records of both to `result`; a table without blocks gets no record. A failure
-// leaves in `result` the records that were complete. `accounts` holds the account records as its children.
+// Each writer merges the top-level accounts of a list into a planned table, adds blank rows to the table of
+// actual values to keep it aligned, and adds both tables to `changed`, except a table without blocks.
+// `accounts` has the account records as its children. Throws the errors of `HostPlan` and of
+// `MergeAccountRows`; the tables that were complete stay in `changed`.
 
-/// Sales accounts, for an answer of request 1.
-void WriteSalesAccounts(std::string& result, const XmlElement& accounts, const PlanAccess& plan,
+/// Merges sales accounts, the response to request 1.
+void WriteSalesAccounts(TablesDocument& changed, const XmlElement& accounts, const HostPlan& plan,
                         Clock& clock);
 
-/// Cost-of-goods accounts, for an answer of request 2.
-void WriteCostAccounts(std::string& result, const XmlElement& accounts, const PlanAccess& plan, Clock& clock);
+/// Merges cost-of-goods accounts, the response to request 2.
+void WriteCostAccounts(TablesDocument& changed, const XmlElement& accounts, const HostPlan& plan,
+                       Clock& clock);
 
-/// Expense accounts of QBKRN_ALD and QBKRN_COR. New accounts whose name occurs within "Depreciation" get no
-/// row: the plan keeps depreciation in a row of its own.
-void WriteIncomeRangeAccounts(std::string& result, const XmlElement& accounts, const PlanAccess& plan,
+/// Merges expense accounts for QBKRN_ALD and QBKRN_COR. New accounts whose name occurs within "Depreciation"
+/// get no row: the plan keeps depreciation in a row of its own.
+void WriteIncomeRangeAccounts(TablesDocument& changed, const XmlElement& accounts, const HostPlan& plan,
                               Clock& clock);
 
-/// Expense accounts of QBKRN_BRI.
-void WriteContributionMarginAccounts(std::string& result, const XmlElement& accounts, const PlanAccess& plan,
-                                     Clock& clock);
+/// Merges expense accounts for QBKRN_BRI.
+void WriteContributionMarginAccounts(TablesDocument& changed, const XmlElement& accounts,
+                                     const HostPlan& plan, Clock& clock);
 
 }  // namespace krnqb

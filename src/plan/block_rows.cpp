@@ -1,17 +1,14 @@
 #include "plan/block_rows.h"
 
-#include <fmt/format.h>
-
 #include "krnqb/error.h"
 #include "plan/table_identifiers.h"
-#include "support/date.h"
 #include "support/number_text.h"
 
 namespace krnqb {
 namespace {
 
-// The row at index n - k of n rows, found from the end so that long blocks cost nothing; none means at the
-// end.
+// Returns the row at index n - k of n rows, or an empty element for the end of the block. Counts from the
+// end, which is cheap in long blocks.
 XmlElement RowToInsertBefore(const XmlElement& block, std::int16_t rowsKeptBelow) {
   if (rowsKeptBelow < 1) return {};
   XmlElement row = block.LastChild();
@@ -46,14 +43,6 @@ void ClearFormulaCells(const XmlElement& tableBlocks) {
   for (XmlElement& cell : tableBlocks.SelectAll("//c")) {
     if (cell.Text().starts_with('=')) cell.SetText(emptyCellText);
   }
-}
-
-void TableItemRecord(std::string& result, std::string_view tableId, const XmlElement& tableBlocks,
-                     Clock& clock) {
-  result += fmt::format("\r\n<tableitem id=\"{}\">\r\n<lastsavedid>QB{}</lastsavedid>\r\n", tableId,
-                        RoundedDateSerial(clock.Now()));
-  result += tableBlocks.Xml();
-  result += "\r\n</tableitem>";
 }
 
 }  // namespace krnqb

@@ -13,15 +13,15 @@ std::shared_ptr<Held> Required(std::shared_ptr<Held> object) {
 
 }  // namespace
 
-bool PlanAccess::OpenPlan(std::string_view planFile) const {
+bool HostPlan::OpenPlan(std::string_view planFile) const {
   return Plan()->OpenPlan(planFile);
 }
 
-std::string PlanAccess::TableText(std::string_view tableId) const {
+std::string HostPlan::TableText(std::string_view tableId) const {
   return Required(Data()->tables(tableId))->Serialize();
 }
 
-XmlElement PlanAccess::ReadPlanTable(std::string_view tableId) const {
+XmlElement HostPlan::ReadPlanTable(std::string_view tableId) const {
   const XmlElement table = XmlElement::Parse(TableText(tableId));
   XmlElement tableBlocks = table.Child("tableblocks");
   if (!tableBlocks) {
@@ -35,18 +35,27 @@ XmlElement PlanAccess::ReadPlanTable(std::string_view tableId) const {
   return tableBlocks;
 }
 
-void PlanAccess::Load(std::string tablesText) const {
-  Data()->Deserialize(tablesText);
+void HostPlan::Load(std::string tablesText) const {
+  const std::shared_ptr<PlanData> data = Data();
+  if (tablesText.empty()) {
+    observer_.Notify(
+        Notice{.kind = NoticeKind::TablesNotLoaded,
+               .place = Place{.operation = "Deserialize", .request = {}, .fromDate = {}, .toDate = {}},
+               .number = 0,
+               .severity = {},
+               .description = "the import changed no tables"});
+  }
+  data->Deserialize(tablesText);
 }
 
-std::shared_ptr<PlanObject> PlanAccess::Plan() const {
+std::shared_ptr<PlanObject> HostPlan::Plan() const {
   if (plan_.IsEmpty() || plan_.IsNothing()) throw Error(error_number::objectNotSet);
   auto object = plan_.AsObject<PlanObject>();
   if (object == nullptr) throw Error(error_number::memberNotSupported);
   return object;
 }
 
-std::shared_ptr<PlanData> PlanAccess::Data() const {
+std::shared_ptr<PlanData> HostPlan::Data() const {
   return Required(Plan()->Data());
 }
 

@@ -9,23 +9,25 @@
 
 namespace krnqb {
 
-/// The host's plan as `KRNPlanData` holds it. Every operation asks the plan object anew and fails with the
-/// plan's own error, with 91 when there is no plan, or with 438 when the stored object is none.
-class PlanAccess {
+/// The plan that the host set as `KRNPlanData`. Every operation reads the plan object anew. Throws the plan's
+/// own Error, Error 91 if no plan is set, or Error 438 if the host set an object of another kind.
+class HostPlan {
  public:
-  /// Both outlive the access.
-  PlanAccess(const Variant& plan, Observer& observer) noexcept : plan_(plan), observer_(observer) {}
+  /// Plan and observer must outlive this object.
+  HostPlan(const Variant& plan, Observer& observer) noexcept : plan_(plan), observer_(observer) {}
 
+  /// Opens another plan file in the host; `planFile` is a path in UTF-8. Returns the plan's answer.
   bool OpenPlan(std::string_view planFile) const;
 
-  /// A table's present content as XML text.
+  /// Returns a table's current content as XML text in UTF-8. Throws Error 9 if the plan has no such table.
   std::string TableText(std::string_view tableId) const;
 
-  /// The "tableblocks" child of a table's root, in a document of its own; none, told to the observer, when
-  /// the table's text is no document or has none.
+  /// Returns the "tableblocks" child of a table's root, in a document that the caller may change. Returns an
+  /// empty element, and reports it to the observer, if the table's text does not parse or has no such child.
   XmlElement ReadPlanTable(std::string_view tableId) const;
 
-  /// Loads a "<tables>" document into the plan.
+  /// Loads the text of a "<tables>" document into the plan. An empty text changes nothing there and is
+  /// reported to the observer.
   void Load(std::string tablesText) const;
 
  private:

@@ -7,7 +7,7 @@
 
 namespace krnqb {
 
-/// Plan tables. "20" begins the id of a table set of planned values, "21" that of its actual twin.
+/// The ids of plan tables. "20" begins the id of a table of planned values, "21" that of its actual twin.
 namespace table_id {
 inline constexpr std::string_view plannedSales = "20000000000000000000000000000400";
 inline constexpr std::string_view actualSales = "21000000000000000000000000000400";
@@ -19,7 +19,7 @@ inline constexpr std::string_view actualContributionMargin = "210000000000000000
 inline constexpr std::string_view contributionMarginSummary = "20000000000000000000000000002090";
 }  // namespace table_id
 
-/// The blocks that account rows and amounts are written into.
+/// The ids of the blocks that account rows and amounts are written into.
 namespace block_id {
 inline constexpr std::string_view sales = "db_sales_values_sales";
 inline constexpr std::string_view actualSales = "db_sales_values_sales_actual";
@@ -37,7 +37,7 @@ inline constexpr std::string_view emptyCellText = "*null*";
 /// The name of the row in which the plan keeps depreciation.
 inline constexpr std::string_view depreciationKeyword = "Depreciation";
 
-/// The ids of the tables that an import for a product may change, in the order in which hosts are told; none
+/// Returns the ids of the tables that an import for a product may change, in the order that hosts get; none
 /// for an unknown product.
 std::vector<std::string_view> TablesAffected(QBKRNproduct product);
 

@@ -50,6 +50,10 @@ class PlanFile : public PlanObject {
   /// Returns whether tables have been loaded since the plan was opened or last saved.
   bool Changed() const noexcept { return tables_->Changed(); }
 
+  /// Returns the documents that were refused while loading since the plan was opened: for each the line and
+  /// what is wrong with its XML.
+  const std::vector<std::string>& RefusedLoads() const noexcept { return tables_->RefusedLoads(); }
+
   /// Saves the plan atomically and returns the path of the .bak file with the previous version. Throws Error
   /// if a step fails or another program has changed the file since it was opened; the file is then unchanged.
   std::filesystem::path Save();

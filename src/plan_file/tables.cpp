@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "krnqb/error.h"
+#include "xml/parser.h"
 
 namespace krnqb::plan_file {
 namespace {
@@ -63,10 +64,15 @@ std::shared_ptr<PlanTable> PlanTables::tables(std::string_view id) {
 }
 
 void PlanTables::Deserialize(std::string& text) {
-  const XmlElement root = XmlElement::Parse(text);
-  if (!root) return;
+  const XmlParseResult parsed = ParseXmlText(text);
+  if (parsed.fault) {
+    if (!text.empty()) {
+      refusedLoads_.push_back(fmt::format("line {}: {}", parsed.fault->line, parsed.fault->message));
+    }
+    return;
+  }
   std::vector<Load> loads;
-  for (const XmlElement& item : root.SelectAll("descendant-or-self::tableitem")) {
+  for (const XmlElement& item : parsed.element.SelectAll("descendant-or-self::tableitem")) {
     loads.push_back(CheckedLoad(item, *this));
   }
   for (const Load& load : loads) {

@@ -23,7 +23,8 @@ class PlanTables : public PlanData {
   /// it has one, its `lastsavedid` replace the table's own. Attributes and other elements of the table are
   /// the planning program's and stay.
   ///
-  /// A text that is empty or does not parse changes nothing. Otherwise everything is checked first, and
+  /// A text that is empty or does not parse changes nothing; one that does not parse is added to
+  /// `RefusedLoads`. Otherwise everything is checked first, and
   /// nothing is changed when there is an Error: 9 for an id that the plan does not have, 5 for a `tableitem`
   /// without an id or without `tableblocks`. `text` itself is left as it is.
   void Deserialize(std::string& text) override;
@@ -36,9 +37,13 @@ class PlanTables : public PlanData {
   bool Changed() const noexcept { return changed_; }
   void Saved() noexcept { changed_ = false; }
 
+  /// Returns, for each load of a text that did not parse, the line (counted from 1) and the reason.
+  const std::vector<std::string>& RefusedLoads() const noexcept { return refusedLoads_; }
+
  private:
   PlanDocument document_;
   bool changed_ = false;
+  std::vector<std::string> refusedLoads_;
 };
 
 }  // namespace krnqb::plan_file

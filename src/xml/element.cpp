@@ -9,6 +9,9 @@
 namespace krnqb {
 namespace {
 
+struct FreeNode {
+  void operator()(xmlNode* node) const noexcept { xmlFreeNode(node); }
+};
 struct FreeBuffer {
   void operator()(xmlBuffer* buffer) const noexcept { xmlBufferFree(buffer); }
 };
@@ -60,6 +63,13 @@ xmlNode* CopyInto(xmlDoc* document, xmlNode* source) {
   return copy;
 }
 
+bool AncestorDeclaresNamespaces(const xmlNode* node) {
+  for (node = node->parent; node != nullptr && IsElement(node); node = node->parent) {
+    if (node->nsDef != nullptr) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 XmlElement XmlElement::Parse(std::string_view text) {
@@ -93,10 +103,14 @@ std::optional<std::string> XmlElement::Attribute(std::string_view name) const {
 std::string XmlElement::Xml() const {
   if (outside_ != nullptr) return outside_->Xml();
   xmlNode* const self = Required(*this);
+  // A copy declares the namespaces that it uses and inherits; an element prints only its own declarations.
+  const std::unique_ptr<xmlNode, FreeNode> copy(
+      AncestorDeclaresNamespaces(self) ? CopyInto(tree_->document, self) : nullptr);
   const std::unique_ptr<xmlBuffer, FreeBuffer> buffer(xmlBufferCreate());
   if (buffer == nullptr) throw std::bad_alloc();
   xmlBufferSetAllocationScheme(buffer.get(), XML_BUFFER_ALLOC_DOUBLEIT);
-  if (xmlNodeDump(buffer.get(), tree_->document, self, 0, 0) < 0) throw Error(error_number::unspecified);
+  if (xmlNodeDump(buffer.get(), tree_->document, copy ? copy.get() : self, 0, 0) < 0)
+    throw Error(error_number::unspecified);
   return {View(xmlBufferContent(buffer.get())).data(),
           static_cast<std::size_t>(xmlBufferLength(buffer.get()))};
 }

@@ -4,7 +4,7 @@
 #include "fakes/outside_element.h"
 #include "fakes/test_host.h"
 
-// What KRNDeserialize gives when something is missing or fails in the middle.
+// What KRNDeserialize returns when something is missing or fails in the middle.
 
 namespace krnqb {
 namespace {
@@ -31,7 +31,7 @@ class AccountRowFailures : public testing::Test {
   std::string Document(const std::string& answer) {
     return TextOf(host.component.KRNDeserialize(Variant(answer)));
   }
-  /// The planned table with one new account, and the actual one as it is given.
+  /// Returns the document of the planned table with one new account and of the given actual table.
   std::string OneRentInPlanned() const {
     return TableRecord(
         planned,
@@ -48,21 +48,21 @@ class AccountRowFailures : public testing::Test {
   const std::string noAccounts = AccountAnswer("4", {});
 };
 
-TEST_F(AccountRowFailures, AreTheEmptyTextForDataThatIsNoAccountList) {
+TEST_F(AccountRowFailures, ReturnTheEmptyTextForDataWithoutAnAccountList) {
   for (const char* data : {"", "  ", "no XML", "<QBXML>", "<QBXML></qbxml>", "<a/><b/>", "<QBXML/>",
                            "<QBXML><QBXMLMsgsRs><ItemQueryRs requestID=\"1\"/></QBXMLMsgsRs></QBXML>",
                            "<QBXML><accountqueryrs requestID=\"1\"/></QBXML>"}) {
     EXPECT_EQ(Document(data), "") << data;
   }
-  EXPECT_EQ(host.journal->Text(), "") << "the plan is not asked";
+  EXPECT_EQ(host.journal->Text(), "") << "the plan is not called";
 }
 
-TEST_F(AccountRowFailures, AreTheEmptyTextForAListWithoutARequestId) {
+TEST_F(AccountRowFailures, ReturnTheEmptyTextForAListWithoutARequestId) {
   EXPECT_EQ(Document(fakes::Answer("<AccountQueryRs>" + Account("1", "Rent") + "</AccountQueryRs>")), "");
   EXPECT_EQ(Document(fakes::Answer("<AccountQueryRs requestid=\"4\"/>")), "");
 }
 
-TEST_F(AccountRowFailures, AreTheEmptyTextForValuesWithoutAnyText) {
+TEST_F(AccountRowFailures, ReturnTheEmptyTextForValuesWithoutText) {
   EXPECT_EQ(TextOf(host.component.KRNDeserialize(Variant())), "");
   EXPECT_EQ(TextOf(host.component.KRNDeserialize(Variant(ObjectReference()))), "");
   EXPECT_EQ(TextOf(host.component.KRNDeserialize(Variant(XmlElement()))), "");
@@ -71,7 +71,7 @@ TEST_F(AccountRowFailures, AreTheEmptyTextForValuesWithoutAnyText) {
   EXPECT_EQ(TextOf(host.component.KRNDeserialize(Variant(host.plan))), "");
 }
 
-TEST_F(AccountRowFailures, AreTheEmptyTextForAnOutsideElementThatCannotBeRead) {
+TEST_F(AccountRowFailures, ReturnTheEmptyTextForAnUnreadableOutsideElement) {
   EXPECT_EQ(TextOf(host.component.KRNDeserialize(
                 Variant(XmlElement(std::make_shared<fakes::BrokenOutsideElement>())))),
             "");
@@ -80,17 +80,17 @@ TEST_F(AccountRowFailures, AreTheEmptyTextForAnOutsideElementThatCannotBeRead) {
             "");
 }
 
-TEST_F(AccountRowFailures, AreTheEmptyTextWithoutAPlan) {
+TEST_F(AccountRowFailures, ReturnTheEmptyTextWithoutAPlan) {
   host.component.KRNPlanData(Variant(std::shared_ptr<PlanObject>()));
   EXPECT_EQ(Document(rent), "");
-  EXPECT_EQ(Document(AccountAnswer("3", {})), emptyBody) << "where no table is read, none is missed";
+  EXPECT_EQ(Document(AccountAnswer("3", {})), emptyBody) << "no table is read, so none is missing";
 }
 
-TEST_F(AccountRowFailures, AreTheEmptyTextWhenThePlannedTableCannotBeRead) {
+TEST_F(AccountRowFailures, ReturnTheEmptyTextWhenThePlannedTableCannotBeRead) {
   host.planContent->tables.erase(planned);
   EXPECT_EQ(Document(rent), "");
   EXPECT_EQ(host.journal->Text(), expected::Lines({"Data", "tables 20..0600"}))
-      << "the actual table is not tried";
+      << "the actual table is not read";
 }
 
 TEST_F(AccountRowFailures, KeepThePlannedTableWhenTheActualOneCannotBeRead) {
@@ -111,7 +111,7 @@ TEST_F(AccountRowFailures, KeepThePlannedTableWhenATwinOfTheActualOneHasNoRows) 
   EXPECT_EQ(Document(rent), TablesDocument({OneRentInPlanned()}));
 }
 
-TEST_F(AccountRowFailures, PassOverATableWithoutBlocks) {
+TEST_F(AccountRowFailures, SkipATableWithoutBlocks) {
   PutPlainPlanned();
   for (const char* text :
        {"no XML", "", "<tableitem/>", "<tableitem><deeper><tableblocks/></deeper></tableitem>",
@@ -121,7 +121,7 @@ TEST_F(AccountRowFailures, PassOverATableWithoutBlocks) {
   }
 }
 
-TEST_F(AccountRowFailures, GiveTheActualTableNoRowsWhenThePlannedOneHasNoBlocks) {
+TEST_F(AccountRowFailures, AddNoActualRowsWhenThePlannedTableHasNoBlocks) {
   const std::string blocks =
       TableBlocks({Block("db_income_range_cat3_actual", {Row({"A", "=B1"}), Row({"B", "1"})})});
   host.planContent->tables[planned] = "<tableitem/>";
@@ -129,20 +129,20 @@ TEST_F(AccountRowFailures, GiveTheActualTableNoRowsWhenThePlannedOneHasNoBlocks)
   EXPECT_EQ(Document(rent), TablesDocument({TableRecord(actual, blocks)}));
 }
 
-TEST_F(AccountRowFailures, GiveAnEmptyBodyWhenNeitherTableHasBlocks) {
+TEST_F(AccountRowFailures, ReturnAnEmptyBodyWhenNeitherTableHasBlocks) {
   host.planContent->tables[planned] = "<tableitem/>";
   host.planContent->tables[actual] = "no XML";
   EXPECT_EQ(Document(rent), emptyBody);
 }
 
-TEST_F(AccountRowFailures, DoNotComeFromEmptyTableBlocks) {
+TEST_F(AccountRowFailures, DoNotOccurForEmptyTableBlocks) {
   host.planContent->tables[planned] = "<t><tableblocks/></t>";
   host.planContent->tables[actual] = "<t><tableblocks/></t>";
   EXPECT_EQ(Document(rent),
             TablesDocument({TableRecord(planned, "<tableblocks/>"), TableRecord(actual, "<tableblocks/>")}));
 }
 
-TEST_F(AccountRowFailures, ComeFromAMissingMainBlockOnlyWhenAnAccountNeedsIt) {
+TEST_F(AccountRowFailures, OccurForAMissingMainBlockOnlyWhenAnAccountNeedsIt) {
   const std::string blocks = TableBlocks({Block("db_other", {Row({"A", "=B1"})})});
   Put(planned, blocks);
   Put(actual, blocks);
@@ -152,27 +152,27 @@ TEST_F(AccountRowFailures, ComeFromAMissingMainBlockOnlyWhenAnAccountNeedsIt) {
   EXPECT_EQ(Document(AccountAnswer("4", {fakes::SubAccount("2", "Gas", "1")})), unchanged);
 }
 
-TEST_F(AccountRowFailures, ComeFromAMainBlockWithoutRowsOnlyWhenAnAccountNeedsIt) {
+TEST_F(AccountRowFailures, OccurForAMainBlockWithoutRowsOnlyWhenAnAccountNeedsIt) {
   const std::string blocks = TableBlocks({"<block id=\"db_income_range_cat3\"/>"});
   Put(planned, blocks);
   EXPECT_EQ(Document(rent), "");
   EXPECT_TRUE(fakes::Holds(Document(noAccounts), blocks));
 }
 
-TEST_F(AccountRowFailures, ComeFromAPlannedTwinWithoutRows) {
+TEST_F(AccountRowFailures, OccurForAPlannedTwinWithoutRows) {
   Put(planned, TableBlocks({Block("db_income_range_cat3", {Row({"A"})}),
                             "<block id=\"db_income_range_cat3_actual\"/>"}));
   EXPECT_EQ(Document(rent), "");
   EXPECT_NE(Document(noAccounts), "");
 }
 
-TEST_F(AccountRowFailures, ComeFromARowWithoutCellsWhereItIsCompared) {
+TEST_F(AccountRowFailures, OccurWhenARowWithoutCellsIsCompared) {
   Put(planned, TableBlocks({Block("db_income_range_cat3", {Row({"Rent"}), Row({}), Row({"C"})})}));
-  EXPECT_NE(Document(rent), "") << "the search has ended before";
+  EXPECT_NE(Document(rent), "") << "the search ends before that row";
   EXPECT_EQ(Document(AccountAnswer("4", {Account("1", "Phone")})), "");
 }
 
-TEST_F(AccountRowFailures, DoNotComeFromAnUnnamedRowMadeOfATemplateWithoutCells) {
+TEST_F(AccountRowFailures, DoNotOccurForAnUnnamedCopyOfARowWithoutCells) {
   PutPlainPlanned();
   Put(actual, TableBlocks({Block("db_income_range_cat3_actual", {"<row/>", Row({"B"}), Row({"C"})})}));
   EXPECT_EQ(Document(rent),
@@ -182,12 +182,12 @@ TEST_F(AccountRowFailures, DoNotComeFromAnUnnamedRowMadeOfATemplateWithoutCells)
                                                         {"<row/>", "<row/>", Row({"B"}), Row({"C"})})}))}));
 }
 
-TEST_F(AccountRowFailures, ComeFromATopLevelAccountWithoutAName) {
+TEST_F(AccountRowFailures, OccurForATopLevelAccountWithoutAName) {
   EXPECT_EQ(Document(AccountAnswer("4", {"<AccountRet><Sublevel>0</Sublevel></AccountRet>"})), "");
   EXPECT_NE(Document(AccountAnswer("4", {"<AccountRet><Sublevel>1</Sublevel></AccountRet>"})), "");
 }
 
-TEST_F(AccountRowFailures, LeaveTheComponentAsUsableAsBefore) {
+TEST_F(AccountRowFailures, LeaveTheComponentUsable) {
   host.journal->FailOccurrence("Serialize", 1, Error(-2147220991, "locked"));
   EXPECT_EQ(Document(rent), "");
   EXPECT_TRUE(fakes::Holds(Document(rent), "<c>Rent</c>"));

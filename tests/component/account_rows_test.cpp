@@ -4,7 +4,7 @@
 #include "fakes/outside_element.h"
 #include "fakes/test_host.h"
 
-// Which rows an account list puts into the plan's tables. The documents are compared whole.
+// The rows that an account list adds to the plan's tables. Whole documents are compared.
 
 namespace krnqb {
 namespace {
@@ -37,7 +37,7 @@ class AccountRows : public testing::Test {
   const std::string actualSales = TableId("21", "0400");
 };
 
-TEST_F(AccountRows, OfExpensesGoIntoTheIncomeRangeAndItsTwin) {
+TEST_F(AccountRows, OfExpensesAreAddedToTheIncomeRangeAndItsTwin) {
   EXPECT_EQ(
       Document(host.quickBooks->answers["4"]),
       TablesDocument(
@@ -50,10 +50,10 @@ TEST_F(AccountRows, OfExpensesGoIntoTheIncomeRangeAndItsTwin) {
                        TableBlocks({Block("db_income_range_cat3_actual",
                                           {Row({"Wages", "5"}), Row({"*null*", "0"}), Row({"*null*", "0"}),
                                            Row({"Depreciation", "0"}), Row({"Total", "0"})})}))}));
-  EXPECT_EQ(host.journal->Text(), expected::ReadsExpenseTables()) << "nothing is asked of QuickBooks";
+  EXPECT_EQ(host.journal->Text(), expected::ReadsExpenseTables()) << "nothing is sent to QuickBooks";
 }
 
-TEST_F(AccountRows, OfSalesGoAboveTheOneClosingRow) {
+TEST_F(AccountRows, OfSalesAreAddedAboveTheClosingRow) {
   EXPECT_EQ(
       Document(host.quickBooks->answers["1"]),
       TablesDocument(
@@ -70,7 +70,7 @@ TEST_F(AccountRows, OfSalesGoAboveTheOneClosingRow) {
                                                        {Row({"Goods", "5"}), Row({"Total", "0"})})}))}));
 }
 
-TEST_F(AccountRows, OfCostsGoIntoTheCostBlocks) {
+TEST_F(AccountRows, OfCostsAreAddedToTheCostBlocks) {
   EXPECT_EQ(
       Document(host.quickBooks->answers["2"]),
       TablesDocument(
@@ -87,7 +87,7 @@ TEST_F(AccountRows, OfCostsGoIntoTheCostBlocks) {
                                                         Row({"*null*", "0"}), Row({"Total", "0"})})}))}));
 }
 
-TEST_F(AccountRows, AreNotAddedForNamesThatAreThere) {
+TEST_F(AccountRows, AreNotAddedForNamesAlreadyPresent) {
   const std::string planned = TableBlocks(
       {Block("db_income_range_cat3", {Row({"Wages", "=B2"}), Row({"Rent", "7"}), Row({"Total", "0"})})});
   const std::string actual =
@@ -100,7 +100,7 @@ TEST_F(AccountRows, AreNotAddedForNamesThatAreThere) {
       << "and no formula is cleared";
 }
 
-TEST_F(AccountRows, AreAddedForTheSameNameInOtherLetterCaseOrWithABlank) {
+TEST_F(AccountRows, AreAddedForANameThatDiffersInCaseOrBlanks) {
   Put(plannedExpenses, TableBlocks({Block("db_income_range_cat3", {Row({"Rent"}), Row({"A"}), Row({"B"})})}));
   Put(actualExpenses, TableBlocks({}));
   const std::string document = Document(AccountAnswer("4", {Account("1", "RENT"), Account("2", "Rent ")}));
@@ -109,7 +109,7 @@ TEST_F(AccountRows, AreAddedForTheSameNameInOtherLetterCaseOrWithABlank) {
       << document;
 }
 
-TEST_F(AccountRows, AreAddedOnceForANameThatComesTwice) {
+TEST_F(AccountRows, AreAddedOnceForARepeatedName) {
   Put(plannedExpenses, TableBlocks({Block("db_income_range_cat3", {Row({"A"}), Row({"B"}), Row({"C"})})}));
   Put(actualExpenses,
       TableBlocks({Block("db_income_range_cat3_actual", {Row({"A"}), Row({"B"}), Row({"C"})})}));
@@ -123,7 +123,7 @@ TEST_F(AccountRows, AreAddedOnceForANameThatComesTwice) {
                                                 {Row({"A"}), Row({"*null*"}), Row({"B"}), Row({"C"})})}))}));
 }
 
-TEST_F(AccountRows, OfEmptyNamesAreUnnamedAndNeverFoundAgain) {
+TEST_F(AccountRows, OfEmptyNamesAreAddedUnnamedEachTime) {
   Put(plannedSales, TableBlocks({Block("db_sales_values_sales", {Row({"A", "1"}), Row({"T"})})}));
   Put(actualSales, TableBlocks({Block("db_sales_values_sales_actual", {Row({"5"}), Row({"T"})})}));
   EXPECT_EQ(
@@ -136,7 +136,7 @@ TEST_F(AccountRows, OfEmptyNamesAreUnnamedAndNeverFoundAgain) {
                                                      {Row({"5"}), Row({"0"}), Row({"0"}), Row({"T"})})}))}));
 }
 
-TEST_F(AccountRows, AreOnlyForRecordsWhoseSublevelIsExactlyZero) {
+TEST_F(AccountRows, AreAddedOnlyForASublevelOfExactlyZero) {
   Put(plannedExpenses, TableBlocks({Block("db_income_range_cat3", {Row({"A"}), Row({"B"}), Row({"C"})})}));
   std::string records = Account("1", "Top");
   for (const char* sublevel : {"1", "00", " 0", "0 ", "", "zero"}) {
@@ -148,14 +148,14 @@ TEST_F(AccountRows, AreOnlyForRecordsWhoseSublevelIsExactlyZero) {
   EXPECT_TRUE(fakes::Holds(document, Row({"A"}) + Row({"Top"}) + Row({"B"}) + Row({"C"}))) << document;
 }
 
-TEST_F(AccountRows, AreForEveryRecordWhateverItsElementIsCalled) {
+TEST_F(AccountRows, AreAddedForRecordsOfAnyElementName) {
   Put(plannedExpenses, TableBlocks({Block("db_income_range_cat3", {Row({"A"}), Row({"B"}), Row({"C"})})}));
   const std::string document = Document(AccountAnswer(
       "4", {"<!-- a comment -->\n<?hint?>\n<Other><Name>Rent</Name><Sublevel>0</Sublevel></Other>"}));
   EXPECT_TRUE(fakes::Holds(document, Row({"A"}) + Row({"Rent"}) + Row({"B"}) + Row({"C"}))) << document;
 }
 
-TEST_F(AccountRows, OfTwinBlocksComeInEveryTwinOfEitherTable) {
+TEST_F(AccountRows, AreAddedToEveryTwinInBothTables) {
   Put(plannedSales, TableBlocks({Block("db_sales_values_sales", {Row({"S"}), Row({"T"})}),
                                  Block("db_sales_values_annual_growth", {Row({"1"}), Row({"T"})}),
                                  Block("db_sales_values_sales_annual_growth", {Row({"2", "x"}), Row({"T"})}),
@@ -181,10 +181,10 @@ TEST_F(AccountRows, OfTwinBlocksComeInEveryTwinOfEitherTable) {
                TableBlocks({Block("DB_Sales_Values_SALES_Actual", {Row({"S"}), Row({"*null*"}), Row({"T"})}),
                             Block("db_sales_values_sales_actual", {Row({"V"}), Row({"*null*"}), Row({"T"})}),
                             Block("db_sales_values_sales", {Row({"W"}), Row({"T"})})}))}))
-      << "twins by their keys regardless of letter case, the main block of the actual table untouched";
+      << "twins match case-insensitively; the main block of the actual table is unchanged";
 }
 
-TEST_F(AccountRows, OfCostTwinsComeInTheCostGrowthBlockAlone) {
+TEST_F(AccountRows, OfCostsAreAddedToTheCostGrowthTwinOnly) {
   Put(plannedSales, TableBlocks({Block("db_sales_values_costs", {Row({"C"}), Row({"T"})}),
                                  Block("db_sales_values_costs_annual_growth", {Row({"3"}), Row({"T"})}),
                                  Block("db_sales_values_annual_growth", {Row({"1"}), Row({"T"})})}));
@@ -195,7 +195,7 @@ TEST_F(AccountRows, OfCostTwinsComeInTheCostGrowthBlockAlone) {
   EXPECT_TRUE(fakes::Holds(document, Block("db_sales_values_annual_growth", {Row({"1"}), Row({"T"})})));
 }
 
-TEST_F(AccountRows, ComeFromAnElementAsFromAText) {
+TEST_F(AccountRows, AreTheSameForAnElementAndForItsText) {
   const std::string fromText = Document(host.quickBooks->answers["4"]);
   const XmlElement own = XmlElement::Parse(host.quickBooks->answers["4"]);
   EXPECT_EQ(TextOf(host.component.KRNDeserialize(Variant(own))), fromText);
@@ -203,7 +203,7 @@ TEST_F(AccountRows, ComeFromAnElementAsFromAText) {
   EXPECT_EQ(TextOf(host.component.KRNDeserialize(Variant(XmlElement(outside)))), fromText);
 }
 
-TEST_F(AccountRows, ComeFromAnOutsideElementAsItIsNow) {
+TEST_F(AccountRows, AreReadFromTheCurrentTextOfAnOutsideElement) {
   const auto outside = std::make_shared<fakes::OutsideElement>(
       AccountAnswer("4", {Account("1", "First")})
           .substr(std::string_view("<?xml version=\"1.0\" ?>\n").size()));
@@ -213,7 +213,7 @@ TEST_F(AccountRows, ComeFromAnOutsideElementAsItIsNow) {
   EXPECT_TRUE(fakes::Holds(TextOf(host.component.KRNDeserialize(data)), "<c>Second</c>"));
 }
 
-TEST_F(AccountRows, LeaveTheAccountListAndTheHostsPlanAsTheyWere) {
+TEST_F(AccountRows, LeaveTheAccountListAndThePlanUnchanged) {
   const XmlElement list = XmlElement::Parse(host.quickBooks->answers["4"]);
   const std::string before = list.Xml();
   const auto tables = host.planContent->tables;
@@ -222,7 +222,7 @@ TEST_F(AccountRows, LeaveTheAccountListAndTheHostsPlanAsTheyWere) {
   EXPECT_EQ(host.planContent->tables, tables) << "KRNDeserialize loads nothing";
 }
 
-TEST_F(AccountRows, ComeFromTheFirstAccountQueryOfTheAnswer) {
+TEST_F(AccountRows, AreReadFromTheFirstAccountQuery) {
   const std::string two =
       fakes::Answer("<AccountQueryRs requestID=\"4\">" + Account("1", "Rent") + "</AccountQueryRs>" +
                     "<AccountQueryRs requestID=\"1\">" + Account("2", "Plants") + "</AccountQueryRs>");
@@ -236,7 +236,7 @@ struct RequestCase {
   const char* firstTable;  // "" when no table is read
 };
 
-TEST_F(AccountRows, AreWrittenByTheLeadingNumberOfTheRequestId) {
+TEST_F(AccountRows, FollowTheLeadingNumberOfTheRequestId) {
   const RequestCase cases[] = {{"1", "20..0400"},  {"2", "20..0400"},   {"4", "20..0600"}, {" 4", "20..0600"},
                                {"4x", "20..0600"}, {"4.0", "20..0600"}, {"3", ""},         {"0", ""},
                                {"40", ""},         {"-4", ""},          {"", ""},          {"x4", ""}};
@@ -253,14 +253,14 @@ TEST_F(AccountRows, AreWrittenByTheLeadingNumberOfTheRequestId) {
   }
 }
 
-TEST_F(AccountRows, OfExpensesForAnotherProductAreNone) {
+TEST_F(AccountRows, OfExpensesAreNotAddedForAnotherProduct) {
   for (const std::int32_t product : {0, 4, -1}) {
     host.component.KRNProduct(static_cast<QBKRNproduct>(product));
     EXPECT_EQ(Document(host.quickBooks->answers["4"]), "<tables>\r\n\r\n</tables>");
   }
   EXPECT_EQ(host.journal->Text(), "");
   EXPECT_NE(Document(host.quickBooks->answers["1"]), "<tables>\r\n\r\n</tables>")
-      << "sales are for every product";
+      << "every product has sales";
 }
 
 }  // namespace

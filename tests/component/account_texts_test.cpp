@@ -2,8 +2,8 @@
 
 #include "fakes/test_host.h"
 
-// Texts come through an import as they are: accents, markup characters, and everything that the host's tables
-// hold beside the cells.
+// An import preserves texts: accents, markup characters, and everything in the host's tables besides the
+// cells.
 
 namespace krnqb {
 namespace {
@@ -65,7 +65,7 @@ TEST_F(AccountTexts, ReadTheWholeTextOfAName) {
       fakes::Holds(Document(AccountAnswer("4", {Account("1", name)})), Row({"Meals &amp; Entertainment"})));
 }
 
-TEST_F(AccountTexts, AreFoundInThePlanWithMarkupCharactersAndAccents) {
+TEST_F(AccountTexts, MatchThePlanWithMarkupCharactersAndAccents) {
   const std::string blocks = TableBlocks(
       {Block("db_income_range_cat3", {Row({"Meals &amp; More"}), Row({"Caf\xC3\xA9"}), Row({"C"})})});
   Put(planned, blocks);
@@ -74,7 +74,7 @@ TEST_F(AccountTexts, AreFoundInThePlanWithMarkupCharactersAndAccents) {
   EXPECT_TRUE(fakes::Holds(document, blocks)) << document;
 }
 
-TEST_F(AccountTexts, AreReadAsTextWhateverEncodingIsDeclared) {
+TEST_F(AccountTexts, IgnoreADeclaredEncoding) {
   PutPlain();
   const std::string body =
       "<AccountQueryRs requestID=\"4\">" + Account("1", "Caf\xC3\xA9") + "</AccountQueryRs>";
@@ -85,23 +85,23 @@ TEST_F(AccountTexts, AreReadAsTextWhateverEncodingIsDeclared) {
   }
 }
 
-TEST_F(AccountTexts, AreRefusedWithADocumentThatDeclaresEntities) {
+TEST_F(AccountTexts, AreRefusedInADocumentThatDeclaresEntities) {
   const std::string body = "<AccountQueryRs requestID=\"4\">" + Account("1", "Rent") + "</AccountQueryRs>";
   EXPECT_EQ(Document("<!DOCTYPE AccountQueryRs [<!ENTITY e \"x\">]>" + body), "");
   EXPECT_EQ(Document("<!DOCTYPE AccountQueryRs [<!ENTITY % p \"x\">]>" + body), "");
   EXPECT_NE(Document("<!DOCTYPE AccountQueryRs PUBLIC '-//X//DTD X//EN' 'http://127.0.0.1:1/x.dtd'>" + body),
             "")
-      << "a document type alone is read past and nothing is loaded";
+      << "a document type without entities is ignored and nothing is loaded";
 }
 
-TEST_F(AccountTexts, AreRefusedWithADocumentThatIsNotWellFormed) {
+TEST_F(AccountTexts, AreRefusedInADocumentThatIsNotWellFormed) {
   for (const std::string& name : {std::string("a ]]> b"), std::string("a & b"), std::string("a &nbsp; b"),
                                   std::string("a < b"), std::string("\x01"), std::string("\xFF")}) {
     EXPECT_EQ(Document(AccountAnswer("4", {Account("1", name)})), "") << name;
   }
 }
 
-TEST_F(AccountTexts, OfTheHostsTableSurviveAnImportThatAddsNothing) {
+TEST_F(AccountTexts, OfTheTableSurviveAnImportThatAddsNothing) {
   const std::string blocks =
       "<tableblocks z=\"1\" a=\"&quot;\xC3\xA9&quot;\">\n  <!-- kept -->\n  <block startrow=\"2\" "
       "id=\"db_income_range_cat3\" name=\"Caf\xC3\xA9\">\n    <row>\n      <c b=\"2\" a=\"1\">A</c>\n      "
@@ -112,7 +112,7 @@ TEST_F(AccountTexts, OfTheHostsTableSurviveAnImportThatAddsNothing) {
             TablesDocument({TableRecord(planned, blocks), TableRecord(actual, blocks)}));
 }
 
-TEST_F(AccountTexts, OfTheHostsTableSurviveBesideANewRow) {
+TEST_F(AccountTexts, OfTheTableSurviveWhenARowIsAdded) {
   Put(planned,
       "<tableblocks>\n  <!-- kept -->\n  <block startrow=\"2\" id=\"db_income_range_cat3\">\n    "
       "<row h=\"\xC3\xA9\"><c>A</c></row>\n    <row><c><![CDATA[B & B]]></c></row>\n    <row><c>C</c></row>\n"
@@ -126,7 +126,7 @@ TEST_F(AccountTexts, OfTheHostsTableSurviveBesideANewRow) {
   }
 }
 
-TEST_F(AccountTexts, OfATableMayComeWithADeclaration) {
+TEST_F(AccountTexts, OfATableMayBeginWithAnXmlDeclaration) {
   host.planContent->tables[planned] =
       "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\r\n" +
       TableText(planned,

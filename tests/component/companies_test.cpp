@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* programKey = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\qbw32.exe";
 
-// A machine on which QuickBooks is found by the registry, or not.
+// A machine whose registry may name the QuickBooks program.
 struct Machine {
   XmlElement Companies() const {
     OutsideWorld world;
@@ -53,7 +53,7 @@ std::vector<std::string> NamesIn(const XmlElement& companies) {
   return names;
 }
 
-TEST(QBCompanies, ListsTheFilesBesideTheProgramThatTheRegistryNames) {
+TEST(QBCompanies, ListsTheFilesNextToTheRegisteredProgram) {
   Machine machine;
   machine.Program("C:\\Program Files\\QuickBooks\\qbw32.exe");
   machine.files->folders["C:\\Program Files\\QuickBooks\\"] = {"B.QBW", "a.qbw"};
@@ -63,7 +63,7 @@ TEST(QBCompanies, ListsTheFilesBesideTheProgramThatTheRegistryNames) {
   EXPECT_TRUE(machine.observer->notices.empty());
 }
 
-TEST(QBCompanies, AsksForTheUnnamedValueWithAllRights) {
+TEST(QBCompanies, ReadsTheUnnamedValueWithAllRights) {
   Machine machine;
   machine.Program("C:\\qbw32.exe");
   machine.files->folders["C:\\"] = {};
@@ -71,14 +71,14 @@ TEST(QBCompanies, AsksForTheUnnamedValueWithAllRights) {
   EXPECT_EQ(machine.registry->rights, std::vector<std::uint32_t>{0x3F});
 }
 
-TEST(QBCompanies, TakesTheProgramAtTheTopOfADrive) {
+TEST(QBCompanies, AcceptsAProgramInTheRootOfADrive) {
   Machine machine;
   machine.Program("D:\\qbw32.exe");
   machine.files->folders["D:\\"] = {"a.qbw"};
   EXPECT_EQ(machine.Document(), "<qbcompanies>" + Record("a.qbw", "D:\\a.qbw") + "</qbcompanies>");
 }
 
-TEST(QBCompanies, SortsWithoutRegardToLetterCase) {
+TEST(QBCompanies, SortsCaseInsensitively) {
   Machine machine;
   machine.Program("C:\\QB\\qbw32.exe");
   machine.files->folders["C:\\QB\\"] = {"c.QBW",           "Zebra.qbw", "a.qbw", "\xC3\x84rger.qbw",
@@ -88,7 +88,7 @@ TEST(QBCompanies, SortsWithoutRegardToLetterCase) {
                                       "\xC3\x84rger.qbw"}));
 }
 
-TEST(QBCompanies, LeavesOutEveryOtherFile) {
+TEST(QBCompanies, OmitsEveryOtherFile) {
   Machine machine;
   machine.Program("C:\\QB\\qbw32.exe");
   machine.files->folders["C:\\QB\\"] = {"qbw32.exe", "a.qbw.bak", "a.qbwx", "aqbw", ".qbw", "b.qbw", "c.qb"};
@@ -106,7 +106,7 @@ TEST(QBCompanies, ListsNothingInAFolderWithoutCompanies) {
   EXPECT_FALSE(companies.FirstChild());
 }
 
-TEST(QBCompanies, IsNothingWhenTheRegistryTellsNoFolder) {
+TEST(QBCompanies, IsNothingWhenTheRegistryNamesNoFolder) {
   for (const char* program : {"", "qbw32.exe", "C:/QB/qbw32.exe"}) {
     Machine machine;
     machine.Program(program);
@@ -117,7 +117,7 @@ TEST(QBCompanies, IsNothingWhenTheRegistryTellsNoFolder) {
   }
 }
 
-TEST(QBCompanies, IsNothingWithoutTheValueOrWithANumberInIt) {
+TEST(QBCompanies, IsNothingForAMissingOrNumericValue) {
   Machine machine;
   EXPECT_EQ(machine.Document(), "none");
   machine.registry->values[{programKey, ""}] = std::uint32_t{7};
@@ -136,7 +136,7 @@ TEST(QBCompanies, IsNothingWhenTheFolderIsMissing) {
   EXPECT_TRUE(machine.observer->Told(NoticeKind::OperationEnded, 76));
 }
 
-TEST(QBCompanies, TakesTheHandedFolderBeforeTheRegistrysWithItsOwnSeparator) {
+TEST(QBCompanies, PrefersTheGivenFolderAndItsSeparator) {
   Machine machine;
   machine.Program("C:\\QB\\qbw32.exe");
   machine.files->folders["/srv/companies/"] = {"a.qbw"};
@@ -148,14 +148,14 @@ TEST(QBCompanies, TakesTheHandedFolderBeforeTheRegistrysWithItsOwnSeparator) {
   EXPECT_TRUE(machine.registry->rights.empty());
 }
 
-TEST(QBCompanies, ListsTheTopOfTheFileSystem) {
+TEST(QBCompanies, ListsTheRootOfTheFileSystem) {
   Machine machine;
   machine.handedFolder = "/";
   machine.files->folders["/"] = {"a.qbw"};
   EXPECT_EQ(machine.Document(), "<qbcompanies>" + Record("a.qbw", "/a.qbw") + "</qbcompanies>");
 }
 
-TEST(QBCompanies, KeepsCharactersThatMeanSomethingInXml) {
+TEST(QBCompanies, KeepsMarkupCharacters) {
   Machine machine;
   machine.handedFolder = "/srv/R&D";
   machine.files->folders["/srv/R&D/"] = {"<Smith & Sons>.qbw", "]].qbw"};
@@ -169,7 +169,7 @@ struct BreakingCase {
 
 class NameThatBreaksTheList : public testing::TestWithParam<BreakingCase> {};
 
-TEST_P(NameThatBreaksTheList, LeavesNoListAndIsToldToTheObserver) {
+TEST_P(NameThatBreaksTheList, LeavesNoListAndIsReported) {
   Machine machine;
   machine.handedFolder = "/srv";
   const std::string name = GetParam().name;
@@ -188,14 +188,14 @@ constexpr const char* endOfText = "its path holds \"]]>\"";
 
 INSTANTIATE_TEST_SUITE_P(Names, NameThatBreaksTheList,
                          testing::Values(BreakingCase{"b]]>.qbw", endOfText},
-                                         // Read as a document it would be two texts in one.
+                                         // As part of a document it would end the element's text.
                                          BreakingCase{"b]]><![CDATA[c.qbw", endOfText},
                                          BreakingCase{"caf\xE9.qbw", noText},
                                          BreakingCase{"\xC3.qbw", noText},
                                          BreakingCase{"\xED\xA0\x80.qbw", noText},
                                          BreakingCase{"bell\x07.qbw", noText}));
 
-TEST(QBCompanies, TellsEveryNameThatBreaksTheList) {
+TEST(QBCompanies, ReportsEveryNameThatBreaksTheList) {
   Machine machine;
   machine.handedFolder = "/srv";
   machine.files->folders["/srv/"] = {"c]]>.qbw", "a.qbw", "b]]>.qbw"};
@@ -205,14 +205,14 @@ TEST(QBCompanies, TellsEveryNameThatBreaksTheList) {
   EXPECT_EQ(machine.observer->notices[1].file, "/srv/c]]>.qbw");
 }
 
-TEST(QBCompanies, TellsNothingOfOtherFilesWithSuchNames) {
+TEST(QBCompanies, ReportsNoOtherFilesWithSuchNames) {
   Machine machine;
   machine.handedFolder = "/srv";
   machine.files->folders["/srv/"] = {"b]]>.txt", "\xE9", "a.qbw"};
   EXPECT_EQ(NamesIn(machine.Companies()), std::vector<std::string>{"a.qbw"});
 }
 
-// A real folder, listed with the system's own files.
+// A folder on disk, listed by the system's own file access.
 class RealFolder : public testing::Test {
  protected:
   RealFolder() {
@@ -236,7 +236,7 @@ class RealFolder : public testing::Test {
   fs::path folder;
 };
 
-TEST_F(RealFolder, GivesItsFilesAndNotItsSubFolders) {
+TEST_F(RealFolder, ListsFilesButNotFolders) {
   Touch("B.QBW");
   Touch("a.qbw");
   Touch("notes.txt");
@@ -251,7 +251,7 @@ TEST_F(RealFolder, GivesItsFilesAndNotItsSubFolders) {
   EXPECT_EQ(companies.FirstChild().Child("fullpath").Text(), (folder / "a.qbw").string());
 }
 
-TEST_F(RealFolder, IsNothingWhenItIsMissingOrNoFolder) {
+TEST_F(RealFolder, IsNothingWhenMissingOrNotAFolder) {
   Touch("a.qbw");
   EXPECT_FALSE(Companies(folder / "missing"));
   EXPECT_FALSE(Companies(folder / "a.qbw"));
@@ -264,7 +264,7 @@ TEST_F(RealFolder, IsNothingWhenItCannotBeRead) {
   EXPECT_FALSE(Companies(folder));
 }
 
-TEST_F(RealFolder, IsNothingWithANameThatIsNoText) {
+TEST_F(RealFolder, IsNothingForANameThatIsNotUtf8) {
   Touch("caf\xE9.qbw");
   EXPECT_FALSE(Companies(folder));
 }

@@ -22,7 +22,7 @@ struct MonthCase {
   std::int16_t month;
 };
 
-TEST(CompanyCheck, StoresTheMonthOfItsEnglishName) {
+TEST(CompanyCheck, ParsesEnglishMonthNames) {
   const MonthCase cases[] = {{"January", 1},   {"February", 2}, {"March", 3},     {"April", 4},
                              {"May", 5},       {"June", 6},     {"July", 7},      {"August", 8},
                              {"September", 9}, {"October", 10}, {"November", 11}, {"December", 12},
@@ -77,7 +77,7 @@ TEST(CompanyCheck, AsksForTheMonthWhenTheRequestIsRefused) {
   EXPECT_EQ(host.component.ErrorDescription(), provideMonth);
 }
 
-TEST(CompanyCheck, ThatFailsLeavesTheSessionOpenAndIsNotRepeated) {
+TEST(CompanyCheck, LeavesTheSessionOpenAndIsNotRepeatedAfterAFailure) {
   TestHost host;
   host.quickBooks->answers["101"] = fakes::NoCompanyAnswer();
   EXPECT_TRUE(host.component.QbSerialize(Variant("<X requestID=\"7\"/>")).IsEmpty());
@@ -88,7 +88,7 @@ TEST(CompanyCheck, ThatFailsLeavesTheSessionOpenAndIsNotRepeated) {
   EXPECT_EQ(host.component.ErrorNumber(), -2147221404) << "nothing clears the pair";
 }
 
-TEST(CompanyCheck, IsSparedWhenTheHostHasSetTheMonth) {
+TEST(CompanyCheck, IsSkippedWhenTheHostHasSetTheMonth) {
   TestHost host;
   host.component.QBStartingMonth(4);
   EXPECT_EQ(host.component.QBCompany(), "C:\\Companies\\Nursery.qbw");

@@ -39,7 +39,7 @@ class DepreciationRows : public testing::Test {
   const std::string actual = TableId("21", "0600");
 };
 
-TEST_F(DepreciationRows, AreTakenOutAgainWhileTheirBlankTwinsInThePlannedTableStay) {
+TEST_F(DepreciationRows, AreRemovedButTheirPlannedTwinsStay) {
   EXPECT_EQ(
       Document(
           AccountAnswer("4", {Account("1", "Depreciation"), Account("2", "Rent"), Account("3", "Deprec")})),
@@ -54,7 +54,7 @@ TEST_F(DepreciationRows, AreTakenOutAgainWhileTheirBlankTwinsInThePlannedTableSt
                                                               Row({"B"}), Row({"C"})})}))}));
 }
 
-TEST_F(DepreciationRows, LeaveTheActualTableAsItIsWhenNoOtherNameIsNew) {
+TEST_F(DepreciationRows, LeaveTheActualTableUnchangedWhenNoOtherNameIsNew) {
   EXPECT_EQ(
       Document(AccountAnswer("4", {Account("1", "Depreciation")})),
       TablesDocument(
@@ -66,7 +66,7 @@ TEST_F(DepreciationRows, LeaveTheActualTableAsItIsWhenNoOtherNameIsNew) {
                                                   {Row({"A", "=B1"}), Row({"B"}), Row({"C"})})}))}));
 }
 
-TEST_F(DepreciationRows, AreKnownByAnyPartOfTheWordWithItsLetterCase) {
+TEST_F(DepreciationRows, AreRecognisedByAnyPartOfTheWordCaseSensitively) {
   for (const char* name : {"Depreciation", "Deprec", "preciation", "ation", "D", "n", "ecia"}) {
     EXPECT_FALSE(fakes::Holds(Document(AccountAnswer("4", {Account("1", name)})), Row({name, "*null*"})))
         << name;
@@ -78,7 +78,7 @@ TEST_F(DepreciationRows, AreKnownByAnyPartOfTheWordWithItsLetterCase) {
   }
 }
 
-TEST_F(DepreciationRows, StayWhenThePlanHadThemBefore) {
+TEST_F(DepreciationRows, StayWhenThePlanAlreadyHasThem) {
   Put(planned,
       TableBlocks({Block("db_income_range_cat3", {Row({"A"}), Row({"Depreciation", "7"}), Row({"C"})})}));
   const std::string document =
@@ -88,7 +88,7 @@ TEST_F(DepreciationRows, StayWhenThePlanHadThemBefore) {
       << document;
 }
 
-TEST_F(DepreciationRows, AreForTheOtherTablesAccountsLikeAnyOther) {
+TEST_F(DepreciationRows, AreOrdinaryAccountsInTheOtherTables) {
   const std::string sales = Document(AccountAnswer("1", {Account("1", "Depreciation")}));
   EXPECT_TRUE(fakes::Holds(sales, Row({"Depreciation", "0", "*null*"})));
   const std::string costs = Document(AccountAnswer("2", {Account("1", "Deprec")}));

@@ -42,7 +42,7 @@ TEST(ErrorPair, IsOverwrittenByTheNextFailure) {
   EXPECT_EQ(host.component.ErrorDescription(), "Error (-2147220448): refused");
 }
 
-TEST(ErrorPair, IsLeftAloneByEveryOperationThatEndsEarlyElsewhere) {
+TEST(ErrorPair, IsUnchangedByOperationsThatEndEarly) {
   TestHost host;
   QBDataExchange& component = host.component;
   component.QBCompany();

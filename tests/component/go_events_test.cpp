@@ -21,7 +21,7 @@ std::string ProgressLine(int percent) {
   return "ProgressBarChange " + std::to_string(percent) + " Processing...";
 }
 
-TEST(Events, XMLprocessingCarriesNothingAndIgnoresWhatIsLeftInIt) {
+TEST(Events, XMLprocessingPassesNothingAndIgnoresWhatTheHandlerLeaves) {
   TestHost host;
   host.component.IncludeExpenseAccounts(true);
   host.component.BalancesImport(BalImport_Actual);
@@ -30,7 +30,7 @@ TEST(Events, XMLprocessingCarriesNothingAndIgnoresWhatIsLeftInIt) {
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
-TEST(Events, ReachEverySinkInTheOrderOfTheList) {
+TEST(Events, ReachEverySinkInOrder) {
   TestHost host;
   OutsideWorld world = host.World();
   world.sinks = {std::make_shared<fakes::RecordingSink>(host.journal, "first"),
@@ -59,7 +59,7 @@ TEST(Events, AreNotNeededByAnImport) {
   EXPECT_EQ(host.planContent->loaded.size(), 2U);
 }
 
-TEST(OptionsChangedBetweenThePasses, CountInTheSecondPass) {
+TEST(OptionsChangedBetweenThePasses, ApplyToTheSecondPass) {
   TestHost host;
   host.component.KRNStartingMonth(1);
   host.component.KRNStartingYear(2003);
@@ -104,7 +104,7 @@ TEST(OptionsChangedBetweenThePasses, CanLeaveNothingToImport) {
                       "XMLprocessing\n", "processor released\n"}));
 }
 
-TEST(OptionsChangedBetweenThePasses, CanTakeTheBalancesBack) {
+TEST(OptionsChangedBetweenThePasses, CanTurnTheBalancesOff) {
   TestHost host;
   host.component.IncludeExpenseAccounts(true);
   host.component.BalancesImport(BalImport_Actual);
@@ -128,7 +128,7 @@ TEST(OptionsChangedBetweenThePasses, CanBeTheProduct) {
   EXPECT_EQ(host.journal->Count("AfterImport"), 1);
 }
 
-TEST(OptionsChangedDuringAPass, CountFromTheNextStepOn) {
+TEST(OptionsChangedDuringAPass, ApplyFromTheNextStepOn) {
   TestHost host;
   host.component.IncludeExpenseAccounts(true);
   host.journal->On(ProgressLine(80), [&host] {
@@ -139,10 +139,10 @@ TEST(OptionsChangedDuringAPass, CountFromTheNextStepOn) {
   EXPECT_EQ(host.journal->Text(), Sequence({expected::BeginsFirstPass(), Asks("4"), Progress(80),
                                             Progress(100), expected::LoadsTables("nothing"),
                                             expected::LoadsTables("nothing"), expected::EndsImport()}))
-      << "the income accounts were never asked for";
+      << "the income accounts were never requested";
 }
 
-TEST(PlanChangedBetweenThePasses, IsTheOneThatIsUsed) {
+TEST(PlanChangedBetweenThePasses, IsUsedInTheSecondPass) {
   TestHost host;
   const auto otherContent = std::make_shared<fakes::PlanContent>(*host.planContent);
   const auto otherPlan = std::make_shared<fakes::FakePlan>(otherContent, host.journal);
@@ -170,7 +170,7 @@ TEST(SinkThatFails, EndsTheImportAtTheEventWithItsError) {
   }
 }
 
-TEST(SinkThatFails, InXMLprocessingLeavesTheTablesOfTheFirstPass) {
+TEST(SinkThatFails, InXMLprocessingKeepsTheTablesOfTheFirstPass) {
   TestHost host;
   host.component.IncludeExpenseAccounts(true);
   host.component.BalancesImport(BalImport_Actual);
@@ -183,7 +183,7 @@ TEST(SinkThatFails, InXMLprocessingLeavesTheTablesOfTheFirstPass) {
   EXPECT_EQ(host.component.ErrorNumber(), -2147220000);
 }
 
-TEST(SinkThatFails, InAfterImportIsTrappedAfterEverythingIsDone) {
+TEST(SinkThatFails, InAfterImportIsTrappedAfterTheImport) {
   TestHost host;
   host.component.IncludeExpenseAccounts(true);
   host.journal->Fail("AfterImport", sinkError);

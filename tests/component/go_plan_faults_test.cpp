@@ -29,7 +29,7 @@ class GoWithAFailingPlan : public testing::Test {
  protected:
   GoWithAFailingPlan() { host.component.IncludeExpenseAccounts(true); }
 
-  /// From the start to the reading of the expense tables.
+  /// The journal from the start until the expense tables are read.
   static std::string BeginsToReadExpenses() {
     return Sequence({expected::BeginsFirstPass(), Asks("4"), Progress(80)});
   }
@@ -58,7 +58,7 @@ TEST_F(GoWithAFailingPlan, EndsWithThePlansErrorWhenLoadingFails) {
   ExpectThatTheNextImportSucceeds();
 }
 
-TEST_F(GoWithAFailingPlan, EndsWithThePlansErrorWhenTheFirstLoadOfTheSalesTablesFails) {
+TEST_F(GoWithAFailingPlan, EndsWithThePlansErrorWhenTheFirstSalesLoadFails) {
   host.component.IncludeExpenseAccounts(false);
   host.component.IncludeIncomeAccounts(true);
   host.component.BalancesImport(BalImport_All);
@@ -88,7 +88,7 @@ TEST_F(GoWithAFailingPlan, GoesOnWithAnEmptyTextWhenThePlannedTableIsMissing) {
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
-TEST_F(GoWithAFailingPlan, LoadsThePlannedTableAloneWhenTheActualOneIsMissing) {
+TEST_F(GoWithAFailingPlan, LoadsOnlyThePlannedTableWhenTheActualOneIsMissing) {
   host.planContent->tables.erase(fakes::TableId("21", "0600"));
   EXPECT_TRUE(host.component.Go());
   EXPECT_EQ(host.journal->Text(), Sequence({BeginsToReadExpenses(), expected::ReadsTable("20..0600"),
@@ -107,7 +107,7 @@ TEST_F(GoWithAFailingPlan, GoesOnWithAnEmptyTextWhenSerializeFails) {
   ExpectThatTheNextImportSucceeds();
 }
 
-TEST_F(GoWithAFailingPlan, LoadsThePlannedTableAloneWhenSerializeOfTheActualOneFails) {
+TEST_F(GoWithAFailingPlan, LoadsOnlyThePlannedTableWhenSerializeOfTheActualOneFails) {
   host.journal->FailOccurrence("Serialize", 2, planError);
   EXPECT_TRUE(host.component.Go());
   EXPECT_EQ(host.journal->Text(),
@@ -116,7 +116,7 @@ TEST_F(GoWithAFailingPlan, LoadsThePlannedTableAloneWhenSerializeOfTheActualOneF
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
-TEST_F(GoWithAFailingPlan, EndsWhenItsDataCannotBeReachedForLoading) {
+TEST_F(GoWithAFailingPlan, EndsWhenDataFailsForALoad) {
   host.journal->Fail("Data", planError);
   EXPECT_TRUE(host.component.Go());
   EXPECT_EQ(host.journal->Text(),
@@ -191,7 +191,7 @@ TEST_F(GoWithAFailingPlan, EndsWithError438ForAnObjectThatIsNoPlan) {
   EXPECT_EQ(host.journal->Count("AfterImport"), 0);
 }
 
-TEST_F(GoWithAFailingPlan, NeedsNoneForPastPerformanceWithoutBalances) {
+TEST_F(GoWithAFailingPlan, NeedsNoPlanForPastPerformanceWithoutBalances) {
   host.component.KRNPlanData(Variant(std::shared_ptr<PlanObject>()));
   host.component.IncludeExpenseAccounts(false);
   host.component.IncludePastPerformance(true);

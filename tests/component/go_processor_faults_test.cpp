@@ -16,7 +16,7 @@ using expected::Progress;
 using expected::Sequence;
 using fakes::TestHost;
 
-/// The whole of a successful import of the expense accounts in a new session after the company check.
+/// The journal of a successful import of the expense accounts in a new session, after the company check.
 std::string ImportsAgain() {
   return Sequence({Progress(20), expected::Connects(), "BeginSession \"\" 2\n", expected::ReadsCompany(),
                    Progress(40), Asks("100"), Progress(60), Asks("4"), Progress(80),
@@ -97,7 +97,7 @@ TEST(ProcessorFault, EndsTheImportAtEachListOfEitherPass) {
   }
 }
 
-TEST(ProcessorFault, OfTheCompanyCheckIsToldAsAMissingMonth) {
+TEST(ProcessorFault, OfTheCompanyCheckIsReportedAsAMissingMonth) {
   TestHost host;
   host.component.IncludeExpenseAccounts(true);
   host.journal->Fail("ProcessRequest 101", Error(-2147220478, "unexpected"));
@@ -106,7 +106,7 @@ TEST(ProcessorFault, OfTheCompanyCheckIsToldAsAMissingMonth) {
   EXPECT_EQ(host.component.ErrorNumber(), -2147221404);
 }
 
-TEST(ProcessorFault, OfAnotherKindCountsAsAnInternalErrorOrAsOutOfMemory) {
+TEST(ProcessorFault, OfAnotherKindIsAnInternalErrorOrOutOfMemory) {
   TestHost host;
   host.component.IncludeExpenseAccounts(true);
   host.journal->OnOccurrence("ProcessRequest 4", 1, [] { throw std::runtime_error("x"); });
@@ -119,7 +119,7 @@ TEST(ProcessorFault, OfAnotherKindCountsAsAnInternalErrorOrAsOutOfMemory) {
   EXPECT_EQ(host.component.ErrorDescription(), "Out of memory");
 }
 
-TEST(ProcessorFault, AVersionAnswerWithoutAnElementEndsTheImportWithError91) {
+TEST(ProcessorFault, AVersionResponseWithoutAnElementEndsWithError91) {
   TestHost host;
   host.component.IncludeExpenseAccounts(true);
   host.quickBooks->answers["100"] = "no XML";

@@ -20,7 +20,7 @@ std::string LoadsMarginTables() {
   return expected::LoadsTables("20..2000 21..2000");
 }
 
-TEST(GoForCor, ImportsLikeTheFirstProductWithPastPerformance) {
+TEST(GoForCor, ImportsExpensesAndPastPerformance) {
   TestHost host;
   host.component.KRNStartingMonth(1);
   host.component.KRNStartingYear(2003);
@@ -70,7 +70,7 @@ TEST(GoForBri, WithoutASelectionReadsNoExpenseTableAndLoadsAnEmptyText) {
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
-TEST(GoForBri, ReadsAnOutsideSelectionAnewInEachPass) {
+TEST(GoForBri, ReadsAnOutsideSelectionInEachPass) {
   TestHost host;
   const auto outside =
       std::make_shared<fakes::OutsideElement>(fakes::SelectionText({{"E-1", "True"}, {"E-2", "False"}}));
@@ -88,7 +88,7 @@ TEST(GoForBri, ReadsAnOutsideSelectionAnewInEachPass) {
   EXPECT_TRUE(fakes::Holds(host.planContent->loaded[1], "<c>Utilities</c>"));
 }
 
-TEST(GoForBri, ReadsWhatTheHostChangedInTheSelectionThatItHoldsItself) {
+TEST(GoForBri, ReadsWhatTheHostChangedInItsSelection) {
   TestHost host;
   XmlElement selection = XmlElement::Parse(fakes::SelectionText({{"E-1", "True"}, {"E-2", "False"}}));
   host.component.KRNProduct(QBKRN_BRI);

@@ -3,8 +3,7 @@
 #include "expected_sequences.h"
 #include "fakes/test_host.h"
 
-// What becomes of an import whose session is refused or whose company check fails, with and without a path
-// that the host has set.
+// Imports whose session is refused or whose company check fails, with and without a path set by the host.
 
 namespace krnqb {
 namespace {
@@ -23,7 +22,7 @@ class GoWithoutASession : public testing::Test {
  protected:
   GoWithoutASession() { host.component.IncludeExpenseAccounts(true); }
 
-  /// The rest of an import of the expense accounts, from the reading of the lists.
+  /// The journal of an import of the expense accounts from the account lists on.
   static std::string ImportsExpenses() {
     return Sequence({Asks("4"), Progress(80), expected::ReadsExpenseTables(), Progress(100),
                      expected::LoadsExpenseTables(), expected::EndsImport()});
@@ -56,7 +55,7 @@ TEST_F(GoWithoutASession, ForgetsThePathAfterError91) {
   EXPECT_EQ(host.journal->Text(), expected::BeginsFirstPass() + ImportsExpenses());
 }
 
-TEST_F(GoWithoutASession, IsFalseWithTheSessionsErrorWhenNoPathIsSetAndTheSessionIsRefused) {
+TEST_F(GoWithoutASession, ReturnsFalseWithTheSessionsErrorWhenNoPathIsSet) {
   host.journal->Fail(beginAny, Error(-2147220458, "x"));
   EXPECT_FALSE(host.component.Go());
   EXPECT_EQ(host.journal->Text(),
@@ -104,7 +103,7 @@ TEST_F(GoWithoutASession, ReadsTheVersionInTheSecondPassWhenAPathIsSetAndTheComp
   EXPECT_EQ(host.component.ErrorNumber(), -2147221404);
 }
 
-TEST_F(GoWithoutASession, IsFalseAndImportsTheNextTimeWhenNoPathIsSetAndTheCompanyCheckFails) {
+TEST_F(GoWithoutASession, ReturnsFalseOnceWhenNoPathIsSetAndTheCompanyCheckFails) {
   host.quickBooks->answers["101"] = fakes::NoCompanyAnswer();
   EXPECT_FALSE(host.component.Go());
   EXPECT_EQ(host.journal->Text(), Progress(20) + expected::OpensSession());
@@ -116,7 +115,7 @@ TEST_F(GoWithoutASession, IsFalseAndImportsTheNextTimeWhenNoPathIsSetAndTheCompa
   EXPECT_EQ(host.component.ErrorNumber(), -2147221404) << "nothing clears the pair";
 }
 
-TEST_F(GoWithoutASession, IsFalseWhenNoProcessorCanBeCreated) {
+TEST_F(GoWithoutASession, ReturnsFalseWhenNoProcessorCanBeCreated) {
   host.journal->Fail("create processor", Error(error_number::cannotCreateObject));
   EXPECT_FALSE(host.component.Go());
   EXPECT_EQ(host.journal->Text(), Progress(20) + "create processor\n");
@@ -138,7 +137,7 @@ TEST_F(GoWithoutASession, EndsWithError91WhenAPathIsSetAndNoProcessorCanBeCreate
   EXPECT_EQ(host.component.ErrorNumber(), 91);
 }
 
-TEST_F(GoWithoutASession, IsFalseWithoutAnErrorWhenNoCompanyFileIsOpen) {
+TEST_F(GoWithoutASession, ReturnsFalseWithoutAnErrorWhenNoCompanyFileIsOpen) {
   host.quickBooks->company = "";
   EXPECT_FALSE(host.component.Go());
   EXPECT_EQ(host.journal->Text(),
@@ -148,7 +147,7 @@ TEST_F(GoWithoutASession, IsFalseWithoutAnErrorWhenNoCompanyFileIsOpen) {
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
-TEST_F(GoWithoutASession, IsFalseAfterTheFirstProgressWhenQuickBooksMustBeUpdated) {
+TEST_F(GoWithoutASession, ReturnsFalseAfterTheFirstProgressWhenQuickBooksMustBeUpdated) {
   host.quickBooks->answers["100"] = fakes::HostAnswer({"1.0"});
   EXPECT_FALSE(host.component.Go());
   EXPECT_EQ(host.journal->Text(), Sequence({Progress(20), expected::OpensSession(), Asks("100")}));
@@ -162,7 +161,7 @@ TEST_F(GoWithoutASession, IsFalseAfterTheFirstProgressWhenQuickBooksMustBeUpdate
       << "the session was left open";
 }
 
-TEST_F(GoWithoutASession, IsFalseAfterTheSecondProgressWhenOnlyTheSecondCheckFindsThatOutOfDate) {
+TEST_F(GoWithoutASession, ReturnsFalseAfterTheSecondProgressWhenTheVersionCheckFails) {
   host.component.QBCompany(mine);
   host.quickBooks->answers["101"] = fakes::NoCompanyAnswer();
   host.quickBooks->answers["100"] = fakes::HostAnswer({"1.0"});

@@ -32,7 +32,7 @@ class GoWithReports : public testing::Test {
   TestHost host;
 };
 
-TEST_F(GoWithReports, AsksOneReportForExpensesAlone) {
+TEST_F(GoWithReports, RequestsOneReportForExpensesOnly) {
   host.component.IncludeExpenseAccounts(true);
   EXPECT_TRUE(host.component.Go());
   const std::string pass =
@@ -44,7 +44,7 @@ TEST_F(GoWithReports, AsksOneReportForExpensesAlone) {
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
-TEST_F(GoWithReports, AsksIncomeAndCostOfSalesForIncome) {
+TEST_F(GoWithReports, RequestsIncomeAndCostOfSalesForIncome) {
   host.component.IncludeIncomeAccounts(true);
   EXPECT_TRUE(host.component.Go());
   const std::string pass =
@@ -57,7 +57,7 @@ TEST_F(GoWithReports, AsksIncomeAndCostOfSalesForIncome) {
                 Asks("320 2002-04-01 2003-03-31"), expected::LoadsSalesTables(), expected::EndsImport()}));
 }
 
-TEST_F(GoWithReports, AsksTheThreeReportsInOrderForBothGroups) {
+TEST_F(GoWithReports, RequestsAllThreeReportsInOrderForBothGroups) {
   host.component.IncludeExpenseAccounts(true);
   host.component.IncludeIncomeAccounts(true);
   EXPECT_TRUE(host.component.Go());
@@ -72,7 +72,7 @@ TEST_F(GoWithReports, AsksTheThreeReportsInOrderForBothGroups) {
                       Asks("310 2002-04-01 2003-03-31"), loads, expected::EndsImport()}));
 }
 
-TEST_F(GoWithReports, ReadsThePeriodButNoReportForPastPerformanceAlone) {
+TEST_F(GoWithReports, ReadsThePeriodButNoReportForPastPerformanceOnly) {
   host.component.KRNProduct(QBKRN_BRI);  // whose past performance is never imported
   host.component.IncludePastPerformance(true);
   EXPECT_TRUE(host.component.Go());
@@ -82,7 +82,7 @@ TEST_F(GoWithReports, ReadsThePeriodButNoReportForPastPerformanceAlone) {
                       expected::BeginsPassInOpenSession(), pass, FindsSession(), expected::EndsImport()}));
 }
 
-TEST_F(GoWithReports, AsksNoReportWithoutBalances) {
+TEST_F(GoWithReports, RequestsNoReportWithoutBalances) {
   host.component.IncludeExpenseAccounts(true);
   host.component.BalancesImport(BalImport_None);
   EXPECT_TRUE(host.component.Go());

@@ -3,8 +3,7 @@
 #include "expected_sequences.h"
 #include "fakes/test_host.h"
 
-// Each test compares everything that is asked of QuickBooks and of the plan, and every event, from start to
-// end.
+// Each test compares every request to QuickBooks, every call of the plan and every event, from start to end.
 
 namespace krnqb {
 namespace {
@@ -18,7 +17,7 @@ using fakes::TestHost;
 
 const QBKRN_BalancesImport allBalances[] = {BalImport_Planned, BalImport_Actual, BalImport_All};
 
-TEST(Go, WithNothingToImportClosesTheSessionAndIsTrue) {
+TEST(Go, WithNothingToImportClosesTheSessionAndReturnsTrue) {
   TestHost host;
   host.component.BalancesImport(BalImport_All);
   host.component.QBCompany();
@@ -27,11 +26,11 @@ TEST(Go, WithNothingToImportClosesTheSessionAndIsTrue) {
   EXPECT_EQ(host.journal->Text(), "processor released\n");
   EXPECT_EQ(host.component.ErrorNumber(), 0);
   host.journal->Clear();
-  EXPECT_TRUE(host.component.Go()) << "without any session too";
+  EXPECT_TRUE(host.component.Go()) << "also without a session";
   EXPECT_EQ(host.journal->Text(), "");
 }
 
-TEST(Go, WithNothingToImportEmptiesTheStoredPath) {
+TEST(Go, WithNothingToImportClearsTheStoredPath) {
   TestHost host;
   host.component.QBCompany("D:\\Mine.qbw");
   host.component.Go();
@@ -100,7 +99,7 @@ TEST(Go, ImportsBothGroupsWithoutBalances) {
                       expected::LoadsSalesTables(), expected::EndsImport()}));
 }
 
-TEST(Go, WithPastPerformanceAloneAndWithoutBalancesReadsTheListAndChangesNothing) {
+TEST(Go, WithPastPerformanceOnlyAndNoBalancesChangesNothing) {
   TestHost host;
   host.component.IncludePastPerformance(true);
   EXPECT_TRUE(host.component.Go());
@@ -177,7 +176,7 @@ TEST(Go, WithPastPerformanceAndBalancesRewritesItsTableInTheSecondPass) {
                                             expected::LoadsExpenseTables(), expected::EndsImport()}));
 }
 
-TEST(Go, WithPastPerformanceAloneAndBalancesReadsThePastPeriodsAlone) {
+TEST(Go, WithPastPerformanceOnlyAndBalancesReadsThePastPeriods) {
   TestHost host;
   host.component.KRNStartingMonth(1);
   host.component.KRNStartingYear(2003);
@@ -199,7 +198,7 @@ TEST(Go, OpensTheCompanyThatTheHostNamed) {
                                             Progress(80), Progress(100), expected::EndsImport()}));
 }
 
-TEST(Go, PutsTheNewAccountsIntoThePlan) {
+TEST(Go, AddsTheNewAccountsToThePlan) {
   TestHost host;
   host.component.IncludeExpenseAccounts(true);
   host.component.IncludeIncomeAccounts(true);
@@ -208,7 +207,7 @@ TEST(Go, PutsTheNewAccountsIntoThePlan) {
   const std::string expenses = host.planContent->tables[fakes::TableId("20", "0600")];
   for (const char* name : {"<c>Rent</c>", "<c>Utilities</c>"})
     EXPECT_TRUE(fakes::Holds(expenses, name)) << name;
-  EXPECT_FALSE(fakes::Holds(expenses, "<c>Gas</c>")) << "a sub-account has no row";
+  EXPECT_FALSE(fakes::Holds(expenses, "<c>Gas</c>")) << "a sub-account gets no row";
   const std::string sales = host.planContent->tables[fakes::TableId("20", "0400")];
   for (const char* name : {"<c>Plants</c>", "<c>Tools</c>", "<c>Seeds</c>", "<c>Freight</c>"}) {
     EXPECT_TRUE(fakes::Holds(sales, name)) << name;
@@ -225,7 +224,7 @@ TEST(Go, AddsNoRowWhenTheCompanyIsImportedAgain) {
   EXPECT_EQ(host.planContent->tables, tables);
 }
 
-TEST(Go, WithoutBalancesWritesTheCostAccountsOfAnEarlierImportAgain) {
+TEST(Go, WithoutBalancesReusesTheCostAccountsOfAnEarlierImport) {
   TestHost host;
   host.component.IncludeIncomeAccounts(true);
   host.component.BalancesImport(BalImport_Actual);
@@ -241,7 +240,7 @@ TEST(Go, WithoutBalancesWritesTheCostAccountsOfAnEarlierImportAgain) {
                       expected::ReadsSalesTables(), expected::LoadsSalesTables(), expected::EndsImport()}));
   const std::string sales = host.planContent->tables[fakes::TableId("20", "0400")];
   EXPECT_TRUE(fakes::Holds(sales, "<c>Seeds</c>"));
-  EXPECT_FALSE(fakes::Holds(sales, "<c>Packaging</c>")) << "the cost accounts were not asked for again";
+  EXPECT_FALSE(fakes::Holds(sales, "<c>Packaging</c>")) << "the cost accounts were not requested again";
 }
 
 TEST(Go, LoadsAnEmptyTextForAListThatDoesNotParse) {
@@ -260,7 +259,7 @@ TEST(Go, LoadsAnEmptyTextForAListThatDoesNotParse) {
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
-TEST(Go, LoadsTheSalesTablesOnWhenTheCostListDoesNotParse) {
+TEST(Go, LoadsTheSalesTablesAgainWhenTheCostListDoesNotParse) {
   TestHost host;
   host.component.KRNStartingMonth(1);
   host.component.KRNStartingYear(2003);
@@ -287,7 +286,7 @@ TEST(Go, GoesOnWhenTwoTopLevelAccountsHaveOneName) {
   EXPECT_EQ(host.journal->Count("AfterImport"), 1);
   const std::string expenses = host.planContent->tables[fakes::TableId("20", "0600")];
   EXPECT_TRUE(fakes::Holds(expenses, "<c>Rent</c>"));
-  EXPECT_TRUE(fakes::Holds(expenses, "<c>RENT</c>")) << "rows are compared with their letter case";
+  EXPECT_TRUE(fakes::Holds(expenses, "<c>RENT</c>")) << "rows are compared case-sensitively";
 }
 
 }  // namespace

@@ -11,12 +11,12 @@ namespace {
 using fakes::ErrorNumberOf;
 using fakes::TestHost;
 
-TEST(KRNPlanData, GivesBackTheVeryObject) {
+TEST(KRNPlanData, ReturnsTheSameObject) {
   TestHost host;
   EXPECT_EQ(host.component.KRNPlanData().AsObject<fakes::FakePlan>(), host.plan);
 }
 
-TEST(KRNPlanData, IsNotCheckedWhenItIsSet) {
+TEST(KRNPlanData, IsNotCheckedWhenSet) {
   TestHost host;
   const auto stranger = std::make_shared<fakes::ReleasableObject>(host.journal, "stranger released");
   host.component.KRNPlanData(Variant(stranger));
@@ -24,7 +24,7 @@ TEST(KRNPlanData, IsNotCheckedWhenItIsSet) {
   EXPECT_EQ(host.journal->Text(), "");
 }
 
-TEST(KRNOpenPlan, ForwardsThePathAndGivesThePlansAnswer) {
+TEST(KRNOpenPlan, PassesThePathAndReturnsThePlansAnswer) {
   TestHost host;
   EXPECT_TRUE(host.component.KRNOpenPlan("C:\\Pl\xC3\xA4ne\\A.kpf"));
   host.plan->canOpen = false;
@@ -59,11 +59,11 @@ TEST(KRNOpenPlan, RaisesAnExceptionOfAnotherKindAsAnInternalError) {
   } catch (const Error& error) {
     EXPECT_EQ(error.Number(), 51);
   } catch (const std::exception& other) {
-    ADD_FAILURE() << "raised is no Error but " << other.what();
+    ADD_FAILURE() << "raised is not an Error but " << other.what();
   }
 }
 
-TEST(KRNOpenPlan, RaisesError438ForAnObjectThatIsNoPlan) {
+TEST(KRNOpenPlan, RaisesError438ForAnObjectOfAnotherKind) {
   TestHost host;
   host.component.KRNPlanData(Variant(std::make_shared<Collection>()));
   EXPECT_EQ(ErrorNumberOf([&host] { host.component.KRNOpenPlan("C:\\A.kpf"); }), 438);

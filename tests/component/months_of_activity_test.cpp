@@ -40,7 +40,7 @@ TEST(Subtotals, KeepEachSlotUnrounded) {
   EXPECT_EQ(subtotals.Description(), "Caf\xC3\xA9");
 }
 
-TEST(Subtotals, RefuseSlotsOutsideOneToFourteen) {
+TEST(Subtotals, ThrowOutsideSlotsOneToFourteen) {
   cSubtotals subtotals;
   for (const int index : {0, -1, 15, 32767, -32768}) {
     const auto slot = static_cast<std::int16_t>(index);
@@ -57,19 +57,19 @@ TEST(SubtotalsTotal, AddsAllFourteenSlots) {
   EXPECT_EQ(subtotals.Total(), 105.0);
 }
 
-TEST(SubtotalsTotal, AddsInTheOrderOfTheSlots) {
+TEST(SubtotalsTotal, AddsInSlotOrder) {
   EXPECT_EQ(With({{1, 1e16}, {2, 1.0}, {3, -1e16}})->Total(), 0.0);
   EXPECT_EQ(With({{1, 1e16}, {2, -1e16}, {3, 1.0}})->Total(), 1.0);
 }
 
-TEST(SubtotalsTotal, IsZeroWhenTheSumLeavesTheRangeOnTheWay) {
+TEST(SubtotalsTotal, IsZeroWhenAPartialSumOverflows) {
   EXPECT_EQ(With({{1, largest}, {2, largest}})->Total(), 0.0);
   EXPECT_EQ(With({{1, -largest}, {2, -largest}})->Total(), 0.0);
   EXPECT_EQ(With({{1, largest}, {2, largest}, {3, -largest}})->Total(), 0.0);
   EXPECT_EQ(With({{1, largest}, {2, -largest}, {3, 5.0}})->Total(), 5.0);
 }
 
-TEST(SubtotalsAddition, RefusesASumOutsideTheRangeAndKeepsTheSlot) {
+TEST(SubtotalsAddition, ThrowsForASumOutOfRangeAndKeepsTheSlot) {
   cSubtotals subtotals;
   subtotals.AddToSubTotal(3, 1.5);
   subtotals.AddToSubTotal(3, 2.0);
@@ -89,7 +89,7 @@ TEST(MonthsOfActivity, CountsNegativeAmounts) {
   EXPECT_EQ(MonthsOf({Variant(With({{5, -0.01}}))}), 5);
 }
 
-TEST(MonthsOfActivity, LeavesOutTheTwoFurtherSlots) {
+TEST(MonthsOfActivity, IgnoresTheTwoExtraSlots) {
   EXPECT_EQ(MonthsOf({Variant(With({{13, 7.0}}))}), 0);
   EXPECT_EQ(MonthsOf({Variant(With({{14, 7.0}}))}), 0);
   EXPECT_EQ(With({{13, 7.0}})->Total(), 7.0);
@@ -105,7 +105,7 @@ TEST(MonthsOfActivity, IsZeroWithoutAmountsRecordsOrCollection) {
   EXPECT_EQ(component.MonthsOfActivity(nullptr), 0);
 }
 
-TEST(MonthsOfActivity, IsZeroWhenAnItemIsNoSubtotals) {
+TEST(MonthsOfActivity, IsZeroWhenAnItemHasNoSubtotals) {
   const Variant strangers[] = {Variant("text"),
                                Variant(),
                                Variant(std::int16_t{3}),
@@ -114,7 +114,7 @@ TEST(MonthsOfActivity, IsZeroWhenAnItemIsNoSubtotals) {
                                Variant(XmlElement::Parse("<a/>"))};
   for (const Variant& stranger : strangers) {
     EXPECT_EQ(MonthsOf({stranger}), 0);
-    EXPECT_EQ(MonthsOf({Variant(With({{4, 1.0}})), stranger}), 0) << "what was found before counts no more";
+    EXPECT_EQ(MonthsOf({Variant(With({{4, 1.0}})), stranger}), 0) << "earlier results are discarded";
   }
 }
 

@@ -2,14 +2,14 @@
 
 #include "fakes/test_host.h"
 
-// The observer is told what an import passes over in silence.
+// The observer gets what an import otherwise skips silently.
 
 namespace krnqb {
 namespace {
 
 using fakes::TestHost;
 
-TEST(Observer, IsToldNothingByAnImportWithoutFlaws) {
+TEST(Observer, GetsNoNoticeFromACompleteImport) {
   TestHost host;
   host.component.IncludeExpenseAccounts(true);
   host.component.IncludeIncomeAccounts(true);
@@ -17,7 +17,7 @@ TEST(Observer, IsToldNothingByAnImportWithoutFlaws) {
   EXPECT_TRUE(host.observer->notices.empty()) << host.observer->notices.front().place.operation;
 }
 
-TEST(Observer, IsToldAnAnswersErrorStatus) {
+TEST(Observer, GetsTheErrorStatusOfAResponse) {
   TestHost host;
   host.component.IncludeExpenseAccounts(true);
   host.quickBooks->answers["4"] = fakes::Answer(
@@ -35,7 +35,7 @@ TEST(Observer, IsToldAnAnswersErrorStatus) {
   EXPECT_EQ(host.component.ErrorNumber(), 0) << "it changes nothing";
 }
 
-TEST(Observer, IsNotToldThatAQueryFoundNothing) {
+TEST(Observer, GetsNoNoticeWhenAQueryFindsNothing) {
   TestHost host;
   host.component.IncludeExpenseAccounts(true);
   host.quickBooks->answers["4"] = fakes::Answer(
@@ -45,7 +45,7 @@ TEST(Observer, IsNotToldThatAQueryFoundNothing) {
   EXPECT_TRUE(host.observer->notices.empty());
 }
 
-TEST(Observer, IsToldThatAnAnswerDoesNotParse) {
+TEST(Observer, GetsANoticeWhenAResponseDoesNotParse) {
   TestHost host;
   host.component.IncludeExpenseAccounts(true);
   host.quickBooks->answers["4"] = "<QBXML>";
@@ -57,7 +57,7 @@ TEST(Observer, IsToldThatAnAnswerDoesNotParse) {
   EXPECT_EQ(*notice.place.request, 4);
 }
 
-TEST(Observer, IsToldThatATableDoesNotParseOrHasNoBlocks) {
+TEST(Observer, GetsANoticeWhenATableDoesNotParseOrHasNoBlocks) {
   for (const char* table : {"<tableitem>", "<tableitem id=\"x\"/>", "no XML"}) {
     TestHost host;
     host.planContent->tables[fakes::TableId("21", "0600")] = table;
@@ -68,7 +68,7 @@ TEST(Observer, IsToldThatATableDoesNotParseOrHasNoBlocks) {
   }
 }
 
-TEST(Observer, IsToldWhichErrorEndedAnOperation) {
+TEST(Observer, GetsTheErrorThatEndedAnOperation) {
   TestHost host;
   host.planContent->tables.erase(fakes::TableId("20", "0600"));
   host.component.KRNDeserialize(Variant(host.quickBooks->answers["4"]));
@@ -80,7 +80,7 @@ TEST(Observer, IsToldWhichErrorEndedAnOperation) {
   EXPECT_EQ(notice.description, "Subscript out of range");
 }
 
-TEST(Observer, IsToldWhatTheCompanyCheckSkipped) {
+TEST(Observer, GetsTheErrorThatTheCompanyCheckSkipped) {
   TestHost host;
   host.journal->Fail("ProcessRequest 101", Error(-2147220478, "unexpected"));
   host.component.StartingMonth();

@@ -33,7 +33,7 @@ TEST(FreshComponent, HoldsNoPlanAndNothingInTheHostsSlot) {
   EXPECT_EQ(component.mQBDataExchangeObject().AsObject<Object>(), nullptr);
 }
 
-TEST(PlainProperties, KeepWhatIsStoredInThem) {
+TEST(PlainProperties, KeepTheirValues) {
   TestHost host;
   QBDataExchange& component = host.component;
   component.IncludeExpenseAccounts(true);
@@ -63,10 +63,10 @@ TEST(PlainProperties, KeepWhatIsStoredInThem) {
   EXPECT_EQ(component.QBMinorVersion(), -1);
   EXPECT_EQ(component.ErrorNumber(), -2147221504);
   EXPECT_EQ(component.ErrorDescription(), "told by the host");
-  EXPECT_EQ(host.journal->Text(), "") << "a plain property asks nobody";
+  EXPECT_EQ(host.journal->Text(), "") << "a plain property calls nothing outside";
 }
 
-TEST(PlainProperties, TakeValuesOutsideTheirEnumerations) {
+TEST(PlainProperties, AcceptValuesOutsideTheirEnumerations) {
   TestHost host;
   host.component.KRNProduct(static_cast<QBKRNproduct>(77));
   host.component.BalancesImport(static_cast<QBKRN_BalancesImport>(-5));
@@ -74,14 +74,14 @@ TEST(PlainProperties, TakeValuesOutsideTheirEnumerations) {
   EXPECT_EQ(static_cast<std::int32_t>(host.component.BalancesImport()), -5);
 }
 
-TEST(HostsSlot, GivesBackTheSameObject) {
+TEST(HostsSlot, ReturnsTheSameObject) {
   TestHost host;
   const auto object = std::make_shared<fakes::ReleasableObject>(host.journal, "slot released");
   host.component.mQBDataExchangeObject(Variant(object));
   EXPECT_EQ(host.component.mQBDataExchangeObject().AsObject<fakes::ReleasableObject>(), object);
 }
 
-TEST(Execute, GivesEmptyWhateverItIsGiven) {
+TEST(Execute, ReturnsEmptyForAnyArgument) {
   TestHost host;
   for (const char* name : {"", "Go", "Import"}) {
     std::string action = name;
@@ -92,14 +92,14 @@ TEST(Execute, GivesEmptyWhateverItIsGiven) {
   EXPECT_EQ(host.journal->Text(), "");
 }
 
-TEST(KRNSerialize, GivesEmptyWhateverItIsGiven) {
+TEST(KRNSerialize, ReturnsEmptyForAnyArgument) {
   TestHost host;
   EXPECT_TRUE(host.component.KRNSerialize().IsEmpty());
   EXPECT_TRUE(host.component.KRNSerialize(static_cast<QBKRN_SerializeOptions>(9)).IsEmpty());
   EXPECT_EQ(host.journal->Text(), "");
 }
 
-TEST(SubmitCustomRequest, ShowsThatItIsNotThereYetAndGivesEmpty) {
+TEST(SubmitCustomRequest, ShowsThatItIsNotAvailableAndReturnsEmpty) {
   TestHost host;
   EXPECT_TRUE(host.component.SubmitCustomRequest("<QBXML/>").IsEmpty());
   EXPECT_EQ(host.userInterface->messages, std::vector<std::string>{"future implementation"});
@@ -111,12 +111,12 @@ TEST(SubmitCustomRequest, ShowsNothingWithoutAUserInterface) {
   EXPECT_TRUE(component.SubmitCustomRequest("<QBXML/>").IsEmpty());
 }
 
-TEST(ShowDialog, GivesEmptyWithoutAUserInterface) {
+TEST(ShowDialog, ReturnsEmptyWithoutAUserInterface) {
   QBDataExchange component{OutsideWorld{}};
   EXPECT_TRUE(component.ShowDialog(dlg_QBtoKRN).IsEmpty());
 }
 
-TEST(ShowDialog, HandsTheDialogAndTheComponentToTheUserInterface) {
+TEST(ShowDialog, PassesTheDialogAndTheComponentToTheUserInterface) {
   TestHost host;
   EXPECT_EQ(fakes::TextOf(host.component.ShowDialog(dlg_SelectKRNplan)), "C:\\Plans\\Nursery.kpf");
   EXPECT_EQ(host.userInterface->dialogs, std::vector<QBKRN_Dialogs>{dlg_SelectKRNplan});

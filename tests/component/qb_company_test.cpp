@@ -24,7 +24,7 @@ TEST(QBCompany, OpensTheSessionAndReadsPathAndVersions) {
   EXPECT_EQ(host.journal->Text(), expected::OpensSession() + expected::ReadsCompany());
 }
 
-TEST(QBCompany, IsReadAnewEachTime) {
+TEST(QBCompany, IsReadEachTime) {
   TestHost host;
   host.component.QBCompany();
   host.journal->Clear();
@@ -33,7 +33,7 @@ TEST(QBCompany, IsReadAnewEachTime) {
   EXPECT_EQ(host.journal->Text(), expected::FindsSession() + expected::ReadsCompany());
 }
 
-TEST(QBCompany, SetDuringASessionLeavesItOpenAndCountsForTheNext) {
+TEST(QBCompany, SetDuringASessionAppliesToTheNextOne) {
   TestHost host;
   host.component.QBCompany();
   host.component.QBCompany("D:\\Next.qbw");
@@ -87,7 +87,7 @@ TEST(QBCompany, KeepsTheStoredPathWhenQuickBooksMustBeUpdated) {
                                             "BeginSession \"D:\\Mine.qbw\" 2\n"}));
 }
 
-TEST(QBCompany, RaisesWhatTheProcessorRefusesAndLeavesThePairAlone) {
+TEST(QBCompany, RaisesTheProcessorsErrorAndKeepsThePair) {
   for (const char* line : {"ProcessRequest 100", "MajorVersion", "MinorVersion"}) {
     TestHost host;
     host.journal->Fail(line, Error(-2147220478, "unexpected"));
@@ -99,21 +99,21 @@ TEST(QBCompany, RaisesWhatTheProcessorRefusesAndLeavesThePairAlone) {
   }
 }
 
-TEST(QBCompany, RaisesWhenTheOpenCompanyCannotBeTold) {
+TEST(QBCompany, RaisesWhenTheOpenCompanyIsUnknown) {
   TestHost host;
   host.journal->FailOccurrence("GetCurrentCompanyFileName", 2, Error(-2147220478, "unexpected"));
   EXPECT_EQ(ErrorNumberOf([&host] { host.component.QBCompany(); }), -2147220478);
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
-TEST(QBCompany, RaisesWhenTheVersionAnswerGivesNoElement) {
+TEST(QBCompany, RaisesWhenTheVersionResponseHasNoElement) {
   TestHost host;
   host.quickBooks->answers["100"] = "no XML";
   EXPECT_EQ(ErrorNumberOf([&host] { host.component.QBCompany(); }), 91);
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
-TEST(QBCompany, KeepsWhatWasReadBeforeARefusal) {
+TEST(QBCompany, KeepsWhatWasReadBeforeAnError) {
   TestHost host;
   host.quickBooks->majorVersion = 2;
   host.journal->Fail("MinorVersion", Error(-2147220478, "unexpected"));

@@ -8,7 +8,7 @@ namespace {
 
 using fakes::TestHost;
 
-TEST(QBIncomeAccounts, IsTheAnswersDocumentElement) {
+TEST(QBIncomeAccounts, IsTheDocumentElementOfTheResponse) {
   TestHost host;
   const XmlElement list = host.component.QBIncomeAccounts();
   ASSERT_TRUE(list);
@@ -18,7 +18,7 @@ TEST(QBIncomeAccounts, IsTheAnswersDocumentElement) {
   EXPECT_EQ(host.journal->Text(), expected::OpensSession() + "ProcessRequest 1\n");
 }
 
-TEST(QBExpenseAccounts, IsTheAnswersDocumentElement) {
+TEST(QBExpenseAccounts, IsTheDocumentElementOfTheResponse) {
   TestHost host;
   const XmlElement list = host.component.QBExpenseAccounts();
   ASSERT_TRUE(list);
@@ -26,7 +26,7 @@ TEST(QBExpenseAccounts, IsTheAnswersDocumentElement) {
   EXPECT_EQ(host.journal->Text(), expected::OpensSession() + "ProcessRequest 4\n");
 }
 
-TEST(QuickBooksLists, AreAskedForEachTime) {
+TEST(QuickBooksLists, AreRequestedEachTime) {
   TestHost host;
   const XmlElement first = host.component.QBIncomeAccounts();
   host.quickBooks->answers["1"] = fakes::AccountAnswer("1", {fakes::Account("9", "Bulbs")});
@@ -34,7 +34,8 @@ TEST(QuickBooksLists, AreAskedForEachTime) {
   const XmlElement second = host.component.QBIncomeAccounts();
   EXPECT_EQ(host.journal->Text(), expected::Asks("1"));
   EXPECT_EQ(second.Select("//AccountRet/Name").Text(), "Bulbs");
-  EXPECT_EQ(first.Select("//AccountRet/Name").Text(), "Plants") << "what was given before stays as it was";
+  EXPECT_EQ(first.Select("//AccountRet/Name").Text(), "Plants")
+      << "an element returned earlier does not change";
 }
 
 TEST(QuickBooksLists, AreNothingWithoutASession) {
@@ -52,7 +53,7 @@ TEST(QuickBooksLists, AreNothingWhenTheCompanyCheckFails) {
   EXPECT_EQ(host.journal->Text(), expected::OpensSession());
 }
 
-TEST(QuickBooksLists, AreNothingForAnAnswerThatIsEmptyOrDoesNotParse) {
+TEST(QuickBooksLists, AreNothingForAResponseThatIsEmptyOrDoesNotParse) {
   for (const char* answer : {"", "no XML", "<QBXML>", "<QBXML>]]></QBXML>"}) {
     TestHost host;
     host.quickBooks->answers["1"] = answer;
@@ -61,7 +62,7 @@ TEST(QuickBooksLists, AreNothingForAnAnswerThatIsEmptyOrDoesNotParse) {
   }
 }
 
-TEST(QuickBooksLists, AreNothingWhenTheRequestIsRefusedAndLeaveThePairAlone) {
+TEST(QuickBooksLists, AreNothingWhenTheRequestIsRefusedAndKeepThePair) {
   TestHost host;
   host.journal->Fail("ProcessRequest 1", Error(-2147220478, "unexpected"));
   host.journal->Fail("ProcessRequest 4", Error(-2147220478, "unexpected"));
@@ -70,7 +71,7 @@ TEST(QuickBooksLists, AreNothingWhenTheRequestIsRefusedAndLeaveThePairAlone) {
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
-TEST(QuickBooksLists, AreAskedForWithTheOldestEnvelopeAndCrLf) {
+TEST(QuickBooksLists, AreRequestedInTheOldestEnvelopeWithCrLf) {
   TestHost host;
   host.component.QBExpenseAccounts();
   EXPECT_EQ(host.quickBooks->requests.back(),

@@ -2,7 +2,7 @@
 
 #include "fakes/test_host.h"
 
-// Where new rows stand: above the closing rows, two of them for expenses and one for sales and costs.
+// The position of new rows: above the closing rows, of which expenses have two, sales and costs one.
 
 namespace krnqb {
 namespace {
@@ -43,14 +43,14 @@ void ExpectRows(const std::string& requestId, const std::string& table, const st
       << each.rows << " and " << each.added << " give not " << each.result << " but " << document;
 }
 
-TEST(NewRows, OfExpensesStandAboveTheLastTwoRowsInTheOrderOfTheAccounts) {
+TEST(NewRows, OfExpensesAreAboveTheLastTwoRowsInAccountOrder) {
   const PositionCase cases[] = {{"ABCDE", "xy", "ABCxyDE"}, {"ABC", "x", "AxBC"}, {"ABC", "xyz", "AxyzBC"},
                                 {"AB", "x", "ABx"},         {"AB", "xy", "AyBx"}, {"A", "x", "Ax"},
                                 {"A", "xy", "Axy"},         {"A", "xyz", "Azxy"}, {"A", "xyzw", "Azwxy"}};
   for (const PositionCase& each : cases) ExpectRows("4", "0600", "db_income_range_cat3", each);
 }
 
-TEST(NewRows, OfSalesStandAboveTheLastRow) {
+TEST(NewRows, OfSalesAreAboveTheLastRow) {
   const PositionCase cases[] = {{"ABCDE", "xy", "ABCDxyE"},
                                 {"AB", "xy", "AxyB"},
                                 {"A", "x", "Ax"},
@@ -59,12 +59,12 @@ TEST(NewRows, OfSalesStandAboveTheLastRow) {
   for (const PositionCase& each : cases) ExpectRows("1", "0400", "db_sales_values_sales", each);
 }
 
-TEST(NewRows, OfCostsStandAboveTheLastRow) {
+TEST(NewRows, OfCostsAreAboveTheLastRow) {
   const PositionCase cases[] = {{"ABCDE", "xy", "ABCDxyE"}, {"AB", "x", "AxB"}};
   for (const PositionCase& each : cases) ExpectRows("2", "0400", "db_sales_values_costs", each);
 }
 
-TEST(NewRows, CountElementsAndNotTheTextBetweenThem) {
+TEST(NewRows, CountElementsAndIgnoreTheTextBetween) {
   TestHost host;
   const std::string id = TableId("20", "0600");
   host.planContent->tables[id] = TableText(

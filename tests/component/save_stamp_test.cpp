@@ -12,7 +12,7 @@ struct StampCase {
   const char* stamp;
 };
 
-TEST(SaveStamp, IsTheDayNumberRoundedWithHalvesToTheEvenDay) {
+TEST(SaveStamp, IsTheDayNumberRoundedHalfToEven) {
   const StampCase cases[] = {{{2002, 1, 1, 0, 0, 0}, "37257"},    {{2002, 1, 1, 11, 59, 0}, "37257"},
                              {{2002, 1, 1, 11, 59, 59}, "37257"}, {{2002, 1, 1, 12, 0, 0}, "37258"},
                              {{2002, 1, 1, 23, 59, 59}, "37258"}, {{2002, 1, 2, 0, 0, 0}, "37258"},

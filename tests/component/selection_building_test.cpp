@@ -25,7 +25,7 @@ class SelectionBuilding : public testing::Test {
     host.planContent->tables[marginTable] =
         TableText(marginTable, TableBlocks({Block("db_contributionmargin_cat2", {rows})}));
   }
-  /// What the selection says of one account: "True", "False", or that it has no record.
+  /// Returns an account's "selected" attribute, or a note that the account has no record.
   std::string SelectedFor(const std::string& name) {
     host.quickBooks->answers["4"] = AccountAnswer("4", {Account("E-1", name)});
     host.component.SelectedExpenses(Variant(ObjectReference()));  // to be built anew
@@ -37,7 +37,7 @@ class SelectionBuilding : public testing::Test {
   const std::string marginTable = TableId("20", "2000");
 };
 
-TEST_F(SelectionBuilding, ListsTheTopLevelAccountsInTheOrderOfTheAnswer) {
+TEST_F(SelectionBuilding, ListsTheTopLevelAccountsInResponseOrder) {
   PutRows(Row({"RENT", "5"}) + Row({"Wages"}));
   const XmlElement selection = host.component.SelectedExpenses();
   ASSERT_TRUE(selection);
@@ -48,13 +48,13 @@ TEST_F(SelectionBuilding, ListsTheTopLevelAccountsInTheOrderOfTheAnswer) {
             "selected=\"False\"><name><![CDATA[Utilities]]></name></account></expenseAccounts>");
 }
 
-TEST_F(SelectionBuilding, ReadsThePlanAndThenAsksQuickBooks) {
+TEST_F(SelectionBuilding, ReadsThePlanBeforeQuickBooks) {
   host.component.SelectedExpenses();
   EXPECT_EQ(host.journal->Text(), expected::Sequence({expected::ReadsTable("20..2000"),
                                                       expected::OpensSession(), "ProcessRequest 4\n"}));
 }
 
-TEST_F(SelectionBuilding, HappensOnceAndGivesTheSameElementAfterwards) {
+TEST_F(SelectionBuilding, HappensOnceAndReturnsTheSameElementAfterwards) {
   const XmlElement first = host.component.SelectedExpenses();
   host.journal->Clear();
   EXPECT_TRUE(host.component.SelectedExpenses() == first);
@@ -83,7 +83,7 @@ TEST_F(SelectionBuilding, NeverHappensForOtherProducts) {
   }
   EXPECT_EQ(host.journal->Text(), "");
   host.component.KRNProduct(QBKRN_BRI);
-  EXPECT_TRUE(host.component.SelectedExpenses()) << "nothing is built again at each call";
+  EXPECT_TRUE(host.component.SelectedExpenses()) << "calls do not rebuild it";
 }
 
 struct MatchCase {
@@ -92,7 +92,7 @@ struct MatchCase {
   const char* selected;
 };
 
-TEST_F(SelectionBuilding, SelectsAccountsThatStandInThePlan) {
+TEST_F(SelectionBuilding, SelectsAccountsThatThePlanContains) {
   const MatchCase cases[] = {{"Rent", "Rent", "True"},
                              {"RENT", "Rent", "True"},
                              {"rent", "RENT", "True"},
@@ -115,7 +115,7 @@ TEST_F(SelectionBuilding, SelectsAccountsThatStandInThePlan) {
   }
 }
 
-TEST_F(SelectionBuilding, LooksAtEveryCellOfEveryBlock) {
+TEST_F(SelectionBuilding, SearchesEveryCellOfEveryBlock) {
   host.planContent->tables[marginTable] =
       TableText(marginTable, TableBlocks({Block("db_contributionmargin_cat2", {Row({"A", "Rent"})}),
                                           Block("db_other", {Row({"B"}), Row({"C", "1", "Phone"})})}));
@@ -124,7 +124,7 @@ TEST_F(SelectionBuilding, LooksAtEveryCellOfEveryBlock) {
   EXPECT_EQ(SelectedFor("Gas"), "False");
 }
 
-TEST_F(SelectionBuilding, WritesNameAndIdAsTheyStand) {
+TEST_F(SelectionBuilding, WritesNameAndIdUnescaped) {
   host.quickBooks->answers["4"] = AccountAnswer("4", {Account("8000-1", "Meals &amp; &lt;Fun&gt; \xC3\xA9")});
   EXPECT_EQ(
       host.component.SelectedExpenses().Xml(),
@@ -132,7 +132,7 @@ TEST_F(SelectionBuilding, WritesNameAndIdAsTheyStand) {
       "</name></account></expenseAccounts>");
 }
 
-TEST_F(SelectionBuilding, IsNothingWhenANameOrIdDoesNotFitIntoIt) {
+TEST_F(SelectionBuilding, IsNothingWhenANameOrIdBreaksTheDocument) {
   const std::string records[] = {Account("1", "The \"Shop\""), Account("1", "a ]]&gt; b"),
                                  Account("1&amp;2", "Rent"), Account("1&lt;2", "Rent"),
                                  Account("1\"2", "Rent")};
@@ -162,10 +162,10 @@ TEST_F(SelectionBuilding, IsNothingWithoutThePlansTable) {
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
-TEST_F(SelectionBuilding, IsNothingWithoutAnAnswer) {
+TEST_F(SelectionBuilding, IsNothingWithoutAResponse) {
   host.journal->Fail("BeginSession \"\" 2", Error(-2147220458, "x"));
   EXPECT_FALSE(host.component.SelectedExpenses());
-  EXPECT_EQ(host.component.ErrorNumber(), -2147220458) << "told by the opening of the session";
+  EXPECT_EQ(host.component.ErrorNumber(), -2147220458) << "reported by opening the session";
   host.journal->Heal();
   host.component.ErrorNumber(0);
   host.quickBooks->answers["4"] = "no XML";
@@ -175,7 +175,7 @@ TEST_F(SelectionBuilding, IsNothingWithoutAnAnswer) {
   EXPECT_EQ(host.component.ErrorNumber(), 0);
   host.journal->Heal();
   host.quickBooks->answers["4"] = AccountAnswer("4", {Account("1", "Rent")});
-  EXPECT_TRUE(host.component.SelectedExpenses()) << "it is tried again at each call";
+  EXPECT_TRUE(host.component.SelectedExpenses()) << "each call tries again";
 }
 
 TEST_F(SelectionBuilding, IsNothingTheFirstTimeWhenTheCompanyCheckFails) {

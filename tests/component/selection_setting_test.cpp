@@ -22,14 +22,14 @@ TEST(SelectedExpensesSet, IsSharedAndNotCopied) {
   EXPECT_EQ(selection.FirstChild().Attribute("selected"), "1");
 }
 
-TEST(SelectedExpensesSet, GivesAnOutsideElementBackAsTheSameObject) {
+TEST(SelectedExpensesSet, ReturnsAnOutsideElementAsTheSameObject) {
   TestHost host;
   const auto outside = std::make_shared<fakes::OutsideElement>(SelectionText({}));
   host.component.SelectedExpenses(Variant(XmlElement(outside)));
   EXPECT_EQ(host.component.SelectedExpenses().Outside(), outside);
 }
 
-TEST(SelectedExpensesSet, IsGivenBackForEveryProductWithoutBeingRead) {
+TEST(SelectedExpensesSet, IsReturnedForEveryProductWithoutBeingRead) {
   TestHost host;
   const XmlElement unrelated = XmlElement::Parse("<anything/>");
   host.component.SelectedExpenses(Variant(unrelated));
@@ -40,7 +40,7 @@ TEST(SelectedExpensesSet, IsGivenBackForEveryProductWithoutBeingRead) {
   EXPECT_EQ(host.journal->Text(), "");
 }
 
-TEST(SelectedExpensesSet, RefusesEverythingThatIsNoElementAndKeepsWhatWasThere) {
+TEST(SelectedExpensesSet, RejectsOtherValuesAndKeepsTheCurrentOne) {
   TestHost host;
   const XmlElement selection = XmlElement::Parse(SelectionText({}));
   host.component.SelectedExpenses(Variant(selection));

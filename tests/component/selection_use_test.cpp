@@ -42,7 +42,7 @@ class SelectionUse : public testing::Test {
   const std::string actual = TableId("21", "2000");
 };
 
-TEST_F(SelectionUse, PutsTheSelectedAccountsIntoTheContributionMarginAndItsTwin) {
+TEST_F(SelectionUse, AddsTheSelectedAccountsToTheContributionMarginAndItsTwin) {
   Select(SelectionText({{"E-1", "False"}, {"E-2", "True"}}));
   EXPECT_EQ(
       DefaultDocument(),
@@ -55,10 +55,10 @@ TEST_F(SelectionUse, PutsTheSelectedAccountsIntoTheContributionMarginAndItsTwin)
                                                   {Row({"Wages", "5"}), Row({"*null*", "0"}),
                                                    Row({"Other", "0"}), Row({"Total", "0"})})}))}));
   EXPECT_EQ(host.journal->Text(), expected::ReadsTables("20..2000", "21..2000"))
-      << "the selection is not built and QuickBooks is not asked";
+      << "the selection is not built and nothing is sent to QuickBooks";
 }
 
-TEST_F(SelectionUse, KeepsAnAccountThatHasNoRecord) {
+TEST_F(SelectionUse, KeepsAnAccountWithoutARecord) {
   Select(SelectionText({{"E-2", "False"}}));
   EXPECT_TRUE(HasRow(DefaultDocument(), "Rent"));
   Select("<expenseAccounts/>");
@@ -67,13 +67,13 @@ TEST_F(SelectionUse, KeepsAnAccountThatHasNoRecord) {
   EXPECT_TRUE(HasRow(document, "Utilities"));
 }
 
-TEST_F(SelectionUse, NeverWritesASubAccountWhateverItsSelection) {
+TEST_F(SelectionUse, NeverAddsASubAccount) {
   const std::string answer = AccountAnswer(
       "4", {Account("1", "Utilities"), SubAccount("2", "Gas", "1"), SubAccount("3", "Oil", "2", "2")});
   Select(SelectionText({{"1", "False"}, {"2", "True"}, {"3", "True"}}));
   const std::string document = Document(answer);
   for (const char* name : {"Utilities", "Gas", "Oil"}) EXPECT_FALSE(HasRow(document, name)) << name;
-  EXPECT_TRUE(fakes::Holds(document, "=B2")) << "with nothing new no formula is cleared";
+  EXPECT_TRUE(fakes::Holds(document, "=B2")) << "without a new row no formula is cleared";
   Select(SelectionText({{"1", "True"}, {"2", "True"}, {"3", "True"}}));
   EXPECT_TRUE(HasRow(Document(answer), "Utilities"));
   EXPECT_FALSE(HasRow(Document(answer), "Gas"));
@@ -95,7 +95,7 @@ TEST_F(SelectionUse, ReadsSelectedAsABooleanOrANumber) {
   }
 }
 
-TEST_F(SelectionUse, EndsWithNothingForAnyOtherTextOfSelected) {
+TEST_F(SelectionUse, ReturnsNothingForAnyOtherTextOfSelected) {
   for (const char* text : {"", "yes", "no", "Wahr", "T", "1x"}) {
     Select(SelectionText({{"E-1", text}}));
     host.observer->notices.clear();
@@ -105,20 +105,20 @@ TEST_F(SelectionUse, EndsWithNothingForAnyOtherTextOfSelected) {
   EXPECT_EQ(host.journal->Text(), "") << "no table was read";
 }
 
-TEST_F(SelectionUse, EndsWithNothingWithoutASelection) {
+TEST_F(SelectionUse, ReturnsNothingWithoutASelection) {
   EXPECT_EQ(DefaultDocument(), "");
   EXPECT_EQ(host.journal->Text(), "");
 }
 
-TEST_F(SelectionUse, EndsWithNothingForAnUnselectedIdWithADoubleQuote) {
+TEST_F(SelectionUse, ReturnsNothingForAnUnselectedIdWithADoubleQuote) {
   Select(SelectionText({{"E&quot;1", "False"}}));
   EXPECT_EQ(DefaultDocument(), "");
   EXPECT_TRUE(host.observer->Told(NoticeKind::OperationEnded, -2147467259));
   Select(SelectionText({{"E&quot;1", "True"}}));
-  EXPECT_TRUE(HasRow(DefaultDocument(), "Rent")) << "a selected one is not looked for";
+  EXPECT_TRUE(HasRow(DefaultDocument(), "Rent")) << "a selected account is not searched for";
 }
 
-TEST_F(SelectionUse, IsForTheContributionMarginAlone) {
+TEST_F(SelectionUse, AppliesToTheContributionMarginOnly) {
   Select(SelectionText({{"I-1", "False"}}));
   EXPECT_TRUE(HasRow(Document(host.quickBooks->answers["1"]), "Plants"));
   for (const QBKRNproduct product : {QBKRN_ALD, QBKRN_COR}) {
@@ -128,7 +128,7 @@ TEST_F(SelectionUse, IsForTheContributionMarginAlone) {
   }
 }
 
-TEST_F(SelectionUse, LeavesTheAccountListWhole) {
+TEST_F(SelectionUse, LeavesTheAccountListUnchanged) {
   Select(SelectionText({{"E-1", "False"}, {"E-2", "False"}}));
   const XmlElement list = XmlElement::Parse(host.quickBooks->answers["4"]);
   const std::string before = list.Xml();
@@ -136,7 +136,7 @@ TEST_F(SelectionUse, LeavesTheAccountListWhole) {
   EXPECT_EQ(list.Xml(), before);
 }
 
-TEST_F(SelectionUse, ReadsAnOutsideElementAsItIsNow) {
+TEST_F(SelectionUse, ReadsTheCurrentTextOfAnOutsideElement) {
   const auto outside = std::make_shared<fakes::OutsideElement>(SelectionText({{"E-1", "False"}}));
   host.component.SelectedExpenses(Variant(XmlElement(outside)));
   EXPECT_FALSE(HasRow(DefaultDocument(), "Rent"));
@@ -148,7 +148,7 @@ TEST_F(SelectionUse, ReadsAnOutsideElementAsItIsNow) {
   EXPECT_EQ(DefaultDocument(), "");
 }
 
-TEST_F(SelectionUse, TakesTheSelectionThatTheComponentBuilt) {
+TEST_F(SelectionUse, UsesTheSelectionThatTheComponentBuilt) {
   host.planContent->tables[planned] = fakes::TableText(
       planned, TableBlocks({Block(
                    "db_contributionmargin_cat2",
@@ -156,7 +156,8 @@ TEST_F(SelectionUse, TakesTheSelectionThatTheComponentBuilt) {
   host.component.SelectedExpenses();
   const std::string document = DefaultDocument();
   EXPECT_FALSE(HasRow(document, "Rent"));
-  EXPECT_TRUE(HasRow(document, "Utilities")) << "it is in the plan in other letter case and gets its own row";
+  EXPECT_TRUE(HasRow(document, "Utilities"))
+      << "the plan has it in other letter case, so it gets its own row";
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ using fakes::TextOf;
 constexpr auto openLine = "OpenConnection KRN6_QB2002.dll, Korrin Software Data Exchange Component";
 constexpr auto beginLine = "BeginSession \"\" 2";
 
-TEST(QbSerialize, OpensTheSessionAndGivesTheAnswersText) {
+TEST(QbSerialize, OpensTheSessionAndReturnsTheResponseText) {
   TestHost host;
   host.quickBooks->answers["7"] = "any text, \xC3\xA9";
   EXPECT_EQ(TextOf(host.component.QbSerialize(Variant("<X requestID=\"7\"/>"))), "any text, \xC3\xA9");
@@ -24,7 +24,7 @@ TEST(QbSerialize, OpensTheSessionAndGivesTheAnswersText) {
   EXPECT_EQ(host.quickBooks->requests.back(), "<X requestID=\"7\"/>");
 }
 
-TEST(QbSerialize, SendsNothingMoreForASessionThatIsOpen) {
+TEST(QbSerialize, SendsNothingElseInAnOpenSession) {
   TestHost host;
   host.component.QbSerialize(Variant("<X requestID=\"7\"/>"));
   host.journal->Clear();
@@ -38,14 +38,14 @@ TEST(QbSerialize, SendsTheTextOfANumber) {
   EXPECT_EQ(host.quickBooks->requests.back(), "5");
 }
 
-TEST(QbSerialize, GivesEmptyWithoutAReachableQuickBooks) {
+TEST(QbSerialize, ReturnsEmptyWhenQuickBooksIsUnreachable) {
   TestHost host;
   host.journal->Fail("create processor", Error(error_number::cannotCreateObject));
   EXPECT_TRUE(host.component.QbSerialize(Variant("<X requestID=\"7\"/>")).IsEmpty());
   EXPECT_EQ(host.journal->Text(), "create processor\n");
 }
 
-TEST(QbSerialize, RaisesWhatAnOpenSessionRefuses) {
+TEST(QbSerialize, RaisesTheErrorOfAnOpenSession) {
   TestHost host;
   host.journal->Fail("ProcessRequest 7", Error(-2147220480, "the request could not be parsed"));
   const auto error = fakes::ErrorOf([&host] { host.component.QbSerialize(Variant("<X requestID=\"7\"/>")); });
@@ -58,20 +58,20 @@ TEST(QbSerialize, RaisesWhatAnOpenSessionRefuses) {
   EXPECT_EQ(host.journal->Text(), expected::Asks("8")) << "the session stays open";
 }
 
-TEST(QbSerialize, RaisesWhenItIsGivenNoText) {
+TEST(QbSerialize, RaisesForAValueWithoutText) {
   TestHost host;
   EXPECT_EQ(fakes::ErrorNumberOf([&host] { host.component.QbSerialize(Variant(ObjectReference())); }), 91);
   EXPECT_EQ(fakes::ErrorNumberOf([&host] { host.component.QbSerialize(Variant(XmlElement::Parse("<a/>"))); }),
             13);
 }
 
-TEST(QbSerialize, LooksAtTheSessionBeforeItsText) {
+TEST(QbSerialize, ChecksTheSessionBeforeTheText) {
   TestHost host;
   EXPECT_EQ(fakes::ErrorNumberOf([&host] { host.component.QbSerialize(Variant(ObjectReference())); }), 91);
   EXPECT_EQ(host.journal->Text(), expected::OpensSession());
 }
 
-TEST(QbSerialize, GivesEmptyWithoutASessionWhateverItIsGiven) {
+TEST(QbSerialize, ReturnsEmptyWithoutASessionForAnyValue) {
   TestHost host;
   host.journal->Fail("create processor", Error(error_number::cannotCreateObject));
   Variant answer("not empty");
@@ -81,7 +81,7 @@ TEST(QbSerialize, GivesEmptyWithoutASessionWhateverItIsGiven) {
   EXPECT_EQ(host.component.ErrorNumber(), 429);
 }
 
-TEST(QbSerialize, RaisesAnExceptionOfAnotherKindAsAnInternalErrorOrAsOutOfMemory) {
+TEST(QbSerialize, RaisesOtherExceptionsAsInternalErrorOrOutOfMemory) {
   TestHost host;
   host.journal->OnOccurrence("ProcessRequest 7", 1, [] { throw std::runtime_error("x"); });
   host.journal->OnOccurrence("ProcessRequest 7", 2, [] { throw std::bad_alloc(); });
@@ -92,12 +92,12 @@ TEST(QbSerialize, RaisesAnExceptionOfAnotherKindAsAnInternalErrorOrAsOutOfMemory
     } catch (const Error& error) {
       EXPECT_EQ(error.Number(), number);
     } catch (const std::exception& other) {
-      ADD_FAILURE() << "raised is no Error but " << other.what();
+      ADD_FAILURE() << "raised is not an Error but " << other.what();
     }
   }
 }
 
-TEST(Session, TellsThatNoProductIsInstalledWhenNoProcessorCanBeCreated) {
+TEST(Session, ReportsThatNoProductIsInstalledWhenNoProcessorCanBeCreated) {
   TestHost host;
   host.journal->Fail("create processor", Error(error_number::cannotCreateObject));
   EXPECT_EQ(host.component.QBCompany(), "");
@@ -117,7 +117,7 @@ TEST(Session, WithoutAProcessorFactoryIsTheSameAsWithoutAProduct) {
   EXPECT_EQ(component.ErrorNumber(), 429);
 }
 
-TEST(Session, TellsThatTheCompanyFileMustBeOpen) {
+TEST(Session, ReportsThatTheCompanyFileMustBeOpen) {
   TestHost host;
   host.journal->Fail(beginLine, Error(-2147220458, "own words of the processor"));
   EXPECT_EQ(host.component.QBCompany(), "");
@@ -136,7 +136,7 @@ struct RefusalCase {
 
 class SessionRefusal : public testing::TestWithParam<RefusalCase> {};
 
-TEST_P(SessionRefusal, IsToldWithNumberAndDescription) {
+TEST_P(SessionRefusal, IsReportedWithNumberAndDescription) {
   TestHost host;
   host.journal->On(GetParam().line, GetParam().refuse);
   EXPECT_EQ(host.component.QBCompany(), "");
@@ -164,7 +164,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "Error (51): Internal error"}),
     [](const testing::TestParamInfo<RefusalCase>& parameter) { return parameter.param.name; });
 
-TEST(Session, KeepsTheHalfCreatedProcessorAndAsksItFirst) {
+TEST(Session, KeepsTheUnusedProcessorAndTriesItFirst) {
   TestHost host;
   host.journal->Fail(beginLine, Error(-2147220458, "x"));
   host.component.StartingMonth();
@@ -175,7 +175,7 @@ TEST(Session, KeepsTheHalfCreatedProcessorAndAsksItFirst) {
                                             expected::Lines({beginLine})}));
 }
 
-TEST(Session, HasNoProcessorToAskWhenNoneCouldBeCreated) {
+TEST(Session, HasNoProcessorWhenNoneCanBeCreated) {
   TestHost host;
   host.journal->Fail("create processor", Error(error_number::cannotCreateObject));
   host.component.StartingMonth();
@@ -203,7 +203,7 @@ TEST(Session, PassesThePathThatTheHostStored) {
                                                          "cher\\Shop.qbw"));
 }
 
-TEST(Session, ThatIsLostInTheMiddleOfAnImportIsOpenedAgainWithTheCompanysPath) {
+TEST(Session, LostDuringAnImportIsReopenedWithTheCompanysPath) {
   TestHost host;
   host.component.IncludeExpenseAccounts(true);
   host.journal->FailOccurrence("GetCurrentCompanyFileName", 4, Error(-2147220479, "the connection is gone"));

@@ -2,7 +2,7 @@
 
 #include "fakes/test_host.h"
 
-// What a new row takes over from the block's first row, and what happens to formulas.
+// What a new row copies from the block's first row, and what happens to formulas.
 
 namespace krnqb {
 namespace {
@@ -24,7 +24,7 @@ class NewRow : public testing::Test {
   void Put(const std::string& id, const std::string& tableBlocks) {
     host.planContent->tables[id] = TableText(id, tableBlocks);
   }
-  /// The document after one new account "Rent".
+  /// Returns the document with one new account "Rent".
   std::string AfterRent() {
     return TextOf(host.component.KRNDeserialize(Variant(AccountAnswer("4", {Account("1", "Rent")}))));
   }
@@ -34,7 +34,7 @@ class NewRow : public testing::Test {
   const std::string actual = TableId("21", "0600");
 };
 
-TEST_F(NewRow, HasZeroWhereTheTemplateHasANumber) {
+TEST_F(NewRow, HasZeroForANumberInTheTemplate) {
   for (const char* number :
        {"0",   "1",  "-1",        "+1",    "1-",  "1+",  "12.5", ".5",       "5.",  " 7 ",
         "(7)", "$7", "$1,234.50", "1,234", "-$7", "1E3", "1e-3", "-1.5E+10", "007", "($1,000.00)"}) {
@@ -44,7 +44,7 @@ TEST_F(NewRow, HasZeroWhereTheTemplateHasANumber) {
   }
 }
 
-TEST_F(NewRow, HasNoValueWhereTheTemplateHasNoNumber) {
+TEST_F(NewRow, HasNoValueForAnythingElseInTheTemplate) {
   for (const char* text : {"",
                            " ",
                            "*null*",
@@ -73,7 +73,7 @@ TEST_F(NewRow, HasNoValueWhereTheTemplateHasNoNumber) {
   }
 }
 
-TEST_F(NewRow, TakesItsCellsFromTheFirstRowAlone) {
+TEST_F(NewRow, CopiesItsCellsFromTheFirstRowOnly) {
   Put(planned, TableBlocks({Block("db_income_range_cat3", {Row({"A", "1", "x", "2", "=B2", "*null*", ""}),
                                                            Row({"B", "y"}), Row({"C"})})}));
   EXPECT_TRUE(fakes::Holds(AfterRent(), Row({"A", "1", "x", "2", "*null*", "*null*", ""}) +
@@ -88,7 +88,7 @@ TEST_F(NewRow, KeepsTheTemplatesAttributes) {
   EXPECT_TRUE(fakes::Holds(AfterRent(), "<row h=\"12\"><c s=\"2\">Rent</c><c f=\"a b\">0</c></row>"));
 }
 
-TEST_F(NewRow, OfATwinHasAnEmptyNameOrZeroForATemplateWithANumber) {
+TEST_F(NewRow, OfATwinHasNoNameOrZeroForANumericTemplateName) {
   Put(actual, TableBlocks({Block("db_income_range_cat3_actual", {Row({"5", "A"}), Row({"B"}), Row({"C"})}),
                            Block("DB_INCOME_RANGE_CAT3_ACTUAL", {Row({"A", "5"}), Row({"B"}), Row({"C"})})}));
   const std::string document = AfterRent();
@@ -120,7 +120,7 @@ TEST_F(NewRow, ClearsTheFormulasOfAnActualTableThatHasNoTwinBlock) {
   EXPECT_TRUE(fakes::Holds(AfterRent(), Block("db_other", {Row({"X", "*null*"})})));
 }
 
-TEST_F(NewRow, WithANameThatLooksLikeAFormulaLosesIt) {
+TEST_F(NewRow, LosesANameThatLooksLikeAFormula) {
   Put(planned, TableBlocks({Block("db_income_range_cat3", {Row({"A"}), Row({"B"}), Row({"C"})})}));
   const std::string document =
       TextOf(host.component.KRNDeserialize(Variant(AccountAnswer("4", {Account("1", "=Rent")}))));

@@ -24,7 +24,7 @@ TEST(Termination, ReleasesTheHostsSlotThenTheProcessorThenThePlan) {
   EXPECT_EQ(host.journal->Text(), Lines({"slot released", "processor released", "plan released"}));
 }
 
-TEST(Termination, AsksNothingOfAnOpenSession) {
+TEST(Termination, SendsNothingToAnOpenSession) {
   TestHost host;
   std::optional<QBDataExchange> component(std::in_place, host.World());
   component->QBCompany();
@@ -33,7 +33,7 @@ TEST(Termination, AsksNothingOfAnOpenSession) {
   EXPECT_EQ(host.journal->Text(), "processor released\n");
 }
 
-TEST(Termination, LeavesAPlanThatTheHostStillHolds) {
+TEST(Termination, KeepsAPlanThatTheHostStillHolds) {
   TestHost host;
   std::optional<QBDataExchange> component(std::in_place, host.World());
   component->KRNPlanData(Variant(host.plan));

@@ -10,7 +10,7 @@ using fakes::ErrorNumberOf;
 using fakes::HostAnswer;
 using fakes::TestHost;
 
-/// "yes", "no", or what else the answer is.
+/// Returns "yes", "no", or a note on any other value.
 std::string Said(const Variant& answer) {
   const bool* truth = answer.AsBoolean();
   if (truth == nullptr) return "not a Boolean";
@@ -28,14 +28,14 @@ TEST(IsSDKVersionSupported, ComparesTheWholeVersionText) {
   EXPECT_EQ(Said(host.component.IsSDKVersionSupported("")), "no");
 }
 
-TEST(IsSDKVersionSupported, ComparesEachPieceOfTextByItself) {
+TEST(IsSDKVersionSupported, ComparesEachTextNodeSeparately) {
   TestHost host;
   host.quickBooks->answers["100"] = HostAnswer({"1.<!-- split -->1"});
   EXPECT_EQ(Said(host.component.IsSDKVersionSupported("1.1")), "no");
   EXPECT_EQ(Said(host.component.IsSDKVersionSupported("1.")), "yes");
 }
 
-TEST(IsSDKVersionSupported, AsksForQbXml11WhenNothingIsSaid) {
+TEST(IsSDKVersionSupported, DefaultsToQbXml11) {
   TestHost host;
   host.quickBooks->answers["100"] = HostAnswer({"1.1"});
   EXPECT_EQ(Said(host.component.IsSDKVersionSupported()), "yes");
@@ -55,17 +55,17 @@ TEST(IsSDKVersionSupported, RaisesWithoutASession) {
   TestHost host;
   host.journal->Fail("BeginSession \"\" 2", Error(-2147220458, "x"));
   EXPECT_EQ(ErrorNumberOf([&host] { host.component.IsSDKVersionSupported(); }), 91);
-  EXPECT_EQ(host.component.ErrorNumber(), -2147220458) << "the pair is the opening's";
+  EXPECT_EQ(host.component.ErrorNumber(), -2147220458) << "opening the session wrote the pair";
 }
 
-TEST(IsSDKVersionSupported, RaisesWhatTheProcessorRefuses) {
+TEST(IsSDKVersionSupported, RaisesTheProcessorsError) {
   TestHost host;
   host.journal->Fail("ProcessRequest 100", Error(-2147220478, "unexpected"));
   EXPECT_EQ(ErrorNumberOf([&host] { host.component.IsSDKVersionSupported(); }), -2147220478);
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
-TEST(IsSDKVersionSupported, RaisesWhenTheAnswerGivesNoElement) {
+TEST(IsSDKVersionSupported, RaisesWhenTheResponseHasNoElement) {
   for (const char* answer : {"", "no XML", "<QBXML>", "<!DOCTYPE a [<!ENTITY e \"1.1\">]><a/>"}) {
     TestHost host;
     host.quickBooks->answers["100"] = answer;
@@ -81,8 +81,9 @@ TEST(IsSDKVersionSupported, RaisesForAVersionTextWithADoubleQuote) {
   EXPECT_EQ(error->Number(), -2147467259);
   EXPECT_EQ(error->Description(), "Unspecified error");
   EXPECT_EQ(ErrorNumberOf([&host] { host.component.IsSDKVersionSupported("9\" or \"a\"=\"a"); }), -2147467259)
-      << "also where the quotes would make a path again";
-  EXPECT_EQ(Said(host.component.IsSDKVersionSupported("1'1")), "no") << "an apostrophe is only a character";
+      << "even if the quotes make a well-formed path";
+  EXPECT_EQ(Said(host.component.IsSDKVersionSupported("1'1")), "no")
+      << "an apostrophe is an ordinary character";
 }
 
 }  // namespace

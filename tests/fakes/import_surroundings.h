@@ -107,7 +107,7 @@ struct ImportSurroundings {
   FixedClock clock{LocalDateTime{2002, 1, 1, 9, 0, 0}};
   ImportContext context{.state = state,
                         .session = Session(sessionState, errorPair, &processors, observer),
-                        .plan = PlanAccess(planData, observer),
+                        .plan = HostPlan(planData, observer),
                         .events = Events(sinks),
                         .observer = observer,
                         .clock = clock};

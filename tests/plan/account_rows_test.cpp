@@ -10,7 +10,7 @@ namespace {
 
 using tests::NumberThrownBy;
 
-// A list's records, as the children of one element.
+// Returns an account list with these records.
 XmlElement Accounts(const std::string& records) {
   return XmlElement::Parse("<AccountQueryRs>" + records + "</AccountQueryRs>");
 }
@@ -33,7 +33,7 @@ std::vector<std::string> Merge(const XmlElement& tables, std::string_view block,
   return names;
 }
 
-TEST(MergeAccountRows, AddsTheNamesThatTheBlockDoesNotHave) {
+TEST(MergeAccountRows, AddsNamesMissingFromTheBlock) {
   const XmlElement tables = Tables();
   EXPECT_EQ(
       Merge(tables, "main",
@@ -44,7 +44,7 @@ TEST(MergeAccountRows, AddsTheNamesThatTheBlockDoesNotHave) {
             "<row><c>sales</c><c>0</c></row><row><c>Total</c><c>*null*</c></row></block>");
 }
 
-TEST(MergeAccountRows, GivesEachTwinAsManyBlankRowsWhateverTheCaseOfItsId) {
+TEST(MergeAccountRows, AddsAsManyBlankRowsToEachTwinWithACaseInsensitiveId) {
   const XmlElement tables = Tables();
   Merge(tables, "main", fakes::Account("2", "Plants") + fakes::Account("3", "Seeds"));
   EXPECT_EQ(tables.Children()[1].Xml(),
@@ -52,7 +52,7 @@ TEST(MergeAccountRows, GivesEachTwinAsManyBlankRowsWhateverTheCaseOfItsId) {
             "<row><c>*null*</c><c>0</c></row><row><c>Total</c><c>*null*</c></row></block>");
 }
 
-TEST(MergeAccountRows, ClearsTheFormulasOfTheWholeTableWhenThereIsANewRow) {
+TEST(MergeAccountRows, ClearsAllFormulasOfTheTableWhenARowIsAdded) {
   XmlElement tables = Tables();
   Merge(tables, "main", fakes::Account("1", "Sales"));
   EXPECT_EQ(tables.Children()[2].Xml(), "<block id=\"other\"><row><c>x</c><c>=B9</c></row></block>");
@@ -60,12 +60,12 @@ TEST(MergeAccountRows, ClearsTheFormulasOfTheWholeTableWhenThereIsANewRow) {
   EXPECT_EQ(tables.Children()[2].Xml(), "<block id=\"other\"><row><c>x</c><c>*null*</c></row></block>");
 }
 
-TEST(MergeAccountRows, AddsANameThatTwoAccountsHaveOnce) {
+TEST(MergeAccountRows, AddsANameSharedByTwoAccountsOnce) {
   EXPECT_EQ(Merge(Tables(), "main", fakes::Account("2", "Plants") + fakes::Account("3", "Plants")).size(),
             1U);
 }
 
-TEST(MergeAccountRows, TakesTopLevelAccountsAlone) {
+TEST(MergeAccountRows, AddsTopLevelAccountsOnly) {
   EXPECT_TRUE(Merge(Tables(), "main",
                     fakes::SubAccount("2", "Plants", "1") +
                         "<AccountRet><Name>NoLevel</Name></AccountRet>"
@@ -73,7 +73,7 @@ TEST(MergeAccountRows, TakesTopLevelAccountsAlone) {
                   .empty());
 }
 
-TEST(MergeAccountRows, WithAnEmptyBlockNameKeepsTheTwinsInStepAlone) {
+TEST(MergeAccountRows, AlignsOnlyTheTwinsForAnEmptyBlockName) {
   const XmlElement tables = Tables();
   std::vector<NewAccountRow> rows(2);
   MergeAccountRows(tables, {}, Accounts(fakes::Account("2", "Plants")), rows, twins, 1);
@@ -88,7 +88,7 @@ TEST(MergeAccountRows, DoesNothingWithoutTableBlocks) {
                   .empty());
 }
 
-TEST(MergeAccountRows, FailsWithoutItsBlockWhenAnAccountNeedsIt) {
+TEST(MergeAccountRows, FailsForAMissingBlockThatAnAccountNeeds) {
   EXPECT_EQ(NumberThrownBy([] { Merge(Tables(), "missing", fakes::Account("2", "Plants")); }), 91);
   EXPECT_EQ(NumberThrownBy([] { Merge(Tables(), "missing", fakes::SubAccount("2", "Plants", "1")); }), 0);
 }
@@ -98,7 +98,7 @@ TEST(MergeAccountRows, FailsForABlockWithoutARowToCopy) {
   EXPECT_EQ(NumberThrownBy([&] { Merge(tables, "main", fakes::Account("2", "Plants")); }), 91);
 }
 
-TEST(MergeAccountRows, FailsAtARowWithoutCellsUnlessTheNameStandsBeforeIt) {
+TEST(MergeAccountRows, FailsAtARowWithoutCellsUnlessTheNameComesBeforeIt) {
   const auto tables = [] {
     return XmlElement::Parse(
         "<tableblocks><block id=\"main\"><row><c>Sales</c></row><row/><row><c>Seeds</c></row></block>"

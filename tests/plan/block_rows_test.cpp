@@ -22,14 +22,14 @@ std::string Names(const XmlElement& block) {
   return names;
 }
 
-TEST(AddBlockRow, KeepsTheClosingRowsBelowAndTheOrderOfArrival) {
+TEST(AddBlockRow, InsertsAboveTheClosingRowsInTheOrderOfTheCalls) {
   const XmlElement block = FiveRows();
   AddBlockRow(block, "new1", 2);
   AddBlockRow(block, "new2", 2);
   EXPECT_EQ(Names(block), "a b d new1 new2 e f ");
 }
 
-TEST(AddBlockRow, AppendsWhereNoRowsStandAboveThoseKept) {
+TEST(AddBlockRow, AppendsWhenNoRowIsAboveThoseKeptBelow) {
   for (const auto kept : std::initializer_list<std::int16_t>{0, 5, 6, -1}) {
     const XmlElement block = FiveRows();
     AddBlockRow(block, "new1", kept);
@@ -37,13 +37,13 @@ TEST(AddBlockRow, AppendsWhereNoRowsStandAboveThoseKept) {
   }
 }
 
-TEST(AddBlockRow, CanKeepAllRowsButTheFirstBelow) {
+TEST(AddBlockRow, CanKeepAllRowsExceptTheFirstBelow) {
   const XmlElement block = FiveRows();
   AddBlockRow(block, "new", 4);
   EXPECT_EQ(Names(block), "a new b d e f ");
 }
 
-TEST(AddBlockRow, CopiesNumbersAsZeroAndEverythingElseAsNoValue) {
+TEST(AddBlockRow, CopiesNumbersAsZeroAndAllElseAsNoValue) {
   XmlElement block = XmlElement::Parse(
       "<block><row h=\"15\"><c>Rent</c><c>12.5</c><c "
       "f=\"x\">=A1</c><c>*null*</c><c/><c>($1,000.00)</c><c>x</c></row>"

@@ -13,42 +13,42 @@ namespace {
 
 using tests::NumberThrownBy;
 
-// A plan that is none of ours but an object all the same, or whose operations give nothing.
+// A plan object in which no plan is open.
 class EmptyPlan final : public PlanObject {
  public:
   bool OpenPlan(std::string_view /*planFile*/) override { return false; }
   std::shared_ptr<PlanData> Data() override { return nullptr; }
 };
 
-TEST(PlanAccess, FailsOnNothing) {
+TEST(HostPlan, FailsWithoutAPlan) {
   fakes::RecordingObserver observer;
   for (const Variant& plan :
        {Variant(), Variant(ObjectReference()), Variant(std::make_shared<EmptyPlan>())}) {
-    const PlanAccess access(plan, observer);
+    const HostPlan access(plan, observer);
     EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(access.TableText(table_id::plannedSales)); }), 91);
     EXPECT_EQ(NumberThrownBy([&] { access.Load("<tables/>"); }), 91);
   }
 }
 
-TEST(PlanAccess, FailsOnAnObjectThatIsNoPlan) {
+TEST(HostPlan, FailsForAnObjectOfAnotherKind) {
   fakes::RecordingObserver observer;
   for (const Variant& plan : {Variant(std::make_shared<cSubtotals>()), Variant("a text")}) {
-    const PlanAccess access(plan, observer);
+    const HostPlan access(plan, observer);
     EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(access.OpenPlan("x.kpf")); }), 438);
   }
 }
 
-TEST(ReadPlanTable, GivesTheTableBlocksChildOfTheTablesRoot) {
+TEST(ReadPlanTable, ReturnsTheTableBlocksChildOfTheRoot) {
   fakes::RecordingObserver observer;
   const auto content = std::make_shared<fakes::PlanContent>();
   const Variant plan(std::make_shared<fakes::FakePlan>(content, std::make_shared<fakes::Journal>()));
   const std::string id(table_id::plannedSales);
   content->tables[id] = "<tableitem><lastsavedid/><tableblocks n=\"1\"/></tableitem>";
-  EXPECT_EQ(PlanAccess(plan, observer).ReadPlanTable(id).Attribute("n"), "1");
+  EXPECT_EQ(HostPlan(plan, observer).ReadPlanTable(id).Attribute("n"), "1");
   EXPECT_TRUE(observer.notices.empty());
 }
 
-TEST(ReadPlanTable, TellsATableThatCannotBeRead) {
+TEST(ReadPlanTable, ReportsATableThatCannotBeRead) {
   fakes::RecordingObserver observer;
   const auto content = std::make_shared<fakes::PlanContent>();
   const Variant plan(std::make_shared<fakes::FakePlan>(content, std::make_shared<fakes::Journal>()));
@@ -57,11 +57,24 @@ TEST(ReadPlanTable, TellsATableThatCannotBeRead) {
        {"", "no xml", "<tableitem/>", "<tableitem><deeper><tableblocks/></deeper></tableitem>"}) {
     observer.notices.clear();
     content->tables[id] = text;
-    EXPECT_FALSE(PlanAccess(plan, observer).ReadPlanTable(id)) << text;
+    EXPECT_FALSE(HostPlan(plan, observer).ReadPlanTable(id)) << text;
     ASSERT_EQ(observer.notices.size(), 1U) << text;
     EXPECT_EQ(observer.notices[0].kind, NoticeKind::TableUnreadable);
     EXPECT_EQ(observer.notices[0].description, id);
   }
+}
+
+TEST(HostPlan, ReportsAnEmptyText) {
+  fakes::RecordingObserver observer;
+  const auto content = std::make_shared<fakes::PlanContent>();
+  const Variant plan(std::make_shared<fakes::FakePlan>(content, std::make_shared<fakes::Journal>()));
+  HostPlan(plan, observer).Load("<tables/>");
+  EXPECT_TRUE(observer.notices.empty());
+  HostPlan(plan, observer).Load("");
+  ASSERT_EQ(observer.notices.size(), 1U);
+  EXPECT_EQ(observer.notices[0].kind, NoticeKind::TablesNotLoaded);
+  EXPECT_EQ(observer.notices[0].place.operation, "Deserialize");
+  EXPECT_EQ(content->loaded, (std::vector<std::string>{"<tables/>", ""})) << "the plan gets every text";
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ TEST(Subtotals, BeginAtZeroInFourteenSlots) {
   EXPECT_EQ(record.Total(), 0);
 }
 
-TEST(Subtotals, FailOutsideTheirSlots) {
+TEST(Subtotals, ThrowOutsideTheirSlots) {
   cSubtotals record;
   for (const auto slot : std::initializer_list<std::int16_t>{0, 15, -1}) {
     EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(record.SubTotal(slot)); }), 9) << slot;
@@ -27,7 +27,7 @@ TEST(Subtotals, FailOutsideTheirSlots) {
   }
 }
 
-TEST(Subtotals, TotalIncludesTheTwoFurtherSlots) {
+TEST(Subtotals, TotalIncludesTheTwoExtraSlots) {
   cSubtotals record("Rent");
   record.SubTotal(1, 1.5);
   record.SubTotal(13, 10);
@@ -35,7 +35,7 @@ TEST(Subtotals, TotalIncludesTheTwoFurtherSlots) {
   EXPECT_EQ(record.Total(), 11);
 }
 
-TEST(Subtotals, TotalThatLeavesTheRangeIsZero) {
+TEST(Subtotals, TotalOutOfRangeIsZero) {
   cSubtotals record;
   record.SubTotal(1, std::numeric_limits<double>::max());
   record.SubTotal(2, std::numeric_limits<double>::max());
@@ -46,7 +46,7 @@ TEST(Subtotals, TotalThatLeavesTheRangeIsZero) {
   EXPECT_EQ(record.Total(), 0);
 }
 
-TEST(Subtotals, SumThatLeavesTheRangeIsAnOverflowAndChangesNothing) {
+TEST(Subtotals, SumOutOfRangeIsAnOverflowAndChangesNothing) {
   cSubtotals record;
   record.SubTotal(1, std::numeric_limits<double>::max());
   EXPECT_EQ(NumberThrownBy([&] { record.AddToSubTotal(1, std::numeric_limits<double>::max()); }), 6);

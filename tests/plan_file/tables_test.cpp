@@ -100,6 +100,24 @@ TEST_F(PlanTablesTest, AnEmptyOrMalformedTextOrOneWithoutTablesChangesNothing) {
   }
 }
 
+TEST_F(PlanTablesTest, ATextThatDoesNotParseIsReportedWithItsLine) {
+  Load("<tables>\r\n</tables>");
+  Load("");
+  EXPECT_TRUE(plan->RefusedLoads().empty());
+  Load("<tables>\n</table>");
+  Load("<tables><tableitem id='20000000000000000000000000000600' d:x='1'/></tables>");
+  ASSERT_EQ(plan->RefusedLoads().size(), 2U);
+  EXPECT_TRUE(plan->RefusedLoads()[0].starts_with("line 2: ")) << plan->RefusedLoads()[0];
+  EXPECT_TRUE(plan->RefusedLoads()[1].starts_with("line 1: ")) << plan->RefusedLoads()[1];
+}
+
+TEST_F(PlanTablesTest, AnotherPlanHasNoRefusedLoads) {
+  Load("<tables>");
+  WriteText(folder / "other.kpf", SmallPlanText());
+  plan->OpenPlan((folder / "other.kpf").string());
+  EXPECT_TRUE(plan->RefusedLoads().empty());
+}
+
 struct RefusedDocument {
   const char* name;
   const char* item;

@@ -96,6 +96,31 @@ TEST(XmlElement, FailsForAMalformedPath) {
   EXPECT_EQ(root.Select("/a"), root);
 }
 
+TEST(XmlElement, PrintsTheNamespacesThatItInheritsAndUses) {
+  const XmlElement root = XmlElement::Parse(
+      "<a xmlns:d='urn:d' xmlns:e='urn:e' xmlns:f='urn:f'><b f:y='2'><c d:x='1'><e:g/></c></b><h/></a>");
+  const std::string text = root.Child("b").Xml();
+  EXPECT_EQ(text,
+            "<b xmlns:f=\"urn:f\" xmlns:d=\"urn:d\" xmlns:e=\"urn:e\" f:y=\"2\"><c d:x=\"1\"><e:g/></c></b>");
+  EXPECT_EQ(XmlElement::Parse(text).Xml(), text);
+  EXPECT_EQ(root.Child("h").Xml(), "<h/>") << "what it does not use, it does not declare";
+  EXPECT_EQ(root.Child("b").Child("c").Xml(), "<c xmlns:d=\"urn:d\" xmlns:e=\"urn:e\" d:x=\"1\"><e:g/></c>");
+  EXPECT_EQ(root.Xml(),
+            "<a xmlns:d=\"urn:d\" xmlns:e=\"urn:e\" xmlns:f=\"urn:f\">"
+            "<b f:y=\"2\"><c d:x=\"1\"><e:g/></c></b><h/></a>")
+      << "printing changes nothing";
+}
+
+TEST(XmlElement, PrintsAnInheritedDefaultNamespace) {
+  const XmlElement root = XmlElement::Parse("<a xmlns='urn:a'><b><c/><d xmlns=''/></b></a>");
+  EXPECT_EQ(root.FirstChild().Xml(), "<b xmlns=\"urn:a\"><c/><d xmlns=\"\"/></b>");
+}
+
+TEST(XmlElement, PrintsAPrefixThatItDeclaresAnewOnce) {
+  const XmlElement root = XmlElement::Parse("<a xmlns:d='urn:1'><b xmlns:d='urn:2' d:x='1'/></a>");
+  EXPECT_EQ(root.FirstChild().Xml(), "<b xmlns:d=\"urn:2\" d:x=\"1\"/>");
+}
+
 TEST(XmlElement, InsertsCopiesWhereTheyAreWanted) {
   XmlElement root = XmlElement::Parse("<a><r>1</r><r>2</r></a>");
   XmlElement copy = root.InsertCopy(root.FirstChild(), root.LastChild());

@@ -89,6 +89,7 @@ class Import {
     if (outcome_.result == ImportResult::Cancelled) return;
     if (bar_) bar_->Wipe();
     interrupts.StopWhenRequested();
+    for (const std::string& reason : plan_->RefusedLoads()) outcome_.incomplete.AddRefusedLoad(reason);
     if (options_.journalFile) WriteJournal(*options_.journalFile, outcome_.skipped);
     RequireSuccess(exchange, goResult, log->AfterImportRaised());
     RequireComplete();

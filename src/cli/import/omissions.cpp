@@ -53,6 +53,8 @@ std::optional<OmissionKind> KindOf(const Notice& notice) {
       return OmissionKind::AnswerUnreadable;
     case NoticeKind::TableUnreadable:
       return OmissionKind::TableUnreadable;
+    case NoticeKind::TablesNotLoaded:
+      return OmissionKind::TablesNotLoaded;
     case NoticeKind::OperationEnded:
       return EndIsToldElsewhere(notice.place) || HadNoList(notice)
                  ? std::nullopt
@@ -78,11 +80,17 @@ std::string TableText(const std::string& id) {
 void Omissions::Add(const Notice& notice) {
   const std::optional<OmissionKind> kind = KindOf(notice);
   if (!kind || TellsFailedRequest(notice)) return;
+  // A list that could not be read leaves no tables to load; its own omission names the cause.
+  if (kind == OmissionKind::TablesNotLoaded && !omissions_.empty()) return;
   AddOnce({*kind, notice.place, notice.number, notice.severity, notice.description});
 }
 
 void Omissions::AddFailedRequest(std::string_view document, const Error& error) {
   AddOnce({OmissionKind::RequestFailed, PlaceOfRequest(document), error.Number(), {}, error.Description()});
+}
+
+void Omissions::AddRefusedLoad(std::string_view reason) {
+  AddOnce({OmissionKind::TablesNotLoaded, {}, 0, {}, std::string(reason)});
 }
 
 void Omissions::AddOnce(Omission omission) {
@@ -107,6 +115,8 @@ std::string_view KindWord(OmissionKind kind) noexcept {
       return "answer";
     case OmissionKind::TableUnreadable:
       return "table";
+    case OmissionKind::TablesNotLoaded:
+      return "load";
     case OmissionKind::ColumnsOutOfStep:
       return "columns";
     case OmissionKind::OperationEnded:
@@ -127,6 +137,8 @@ std::string OmissionText(const Omission& omission) {
       return fmt::format("{}: the answer is no well-formed XML", request);
     case OmissionKind::TableUnreadable:
       return TableText(omission.description);
+    case OmissionKind::TablesNotLoaded:
+      return fmt::format("changed tables were not loaded into the plan: {}", omission.description);
     case OmissionKind::ColumnsOutOfStep:
       return fmt::format("{}: the columns of the row {} are out of step", request, omission.description);
     case OmissionKind::OperationEnded:

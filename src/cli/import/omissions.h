@@ -15,6 +15,7 @@ enum class OmissionKind : std::uint8_t {
   AnswerStatus,      ///< an answer with an error, or with a warning that something may be missing
   AnswerUnreadable,  ///< an answer that is no well-formed document
   TableUnreadable,   ///< a plan table without readable blocks
+  TablesNotLoaded,   ///< changed tables that the plan did not take
   ColumnsOutOfStep,  ///< a report row whose columns do not stand where their numbers say
   OperationEnded     ///< an operation that a failure ended before its time
 };
@@ -37,6 +38,9 @@ class Omissions {
 
   /// Takes in a request that was refused, `document` being the request's text.
   void AddFailedRequest(std::string_view document, const Error& error);
+
+  /// Adds a document of changed tables that the plan refused, with the reason.
+  void AddRefusedLoad(std::string_view reason);
 
   const std::vector<Omission>& All() const noexcept { return omissions_; }
 

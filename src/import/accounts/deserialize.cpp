@@ -20,21 +20,21 @@ double RequestIdOf(const XmlElement& accounts) {
   return LeadingNumber(*requestId);
 }
 
-void WriteTables(ImportContext& context, std::string& body, const XmlElement& accounts) {
+void WriteTables(ImportContext& context, TablesDocument& changed, const XmlElement& accounts) {
   const double requestId = RequestIdOf(accounts);
   if (requestId == request_number::incomeAccounts) {
-    WriteSalesAccounts(body, accounts, context.plan, context.clock);
+    WriteSalesAccounts(changed, accounts, context.plan, context.clock);
   } else if (requestId == request_number::costAccounts) {
-    WriteCostAccounts(body, accounts, context.plan, context.clock);
+    WriteCostAccounts(changed, accounts, context.plan, context.clock);
   } else if (requestId == request_number::expenseAccounts) {
-    SelectAccountRows(context, body, accounts);
+    SelectAccountRows(context, changed, accounts);
   }
 }
 
 }  // namespace
 
-std::string KRNDeserialize(ImportContext& context, const Variant& serialData) {
-  std::string body;
+std::optional<TablesDocument> ChangedTables(ImportContext& context, const Variant& serialData) {
+  TablesDocument changed;
   bool documentFound = false;
   const Place place{.operation = "KRNDeserialize", .request = {}, .fromDate = {}, .toDate = {}};
   const bool complete = EndOnError(context.observer, place, [&] {
@@ -43,10 +43,15 @@ std::string KRNDeserialize(ImportContext& context, const Variant& serialData) {
     if (!documentFound) return;
     const XmlElement accounts = document.Select("//AccountQueryRs");
     if (!accounts) throw Error(error_number::objectNotSet);
-    WriteTables(context, body, accounts);
+    WriteTables(context, changed, accounts);
   });
-  if (!documentFound || (!complete && body.empty())) return {};
-  return "<tables>\r\n" + body + "\r\n</tables>";
+  if (!documentFound || (!complete && changed.Empty())) return std::nullopt;
+  return changed;
+}
+
+std::string KRNDeserialize(ImportContext& context, const Variant& serialData) {
+  const std::optional<TablesDocument> changed = ChangedTables(context, serialData);
+  return changed ? changed->Text() : std::string();
 }
 
 }  // namespace krnqb

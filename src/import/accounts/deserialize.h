@@ -1,15 +1,21 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "import/context.h"
+#include "plan/tables_document.h"
 
 namespace krnqb {
 
-/// Turns an account list (an answer's text, or an element) into the "<tables>" document of the plan tables
-/// that it changes. The first "AccountQueryRs" counts; its requestID chooses the tables: 1 sales, 2 costs, 4
-/// expenses, any other none. A failure in the middle is told to the observer and leaves the records so far,
-/// or the empty text when there are none; nothing, or a text that is no document, gives the empty text.
+/// Merges an account list (a response text, or an element) into the plan tables that it changes and returns
+/// these tables. The requestID of the document's first "AccountQueryRs" selects the tables: 1 sales, 2 costs,
+/// 4 expenses, any other none. A failure in the middle is reported to the observer; the tables changed so far
+/// are returned. Returns nothing if there are none then, or if there is no account list or its text is not
+/// well-formed.
+std::optional<TablesDocument> ChangedTables(ImportContext& context, const Variant& serialData);
+
+/// Returns the text of `ChangedTables`, empty if there are none.
 std::string KRNDeserialize(ImportContext& context, const Variant& serialData);
 
 }  // namespace krnqb

@@ -102,18 +102,18 @@ XmlElement BuildSelectedExpenses(ImportContext& context) {
   return selection;
 }
 
-void SelectAccountRows(ImportContext& context, std::string& result, const XmlElement& accounts) {
+void SelectAccountRows(ImportContext& context, TablesDocument& changed, const XmlElement& accounts) {
   switch (context.state.options.krnProduct) {
     case QBKRN_BRI: {
       const XmlElement selection = context.state.selectedExpenses.Own();
       if (!selection) throw Error(error_number::objectNotSet);
       const XmlElement selected = SelectedAccounts(accounts, selection);
-      WriteContributionMarginAccounts(result, selected, context.plan, context.clock);
+      WriteContributionMarginAccounts(changed, selected, context.plan, context.clock);
       break;
     }
     case QBKRN_ALD:
     case QBKRN_COR:
-      WriteIncomeRangeAccounts(result, accounts, context.plan, context.clock);
+      WriteIncomeRangeAccounts(changed, accounts, context.plan, context.clock);
       break;
     default:
       break;

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <string>
-
 #include "import/context.h"
+#include "plan/tables_document.h"
 
 namespace krnqb {
 
@@ -17,10 +16,10 @@ namespace krnqb {
 /// the document or its search path.
 XmlElement BuildSelectedExpenses(ImportContext& context);
 
-/// Appends to `result` the table records that an expense account list (an AccountQueryRs element) changes, by
+/// Adds to `changed` the tables that an expense account list (an AccountQueryRs element) changes, by
 /// product. For QBKRN_BRI the accounts whose selection is false and all sub-accounts are left out first;
 /// error 91 without a selection, 13 when a "selected" attribute is no Boolean. Nothing for an unknown
 /// product.
-void SelectAccountRows(ImportContext& context, std::string& result, const XmlElement& accounts);
+void SelectAccountRows(ImportContext& context, TablesDocument& changed, const XmlElement& accounts);
 
 }  // namespace krnqb

@@ -11,7 +11,7 @@ namespace {
 
 enum class UnmatchedRows { Skipped, DepreciationSummed };
 
-// What tells one writer from the others.
+// What differs between the writers.
 struct GrowthTable {
   std::string_view operation;
   std::string_view plannedBlock;
@@ -25,18 +25,14 @@ struct GrowthTable {
 constexpr std::string_view salesJoint = " * (1 + B";
 constexpr std::string_view costJoint = "* (1 + B";
 
-XmlElement BlockAnywhere(const XmlElement& document, std::string_view id) {
-  return id.empty() ? XmlElement() : document.Select(fmt::format("//block[@id = \"{}\"]", id));
-}
-
 class GrowthWriter {
  public:
   GrowthWriter(const GrowthTable& table, QBKRN_BalancesImport balancesImport, Observer& observer)
       : table_(table), balances(balancesImport), observer_(observer) {}
 
-  void Write(const XmlElement& document) {
-    const XmlElement planned = BlockAnywhere(document, table_.plannedBlock);
-    const XmlElement actual = BlockAnywhere(document, table_.actualBlock);
+  void Write(const TablesDocument& tables) {
+    const XmlElement planned = tables.FirstBlock(table_.plannedBlock);
+    const XmlElement actual = tables.FirstBlock(table_.actualBlock);
     const std::int32_t startRow = StartRow(planned);
     XmlElement actualRow = actual.FirstChild();
     std::int32_t rowIndex = 0;
@@ -48,7 +44,7 @@ class GrowthWriter {
   }
 
  private:
-  // A block that does not say where it begins begins at 0; its formulas are written all the same.
+  // Without a usable "startrow" the rows count from 0, and the formulas are still written.
   std::int32_t StartRow(const XmlElement& planned) {
     std::int32_t startRow = 0;
     if (!planned) return startRow;
@@ -92,7 +88,7 @@ class GrowthWriter {
     });
   }
 
-  // The months of every account whose name occurs within the keyword, letter case aside.
+  // Adds up the months of every account whose name occurs within the keyword, case-insensitive.
   cSubtotals DepreciationSums() {
     cSubtotals sums{depreciationKeyword};
     if (!table_.subtotals) return sums;
@@ -112,20 +108,16 @@ class GrowthWriter {
   const Place place{.operation = std::string(table_.operation), .request = {}, .fromDate = {}, .toDate = {}};
 };
 
-std::string WriteGrowth(const GrowthTable& table, const ImportOptions& options, const std::string& tablesText,
-                        Observer& observer) {
-  const XmlElement document = XmlElement::Parse("<tables>" + tablesText + "</tables>");
-  if (!document) return {};
+void WriteGrowth(const GrowthTable& table, const ImportOptions& options, TablesDocument& tables,
+                 Observer& observer) {
+  tables.UseLineFeeds();
   if (options.balancesImport >= BalImport_Planned)
-    GrowthWriter(table, options.balancesImport, observer).Write(document);
-  std::string result;
-  for (XmlElement child = document.FirstChild(); child; child = child.NextSibling()) result += child.Xml();
-  return result;
+    GrowthWriter(table, options.balancesImport, observer).Write(tables);
 }
 
 }  // namespace
 
-std::string WriteSalesGrowth(const ImportState& state, const std::string& tablesText, Observer& observer) {
+void WriteSalesGrowth(const ImportState& state, TablesDocument& tables, Observer& observer) {
   const GrowthTable table{.operation = "WriteSalesGrowth",
                           .plannedBlock = block_id::sales,
                           .actualBlock = block_id::actualSales,
@@ -133,10 +125,10 @@ std::string WriteSalesGrowth(const ImportState& state, const std::string& tables
                           .subtotals = state.incomeSubtotals,
                           .formulaJoint = salesJoint,
                           .unmatchedRows = UnmatchedRows::Skipped};
-  return WriteGrowth(table, state.options, tablesText, observer);
+  WriteGrowth(table, state.options, tables, observer);
 }
 
-std::string WriteCostGrowth(const ImportState& state, const std::string& tablesText, Observer& observer) {
+void WriteCostGrowth(const ImportState& state, TablesDocument& tables, Observer& observer) {
   const GrowthTable table{.operation = "WriteCostGrowth",
                           .plannedBlock = block_id::costs,
                           .actualBlock = block_id::actualCosts,
@@ -144,10 +136,10 @@ std::string WriteCostGrowth(const ImportState& state, const std::string& tablesT
                           .subtotals = state.costSubtotals,
                           .formulaJoint = costJoint,
                           .unmatchedRows = UnmatchedRows::Skipped};
-  return WriteGrowth(table, state.options, tablesText, observer);
+  WriteGrowth(table, state.options, tables, observer);
 }
 
-std::string WriteExpenseGrowth(const ImportState& state, const std::string& tablesText, Observer& observer) {
+void WriteExpenseGrowth(const ImportState& state, TablesDocument& tables, Observer& observer) {
   GrowthTable table{.operation = "WriteExpenseGrowth",
                     .plannedBlock = {},
                     .actualBlock = {},
@@ -168,7 +160,7 @@ std::string WriteExpenseGrowth(const ImportState& state, const std::string& tabl
     default:
       break;
   }
-  return WriteGrowth(table, state.options, tablesText, observer);
+  WriteGrowth(table, state.options, tables, observer);
 }
 
 }  // namespace krnqb

@@ -129,6 +129,26 @@ TEST_F(IncompleteImport, TellsAPlanWithoutATable) {
   ExpectIncomplete("KRNDeserialize ended early: Subscript out of range: the plan has no table " + table);
 }
 
+// New rows are copies of the first one, so its id is in the tables twice.
+TEST_F(IncompleteImport, ReportsTablesThatThePlanRefuses) {
+  const auto tableAt = before.find("20000000000000000000000000000600");
+  before.replace(before.find("<row>", tableAt), 5, "<row xml:id=\"first\">");
+  tests::WriteText(plan, before);
+  ExpectIncomplete("changed tables were not loaded into the plan: line 7: ID first already defined");
+}
+
+TEST_F(IncompleteImport, TakesAPlanWhoseRootDeclaresThePrefixesOfItsTablesForWhole) {
+  before = tests::Replaced(before, "<plan ", "<plan xmlns:dt=\"urn:types\" ");
+  const auto tableAt = before.find("20000000000000000000000000000600");
+  before.replace(before.find("<c>", tableAt), 3, "<c dt:type=\"text\">");
+  tests::WriteText(plan, before);
+  const ProgramRun run = Import({"--quiet"});
+  EXPECT_EQ(run.code, 0);
+  EXPECT_EQ(run.err, "");
+  EXPECT_NE(ReadText(plan).find("<c dt:type=\"text\">Rent</c>"), std::string::npos);
+  EXPECT_EQ(Import({"--quiet"}).code, 0) << "the plan can be read again";
+}
+
 TEST_F(IncompleteImport, EndsWithARefusedRequestWhateverIsAccepted) {
   EditRecording(recording, expenseRequest, [](auto& line) {
     line.erase("response");

@@ -70,6 +70,24 @@ TEST(Omissions, HoldUnreadableTables) {
             Texts{"plan table 20000000000000000000000000000600 (Planned expenses) cannot be read"});
 }
 
+TEST(Omissions, HoldTablesThatWereNotLoadedUnlessAnotherOmissionNamesTheCause) {
+  const Notice empty =
+      Told(NoticeKind::TablesNotLoaded, {"Deserialize", {}, "", ""}, 0, "", "the import changed no tables");
+  EXPECT_EQ(TextsOf({empty, empty}),
+            Texts{"changed tables were not loaded into the plan: the import changed no tables"});
+  EXPECT_EQ(TextsOf({Status(500, "Warn"), empty}).size(), 1U);
+}
+
+TEST(Omissions, HoldEveryLoadThatThePlanRefused) {
+  Omissions omissions;
+  omissions.Add(Status(500, "Warn"));
+  omissions.AddRefusedLoad("line 3: no XML");
+  omissions.AddRefusedLoad("line 3: no XML");
+  ASSERT_EQ(omissions.All().size(), 2U);
+  EXPECT_EQ(OmissionText(omissions.All()[1]), "changed tables were not loaded into the plan: line 3: no XML");
+  EXPECT_EQ(KindWord(omissions.All()[1].kind), "load");
+}
+
 TEST(Omissions, HoldOperationsThatEndedEarly) {
   EXPECT_EQ(TextsOf({Told(NoticeKind::OperationEnded, {"KRNDeserialize", {}, "", ""}, 9, "",
                           "Subscript out of range"),

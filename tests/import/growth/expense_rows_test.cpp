@@ -35,13 +35,22 @@ class ExpenseGrowth : public testing::Test {
     return AmountBlock(name, "startrow=\"5\"", PlannedRow(row)) +
            AmountBlock(name + "_actual", "", ActualRow(row));
   }
-  std::string Write(const std::string& row = "Depreciation") {
-    return WriteExpenseGrowth(state,
-                              "<tables>" + Blocks("db_income_range_cat3", row) +
-                                  Blocks("db_contributionmargin_cat2", row) + "</tables>",
-                              observer);
+  TablesDocument Tables(const std::string& blocks) {
+    TablesDocument tables;
+    tables.Add("1", XmlElement::Parse("<tableblocks>" + blocks + "</tableblocks>"), clock);
+    tables.UseLineFeeds();
+    return tables;
   }
-  /// January and December of the actual row.
+  /// The expense blocks of all products.
+  TablesDocument BothTables(const std::string& row) {
+    return Tables(Blocks("db_income_range_cat3", row) + Blocks("db_contributionmargin_cat2", row));
+  }
+  std::string Write(const std::string& row = "Depreciation") {
+    TablesDocument tables = BothTables(row);
+    WriteExpenseGrowth(state, tables, observer);
+    return tables.Text();
+  }
+  /// Returns January and December of the actual row.
   Texts Actual(const std::string& written, const std::string& block = "db_income_range_cat3") const {
     const Texts cells = CellsOf(written, block + "_actual", 0);
     return {cells.at(1), cells.at(12)};
@@ -49,9 +58,10 @@ class ExpenseGrowth : public testing::Test {
 
   ImportState state;
   fakes::RecordingObserver observer;
+  fakes::FixedClock clock{LocalDateTime{2002, 1, 1, 9, 0, 0}};
 };
 
-TEST_F(ExpenseGrowth, GoesToTheBlockOfTheProduct) {
+TEST_F(ExpenseGrowth, FillsTheBlockOfTheProduct) {
   Add("Rent", 100);
   for (const QBKRNproduct product : {QBKRN_ALD, QBKRN_COR}) {
     state.options.krnProduct = product;
@@ -74,13 +84,12 @@ TEST_F(ExpenseGrowth, ChangesNothingForAnotherProduct) {
   for (const int product : {0, 4, -1}) {
     state.options.krnProduct = static_cast<QBKRNproduct>(product);
     const std::string written = Write("Rent");
-    EXPECT_EQ(written, "<tables>" + Blocks("db_income_range_cat3", "Rent") +
-                           Blocks("db_contributionmargin_cat2", "Rent") + "</tables>");
+    EXPECT_EQ(written, BothTables("Rent").Text());
     EXPECT_NE(written, changed);
   }
 }
 
-TEST_F(ExpenseGrowth, GivesTheDepreciationRowTheSumOfTheAccountsWhoseNamesOccurInIt) {
+TEST_F(ExpenseGrowth, SumsAccountsNamedWithinDepreciationInItsRow) {
   Add("Deprec", 1, 10);
   Add("preciation", 2, 20);
   Add("CIA", 4, 40);
@@ -97,13 +106,13 @@ TEST_F(ExpenseGrowth, GivesTheDepreciationRowTheSumOfTheAccountsWhoseNamesOccurI
   }
 }
 
-TEST_F(ExpenseGrowth, CountsAnAccountWithoutANameIntoDepreciation) {
+TEST_F(ExpenseGrowth, CountsAnAccountWithoutANameAsDepreciation) {
   Add("", 3);
   Add("Rent", 100);
   EXPECT_EQ(Actual(Write()), (Texts{"3", "0"}));
 }
 
-TEST_F(ExpenseGrowth, FindsAnAccountCalledDepreciationInAnyCaseDirectly) {
+TEST_F(ExpenseGrowth, FindsAnAccountNamedDepreciationCaseInsensitively) {
   Add("DEPRECIATION", 8);
   Add("Deprec", 1);
   EXPECT_EQ(Actual(Write()), (Texts{"8", "0"}));
@@ -119,7 +128,7 @@ TEST_F(ExpenseGrowth, SkipsADepreciationRowInAnotherCase) {
   }
 }
 
-TEST_F(ExpenseGrowth, GivesTheDepreciationRowZerosWhereNothingOccursInIt) {
+TEST_F(ExpenseGrowth, WritesZerosInTheDepreciationRowWhenNoNameOccursInIt) {
   Add("Rent", 100);
   EXPECT_EQ(Actual(Write()), (Texts{"0", "0"}));
   state.expenseSubtotals.reset();
@@ -129,13 +138,15 @@ TEST_F(ExpenseGrowth, GivesTheDepreciationRowZerosWhereNothingOccursInIt) {
   EXPECT_EQ(CellsOf(written, "db_income_range_cat3", 0)[2], "=0* (1 + B5)");
 }
 
-TEST_F(ExpenseGrowth, HasADepreciationRowInTheExpenseTableAlone) {
+TEST_F(ExpenseGrowth, SumsDepreciationInExpenseTablesOnly) {
   state.incomeSubtotals = fakes::ImportSurroundings::Zeros({"Deprec"});
   state.costSubtotals = fakes::ImportSurroundings::Zeros({"Deprec"});
-  const std::string sales = "<tables>" + Blocks("db_sales_values_sales", "Depreciation") + "</tables>";
-  const std::string costs = "<tables>" + Blocks("db_sales_values_costs", "Depreciation") + "</tables>";
-  EXPECT_EQ(WriteSalesGrowth(state, sales, observer), sales);
-  EXPECT_EQ(WriteCostGrowth(state, costs, observer), costs);
+  TablesDocument tables = Tables(Blocks("db_sales_values_sales", "Depreciation") +
+                                 Blocks("db_sales_values_costs", "Depreciation"));
+  const std::string before = tables.Text();
+  WriteSalesGrowth(state, tables, observer);
+  WriteCostGrowth(state, tables, observer);
+  EXPECT_EQ(tables.Text(), before);
 }
 
 TEST_F(ExpenseGrowth, LeavesTheDepreciationRowWithoutBalances) {
@@ -144,7 +155,7 @@ TEST_F(ExpenseGrowth, LeavesTheDepreciationRowWithoutBalances) {
   EXPECT_EQ(Actual(Write()), (Texts{"a", "a"}));
 }
 
-TEST_F(ExpenseGrowth, LeavesTheSubtotalsAsTheyAre) {
+TEST_F(ExpenseGrowth, DoesNotChangeTheSubtotals) {
   Add("Deprec", 1);
   Write();
   EXPECT_EQ(state.expenseSubtotals->Count(), 1U);

@@ -21,15 +21,19 @@ class GrowthNumberTexts : public testing::Test {
   }
 
   std::string Write() {
-    return WriteSalesGrowth(
-        state,
-        "<tables>" + AmountBlock("db_sales_values_sales", "startrow=\"5\"", fakes::PlannedRow("Plants")) +
-            AmountBlock("db_sales_values_sales_actual", "", fakes::ActualRow("Plants")) + "</tables>",
-        observer);
+    const XmlElement tableBlocks = XmlElement::Parse(
+        "<tableblocks>" +
+        AmountBlock("db_sales_values_sales", "startrow=\"5\"", fakes::PlannedRow("Plants")) +
+        AmountBlock("db_sales_values_sales_actual", "", fakes::ActualRow("Plants")) + "</tableblocks>");
+    TablesDocument tables;
+    tables.Add("1", tableBlocks, clock);
+    WriteSalesGrowth(state, tables, observer);
+    return tables.Text();
   }
 
   ImportState state;
   fakes::RecordingObserver observer;
+  fakes::FixedClock clock{LocalDateTime{2002, 1, 1, 9, 0, 0}};
 };
 
 struct RateCase {
@@ -37,7 +41,7 @@ struct RateCase {
   const char* text;
 };
 
-TEST_F(GrowthNumberTexts, OfARateAreHundredthsWithoutTrailingZeros) {
+TEST_F(GrowthNumberTexts, OfARateHaveNoTrailingZeros) {
   for (const auto& [percent, text] : {RateCase{0, "0"},
                                       {7, "0.07"},
                                       {10, "0.1"},
@@ -57,7 +61,7 @@ TEST_F(GrowthNumberTexts, OfARateAreHundredthsWithoutTrailingZeros) {
   }
 }
 
-TEST_F(GrowthNumberTexts, OfEveryRateReadBackAsItsHundredths) {
+TEST_F(GrowthNumberTexts, OfEveryRateParseAsItsHundredths) {
   for (std::int16_t percent = -300; percent <= 300; ++percent) {
     state.options.growthRateIncome = percent;
     const std::string text = CellsOf(Write(), "db_sales_values_sales", 0)[1];
@@ -92,7 +96,7 @@ const AmountCase amounts[] = {{1200, "1200"},
                               {-2.5E-7, "-2.5E-07"},
                               {1E-300, "1E-300"}};
 
-TEST_F(GrowthNumberTexts, OfAmountsAreInGeneralForm) {
+TEST_F(GrowthNumberTexts, OfAmountsUseTheGeneralForm) {
   for (const auto& [amount, text] : amounts) {
     state.incomeSubtotals->At("Plants").SubTotal(1, amount);
     state.incomeSubtotals->At("Plants").SubTotal(12, amount);

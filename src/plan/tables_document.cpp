@@ -1,0 +1,33 @@
+#include "plan/tables_document.h"
+
+#include <fmt/format.h>
+
+#include "support/date.h"
+
+namespace krnqb {
+
+void TablesDocument::Add(std::string_view tableId, const XmlElement& tableBlocks, Clock& clock) {
+  tables_.push_back({std::string(tableId), RoundedDateSerial(clock.Now()), tableBlocks});
+}
+
+XmlElement TablesDocument::FirstBlock(std::string_view blockId) const {
+  if (blockId.empty()) return {};
+  const std::string path = fmt::format("descendant::block[@id = \"{}\"]", blockId);
+  for (const Table& table : tables_) {
+    if (XmlElement block = table.tableBlocks.Select(path)) return block;
+  }
+  return {};
+}
+
+std::string TablesDocument::Text() const {
+  std::string text = fmt::format("<tables>{}", lineEnd_);
+  for (const Table& table : tables_) {
+    text += fmt::format("{0}<tableitem id=\"{1}\">{0}<lastsavedid>QB{2}</lastsavedid>{0}", lineEnd_, table.id,
+                        table.savedDay);
+    text += table.tableBlocks.Xml();
+    text += fmt::format("{}</tableitem>", lineEnd_);
+  }
+  return text += fmt::format("{}</tables>", lineEnd_);
+}
+
+}  // namespace krnqb
