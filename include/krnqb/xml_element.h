@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -8,61 +9,74 @@
 
 namespace krnqb {
 
-struct XmlTree;      // a parsed document; shared by the handles of its elements
-struct XmlTreeNode;  // an element inside it
+struct XmlTree;      // a parsed document, shared by the handles to its elements
+struct XmlTreeNode;  // an element of a parsed document
 
-/// An XML element that somebody else owns, such as a host's own document object.
+/// An XML element that the host owns, such as an element of a script's DOM. Texts are UTF-8 without an XML
+/// declaration and describe the element at the time of the call. Every member may throw Error.
 class OutsideXmlElement {
  public:
   virtual ~OutsideXmlElement() = default;
 
-  /// The element's XML text as it is now, in UTF-8 without a declaration. May throw Error.
+  /// Returns the element's XML text.
   virtual std::string Xml() const = 0;
+
+  /// Returns the XML text of the document that contains the element, or of its topmost ancestor element if it
+  /// is detached. By default the element is its own document.
+  virtual std::string DocumentXml() const { return Xml(); }
+
+  /// Returns the path to the element within `DocumentXml`: for each step down from the document element, the
+  /// index of the next element among the child elements, counted from 0. Empty for the document element.
+  virtual std::vector<std::size_t> PathInDocument() const { return {}; }
 };
 
-/// A handle to an XML element: none, an element of one of our own documents, or an outside element. Copies
-/// share the element; a document lives as long as a handle to one of its elements. Texts are UTF-8.
+/// A handle to an XML element. It is empty, or refers to an element of a parsed document or to an outside
+/// element. Copies refer to the same element; a document lives as long as a handle to any of its elements.
+/// Texts are UTF-8. Names in lookups and paths match only elements and attributes in no namespace.
 ///
-/// A handle that is none is safe to ask for what is optional (`Child`, `Parent`, `Attribute`, `Children`,
-/// ...): the answer is none or empty. What is required (`Name`, `Text`, `Xml`, `Select`, every change) fails
-/// with error
-/// 91. An outside element answers `Xml`, `Outside` and `Own` alone; everything else treats it as none: ask
-/// `Own` first, which reads it anew.
+/// On an empty handle, reading what is optional (`Child`, `Parent`, `Attribute`, `Children`, ...) returns an
+/// empty handle or an empty result; reading what is required (`Name`, `Text`, `Xml`, `Select`, ...) and every
+/// change throws Error 91. An outside element supports only `Xml`, `Outside` and `Own` and otherwise behaves
+/// like an empty handle: call `Own` first to parse it.
 class XmlElement {
  public:
   XmlElement() noexcept = default;
   explicit XmlElement(std::shared_ptr<OutsideXmlElement> outsideElement) noexcept
       : outside_(std::move(outsideElement)) {}
 
-  /// The document element of a text; none when the text is not well-formed or declares entities. Line ends
-  /// become LF, an encoding declaration is not obeyed. Nothing is loaded from elsewhere.
+  /// Parses a text and returns its document element, or an empty handle if the text is not well-formed or
+  /// declares entities. Line ends become LF; an encoding declaration is ignored. Loads nothing external.
   static XmlElement Parse(std::string_view text);
 
   explicit operator bool() const noexcept { return node_ != nullptr || outside_ != nullptr; }
-  /// Whether both handles stand for the very same element (two nones are the same).
+  /// Returns whether both handles refer to the same element; empty handles are equal.
   bool operator==(const XmlElement& other) const noexcept {
     return node_ == other.node_ && outside_ == other.outside_;
   }
 
   const std::shared_ptr<OutsideXmlElement>& Outside() const noexcept { return outside_; }
-  /// The element in one of our own documents: itself, or an outside element's text parsed as it is now (none
-  /// when it does not parse).
+  /// Returns the element itself, or for an outside element its counterpart in a newly parsed copy of its
+  /// document; an empty handle if that document cannot be parsed or does not contain the element.
   XmlElement Own() const;
 
   // Reading.
 
+  /// Returns the qualified name: the prefix, if there is one, a colon and the local name.
   std::string Name() const;
-  /// The whole text content, descendants included, untrimmed.
+  /// Returns whether the element has this name and is in no namespace; false for an empty handle.
+  bool IsNamed(std::string_view name) const noexcept;
+  /// Returns the whole text content, including that of descendants, untrimmed.
   std::string Text() const;
+  /// Returns the value of the attribute with this name and no namespace, or nothing if it is missing.
   std::optional<std::string> Attribute(std::string_view name) const;
   /// Returns the element's XML text, without an XML declaration; white space, comments, CDATA sections and
   /// the order of attributes as they were read. The text is a document of its own: it declares the namespaces
   /// that the element uses, inherited ones included.
   std::string Xml() const;
-  /// The line of its document on which the element begins, counted from 1; 0 for none.
+  /// Returns the line of the document on which the element begins, counted from 1; 0 for an empty handle.
   long Line() const noexcept;
 
-  // Going about. Only elements count: white space, comments and instructions between them do not.
+  // Navigating. Only elements count; text, comments and processing instructions between them are skipped.
 
   XmlElement Parent() const noexcept;
   XmlElement FirstChild() const noexcept;
@@ -70,33 +84,36 @@ class XmlElement {
   XmlElement NextSibling() const noexcept;
   XmlElement PreviousSibling() const noexcept;
   std::vector<XmlElement> Children() const;
-  /// The first child of that name, or none.
+  /// Returns the first child with this name, or an empty handle.
   XmlElement Child(std::string_view name) const noexcept;
-  /// The document element of the tree that the element stands in.
+  /// Returns the document element, or the topmost ancestor of an element that is detached from its document.
   XmlElement Root() const noexcept;
-  /// The next element in document order, of the whole document, or none.
+  /// Returns the next element in document order, or an empty handle after the last one of the document.
   XmlElement NextInDocument() const noexcept;
-  /// The text of the element's first text node or CDATA section (XPath's string(text())); empty when there is
-  /// none.
+  /// Returns the text of the element's first text node or CDATA section (XPath's string(text())), or the
+  /// empty text if it has none.
   std::string FirstTextNode() const;
 
-  /// The first element that an XPath 1.0 expression selects from here, in document order, or none. Error
-  /// -2147467259 when the expression is malformed.
+  /// Returns the first element in document order that an XPath 1.0 expression selects, or an empty handle.
+  /// The expression is evaluated at this element, in the document whose element `Root` returns. Throws Error
+  /// -2147467259 if the expression is malformed.
   XmlElement Select(const std::string& path) const;
+  /// Returns all elements that the expression selects, in document order; otherwise like `Select`.
   std::vector<XmlElement> SelectAll(const std::string& path) const;
 
   // Changing.
 
-  /// Replaces the whole content by one text.
+  /// Replaces the whole content with a text.
   void SetText(std::string_view text);
+  /// Adds an attribute or replaces its value.
   void SetAttribute(std::string_view name, std::string_view value);
-  /// A deep copy that is the document element of a document of its own.
+  /// Returns a deep copy, which is the document element of a new document.
   XmlElement Clone() const;
-  /// Inserts a deep copy of `source` among the children, before the child `before` (none: after the last
-  /// node), and gives the copy.
+  /// Inserts a deep copy of `source` before the child `before`, or after the last node if `before` is empty,
+  /// and returns the copy.
   XmlElement InsertCopy(const XmlElement& source, const XmlElement& before);
   XmlElement InsertCopy(const XmlElement& source) { return InsertCopy(source, XmlElement()); }
-  /// Takes the element out of its document. Handles to it stay usable.
+  /// Detaches the element, with its descendants, from its document. Handles to it stay valid.
   void Remove();
 
  private:

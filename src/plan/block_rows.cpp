@@ -21,7 +21,7 @@ XmlElement RowToInsertBefore(const XmlElement& block, std::int16_t rowsKeptBelow
 
 XmlElement FindBlock(const XmlElement& tableBlocks, std::string_view blockId) {
   for (XmlElement block = tableBlocks.FirstChild(); block; block = block.NextSibling()) {
-    if (block.Name() == "block" && block.Attribute("id") == blockId) return block;
+    if (block.IsNamed("block") && block.Attribute("id") == blockId) return block;
   }
   return {};
 }

@@ -5,11 +5,11 @@
 
 namespace krnqb {
 
-/// Takes the first character off a UTF-8 text that is not empty and gives it. A byte that begins no whole
-/// character is taken alone, as U+FFFD.
+/// Removes the first character from a non-empty UTF-8 text and returns it. An invalid byte is removed on its
+/// own and returned as U+FFFD.
 char32_t TakeCharacter(std::string_view& text) noexcept;
 
-/// How many characters (code points) a UTF-8 text has.
+/// Returns the number of characters (code points) in a UTF-8 text.
 std::size_t CharacterCount(std::string_view text) noexcept;
 
 }  // namespace krnqb

@@ -9,23 +9,24 @@
 
 namespace krnqb {
 
-/// The number of days of a month. Error 13 for a month outside 1 to 12 or a year outside 100 to 9999.
+/// Returns the number of days in a month. Throws Error 13 unless `month` is 1 to 12 and `year` 100 to 9999.
 std::int16_t DaysInMonth(std::int16_t month, std::int16_t year);
 
-/// The number (1 to 12) of a full English month name in any letter case, blanks around it ignored; nothing
-/// else is one.
+/// Returns the number (1 to 12) of a full English month name, or nothing for any other text.
+/// Case-insensitive; ignores leading and trailing white space.
 std::optional<std::int16_t> MonthNumber(std::string_view name);
 
-/// The English name of month 1 to 12; error 9 outside.
+/// Returns the English name of a month. Throws Error 9 unless `month` is 1 to 12.
 std::string_view EnglishMonthName(std::int16_t month);
 
-/// A date as year-month-day: the year in plain decimal, month and day in two digits.
+/// Returns a date as year-month-day, with month and day in two digits and the year unpadded.
 std::string DateText(std::int16_t year, std::int16_t month, std::int16_t day);
 
-/// The moment as whole days since 30 December 1899, the time of day rounded, halves to the even day.
+/// Returns the number of days since 30 December 1899, rounded to the nearest day; noon rounds to the even
+/// day.
 std::int32_t RoundedDateSerial(const LocalDateTime& moment);
 
-/// The range check of 16-bit arithmetic: error 6 outside -32768 to 32767.
+/// Converts a value to 16 bits. Throws Error 6 if it is outside -32768 to 32767.
 std::int16_t CheckedInteger(std::int32_t value);
 
 }  // namespace krnqb

@@ -8,7 +8,7 @@
 
 namespace krnqb {
 
-/// The last failure as the host reads it. It keeps its value until the next failure; nothing clears it.
+/// The last failure, which the host can read. The next failure overwrites it; nothing clears it.
 struct ErrorPair {
   std::int32_t number = 0;
   std::string description;

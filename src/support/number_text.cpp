@@ -19,7 +19,7 @@ bool IsDigit(char character) noexcept {
   return character >= '0' && character <= '9';
 }
 
-// Reads a text from the front; nothing is consumed by a test that fails.
+// Reads a text from the front. `TakeIf` consumes nothing unless the character matches.
 class Scanner {
  public:
   explicit Scanner(std::string_view text) noexcept : rest_(text) {}
@@ -48,7 +48,7 @@ class Scanner {
   std::string_view rest_;
 };
 
-// The marks that may stand around the digits, each at most once.
+// The marks allowed before and after the digits, each at most once.
 struct Marks {
   bool sign = false;
   bool negative = false;
@@ -83,7 +83,7 @@ struct Marks {
   }
 };
 
-// Copies the digits to `plain` without their separators; false when there are none.
+// Appends the digits to `plain` without thousands separators. Returns false if there are no digits.
 bool TakeDigits(Scanner& scanner, std::string& plain) {
   bool any = false;
   while (scanner.AtDigit() || (any && scanner.At(',') && scanner.AtDigit(1))) {
@@ -101,8 +101,8 @@ bool TakeDigits(Scanner& scanner, std::string& plain) {
   return any;
 }
 
-// An "E" that no digits follow is no exponent, and then no number either, since nothing may follow the
-// digits.
+// Appends the exponent, if there is one. Returns false for an "E" without digits, which makes the whole text
+// invalid.
 bool TakeExponent(Scanner& scanner, std::string& plain) {
   if (!scanner.At('E') && !scanner.At('e')) return true;
   scanner.Take();
@@ -113,7 +113,7 @@ bool TakeExponent(Scanner& scanner, std::string& plain) {
   return true;
 }
 
-// A number that is too small for a double is 0; one that is too large is none.
+// Returns 0 for a number too small for a double, and nothing for one too large.
 std::optional<double> FromPlainText(std::string_view plain) noexcept {
   double number = 0;
   const auto result = std::from_chars(plain.data(), plain.data() + plain.size(), number);
@@ -125,7 +125,7 @@ std::optional<double> FromPlainText(std::string_view plain) noexcept {
   return tiny ? std::optional<double>(0) : std::nullopt;
 }
 
-// The 15 significant digits of a number and the power of ten of the first one.
+// Up to 15 significant digits of a number, and the power of ten of the first one.
 struct DecimalDigits {
   std::string digits;
   int power = 0;

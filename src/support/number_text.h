@@ -7,26 +7,27 @@
 
 namespace krnqb {
 
-/// Converts a text to a double as automation does it with United States settings: blanks around, one sign
-/// before or after, parentheses for a negative number, "$", "," between digits, "." and an exponent. Nothing
-/// for any other text, the empty one included, and for a number that leaves the range of a double.
+/// Converts a text to a double as automation does with United States settings: it accepts surrounding white
+/// space, one leading or trailing sign, parentheses for a negative number, "$", "," between digits, "." and
+/// an exponent. Returns nothing for any other text, including the empty one, and for a number that overflows.
 std::optional<double> ConvertToDouble(std::string_view text) noexcept;
 
-/// The same, failing with error 13 where there is no number.
+/// Converts a text like `ConvertToDouble`, but throws Error 13 if it is not a number.
 double RequireDouble(std::string_view text);
 
-/// The number that a text begins with after leading blanks: sign, digits, ".", exponent; what follows is
-/// ignored. 0 when there is none. Error 6 when it leaves the range of a double.
+/// Returns the number at the start of a text, or 0 if there is none. It may have a sign, "." and an exponent;
+/// leading white space and whatever follows the number are ignored. Throws Error 6 if the number overflows.
 double LeadingNumber(std::string_view text);
 
-/// A number in general form: at most 15 significant digits, no trailing zeros, "." as the decimal point, an
-/// exponent from 1E+15 up and below 1E-4 (upper-case E, sign, at least two digits); "0" has no sign.
+/// Formats a number with at most 15 significant digits, no trailing zeros and "." as the decimal point. From
+/// 1E+15 up and below 1E-4 it has an exponent: "E", a sign and at least two digits. Zero has no sign.
 std::string GeneralNumberText(double number);
 
-/// A number with at most 15 significant digits and never an exponent; "0" has no sign.
+/// Formats a number like `GeneralNumberText`, but never with an exponent.
 std::string PlainNumberText(double number);
 
-/// Converts a number to 16 bits as automation does it, halves to even; error 6 outside -32768 to 32767.
+/// Rounds a number to 16 bits as automation does, halves to even. Throws Error 6 if the result is outside
+/// -32768 to 32767 or the number is not a number.
 std::int16_t RequireInteger(double number);
 
 }  // namespace krnqb

@@ -4,7 +4,7 @@
 
 namespace krnqb {
 
-/// The library or program that this code is linked into. It stays loaded by whoever loaded it.
+/// Returns the handle of the library or program that contains this code, without adding a reference to it.
 HMODULE OwnModule() noexcept;
 
 }  // namespace krnqb

@@ -6,7 +6,7 @@
 
 namespace krnqb {
 
-/// The machine's clock in the machine's time zone.
+/// Returns a clock that reads the system time in the local time zone.
 std::shared_ptr<Clock> SystemClock();
 
 }  // namespace krnqb

@@ -6,7 +6,7 @@
 
 namespace krnqb {
 
-/// The machine's files.
+/// Returns access to the system's files.
 std::shared_ptr<FileSystem> SystemFiles();
 
 }  // namespace krnqb

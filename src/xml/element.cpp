@@ -29,6 +29,9 @@ std::string_view View(const xmlChar* text) {
 bool IsElement(const xmlNode* node) {
   return node->type == XML_ELEMENT_NODE;
 }
+bool HasName(const xmlNode* element, std::string_view name) {
+  return element->ns == nullptr && View(element->name) == name;
+}
 bool IsText(const xmlNode* node) {
   return node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE;
 }
@@ -56,7 +59,7 @@ void AppendText(const xmlNode* node, std::string& text) {
   }
 }
 
-// Nodes are copied and made in the document that they are to stand in, since it owns their names.
+// Copies the source for its new document, because a document owns the names of its nodes.
 xmlNode* CopyInto(xmlDoc* document, xmlNode* source) {
   xmlNode* const copy = xmlDocCopyNode(source, document, 1);
   if (copy == nullptr) throw std::bad_alloc();
@@ -77,7 +80,13 @@ XmlElement XmlElement::Parse(std::string_view text) {
 }
 
 XmlElement XmlElement::Own() const {
-  return outside_ == nullptr ? *this : Parse(outside_->Xml());
+  if (outside_ == nullptr) return *this;
+  XmlElement element = Parse(outside_->DocumentXml());
+  for (std::size_t siblings : outside_->PathInDocument()) {
+    element = element.FirstChild();
+    for (; siblings > 0 && element; --siblings) element = element.NextSibling();
+  }
+  return element;
 }
 
 std::string XmlElement::Name() const {
@@ -85,6 +94,10 @@ std::string XmlElement::Name() const {
   std::string name;
   if (self->ns != nullptr && self->ns->prefix != nullptr) name = std::string(View(self->ns->prefix)) + ":";
   return name += View(self->name);
+}
+
+bool XmlElement::IsNamed(std::string_view name) const noexcept {
+  return node_ != nullptr && HasName(XmlTree::NodeOf(*this), name);
 }
 
 std::string XmlElement::Text() const {
@@ -151,13 +164,15 @@ std::vector<XmlElement> XmlElement::Children() const {
 XmlElement XmlElement::Child(std::string_view name) const noexcept {
   if (node_ == nullptr) return {};
   xmlNode* child = FirstElement(XmlTree::NodeOf(*this)->children);
-  while (child != nullptr && (child->ns != nullptr || View(child->name) != name))
-    child = FirstElement(child->next);
+  while (child != nullptr && !HasName(child, name)) child = FirstElement(child->next);
   return XmlTree::Handle(tree_, child);
 }
 
 XmlElement XmlElement::Root() const noexcept {
-  return node_ == nullptr ? XmlElement() : XmlTree::Handle(tree_, xmlDocGetRootElement(tree_->document));
+  if (node_ == nullptr) return {};
+  xmlNode* top = XmlTree::NodeOf(*this);
+  while (top->parent != nullptr && IsElement(top->parent)) top = top->parent;
+  return XmlTree::Handle(tree_, top);
 }
 
 XmlElement XmlElement::NextInDocument() const noexcept {
@@ -200,7 +215,7 @@ void XmlElement::SetText(std::string_view text) {
     }
   }
   if (text.empty()) return;
-  // A text node takes the text as it stands; setting content would read "&" as the begin of a reference.
+  // Setting the element's content instead would parse "&" as the start of a reference.
   xmlNode* const content = xmlNewDocTextLen(tree_->document, reinterpret_cast<const xmlChar*>(text.data()),
                                             static_cast<int>(text.size()));
   if (content == nullptr) throw std::bad_alloc();

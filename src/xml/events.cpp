@@ -9,7 +9,7 @@
 namespace krnqb {
 namespace {
 
-// The library gives five pointers an attribute: name, prefix, namespace, and the value's begin and end.
+// The library passes five pointers per attribute: name, prefix, namespace, begin and end of the value.
 class LibraryAttributes final : public XmlEventAttributes {
  public:
   LibraryAttributes(const xmlChar** pointers, int count) : pointers_(pointers), count_(count) {}
@@ -25,7 +25,7 @@ class LibraryAttributes final : public XmlEventAttributes {
   }
 
  private:
-  // Where entities stand unexpanded, the library keeps an ampersand as a reference.
+  // With entities unexpanded, the library leaves an ampersand as a character reference.
   static std::string Decoded(std::string value) {
     constexpr std::string_view reference = "&#38;";
     for (auto at = value.find(reference); at != std::string::npos; at = value.find(reference, at + 1)) {
@@ -38,39 +38,39 @@ class LibraryAttributes final : public XmlEventAttributes {
   int count_;
 };
 
-// No exception may pass through the library: the first one is kept, ends the parse, and goes on from there.
-struct Telling {
+// Exceptions must not cross the library: the first one stops the parse and is rethrown afterwards.
+struct Forwarding {
   XmlEventHandler& handler;
   std::exception_ptr failure;
 
   template <typename Call>
   static void To(void* context, Call&& call) noexcept {
-    auto& telling = *static_cast<Telling*>(StrictParser::SubjectOf(context));
-    if (telling.failure != nullptr) return;
+    auto& forwarding = *static_cast<Forwarding*>(StrictParser::SubjectOf(context));
+    if (forwarding.failure != nullptr) return;
     try {
-      call(telling.handler);
+      call(forwarding.handler);
     } catch (...) {
-      telling.failure = std::current_exception();
+      forwarding.failure = std::current_exception();
       StrictParser::Stop(context);
     }
   }
 };
 
-void TellStart(void* context, const xmlChar* name, const xmlChar* /*prefix*/, const xmlChar* uri,
-               int /*namespaceCount*/, const xmlChar** /*namespaces*/, int attributeCount, int /*defaulted*/,
-               const xmlChar** attributes) {
-  Telling::To(context, [&](XmlEventHandler& handler) {
+void ForwardStart(void* context, const xmlChar* name, const xmlChar* /*prefix*/, const xmlChar* uri,
+                  int /*namespaceCount*/, const xmlChar** /*namespaces*/, int attributeCount,
+                  int /*defaulted*/, const xmlChar** attributes) {
+  Forwarding::To(context, [&](XmlEventHandler& handler) {
     handler.StartElement(uri == nullptr ? reinterpret_cast<const char*>(name) : "",
                          LibraryAttributes(attributes, attributeCount));
   });
 }
 
-void TellEnd(void* context, const xmlChar* /*name*/, const xmlChar* /*prefix*/, const xmlChar* /*uri*/) {
-  Telling::To(context, [](XmlEventHandler& handler) { handler.EndElement(); });
+void ForwardEnd(void* context, const xmlChar* /*name*/, const xmlChar* /*prefix*/, const xmlChar* /*uri*/) {
+  Forwarding::To(context, [](XmlEventHandler& handler) { handler.EndElement(); });
 }
 
-void TellText(void* context, const xmlChar* text, int length) {
-  Telling::To(context, [&](XmlEventHandler& handler) {
+void ForwardText(void* context, const xmlChar* text, int length) {
+  Forwarding::To(context, [&](XmlEventHandler& handler) {
     handler.Text({reinterpret_cast<const char*>(text), static_cast<std::size_t>(length)});
   });
 }
@@ -79,21 +79,21 @@ void TellText(void* context, const xmlChar* text, int length) {
 
 std::optional<XmlFault> ParseXmlEvents(std::string_view text, XmlEventHandler& handler) {
   StrictParser parser;
-  Telling telling{handler, nullptr};
-  parser.Subject(&telling);
+  Forwarding forwarding{handler, nullptr};
+  parser.Subject(&forwarding);
   xmlSAXHandler& handlers = parser.Handlers();
-  handlers.startElementNs = TellStart;
-  handlers.endElementNs = TellEnd;
-  handlers.characters = TellText;
-  handlers.ignorableWhitespace = TellText;
-  handlers.cdataBlock = TellText;
+  handlers.startElementNs = ForwardStart;
+  handlers.endElementNs = ForwardEnd;
+  handlers.characters = ForwardText;
+  handlers.ignorableWhitespace = ForwardText;
+  handlers.cdataBlock = ForwardText;
   handlers.comment = nullptr;
   handlers.processingInstruction = nullptr;
   handlers.reference = nullptr;
   xmlDoc* const withoutElements = parser.Parse(text, XmlEncoding::Utf8);
-  if (telling.failure != nullptr) {
+  if (forwarding.failure != nullptr) {
     xmlFreeDoc(withoutElements);
-    std::rethrow_exception(telling.failure);
+    std::rethrow_exception(forwarding.failure);
   }
   xmlFreeDoc(withoutElements);
   return parser.Fault();

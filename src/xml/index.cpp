@@ -4,7 +4,7 @@ namespace krnqb {
 
 XmlTextIndex::XmlTextIndex(const XmlElement& element, std::string_view name) {
   for (XmlElement candidate = element.Root(); candidate; candidate = candidate.NextInDocument()) {
-    if (candidate.Name() == name) elements_.try_emplace(candidate.Text(), candidate);
+    if (candidate.IsNamed(name)) elements_.try_emplace(candidate.Text(), candidate);
   }
 }
 

@@ -8,14 +8,15 @@
 
 namespace krnqb {
 
-/// Answers "the first element of this name, in document order and wherever it stands, whose text is this" for
-/// one document, without searching it each time. The document must not change while the index is used.
+/// Finds the first element in a document that has a given name and text, without searching the document each
+/// time. Names match only elements in no namespace. The document must not change while the index is in use.
 class XmlTextIndex {
  public:
-  /// Indexes the elements called `name` in the whole document of `element`; no element gives an empty index.
+  /// Indexes the elements called `name` in the whole document of `element`. The index of an empty handle is
+  /// empty.
   XmlTextIndex(const XmlElement& element, std::string_view name);
 
-  /// The first element with exactly that text, or none.
+  /// Returns the first element in document order with exactly this text, or an empty handle.
   XmlElement Find(const std::string& text) const;
 
  private:

@@ -2,8 +2,8 @@
 
 namespace krnqb {
 
-/// Gives back what the XML library keeps between documents. For the end of a library that is unloaded while
-/// its process goes on: no document may exist any more, and none may be made afterwards.
+/// Frees the memory that the XML library keeps between documents. Call it last, before this code is unloaded
+/// from a process that goes on: no document may exist, and none may be created afterwards.
 void ReleaseXmlLibrary() noexcept;
 
 }  // namespace krnqb

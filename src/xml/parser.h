@@ -8,27 +8,27 @@
 
 namespace krnqb {
 
-/// Why a text is no document.
+/// Why a text could not be parsed.
 struct XmlFault {
-  long line = 0;  ///< counted from 1
+  long line = 0;  ///< counted from 1; 0 if unknown
   std::string message;
 };
 
-/// A document element, or the fault that prevented it: exactly one of the two.
+/// Either a document element or the fault that prevented it.
 struct XmlParseResult {
   XmlElement element;
   std::optional<XmlFault> fault;
 };
 
-/// Parses a text strictly: what is not well-formed or declares entities gives no document. The text is UTF-8
-/// already; an encoding declaration in it is not obeyed. Nothing is loaded from elsewhere and nothing is
-/// printed.
+/// Parses a UTF-8 text. Fails if it is not well-formed or declares entities. An encoding declaration is
+/// ignored. Loads nothing external and prints nothing.
 XmlParseResult ParseXmlText(std::string_view text);
 
-/// The same for the bytes of a file, which obey their byte order mark or encoding declaration.
+/// Parses the bytes of a file like `ParseXmlText`, but in the encoding given by their byte order mark or
+/// encoding declaration.
 XmlParseResult ParseXmlBytes(std::string_view bytes);
 
-/// A text as it is written between tags or in an attribute: & < > and " become references.
+/// Escapes a text for element content or a double-quoted attribute: & < > and " become references.
 std::string EscapedXmlText(std::string_view text);
 
 }  // namespace krnqb

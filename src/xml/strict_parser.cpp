@@ -8,7 +8,7 @@
 namespace krnqb {
 namespace {
 
-// What is not named here stays off: recovery, external subsets, substitution of entities.
+// Recovery, external subsets and entity substitution stay off because they are not listed.
 constexpr int strictOptions =
     XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_BIG_LINES | XML_PARSE_HUGE;
 

@@ -12,14 +12,14 @@ struct _xmlSAXHandler;  // NOLINT
 
 namespace krnqb {
 
-/// How a document says what its bytes mean.
+/// How the encoding of a document is determined.
 enum class XmlEncoding {
-  Utf8,     ///< it is UTF-8, whatever it declares
-  Declared  ///< by its byte order mark or declaration
+  Utf8,     ///< always UTF-8, whatever the document declares
+  Declared  ///< by the byte order mark or the encoding declaration
 };
 
-/// One parse of one document: strict, without network, external subsets or recovery. Documents that declare
-/// entities are refused at the declaration, before one can be expanded into more than memory holds.
+/// Parses one document strictly, without network access, external subsets or recovery. Refuses a document
+/// that declares entities at the declaration, so that expanding them cannot exhaust memory.
 class StrictParser {
  public:
   StrictParser();
@@ -27,19 +27,19 @@ class StrictParser {
   StrictParser(const StrictParser&) = delete;
   StrictParser& operator=(const StrictParser&) = delete;
 
-  /// The library's handlers, for a caller that wants events in place of a tree; set before `Parse`. `subject`
-  /// reaches them through `SubjectOf`.
+  /// Returns the library's handlers, which a caller may replace before `Parse` to receive events instead of a
+  /// tree. They get the object set by `Subject` through `SubjectOf`.
   _xmlSAXHandler& Handlers() noexcept;
   void Subject(void* subjectOfHandlers) noexcept { subject_ = subjectOfHandlers; }
   static void* SubjectOf(void* context) noexcept;
-  /// Ends the parse from inside a handler.
+  /// Ends the parse. For use in handlers.
   static void Stop(void* context) noexcept;
 
-  /// Parses the source; gives the document, which the caller owns, or null with `Fault` set.
+  /// Parses the source. Returns the document, which the caller owns, or null with `Fault` set.
   _xmlDoc* Parse(std::string_view source, XmlEncoding encoding);
   const std::optional<XmlFault>& Fault() const noexcept { return fault_; }
 
-  /// Keeps the first fault of the document: those that follow come from it.
+  /// Records a fault. Only the first is kept, because it usually causes the others.
   void KeepFault(long line, std::string message);
   static StrictParser& Of(void* context) noexcept;
 

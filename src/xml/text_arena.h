@@ -7,10 +7,11 @@
 
 namespace krnqb {
 
-/// Keeps many short texts in a few large pieces of memory. The views that it gives stay valid while it lives,
-/// also when it is moved.
+/// Stores many short texts in a few large blocks of memory.
 class TextArena {
  public:
+  /// Stores a copy of the text. The returned view stays valid for the lifetime of the arena, even if it is
+  /// moved.
   std::string_view Keep(std::string_view text);
 
  private:

@@ -4,6 +4,9 @@
 #include <libxml/xpath.h>
 #include <libxml/xpathInternals.h>
 
+#include <new>
+#include <optional>
+
 #include "krnqb/error.h"
 
 namespace krnqb {
@@ -14,6 +17,36 @@ struct FreeXPathObject {
 };
 
 void IgnoreError(void* /*context*/, xmlErrorPtr /*error*/) {}
+
+xmlNode* TopmostElement(xmlNode* element) {
+  while (element->parent != nullptr && element->parent->type == XML_ELEMENT_NODE) element = element->parent;
+  return element;
+}
+
+// Gives a detached element a document of its own while a path is evaluated, so that "//" does not search the
+// document that the element was removed from.
+class DocumentOfDetached {
+ public:
+  explicit DocumentOfDetached(xmlNode* topmostElement)
+      : document_(xmlNewDoc(reinterpret_cast<const xmlChar*>("1.0"))), element_(topmostElement) {
+    if (document_ == nullptr) throw std::bad_alloc();
+    document_->children = document_->last = element_;
+    element_->parent = reinterpret_cast<xmlNode*>(document_);
+  }
+  ~DocumentOfDetached() {
+    element_->parent = nullptr;
+    document_->children = document_->last = nullptr;
+    xmlFreeDoc(document_);
+  }
+  DocumentOfDetached(const DocumentOfDetached&) = delete;
+  DocumentOfDetached& operator=(const DocumentOfDetached&) = delete;
+
+  xmlDoc* Document() const noexcept { return document_; }
+
+ private:
+  xmlDoc* document_;
+  xmlNode* element_;
+};
 
 }  // namespace
 
@@ -45,6 +78,9 @@ std::vector<xmlNode*> XmlTree::Evaluate(const std::string& path, xmlNode* from) 
     evaluation_ = xmlXPathNewContext(document);
     evaluation_->error = IgnoreError;
   }
+  std::optional<DocumentOfDetached> detached;
+  if (xmlNode* const top = TopmostElement(from); top->parent == nullptr) detached.emplace(top);
+  evaluation_->doc = detached ? detached->Document() : document;
   evaluation_->node = from;
   const std::unique_ptr<xmlXPathObject, FreeXPathObject> result(
       xmlXPathEvalExpression(reinterpret_cast<const xmlChar*>(path.c_str()), evaluation_));

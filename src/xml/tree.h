@@ -12,26 +12,29 @@ struct _xmlXPathContext;  // NOLINT
 
 namespace krnqb {
 
-/// A parsed document and the elements that were taken out of it, which live as long as the document does
-/// because handles may still stand for them.
+/// A parsed document and the elements detached from it, which live as long as the document because handles
+/// may still refer to them.
 struct XmlTree {
-  /// Takes the document over and marks it as UTF-8, so that it is written without character references.
+  /// Takes ownership of the document and marks it as UTF-8, so that it is written without character
+  /// references.
   explicit XmlTree(_xmlDoc* document);
   ~XmlTree();
   XmlTree(const XmlTree&) = delete;
   XmlTree& operator=(const XmlTree&) = delete;
 
-  /// A handle to a node of this tree; none for null.
+  /// Returns a handle to a node of the tree, or an empty handle for null.
   static XmlElement Handle(std::shared_ptr<XmlTree> tree, _xmlNode* node) noexcept;
-  /// The tree and the node behind a handle; null for none and for an outside element.
+  /// Return the tree and the node that a handle refers to, or null for an empty handle and an outside
+  /// element.
   static const std::shared_ptr<XmlTree>& TreeOf(const XmlElement& element) noexcept;
   static _xmlNode* NodeOf(const XmlElement& element) noexcept;
 
-  /// The elements that an XPath expression selects from a node, in document order.
+  /// Returns the elements that an XPath expression selects from a node, in document order. A detached node is
+  /// searched in its topmost ancestor. Throws Error -2147467259 if the expression is malformed.
   std::vector<_xmlNode*> Evaluate(const std::string& path, _xmlNode* from);
 
   _xmlDoc* document;
-  std::vector<_xmlNode*> removed;
+  std::vector<_xmlNode*> removed;  ///< the detached elements; owned
 
  private:
   _xmlXPathContext* evaluation_ = nullptr;

@@ -213,6 +213,33 @@ TEST_F(AccountRows, AreReadFromTheCurrentTextOfAnOutsideElement) {
   EXPECT_TRUE(fakes::Holds(TextOf(host.component.KRNDeserialize(data)), "<c>Second</c>"));
 }
 
+TEST_F(AccountRows, ComeFromTheWholeDocumentOfAnInnerElement) {
+  const XmlElement root = XmlElement::Parse(host.quickBooks->answers["4"]);
+  const std::string expected = Document(host.quickBooks->answers["4"]);
+  const XmlElement inner = root.Select("//AccountRet/Name");
+  EXPECT_EQ(TextOf(host.component.KRNDeserialize(Variant(inner))), expected);
+}
+
+TEST_F(AccountRows, ComeFromTheWholeDocumentOfAnOutsideElement) {
+  const std::string expected = Document(host.quickBooks->answers["4"]);
+  const auto outside = std::make_shared<fakes::OutsideElement>("<Name>Rent</Name>");
+  outside->documentText = host.quickBooks->answers["4"];
+  outside->path = {0, 0, 0, 1};
+  EXPECT_EQ(TextOf(host.component.KRNDeserialize(Variant(XmlElement(outside)))), expected);
+}
+
+TEST_F(AccountRows, ComeFromTheTopmostAncestorOfADetachedElement) {
+  const XmlElement root =
+      XmlElement::Parse("<all>" + AccountAnswer("1", {Account("1", "Plants")}).substr(22) +
+                        AccountAnswer("4", {Account("2", "Rent")}).substr(22) + "</all>");
+  XmlElement detached = root.LastChild();
+  const XmlElement inner = detached.Select("./QBXMLMsgsRs/AccountQueryRs/AccountRet");
+  detached.Remove();
+  const std::string document = TextOf(host.component.KRNDeserialize(Variant(inner)));
+  EXPECT_TRUE(fakes::Holds(document, "<c>Rent</c>"));
+  EXPECT_FALSE(fakes::Holds(document, "<c>Plants</c>"));
+}
+
 TEST_F(AccountRows, LeaveTheAccountListAndThePlanUnchanged) {
   const XmlElement list = XmlElement::Parse(host.quickBooks->answers["4"]);
   const std::string before = list.Xml();

@@ -71,6 +71,15 @@ TEST_F(SelectionBuilding, HappensAgainAfterTheHostClearedIt) {
   EXPECT_EQ(host.journal->Text(), expected::ReadsTable("20..2000") + expected::Asks("4"));
 }
 
+TEST_F(SelectionBuilding, ComparesTheFirstTextOfACell) {
+  PutRows(Row({"Rent<!-- monthly -->al", "Util<b>i</b>ties", "<b>x</b>Fuel"}));
+  EXPECT_EQ(SelectedFor("Rent"), "True");
+  EXPECT_EQ(SelectedFor("Rental"), "False");
+  EXPECT_EQ(SelectedFor("Util"), "True");
+  EXPECT_EQ(SelectedFor("Utilities"), "False");
+  EXPECT_EQ(SelectedFor("Fuel"), "True");
+}
+
 TEST_F(SelectionBuilding, IsEmptyForACompanyWithoutExpenses) {
   host.quickBooks->answers["4"] = AccountAnswer("4", {});
   EXPECT_EQ(host.component.SelectedExpenses().Xml(), "<expenseAccounts/>");

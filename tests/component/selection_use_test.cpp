@@ -105,6 +105,79 @@ TEST_F(SelectionUse, ReturnsNothingForAnyOtherTextOfSelected) {
   EXPECT_EQ(host.journal->Text(), "") << "no table was read";
 }
 
+TEST_F(SelectionUse, EndsWithNothingForARecordWithoutSelected) {
+  Select("<expenseAccounts><account id=\"E-1\"/></expenseAccounts>");
+  EXPECT_EQ(DefaultDocument(), "");
+  EXPECT_TRUE(host.observer->Told(NoticeKind::OperationEnded, 13));
+  EXPECT_EQ(host.journal->Text(), "") << "no table was read";
+}
+
+TEST_F(SelectionUse, RemovesTheFirstOfSeveralAccountsWithTheSameId) {
+  for (const int count : {2, 3, 10, 21, 50}) {
+    std::string accounts;
+    for (int i = 1; i <= count; ++i) accounts += Account("E-1", "Name " + std::to_string(i));
+    Select(SelectionText({{"E-1", "False"}}));
+    const std::string document = Document(AccountAnswer("4", {accounts}));
+    EXPECT_FALSE(HasRow(document, "Name 1")) << count;
+    for (int i = 2; i <= count; ++i) EXPECT_TRUE(HasRow(document, "Name " + std::to_string(i))) << count;
+  }
+}
+
+TEST_F(SelectionUse, RemovesAnotherAccountForEachRecordOfTheSameId) {
+  Select(SelectionText({{"E-1", "False"}, {"E-1", "True"}, {"E-1", "False"}}));
+  const std::string document =
+      Document(AccountAnswer("4", {Account("E-1", "First"), Account("E-2", "Fuel"), Account("E-1", "Second"),
+                                   Account("E-1", "Third")}));
+  EXPECT_FALSE(HasRow(document, "First"));
+  EXPECT_FALSE(HasRow(document, "Second"));
+  EXPECT_TRUE(HasRow(document, "Third"));
+  EXPECT_TRUE(HasRow(document, "Fuel"));
+}
+
+TEST_F(SelectionUse, KnowsAnAccountByAnyOfItsIds) {
+  const std::string twice =
+      "<AccountRet><ListID>A</ListID><ListID>B</ListID><ListID>B</ListID>"
+      "<Name>Two ids</Name><Sublevel>0</Sublevel></AccountRet>";
+  const std::string answer = AccountAnswer("4", {twice, Account("B", "Next"), Account("A", "Last")});
+  Select(SelectionText({{"B", "False"}}));
+  const std::string document = Document(answer);
+  EXPECT_FALSE(HasRow(document, "Two ids"));
+  EXPECT_TRUE(HasRow(document, "Next"));
+  EXPECT_TRUE(HasRow(document, "Last"));
+  Select(SelectionText({{"A", "False"}, {"B", "False"}}));
+  const std::string both = Document(answer);
+  EXPECT_FALSE(HasRow(both, "Two ids"));
+  EXPECT_FALSE(HasRow(both, "Next"));
+  EXPECT_TRUE(HasRow(both, "Last"));
+}
+
+TEST_F(SelectionUse, RemovesOnlyAccountsByTheirId) {
+  const auto record = [](const std::string& name, const std::string& attributes, const std::string& of) {
+    return "<" + name + attributes + "><ListID>E-1</ListID><Name>" + of + "</Name><Sublevel>0</Sublevel></" +
+           name + ">";
+  };
+  Select(SelectionText({{"E-1", "False"}}));
+  const std::string foreignId =
+      "<AccountRet><ListID xmlns=\"urn:x\">E-1</ListID><Name>Foreign "
+      "id</Name><Sublevel>0</Sublevel></AccountRet>";
+  const std::string document = Document(AccountAnswer(
+      "4", {record("Other", "", "Not an account"), foreignId, record("AccountRet", "", "Account")}));
+  EXPECT_TRUE(HasRow(document, "Not an account"));
+  EXPECT_TRUE(HasRow(document, "Foreign id"));
+  EXPECT_FALSE(HasRow(document, "Account"));
+}
+
+TEST_F(SelectionUse, ReadsAnOutsideElementWithinALargerDocument) {
+  const auto outside = std::make_shared<fakes::OutsideElement>("<not read/>");
+  outside->documentText =
+      "<page><choices/>" + SelectionText({{"E-1", "True"}, {"E-2", "False"}}) + "<choices/></page>";
+  outside->path = {1};
+  host.component.SelectedExpenses(Variant(XmlElement(outside)));
+  const std::string document = DefaultDocument();
+  EXPECT_TRUE(HasRow(document, "Rent"));
+  EXPECT_FALSE(HasRow(document, "Utilities"));
+}
+
 TEST_F(SelectionUse, ReturnsNothingWithoutASelection) {
   EXPECT_EQ(DefaultDocument(), "");
   EXPECT_EQ(host.journal->Text(), "");

@@ -81,6 +81,20 @@ TEST(FindBlock, FindsAChildByItsExactId) {
   EXPECT_FALSE(FindBlock(XmlElement(), "x"));
 }
 
+TEST(FindBlock, IgnoresElementsInANamespace) {
+  const XmlElement blocks = XmlElement::Parse(
+      "<tableblocks><block xmlns='urn:x' id='x'/><y:block xmlns:y='urn:y' id='x'/><block id='x' n='1'/>"
+      "</tableblocks>");
+  EXPECT_EQ(FindBlock(blocks, "x").Attribute("n"), "1");
+}
+
+TEST(ClearFormulaCells, EmptiesAFormulaInsideAChildElementOfTheCell) {
+  const XmlElement block =
+      XmlElement::Parse("<block><row><c><b>=A1</b>+1</c><c><b>A1</b>=</c></row></block>");
+  ClearFormulaCells(block);
+  EXPECT_EQ(block.Xml(), "<block><row><c>*null*</c><c><b>A1</b>=</c></row></block>");
+}
+
 TEST(ClearFormulaCells, EmptiesEveryFormulaOfTheWholeTable) {
   const XmlElement table = XmlElement::Parse(
       "<tableitem><c>=A1</c><tableblocks><block><row><c>=B1</c><c> =no</c><c>5</c></row></block>"

@@ -7,7 +7,7 @@
 namespace krnqb {
 namespace {
 
-TEST(DaysInMonth, KnowsLeapYearsAndDecember) {
+TEST(DaysInMonth, HandlesLeapYearsAndDecember) {
   EXPECT_EQ(DaysInMonth(2, 2004), 29);
   EXPECT_EQ(DaysInMonth(2, 2003), 28);
   EXPECT_EQ(DaysInMonth(2, 1900), 28);
@@ -18,7 +18,7 @@ TEST(DaysInMonth, KnowsLeapYearsAndDecember) {
   EXPECT_EQ(DaysInMonth(1, 9999), 31);
 }
 
-TEST(DaysInMonth, FailsWithTypeMismatchOutsideTheCalendar) {
+TEST(DaysInMonth, ThrowsTypeMismatchOutsideTheCalendar) {
   const std::vector<std::pair<std::int16_t, std::int16_t>> outside = {
       {0, 2002}, {13, 2002}, {1, 99}, {1, 10000}, {-1, 2002}};
   for (const auto& [month, year] : outside) {
@@ -31,13 +31,13 @@ TEST(DaysInMonth, FailsWithTypeMismatchOutsideTheCalendar) {
   }
 }
 
-TEST(MonthNumber, AcceptsFullEnglishNamesInAnyCaseWithBlanksAround) {
+TEST(MonthNumber, AcceptsFullEnglishNamesInAnyCaseWithSurroundingBlanks) {
   EXPECT_EQ(MonthNumber("January"), 1);
   EXPECT_EQ(MonthNumber(" APRIL\t"), 4);
   EXPECT_EQ(MonthNumber("december"), 12);
 }
 
-TEST(MonthNumber, AcceptsNothingElse) {
+TEST(MonthNumber, RejectsAnythingElse) {
   for (const char* text : {"", "Jan", "Januar", "1", "Mai", "January 2002", "Jan uary"}) {
     EXPECT_FALSE(MonthNumber(text)) << text;
   }
@@ -62,7 +62,7 @@ TEST(RoundedDateSerial, RoundsNoonToTheEvenDay) {
   EXPECT_EQ(RoundedDateSerial({1899, 12, 30, 0, 0, 0}), 0);
 }
 
-TEST(CheckedInteger, OverflowsOutsideSixteenBits) {
+TEST(CheckedInteger, ThrowsOverflowOutsideSixteenBits) {
   EXPECT_EQ(CheckedInteger(32767), 32767);
   EXPECT_EQ(CheckedInteger(-32768), -32768);
   EXPECT_THROW(CheckedInteger(32768), Error);

@@ -12,7 +12,7 @@ namespace {
 
 using tests::NumberThrownBy;
 
-TEST(FoldedKey, LowersEveryCodePointOneToOne) {
+TEST(FoldedKey, LowercasesEachCodePointOneToOne) {
   EXPECT_EQ(FoldedKey("Rent & UTILITIES"), "rent & utilities");
   EXPECT_EQ(FoldedKey("ÄÖÜ"), "äöü");
   EXPECT_EQ(FoldedKey("ДОХОД"), "доход");
@@ -25,7 +25,7 @@ TEST(FoldedKey, LowersEveryCodePointOneToOne) {
   EXPECT_EQ(FoldedKey("\U00010400"), "\U00010428");
 }
 
-TEST(FoldedKey, KeepsSharpSApartFromDoubleS) {
+TEST(FoldedKey, DistinguishesSharpSFromDoubleS) {
   EXPECT_EQ(FoldedKey("Straße"), "straße");
   EXPECT_NE(FoldedKey("Straße"), FoldedKey("Strasse"));
 }
@@ -34,11 +34,11 @@ TEST(FoldedKey, DoesNotNormalise) {
   EXPECT_NE(FoldedKey("e\u0301"), FoldedKey("\u00e9"));
 }
 
-TEST(FoldedKey, KeepsBytesThatAreNoUtf8) {
+TEST(FoldedKey, PreservesBytesThatAreNotUtf8) {
   EXPECT_EQ(FoldedKey("A\xff\xc3Z"), "a\xff\xc3z");
 }
 
-TEST(KeyedCollection, FindsItemsByKeyWhateverTheLetterCase) {
+TEST(KeyedCollection, FindsItemsByKeyIgnoringCase) {
   KeyedCollection<int> collection;
   collection.Add(1, "Rent");
   collection.Add(2, "ÉTUDES");
@@ -48,7 +48,7 @@ TEST(KeyedCollection, FindsItemsByKeyWhateverTheLetterCase) {
   EXPECT_EQ(collection.Find("Rents"), nullptr);
 }
 
-TEST(KeyedCollection, RefusesAKeyThatIsPresentAndStaysAsItWas) {
+TEST(KeyedCollection, RejectsADuplicateKeyAndStaysUnchanged) {
   KeyedCollection<int> collection;
   collection.Add(1, "Rent");
   EXPECT_EQ(NumberThrownBy([&] { collection.Add(2, "rent"); }), 457);
@@ -56,12 +56,12 @@ TEST(KeyedCollection, RefusesAKeyThatIsPresentAndStaysAsItWas) {
   EXPECT_EQ(collection.At("Rent"), 1);
 }
 
-TEST(KeyedCollection, FailsForAMissingKey) {
+TEST(KeyedCollection, ThrowsForAMissingKey) {
   KeyedCollection<int> collection;
   EXPECT_EQ(NumberThrownBy([&] { collection.At("Rent"); }), 5);
 }
 
-TEST(KeyedCollection, FailsForAPositionOutsideItsCount) {
+TEST(KeyedCollection, ThrowsForAPositionOutOfRange) {
   KeyedCollection<int> collection;
   collection.Add(7);
   EXPECT_EQ(collection.AtPosition(1), 7);
@@ -69,7 +69,7 @@ TEST(KeyedCollection, FailsForAPositionOutsideItsCount) {
   EXPECT_EQ(NumberThrownBy([&] { collection.AtPosition(2); }), 9);
 }
 
-TEST(KeyedCollection, GoesThroughItsItemsInTheOrderOfInsertion) {
+TEST(KeyedCollection, IteratesInInsertionOrder) {
   KeyedCollection<std::string> collection;
   collection.Add("z", "z");
   collection.Add("a");
@@ -78,7 +78,7 @@ TEST(KeyedCollection, GoesThroughItsItemsInTheOrderOfInsertion) {
             (std::vector<std::string>{"z", "a", "m"}));
 }
 
-TEST(KeyedCollection, KeepsReferencesWhileItGrows) {
+TEST(KeyedCollection, KeepsReferencesValidWhileItGrows) {
   KeyedCollection<int> collection;
   collection.Add(1, "first");
   int& first = collection.At("first");

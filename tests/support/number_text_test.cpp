@@ -40,7 +40,7 @@ TEST(ConvertToDouble, AcceptsWhatAutomationAccepts) {
   for (const auto& [text, number] : table) EXPECT_EQ(ConvertToDouble(text), number) << '"' << text << '"';
 }
 
-TEST(ConvertToDouble, RefusesEverythingElse) {
+TEST(ConvertToDouble, RejectsAnythingElse) {
   for (const std::string text :
        {"",   " ",   "abc",  "*null*", "=A1", "1 2", "--5",  "-5-", "(5",  "5)",  "(-5)",  "-(5)", ".",
         "1e", "1e+", "1..2", "$$5",    ",5",  "5,",  "0x10", "nan", "inf", "12%", "1e400", "1,.5", "5-$-"}) {
@@ -48,7 +48,7 @@ TEST(ConvertToDouble, RefusesEverythingElse) {
   }
 }
 
-TEST(RequireDouble, FailsWithTypeMismatchWhereThereIsNoNumber) {
+TEST(RequireDouble, ThrowsTypeMismatchForAnythingElse) {
   EXPECT_EQ(RequireDouble("1.5"), 1.5);
   try {
     RequireDouble("x");
@@ -58,7 +58,7 @@ TEST(RequireDouble, FailsWithTypeMismatchWhereThereIsNoNumber) {
   }
 }
 
-TEST(LeadingNumber, ReadsTheNumberInFrontAndIgnoresTheRest) {
+TEST(LeadingNumber, ReadsTheLeadingNumberAndIgnoresTheRest) {
   const std::vector<std::pair<std::string, double>> table = {
       {"", 0},       {"abc", 0},   {"12abc", 12}, {"  -3.5 USD", -3.5}, {"+4", 4},
       {"1,234", 1},  {".5x", 0.5}, {"-.5", -0.5}, {"1e2z", 100},        {"1e", 1},
@@ -68,11 +68,11 @@ TEST(LeadingNumber, ReadsTheNumberInFrontAndIgnoresTheRest) {
   for (const auto& [text, number] : table) EXPECT_EQ(LeadingNumber(text), number) << '"' << text << '"';
 }
 
-TEST(LeadingNumber, OverflowsBeyondTheRangeOfADouble) {
+TEST(LeadingNumber, ThrowsOverflowBeyondTheRangeOfADouble) {
   EXPECT_THROW(LeadingNumber("1e400"), Error);
 }
 
-TEST(GeneralNumberText, HasFifteenDigitsAndAnExponentOutsideItsRange) {
+TEST(GeneralNumberText, HasFifteenDigitsAndAnExponentForLargeAndSmallNumbers) {
   const std::vector<std::pair<double, std::string>> table = {
       {0.0, "0"},
       {-0.0, "0"},

@@ -8,7 +8,7 @@
 namespace krnqb {
 namespace {
 
-TEST(Variant, IsEmptyUnlessItWasGivenAValue) {
+TEST(Variant, IsEmptyByDefault) {
   EXPECT_TRUE(Variant().IsEmpty());
   EXPECT_FALSE(Variant("").IsEmpty());
   EXPECT_FALSE(Variant(XmlElement()).IsEmpty());
@@ -34,7 +34,7 @@ TEST(Variant, ConvertsToTextAsAutomationDoes) {
   EXPECT_EQ(Variant("abc").ToText(), "abc");
 }
 
-TEST(Variant, HasNoTextWhenItHoldsAnObject) {
+TEST(Variant, HasNoTextIfItHoldsAnObject) {
   const auto number = [](const Variant& value) {
     try {
       static_cast<void>(value.ToText());
@@ -49,7 +49,7 @@ TEST(Variant, HasNoTextWhenItHoldsAnObject) {
   EXPECT_EQ(number(Variant(std::make_shared<cSubtotals>())), 13);
 }
 
-TEST(Variant, GivesItsObjectByClass) {
+TEST(Variant, ReturnsItsObjectByClass) {
   const auto record = std::make_shared<cSubtotals>("Rent");
   const Variant value(record);
   EXPECT_TRUE(value.IsObject());

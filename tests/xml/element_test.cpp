@@ -3,20 +3,14 @@
 #include <gtest/gtest.h>
 
 #include "error_number.h"
+#include "fakes/outside_element.h"
 
 namespace krnqb {
 namespace {
 
 using tests::NumberThrownBy;
 
-class TextElement final : public OutsideXmlElement {
- public:
-  explicit TextElement(std::string initialText) : text(std::move(initialText)) {}
-  std::string Xml() const override { return text; }
-  std::string text;
-};
-
-TEST(XmlElement, OfNothingIsSafeToAskForWhatIsOptional) {
+TEST(XmlElement, EmptyHandleReturnsNothingForOptionalParts) {
   const XmlElement none;
   EXPECT_FALSE(none);
   EXPECT_FALSE(none.Child("a").Child("b").Parent().NextSibling());
@@ -26,7 +20,7 @@ TEST(XmlElement, OfNothingIsSafeToAskForWhatIsOptional) {
   EXPECT_EQ(none.Line(), 0);
 }
 
-TEST(XmlElement, OfNothingFailsForWhatIsRequired) {
+TEST(XmlElement, EmptyHandleThrowsForRequiredParts) {
   XmlElement none;
   EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(none.Text()); }), 91);
   EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(none.Name()); }), 91);
@@ -37,12 +31,12 @@ TEST(XmlElement, OfNothingFailsForWhatIsRequired) {
   EXPECT_EQ(NumberThrownBy([&] { none.Remove(); }), 91);
 }
 
-TEST(XmlElement, TextIsTheWholeContentUntrimmed) {
+TEST(XmlElement, TextIsTheWholeUntrimmedContent) {
   EXPECT_EQ(XmlElement::Parse("<a> x<b>y</b><![CDATA[<z>]]><!-- no --><?no no?> &amp;\n</a>").Text(),
             " xy<z> &\n");
 }
 
-TEST(XmlElement, CountsElementsAloneAsChildren) {
+TEST(XmlElement, CountsOnlyElementsAsChildren) {
   const XmlElement root = XmlElement::Parse("<a>\n <!-- c --> <b/>text<?pi?><c/>\n</a>");
   ASSERT_EQ(root.Children().size(), 2U);
   EXPECT_EQ(root.FirstChild().Name(), "b");
@@ -52,7 +46,7 @@ TEST(XmlElement, CountsElementsAloneAsChildren) {
   EXPECT_FALSE(root.Parent());
 }
 
-TEST(XmlElement, KeepsAnAmpersandInAText) {
+TEST(XmlElement, KeepsAnAmpersandInText) {
   XmlElement cell = XmlElement::Parse("<c>old<i/></c>");
   cell.SetText("Meals & Entertainment <b>");
   EXPECT_EQ(cell.Text(), "Meals & Entertainment <b>");
@@ -69,7 +63,7 @@ TEST(XmlElement, SearchesACloneInItsOwnDocument) {
   EXPECT_EQ(root.Child("b").SelectAll("//x").size(), 2U);
 }
 
-TEST(XmlElement, WritesAttributesAndTextsAsTheyAre) {
+TEST(XmlElement, PreservesAttributesAndTexts) {
   const std::string text = "<a z=\"é\" b=\"&quot;&amp;\">\n  <!-- ü --><c></c><![CDATA[<x> & ]]>&#183;</a>";
   EXPECT_EQ(XmlElement::Parse(text).Xml(),
             "<a z=\"é\" b=\"&quot;&amp;\">\n  <!-- ü --><c/><![CDATA[<x> & ]]>·</a>");
@@ -89,7 +83,7 @@ TEST(XmlElement, SelectsInDocumentOrder) {
   EXPECT_EQ(root.SelectAll("//x | //b").front().Name(), "b");
 }
 
-TEST(XmlElement, FailsForAMalformedPath) {
+TEST(XmlElement, ThrowsForAMalformedPath) {
   const XmlElement root = XmlElement::Parse("<a/>");
   EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(root.Select("//ListID[. = \"a\"b\"]")); }), -2147467259);
   EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(root.Select("1 + 1")); }), -2147467259);
@@ -121,7 +115,7 @@ TEST(XmlElement, PrintsAPrefixThatItDeclaresAnewOnce) {
   EXPECT_EQ(root.FirstChild().Xml(), "<b xmlns:d=\"urn:2\" d:x=\"1\"/>");
 }
 
-TEST(XmlElement, InsertsCopiesWhereTheyAreWanted) {
+TEST(XmlElement, InsertsCopiesBeforeAChildOrAtTheEnd) {
   XmlElement root = XmlElement::Parse("<a><r>1</r><r>2</r></a>");
   XmlElement copy = root.InsertCopy(root.FirstChild(), root.LastChild());
   copy.SetText("new");
@@ -129,7 +123,7 @@ TEST(XmlElement, InsertsCopiesWhereTheyAreWanted) {
   EXPECT_EQ(root.Xml(), "<a><r>1</r><r>new</r><r>2</r><s>from <i>elsewhere</i></s></a>");
 }
 
-TEST(XmlElement, StaysUsableAfterItsRemoval) {
+TEST(XmlElement, StaysValidAfterItsRemoval) {
   XmlElement root = XmlElement::Parse("<a><b>1</b><c/></a>");
   XmlElement child = root.Child("b");
   child.Remove();
@@ -140,14 +134,14 @@ TEST(XmlElement, StaysUsableAfterItsRemoval) {
   EXPECT_EQ(child.Xml(), "<b>1</b>");
 }
 
-TEST(XmlElement, StaysUsableWhenItsParentGetsAText) {
+TEST(XmlElement, StaysValidWhenItsParentsContentIsReplaced) {
   XmlElement root = XmlElement::Parse("<a><b>1</b></a>");
   const XmlElement child = root.Child("b");
   root.SetText("2");
   EXPECT_EQ(child.Text(), "1");
 }
 
-TEST(XmlElement, GivesAttributesAndSetsThem) {
+TEST(XmlElement, ReadsAndSetsAttributes) {
   XmlElement root = XmlElement::Parse("<a x='1'/>");
   EXPECT_EQ(root.Attribute("x"), "1");
   EXPECT_FALSE(root.Attribute("y"));
@@ -155,6 +149,49 @@ TEST(XmlElement, GivesAttributesAndSetsThem) {
   EXPECT_EQ(root.Attribute("x"), "a & \"b\"");
   root.SetAttribute("y", "é");
   EXPECT_EQ(root.Xml(), "<a x=\"a &amp; &quot;b&quot;\" y=\"é\"/>");
+}
+
+TEST(XmlElement, FindsOnlyChildrenInNoNamespaceByName) {
+  const XmlElement root = XmlElement::Parse(
+      "<a><x:b xmlns:x='urn:x'>1</x:b><b xmlns='urn:x'>2</b><x:c xmlns:x='urn:x'/><b>3</b></a>");
+  EXPECT_EQ(root.Child("b").Text(), "3");
+  EXPECT_FALSE(root.Child("x:b"));
+  EXPECT_FALSE(root.Child("c"));
+  EXPECT_EQ(XmlElement::Parse("<a xmlns='urn:x'><b/><b xmlns=''>1</b></a>").Child("b").Text(), "1");
+}
+
+TEST(XmlElement, IsNamedOnlyByANameInNoNamespace) {
+  const XmlElement root =
+      XmlElement::Parse("<a><b/><x:b xmlns:x='urn:x'/><b xmlns='urn:x'><b xmlns=''/></b></a>");
+  EXPECT_TRUE(root.FirstChild().IsNamed("b"));
+  EXPECT_FALSE(root.FirstChild().IsNamed("B"));
+  EXPECT_FALSE(root.FirstChild().NextSibling().IsNamed("b"));
+  EXPECT_FALSE(root.FirstChild().NextSibling().IsNamed("x:b"));
+  EXPECT_FALSE(root.LastChild().IsNamed("b"));
+  EXPECT_TRUE(root.LastChild().FirstChild().IsNamed("b"));
+  EXPECT_FALSE(XmlElement().IsNamed("b"));
+}
+
+TEST(XmlElement, ReadsOnlyAttributesInNoNamespace) {
+  const XmlElement root = XmlElement::Parse("<a x:id='1' x:name='2' name='3' xmlns:x='urn:x'/>");
+  EXPECT_FALSE(root.Attribute("id"));
+  EXPECT_FALSE(root.Attribute("x:id"));
+  EXPECT_EQ(root.Attribute("name"), "3");
+}
+
+TEST(XmlElement, SearchesADetachedElementInItsTopmostAncestor) {
+  const XmlElement root = XmlElement::Parse("<a><x>1</x><b><x>2</x><c><x>3</x></c></b></a>");
+  XmlElement detached = root.Child("b");
+  const XmlElement inner = detached.Child("c");
+  detached.Remove();
+  EXPECT_EQ(inner.Root(), detached);
+  EXPECT_EQ(inner.Select("//x").Text(), "2");
+  EXPECT_EQ(inner.SelectAll("//x").size(), 2U);
+  EXPECT_EQ(inner.Select("/b"), detached);
+  EXPECT_EQ(inner.Select("./x").Text(), "3");
+  EXPECT_FALSE(detached.Parent());
+  EXPECT_EQ(root.SelectAll("//x").size(), 1U);
+  EXPECT_EQ(root.Child("x").Root(), root);
 }
 
 TEST(XmlElement, SharesTheElementBetweenCopiesOfTheHandle) {
@@ -166,14 +203,14 @@ TEST(XmlElement, SharesTheElementBetweenCopiesOfTheHandle) {
   EXPECT_FALSE(XmlElement::Parse("<a/>") == XmlElement::Parse("<a/>"));
 }
 
-TEST(XmlElement, FirstTextNodeIsTheFirstOfTheElementsOwn) {
+TEST(XmlElement, FirstTextNodeIsNotTakenFromADescendant) {
   EXPECT_EQ(XmlElement::Parse("<c>a<b>x</b>d</c>").FirstTextNode(), "a");
   EXPECT_EQ(XmlElement::Parse("<c><b>x</b>d</c>").FirstTextNode(), "d");
   EXPECT_EQ(XmlElement::Parse("<c><![CDATA[x]]>d</c>").FirstTextNode(), "x");
   EXPECT_EQ(XmlElement::Parse("<c/>").FirstTextNode(), "");
 }
 
-TEST(XmlElement, GoesThroughTheWholeDocumentInOrder) {
+TEST(XmlElement, VisitsTheWholeDocumentInOrder) {
   std::string names;
   for (XmlElement element = XmlElement::Parse("<a><b><c/></b><d/></a>"); element;
        element = element.NextInDocument()) {
@@ -182,8 +219,8 @@ TEST(XmlElement, GoesThroughTheWholeDocumentInOrder) {
   EXPECT_EQ(names, "abcd");
 }
 
-TEST(OutsideXmlElement, IsReadAnewEachTimeAndGivenBackAsTheSameObject) {
-  const auto outside = std::make_shared<TextElement>("<a x='1'/>");
+TEST(OutsideXmlElement, IsReadAtEachAccessAndReturnedAsTheSameObject) {
+  const auto outside = std::make_shared<fakes::OutsideElement>("<a x='1'/>");
   const XmlElement element(outside);
   EXPECT_TRUE(element);
   EXPECT_EQ(element.Outside(), outside);
@@ -193,6 +230,29 @@ TEST(OutsideXmlElement, IsReadAnewEachTimeAndGivenBackAsTheSameObject) {
   EXPECT_EQ(element.Xml(), "<a x='2'/>");
   outside->text = "<broken";
   EXPECT_FALSE(element.Own());
+}
+
+TEST(OutsideXmlElement, IsParsedWithinItsDocument) {
+  const auto outside = std::make_shared<fakes::OutsideElement>("<b/>");
+  const XmlElement element(outside);
+  outside->documentText = "<!-- c --><a>text<x/><?i?><y><b>1</b>\n<b>2</b></y><x>3</x></a>";
+  outside->path = {1, 1};
+  EXPECT_EQ(element.Own().Text(), "2");
+  EXPECT_EQ(element.Own().Root().Name(), "a");
+  EXPECT_EQ(element.Own().SelectAll("//x").size(), 2U);
+  EXPECT_EQ(element.Xml(), "<b/>");
+  outside->path = {};
+  EXPECT_EQ(element.Own().Name(), "a");
+}
+
+TEST(OutsideXmlElement, IsNotFoundOutsideItsDocument) {
+  const auto outside = std::make_shared<fakes::OutsideElement>("<b/>");
+  outside->documentText = "<a><b/></a>";
+  for (const std::vector<std::size_t>& path :
+       {std::vector<std::size_t>{1}, std::vector<std::size_t>{0, 0}, std::vector<std::size_t>{7, 7}}) {
+    outside->path = path;
+    EXPECT_FALSE(XmlElement(outside).Own());
+  }
 }
 
 }  // namespace

@@ -5,14 +5,14 @@
 namespace krnqb {
 namespace {
 
-TEST(ParseXmlText, GivesTheDocumentElement) {
+TEST(ParseXmlText, ReturnsTheDocumentElement) {
   const XmlParseResult result = ParseXmlText("<?xml version=\"1.0\" ?>\n<QBXML><a/></QBXML>\n");
   ASSERT_TRUE(result.element);
   EXPECT_FALSE(result.fault);
   EXPECT_EQ(result.element.Name(), "QBXML");
 }
 
-TEST(ParseXmlText, RefusesWhatIsNotWellFormedAndSaysWhere) {
+TEST(ParseXmlText, ReportsTheLineOfAFault) {
   const XmlParseResult result = ParseXmlText("<a>\n<b>\n</a>");
   EXPECT_FALSE(result.element);
   ASSERT_TRUE(result.fault);
@@ -20,7 +20,7 @@ TEST(ParseXmlText, RefusesWhatIsNotWellFormedAndSaysWhere) {
   EXPECT_NE(result.fault->message.find("mismatch"), std::string::npos) << result.fault->message;
 }
 
-TEST(ParseXmlText, RefusesEveryKindOfFault) {
+TEST(ParseXmlText, RejectsTextsThatAreNotWellFormed) {
   for (const std::string text :
        {"", " ", "text", "<a>", "<a></b>", "<a/><b/>", "<a>]]></a>", "<a b=c/>", "<a>&nbsp;</a>", "<a>&</a>",
         "<a b='1' b='2'/>", "<a><!-- -- --></a>", "<a>\x01</a>", "<a>\xff</a>"}) {
@@ -30,7 +30,7 @@ TEST(ParseXmlText, RefusesEveryKindOfFault) {
   }
 }
 
-TEST(ParseXmlText, RefusesADocumentThatDeclaresEntities) {
+TEST(ParseXmlText, RejectsEntityDeclarations) {
   for (const std::string text :
        {"<!DOCTYPE a [<!ENTITY e 'x'>]><a>&e;</a>", "<!DOCTYPE a [<!ENTITY e 'x'>]><a/>",
         "<!DOCTYPE a [<!ENTITY % p 'x'>]><a/>",
@@ -43,7 +43,7 @@ TEST(ParseXmlText, RefusesADocumentThatDeclaresEntities) {
   }
 }
 
-TEST(ParseXmlText, RefusesEntitiesBeforeTheyGrow) {
+TEST(ParseXmlText, RejectsEntitiesBeforeExpandingThem) {
   std::string text = "<!DOCTYPE a [<!ENTITY e0 'xxxxxxxxxx'>";
   for (int level = 1; level < 30; ++level) {
     text += "<!ENTITY e" + std::to_string(level) + " '";
@@ -53,11 +53,11 @@ TEST(ParseXmlText, RefusesEntitiesBeforeTheyGrow) {
   EXPECT_FALSE(ParseXmlText(text + "]><a b='&e29;'>&e29;</a>").element);
 }
 
-TEST(ParseXmlText, ReadsADocumentTypeWithoutEntities) {
+TEST(ParseXmlText, AcceptsADocumentTypeWithoutEntities) {
   EXPECT_TRUE(ParseXmlText("<!DOCTYPE a SYSTEM 'missing.dtd'><a/>").element);
 }
 
-TEST(ParseXmlText, DoesNotObeyAnEncodingDeclaration) {
+TEST(ParseXmlText, IgnoresTheEncodingDeclaration) {
   for (const std::string encoding : {"UTF-16", "ISO-8859-1", "windows-1252", "no-such-encoding"}) {
     const auto result = ParseXmlText("<?xml version=\"1.0\" encoding=\"" + encoding + "\"?><a>é€</a>");
     ASSERT_TRUE(result.element) << encoding;
@@ -88,7 +88,7 @@ TEST(ParseXmlText, CountsLinesBeyondSixteenBits) {
   EXPECT_EQ(result.element.Child("b").Line(), 70000);
 }
 
-TEST(ParseXmlText, ReadsTextsOfManyMegabytes) {
+TEST(ParseXmlText, ParsesTextsOfManyMegabytes) {
   const std::string large(20'000'000, 'x');
   EXPECT_EQ(ParseXmlText("<a>" + large + "</a>").element.Text().size(), large.size());
 }
@@ -100,7 +100,7 @@ TEST(ParseXmlBytes, ObeysTheEncodingDeclaration) {
   EXPECT_EQ(ParseXmlBytes("<a>é</a>").element.Text(), "é");
 }
 
-TEST(ParseXmlBytes, ReadsUtf16ByItsByteOrderMark) {
+TEST(ParseXmlBytes, RecognizesUtf16ByItsByteOrderMark) {
   const std::u16string wide = u"<?xml version=\"1.0\" encoding=\"UTF-16\"?><a>é€</a>";
   std::string bytes = "\xFF\xFE";
   for (const char16_t unit : wide) {
@@ -110,7 +110,7 @@ TEST(ParseXmlBytes, ReadsUtf16ByItsByteOrderMark) {
   EXPECT_EQ(ParseXmlBytes(bytes).element.Text(), "é€");
 }
 
-TEST(EscapedXmlText, EscapesWhatMarkupNeeds) {
+TEST(EscapedXmlText, EscapesMarkupCharacters) {
   EXPECT_EQ(EscapedXmlText("a & b < c > \"d\" 'e' é"), "a &amp; b &lt; c &gt; &quot;d&quot; 'e' é");
 }
 

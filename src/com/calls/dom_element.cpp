@@ -1,5 +1,6 @@
 #include "com/calls/dom_element.h"
 
+#include <algorithm>
 #include <array>
 
 #include "com/calls/named_calls.h"
@@ -41,15 +42,40 @@ ComPointer<IDispatch> DocumentElement(const NamedCalls& document, const std::str
   return document.Get(L"documentElement").Object();
 }
 
+bool IsElement(const ComPointer<IDispatch>& node) {
+  constexpr std::int16_t elementNode = 1;
+  VariantValue type = NamedCalls(node).Get(L"nodeType");
+  Check(VariantChangeType(&type.Get(), &type.Get(), 0, VT_I2));
+  return type.Get().iVal == elementNode;
+}
+
+// Returns null for the document element and for an element without a parent or directly in a fragment.
+ComPointer<IDispatch> ParentElement(const ComPointer<IDispatch>& element) {
+  ComPointer<IDispatch> parent = NamedCalls(element).Get(L"parentNode").Object();
+  return parent && IsElement(parent) ? parent : ComPointer<IDispatch>();
+}
+
+std::size_t ElementsBefore(const ComPointer<IDispatch>& element) {
+  std::size_t count = 0;
+  ComPointer<IDispatch> node = NamedCalls(element).Get(L"previousSibling").Object();
+  for (; node; node = NamedCalls(node).Get(L"previousSibling").Object()) {
+    if (IsElement(node)) ++count;
+  }
+  return count;
+}
+
+std::string XmlOf(const ComPointer<IDispatch>& element) {
+  VariantValue xml = NamedCalls(element).Get(L"xml");
+  Check(VariantChangeType(&xml.Get(), &xml.Get(), 0, VT_BSTR));
+  return Utf8(TextOf(xml.Get().bstrVal));
+}
+
 }  // namespace
 
 std::shared_ptr<DomElement> DomElement::Of(ComPointer<IDispatch> object) {
-  constexpr std::int16_t elementNode = 1;
   if (!object) return nullptr;
   try {
-    VariantValue type = NamedCalls(object).Get(L"nodeType");
-    Check(VariantChangeType(&type.Get(), &type.Get(), 0, VT_I2));
-    if (type.Get().iVal != elementNode) return nullptr;
+    if (!IsElement(object)) return nullptr;
   } catch (const Error&) {
     return nullptr;
   }
@@ -74,9 +100,26 @@ ComPointer<IDispatch> DomElement::OutsideElement(const XmlElement& element) {
 }
 
 std::string DomElement::Xml() const {
-  VariantValue xml = NamedCalls(object_).Get(L"xml");
-  Check(VariantChangeType(&xml.Get(), &xml.Get(), 0, VT_BSTR));
-  return Utf8(TextOf(xml.Get().bstrVal));
+  return XmlOf(object_);
+}
+
+// The topmost element stands for the document: what surrounds it, such as a document type, contains no
+// elements.
+std::string DomElement::DocumentXml() const {
+  ComPointer<IDispatch> top = object_;
+  while (ComPointer<IDispatch> parent = ParentElement(top)) top = std::move(parent);
+  return XmlOf(top);
+}
+
+std::vector<std::size_t> DomElement::PathInDocument() const {
+  std::vector<std::size_t> path;
+  ComPointer<IDispatch> element = object_;
+  while (ComPointer<IDispatch> parent = ParentElement(element)) {
+    path.push_back(ElementsBefore(element));
+    element = std::move(parent);
+  }
+  std::ranges::reverse(path);
+  return path;
 }
 
 }  // namespace krnqb::com

@@ -2,7 +2,10 @@
 
 #include <ole2.h>
 
+#include <cstddef>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "com/values/com_pointer.h"
 #include "krnqb/xml_element.h"
@@ -22,6 +25,8 @@ class DomElement final : public OutsideXmlElement {
   explicit DomElement(ComPointer<IDispatch> object) noexcept : object_(std::move(object)) {}
 
   std::string Xml() const override;
+  std::string DocumentXml() const override;
+  std::vector<std::size_t> PathInDocument() const override;
   ComPointer<IDispatch> Object() const noexcept { return object_; }
 
  private:

@@ -4,11 +4,11 @@
 
 namespace krnqb {
 
-/// Reads from QuickBooks the account and item lists that the options call for: the expense accounts for the
-/// expense accounts, the income accounts for the income accounts or past performance, and with a balances
-/// import the cost accounts and the items beside the income accounts. With a balances import each list's
-/// subtotals begin anew at 0. What is not read keeps the value of the import before. Throws what QuickBooks
-/// refuses a request with.
+/// Reads the account and item lists that the options require from QuickBooks: the expense accounts if expense
+/// accounts are included, and the income accounts if income accounts or past performance are included. If
+/// balances are imported, also reads the items, and the cost accounts together with the income accounts, and
+/// resets the subtotals of each list to 0. A list that is not read keeps its value from the previous import.
+/// Throws the error with which QuickBooks refuses a request.
 void LoadQuickBooksLists(ImportContext& context);
 
 }  // namespace krnqb

@@ -20,20 +20,20 @@ std::string LowerAscii(std::string text) {
   return text;
 }
 
-// What can stand between double quotes in a search path, and so can be looked for.
+// Returns the text unless it contains a double quote, which no quoted text in a search path can.
 const std::string& Searchable(const std::string& text) {
   if (text.find('"') != std::string::npos) throw Error(error_number::unspecified);
   return text;
 }
 
-// The first text of every cell of the table document, all blocks, in lower case.
+// Returns the first text of every cell in the table's document, with A to Z in lower case.
 std::unordered_set<std::string> CellTexts(const XmlElement& tableBlocks) {
   std::unordered_set<std::string> texts;
   for (const XmlElement& cell : tableBlocks.SelectAll("//c")) texts.insert(LowerAscii(cell.FirstTextNode()));
   return texts;
 }
 
-// Names and ids stand as they are: one that breaks the document leaves nothing to choose from.
+// Names and ids are not escaped; the caller reports a document that this makes invalid.
 std::string SelectionDocument(const XmlElement& tableBlocks, const XmlElement& answer) {
   const std::unordered_set<std::string> cellTexts = CellTexts(tableBlocks);
   std::string document = "<expenseAccounts>";
@@ -56,23 +56,45 @@ bool SelectedAttribute(const XmlElement& record) {
   return RequireDouble(text) != 0;
 }
 
-// A copy of the list without the accounts that are not selected and without sub-accounts. An account that the
-// selection does not name is kept.
+// The accounts of a list by each of their ids.
+class AccountsById {
+ public:
+  explicit AccountsById(const XmlElement& accounts) {
+    const std::vector<XmlElement> children = accounts.Children();
+    for (auto account = children.rbegin(); account != children.rend(); ++account) {
+      if (!account->IsNamed("AccountRet")) continue;
+      for (const XmlElement& field : account->Children()) {
+        if (field.IsNamed("ListID")) accountsLastFirst_[field.Text()].push_back(*account);
+      }
+    }
+  }
+
+  // Removes the first account in the list that has this id, if there is one left.
+  void Remove(const std::string& id) {
+    const auto found = accountsLastFirst_.find(id);
+    if (found == accountsLastFirst_.end()) return;
+    std::vector<XmlElement>& accounts = found->second;
+    bool removed = false;
+    while (!removed && !accounts.empty()) {
+      XmlElement account = accounts.back();
+      accounts.pop_back();
+      // An account with several ids may be gone already.
+      removed = static_cast<bool>(account.Parent());
+      if (removed) account.Remove();
+    }
+  }
+
+ private:
+  std::unordered_map<std::string, std::vector<XmlElement>> accountsLastFirst_;
+};
+
+// Returns a copy of the list without sub-accounts and without the accounts whose selection is false. An
+// account that the selection does not list is kept.
 XmlElement SelectedAccounts(const XmlElement& accounts, const XmlElement& selection) {
   XmlElement pruned = accounts.Clone();
-  std::unordered_multimap<std::string, XmlElement> accountsById;
-  const std::vector<XmlElement> children = pruned.Children();
-  // Last first, so that the first account in the list is the one found first among equal ids.
-  for (auto account = children.rbegin(); account != children.rend(); ++account) {
-    const XmlElement id = account->Child("ListID");
-    if (account->Name() == "AccountRet" && id) accountsById.emplace(id.Text(), *account);
-  }
+  AccountsById accountsById(pruned);
   for (XmlElement record = selection.FirstChild(); record; record = record.NextSibling()) {
-    if (SelectedAttribute(record)) continue;
-    const auto found = accountsById.find(Searchable(record.Attribute("id").value_or("")));
-    if (found == accountsById.end()) continue;
-    found->second.Remove();
-    accountsById.erase(found);
+    if (!SelectedAttribute(record)) accountsById.Remove(Searchable(record.Attribute("id").value_or("")));
   }
   for (XmlElement& account : pruned.Children()) {
     if (!IsTopLevelAccount(account)) account.Remove();

@@ -55,11 +55,11 @@ std::string BillableKey(const Field& customerId, const Field& amount) {
 
 // An item line counts here with the income side of its item: what its sale would post to.
 std::string BillableAccount(LineBooking& booking, const TransactionLine& line) {
-  const std::string_view account = line.accountId.value_or("");
+  const std::string_view account = line.anyAccountId.value_or("");
   if (!account.empty()) return std::string(account);
-  if (!line.itemId) return {};
+  if (!line.anyItemId) return {};
   const ItemList& items = booking.context.state.itemListDocument;
-  return items.ItemAccount(*line.itemId, ItemSide::Income, booking.context.observer);
+  return items.ItemAccount(*line.anyItemId, ItemSide::Income, booking.context.observer);
 }
 
 void RecordBillable(LineBooking& booking, const TransactionLine& line) {

@@ -79,7 +79,7 @@ class RowTelling {
 std::vector<XmlElement> ColumnsOf(const XmlElement& rowData) {
   std::vector<XmlElement> columns;
   for (XmlElement child = rowData.Parent().FirstChild(); child; child = child.NextSibling()) {
-    if (child.Name() == "ColData") columns.push_back(child);
+    if (child.IsNamed("ColData")) columns.push_back(child);
   }
   return columns;
 }

@@ -16,12 +16,14 @@ struct TransactionLine {
   std::string_view element;          ///< such as "ExpenseLineRet"
   Field amount;                      ///< Amount
   Field quantity;                    ///< Quantity
-  Field accountId;                   ///< AccountRef/ListID
-  Field itemId;                      ///< ItemRef/ListID
-  Field itemGroupId;                 ///< ItemGroupRef/ListID
-  Field parentItemGroupId;           ///< the parent element's ItemGroupRef/ListID
+  Field accountId;                   ///< the ListID of its first AccountRef
+  Field itemId;                      ///< the ListID of its first ItemRef
+  Field anyAccountId = {};           ///< the first ListID in any of its AccountRefs
+  Field anyItemId = {};              ///< the first ListID in any of its ItemRefs
+  Field itemGroupId;                 ///< the ListID of its first ItemGroupRef
+  Field parentItemGroupId;           ///< the ListID of the parent element's first ItemGroupRef
   bool hasCustomer = false;          ///< whether the line has a CustomerRef
-  Field customerId;                  ///< the line's CustomerRef/ListID
+  Field customerId;                  ///< the first ListID in any of its CustomerRefs
   Field parentCustomerId;            ///< its parent's
   Field grandparentCustomerId;       ///< its parent's parent's
   std::string_view transactionId;    ///< TxnID of its transaction; empty when there is none

@@ -14,12 +14,17 @@ using Field = TransactionLine::Field;
 using FrameNumber = std::int32_t;
 constexpr FrameNumber noFrame = -1;
 
-// What is kept of an element that may be a line, or stand above one.
+// What is kept of an element that may be a line or enclose one.
 struct Frame {
   Field amount;
   Field quantity;
+  bool hasAccount = false;
   Field accountId;
+  Field anyAccountId;
+  bool hasItem = false;
   Field itemId;
+  Field anyItemId;
+  bool hasItemGroup = false;
   Field itemGroupId;
   bool hasCustomer = false;
   Field customerId;
@@ -27,20 +32,22 @@ struct Frame {
   Field transactionDate;
 };
 
-// A child element whose text, or whose ListID's text, is a field of the element around it.
+// A child element whose text, or whose ListID's text, is a field of its parent.
 struct FieldElement {
   std::string_view name;
-  Field Frame::*field;
-  bool isReference;
+  Field Frame::*first;        // the first one's text, or for a reference the first one's ListID
+  Field Frame::*any;          // the first ListID of all references of this name
+  bool Frame::*hasReference;  // null if the element is no reference
 };
-constexpr std::array<FieldElement, 8> fieldElements = {{{"Amount", &Frame::amount, false},
-                                                        {"Quantity", &Frame::quantity, false},
-                                                        {"TxnID", &Frame::transactionId, false},
-                                                        {"TxnDate", &Frame::transactionDate, false},
-                                                        {"AccountRef", &Frame::accountId, true},
-                                                        {"ItemRef", &Frame::itemId, true},
-                                                        {"ItemGroupRef", &Frame::itemGroupId, true},
-                                                        {"CustomerRef", &Frame::customerId, true}}};
+constexpr std::array<FieldElement, 8> fieldElements = {
+    {{"Amount", &Frame::amount, nullptr, nullptr},
+     {"Quantity", &Frame::quantity, nullptr, nullptr},
+     {"TxnID", &Frame::transactionId, nullptr, nullptr},
+     {"TxnDate", &Frame::transactionDate, nullptr, nullptr},
+     {"AccountRef", &Frame::accountId, &Frame::anyAccountId, &Frame::hasAccount},
+     {"ItemRef", &Frame::itemId, &Frame::anyItemId, &Frame::hasItem},
+     {"ItemGroupRef", &Frame::itemGroupId, nullptr, &Frame::hasItemGroup},
+     {"CustomerRef", nullptr, &Frame::customerId, &Frame::hasCustomer}}};
 
 // A line by the frames that its fields come from.
 struct FoundLine {
@@ -53,7 +60,8 @@ struct FoundLine {
 
 struct OpenElement {
   FrameNumber frame = noFrame;
-  const FieldElement* reference = nullptr;  // when its ListID is a field of the element around it
+  const FieldElement* reference = nullptr;  // set if its ListID is a field of its parent
+  bool isFirstReference = false;            // the first child of its name
   bool isResponse = false;                  // the one whose children are the transactions
   bool isItemGroup = false;
 };
@@ -79,7 +87,7 @@ class LineHandler final : public XmlEventHandler {
   }
 
   void EndElement() override {
-    if (!captures_.empty() && captures_.back().depth == open_.size()) {
+    while (!captures_.empty() && captures_.back().depth == open_.size()) {
       const Capture& capture = captures_.back();
       frames_[capture.frame].*capture.field =
           lines_.texts.Keep(std::string_view(captured_).substr(capture.begin));
@@ -120,28 +128,28 @@ class LineHandler final : public XmlEventHandler {
   void BeginField(std::string_view name, OpenElement& element) {
     OpenElement& around = open_.back();
     if (around.reference != nullptr && name == "ListID") {
-      // A reference stands inside the element that its ListID is a field of.
-      BeginCapture(open_[open_.size() - 2].frame, around.reference->field);
+      const FrameNumber parent = open_[open_.size() - 2].frame;
+      if (around.isFirstReference) BeginCapture(parent, around.reference->first);
+      BeginCapture(parent, around.reference->any);
       return;
     }
     for (const FieldElement& fieldElement : fieldElements) {
       if (fieldElement.name != name) continue;
       const FrameNumber frame = FrameOf(around);
-      if (fieldElement.isReference) {
-        element.reference = &fieldElement;
-        if (fieldElement.field == &Frame::customerId)
-          frames_[static_cast<std::size_t>(frame)].hasCustomer = true;
-      } else {
-        BeginCapture(frame, fieldElement.field);
-      }
+      if (fieldElement.hasReference == nullptr) return BeginCapture(frame, fieldElement.first);
+      bool& hasReference = frames_[static_cast<std::size_t>(frame)].*fieldElement.hasReference;
+      element.reference = &fieldElement;
+      element.isFirstReference = !hasReference;
+      hasReference = true;
       return;
     }
   }
 
-  // The first of several counts.
+  // The first of several texts of a field counts.
   void BeginCapture(FrameNumber frame, Field Frame::*field) {
     const auto index = static_cast<std::size_t>(frame);
-    if (!(frames_[index].*field)) captures_.push_back({open_.size() + 1, index, field, captured_.size()});
+    if (field != nullptr && !(frames_[index].*field))
+      captures_.push_back({open_.size() + 1, index, field, captured_.size()});
   }
 
   bool IsLine(std::string_view name) const {
@@ -186,6 +194,8 @@ class LineHandler final : public XmlEventHandler {
             .quantity = own.quantity,
             .accountId = own.accountId,
             .itemId = own.itemId,
+            .anyAccountId = own.anyAccountId,
+            .anyItemId = own.anyItemId,
             .itemGroupId = own.itemGroupId,
             .parentItemGroupId = parent.itemGroupId,
             .hasCustomer = own.hasCustomer,

@@ -19,7 +19,7 @@ const AccountList::RollUp& AccountList::RollUpOf(std::string_view listId) const 
   const std::string id(listId);
   if (const auto found = lookUps_->rollUps.find(id); found != lookUps_->rollUps.end()) return found->second;
   RollUp rollUp;
-  // The failure is an outcome to keep here; who asks tells it.
+  // The failure is cached like a name; the caller reports it.
   try {
     rollUp.name = Climb(id);
   } catch (...) {
@@ -35,7 +35,7 @@ std::string AccountList::Climb(const std::string& listId) const {
   for (;;) {
     const XmlElement account = listIdElement.Parent();
     if (account.Child("Sublevel").Text() == "0") return account.Child("Name").Text();
-    const std::string parentId = account.Child("ParentRef").Child("ListID").Text();
+    const std::string parentId = account.Select("./ParentRef/ListID").Text();
     if (!visited.insert(parentId).second) {
       throw Error(error_number::unspecified, "the account's parents run in a circle");
     }
@@ -43,8 +43,7 @@ std::string AccountList::Climb(const std::string& listId) const {
   }
 }
 
-// The first "ListID" element of the document with that text. No search path can hold a double quote, so such
-// an id fails as the path does.
+// An id with a double quote goes through the path, whose error or match differs from that of the index.
 XmlElement AccountList::FindListId(const std::string& listId) const {
   if (listId.find('"') != std::string::npos) return answer_.Select("//ListID[. = \"" + listId + "\"]");
   return lookUps_->index.Find(listId);

@@ -17,22 +17,23 @@ namespace krnqb {
 /// The three account lists of an import.
 enum class AccountGroup { Expense, Income, CostOfGoods };
 
-/// An answer that lists accounts, with what has been looked up in it: the list never changes.
+/// A QuickBooks response that lists accounts. It never changes, so results of lookups are cached; copies
+/// share the cache.
 class AccountList {
  public:
   AccountList() = default;
   explicit AccountList(XmlElement answer) : answer_(std::move(answer)) {}
 
-  /// The answer's document element; none when there was no answer.
+  /// Returns the response's document element, or an empty handle if there was no response.
   const XmlElement& Element() const noexcept { return answer_; }
   explicit operator bool() const noexcept { return static_cast<bool>(answer_); }
 
-  /// What a climb to the top level came to: the name, or the failure that ended it.
+  /// The result of finding an account's top-level account.
   struct RollUp {
-    std::string name;
-    std::optional<Error> failure;
+    std::string name;              ///< empty if the account is not in the list or the search failed
+    std::optional<Error> failure;  ///< why the search failed
   };
-  /// Climbs from an account to its top-level account; climbed once per account, since the list never changes.
+  /// Finds the top-level account of an account. Errors are returned in the result.
   const RollUp& RollUpOf(std::string_view listId) const;
 
  private:
@@ -49,13 +50,15 @@ class AccountList {
   mutable std::shared_ptr<LookUps> lookUps_;
 };
 
-/// The name of the top-level account that an account belongs to: itself or, climbing by "ParentRef", its
-/// ancestor whose "Sublevel" is "0". Empty when the list does not hold the account. Also empty, and told to
-/// the observer, when the climb fails or runs in a circle.
+/// Returns the name of the top-level account that an account belongs to: the account itself or the ancestor,
+/// reached by "ParentRef", whose "Sublevel" is "0". Returns the empty text if the list does not contain the
+/// account. If a record on the way is incomplete or the parents form a cycle, reports the error to the
+/// observer and returns the empty text.
 const std::string& TopLevelAccountName(const AccountList& list, std::string_view listId, Observer& observer);
 
-/// One record of zeros per top-level account of a list, keyed by its name, in the order of the list. Nothing,
-/// told to the observer, when there is no list or two accounts have the same name.
+/// Returns a subtotal of zeros for each top-level account of a list, keyed by its name, in the order of the
+/// list. If there is no list, an account has no name or two accounts have the same name, reports the error to
+/// the observer and returns nothing.
 std::optional<SubtotalCollection> TopLevelSubtotals(const AccountList& list, Observer& observer);
 
 }  // namespace krnqb

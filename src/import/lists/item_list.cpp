@@ -7,7 +7,7 @@
 namespace krnqb {
 namespace {
 
-// The text of an element, or of none.
+// Returns an element's text, or the empty text for an empty handle.
 std::string TextOf(const XmlElement& element) {
   return element ? element.Text() : std::string();
 }
@@ -36,12 +36,12 @@ std::string ItemList::FindAccount(const std::string& itemId, ItemSide side) cons
       quoted ? answer_.Select("//ListID[. = \"" + itemId + "\"]") : lookUps_->index.Find(itemId);
   if (!listId) return {};
   const XmlElement item = listId.Parent();
-  const std::string_view reference = side == ItemSide::Income ? "IncomeAccountRef" : "ExpenseAccountRef";
-  std::string account = TextOf(item.Child("SalesAndPurchase").Child(reference).Child("ListID"));
-  if (account.empty()) account = TextOf(item.Child("SalesOrPurchase").Child("AccountRef").Child("ListID"));
-  if (account.empty()) account = TextOf(item.Child(reference).Child("ListID"));
+  const std::string reference = side == ItemSide::Income ? "IncomeAccountRef" : "ExpenseAccountRef";
+  std::string account = TextOf(item.Select("./SalesAndPurchase/" + reference + "/ListID"));
+  if (account.empty()) account = TextOf(item.Select("./SalesOrPurchase/AccountRef/ListID"));
+  if (account.empty()) account = TextOf(item.Select("./" + reference + "/ListID"));
   if (side != ItemSide::Income || account.empty()) return account;
-  const std::string costAccount = TextOf(item.Child("COGSAccountRef").Child("ListID"));
+  const std::string costAccount = TextOf(item.Select("./COGSAccountRef/ListID"));
   const std::string averageCost = costAccount.empty() ? "" : TextOf(item.Child("AverageCost"));
   return averageCost.empty() ? account : CostOfGoodsMarker(costAccount, account, averageCost);
 }

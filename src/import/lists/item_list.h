@@ -12,14 +12,14 @@
 
 namespace krnqb {
 
-/// The side of an item that a transaction line posts to.
+/// Which of an item's accounts is meant.
 enum class ItemSide : std::int16_t {
-  Income = 1,  ///< what its sale posts to
-  Expense = 4  ///< what its purchase posts to
+  Income = 1,  ///< the account that a sale of the item posts to
+  Expense = 4  ///< the account that a purchase of the item posts to
 };
 
-/// The answer that lists the company's items (`ItemListDocument`), with what has been looked up in it: the
-/// list never changes.
+/// The QuickBooks response that lists the company's items. It never changes, so results of lookups are
+/// cached; copies share the cache.
 class ItemList {
  public:
   ItemList() = default;
@@ -27,9 +27,9 @@ class ItemList {
 
   const XmlElement& Element() const noexcept { return answer_; }
 
-  /// The id of the account that an item posts to, or the empty text. For the income side of an inventory item
-  /// that has a cost-of-goods account and an average cost, a cost-of-goods marker instead (see
-  /// `BookCostOfSale`). A failure is told to the observer and gives the empty text.
+  /// Returns the id of the account that an item posts to, or the empty text if it has none. For the income
+  /// side of an item with a cost-of-goods account and an average cost, returns a cost-of-goods marker instead
+  /// (see `BookCostOfSale`). Reports an error to the observer and then returns the empty text.
   const std::string& ItemAccount(std::string_view itemId, ItemSide side, Observer& observer) const;
 
  private:
@@ -46,12 +46,13 @@ class ItemList {
   mutable std::shared_ptr<LookUps> lookUps_;
 };
 
-/// The cost-of-goods marker: an XML text with the cost-of-goods account, the income account ("workid") and
-/// the average cost as it stands in the item's record.
+/// Returns the cost-of-goods marker: an XML text with the cost-of-goods account ("cogsid"), the income
+/// account
+/// ("workid") and the average cost exactly as in the item's record.
 std::string CostOfGoodsMarker(std::string_view costAccountId, std::string_view incomeAccountId,
                               std::string_view averageCost);
 
-/// Whether an account text is a cost-of-goods marker.
+/// Returns whether an account text is a cost-of-goods marker.
 bool IsCostOfGoodsMarker(std::string_view account) noexcept;
 
 }  // namespace krnqb

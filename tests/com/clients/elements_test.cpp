@@ -165,6 +165,34 @@ TEST(Elements, AnElementIsAcceptedAsAResponse) {
   EXPECT_EQ(byText.value.AsText(), byElement.value.AsText());
 }
 
+TEST(Elements, AnAnswerIsReadFromTheWholeDocumentOfAnInnerElement) {
+  const Selecting selecting;
+  selecting.exchange.Let(L"KRNProduct", Value(1));
+  selecting.exchange.Set(L"KRNPlanData",
+                         Value(NewHostPlan(std::make_shared<PlanState>("recordings\\ald.kpf")).Get()));
+  const std::string answer = AccountsAnswer(1, {"Brand New Income"});
+  const LateBound document = NewDocument(Utf16(answer));
+  const std::wstring byText =
+      selecting.exchange.Call(L"KRNDeserialize", {Value(Utf16(answer))}).value.AsText();
+  EXPECT_NE(std::wstring::npos, byText.find(L"Brand New Income"));
+  const LateBound name(document.Call(L"selectSingleNode", {L"//AccountRet/Name"}).value.AsObject());
+  EXPECT_EQ(byText, selecting.exchange.Call(L"KRNDeserialize", {Value(name.Get())}).value.AsText());
+  // A detached element is searched up to its topmost ancestor.
+  const LateBound root = ElementOf(document);
+  ASSERT_EQ(S_OK, document.Call(L"removeChild", {Value(root.Get())}).result);
+  EXPECT_EQ(byText, selecting.exchange.Call(L"KRNDeserialize", {Value(name.Get())}).value.AsText());
+}
+
+TEST(Elements, ASelectionWithinALargerDocumentIsReadInItsPlace) {
+  const Selecting selecting;
+  const LateBound document = NewDocument(
+      L"<page>\n<expenseAccounts><account id=\"4-3\" selected=\"True\"/></expenseAccounts>\n<!-- chosen -->"
+      L"<expenseAccounts><account id=\"4-3\" selected=\"False\"/></expenseAccounts></page>");
+  const LateBound second(document.Call(L"selectSingleNode", {L"//expenseAccounts[2]"}).value.AsObject());
+  ASSERT_EQ(S_OK, selecting.exchange.Set(L"SelectedExpenses", Value(second.Get())).result);
+  EXPECT_EQ(std::string::npos, selecting.Read().find("Cleaning"));
+}
+
 TEST(Elements, AnObjectsDefaultValueIsAcceptedAsText) {
   const LateBound exchange = NewLateBoundExchange();
   const auto holder = NamedObject::Make();

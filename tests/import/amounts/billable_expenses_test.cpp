@@ -42,6 +42,16 @@ TEST_F(BillableExpenses, HoldTheAccountByCustomerAndAmountText) {
   EXPECT_EQ(Count(), 1U);
 }
 
+TEST_F(BillableExpenses, HoldTheFirstAccountItemAndCustomerIdOfAnyReference) {
+  Book(ExpenseLine(Element("AccountRef", "") + AccountRef("E-1") + Element("CustomerRef", "") +
+                   CustomerRef("K-1") + Amount("75.00")));
+  EXPECT_EQ(Recorded("K-1,75.00"), "E-1");
+  surroundings.SetItems(fakes::OneAccountItem("IT-1", "E-2"));
+  Book(
+      fakes::ItemLine(Element("ItemRef", "") + fakes::ItemRef("IT-1") + CustomerRef("K-2") + Amount("5.00")));
+  EXPECT_EQ(Recorded("K-2,5.00"), "E-2");
+}
+
 TEST_F(BillableExpenses, HoldTheLinesOwnAccountNotTheOneAtTheTop) {
   Book(ExpenseLine(AccountRef("E-3") + Amount("75.00") + CustomerRef("K-1")));
   EXPECT_EQ(Recorded("K-1,75.00"), "E-3");

@@ -148,6 +148,19 @@ TEST_F(ExpenseTransactions, LeaveOutTheLinesOfAnItemGroup) {
   EXPECT_EQ(SumOfAll(), 2);
 }
 
+TEST_F(ExpenseTransactions, ReadTheAccountFromTheFirstReferenceAlone) {
+  Book(ExpenseLine(Element("AccountRef", "") + AccountRef("E-1") + Amount("100.00")));
+  EXPECT_EQ(SumOfAll(), 0);
+  Book(ExpenseLine(AccountRef("E-1") + AccountRef("E-2") + Amount("100.00")));
+  EXPECT_EQ(Rent(), 100);
+}
+
+TEST_F(ExpenseTransactions, ReadTheItemFromTheFirstReferenceAlone) {
+  surroundings.SetItems(OneAccountItem("IT-1", "E-1"));
+  Book(ItemLine(Element("ItemRef", "") + ItemRef("IT-1") + Amount("100.00")));
+  EXPECT_EQ(SumOfAll(), 0);
+}
+
 TEST_F(ExpenseTransactions, ReuseNothingOfTheLineBefore) {
   surroundings.SetItems(OneAccountItem("IT-1", "E-1"));
   Book(ExpenseLine(AccountRef("E-1") + Amount("5")) + ExpenseLine(Amount("7")) +

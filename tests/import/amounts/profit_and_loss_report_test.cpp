@@ -65,6 +65,13 @@ TEST_F(ProfitAndLossReport, LeavesTheMonthsThatAShorterReportDoesNotHave) {
   EXPECT_EQ(Of("Utilities"), Months(12, 0));
 }
 
+TEST_F(ProfitAndLossReport, CountsOnlyColumnsInNoNamespace) {
+  ParseRows(
+      "<DataRow><RowData rowType=\"account\" value=\"Rent\"/><ColData xmlns=\"urn:x\" value=\"8\"/>"
+      "<ColData value=\"Rent\"/><x:ColData xmlns:x=\"urn:x\" value=\"8\"/><ColData value=\"1\"/></DataRow>");
+  EXPECT_EQ(Of("Rent"), (Months{1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
+}
+
 TEST_F(ProfitAndLossReport, KnowsAnAccountByItsLabelWithAndWithoutNumber) {
   ParseRows(ReportRow("6000 · Rent", {"1"}) + ReportRow("Rent", {"2"}) +
             ReportRow("6000 &#183;  Rent ", {"4"}) + ReportRow("RENT", {"8"}));

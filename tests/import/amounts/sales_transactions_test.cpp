@@ -146,6 +146,11 @@ TEST_F(SalesTransactions, TakeTheLinesGroupThenTheGroupAroundItWhereThereIsNoIte
   EXPECT_EQ(Plants(), 4 + 32);
 }
 
+TEST_F(SalesTransactions, ReadTheItemFromTheFirstReferenceAlone) {
+  Book(InvoiceLine(Element("ItemRef", "") + ItemRef("IT-1") + Amount("10.00")));
+  EXPECT_EQ(SumOfAll(), 0);
+}
+
 TEST_F(SalesTransactions, CountLinesWhereverTheyStandInTheAnswer) {
   const std::string line = InvoiceLine(ItemRef("IT-1") + Amount("1"));
   surroundings.quickBooks->answers["20"] =

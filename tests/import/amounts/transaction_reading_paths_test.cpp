@@ -31,9 +31,10 @@ std::string Shown(const OwnField& field) {
 
 std::string LineByPaths(const XmlElement& line) {
   std::string shown = line.Name();
-  for (const char* path : {"./Amount", "./Quantity", "./AccountRef/ListID", "./ItemRef/ListID",
-                           "./ItemGroupRef/ListID", "../ItemGroupRef/ListID", "./CustomerRef/ListID",
-                           "../CustomerRef/ListID", "../../CustomerRef/ListID"}) {
+  for (const char* path :
+       {"./Amount", "./Quantity", "./AccountRef[1]/ListID", "./ItemRef[1]/ListID", "./AccountRef/ListID",
+        "./ItemRef/ListID", "./ItemGroupRef[1]/ListID", "../ItemGroupRef[1]/ListID", "./CustomerRef/ListID",
+        "../CustomerRef/ListID", "../../CustomerRef/ListID"}) {
     shown += " " + Shown(FirstText(line, path));
   }
   return shown + (line.SelectAll("./CustomerRef").empty() ? "" : " customer");
@@ -68,8 +69,9 @@ std::string Shown(const TransactionLine::Field& field) {
 std::string ShownLine(const TransactionLine& line) {
   std::string shown(line.element);
   for (const TransactionLine::Field& field :
-       {line.amount, line.quantity, line.accountId, line.itemId, line.itemGroupId, line.parentItemGroupId,
-        line.customerId, line.parentCustomerId, line.grandparentCustomerId}) {
+       {line.amount, line.quantity, line.accountId, line.itemId, line.anyAccountId, line.anyItemId,
+        line.itemGroupId, line.parentItemGroupId, line.customerId, line.parentCustomerId,
+        line.grandparentCustomerId}) {
     shown += " " + Shown(field);
   }
   return shown + (line.hasCustomer ? " customer" : "");
@@ -182,6 +184,15 @@ TEST(ReadingTransactionsByPaths, GivesTheSameLinesForHandPickedDocuments) {
       // A reference without an id before one that has it.
       "<BillQueryRs><BillRet><ExpenseLineRet><AccountRef/><AccountRef><ListID>E-1</ListID></AccountRef>"
       "</ExpenseLineRet></BillRet></BillQueryRs>",
+      // Two references, each with ids.
+      "<InvoiceQueryRs><InvoiceRet><ItemGroupRef/><ItemGroupRef><ListID>G-1</ListID></ItemGroupRef>"
+      "<InvoiceLineRet><ItemRef><ListID/><ListID>1</ListID></ItemRef><ItemRef><ListID>2</ListID></ItemRef>"
+      "<ItemGroupRef><ListID>G-2</ListID></ItemGroupRef><ItemGroupRef/></InvoiceLineRet></InvoiceRet>"
+      "</InvoiceQueryRs>",
+      // A reference whose id is in a namespace.
+      "<BillQueryRs><BillRet><ExpenseLineRet><AccountRef><ListID xmlns=\"urn:x\">1</ListID></AccountRef>"
+      "<AccountRef xmlns=\"urn:x\"><ListID xmlns=\"\">2</ListID></AccountRef><AccountRef><ListID>3</ListID>"
+      "</AccountRef></ExpenseLineRet></BillRet></BillQueryRs>",
       // The line's own reference must not be taken for its child's.
       "<InvoiceQueryRs><InvoiceRet><CustomerRef><ListID>K-1</ListID></CustomerRef><InvoiceLineRet>"
       "<CustomerRef><ListID>K-2</ListID></CustomerRef><InvoiceLineRet><Amount>1</Amount></InvoiceLineRet>"

@@ -144,6 +144,42 @@ TEST_F(ReadingTransactions, TakesTheFirstOfRepeatedElements) {
   EXPECT_EQ(read.lines[1].amount, "");
 }
 
+TEST_F(ReadingTransactions, TellsTheFirstReferenceFromTheFirstThatHasAnId) {
+  const auto read = Bills(Element(
+      "BillRet", Element("CustomerRef", "") + CustomerRef("K-1") +
+                     ExpenseLine(Element("AccountRef", "") + AccountRef("E-1") + AccountRef("E-2") +
+                                 Element("ItemRef", "") + ItemRef("IT-1") + Element("ItemGroupRef", "") +
+                                 ItemGroupRef("G-1") + Element("CustomerRef", "") + CustomerRef("K-2"))));
+  ASSERT_EQ(read.lines.size(), 1U);
+  EXPECT_EQ(read.lines[0].accountId, std::nullopt);
+  EXPECT_EQ(read.lines[0].anyAccountId, "E-1");
+  EXPECT_EQ(read.lines[0].itemId, std::nullopt);
+  EXPECT_EQ(read.lines[0].anyItemId, "IT-1");
+  EXPECT_EQ(read.lines[0].itemGroupId, std::nullopt);
+  EXPECT_EQ(read.lines[0].customerId, "K-2");
+  EXPECT_EQ(read.lines[0].parentCustomerId, "K-1");
+}
+
+TEST_F(ReadingTransactions, IgnoresElementsInANamespace) {
+  const auto read = Bills(Element(
+      "BillRet",
+      "<ExpenseLineRet xmlns=\"urn:x\"><Amount>9</Amount></ExpenseLineRet>" +
+          ExpenseLine("<Amount xmlns=\"urn:x\">9</Amount><AccountRef xmlns=\"urn:x\"/>"
+                      "<AccountRef><ListID xmlns=\"urn:x\">9</ListID><ListID>E-1</ListID></AccountRef>"
+                      "<x:CustomerRef xmlns:x=\"urn:x\"/>" +
+                      Amount("1"))));
+  EXPECT_EQ(AmountsOf(read), Amounts{"1"});
+  EXPECT_EQ(read.lines.at(0).accountId, "E-1");
+  EXPECT_FALSE(read.lines.at(0).hasCustomer);
+}
+
+TEST_F(ReadingTransactions, ReportsNoStatusFromAttributesInANamespace) {
+  Read(Variant(
+           "<QBXML><QBXMLMsgsRs><BillQueryRs xmlns:x=\"urn:x\" x:statusCode=\"500\"/></QBXMLMsgsRs></QBXML>"),
+       billLines);
+  EXPECT_TRUE(observer.notices.empty());
+}
+
 TEST_F(ReadingTransactions, TakesNoFieldFromDeeperDown) {
   const auto read = Bills(Element(
       "BillRet", ExpenseLine(Element("Detail", Amount("1") + AccountRef("E-1") + CustomerRef("K-1")))));

@@ -16,7 +16,7 @@ AccountList List(std::initializer_list<std::string> accounts) {
   return AccountList(XmlElement::Parse(AccountAnswer("4", accounts)));
 }
 
-TEST(TopLevelAccountName, ClimbsToTheAccountAtTheTop) {
+TEST(TopLevelAccountName, FindsTheTopLevelAncestor) {
   fakes::RecordingObserver observer;
   const AccountList list =
       List({Account("1", "Cars"), SubAccount("2", "Fuel", "1"), SubAccount("3", "Diesel", "2", "2"),
@@ -26,13 +26,13 @@ TEST(TopLevelAccountName, ClimbsToTheAccountAtTheTop) {
   EXPECT_TRUE(observer.notices.empty());
 }
 
-TEST(TopLevelAccountName, OfAnAccountThatTheListDoesNotHoldIsEmptyAndNotTold) {
+TEST(TopLevelAccountName, IsEmptyWithoutANoticeForAnUnlistedAccount) {
   fakes::RecordingObserver observer;
   EXPECT_EQ(TopLevelAccountName(List({Account("1", "Cars")}), "9", observer), "");
   EXPECT_TRUE(observer.notices.empty());
 }
 
-TEST(TopLevelAccountName, IsEmptyWhereTheClimbFails) {
+TEST(TopLevelAccountName, IsEmptyIfARecordOnTheWayIsIncomplete) {
   fakes::RecordingObserver observer;
   const AccountList list = List(
       {"<AccountRet><ListID>1</ListID><Name>No level</Name></AccountRet>",
@@ -43,19 +43,39 @@ TEST(TopLevelAccountName, IsEmptyWhereTheClimbFails) {
   EXPECT_EQ(observer.notices.size(), 4U);
 }
 
-TEST(TopLevelAccountName, IsEmptyWhenTheParentsRunInACircle) {
+TEST(TopLevelAccountName, IsEmptyIfTheParentsFormACycle) {
   fakes::RecordingObserver observer;
   const AccountList list = List({SubAccount("1", "Hen", "2"), SubAccount("2", "Egg", "1")});
   EXPECT_EQ(TopLevelAccountName(list, "1", observer), "");
   EXPECT_EQ(observer.notices.size(), 1U);
 }
 
-TEST(TopLevelAccountName, TakesTheFirstListIdInDocumentOrderWhereverItStands) {
+TEST(TopLevelAccountName, StartsAtTheFirstListIdInDocumentOrderAtAnyDepth) {
   fakes::RecordingObserver observer;
-  // The sub-account stands before its parent, so the first "1" is the reference in the sub-account's own
+  // The sub-account comes before its parent, so the first "1" is the reference in the sub-account's own
   // record.
   const AccountList list = List({SubAccount("2", "Fuel", "1"), Account("1", "Cars")});
   EXPECT_EQ(TopLevelAccountName(list, "1", observer), "");
+}
+
+TEST(TopLevelAccountName, FollowsTheFirstParentReferenceWithAnId) {
+  fakes::RecordingObserver observer;
+  const AccountList list =
+      List({Account("1", "Cars"),
+            "<AccountRet><ListID>2</ListID><Name>Fuel</Name><ParentRef><FullName>Cars</FullName></ParentRef>"
+            "<ParentRef><ListID>1</ListID></ParentRef><Sublevel>1</Sublevel></AccountRet>"});
+  EXPECT_EQ(TopLevelAccountName(list, "2", observer), "Cars");
+  EXPECT_TRUE(observer.notices.empty());
+}
+
+TEST(TopLevelAccountName, IgnoresIdsInANamespace) {
+  fakes::RecordingObserver observer;
+  const AccountList list =
+      List({"<Note><ListID xmlns=\"urn:x\">1</ListID></Note>", Account("1", "Cars"),
+            "<AccountRet><ListID>2</ListID><Name>Fuel</Name><ParentRef><ListID xmlns=\"urn:x\">9</ListID>"
+            "<ListID>1</ListID></ParentRef><Sublevel>1</Sublevel></AccountRet>"});
+  EXPECT_EQ(TopLevelAccountName(list, "1", observer), "Cars");
+  EXPECT_EQ(TopLevelAccountName(list, "2", observer), "Cars");
 }
 
 TEST(TopLevelAccountName, IsEmptyForAnIdWithADoubleQuote) {
@@ -65,12 +85,12 @@ TEST(TopLevelAccountName, IsEmptyForAnIdWithADoubleQuote) {
   EXPECT_EQ(observer.notices[0].number, -2147467259);
 }
 
-TEST(TopLevelAccountName, OfNoListIsEmpty) {
+TEST(TopLevelAccountName, IsEmptyWithoutAList) {
   fakes::RecordingObserver observer;
   EXPECT_EQ(TopLevelAccountName(AccountList(), "1", observer), "");
 }
 
-TEST(TopLevelSubtotals, HoldARecordOfZerosPerTopLevelAccountByName) {
+TEST(TopLevelSubtotals, HaveARecordOfZerosPerTopLevelAccountByName) {
   fakes::RecordingObserver observer;
   const auto subtotals = TopLevelSubtotals(
       List({Account("1", "Cars"), SubAccount("2", "Fuel", "1"), Account("3", "Rent")}), observer);
@@ -81,20 +101,20 @@ TEST(TopLevelSubtotals, HoldARecordOfZerosPerTopLevelAccountByName) {
   EXPECT_EQ(subtotals->At("Rent").Total(), 0);
 }
 
-TEST(TopLevelSubtotals, AreNothingWhenTwoAccountsHaveTheSameName) {
+TEST(TopLevelSubtotals, AreNothingIfTwoAccountsHaveTheSameName) {
   fakes::RecordingObserver observer;
   EXPECT_FALSE(TopLevelSubtotals(List({Account("1", "Cars"), Account("2", "CARS")}), observer));
   EXPECT_TRUE(observer.Told(NoticeKind::OperationEnded, 457));
 }
 
-TEST(TopLevelSubtotals, AreNothingWithoutAListAndForAnAccountWithoutAName) {
+TEST(TopLevelSubtotals, AreNothingWithoutAListAndIfAnAccountHasNoName) {
   fakes::RecordingObserver observer;
   EXPECT_FALSE(TopLevelSubtotals(AccountList(), observer));
   EXPECT_FALSE(TopLevelSubtotals(List({"<AccountRet><Sublevel>0</Sublevel></AccountRet>"}), observer));
   EXPECT_EQ(observer.notices.size(), 2U);
 }
 
-TEST(TopLevelSubtotals, OfAnEmptyListAreAnEmptyCollection) {
+TEST(TopLevelSubtotals, AreAnEmptyCollectionForAnEmptyList) {
   fakes::RecordingObserver observer;
   const auto subtotals = TopLevelSubtotals(List({}), observer);
   ASSERT_TRUE(subtotals);

@@ -39,26 +39,26 @@ class ItemAccountTest : public testing::Test {
   fakes::RecordingObserver observer;
 };
 
-TEST_F(ItemAccountTest, OfAnItemWithOneAccountIsThatOnBothSides) {
+TEST_F(ItemAccountTest, IsTheSameOnBothSidesForAnItemWithOneAccount) {
   EXPECT_EQ(IncomeSide(OneAccountItem("IT-1", "I-1")), "I-1");
   EXPECT_EQ(ExpenseSide(OneAccountItem("IT-1", "I-1")), "I-1");
 }
 
-TEST_F(ItemAccountTest, OfAnItemThatIsBoughtAndSoldDependsOnTheSide) {
+TEST_F(ItemAccountTest, DependsOnTheSideForAnItemThatIsBoughtAndSold) {
   EXPECT_EQ(IncomeSide(TwoAccountItem("IT-1", "I-1", "E-1")), "I-1");
   EXPECT_EQ(ExpenseSide(TwoAccountItem("IT-1", "I-1", "E-1")), "E-1");
 }
 
-TEST_F(ItemAccountTest, OfAnItemWhoseReferencesStandInTheRecordDependsOnTheSide) {
+TEST_F(ItemAccountTest, DependsOnTheSideForReferencesDirectlyInTheRecord) {
   EXPECT_EQ(IncomeSide(Item("ItemInventoryRet", "IT-1", Direct("I-1", "E-1"))), "I-1");
   EXPECT_EQ(ExpenseSide(Item("ItemInventoryRet", "IT-1", Direct("I-1", "E-1"))), "E-1");
 }
 
-TEST_F(ItemAccountTest, OfAnInventoryItemHasNoExpenseSide) {
+TEST_F(ItemAccountTest, IsEmptyOnTheExpenseSideOfAnInventoryItem) {
   EXPECT_EQ(ExpenseSide(InventoryItem("IT-1", "I-1", "C-1", "2.5")), "");
 }
 
-TEST_F(ItemAccountTest, TakesTheFirstThatIsNotEmpty) {
+TEST_F(ItemAccountTest, IsTheFirstThatIsNotEmpty) {
   const std::string both = Element("SalesAndPurchase", Direct("I-1", "E-1"));
   const std::string emptyBoth = Element("SalesAndPurchase", Direct("", ""));
   const std::string one = Element("SalesOrPurchase", AccountRef("A-2"));
@@ -72,37 +72,70 @@ TEST_F(ItemAccountTest, TakesTheFirstThatIsNotEmpty) {
   EXPECT_EQ(ExpenseSide(Item("ItemServiceRet", "IT-1", emptyBoth + emptyOne + direct)), "E-3");
 }
 
-TEST_F(ItemAccountTest, OfAnItemWithoutAccountsIsEmpty) {
+TEST_F(ItemAccountTest, IsTheFirstMatchOverAllStepsOfAPath) {
+  const std::string noAccount = Element("SalesOrPurchase", Element("Price", "1"));
+  const std::string emptyRef = Element("SalesOrPurchase", Element("AccountRef", ""));
+  const std::string account = Element("SalesOrPurchase", AccountRef("I-1"));
+  const std::string other = Element("SalesOrPurchase", AccountRef("I-2"));
+  EXPECT_EQ(IncomeSide(Item("ItemServiceRet", "IT-1", noAccount + emptyRef + account + other)), "I-1");
+  EXPECT_EQ(ExpenseSide(Item("ItemServiceRet", "IT-1", noAccount + account)), "I-1");
+  EXPECT_EQ(IncomeSide(Item("ItemNonInventoryRet", "IT-1",
+                            Element("SalesAndPurchase", Reference("ExpenseAccountRef", "E-1")) +
+                                Element("SalesAndPurchase", Element("IncomeAccountRef", "")) +
+                                Element("SalesAndPurchase", Reference("IncomeAccountRef", "I-1")))),
+            "I-1");
+  EXPECT_EQ(IncomeSide(Item("ItemServiceRet", "IT-1",
+                            Element("IncomeAccountRef", "") + Reference("IncomeAccountRef", "I-1"))),
+            "I-1");
+}
+
+TEST_F(ItemAccountTest, UsesTheFirstCostAccountThatHasAnId) {
+  EXPECT_EQ(IncomeSide(Item("ItemInventoryRet", "IT-1",
+                            Reference("IncomeAccountRef", "I-1") + Element("COGSAccountRef", "") +
+                                Reference("COGSAccountRef", "C-1") + Element("AverageCost", "2"))),
+            CostOfGoodsMarker("C-1", "I-1", "2"));
+}
+
+TEST_F(ItemAccountTest, IgnoresElementsInANamespace) {
+  EXPECT_EQ(IncomeSide("<Note><ListID xmlns=\"urn:x\">IT-1</ListID></Note>" + OneAccountItem("IT-1", "I-1")),
+            "I-1");
+  EXPECT_EQ(IncomeSide(Item("ItemServiceRet", "IT-1",
+                            "<SalesOrPurchase xmlns=\"urn:x\">" + AccountRef("I-2") + "</SalesOrPurchase>" +
+                                Element("SalesOrPurchase", AccountRef("I-1")))),
+            "I-1");
+}
+
+TEST_F(ItemAccountTest, IsEmptyForAnItemWithoutAccounts) {
   EXPECT_EQ(IncomeSide(Item("ItemGroupRet", "IT-1", Element("Name", "Garden set"))), "");
   EXPECT_EQ(ExpenseSide(Item("ItemGroupRet", "IT-1", "")), "");
 }
 
-TEST_F(ItemAccountTest, OfAnItemThatTheListDoesNotHoldIsEmpty) {
+TEST_F(ItemAccountTest, IsEmptyForAnUnlistedItem) {
   EXPECT_EQ(IncomeSide(OneAccountItem("IT-1", "I-1"), "IT-2"), "");
   EXPECT_EQ(IncomeSide(OneAccountItem("IT-1", "I-1"), "it-1"), "") << "ids are compared exactly";
   EXPECT_EQ(IncomeSide(OneAccountItem(" IT-1", "I-1")), "");
   EXPECT_EQ(IncomeSide("", ""), "");
 }
 
-TEST_F(ItemAccountTest, OfNoListIsEmpty) {
+TEST_F(ItemAccountTest, IsEmptyWithoutAList) {
   EXPECT_EQ(ItemList().ItemAccount("IT-1", ItemSide::Income, observer), "");
 }
 
-TEST_F(ItemAccountTest, OfAnInventoryItemIsACostOfGoodsMarkerOnTheIncomeSide) {
+TEST_F(ItemAccountTest, IsACostOfGoodsMarkerOnTheIncomeSideOfAnInventoryItem) {
   EXPECT_EQ(IncomeSide(InventoryItem("IT-1", "I-1", "C-1", "2.50")),
             "<COGS  cogsid=\"C-1\" workid=\"I-1\" averagecost=\"2.50\"/>");
   EXPECT_EQ(CostOfGoodsMarker("C-1", "I-1", "2.50"),
             "<COGS  cogsid=\"C-1\" workid=\"I-1\" averagecost=\"2.50\"/>");
 }
 
-TEST_F(ItemAccountTest, KeepsTheAverageCostAsItStands) {
+TEST_F(ItemAccountTest, KeepsTheTextOfTheAverageCost) {
   EXPECT_EQ(IncomeSide(InventoryItem("IT-1", "I-1", "C-1", " 2,50 each ")),
             "<COGS  cogsid=\"C-1\" workid=\"I-1\" averagecost=\" 2,50 each \"/>");
   EXPECT_EQ(IncomeSide(InventoryItem("IT-1", "I&amp;1", "C-1", "&lt;2&quot;")),
             "<COGS  cogsid=\"C-1\" workid=\"I&1\" averagecost=\"<2\"\"/>");
 }
 
-TEST_F(ItemAccountTest, OfAnItemOfAnyKindWithCostAccountAndAverageCostIsAMarker) {
+TEST_F(ItemAccountTest, IsAMarkerForAnyKindOfItemWithCostAccountAndAverageCost) {
   const std::string cost = Reference("COGSAccountRef", "C-1") + Element("AverageCost", "1");
   EXPECT_EQ(IncomeSide(Item("ItemServiceRet", "IT-1", Element("SalesOrPurchase", AccountRef("I-1")) + cost)),
             CostOfGoodsMarker("C-1", "I-1", "1"));
@@ -110,7 +143,7 @@ TEST_F(ItemAccountTest, OfAnItemOfAnyKindWithCostAccountAndAverageCostIsAMarker)
             "I-1");
 }
 
-TEST_F(ItemAccountTest, WithoutAverageCostOrCostAccountIsTheIncomeAccount) {
+TEST_F(ItemAccountTest, IsTheIncomeAccountWithoutAverageCostOrCostAccount) {
   const std::string income = Reference("IncomeAccountRef", "I-1");
   const std::string costAccount = Reference("COGSAccountRef", "C-1");
   const std::string averageCost = Element("AverageCost", "2.5");
@@ -124,15 +157,15 @@ TEST_F(ItemAccountTest, WithoutAverageCostOrCostAccountIsTheIncomeAccount) {
       << "no marker without an income account";
 }
 
-TEST_F(ItemAccountTest, TakesTheFirstElementWithTheIdWhereverItStands) {
+TEST_F(ItemAccountTest, UsesTheFirstElementWithTheIdAtAnyDepth) {
   const std::string item = OneAccountItem("IT-1", "I-1");
   EXPECT_EQ(IncomeSide(Item("ItemServiceRet", "IT-2", Reference("ParentRef", "IT-1")) + item), "")
-      << "a sub-item that stands before its parent";
+      << "a sub-item that comes before its parent";
   EXPECT_EQ(IncomeSide(item + Item("ItemServiceRet", "IT-2", Reference("ParentRef", "IT-1"))), "I-1");
   EXPECT_EQ(IncomeSide(item + OneAccountItem("IT-1", "I-2")), "I-1");
 }
 
-TEST_F(ItemAccountTest, OfAnIdWithADoubleQuoteIsWhatThePathSelects) {
+TEST_F(ItemAccountTest, IsWhatThePathSelectsForAnIdWithADoubleQuote) {
   EXPECT_EQ(IncomeSide(OneAccountItem("IT-1", "I-1"), "x\" or \"1\" = \"1"), "I-1");
   EXPECT_TRUE(observer.notices.empty());
   EXPECT_EQ(IncomeSide(OneAccountItem("a\"b", "I-1"), "a\"b"), "") << "the path is malformed";
@@ -140,7 +173,7 @@ TEST_F(ItemAccountTest, OfAnIdWithADoubleQuoteIsWhatThePathSelects) {
   EXPECT_EQ(observer.notices[0].number, error_number::unspecified);
 }
 
-TEST_F(ItemAccountTest, IsTheSameEachTimeItIsAsked) {
+TEST_F(ItemAccountTest, IsTheSameOnRepeatedCalls) {
   const ItemList list(XmlElement::Parse(
       ItemAnswer(TwoAccountItem("IT-1", "I-1", "E-1") + TwoAccountItem("IT-2", "I-2", "E-2"))));
   for (int i = 0; i < 2; ++i) {
@@ -151,7 +184,7 @@ TEST_F(ItemAccountTest, IsTheSameEachTimeItIsAsked) {
   }
 }
 
-TEST(CostOfGoodsMarker, IsKnownByItsFirstFiveCharacters) {
+TEST(CostOfGoodsMarker, IsRecognizedByItsFirstFiveCharacters) {
   EXPECT_TRUE(IsCostOfGoodsMarker("<COGS  cogsid=\"\" workid=\"\" averagecost=\"\"/>"));
   EXPECT_TRUE(IsCostOfGoodsMarker("<COGS"));
   EXPECT_FALSE(IsCostOfGoodsMarker("<COG"));
