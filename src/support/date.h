@@ -9,8 +9,9 @@
 
 namespace krnqb {
 
-/// The number of days of a month. Error 13 for a month outside 1 to 12 or a year outside 100 to 9999.
-std::int16_t DaysInMonth(std::int16_t month, std::int16_t year);
+/// Returns the number of days of a month. Throws Error 13 if the month is outside 1 to 12 or the year outside
+/// 100 to 9999.
+std::int16_t DaysInCalendarMonth(std::int16_t month, std::int16_t year);
 
 /// The number (1 to 12) of a full English month name in any letter case, blanks around it ignored; nothing
 /// else is one.
