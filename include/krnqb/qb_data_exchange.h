@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "krnqb/enumerations.h"
+#include "krnqb/import_options.h"
 #include "krnqb/outside_world.h"
 #include "krnqb/subtotals.h"
 #include "krnqb/variant.h"
@@ -32,7 +33,13 @@ class QBDataExchange {
   Variant mQBDataExchangeObject() const;
   void mQBDataExchangeObject(const Variant& object);
 
-  // Options of an import.
+  // Options of an import: all of them as one struct, and each as a property that reads and writes the same
+  // field.
+
+  /// Returns the options as they are stored; a period field that is 0 stays 0 and no default is stored.
+  ImportOptions Options() const noexcept;
+  /// Replaces all options, the period and the product included.
+  void Options(const ImportOptions& options) noexcept;
 
   bool IncludeExpenseAccounts() const noexcept;
   void IncludeExpenseAccounts(bool include) noexcept;

@@ -22,7 +22,7 @@ constexpr std::string_view files = "Files";
 constexpr std::string_view periods = "Product and periods";
 constexpr std::string_view output = "Output";
 
-void AddImport(Options options, ImportOptions& import) {
+void AddImport(Options options, ImportCommand& import) {
   options.Group(whatToImport);
   options.Flag("--expenses", import.expenses, "Expense accounts");
   options.Flag("--income", import.income, "Income accounts; with amounts, cost-of-goods accounts too");
@@ -44,11 +44,11 @@ void AddImport(Options options, ImportOptions& import) {
   options.Parsed("--fiscal-month", "MONTH", import.fiscalMonth, ParseMonth,
                  "First month of fiscal year, 1 to 12 or English name [the company's]");
   options.Group(howToImport);
-  options.Parsed("--growth-income", "N", import.growthIncome, ParsePercent,
+  options.Parsed("--growth-income", "N", import.growthRateIncome, ParsePercent,
                  "Growth of sales, percent a year [0]");
-  options.Parsed("--growth-cogs", "N", import.growthCogs, ParsePercent,
+  options.Parsed("--growth-cogs", "N", import.growthRateCogs, ParsePercent,
                  "Growth of costs of goods, percent a year [0]");
-  options.Parsed("--growth-expenses", "N", import.growthExpenses, ParsePercent,
+  options.Parsed("--growth-expenses", "N", import.growthRateExpenses, ParsePercent,
                  "Growth of expenses, percent a year [0]");
   options.Texts("--select-expense", "NAME", import.selectedExpenses,
                 "Take this expense account too (product bri; may be repeated)");
@@ -63,14 +63,14 @@ void AddImport(Options options, ImportOptions& import) {
   options.Text("--journal", "FILE", import.journalFile, "List each amount that was left out, as JSON lines");
 }
 
-AccountList ParseAccountList(std::string_view /*option*/, std::string_view text) {
-  if (text == "income") return AccountList::Income;
-  if (text == "expense") return AccountList::Expense;
+ListedAccounts ParseListedAccounts(std::string_view /*option*/, std::string_view text) {
+  if (text == "income") return ListedAccounts::Income;
+  if (text == "expense") return ListedAccounts::Expense;
   throw WrongUsage(fmt::format("\"{}\" is no list of accounts", text), "give income or expense");
 }
 
 void AddAccounts(Options options, AccountsOptions& accounts) {
-  options.ParsedArgument("income|expense", accounts.list, ParseAccountList, "Which accounts to list");
+  options.ParsedArgument("income|expense", accounts.list, ParseListedAccounts, "Which accounts to list");
   options.Text("--company", "FILE", accounts.companyFile, "Company file to read")->required();
   options.Text("--plan", "FILE", accounts.planFile,
                "Show which expense accounts stand in this plan (product bri)");
@@ -175,7 +175,7 @@ class CommandTree {
     program_.set_version_flag("--version", fmt::format("krnqb {}", ProgramVersion()),
                               "Print the version and exit");
     RequireCommand(program_);
-    Add<ImportOptions>(program_, "import", "Import a company's accounts into a plan", help_text::import,
+    Add<ImportCommand>(program_, "import", "Import a company's accounts into a plan", help_text::import,
                        AddImport);
     Add<AccountsOptions>(program_, "accounts", "List a company's accounts", help_text::accounts, AddAccounts);
     Add<CompaniesOptions>(program_, "companies", "List the company files beside the QuickBooks program",

@@ -19,10 +19,10 @@ struct PrintedText {
   std::string text;
 };
 
-enum class AccountList : std::uint8_t { Income, Expense };
+enum class ListedAccounts : std::uint8_t { Income, Expense };
 
 struct AccountsOptions {
-  AccountList list = AccountList::Income;
+  ListedAccounts list = ListedAccounts::Income;
   std::string companyFile;
   std::optional<std::string> planFile;
   bool json = false;
@@ -94,7 +94,7 @@ struct DialogOptions {
 };
 
 using Command =
-    std::variant<PrintedText, ImportOptions, AccountsOptions, TablesOptions, RequestOptions, SupportsOptions,
+    std::variant<PrintedText, ImportCommand, AccountsOptions, TablesOptions, RequestOptions, SupportsOptions,
                  NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, GenerateCompanyOptions,
                  NewPlanOptions, ShowPlanOptions, CompaniesOptions, DialogOptions>;
 

@@ -36,7 +36,7 @@ ExitCode RunCommand(const Command& command, const Console& console, const Surrou
 
 bool ChangesFiles(const Command& command) {
   const auto* dialog = std::get_if<DialogOptions>(&command);
-  return std::holds_alternative<ImportOptions>(command) ||
+  return std::holds_alternative<ImportCommand>(command) ||
          (dialog != nullptr && dialog->dialog == DialogName::Options) ||
          std::holds_alternative<NewCompanyOptions>(command) ||
          std::holds_alternative<LoadCompanyOptions>(command) ||

@@ -8,6 +8,7 @@
 #include "import/growth/formulas.h"
 #include "import/past_performance/writing.h"
 #include "import/progress.h"
+#include "plan/period.h"
 #include "plan/table_identifiers.h"
 #include "qbxml/request_catalogue.h"
 #include "support/error_handling.h"
@@ -18,9 +19,9 @@ namespace {
 enum class Outcome { Imported, NothingToDo, Refused };
 
 // One run of `Go`. The options are read at each use, since an event handler may change them.
-class Import {
+class ImportRun {
  public:
-  Import(ImportContext& context, ErrorPair& errorPair)
+  ImportRun(ImportContext& context, ErrorPair& errorPair)
       : context_(context), options_(context.state.options), errorPair_(errorPair) {}
 
   // With a balances import the rebuilt account tables are loaded into the plan first, the host is told, and
@@ -67,8 +68,10 @@ class Import {
     return Outcome::Imported;
   }
 
+  // The major version is read once: what a handler sets from here on counts nowhere in this import.
   void ImportBalances() {
-    ReadAmounts();
+    const std::int16_t majorVersion = context_.session.MajorVersion();
+    ReadAmounts(majorVersion);
     if (options_.includeExpenseAccounts && expenseTables_) {
       WriteExpenseGrowth(context_.state, *expenseTables_, context_.observer);
     }
@@ -78,26 +81,25 @@ class Import {
     }
     const bool pastPerformanceKept = options_.krnProduct == QBKRN_ALD || options_.krnProduct == QBKRN_COR;
     if (pastPerformanceKept && options_.includePastPerformance) {
-      context_.plan.Load(WritePastPerformance(context_, context_.plan.TableText(table_id::pastPerformance)));
+      context_.plan.Load(
+          WritePastPerformance(context_, context_.plan.TableText(table_id::pastPerformance), majorVersion));
     }
   }
 
-  void ReadAmounts() {
-    if (context_.session.MajorVersion() == 1) ReadTransactions();
-    if (context_.session.MajorVersion() == 2) ReadReports();
+  void ReadAmounts(std::int16_t majorVersion) {
+    if (majorVersion == 1) ReadTransactions();
+    if (majorVersion == 2) ReadReports();
   }
 
+  // Each pass settles the start anew, since a handler may have changed it.
   void ReadTransactions() {
     if (!options_.includeExpenseAccounts && !options_.includeIncomeAccounts) return;
-    const std::int16_t expenseMonth = ImportStartingMonth();
-    ImportExpenseBalances(context_, expenseMonth, StartingYear(options_.period));
-    const std::int16_t incomeMonth = ImportStartingMonth();
-    ImportIncomeBalances(context_, incomeMonth, StartingYear(options_.period));
+    ImportExpenseBalances(context_, SettleStart());
+    ImportIncomeBalances(context_, SettleStart());
   }
 
   void ReadReports() {
-    const std::int16_t month = ImportStartingMonth();
-    const DateRange range = FiscalYearRange(month, StartingYear(options_.period));
+    const DateRange range = FiscalYearRange(TwelveMonths(SettleStart()));
     ImportState& state = context_.state;
     if (options_.includeIncomeAccounts) {
       ReadReport(request_number::incomeByMonth, range, state.incomeSubtotals);
@@ -114,9 +116,10 @@ class Import {
   }
 
   // The month's property makes sure of a session before it answers.
-  std::int16_t ImportStartingMonth() {
+  YearMonth SettleStart() {
     context_.session.EnsureSession();
-    return StartingMonth(options_.period);
+    const std::int16_t month = SettleStartingMonth(options_.period);
+    return {.year = SettleStartingYear(options_.period), .month = month};
   }
 
   void Load(const std::optional<TablesDocument>& tables) {
@@ -141,7 +144,7 @@ class Import {
 
 bool RunImport(ImportContext& context, ErrorPair& errorPair) {
   try {
-    const Outcome outcome = Import(context, errorPair).Run();
+    const Outcome outcome = ImportRun(context, errorPair).Run();
     if (outcome == Outcome::Refused) return false;
     context.session.CloseSession();
     return true;

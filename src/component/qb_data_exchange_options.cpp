@@ -1,6 +1,7 @@
 // The properties of QBDataExchange that keep a value, and the periods' defaults.
 #include "component/state.h"
 #include "krnqb/qb_data_exchange.h"
+#include "plan/period.h"
 
 namespace krnqb {
 
@@ -9,6 +10,13 @@ Variant QBDataExchange::mQBDataExchangeObject() const {
 }
 void QBDataExchange::mQBDataExchangeObject(const Variant& object) {
   state_->hostSlot = object;
+}
+
+ImportOptions QBDataExchange::Options() const noexcept {
+  return state_->importState.options;
+}
+void QBDataExchange::Options(const ImportOptions& options) noexcept {
+  state_->importState.options = options;
 }
 
 bool QBDataExchange::IncludeExpenseAccounts() const noexcept {
@@ -82,14 +90,14 @@ void QBDataExchange::ErrorDescription(std::string_view description) {
 }
 
 std::int16_t QBDataExchange::KRNStartingMonth() {
-  return krnqb::KRNStartingMonth(state_->importState.options.period);
+  return SettleKRNStartingMonth(state_->importState.options.period);
 }
 void QBDataExchange::KRNStartingMonth(std::int16_t month) noexcept {
   state_->importState.options.period.krnStartingMonth = month;
 }
 
 std::int16_t QBDataExchange::KRNStartingYear() {
-  return krnqb::KRNStartingYear(state_->importState.options.period);
+  return SettleKRNStartingYear(state_->importState.options.period);
 }
 void QBDataExchange::KRNStartingYear(std::int16_t year) noexcept {
   state_->importState.options.period.krnStartingYear = year;
@@ -97,14 +105,14 @@ void QBDataExchange::KRNStartingYear(std::int16_t year) noexcept {
 
 std::int16_t QBDataExchange::StartingMonth() {
   state_->context.session.EnsureSession();
-  return krnqb::StartingMonth(state_->importState.options.period);
+  return SettleStartingMonth(state_->importState.options.period);
 }
 void QBDataExchange::StartingMonth(std::int16_t month) noexcept {
   state_->importState.options.period.startingMonth = month;
 }
 
 std::int16_t QBDataExchange::StartingYear() {
-  return krnqb::StartingYear(state_->importState.options.period);
+  return SettleStartingYear(state_->importState.options.period);
 }
 void QBDataExchange::StartingYear(std::int16_t year) noexcept {
   state_->importState.options.period.startingYear = year;

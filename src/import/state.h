@@ -1,33 +1,18 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 
 #include "import/lists/account_list.h"
 #include "import/lists/item_list.h"
-#include "krnqb/enumerations.h"
+#include "krnqb/import_options.h"
 #include "krnqb/subtotals.h"
 #include "krnqb/xml_element.h"
-#include "plan/period.h"
 
 namespace krnqb {
 
-/// What the host chose for an import. It may change any of it between two events, so that every step reads it
-/// anew.
-struct ImportOptions {
-  bool includeExpenseAccounts = false;
-  bool includeIncomeAccounts = false;
-  bool includePastPerformance = false;
-  std::int16_t growthRateCogs = 0;      ///< annual growth in whole percent
-  std::int16_t growthRateIncome = 0;    ///< annual growth in whole percent
-  std::int16_t growthRateExpenses = 0;  ///< annual growth in whole percent
-  QBKRN_BalancesImport balancesImport = BalImport_None;
-  QBKRNproduct krnProduct = QBKRN_ALD;
-  PeriodFields period;
-};
-
 /// What an import has read. Nothing of it is reset between imports.
 struct ImportState {
+  /// A host may change any of them during an event, so every step reads them anew.
   ImportOptions options;
   XmlElement selectedExpenses;
   AccountList expenseAccounts;

@@ -1,7 +1,5 @@
 #include "plan/months.h"
 
-#include "support/date.h"
-
 namespace krnqb {
 
 void ActivityScan::Add(const cSubtotals& record) {
@@ -15,19 +13,6 @@ std::int16_t MonthsOfActivity(const SubtotalCollection* subtotals) {
   if (subtotals == nullptr) return 0;
   for (const cSubtotals& record : *subtotals) scan.Add(record);
   return scan.HighestMonth();
-}
-
-void StepMonth(std::int16_t call, std::int16_t& month, std::int16_t& year, std::int16_t startMonth,
-               std::int16_t startYear, PeriodFields& period) {
-  if (call == 1) {
-    month = startMonth != 0 ? startMonth : KRNStartingMonth(period);
-    year = startYear != 0 ? startYear : KRNStartingYear(period);
-  } else if (month == 12) {
-    month = 1;
-    year = CheckedInteger(year + 1);
-  } else {
-    month = CheckedInteger(month + 1);
-  }
 }
 
 }  // namespace krnqb

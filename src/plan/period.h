@@ -2,25 +2,25 @@
 
 #include <cstdint>
 
+#include "krnqb/import_options.h"
+#include "plan/year_month.h"
+
 namespace krnqb {
 
-/// The plan's first month and the import's first month as they are stored; 0 means not set.
-struct PeriodFields {
-  std::int16_t krnStartingMonth = 0;  ///< 1 to 12
-  std::int16_t krnStartingYear = 0;
-  std::int16_t startingMonth = 0;  ///< 1 to 12
-  std::int16_t startingYear = 0;
-};
+// The properties over the period's fields. One that reads 0 stores the default and returns it.
 
-// The properties over these fields. One that finds its field 0 stores the default that it gives.
+/// Returns the plan's first month; by default the import's.
+std::int16_t SettleKRNStartingMonth(PeriodFields& period) noexcept;
+/// Returns the plan's first year; by default the import's.
+std::int16_t SettleKRNStartingYear(PeriodFields& period) noexcept;
+/// Returns the import's first month; by default the plan's.
+std::int16_t SettleStartingMonth(PeriodFields& period) noexcept;
+/// Returns the import's first year; by default the one before the plan's. Throws Error 6 if that does not fit
+/// 16 bits.
+std::int16_t SettleStartingYear(PeriodFields& period);
 
-/// The plan's first month; by default the import's.
-std::int16_t KRNStartingMonth(PeriodFields& period) noexcept;
-/// The plan's first year; by default the import's.
-std::int16_t KRNStartingYear(PeriodFields& period) noexcept;
-/// The import's first month; by default the plan's.
-std::int16_t StartingMonth(PeriodFields& period) noexcept;
-/// The import's first year; by default the one before the plan's. Error 6 when that does not fit 16 bits.
-std::int16_t StartingYear(PeriodFields& period);
+/// Returns the twelve months that begin with `start`. A month or a year that is 0 becomes the plan's own,
+/// which is settled; one that is given settles nothing.
+TwelveMonths SettleTwelveMonths(const YearMonth& start, PeriodFields& period) noexcept;
 
 }  // namespace krnqb

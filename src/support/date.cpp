@@ -32,7 +32,7 @@ std::chrono::year_month Month(std::int16_t month, std::int16_t year) {
 
 }  // namespace
 
-std::int16_t DaysInMonth(std::int16_t month, std::int16_t year) {
+std::int16_t DaysInCalendarMonth(std::int16_t month, std::int16_t year) {
   if (month < 1 || month > 12 || year < 100 || year > 9999) throw Error(error_number::typeMismatch);
   const std::chrono::year_month_day_last lastDay = Month(month, year) / std::chrono::last;
   return static_cast<std::int16_t>(static_cast<unsigned>(lastDay.day()));

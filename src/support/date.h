@@ -10,7 +10,7 @@
 namespace krnqb {
 
 /// Returns the number of days in a month. Throws Error 13 unless `month` is 1 to 12 and `year` 100 to 9999.
-std::int16_t DaysInMonth(std::int16_t month, std::int16_t year);
+std::int16_t DaysInCalendarMonth(std::int16_t month, std::int16_t year);
 
 /// Returns the number (1 to 12) of a full English month name, or nothing for any other text.
 /// Case-insensitive; ignores leading and trailing white space.

@@ -18,7 +18,7 @@ Options Parsed(const Words& words) {
 }
 
 TEST(CommandLine, ReadsEveryOptionOfAnImport) {
-  const auto options = Parsed<ImportOptions>({"import",
+  const auto options = Parsed<ImportCommand>({"import",
                                               "--company",
                                               "c.qbw",
                                               "--plan",
@@ -61,9 +61,9 @@ TEST(CommandLine, ReadsEveryOptionOfAnImport) {
   EXPECT_TRUE(options.income);
   EXPECT_TRUE(options.pastPerformance);
   EXPECT_EQ(options.balances, BalImport_All);
-  EXPECT_EQ(options.growthIncome, std::int16_t{3});
-  EXPECT_EQ(options.growthCogs, std::int16_t{-4});
-  EXPECT_EQ(options.growthExpenses, std::int16_t{5});
+  EXPECT_EQ(options.growthRateIncome, std::int16_t{3});
+  EXPECT_EQ(options.growthRateCogs, std::int16_t{-4});
+  EXPECT_EQ(options.growthRateExpenses, std::int16_t{5});
   EXPECT_EQ(options.product, QBKRN_COR);
   EXPECT_EQ(options.planStart, (plan_file::PlanStart{2003, 1}));
   EXPECT_EQ(options.importStart, (plan_file::PlanStart{2002, 2}));
@@ -79,19 +79,19 @@ TEST(CommandLine, ReadsEveryOptionOfAnImport) {
 }
 
 TEST(CommandLine, LeavesOutWhatWasNotTyped) {
-  const auto options = Parsed<ImportOptions>({"import", "--plan", "p.kpf"});
+  const auto options = Parsed<ImportCommand>({"import", "--plan", "p.kpf"});
   EXPECT_EQ(options.companyFile, std::nullopt);
   EXPECT_FALSE(options.expenses || options.income || options.pastPerformance || options.selectAllExpenses);
   EXPECT_FALSE(options.acceptIncomplete || options.dryRun || options.json || options.quiet);
   EXPECT_EQ(options.balances, BalImport_None);
-  EXPECT_FALSE(options.growthIncome || options.growthCogs || options.growthExpenses);
+  EXPECT_FALSE(options.growthRateIncome || options.growthRateCogs || options.growthRateExpenses);
   EXPECT_FALSE(options.product || options.planStart || options.importStart || options.fiscalMonth);
   EXPECT_FALSE(options.recordFile || options.replayFile);
   EXPECT_EQ(options.selectedExpenses, Words{});
 }
 
 TEST(CommandLine, TakesOneNamePerSelectExpense) {
-  const auto options = Parsed<ImportOptions>(
+  const auto options = Parsed<ImportCommand>(
       {"import", "--select-expense", "Rent", "--select-expense=Gas", "--plan", "p.kpf"});
   EXPECT_EQ(options.selectedExpenses, (Words{"Rent", "Gas"}));
   EXPECT_EQ(RunProgram({"import", "--plan", "p.kpf", "--select-expense", "Rent", "Gas"}).err,
@@ -101,7 +101,7 @@ TEST(CommandLine, TakesOneNamePerSelectExpense) {
 TEST(CommandLine, ReadsTheOtherCommands) {
   const auto accounts =
       Parsed<AccountsOptions>({"accounts", "expense", "--company", "c", "--plan", "p", "--json"});
-  EXPECT_EQ(accounts.list, AccountList::Expense);
+  EXPECT_EQ(accounts.list, ListedAccounts::Expense);
   EXPECT_EQ(accounts.companyFile, "c");
   EXPECT_EQ(accounts.planFile, "p");
   EXPECT_TRUE(accounts.json);

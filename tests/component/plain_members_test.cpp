@@ -66,6 +66,76 @@ TEST(PlainProperties, KeepTheirValues) {
   EXPECT_EQ(host.journal->Text(), "") << "a plain property calls nothing outside";
 }
 
+TEST(Options, AreTheFieldsOfTheProperties) {
+  TestHost host;
+  QBDataExchange& component = host.component;
+  component.IncludeExpenseAccounts(true);
+  component.IncludeIncomeAccounts(true);
+  component.IncludePastPerformance(true);
+  component.GrowthRateCOGS(1);
+  component.GrowthRateIncome(2);
+  component.GrowthRateExpenses(3);
+  component.BalancesImport(BalImport_Actual);
+  component.KRNProduct(QBKRN_COR);
+  component.KRNStartingMonth(4);
+  component.KRNStartingYear(2004);
+  component.StartingMonth(5);
+  component.StartingYear(2005);
+  const ImportOptions options = component.Options();
+  EXPECT_TRUE(options.includeExpenseAccounts);
+  EXPECT_TRUE(options.includeIncomeAccounts);
+  EXPECT_TRUE(options.includePastPerformance);
+  EXPECT_EQ(options.growthRateCogs, 1);
+  EXPECT_EQ(options.growthRateIncome, 2);
+  EXPECT_EQ(options.growthRateExpenses, 3);
+  EXPECT_EQ(options.balancesImport, BalImport_Actual);
+  EXPECT_EQ(options.krnProduct, QBKRN_COR);
+  EXPECT_EQ(options.period.krnStartingMonth, 4);
+  EXPECT_EQ(options.period.krnStartingYear, 2004);
+  EXPECT_EQ(options.period.startingMonth, 5);
+  EXPECT_EQ(options.period.startingYear, 2005);
+}
+
+TEST(Options, ReplaceTheFieldsOfTheProperties) {
+  TestHost host;
+  QBDataExchange& component = host.component;
+  component.Options(
+      {.includeExpenseAccounts = true,
+       .includeIncomeAccounts = false,
+       .includePastPerformance = true,
+       .growthRateCogs = -1,
+       .growthRateIncome = 2,
+       .growthRateExpenses = 3,
+       .balancesImport = BalImport_Planned,
+       .krnProduct = QBKRN_BRI,
+       .period = {.krnStartingMonth = 4, .krnStartingYear = 2004, .startingMonth = 5, .startingYear = 2005}});
+  EXPECT_TRUE(component.IncludeExpenseAccounts());
+  EXPECT_FALSE(component.IncludeIncomeAccounts());
+  EXPECT_TRUE(component.IncludePastPerformance());
+  EXPECT_EQ(component.GrowthRateCOGS(), -1);
+  EXPECT_EQ(component.GrowthRateIncome(), 2);
+  EXPECT_EQ(component.GrowthRateExpenses(), 3);
+  EXPECT_EQ(component.BalancesImport(), BalImport_Planned);
+  EXPECT_EQ(component.KRNProduct(), QBKRN_BRI);
+  EXPECT_EQ(component.KRNStartingMonth(), 4);
+  EXPECT_EQ(component.KRNStartingYear(), 2004);
+  EXPECT_EQ(component.StartingMonth(), 5);
+  EXPECT_EQ(component.StartingYear(), 2005);
+}
+
+TEST(Options, SettleNoDefaultAndOpenNoSession) {
+  TestHost host;
+  host.component.KRNStartingMonth(4);
+  host.component.KRNStartingYear(2004);
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(host.component.Options().period.startingMonth, 0);
+    EXPECT_EQ(host.component.Options().period.startingYear, 0);
+  }
+  EXPECT_EQ(host.journal->Text(), "");
+  EXPECT_EQ(host.component.StartingYear(), 2003);
+  EXPECT_EQ(host.component.Options().period.startingYear, 2003) << "the property stores its default";
+}
+
 TEST(PlainProperties, AcceptValuesOutsideTheirEnumerations) {
   TestHost host;
   host.component.KRNProduct(static_cast<QBKRNproduct>(77));

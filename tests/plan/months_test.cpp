@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "error_number.h"
-
 namespace krnqb {
 namespace {
 
@@ -40,44 +38,6 @@ TEST(MonthsOfActivity, OfNothingIsZero) {
   EXPECT_EQ(MonthsOfActivity(nullptr), 0);
   EXPECT_EQ(Activity({}), 0);
   EXPECT_EQ(Activity(Records({{3, 0}})), 0);
-}
-
-TEST(StepMonth, BeginsAtTheStartGiven) {
-  PeriodFields period;
-  std::int16_t month = 0;
-  std::int16_t year = 0;
-  StepMonth(1, month, year, 11, 2002, period);
-  EXPECT_EQ(month, 11);
-  EXPECT_EQ(year, 2002);
-}
-
-TEST(StepMonth, BeginsAtThePlansStartWhereNoneIsGiven) {
-  PeriodFields period{.krnStartingMonth = 4, .krnStartingYear = 0, .startingMonth = 0, .startingYear = 2001};
-  std::int16_t month = 0;
-  std::int16_t year = 0;
-  StepMonth(1, month, year, 0, 0, period);
-  EXPECT_EQ(month, 4);
-  EXPECT_EQ(year, 2001);
-  EXPECT_EQ(period.krnStartingYear, 2001);
-}
-
-TEST(StepMonth, GoesFromDecemberIntoJanuaryOfTheNextYear) {
-  PeriodFields period;
-  std::int16_t month = 12;
-  std::int16_t year = 2002;
-  StepMonth(2, month, year, 0, 0, period);
-  EXPECT_EQ(month, 1);
-  EXPECT_EQ(year, 2003);
-  StepMonth(3, month, year, 0, 0, period);
-  EXPECT_EQ(month, 2);
-  EXPECT_EQ(year, 2003);
-}
-
-TEST(StepMonth, OverflowsBeyondSixteenBits) {
-  PeriodFields period;
-  std::int16_t month = 12;
-  std::int16_t year = 32767;
-  EXPECT_EQ(tests::NumberThrownBy([&] { StepMonth(2, month, year, 0, 0, period); }), 6);
 }
 
 }  // namespace

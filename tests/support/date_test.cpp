@@ -7,23 +7,23 @@
 namespace krnqb {
 namespace {
 
-TEST(DaysInMonth, HandlesLeapYearsAndDecember) {
-  EXPECT_EQ(DaysInMonth(2, 2004), 29);
-  EXPECT_EQ(DaysInMonth(2, 2003), 28);
-  EXPECT_EQ(DaysInMonth(2, 1900), 28);
-  EXPECT_EQ(DaysInMonth(2, 2000), 29);
-  EXPECT_EQ(DaysInMonth(12, 2002), 31);
-  EXPECT_EQ(DaysInMonth(4, 2002), 30);
-  EXPECT_EQ(DaysInMonth(1, 100), 31);
-  EXPECT_EQ(DaysInMonth(1, 9999), 31);
+TEST(DaysInCalendarMonth, HandlesLeapYearsAndDecember) {
+  EXPECT_EQ(DaysInCalendarMonth(2, 2004), 29);
+  EXPECT_EQ(DaysInCalendarMonth(2, 2003), 28);
+  EXPECT_EQ(DaysInCalendarMonth(2, 1900), 28);
+  EXPECT_EQ(DaysInCalendarMonth(2, 2000), 29);
+  EXPECT_EQ(DaysInCalendarMonth(12, 2002), 31);
+  EXPECT_EQ(DaysInCalendarMonth(4, 2002), 30);
+  EXPECT_EQ(DaysInCalendarMonth(1, 100), 31);
+  EXPECT_EQ(DaysInCalendarMonth(1, 9999), 31);
 }
 
-TEST(DaysInMonth, ThrowsTypeMismatchOutsideTheCalendar) {
+TEST(DaysInCalendarMonth, ThrowsTypeMismatchOutsideTheCalendar) {
   const std::vector<std::pair<std::int16_t, std::int16_t>> outside = {
       {0, 2002}, {13, 2002}, {1, 99}, {1, 10000}, {-1, 2002}};
   for (const auto& [month, year] : outside) {
     try {
-      DaysInMonth(month, year);
+      DaysInCalendarMonth(month, year);
       ADD_FAILURE() << month << "/" << year;
     } catch (const Error& error) {
       EXPECT_EQ(error.Number(), error_number::typeMismatch);

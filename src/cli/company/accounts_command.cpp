@@ -15,8 +15,8 @@ namespace {
 constexpr std::string_view listingFailed = "listing accounts failed";
 
 // Whether a plan can say anything about the list; warns when it cannot.
-bool TellsSelection(const plan_file::PlanFile& plan, AccountList list, const Console& console) {
-  if (list == AccountList::Income) {
+bool TellsSelection(const plan_file::PlanFile& plan, ListedAccounts list, const Console& console) {
+  if (list == ListedAccounts::Income) {
     Warn(console, "--plan has no effect: income accounts are not selected");
     return false;
   }
@@ -40,7 +40,7 @@ ExitCode Run(const AccountsOptions& options, const Console& console) {
   QBDataExchange& exchange = inquiry.Exchange();
 
   const XmlElement answer =
-      options.list == AccountList::Income ? exchange.QBIncomeAccounts() : exchange.QBExpenseAccounts();
+      options.list == ListedAccounts::Income ? exchange.QBIncomeAccounts() : exchange.QBExpenseAccounts();
   inquiry.RequireAnswers(listingFailed);
   std::vector<AccountNode> accounts = AccountTree(answer);
   if (plan != nullptr && TellsSelection(*plan, options.list, console)) {

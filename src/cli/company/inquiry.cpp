@@ -15,7 +15,7 @@ class CompanyInquiry::Listener : public Observer {
 namespace {
 
 std::shared_ptr<RequestProcessorFactory> ProcessorsOf(const std::string& companyFile) {
-  ImportOptions options;
+  ImportCommand options;
   options.companyFile = companyFile;
   return OpenImportSource(options).processors;
 }

@@ -44,7 +44,7 @@ bool IsDate(std::string_view text) {
   if (text.size() != 10 || text[7] != '-' || !AllDigits(text.substr(8))) return false;
   const auto month = plan_file::PlanStartFromText(text.substr(0, 7));
   const auto day = WholeNumber<std::int16_t>(text.substr(8));
-  return month && day && *day >= 1 && *day <= DaysInMonth(month->month, month->year);
+  return month && day && *day >= 1 && *day <= DaysInCalendarMonth(month->month, month->year);
 }
 
 }  // namespace

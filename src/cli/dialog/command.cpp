@@ -67,7 +67,7 @@ ExitCode Run(const DialogOptions& options, const Console& console, const Surroun
   const std::shared_ptr<ui::Dialogs> dialogs = MakeDialogs(surroundings);
   switch (options.dialog) {
     case DialogName::Options: {
-      ImportOptions import;
+      ImportCommand import;
       import.companyFile = options.companyFile;
       import.planFile = options.planFile.value_or("");
       return RunWithDialog(import, dialogs, console, surroundings);

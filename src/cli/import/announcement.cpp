@@ -28,7 +28,7 @@ std::string Joined(const std::vector<std::string>& parts) {
   return text;
 }
 
-std::string ContentsText(const ImportOptions& options) {
+std::string ContentsText(const ImportCommand& options) {
   std::vector<std::string> contents;
   if (options.expenses && options.income) contents.emplace_back("expense and income accounts");
   if (options.expenses && !options.income) contents.emplace_back("expense accounts");
@@ -37,23 +37,23 @@ std::string ContentsText(const ImportOptions& options) {
   return Joined(contents);
 }
 
-std::string AmountsText(const ImportOptions& options) {
+std::string AmountsText(const ImportCommand& options) {
   if (options.balances == BalImport_None) return "no amounts";
   return fmt::format("{} amounts", BalancesName(options.balances));
 }
 
-std::string GrowthText(const ImportOptions& options) {
+std::string GrowthText(const ImportCommand& options) {
   std::string text;
   const auto append = [&](std::string_view what, const std::optional<std::int16_t>& percent) {
     if (percent) text += fmt::format(", {} growth {}%", what, *percent);
   };
-  append("sales", options.growthIncome);
-  append("cost", options.growthCogs);
-  append("expense", options.growthExpenses);
+  append("sales", options.growthRateIncome);
+  append("cost", options.growthRateCogs);
+  append("expense", options.growthRateExpenses);
   return text;
 }
 
-std::string OtherOptionsText(const ImportOptions& options) {
+std::string OtherOptionsText(const ImportCommand& options) {
   std::string text;
   if (options.fiscalMonth)
     text += fmt::format(", fiscal year from {}", EnglishMonthName(*options.fiscalMonth));
@@ -70,7 +70,7 @@ std::string OtherOptionsText(const ImportOptions& options) {
 }  // namespace
 
 std::string AnnouncementText(const ImportSettings& settings, const ImportSource& source) {
-  const ImportOptions& options = settings.options;
+  const ImportCommand& options = settings.options;
   return fmt::format("Importing {} from {}, {}, into {} (product {}, from {}): {}{}{}.",
                      ContentsText(options), source.description, PeriodText(settings.importStart),
                      options.planFile, plan_file::ProductText(settings.product),

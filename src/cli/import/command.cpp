@@ -19,11 +19,11 @@
 namespace krnqb::cli {
 namespace {
 
-class Import {
+class PlanImport {
  public:
   // With dialogs a person starts the import, without them it starts by itself.
-  Import(const ImportOptions& options, std::shared_ptr<ui::Dialogs> importDialogs, const Console& console,
-         const Surroundings& surroundings, ImportOutcome& outcome)
+  PlanImport(const ImportCommand& options, std::shared_ptr<ui::Dialogs> importDialogs, const Console& console,
+             const Surroundings& surroundings, ImportOutcome& outcome)
       : options_(options),
         dialogs(std::move(importDialogs)),
         console_(console),
@@ -164,7 +164,7 @@ class Import {
 
   bool Chatty() const noexcept { return !options_.json && !options_.quiet; }
 
-  const ImportOptions& options_;
+  const ImportCommand& options_;
   const std::shared_ptr<ui::Dialogs> dialogs;
   const Console& console_;
   const Surroundings& surroundings_;
@@ -178,20 +178,20 @@ class Import {
 
 }  // namespace
 
-ExitCode Run(const ImportOptions& options, const Console& console, const Surroundings& surroundings) {
+ExitCode Run(const ImportCommand& options, const Console& console, const Surroundings& surroundings) {
   const auto begun = std::chrono::steady_clock::now();
   ImportOutcome outcome;
-  Import(options, nullptr, console, surroundings, outcome).Run();
+  PlanImport(options, nullptr, console, surroundings, outcome).Run();
   const auto elapsed = std::chrono::steady_clock::now() - begun;
   outcome.elapsedMilliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count();
   PrintOutcome(outcome, options, console);
   return ExitCodeOf(outcome.result);
 }
 
-ExitCode RunWithDialog(const ImportOptions& options, const std::shared_ptr<ui::Dialogs>& dialogs,
+ExitCode RunWithDialog(const ImportCommand& options, const std::shared_ptr<ui::Dialogs>& dialogs,
                        const Console& console, const Surroundings& surroundings) {
   ImportOutcome outcome;
-  Import(options, dialogs, console, surroundings, outcome).Run();
+  PlanImport(options, dialogs, console, surroundings, outcome).Run();
   PrintOutcome(outcome, options, console);
   const bool importStarted = !outcome.events.empty();
   if (importStarted && !outcome.errorLine.empty()) dialogs->ShowMessage(outcome.errorDescription);

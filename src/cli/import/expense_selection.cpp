@@ -50,7 +50,7 @@ void CheckNames(const std::vector<std::string>& typed, const std::vector<std::st
 
 }  // namespace
 
-void SelectExpenses(QBDataExchange& exchange, const ImportOptions& options, const Console& console) {
+void SelectExpenses(QBDataExchange& exchange, const ImportCommand& options, const Console& console) {
   const XmlElement selection = exchange.SelectedExpenses();
   RequireNoError(exchange);
   if (!selection && options.acceptIncomplete && options.selectedExpenses.empty()) return;

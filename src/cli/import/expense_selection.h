@@ -15,7 +15,7 @@ namespace krnqb::cli {
 ///
 /// Throws Failure when the accounts cannot be read, and for a name that is no top-level expense account, with
 /// the nearest names.
-void SelectExpenses(QBDataExchange& exchange, const ImportOptions& options, const Console& console);
+void SelectExpenses(QBDataExchange& exchange, const ImportCommand& options, const Console& console);
 
 /// Reads the selection as the plan has it, which a person cannot add to in the dialog. Warns when no account
 /// is selected; throws Failure when the company cannot be read.

@@ -11,16 +11,16 @@
 namespace krnqb::cli {
 
 /// `krnqb import` as it was typed; what is absent was not given.
-struct ImportOptions {
+struct ImportCommand {
   std::optional<std::string> companyFile;
   std::string planFile;
   bool expenses = false;
   bool income = false;
   bool pastPerformance = false;
   QBKRN_BalancesImport balances = BalImport_None;
-  std::optional<std::int16_t> growthIncome;  ///< whole percent, as the two below
-  std::optional<std::int16_t> growthCogs;
-  std::optional<std::int16_t> growthExpenses;
+  std::optional<std::int16_t> growthRateIncome;  ///< whole percent, as the two below
+  std::optional<std::int16_t> growthRateCogs;
+  std::optional<std::int16_t> growthRateExpenses;
   std::optional<QBKRNproduct> product;
   std::optional<plan_file::PlanStart> planStart;
   std::optional<plan_file::PlanStart> importStart;

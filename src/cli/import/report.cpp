@@ -8,7 +8,7 @@
 namespace krnqb::cli {
 namespace {
 
-std::string EndText(const ImportOutcome& outcome, const ImportOptions& options) {
+std::string EndText(const ImportOutcome& outcome, const ImportCommand& options) {
   if (outcome.result == ImportResult::DryRun) return "Dry run: nothing was written.\n";
   if (outcome.backupFile.empty())
     return fmt::format("{} was not written, it is up to date.\n", options.planFile);
@@ -17,7 +17,7 @@ std::string EndText(const ImportOutcome& outcome, const ImportOptions& options) 
 
 }  // namespace
 
-void PrintOutcome(const ImportOutcome& outcome, const ImportOptions& options, const Console& console) {
+void PrintOutcome(const ImportOutcome& outcome, const ImportCommand& options, const Console& console) {
   for (const Omission& omission : outcome.incomplete.All()) {
     PrintError(console, fmt::format("krnqb: incomplete: {}", OmissionText(omission)));
   }

@@ -21,7 +21,7 @@ bool SameFile(const std::string& path, const std::string& other) {
 }
 
 // A recording, and a journal, replace what their file held.
-void CheckOutputFile(std::string_view option, const std::string& file, const ImportOptions& options) {
+void CheckOutputFile(std::string_view option, const std::string& file, const ImportCommand& options) {
   for (const std::string& other : {options.planFile, options.planFile + ".bak", options.planFile + ".lock",
                                    options.companyFile.value_or(""), options.replayFile.value_or("")}) {
     if (SameFile(file, other)) {
@@ -33,7 +33,7 @@ void CheckOutputFile(std::string_view option, const std::string& file, const Imp
 
 }  // namespace
 
-void CheckImportOptions(const ImportOptions& options) {
+void CheckImportOptions(const ImportCommand& options) {
   if (!options.expenses && !options.income && !options.pastPerformance) {
     throw WrongUsage("nothing to import is named", "give --expenses, --income or --past-performance");
   }
@@ -44,7 +44,7 @@ void CheckImportOptions(const ImportOptions& options) {
   if (options.journalFile) CheckOutputFile("--journal", *options.journalFile, options);
 }
 
-ImportSettings SettleImport(const ImportOptions& options, const plan_file::PlanFile& plan) {
+ImportSettings SettleImport(const ImportCommand& options, const plan_file::PlanFile& plan) {
   const auto product = options.product ? options.product : plan.Product();
   if (!product) {
     throw WrongUsage(fmt::format("the plan {} does not say its product", options.planFile),
@@ -63,23 +63,22 @@ ImportSettings SettleImport(const ImportOptions& options, const plan_file::PlanF
 
 void Configure(QBDataExchange& exchange, const ImportSettings& settings, const ImportSource& source,
                const std::shared_ptr<plan_file::PlanFile>& plan) {
-  const ImportOptions& options = settings.options;
+  const ImportCommand& options = settings.options;
+  const plan_file::PlanStart importStart = options.importStart.value_or(plan_file::PlanStart());
   exchange.QBCompany(source.companyPath);
   exchange.KRNPlanData(plan);
-  exchange.KRNProduct(settings.product);
-  exchange.IncludeExpenseAccounts(options.expenses);
-  exchange.IncludeIncomeAccounts(options.income);
-  exchange.IncludePastPerformance(options.pastPerformance);
-  exchange.BalancesImport(options.balances);
-  exchange.GrowthRateIncome(options.growthIncome.value_or(std::int16_t{0}));
-  exchange.GrowthRateCOGS(options.growthCogs.value_or(std::int16_t{0}));
-  exchange.GrowthRateExpenses(options.growthExpenses.value_or(std::int16_t{0}));
-  exchange.KRNStartingYear(settings.planStart.year);
-  exchange.KRNStartingMonth(settings.planStart.month);
-  if (options.importStart) {
-    exchange.StartingYear(options.importStart->year);
-    exchange.StartingMonth(options.importStart->month);
-  }
+  exchange.Options({.includeExpenseAccounts = options.expenses,
+                    .includeIncomeAccounts = options.income,
+                    .includePastPerformance = options.pastPerformance,
+                    .growthRateCogs = options.growthRateCogs.value_or(std::int16_t{0}),
+                    .growthRateIncome = options.growthRateIncome.value_or(std::int16_t{0}),
+                    .growthRateExpenses = options.growthRateExpenses.value_or(std::int16_t{0}),
+                    .balancesImport = options.balances,
+                    .krnProduct = settings.product,
+                    .period = {.krnStartingMonth = settings.planStart.month,
+                               .krnStartingYear = settings.planStart.year,
+                               .startingMonth = importStart.month,
+                               .startingYear = importStart.year}});
   if (options.fiscalMonth) exchange.QBStartingMonth(*options.fiscalMonth);
 }
 

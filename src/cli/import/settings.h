@@ -13,18 +13,18 @@ namespace krnqb::cli {
 
 /// An import's options with what the plan says where nothing was typed.
 struct ImportSettings {
-  ImportOptions options;
+  ImportCommand options;
   QBKRNproduct product = QBKRN_ALD;
   plan_file::PlanStart planStart;
   plan_file::PlanStart importStart;  ///< first of the twelve months
 };
 
 /// Throws Failure (wrong usage) for options that no import can be made of, whatever the files hold.
-void CheckImportOptions(const ImportOptions& options);
+void CheckImportOptions(const ImportCommand& options);
 
 /// Takes product and start from the plan where they were not given. Throws Failure (wrong usage) when neither
 /// says.
-ImportSettings SettleImport(const ImportOptions& options, const plan_file::PlanFile& plan);
+ImportSettings SettleImport(const ImportCommand& options, const plan_file::PlanFile& plan);
 
 /// Sets the component's options and hands it the plan.
 void Configure(QBDataExchange& exchange, const ImportSettings& settings, const ImportSource& source,

@@ -50,7 +50,7 @@ ImportSource RecordedSource(const std::string& path) {
 
 }  // namespace
 
-ImportSource OpenImportSource(const ImportOptions& options) {
+ImportSource OpenImportSource(const ImportCommand& options) {
   return options.replayFile ? RecordedSource(*options.replayFile)
                             : CompanySource(options.companyFile.value_or(""));
 }

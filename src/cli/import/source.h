@@ -20,7 +20,7 @@ struct ImportSource {
 
 /// Opens the source that the options name, to find out what is wrong with it before anything else is done;
 /// sends it nothing. A recording goes before a company. Throws Failure.
-ImportSource OpenImportSource(const ImportOptions& options);
+ImportSource OpenImportSource(const ImportCommand& options);
 
 /// The file into which an exchange is recorded.
 class ExchangeFile {

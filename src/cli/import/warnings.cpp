@@ -8,7 +8,7 @@ namespace {
 using Warnings = std::vector<std::string>;
 
 void WarnOfFiles(Warnings& warnings, const ImportSettings& settings, const plan_file::PlanFile& plan) {
-  const ImportOptions& options = settings.options;
+  const ImportCommand& options = settings.options;
   if (options.replayFile && options.companyFile) {
     warnings.emplace_back("--company has no effect: --replay takes its place");
   }
@@ -21,7 +21,7 @@ void WarnOfFiles(Warnings& warnings, const ImportSettings& settings, const plan_
 }
 
 void WarnOfPastPerformance(Warnings& warnings, const ImportSettings& settings, const ImportSource& source) {
-  const ImportOptions& options = settings.options;
+  const ImportCommand& options = settings.options;
   if (!options.pastPerformance) return;
   if (settings.product == QBKRN_BRI) {
     warnings.emplace_back("--past-performance has no effect: plans of product bri have none");
@@ -35,7 +35,7 @@ void WarnOfPastPerformance(Warnings& warnings, const ImportSettings& settings, c
   }
 }
 
-void WarnOfAmounts(Warnings& warnings, const ImportOptions& options) {
+void WarnOfAmounts(Warnings& warnings, const ImportCommand& options) {
   const auto warn = [&](std::string_view option, bool given, bool included, std::string_view needed) {
     if (!given) return;
     if (options.balances == BalImport_None) {
@@ -45,13 +45,13 @@ void WarnOfAmounts(Warnings& warnings, const ImportOptions& options) {
     }
   };
   warn("--import-start", options.importStart.has_value(), true, {});
-  warn("--growth-income", options.growthIncome.has_value(), options.income, "--income");
-  warn("--growth-cogs", options.growthCogs.has_value(), options.income, "--income");
-  warn("--growth-expenses", options.growthExpenses.has_value(), options.expenses, "--expenses");
+  warn("--growth-income", options.growthRateIncome.has_value(), options.income, "--income");
+  warn("--growth-cogs", options.growthRateCogs.has_value(), options.income, "--income");
+  warn("--growth-expenses", options.growthRateExpenses.has_value(), options.expenses, "--expenses");
 }
 
 void WarnOfSelection(Warnings& warnings, const ImportSettings& settings) {
-  const ImportOptions& options = settings.options;
+  const ImportCommand& options = settings.options;
   const bool selects = settings.product == QBKRN_BRI && options.expenses;
   const std::string_view reason = options.expenses ? "expense accounts are selected for product bri alone"
                                                    : "no expense accounts are imported";

@@ -25,7 +25,7 @@ bool IsCalendarDate(std::string_view text) noexcept {
   const auto month = Digits(text.substr(5, 2));
   const auto day = Digits(text.substr(8, 2));
   if (!year || !month || !day || *year < 100 || *month < 1 || *month > 12) return false;
-  return *day >= 1 && *day <= DaysInMonth(*month, *year);
+  return *day >= 1 && *day <= DaysInCalendarMonth(*month, *year);
 }
 
 }  // namespace krnqb::company

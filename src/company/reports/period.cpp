@@ -39,7 +39,7 @@ Day First(Day day) {
 }
 
 Day Last(Day day) {
-  day.day = DaysInMonth(day.month, day.year);
+  day.day = DaysInCalendarMonth(day.month, day.year);
   return day;
 }
 

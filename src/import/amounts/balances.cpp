@@ -1,6 +1,7 @@
 #include "import/amounts/balances.h"
 
 #include <array>
+#include <optional>
 #include <span>
 
 #include "import/amounts/expense_transactions.h"
@@ -8,6 +9,7 @@
 #include "import/amounts/transaction_query.h"
 #include "import/progress.h"
 #include "plan/months.h"
+#include "plan/period.h"
 #include "qbxml/request_catalogue.h"
 #include "support/error_handling.h"
 #include "support/number_text.h"
@@ -33,14 +35,13 @@ Place In(std::string_view operation) {
   return Place{.operation = std::string(operation), .request = {}, .fromDate = {}, .toDate = {}};
 }
 
-void ReadMonths(ImportContext& context, const MonthlyPass& pass, std::int16_t startMonth,
-                std::int16_t startYear) {
-  std::int16_t month = 0;
-  std::int16_t year = 0;
+// The start is settled after the first progress event, whose handler may still change the plan's.
+void ReadMonths(ImportContext& context, const MonthlyPass& pass, const YearMonth& start) {
+  std::optional<TwelveMonths> months;
   for (std::int16_t step = 1; step <= cSubtotals::monthCount; ++step) {
     context.events.ProgressBarChange(RoundedPercent(step, cSubtotals::monthCount), pass.progressText);
-    StepMonth(step, month, year, startMonth, startYear, context.state.options.period);
-    const DateRange range = MonthRange(month, year);
+    if (!months) months = SettleTwelveMonths(start, context.state.options.period);
+    const DateRange range = MonthRange(months->Month(step));
     for (const std::int32_t kind : pass.kinds) {
       pass.read(context, {.kind = kind,
                           .request = BuildRequest(kind, range.fromDate, range.toDate),
@@ -66,20 +67,20 @@ void SpreadBalance(SubtotalCollection& subtotals, const XmlElement& account, std
 
 }  // namespace
 
-void ImportExpenseBalances(ImportContext& context, std::int16_t startMonth, std::int16_t startYear) {
+void ImportExpenseBalances(ImportContext& context, const YearMonth& start) {
   const MonthlyPass pass{"ImportExpenseBalances", "Importing expense balances...", expenseKinds,
                          ReadExpenseTransactions};
   EndOnError(context.observer, In(pass.operation), [&] {
     context.state.billableExpenses.emplace();
-    ReadMonths(context, pass, startMonth, startYear);
+    ReadMonths(context, pass, start);
     SpreadExpenseBalances(context);
   });
 }
 
-void ImportIncomeBalances(ImportContext& context, std::int16_t startMonth, std::int16_t startYear) {
+void ImportIncomeBalances(ImportContext& context, const YearMonth& start) {
   const MonthlyPass pass{"ImportIncomeBalances", "Importing income balances...", incomeKinds,
                          ReadSalesTransactions};
-  EndOnError(context.observer, In(pass.operation), [&] { ReadMonths(context, pass, startMonth, startYear); });
+  EndOnError(context.observer, In(pass.operation), [&] { ReadMonths(context, pass, start); });
 }
 
 void SpreadExpenseBalances(ImportContext& context) {

@@ -3,16 +3,24 @@
 #include "support/date.h"
 
 namespace krnqb {
+namespace {
 
-DateRange FiscalYearRange(std::int16_t month, std::int16_t year) {
-  std::int16_t endMonth = CheckedInteger(month + 11);
-  if (endMonth > 12) endMonth = CheckedInteger(endMonth - 12);
-  const std::int16_t endYear = month > 1 ? CheckedInteger(year + 1) : year;
-  return {DateText(year, month, 1), DateText(endYear, endMonth, DaysInMonth(endMonth, endYear))};
+std::string FirstDayOf(const YearMonth& month) {
+  return DateText(month.year, month.month, 1);
 }
 
-DateRange MonthRange(std::int16_t month, std::int16_t year) {
-  return {DateText(year, month, 1), DateText(year, month, DaysInMonth(month, year))};
+std::string LastDayOf(const YearMonth& month) {
+  return DateText(month.year, month.month, DaysInMonth(month));
+}
+
+}  // namespace
+
+DateRange FiscalYearRange(const TwelveMonths& months) {
+  return {FirstDayOf(months.First()), LastDayOf(months.Last())};
+}
+
+DateRange MonthRange(const YearMonth& month) {
+  return {FirstDayOf(month), LastDayOf(month)};
 }
 
 }  // namespace krnqb

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
+
+#include "plan/year_month.h"
 
 namespace krnqb {
 
@@ -11,11 +12,11 @@ struct DateRange {
   std::string toDate;
 };
 
-/// The twelve months that begin with a month (1 to 12) of a year. Error 13 for a month outside 1 to 12 or a
-/// last year outside 100 to 9999, error 6 when that year leaves 16 bits.
-DateRange FiscalYearRange(std::int16_t month, std::int16_t year);
+/// Returns the range from the first day of the first month to the last day of the last. Throws Error 13 if
+/// the last month is outside the calendar (see `DaysInMonth`), Error 6 if it leaves 16 bits.
+DateRange FiscalYearRange(const TwelveMonths& months);
 
-/// One month (1 to 12) of a year; errors as for `DaysInMonth`.
-DateRange MonthRange(std::int16_t month, std::int16_t year);
+/// Returns the range of one month; errors as for `DaysInMonth`.
+DateRange MonthRange(const YearMonth& month);
 
 }  // namespace krnqb

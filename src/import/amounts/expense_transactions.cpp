@@ -33,7 +33,7 @@ std::string_view AccountOf(LineBooking& booking, const TransactionLine& line) {
     return {};
   }
   const ItemList& items = booking.context.state.itemListDocument;
-  const std::string_view account = items.ItemAccount(item, ItemSide::Expense, booking.context.observer);
+  const std::string_view account = items.ExpenseAccount(item, booking.context.observer);
   if (account.empty()) booking.TellSkipped(line, SkipReason::ItemWithoutAccount, item);
   return account;
 }
@@ -53,13 +53,14 @@ std::string BillableKey(const Field& customerId, const Field& amount) {
   return customerId && amount ? std::string(*customerId) + "," + std::string(*amount) : std::string();
 }
 
-// An item line counts here with the income side of its item: what its sale would post to.
+// An item line counts here with the income side of its item: what its sale would post to. That may be a
+// marker, which no list holds as an account: such an expense is never taken back.
 std::string BillableAccount(LineBooking& booking, const TransactionLine& line) {
   const std::string_view account = line.anyAccountId.value_or("");
   if (!account.empty()) return std::string(account);
   if (!line.anyItemId) return {};
   const ItemList& items = booking.context.state.itemListDocument;
-  return items.ItemAccount(*line.anyItemId, ItemSide::Income, booking.context.observer);
+  return PostingText(items.IncomePosting(*line.anyItemId, booking.context.observer));
 }
 
 void RecordBillable(LineBooking& booking, const TransactionLine& line) {

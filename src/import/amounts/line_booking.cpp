@@ -1,6 +1,5 @@
 #include "import/amounts/line_booking.h"
 
-#include "qbxml/response_element.h"
 #include "support/error_handling.h"
 #include "support/number_text.h"
 
@@ -46,13 +45,12 @@ const std::string& LineBooking::TopLevelName(AccountGroup group, std::string_vie
   return TopLevelAccountName(AccountsOf(context.state, group), accountId, context.observer);
 }
 
-const CostOfSale& LineBooking::CostOfSaleIn(const std::string& marker) {
-  if (const auto found = costs_.find(marker); found != costs_.end()) return found->second;
-  const XmlElement element = ResponseElement(marker, {});
-  if (!element) throw Error(error_number::objectNotSet);
-  const auto attribute = [&](std::string_view name) { return element.Attribute(name).value_or(""); };
-  CostOfSale cost{attribute("cogsid"), attribute("workid"), attribute("averagecost")};
-  return costs_.emplace(marker, std::move(cost)).first->second;
+const CostOfSale& LineBooking::CostOfSaleIn(const SalePosting& posting) {
+  if (const auto* const sale = std::get_if<CostOfSale>(&posting)) return *sale;
+  const AccountId& marker = std::get<AccountId>(posting);
+  const auto found = costs_.find(marker);
+  return found != costs_.end() ? found->second
+                               : costs_.emplace(marker, ReadCostOfGoodsMarker(marker)).first->second;
 }
 
 const AccountList& AccountsOf(const ImportState& state, AccountGroup group) {

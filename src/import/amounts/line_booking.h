@@ -8,15 +8,9 @@
 #include "import/amounts/transaction_query.h"
 #include "import/context.h"
 #include "import/lists/account_list.h"
+#include "import/lists/cost_of_sale.h"
 
 namespace krnqb {
-
-/// What a cost-of-goods marker says.
-struct CostOfSale {
-  std::string costAccount;
-  std::string incomeAccount;
-  std::string averageCost;
-};
 
 /// Books the amounts of one query's lines: what `ReadExpenseTransactions` and `ReadSalesTransactions` share.
 class LineBooking {
@@ -39,14 +33,16 @@ class LineBooking {
 
   const std::string& TopLevelName(AccountGroup group, std::string_view accountId) const;
 
-  /// Reads a marker, each once: many lines sell the same item. Error 91 when it is no element.
-  const CostOfSale& CostOfSaleIn(const std::string& marker);
+  /// Returns the cost of sale of a posting that is one or the marker of one. Throws Error 91 if the marker
+  /// does not parse.
+  const CostOfSale& CostOfSaleIn(const SalePosting& posting);
 
   ImportContext& context;
   const TransactionQuery& query;
   const Place place;
 
  private:
+  // The markers read: many lines sell the same item.
   std::unordered_map<std::string, CostOfSale> costs_;
 };
 

@@ -1,7 +1,6 @@
 #include "import/amounts/sales_transactions.h"
 
 #include <cmath>
-#include <limits>
 
 #include "import/amounts/expense_transactions.h"
 #include "import/amounts/transaction_reading.h"
@@ -20,18 +19,36 @@ std::string_view ItemOf(const TransactionLine& line) {
   return {};
 }
 
+// Halfway from the largest number of single precision to the next power of two: what is below rounds down to
+// it.
+constexpr double firstBeyondSingle = 0x1.ffffffp127;
+
 // In single precision; what is no number, or none, counts as 1.
 float QuantityOf(LineBooking& booking, const TransactionLine& line) {
   float quantity = 0;
   SkipOnError(booking.context.observer, booking.place, [&] {
     if (!line.quantity) return;
     const double number = RequireDouble(*line.quantity);
-    if (std::abs(number) > static_cast<double>(std::numeric_limits<float>::max())) {
-      throw Error(error_number::overflow);
-    }
+    if (std::abs(number) >= firstBeyondSingle) throw Error(error_number::overflow);
     quantity = static_cast<float>(number);
   });
   return quantity == 0 ? 1 : quantity;
+}
+
+bool BooksCost(const SalePosting& posting) {
+  const auto* const account = std::get_if<AccountId>(&posting);
+  return account == nullptr || IsCostOfGoodsMarker(*account);
+}
+
+// The account that takes the line's income, once its cost of goods is booked. If that fails, the marker,
+// which no list holds as an account: the income is left out too.
+AccountId BookCost(LineBooking& booking, const TransactionLine& line, const SalePosting& posting) {
+  AccountId account;
+  const float quantity = QuantityOf(booking, line);
+  const bool booked = SkipOnError(booking.context.observer, booking.place, [&] {
+    account = BookCostOfSale(booking, line, booking.CostOfSaleIn(posting), quantity);
+  });
+  return booked ? account : PostingText(posting);
 }
 
 void BookSale(LineBooking& booking, const TransactionLine& line) {
@@ -40,18 +57,13 @@ void BookSale(LineBooking& booking, const TransactionLine& line) {
   const std::string_view item = ItemOf(line);
   if (item.empty()) return booking.TellSkipped(line, SkipReason::NoItem, {});
   const ItemList& items = booking.context.state.itemListDocument;
-  std::string account = items.ItemAccount(item, ItemSide::Income, booking.context.observer);
-  if (account.empty()) {
+  const SalePosting& posting = items.IncomePosting(item, booking.context.observer);
+  if (posting == SalePosting()) {
     if (!OffsetBilledExpense(booking, line)) booking.TellSkipped(line, SkipReason::ItemWithoutAccount, item);
     return;
   }
-  if (IsCostOfGoodsMarker(account)) {
-    // When the cost cannot be booked the marker stays, which no list holds as an account: the income is left
-    // out too.
-    const float quantity = QuantityOf(booking, line);
-    SkipOnError(booking.context.observer, booking.place,
-                [&] { account = BookCostOfSale(booking, line, account, quantity); });
-  }
+  const AccountId account =
+      BooksCost(posting) ? BookCost(booking, line, posting) : std::get<AccountId>(posting);
   if (booking.AddTo(AccountGroup::Income, account, amount, line)) return;
   if (booking.AddTo(AccountGroup::Expense, account, -amount, line)) return;
   booking.TellSkipped(line, SkipReason::AccountInNoList, account);
@@ -70,9 +82,8 @@ void ReadSalesTransactions(ImportContext& context, const TransactionQuery& query
   for (const TransactionLine& line : read.lines) BookSale(booking, line);
 }
 
-std::string BookCostOfSale(LineBooking& booking, const TransactionLine& line, const std::string& marker,
-                           float quantity) {
-  const CostOfSale& sale = booking.CostOfSaleIn(marker);
+AccountId BookCostOfSale(LineBooking& booking, const TransactionLine& line, const CostOfSale& sale,
+                         float quantity) {
   const double cost = LeadingNumber(sale.averageCost) * static_cast<double>(quantity);
   if (!std::isfinite(cost)) throw Error(error_number::overflow);
   const std::string& name = booking.TopLevelName(AccountGroup::CostOfGoods, sale.costAccount);

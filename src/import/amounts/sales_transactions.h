@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "import/amounts/line_booking.h"
 
 namespace krnqb {
@@ -12,10 +10,10 @@ namespace krnqb {
 /// (`OffsetBilledExpense`). What cannot be placed is skipped and told to the observer.
 void ReadSalesTransactions(ImportContext& context, const TransactionQuery& query);
 
-/// Adds quantity times average cost to the marker's top-level cost-of-goods account in the query's month and
-/// gives the marker's income account. Error 91 for a marker that does not parse, 5 for a missing subtotal, 6
-/// when the cost or the sum leaves the range of a double.
-std::string BookCostOfSale(LineBooking& booking, const TransactionLine& line, const std::string& marker,
-                           float quantity);
+/// Adds quantity times average cost to the sale's top-level cost-of-goods account in the query's month and
+/// returns the sale's income account. Throws Error 5 if the subtotal is missing, Error 6 if the cost or the
+/// sum leaves the range of a double.
+AccountId BookCostOfSale(LineBooking& booking, const TransactionLine& line, const CostOfSale& sale,
+                         float quantity);
 
 }  // namespace krnqb

@@ -16,7 +16,7 @@ struct GrowthTable {
   std::string_view operation;
   std::string_view plannedBlock;
   std::string_view actualBlock;
-  std::int16_t ratePercent;
+  std::int16_t growthRate;
   const std::optional<SubtotalCollection>& subtotals;
   std::string_view formulaJoint;
   UnmatchedRows unmatchedRows;
@@ -67,7 +67,7 @@ class GrowthWriter {
 
   void WriteAmounts(const std::vector<XmlElement>& plannedCells, const XmlElement& actualRow,
                     std::int32_t sheetRow, const cSubtotals& subtotal) {
-    SetCell(plannedCells, 1, GeneralNumberText(table_.ratePercent / 100.0));
+    SetCell(plannedCells, 1, GeneralNumberText(table_.growthRate / 100.0));
     const bool planned = balances == BalImport_Planned || balances == BalImport_All;
     const bool actual = balances == BalImport_Actual || balances == BalImport_All;
     const std::vector<XmlElement> actualCells = actual ? actualRow.Children() : std::vector<XmlElement>();
@@ -121,7 +121,7 @@ void WriteSalesGrowth(const ImportState& state, TablesDocument& tables, Observer
   const GrowthTable table{.operation = "WriteSalesGrowth",
                           .plannedBlock = block_id::sales,
                           .actualBlock = block_id::actualSales,
-                          .ratePercent = state.options.growthRateIncome,
+                          .growthRate = state.options.growthRateIncome,
                           .subtotals = state.incomeSubtotals,
                           .formulaJoint = salesJoint,
                           .unmatchedRows = UnmatchedRows::Skipped};
@@ -132,7 +132,7 @@ void WriteCostGrowth(const ImportState& state, TablesDocument& tables, Observer&
   const GrowthTable table{.operation = "WriteCostGrowth",
                           .plannedBlock = block_id::costs,
                           .actualBlock = block_id::actualCosts,
-                          .ratePercent = state.options.growthRateCogs,
+                          .growthRate = state.options.growthRateCogs,
                           .subtotals = state.costSubtotals,
                           .formulaJoint = costJoint,
                           .unmatchedRows = UnmatchedRows::Skipped};
@@ -143,7 +143,7 @@ void WriteExpenseGrowth(const ImportState& state, TablesDocument& tables, Observ
   GrowthTable table{.operation = "WriteExpenseGrowth",
                     .plannedBlock = {},
                     .actualBlock = {},
-                    .ratePercent = state.options.growthRateExpenses,
+                    .growthRate = state.options.growthRateExpenses,
                     .subtotals = state.expenseSubtotals,
                     .formulaJoint = costJoint,
                     .unmatchedRows = UnmatchedRows::DepreciationSummed};

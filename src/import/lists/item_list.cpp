@@ -1,7 +1,5 @@
 #include "import/lists/item_list.h"
 
-#include <fmt/format.h>
-
 #include "support/error_handling.h"
 
 namespace krnqb {
@@ -12,48 +10,63 @@ std::string TextOf(const XmlElement& element) {
   return element ? element.Text() : std::string();
 }
 
-}  // namespace
-
-const std::string& ItemList::ItemAccount(std::string_view itemId, ItemSide side, Observer& observer) const {
-  static const std::string noAccount;
-  const Place place{.operation = "ItemAccount", .request = {}, .fromDate = {}, .toDate = {}};
-  const std::string* account = &noAccount;
-  SkipOnError(observer, place, [&] {
-    if (!answer_) throw Error(error_number::objectNotSet);
-    if (lookUps_ == nullptr) lookUps_ = std::make_shared<LookUps>(answer_);
-    auto& accounts = side == ItemSide::Income ? lookUps_->incomeAccounts : lookUps_->expenseAccounts;
-    const std::string id(itemId);
-    auto found = accounts.find(id);
-    if (found == accounts.end()) found = accounts.emplace(id, FindAccount(id, side)).first;
-    account = &found->second;
-  });
-  return *account;
-}
-
-std::string ItemList::FindAccount(const std::string& itemId, ItemSide side) const {
-  const bool quoted = itemId.find('"') != std::string::npos;
-  const XmlElement listId =
-      quoted ? answer_.Select("//ListID[. = \"" + itemId + "\"]") : lookUps_->index.Find(itemId);
-  if (!listId) return {};
-  const XmlElement item = listId.Parent();
-  const std::string reference = side == ItemSide::Income ? "IncomeAccountRef" : "ExpenseAccountRef";
+AccountId AccountOf(const XmlElement& item, const std::string& reference) {
   std::string account = TextOf(item.Select("./SalesAndPurchase/" + reference + "/ListID"));
   if (account.empty()) account = TextOf(item.Select("./SalesOrPurchase/AccountRef/ListID"));
   if (account.empty()) account = TextOf(item.Select("./" + reference + "/ListID"));
-  if (side != ItemSide::Income || account.empty()) return account;
+  return account;
+}
+
+AccountId ReadExpenseAccount(const XmlElement& item) {
+  return AccountOf(item, "ExpenseAccountRef");
+}
+
+SalePosting ReadIncomePosting(const XmlElement& item) {
+  AccountId account = AccountOf(item, "IncomeAccountRef");
+  if (account.empty()) return account;
   const std::string costAccount = TextOf(item.Select("./COGSAccountRef/ListID"));
   const std::string averageCost = costAccount.empty() ? "" : TextOf(item.Child("AverageCost"));
-  return averageCost.empty() ? account : CostOfGoodsMarker(costAccount, account, averageCost);
+  if (averageCost.empty()) return account;
+  return PostingOf({.costAccount = costAccount, .incomeAccount = account, .averageCost = averageCost});
 }
 
-std::string CostOfGoodsMarker(std::string_view costAccountId, std::string_view incomeAccountId,
-                              std::string_view averageCost) {
-  return fmt::format("<COGS  cogsid=\"{}\" workid=\"{}\" averagecost=\"{}\"/>", costAccountId,
-                     incomeAccountId, averageCost);
+}  // namespace
+
+const SalePosting& ItemList::IncomePosting(std::string_view itemId, Observer& observer) const {
+  return LookUp(itemId, &LookUps::incomePostings, ReadIncomePosting, observer);
 }
 
-bool IsCostOfGoodsMarker(std::string_view account) noexcept {
-  return account.starts_with("<COGS");
+const AccountId& ItemList::ExpenseAccount(std::string_view itemId, Observer& observer) const {
+  return LookUp(itemId, &LookUps::expenseAccounts, ReadExpenseAccount, observer);
+}
+
+template <typename Found>
+const Found& ItemList::LookUp(std::string_view itemId, std::unordered_map<std::string, Found> LookUps::*kept,
+                              Found (*read)(const XmlElement& item), Observer& observer) const {
+  static const Found nothing;
+  const Place place{.operation = "ItemAccount", .request = {}, .fromDate = {}, .toDate = {}};
+  const Found* result = &nothing;
+  SkipOnError(observer, place, [&] {
+    if (!answer_) throw Error(error_number::objectNotSet);
+    if (lookUps_ == nullptr) lookUps_ = std::make_shared<LookUps>(answer_);
+    auto& known = (*lookUps_).*kept;
+    const std::string id(itemId);
+    auto found = known.find(id);
+    if (found == known.end()) {
+      const XmlElement item = FindItem(id);
+      found = known.emplace(id, item ? read(item) : Found()).first;
+    }
+    result = &found->second;
+  });
+  return *result;
+}
+
+// The record around the first "ListID" element of the document with that text; none without one.
+XmlElement ItemList::FindItem(const std::string& itemId) const {
+  const bool quoted = itemId.find('"') != std::string::npos;
+  const XmlElement listId =
+      quoted ? answer_.Select("//ListID[. = \"" + itemId + "\"]") : lookUps_->index.Find(itemId);
+  return listId ? listId.Parent() : XmlElement();
 }
 
 }  // namespace krnqb

@@ -8,7 +8,7 @@
 #include "import/past_performance/writing.h"
 #include "import/progress.h"
 #include "plan/account_rows.h"
-#include "plan/months.h"
+#include "plan/period.h"
 #include "qbxml/request_catalogue.h"
 #include "support/date.h"
 #include "support/error_handling.h"
@@ -27,8 +27,7 @@ constexpr std::array<std::string_view, 5> seededTypes = {"Income", "Expense", "C
 // A year or a month of the past.
 struct PastPeriod {
   std::int16_t number;  // 1 to 14: the slot that its figures go to
-  std::int16_t month;
-  std::int16_t year;
+  YearMonth start;
   bool isMonth;
 };
 
@@ -54,39 +53,41 @@ class PastObserver final : public Observer {
   std::int16_t period_;
 };
 
-// Goes through the periods in order.
+// Goes through the periods in order. The plan's month is settled anew for each: a handler may have changed
+// it.
 class PastCalendar {
  public:
-  explicit PastCalendar(ImportOptions& options)
-      : options_(options), year_(CheckedInteger(KRNStartingYear(options_.period) - 4)) {}
+  explicit PastCalendar(ImportOptions& options) : options_(options) {
+    start_.year = CheckedInteger(SettleKRNStartingYear(options_.period) - 4);
+  }
 
   PastPeriod Next() {
     ++number_;
     const bool monthsShown = options_.krnProduct == QBKRN_COR;
+    const std::int16_t planMonth = SettleKRNStartingMonth(options_.period);
     if (monthsShown && number_ >= 4) {
-      isMonth_ = true;
-      StepMonth(static_cast<std::int16_t>(number_ - 2), month_, year_, KRNStartingMonth(options_.period),
-                year_, options_.period);
+      start_ = NextMonth(start_);
     } else {
-      month_ = KRNStartingMonth(options_.period);
-      year_ = CheckedInteger(year_ + 1);
-      if (monthsShown && number_ == 3) isMonth_ = true;
+      start_ = {.year = CheckedInteger(start_.year + 1), .month = planMonth};
     }
-    return {number_, month_, year_, isMonth_};
+    if (monthsShown && number_ >= 3) isMonth_ = true;
+    return {number_, start_, isMonth_};
   }
 
  private:
   ImportOptions& options_;
   std::int16_t number_ = 0;
-  std::int16_t month_ = 0;
-  std::int16_t year_;
+  YearMonth start_;
   bool isMonth_ = false;
 };
 
 class PastCollecting {
  public:
-  explicit PastCollecting(ImportContext& context)
-      : context_(context), state_(context.state), options_(context.state.options) {}
+  PastCollecting(ImportContext& context, std::int16_t majorVersion)
+      : context_(context),
+        state_(context.state),
+        options_(context.state.options),
+        majorVersion_(majorVersion) {}
 
   void Run() {
     const std::int16_t periodCount = PastPeriodCount(options_);
@@ -108,7 +109,7 @@ class PastCollecting {
   void AddAccountType(const XmlElement& account) {
     const std::string type = account.Child("AccountType").Text();
     if (Collection().Find(type) == nullptr) Collection().Add(cSubtotals(type), type);
-    if (MajorVersion() != 1) return;
+    if (majorVersion_ != 1) return;
     const double balance = RequireDouble(account.Child("TotalBalance").Text());
     cSubtotals& target = Collection().At(BalanceType(account, type, balance));
     target.AddToSubTotal(1, balance);
@@ -128,17 +129,16 @@ class PastCollecting {
     state_.expenseSubtotals = TopLevelSubtotals(state_.expenseAccounts, context_.observer);
     state_.incomeSubtotals = TopLevelSubtotals(state_.incomeAccounts, context_.observer);
     state_.costSubtotals = TopLevelSubtotals(state_.costAccounts, context_.observer);
-    if (MajorVersion() == 1) ReadTransactions(period);
-    if (MajorVersion() == 2) ReadReports(period);
+    if (majorVersion_ == 1) ReadTransactions(period);
+    if (majorVersion_ == 2) ReadReports(period);
     SetTotal("Income", period, state_.incomeSubtotals);
     SetTotalOfReports("Expense", period, state_.expenseSubtotals);
     SetTotalOfReports("CostOfGoodsSold", period, state_.costSubtotals);
-    if (MajorVersion() == 2) ReadBalanceSheet(period, periodCount);
+    if (majorVersion_ == 2) ReadBalanceSheet(period, periodCount);
   }
 
   static DateRange RangeOf(const PastPeriod& period) {
-    return period.isMonth ? MonthRange(period.month, period.year)
-                          : FiscalYearRange(period.month, period.year);
+    return period.isMonth ? MonthRange(period.start) : FiscalYearRange(TwelveMonths(period.start));
   }
 
   // The single months but the last have no transactions read for them. Expenses are those of the import's own
@@ -147,8 +147,8 @@ class PastCollecting {
     if (options_.krnProduct == QBKRN_COR && period.number >= 3 && period.number <= 13) return;
     PastObserver observer(context_.observer, period.number);
     ImportContext past{state_, context_.session, context_.plan, context_.events, observer, context_.clock};
-    ImportExpenseBalances(past, period.month, StartingYear(options_.period));
-    ImportIncomeBalances(past, period.month, period.year);
+    ImportExpenseBalances(past, {.year = SettleStartingYear(options_.period), .month = period.start.month});
+    ImportIncomeBalances(past, period.start);
   }
 
   void ReadReports(const PastPeriod& period) {
@@ -175,7 +175,7 @@ class PastCollecting {
   // What transactions alone do not tell for a past year stays 0.
   void SetTotalOfReports(std::string_view type, const PastPeriod& period,
                          const std::optional<SubtotalCollection>& subtotals) {
-    if (MajorVersion() > 1) return SetTotal(type, period, subtotals);
+    if (majorVersion_ > 1) return SetTotal(type, period, subtotals);
     RequireType(Collection(), type, operation, context_.observer).SubTotal(period.number, 0);
   }
 
@@ -190,22 +190,21 @@ class PastCollecting {
                             onePerPeriod ? TypeProgress::Silent : TypeProgress::Raised);
   }
 
-  std::int16_t MajorVersion() const noexcept { return context_.session.MajorVersion(); }
-
   ImportContext& context_;
   ImportState& state_;
   ImportOptions& options_;
+  const std::int16_t majorVersion_;
 };
 
 }  // namespace
 
-void CollectPastPerformance(ImportContext& context) {
+void CollectPastPerformance(ImportContext& context, std::int16_t majorVersion) {
   context.state.pastPerformance.reset();
   const Place place{.operation = std::string(operation),
                     .request = request_number::allAccounts,
                     .fromDate = {},
                     .toDate = {}};
-  EndOnError(context.observer, place, [&] { PastCollecting(context).Run(); });
+  EndOnError(context.observer, place, [&] { PastCollecting(context, majorVersion).Run(); });
 }
 
 }  // namespace krnqb

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "import/context.h"
 
 namespace krnqb {
@@ -11,6 +13,7 @@ namespace krnqb {
 /// The periods are fiscal years that begin in the plan's first month: three for most products, two and then
 /// twelve single months for QBKRN_COR. With qbXML 1.x the balances are today's in every year, and income
 /// alone is read from transactions; with qbXML 2.0 each figure comes from a report over its period.
-void CollectPastPerformance(ImportContext& context);
+/// `majorVersion` says which: 1 or 2; with any other nothing is asked for beside the accounts.
+void CollectPastPerformance(ImportContext& context, std::int16_t majorVersion);
 
 }  // namespace krnqb

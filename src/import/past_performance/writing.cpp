@@ -95,12 +95,13 @@ std::int16_t PastPeriodCount(const ImportOptions& options) noexcept {
   return options.krnProduct == QBKRN_COR ? cSubtotals::slotCount : std::int16_t{3};
 }
 
-std::string WritePastPerformance(ImportContext& context, const std::string& tableText) {
+std::string WritePastPerformance(ImportContext& context, const std::string& tableText,
+                                 std::int16_t majorVersion) {
   const ImportOptions& options = context.state.options;
   const Place place{.operation = std::string(operation), .request = {}, .fromDate = {}, .toDate = {}};
   const std::int16_t periodCount = PastPeriodCount(options);
   if (options.balancesImport != BalImport_None && options.includePastPerformance)
-    CollectPastPerformance(context);
+    CollectPastPerformance(context, majorVersion);
   auto& collection = context.state.pastPerformance;
   PastWriter writer(collection ? &*collection : nullptr, context.observer);
   const XmlElement table = ResponseElement(tableText, {});

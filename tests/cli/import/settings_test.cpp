@@ -10,8 +10,8 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-ImportOptions Options() {
-  ImportOptions options;
+ImportCommand Options() {
+  ImportCommand options;
   options.companyFile = "nursery.qbw";
   options.planFile = "plan.kpf";
   options.expenses = true;
@@ -32,7 +32,7 @@ std::shared_ptr<plan_file::PlanFile> Plan(const std::string& attributes) {
   return plan_file::PlanFile::Open(file);
 }
 
-std::string LineOf(const ImportOptions& options,
+std::string LineOf(const ImportCommand& options,
                    const std::string& planAttributes = " product='ald' start='2003-01'") {
   try {
     CheckImportOptions(options);
@@ -43,14 +43,14 @@ std::string LineOf(const ImportOptions& options,
   return "no failure";
 }
 
-Texts Warnings(const ImportOptions& options, std::int16_t majorVersion = 1,
+Texts Warnings(const ImportCommand& options, std::int16_t majorVersion = 1,
                const std::string& planAttributes = " product='ald' start='2003-01'") {
   const auto plan = Plan(planAttributes);
   return ImportWarnings(SettleImport(options, *plan), Source(majorVersion), *plan);
 }
 
 TEST(CheckImportOptions, RequiresSomethingToImport) {
-  ImportOptions options = Options();
+  ImportCommand options = Options();
   options.expenses = false;
   EXPECT_EQ(
       LineOf(options),
@@ -58,7 +58,7 @@ TEST(CheckImportOptions, RequiresSomethingToImport) {
 }
 
 TEST(CheckImportOptions, RequiresACompanyOrARecording) {
-  ImportOptions options = Options();
+  ImportCommand options = Options();
   options.companyFile.reset();
   EXPECT_EQ(LineOf(options),
             "krnqb: wrong usage: no company is named; give --company FILE, or --replay FILE for a recorded "
@@ -69,7 +69,7 @@ TEST(CheckImportOptions, RequiresACompanyOrARecording) {
 
 TEST(CheckImportOptions, RefusesToRecordOverAFileThatTheImportNeeds) {
   for (const std::string file : {"nursery.qbw", "plan.kpf", "plan.kpf.bak", "plan.kpf.lock"}) {
-    ImportOptions options = Options();
+    ImportCommand options = Options();
     options.recordFile = file;
     EXPECT_EQ(LineOf(options), "krnqb: wrong usage: --record " + file +
                                    " would replace a file that the import needs; give it a file of its own");
@@ -80,7 +80,7 @@ TEST(CheckImportOptions, RefusesToRecordOverAnotherNameOfTheReplayedFile) {
   const tests::Workplace place;
   tests::WriteText(place / "exchange.jsonl", "");
   std::filesystem::create_symlink("exchange.jsonl", place / "other.jsonl");
-  ImportOptions options = Options();
+  ImportCommand options = Options();
   options.replayFile = place / "exchange.jsonl";
   options.recordFile = place / "other.jsonl";
   EXPECT_NE(LineOf(options).find("would replace a file that the import needs"), std::string::npos);
@@ -94,7 +94,7 @@ TEST(SettleImport, TakesProductAndStartFromThePlan) {
 }
 
 TEST(SettleImport, PrefersWhatWasTyped) {
-  ImportOptions options = Options();
+  ImportCommand options = Options();
   options.product = QBKRN_BRI;
   options.planStart = plan_file::PlanStart{2005, 1};
   options.importStart = plan_file::PlanStart{2002, 3};
@@ -115,13 +115,13 @@ TEST(SettleImport, RequiresAStartFromOneOfThem) {
 }
 
 TEST(Configure, SetsEveryOptionOfTheComponent) {
-  ImportOptions options = Options();
+  ImportCommand options = Options();
   options.income = true;
   options.pastPerformance = true;
   options.balances = BalImport_All;
-  options.growthIncome = std::int16_t{3};
-  options.growthCogs = std::int16_t{-4};
-  options.growthExpenses = std::int16_t{5};
+  options.growthRateIncome = std::int16_t{3};
+  options.growthRateCogs = std::int16_t{-4};
+  options.growthRateExpenses = std::int16_t{5};
   options.importStart = plan_file::PlanStart{2001, 9};
   options.fiscalMonth = std::int16_t{7};
   const auto plan = Plan(" product='cor' start='2004-02'");
@@ -152,7 +152,7 @@ TEST(Configure, LeavesTheImportsStartAndTheFiscalMonthToTheComponent) {
   EXPECT_EQ(exchange.StartingMonth(), 2);
 }
 
-std::string Announcement(const ImportOptions& options, const std::string& planAttributes) {
+std::string Announcement(const ImportCommand& options, const std::string& planAttributes) {
   return AnnouncementText(SettleImport(options, *Plan(planAttributes)), Source());
 }
 
@@ -169,13 +169,13 @@ TEST(AnnouncementText, NamesAPeriodThatCrossesTheYear) {
 }
 
 TEST(AnnouncementText, NamesEveryOption) {
-  ImportOptions options = Options();
+  ImportCommand options = Options();
   options.income = true;
   options.pastPerformance = true;
   options.balances = BalImport_Actual;
-  options.growthIncome = std::int16_t{3};
-  options.growthCogs = std::int16_t{-4};
-  options.growthExpenses = std::int16_t{0};
+  options.growthRateIncome = std::int16_t{3};
+  options.growthRateCogs = std::int16_t{-4};
+  options.growthRateExpenses = std::int16_t{0};
   options.fiscalMonth = std::int16_t{7};
   options.selectedExpenses = {"Rent", "Utilities", "Insurance"};
   options.acceptIncomplete = true;
@@ -195,24 +195,24 @@ TEST(AnnouncementText, NamesEveryOption) {
 }
 
 TEST(ImportWarnings, AreNoneWhenEveryOptionHasItsEffect) {
-  ImportOptions options = Options();
+  ImportCommand options = Options();
   options.income = true;
   options.pastPerformance = true;
   options.balances = BalImport_All;
-  options.growthIncome = options.growthCogs = options.growthExpenses = std::int16_t{1};
+  options.growthRateIncome = options.growthRateCogs = options.growthRateExpenses = std::int16_t{1};
   options.importStart = plan_file::PlanStart{2001, 9};
   EXPECT_EQ(Warnings(options), Texts{});
   EXPECT_EQ(Warnings(options, 2), Texts{});
 }
 
 TEST(ImportWarnings, TellThatPastPerformanceNeedsAmounts) {
-  ImportOptions options = Options();
+  ImportCommand options = Options();
   options.pastPerformance = true;
   EXPECT_EQ(Warnings(options), Texts{"--past-performance has no effect without amounts: --balances is none"});
 }
 
 TEST(ImportWarnings, TellThatOneProductHasNoPastPerformance) {
-  ImportOptions options = Options();
+  ImportCommand options = Options();
   options.pastPerformance = true;
   options.balances = BalImport_All;
   EXPECT_EQ(Warnings(options, 1, " product='bri' start='2003-01'"),
@@ -220,7 +220,7 @@ TEST(ImportWarnings, TellThatOneProductHasNoPastPerformance) {
 }
 
 TEST(ImportWarnings, TellThatPastPerformanceFromReportsNeedsExpenses) {
-  ImportOptions options = Options();
+  ImportCommand options = Options();
   options.expenses = false;
   options.income = true;
   options.pastPerformance = true;
@@ -232,9 +232,9 @@ TEST(ImportWarnings, TellThatPastPerformanceFromReportsNeedsExpenses) {
 }
 
 TEST(ImportWarnings, TellThatPeriodAndGrowthNeedAmounts) {
-  ImportOptions options = Options();
+  ImportCommand options = Options();
   options.importStart = plan_file::PlanStart{2001, 9};
-  options.growthIncome = options.growthCogs = options.growthExpenses = std::int16_t{0};
+  options.growthRateIncome = options.growthRateCogs = options.growthRateExpenses = std::int16_t{0};
   EXPECT_EQ(Warnings(options),
             (Texts{"--import-start has no effect without amounts: --balances is none",
                    "--growth-income has no effect without amounts: --balances is none",
@@ -243,9 +243,9 @@ TEST(ImportWarnings, TellThatPeriodAndGrowthNeedAmounts) {
 }
 
 TEST(ImportWarnings, TellThatGrowthNeedsItsAccounts) {
-  ImportOptions options = Options();
+  ImportCommand options = Options();
   options.balances = BalImport_Planned;
-  options.growthIncome = options.growthCogs = options.growthExpenses = std::int16_t{1};
+  options.growthRateIncome = options.growthRateCogs = options.growthRateExpenses = std::int16_t{1};
   EXPECT_EQ(Warnings(options), (Texts{"--growth-income has no effect without --income",
                                       "--growth-cogs has no effect without --income"}));
   options.expenses = false;
@@ -254,7 +254,7 @@ TEST(ImportWarnings, TellThatGrowthNeedsItsAccounts) {
 }
 
 TEST(ImportWarnings, TellThatSelectingNeedsItsProductAndExpenses) {
-  ImportOptions options = Options();
+  ImportCommand options = Options();
   options.selectedExpenses = {"Rent"};
   options.selectAllExpenses = true;
   EXPECT_EQ(
@@ -270,13 +270,13 @@ TEST(ImportWarnings, TellThatSelectingNeedsItsProductAndExpenses) {
 }
 
 TEST(ImportWarnings, TellThatARecordingTakesTheCompanysPlace) {
-  ImportOptions options = Options();
+  ImportCommand options = Options();
   options.replayFile = "exchange.jsonl";
   EXPECT_EQ(Warnings(options), Texts{"--company has no effect: --replay takes its place"});
 }
 
 TEST(ImportWarnings, TellThatThePlanIsOfAnotherProduct) {
-  ImportOptions options = Options();
+  ImportCommand options = Options();
   options.product = QBKRN_COR;
   EXPECT_EQ(Warnings(options), Texts{"the plan says that its product is ald, not cor"});
   EXPECT_EQ(Warnings(options, 1, " start='2003-01'"), Texts{});

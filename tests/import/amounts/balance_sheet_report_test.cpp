@@ -94,7 +94,7 @@ TEST_F(BalanceSheetReport, AddsTheFirstAmountOfEachTopLevelRowToTheTypesPeriod) 
 
 TEST_F(BalanceSheetReport, SkipsSubAccountsAndRowsWithoutAName) {
   Answer("Bank",
-         ReportRow("Checking:Petty cash", {"1"}) + ReportRow("Checking", {"2"}) +
+         ReportRow("Checking:Petty cash", {"1"}) + ReportRow("Checking", {"2"}) + ReportRow(":Cash", {"32"}) +
              "<DataRow><RowData rowType=\"account\"/><ColData/><ColData value=\"4\"/></DataRow>"
              "<DataRow><RowData rowType=\"vendor\" value=\"X\"/><ColData/><ColData value=\"8\"/></DataRow>"
              "<TotalRow><ColData/><ColData value=\"16\"/></TotalRow>");

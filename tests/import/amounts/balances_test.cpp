@@ -64,13 +64,13 @@ std::string WholePass(const std::string& description, const std::vector<std::str
 }
 
 TEST_F(MonthlyPasses, AskBillsChecksAndChargesOfEachOfTwelveMonths) {
-  ImportExpenseBalances(surroundings.context, 11, 2003);
+  ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(surroundings.journal->Text(), WholePass("Importing expense balances...", {"10", "11", "12"}));
   EXPECT_TRUE(surroundings.observer.notices.empty());
 }
 
 TEST_F(MonthlyPasses, AskInvoicesAndSalesReceiptsOfEachOfTwelveMonths) {
-  ImportIncomeBalances(surroundings.context, 11, 2003);
+  ImportIncomeBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(surroundings.journal->Text(), WholePass("Importing income balances...", {"20", "21"}));
 }
 
@@ -80,7 +80,7 @@ TEST_F(MonthlyPasses, PutEachMonthIntoItsSlotCountedFromTheFirst) {
   Spend("2004-01-01", "4");
   Spend("2004-10-01", "8");
   Spend("2004-11-01", "16");
-  ImportExpenseBalances(surroundings.context, 11, 2003);
+  ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(RentByMonth(), (std::vector<double>{1, 2, 4, 0, 0, 0, 0, 0, 0, 0, 0, 8}));
 }
 
@@ -89,24 +89,36 @@ TEST_F(MonthlyPasses, AddInvoicesAndSalesReceipts) {
   Earn("20", "2003-12-01", "1");
   Earn("21", "2003-12-01", "2");
   Earn("21", "2004-10-01", "4");
-  ImportIncomeBalances(surroundings.context, 11, 2003);
+  ImportIncomeBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(Months(surroundings.state.incomeSubtotals->At("Plants")),
             (std::vector<double>{0, 3, 0, 0, 0, 0, 0, 0, 0, 0, 0, 4}));
 }
 
 TEST_F(MonthlyPasses, AddToTheAmountsThatAreThere) {
   Spend("2003-11-01", "1");
-  ImportExpenseBalances(surroundings.context, 11, 2003);
-  ImportExpenseBalances(surroundings.context, 11, 2003);
+  ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
+  ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(surroundings.Expense("Rent", 1), 2);
 }
 
 TEST_F(MonthlyPasses, TakeThePlansStartForAMonthOrAYearOfZero) {
   surroundings.state.options.period = {
       .krnStartingMonth = 4, .krnStartingYear = 2003, .startingMonth = 0, .startingYear = 0};
-  ImportIncomeBalances(surroundings.context, 0, 0);
+  ImportIncomeBalances(surroundings.context, {.year = 0, .month = 0});
   EXPECT_EQ(surroundings.journal->Count("ProcessRequest 20 2003-04-01 2003-04-30"), 1);
   EXPECT_EQ(surroundings.journal->Count("ProcessRequest 21 2004-03-01 2004-03-31"), 1);
+}
+
+TEST_F(MonthlyPasses, TakeThePlansStartAsTheFirstProgressEventLeavesIt) {
+  PeriodFields& period = surroundings.state.options.period;
+  period = {.krnStartingMonth = 4, .krnStartingYear = 2003, .startingMonth = 0, .startingYear = 0};
+  surroundings.journal->On("ProgressBarChange 8 Importing income balances...",
+                           [&period] { period.krnStartingMonth = 6; });
+  surroundings.journal->On("ProgressBarChange 17 Importing income balances...",
+                           [&period] { period.krnStartingMonth = 9; });
+  ImportIncomeBalances(surroundings.context, {});
+  EXPECT_EQ(surroundings.journal->Count("ProcessRequest 20 2003-06-01 2003-06-30"), 1);
+  EXPECT_EQ(surroundings.journal->Count("ProcessRequest 20 2003-07-01 2003-07-31"), 1);
 }
 
 TEST_F(MonthlyPasses, ForExpensesBeginWithNoBillableExpenses) {
@@ -115,21 +127,21 @@ TEST_F(MonthlyPasses, ForExpensesBeginWithNoBillableExpenses) {
       RecordAnswer("CreditCardChargeQueryRs",
                    Element("CreditCardChargeRet",
                            ExpenseLine(AccountRef("E-2") + Amount("76.00") + fakes::CustomerRef("K-1"))));
-  ImportExpenseBalances(surroundings.context, 11, 2003);
+  ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(surroundings.state.billableExpenses->Count(), 1U);
   EXPECT_EQ(surroundings.state.billableExpenses->At("K-1,76.00"), "E-2");
 }
 
 TEST_F(MonthlyPasses, ForExpensesMakeTheFirstCollectionOfBillableExpenses) {
   surroundings.state.billableExpenses.reset();
-  ImportExpenseBalances(surroundings.context, 11, 2003);
+  ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
   ASSERT_TRUE(surroundings.state.billableExpenses);
   EXPECT_EQ(surroundings.state.billableExpenses->Count(), 0U);
 }
 
 TEST_F(MonthlyPasses, ForIncomeKeepTheBillableExpenses) {
   surroundings.state.billableExpenses->Add("E-1", "K-1,75.00");
-  ImportIncomeBalances(surroundings.context, 11, 2003);
+  ImportIncomeBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(surroundings.state.billableExpenses->Count(), 1U);
 }
 
@@ -137,7 +149,7 @@ TEST_F(MonthlyPasses, EndAtAMonthOutsideTheCalendar) {
   for (const auto& pass : {&ImportExpenseBalances, &ImportIncomeBalances}) {
     surroundings.journal->Clear();
     surroundings.observer.notices.clear();
-    pass(surroundings.context, 13, 2003);
+    pass(surroundings.context, {.year = 2003, .month = 13});
     EXPECT_EQ(surroundings.journal->Text().find("ProcessRequest"), std::string::npos);
     EXPECT_TRUE(surroundings.journal->Text().starts_with("ProgressBarChange 8 "))
         << surroundings.journal->Text();
@@ -151,10 +163,11 @@ TEST_F(MonthlyPasses, EndAtAYearOutsideTheCalendarAndKeepTheMonthsBefore) {
       "4", {fakes::Account("E-1", "Rent"),
             "<AccountRet><ListID>E-2</ListID><Name>Utilities</Name><Sublevel>0</Sublevel>"
             "<AccountType>Expense</AccountType><Balance>120</Balance></AccountRet>"});
-  Spend("9999-11-01", "5");
-  ImportExpenseBalances(surroundings.context, 11, 9999);
+  Spend("9999-10-01", "5");
+  ImportExpenseBalances(surroundings.context, {.year = 9999, .month = 10});
   EXPECT_EQ(surroundings.Expense("Rent", 1), 5);
-  EXPECT_EQ(surroundings.journal->Count("ProcessRequest 12 9999-12-01 9999-12-31"), 1);
+  EXPECT_EQ(surroundings.journal->Count("ProcessRequest 12 9999-11-01 9999-11-30"), 1);
+  EXPECT_EQ(surroundings.journal->Count("ProcessRequest 10 9999-12-01 9999-12-31"), 0);
   EXPECT_EQ(surroundings.journal->Count("ProgressBarChange 25 Importing expense balances..."), 1);
   EXPECT_EQ(surroundings.journal->Count("ProgressBarChange 33 Importing expense balances..."), 0);
   EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, error_number::typeMismatch));
@@ -165,7 +178,7 @@ TEST_F(MonthlyPasses, EndWithTheErrorOfASinkAndKeepTheMonthsBefore) {
   Spend("2003-11-01", "1");
   Spend("2003-12-01", "2");
   surroundings.journal->Fail("ProgressBarChange 17 Importing expense balances...", Error(17, "sink"));
-  ImportExpenseBalances(surroundings.context, 11, 2003);
+  ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(surroundings.SumOfAll(), 1);
   EXPECT_EQ(surroundings.errorPair.number, 0);
   EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, 17));
@@ -175,7 +188,7 @@ TEST_F(MonthlyPasses, GoOnAfterARefusedRequest) {
   Spend("2003-11-01", "1");
   Spend("2003-12-01", "2");
   surroundings.journal->Fail("ProcessRequest 10 2003-11-01 2003-11-30", Error(-2147220477, "unexpected"));
-  ImportExpenseBalances(surroundings.context, 11, 2003);
+  ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(surroundings.Expense("Rent", 2), 2);
   EXPECT_EQ(surroundings.SumOfAll(), 2);
   EXPECT_EQ(surroundings.journal->Count("ProcessRequest 12 2004-10-01 2004-10-31"), 1);
@@ -188,7 +201,7 @@ TEST_F(MonthlyPasses, ForExpensesSpreadTheBalancesAfterTheLastMonth) {
   surroundings.state.expenseAccounts =
       fakes::ImportSurroundings::List("4", {fakes::Account("E-1", "Rent"), account});
   Spend("2004-02-01", "7");
-  ImportExpenseBalances(surroundings.context, 11, 2003);
+  ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(Months(surroundings.state.expenseSubtotals->At("Utilities")),
             (std::vector<double>{150, 150, 150, 150, 0, 0, 0, 0, 0, 0, 0, 0}));
   EXPECT_EQ(RentByMonth(), (std::vector<double>{0, 0, 0, 7, 0, 0, 0, 0, 0, 0, 0, 0}));
@@ -201,7 +214,7 @@ TEST_F(MonthlyPasses, ForIncomeSpreadNoBalance) {
   surroundings.state.incomeAccounts = fakes::ImportSurroundings::List(
       "1", {"<AccountRet><ListID>I-1</ListID><Name>Plants</Name><Sublevel>0</Sublevel>"
             "<AccountType>Income</AccountType><Balance>600.00</Balance></AccountRet>"});
-  ImportIncomeBalances(surroundings.context, 11, 2003);
+  ImportIncomeBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(surroundings.SumOfAll(), 0);
 }
 

@@ -122,6 +122,15 @@ TEST_F(BillableExpenses, CanHoldACostOfGoodsMarker) {
   EXPECT_EQ(surroundings.SumOfAll(), 0);
 }
 
+TEST_F(BillableExpenses, HoldAMarkersTextAsItStands) {
+  surroundings.SetItems(fakes::InventoryItem("IT-1", "I-1", "C&amp;1", "2&quot;") +
+                        OneAccountItem("IT-2", "&lt;COGS x"));
+  Book(ItemLine(ItemRef("IT-1") + Amount("75.00") + CustomerRef("K-1")) +
+       ItemLine(ItemRef("IT-2") + Amount("76.00") + CustomerRef("K-1")));
+  EXPECT_EQ(Recorded("K-1,75.00"), "<COGS  cogsid=\"C&1\" workid=\"I-1\" averagecost=\"2\"\"/>");
+  EXPECT_EQ(Recorded("K-1,76.00"), "<COGS x");
+}
+
 TEST_F(BillableExpenses, KeepTheFirstOfTwoWithTheSameKey) {
   Book(ExpenseLine(AccountRef("E-1") + Amount("75.00") + CustomerRef("K-1")) +
        ExpenseLine(AccountRef("E-2") + Amount("75.00") + CustomerRef("K-1")) +

@@ -96,7 +96,7 @@ TEST_F(OffsettingABilledExpense, IsNothingForAnAccountThatIsNoExpenseAccount) {
   surroundings.state.billableExpenses->Add("I-1", "K-1,76.00");
   surroundings.state.billableExpenses->Add("X-9", "K-1,77.00");
   surroundings.state.billableExpenses->Add("", "K-1,78.00");
-  surroundings.state.billableExpenses->Add(CostOfGoodsMarker("E-1", "E-1", "1"), "K-1,79.00");
+  surroundings.state.billableExpenses->Add(CostOfGoodsMarker({"E-1", "E-1", "1"}), "K-1,79.00");
   for (const char* amount : {"76.00", "77.00", "78.00", "79.00"}) {
     EXPECT_FALSE(Offset(Line(amount, "K-1"))) << amount;
   }

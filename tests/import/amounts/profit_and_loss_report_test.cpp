@@ -103,6 +103,14 @@ TEST_F(ProfitAndLossReport, SkipsSubAccounts) {
   EXPECT_EQ(target->At("Rent").Total(), 0);
 }
 
+TEST_F(ProfitAndLossReport, SkipsALabelThatBeginsWithAColon) {
+  target = fakes::ImportSurroundings::Zeros({":Rent", "Rent"});
+  ParseRows(ReportRow(":Rent", {"1"}) + ReportRow(": · Rent", {"2"}));
+  EXPECT_EQ(target->At(":Rent").Total(), 0);
+  EXPECT_EQ(target->At("Rent").Total(), 0);
+  EXPECT_TRUE(observer.notices.empty());
+}
+
 TEST_F(ProfitAndLossReport, SkipsARowWithoutANameAndOneThatIsNoAccount) {
   ParseRows(
       "<DataRow><RowData rowType=\"account\"/><ColData/><ColData value=\"1\"/></DataRow>"
@@ -121,6 +129,14 @@ TEST_F(ProfitAndLossReport, AddsEveryRowThatNamesTheAccountAndTellsSo) {
   EXPECT_EQ(told[0].description, "Rent");
   EXPECT_EQ(told[0].place.request, 310);
   EXPECT_EQ(told[0].place.toDate, "2002-12-31");
+}
+
+TEST_F(ProfitAndLossReport, KnowsAnAccountInAnotherRowInAnyLetterCase) {
+  ParseRows(ReportRow("Rent", {"1"}) + ReportRow("RENT", {"2"}));
+  EXPECT_EQ(January("Rent"), 3);
+  const auto told = Told(NoticeKind::AccountInSeveralRows);
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_EQ(told[0].description, "RENT");
 }
 
 TEST_F(ProfitAndLossReport, CountsColumnsByPositionWhateverTheirNumbersAndTellsSo) {

@@ -198,10 +198,26 @@ TEST_F(SalesTransactions, TakeTheQuantityInSinglePrecision) {
   EXPECT_EQ(Seeds(), 1.0000000149011612);
 }
 
+TEST_F(SalesTransactions, TakeAQuantityThatRoundsToTheLargestSingle) {
+  constexpr double largest = std::numeric_limits<float>::max();
+  surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1", "C-1", "1"));
+  for (const auto& [text, cost] : {QuantityCase{"3.4028235e38", largest},
+                                   {"3.4028235677973362e38", largest},
+                                   {"-3.4028235e38", -largest}}) {
+    surroundings.state.costSubtotals->At("Seeds").SubTotal(5, 0);
+    Book(InvoiceLine(ItemRef("IT-4") + Amount("40") + Quantity(text)));
+    EXPECT_EQ(Seeds(), cost) << text;
+  }
+}
+
 TEST_F(SalesTransactions, TakeOneForAQuantityThatLeavesTheRangeOfASingle) {
-  Book(InvoiceLine(ItemRef("IT-4") + Amount("40") + Quantity("1E39")));
-  EXPECT_EQ(Seeds(), 2.5);
-  EXPECT_EQ(Plants(), 40);
+  for (const char* text : {"3.4028235677973366e38", "-3.4028235677973366e38", "1E39"}) {
+    surroundings.state.costSubtotals->At("Seeds").SubTotal(5, 0);
+    surroundings.state.incomeSubtotals->At("Plants").SubTotal(5, 0);
+    Book(InvoiceLine(ItemRef("IT-4") + Amount("40") + Quantity(text)));
+    EXPECT_EQ(Seeds(), 2.5) << text;
+    EXPECT_EQ(Plants(), 40) << text;
+  }
 }
 
 TEST_F(SalesTransactions, BookTheIncomeAloneWithoutAverageCostOrCostAccount) {
@@ -235,6 +251,58 @@ TEST_F(SalesTransactions, LoseTheIncomeToAMarkerThatIsNoDocument) {
   surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1", "C-1", "&lt;2") + OneAccountItem("IT-1", "I-1"));
   Book(InvoiceLine(ItemRef("IT-4") + Amount("40")) + InvoiceLine(ItemRef("IT-1") + Amount("1")));
   EXPECT_EQ(SumOfAll(), 1);
+}
+
+TEST_F(SalesTransactions, BookByTheMarkersTextWhereAPartHoldsAQuoteOrAnAmpersand) {
+  for (const char* costId : {"C-1&quot; x=&quot;", "C&amp;#45;1"}) {
+    surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1", costId, "2.5"));
+    Book(InvoiceLine(ItemRef("IT-4") + Amount("40")));
+  }
+  EXPECT_EQ(Seeds(), 5) << "both texts read back as C-1";
+  EXPECT_EQ(Plants(), 80);
+  surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1&quot; averagecost=&quot;4", "C-1", "2.5"));
+  Book(InvoiceLine(ItemRef("IT-4") + Amount("40")));
+  EXPECT_EQ(surroundings.SumOfAll(), 85) << "an attribute that is repeated makes the text no document";
+}
+
+TEST_F(SalesTransactions, BookByTheMarkersTextWhereAPartHoldsATabOrALineBreak) {
+  surroundings.state.costAccounts = fakes::ImportSurroundings::List("2", {fakes::Account("C 1", "Seeds")});
+  for (const char* costId : {"C&#9;1", "C\n1", "C&#13;1"}) {
+    surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1", costId, "2.5"));
+    Book(InvoiceLine(ItemRef("IT-4") + Amount("40")));
+  }
+  EXPECT_EQ(Seeds(), 7.5);
+  EXPECT_EQ(Plants(), 120);
+}
+
+TEST_F(SalesTransactions, BookTheCostOfAnAccountIdThatIsAMarker) {
+  surroundings.SetItems(
+      OneAccountItem("IT-4", "&lt;COGS cogsid=&quot;C-1&quot; workid='I-2' averagecost='4'/>"));
+  Book(InvoiceLine(ItemRef("IT-4") + Amount("40") + Quantity("2")) +
+       InvoiceLine(ItemRef("IT-4") + Amount("1")));
+  EXPECT_EQ(Seeds(), 12);
+  EXPECT_EQ(Tools(), 41);
+  EXPECT_EQ(SumOfAll(), 53);
+}
+
+TEST_F(SalesTransactions, LoseTheIncomeToAnAccountIdThatBeginsAsAMarkerAlone) {
+  surroundings.state.incomeAccounts =
+      fakes::ImportSurroundings::List("1", {fakes::Account("&lt;COGS", "Plants")});
+  surroundings.SetItems(OneAccountItem("IT-4", "&lt;COGS1"));
+  Book(InvoiceLine(ItemRef("IT-4") + Amount("40")));
+  EXPECT_EQ(SumOfAll(), 0);
+  const auto skipped = surroundings.SkippedAmounts();
+  ASSERT_EQ(skipped.size(), 1U);
+  EXPECT_EQ(skipped[0].skipped.value_or(Skipped{}).account, "<COGS1");
+}
+
+TEST_F(SalesTransactions, TellTheMarkerOfACostThatCannotBeBooked) {
+  surroundings.state.costSubtotals = fakes::ImportSurroundings::Zeros({"Freight"});
+  Book(InvoiceLine(ItemRef("IT-4") + Amount("40")));
+  const auto skipped = surroundings.SkippedAmounts();
+  ASSERT_EQ(skipped.size(), 1U);
+  EXPECT_EQ(skipped[0].skipped.value_or(Skipped{}).account,
+            "<COGS  cogsid=\"C-3\" workid=\"I-1\" averagecost=\"2.5\"/>");
 }
 
 TEST_F(SalesTransactions, LoseTheIncomeToAMissingCostSubtotal) {

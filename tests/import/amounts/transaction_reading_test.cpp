@@ -202,6 +202,13 @@ TEST_F(ReadingTransactions, MarksThePurchaseLinesInsideAnItemGroup) {
   }
 }
 
+TEST_F(ReadingTransactions, TakesNoPurchaseLineInsideAnotherElementThanAnItemGroup) {
+  const auto read =
+      Bills(Element("BillRet", Element("Other", ItemLine(Amount("1")) + ExpenseLine(Amount("2"))) +
+                                   Element("ItemGroupLineRet", ItemLine(Amount("3")))));
+  EXPECT_EQ(AmountsOf(read), Amounts{"3"});
+}
+
 TEST_F(ReadingTransactions, TakesPurchaseLinesOfTheFirstResponseAlone) {
   const auto read =
       Read(Variant("<QBXML><BillRet><ExpenseLineRet><Amount>0</Amount></ExpenseLineRet></BillRet>"

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -110,6 +111,14 @@ TEST_F(ExpenseGrowth, CountsAnAccountWithoutANameAsDepreciation) {
   Add("", 3);
   Add("Rent", 100);
   EXPECT_EQ(Actual(Write()), (Texts{"3", "0"}));
+}
+
+TEST_F(ExpenseGrowth, LeavesOutOfDepreciationWhatWouldLeaveTheRangeOfADouble) {
+  constexpr double largest = std::numeric_limits<double>::max();
+  Add("Deprec", largest, 1);
+  Add("preciation", largest, 2);
+  Add("CIA", -largest, 4);
+  EXPECT_EQ(Actual(Write()), (Texts{"0", "7"})) << "the second is left out, the third is added";
 }
 
 TEST_F(ExpenseGrowth, FindsAnAccountNamedDepreciationCaseInsensitively) {

@@ -206,6 +206,8 @@ struct StartRowCase {
 
 TEST_P(GrowthWriters, CountFromTheBlocksStartRow) {
   for (const auto& [attribute, secondRow] : {StartRowCase{"startrow=\"7\"", "8"},
+                                             {"startrow=\"5.5\"", "7"},
+                                             {"startrow=\"6.5\"", "7"},
                                              {"startrow=\"0\"", "1"},
                                              {"", "1"},
                                              {"startrow=\"\"", "1"},

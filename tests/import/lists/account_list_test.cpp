@@ -43,6 +43,16 @@ TEST(TopLevelAccountName, IsEmptyIfARecordOnTheWayIsIncomplete) {
   EXPECT_EQ(observer.notices.size(), 4U);
 }
 
+TEST(TopLevelAccountName, DoesNotClimbPastAnAccountWithoutALevel) {
+  fakes::RecordingObserver observer;
+  const AccountList list =
+      List({Account("1", "Cars"),
+            "<AccountRet><ListID>2</ListID><Name>Fuel</Name><ParentRef><ListID>1</ListID></ParentRef>"
+            "</AccountRet>"});
+  EXPECT_EQ(TopLevelAccountName(list, "2", observer), "");
+  EXPECT_EQ(observer.notices.size(), 1U);
+}
+
 TEST(TopLevelAccountName, IsEmptyIfTheParentsFormACycle) {
   fakes::RecordingObserver observer;
   const AccountList list = List({SubAccount("1", "Hen", "2"), SubAccount("2", "Egg", "1")});

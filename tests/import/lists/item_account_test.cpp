@@ -27,13 +27,13 @@ std::string Direct(std::string_view incomeId, std::string_view expenseId) {
 class ItemAccountTest : public testing::Test {
  protected:
   std::string IncomeSide(const std::string& items, std::string_view id = "IT-1") {
-    return Account(items, id, ItemSide::Income);
+    return PostingText(IncomePosting(items, id));
   }
   std::string ExpenseSide(const std::string& items, std::string_view id = "IT-1") {
-    return Account(items, id, ItemSide::Expense);
+    return ItemList(XmlElement::Parse(ItemAnswer(items))).ExpenseAccount(id, observer);
   }
-  std::string Account(const std::string& items, std::string_view id, ItemSide side) {
-    return ItemList(XmlElement::Parse(ItemAnswer(items))).ItemAccount(id, side, observer);
+  SalePosting IncomePosting(const std::string& items, std::string_view id = "IT-1") {
+    return ItemList(XmlElement::Parse(ItemAnswer(items))).IncomePosting(id, observer);
   }
 
   fakes::RecordingObserver observer;
@@ -117,28 +117,36 @@ TEST_F(ItemAccountTest, IsEmptyForAnUnlistedItem) {
   EXPECT_EQ(IncomeSide("", ""), "");
 }
 
-TEST_F(ItemAccountTest, IsEmptyWithoutAList) {
-  EXPECT_EQ(ItemList().ItemAccount("IT-1", ItemSide::Income, observer), "");
+TEST_F(ItemAccountTest, OfNoListIsEmpty) {
+  EXPECT_EQ(ItemList().IncomePosting("IT-1", observer), SalePosting());
+  EXPECT_EQ(ItemList().ExpenseAccount("IT-1", observer), "");
 }
 
-TEST_F(ItemAccountTest, IsACostOfGoodsMarkerOnTheIncomeSideOfAnInventoryItem) {
-  EXPECT_EQ(IncomeSide(InventoryItem("IT-1", "I-1", "C-1", "2.50")),
-            "<COGS  cogsid=\"C-1\" workid=\"I-1\" averagecost=\"2.50\"/>");
-  EXPECT_EQ(CostOfGoodsMarker("C-1", "I-1", "2.50"),
-            "<COGS  cogsid=\"C-1\" workid=\"I-1\" averagecost=\"2.50\"/>");
+TEST_F(ItemAccountTest, OfAnInventoryItemIsACostOfSaleOnTheIncomeSide) {
+  EXPECT_EQ(IncomePosting(InventoryItem("IT-1", "I-1", "C-1", "2.50")),
+            SalePosting(CostOfSale{.costAccount = "C-1", .incomeAccount = "I-1", .averageCost = "2.50"}));
 }
 
-TEST_F(ItemAccountTest, KeepsTheTextOfTheAverageCost) {
-  EXPECT_EQ(IncomeSide(InventoryItem("IT-1", "I-1", "C-1", " 2,50 each ")),
-            "<COGS  cogsid=\"C-1\" workid=\"I-1\" averagecost=\" 2,50 each \"/>");
-  EXPECT_EQ(IncomeSide(InventoryItem("IT-1", "I&amp;1", "C-1", "&lt;2&quot;")),
-            "<COGS  cogsid=\"C-1\" workid=\"I&1\" averagecost=\"<2\"\"/>");
+TEST_F(ItemAccountTest, KeepsTheAverageCostAsItStands) {
+  EXPECT_EQ(IncomePosting(InventoryItem("IT-1", "I-1", "C-1", " 2,50 each ")),
+            SalePosting(CostOfSale{"C-1", "I-1", " 2,50 each "}));
 }
 
-TEST_F(ItemAccountTest, IsAMarkerForAnyKindOfItemWithCostAccountAndAverageCost) {
+TEST_F(ItemAccountTest, IsAMarkerWhereAPartWouldNotReadBackUnchanged) {
+  EXPECT_EQ(IncomePosting(InventoryItem("IT-1", "I&amp;1", "C-1", "&lt;2&quot;")),
+            SalePosting("<COGS  cogsid=\"C-1\" workid=\"I&1\" averagecost=\"<2\"\"/>"));
+}
+
+TEST_F(ItemAccountTest, ThatBeginsAsAMarkerIsKeptAsItStands) {
+  EXPECT_EQ(IncomePosting(OneAccountItem("IT-1", "&lt;COGS x")), SalePosting("<COGS x"));
+  EXPECT_EQ(ExpenseSide(OneAccountItem("IT-1", "&lt;COGS x")), "<COGS x");
+}
+
+TEST_F(ItemAccountTest, OfAnItemOfAnyKindWithCostAccountAndAverageCostIsACostOfSale) {
   const std::string cost = Reference("COGSAccountRef", "C-1") + Element("AverageCost", "1");
-  EXPECT_EQ(IncomeSide(Item("ItemServiceRet", "IT-1", Element("SalesOrPurchase", AccountRef("I-1")) + cost)),
-            CostOfGoodsMarker("C-1", "I-1", "1"));
+  EXPECT_EQ(
+      IncomePosting(Item("ItemServiceRet", "IT-1", Element("SalesOrPurchase", AccountRef("I-1")) + cost)),
+      SalePosting(CostOfSale{"C-1", "I-1", "1"}));
   EXPECT_EQ(ExpenseSide(Item("ItemServiceRet", "IT-1", Element("SalesOrPurchase", AccountRef("I-1")) + cost)),
             "I-1");
 }
@@ -177,21 +185,11 @@ TEST_F(ItemAccountTest, IsTheSameOnRepeatedCalls) {
   const ItemList list(XmlElement::Parse(
       ItemAnswer(TwoAccountItem("IT-1", "I-1", "E-1") + TwoAccountItem("IT-2", "I-2", "E-2"))));
   for (int i = 0; i < 2; ++i) {
-    EXPECT_EQ(list.ItemAccount("IT-1", ItemSide::Income, observer), "I-1");
-    EXPECT_EQ(list.ItemAccount("IT-1", ItemSide::Expense, observer), "E-1");
-    EXPECT_EQ(list.ItemAccount("IT-2", ItemSide::Expense, observer), "E-2");
-    EXPECT_EQ(list.ItemAccount("IT-2", ItemSide::Income, observer), "I-2");
+    EXPECT_EQ(PostingText(list.IncomePosting("IT-1", observer)), "I-1");
+    EXPECT_EQ(list.ExpenseAccount("IT-1", observer), "E-1");
+    EXPECT_EQ(list.ExpenseAccount("IT-2", observer), "E-2");
+    EXPECT_EQ(PostingText(list.IncomePosting("IT-2", observer)), "I-2");
   }
-}
-
-TEST(CostOfGoodsMarker, IsRecognizedByItsFirstFiveCharacters) {
-  EXPECT_TRUE(IsCostOfGoodsMarker("<COGS  cogsid=\"\" workid=\"\" averagecost=\"\"/>"));
-  EXPECT_TRUE(IsCostOfGoodsMarker("<COGS"));
-  EXPECT_FALSE(IsCostOfGoodsMarker("<COG"));
-  EXPECT_FALSE(IsCostOfGoodsMarker("<cogs  "));
-  EXPECT_FALSE(IsCostOfGoodsMarker(" <COGS"));
-  EXPECT_FALSE(IsCostOfGoodsMarker("I-1"));
-  EXPECT_FALSE(IsCostOfGoodsMarker(""));
 }
 
 }  // namespace

@@ -186,5 +186,34 @@ TEST_F(PastTransactions, AreNeitherAskedNorReportedWithAnyOtherVersion) {
   EXPECT_TRUE(surroundings.observer.notices.empty());
 }
 
+TEST_F(PastTransactions, EndInTheFirstPeriodWithoutExpenseAccountsWithALaterVersion) {
+  surroundings.sessionState.qbMajorVersion = 3;
+  surroundings.state.expenseAccounts = AccountList();
+  Collect();
+  EXPECT_EQ(surroundings.journal->Text(), "ProcessRequest 60\n");
+  ASSERT_EQ(surroundings.NoticesOf(NoticeKind::OperationEnded), 2U) << "the subtotals, then the collecting";
+  const Notice& last = surroundings.observer.notices.back();
+  EXPECT_EQ(last.place.operation, "CollectPastPerformance");
+  EXPECT_EQ(last.number, error_number::objectNotSet);
+}
+
+TEST_F(PastTransactions, EndWithAnIncomeOfZeroWhereTwoIncomeAccountsHaveTheSameName) {
+  SetAccounts(tests::costAccount + TypedAccount("Income", "Plants", "50"));
+  surroundings.state.incomeAccounts = fakes::ImportSurroundings::List(
+      "1", {fakes::Account("I-1", "Plants"), fakes::Account("I-2", "plants")});
+  Collect();
+  EXPECT_EQ(Periods("Income"), First({0, 50, 50})) << "the balances of the periods that were not reached";
+}
+
+TEST_F(PastTransactions, ReadTheYearsThatTheProductShowsWhenTheyAreReached) {
+  Sell("2000-04-01", "1");
+  Sell("2001-04-01", "2");
+  Sell("2002-04-01", "4");
+  surroundings.journal->OnOccurrence("ProgressBarChange 100 Importing income balances...", 2,
+                                     [this] { surroundings.state.options.krnProduct = QBKRN_COR; });
+  Collect();
+  EXPECT_EQ(Periods("Income"), First({1, 2})) << "the third period is a month then, without transactions";
+}
+
 }  // namespace
 }  // namespace krnqb

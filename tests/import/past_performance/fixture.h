@@ -38,7 +38,7 @@ class CollectingPastPerformance : public testing::Test {
   void SetAccounts(const std::string& records) {
     surroundings.quickBooks->answers["60"] = fakes::AccountAnswer("60", {records});
   }
-  void Collect() { CollectPastPerformance(surroundings.context); }
+  void Collect() { CollectPastPerformance(surroundings.context, surroundings.sessionState.qbMajorVersion); }
 
   const cSubtotals& Figures(std::string_view type) const {
     return surroundings.state.pastPerformance->At(type);

@@ -81,6 +81,34 @@ TEST_F(PastReports, AskTwoYearsAndTwelveMonthsForCOR) {
   EXPECT_EQ(surroundings.journal->Text(), expected);
 }
 
+TEST_F(PastReports, FollowAProductThatChangesToCORButKeepTheNumberOfPeriods) {
+  surroundings.journal->On("ProcessRequest 310 2000-04-01 2001-03-31",
+                           [this] { surroundings.state.options.krnProduct = QBKRN_COR; });
+  Collect();
+  std::string expected = "ProcessRequest 60\n";
+  const char* const periods[][3] = {{"2000-04-01", "2001-03-31", "50"},
+                                    {"2001-04-01", "2002-03-31", "75"},
+                                    {"2002-04-01", "2002-04-30", "100"}};
+  for (const auto& [from, to, percent] : periods) {
+    expected += ProfitAndLoss(from, to) + "ProgressBarChange " + percent + " Processing...\n";
+    for (const char* type : accountTypes) {
+      expected += std::string("ProcessRequest 330 ") + type + " " + to + " " + to + "\n";
+    }
+  }
+  EXPECT_EQ(surroundings.journal->Text(), expected);
+}
+
+TEST_F(PastReports, StayMonthsOnceOneWasReachedWhenTheProductChangesFromCOR) {
+  surroundings.state.options.krnProduct = QBKRN_COR;
+  surroundings.journal->On("ProcessRequest 310 2002-04-01 2002-04-30",
+                           [this] { surroundings.state.options.krnProduct = QBKRN_ALD; });
+  Collect();
+  EXPECT_FALSE(WasAsked("300 2002-05-01 2002-05-31"));
+  for (const std::string year : {"2003", "2008", "2013"}) {
+    EXPECT_TRUE(WasAsked("300 " + year + "-04-01 " + year + "-04-30")) << year;
+  }
+}
+
 TEST_F(PastReports, GiveTheTotalsOfEachPeriod) {
   Report("300 2000-04-01", ReportRow("Plants", {"1", "2", "4"}) + ReportRow("Tools", {"8"}));
   Report("300 2002-04-01", ReportRow("Tools", {"-16"}));

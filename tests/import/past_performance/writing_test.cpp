@@ -56,7 +56,7 @@ class WritingPastPerformance : public testing::Test {
   }
   cSubtotals& Figures(std::string_view type) { return surroundings.state.pastPerformance->At(type); }
   std::string Write(const std::string& table = PastPerformanceTable()) {
-    return WritePastPerformance(surroundings.context, table);
+    return WritePastPerformance(surroundings.context, table, surroundings.sessionState.qbMajorVersion);
   }
   /// What must stand in a row: figures up to a period, then what was there.
   static Texts Row(const Texts& figures) {

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+
+#include "krnqb/enumerations.h"
+
+namespace krnqb {
+
+/// The plan's first month and the import's first month, as they are stored; 0 means not set.
+struct PeriodFields {
+  std::int16_t krnStartingMonth = 0;  ///< the plan's, 1 to 12
+  std::int16_t krnStartingYear = 0;   ///< the plan's
+  std::int16_t startingMonth = 0;     ///< the import's, 1 to 12
+  std::int16_t startingYear = 0;      ///< the import's
+};
+
+/// What a host chooses for an import. The initial values are those of a new component.
+struct ImportOptions {
+  bool includeExpenseAccounts = false;
+  bool includeIncomeAccounts = false;
+  bool includePastPerformance = false;
+  std::int16_t growthRateCogs = 0;      ///< annual growth in whole percent
+  std::int16_t growthRateIncome = 0;    ///< annual growth in whole percent
+  std::int16_t growthRateExpenses = 0;  ///< annual growth in whole percent
+  QBKRN_BalancesImport balancesImport = BalImport_None;
+  QBKRNproduct krnProduct = QBKRN_ALD;
+  PeriodFields period;
+};
+
+}  // namespace krnqb
