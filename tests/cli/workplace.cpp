@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <fstream>
 #include <sstream>
 
@@ -21,6 +22,18 @@ fs::path MakeFolder() {
   return name;
 }
 
+// The program expects its process to end soon and leaves interrupts without effect; a test's process goes on.
+class KeptInterrupts {
+ public:
+  KeptInterrupts() { sigaction(SIGINT, nullptr, &action_); }
+  ~KeptInterrupts() { sigaction(SIGINT, &action_, nullptr); }
+  KeptInterrupts(const KeptInterrupts&) = delete;
+  KeptInterrupts& operator=(const KeptInterrupts&) = delete;
+
+ private:
+  struct sigaction action_ {};
+};
+
 }  // namespace
 
 ProgramRun RunProgram(const std::vector<std::string>& arguments) {
@@ -28,6 +41,7 @@ ProgramRun RunProgram(const std::vector<std::string>& arguments) {
 }
 
 ProgramRun RunProgram(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
+  const KeptInterrupts interrupts;
   std::ostringstream out;
   std::ostringstream err;
   const int code = RunKrnqb(arguments, out, err, surroundings);
