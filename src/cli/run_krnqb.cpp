@@ -3,15 +3,10 @@
 #include <algorithm>
 
 #include "cli/command_line.h"
-#include "cli/company/accounts_command.h"
-#include "cli/company/commands.h"
-#include "cli/company/companies_command.h"
-#include "cli/company/question_commands.h"
+#include "cli/console/json_text.h"
 #include "cli/console/streams.h"
-#include "cli/dialog/command.h"
 #include "cli/import/command.h"
-#include "cli/json_output.h"
-#include "cli/plan/commands.h"
+#include "cli/import/json_output.h"
 #include "support/error_handling.h"
 
 namespace krnqb::cli {
@@ -42,6 +37,12 @@ bool ChangesFiles(const Command& command) {
          std::holds_alternative<LoadCompanyOptions>(command) ||
          std::holds_alternative<GenerateCompanyOptions>(command) ||
          std::holds_alternative<NewPlanOptions>(command);
+}
+
+std::string FailureJson(const Failure& failure) {
+  return JsonText({{"result", ResultWord(ResultOf(failure.Code()))},
+                   {"error_number", failure.Number()},
+                   {"error_description", failure.Description()}});
 }
 
 // Told as JSON too where JSON was asked for, even by a command line that cannot be read.

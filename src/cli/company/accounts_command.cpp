@@ -4,9 +4,9 @@
 
 #include "cli/company/account_tree.h"
 #include "cli/company/inquiry.h"
+#include "cli/company/json_output.h"
 #include "cli/console/attempt.h"
 #include "cli/import/expense_selection.h"
-#include "cli/json_output.h"
 #include "plan_file/file.h"
 
 namespace krnqb::cli {

@@ -1,9 +1,22 @@
 #pragma once
 
-#include "cli/commands.h"
+#include <cstdint>
+#include <optional>
+#include <string>
+
 #include "cli/console/streams.h"
 
 namespace krnqb::cli {
+
+enum class AccountList : std::uint8_t { Income, Expense };
+
+/// `krnqb accounts` as it was typed.
+struct AccountsOptions {
+  AccountList list = AccountList::Income;
+  std::string companyFile;
+  std::optional<std::string> planFile;
+  bool json = false;
+};
 
 /// Lists a company's income or expense accounts as a tree and, for a plan of product bri, which expense
 /// accounts an import would keep in it.

@@ -8,9 +8,9 @@
 #include <sstream>
 #include <system_error>
 
+#include "cli/company/json_output.h"
 #include "cli/console/attempt.h"
 #include "cli/console/text_table.h"
-#include "cli/json_output.h"
 #include "company/file.h"
 #include "company/records/errors.h"
 #include "support/date.h"

@@ -1,9 +1,40 @@
 #pragma once
 
-#include "cli/commands.h"
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "cli/console/option_values.h"
 #include "cli/console/streams.h"
+#include "sample_company/generator.h"
 
 namespace krnqb::cli {
+
+// The commands of `krnqb company` as they were typed, and how each runs.
+
+struct NewCompanyOptions {
+  std::string file;
+  std::string name;
+  std::int16_t fiscalMonth = 1;
+  std::string processorVersion;
+};
+
+struct LoadCompanyOptions {
+  std::string file;
+  std::vector<std::string> documents;
+};
+
+struct GenerateCompanyOptions {
+  std::string file;
+  sample_company::GeneratorSettings settings;  ///< except years and seed, which are below
+  YearSpan years{2001, 2002};
+  std::int64_t seed = 1;
+};
+
+struct CompanyInfoOptions {
+  std::string file;
+  bool json = false;
+};
 
 ExitCode Run(const NewCompanyOptions& options, const Console& console);
 

@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
+#include "cli/company/json_output.h"
 #include "cli/company/quickbooks_folder.h"
 #include "cli/console/text_table.h"
-#include "cli/json_output.h"
 #include "krnqb/qb_data_exchange.h"
 
 namespace krnqb::cli {

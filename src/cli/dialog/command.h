@@ -1,10 +1,22 @@
 #pragma once
 
-#include "cli/commands.h"
+#include <cstdint>
+#include <optional>
+#include <string>
+
 #include "cli/console/streams.h"
 #include "cli/console/surroundings.h"
 
 namespace krnqb::cli {
+
+enum class DialogName : std::uint8_t { Options, Export, Company, Plan, About };
+
+/// `krnqb dialog` as it was typed.
+struct DialogOptions {
+  DialogName dialog = DialogName::About;
+  std::optional<std::string> companyFile;
+  std::optional<std::string> planFile;
+};
 
 /// Shows one of the dialogs and returns when a person has closed it. The options dialog imports into the
 /// plan, as `krnqb import` does; the file dialogs print the path that was chosen.

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "cli/console/attempt.h"
-#include "cli/json_output.h"
+#include "cli/plan/json_output.h"
 #include "plan_file/listing.h"
 #include "plan_file/table_view.h"
 

@@ -1,9 +1,28 @@
 #pragma once
 
-#include "cli/commands.h"
+#include <optional>
+#include <string>
+
 #include "cli/console/streams.h"
+#include "krnqb/enumerations.h"
+#include "plan_file/attributes.h"
 
 namespace krnqb::cli {
+
+// The commands of `krnqb plan` as they were typed, and how each runs.
+
+struct NewPlanOptions {
+  std::string file;
+  QBKRNproduct product = QBKRN_ALD;
+  plan_file::PlanStart start;
+};
+
+struct ShowPlanOptions {
+  std::string file;
+  std::optional<std::string> table;
+  bool cells = false;
+  bool json = false;
+};
 
 ExitCode Run(const NewPlanOptions& options, const Console& console);
 
