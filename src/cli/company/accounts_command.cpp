@@ -17,11 +17,11 @@ constexpr std::string_view listingFailed = "listing accounts failed";
 // Whether a plan can say anything about the list; warns when it cannot.
 bool TellsSelection(const plan_file::PlanFile& plan, AccountList list, const Console& console) {
   if (list == AccountList::Income) {
-    Warn(console, "--plan has no effect: income accounts are not selected");
+    Warn(console, "--plan is ignored because income accounts are not selected");
     return false;
   }
   if (plan.Product() == QBKRN_BRI) return true;
-  Warn(console, "--plan has no effect: expense accounts are selected for product bri alone");
+  Warn(console, "--plan is ignored because only plans of product bri select expense accounts");
   return false;
 }
 

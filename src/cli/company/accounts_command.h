@@ -18,7 +18,7 @@ struct AccountsOptions {
   bool json = false;
 };
 
-/// Lists a company's income or expense accounts as a tree and, for a plan of product bri, which expense
+/// Lists a company's income or expense accounts as a tree and, given a plan of product bri, which expense
 /// accounts an import would keep in it.
 ExitCode Run(const AccountsOptions& options, const Console& console);
 

@@ -10,7 +10,7 @@
 
 namespace krnqb::cli {
 
-// The commands of `krnqb company` as they were typed, and how each runs.
+// The commands of `krnqb company`: what was typed, and how it runs.
 
 struct NewCompanyOptions {
   std::string file;
@@ -36,15 +36,17 @@ struct CompanyInfoOptions {
   bool json = false;
 };
 
+/// Creates a company file without accounts and transactions.
 ExitCode Run(const NewCompanyOptions& options, const Console& console);
 
-/// Loads documents one after the other, each whole or not at all. When one fails, those before it stay
-/// loaded, which the message tells: Failed when none was loaded, else Incomplete.
+/// Loads documents one after the other, each whole or not at all. If one fails, the documents before it stay
+/// loaded: throws Failure, with Failed if none was loaded, and Incomplete otherwise.
 ExitCode Run(const LoadCompanyOptions& options, const Console& console);
 
-/// Makes up a company; counts its records and lines and tells the file's size.
+/// Generates a company file, and prints how many records and lines it has and its size.
 ExitCode Run(const GenerateCompanyOptions& options, const Console& console);
 
+/// Shows what a company file contains.
 ExitCode Run(const CompanyInfoOptions& options, const Console& console);
 
 }  // namespace krnqb::cli

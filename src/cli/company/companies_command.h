@@ -14,7 +14,7 @@ struct CompaniesOptions {
   bool json = false;
 };
 
-/// Lists the company files in the folder of the QuickBooks program, one path a line or as JSON.
+/// Lists the company files in the folder of the QuickBooks program, one path per line or as JSON.
 ExitCode Run(const CompaniesOptions& options, const Console& console, const Surroundings& surroundings);
 
 }  // namespace krnqb::cli

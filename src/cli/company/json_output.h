@@ -13,7 +13,7 @@ namespace krnqb::cli {
 /// Returns a company's accounts as a tree.
 std::string AccountsJson(const std::vector<AccountNode>& accounts);
 
-/// Returns what is known of a company file, with its records by kind.
+/// Returns a company file's properties and its number of records of each kind.
 std::string CompanyInfoJson(const company::CompanyInfo& info);
 
 /// A company file in the folder of the QuickBooks program.

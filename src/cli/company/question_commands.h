@@ -8,7 +8,7 @@
 
 namespace krnqb::cli {
 
-// The commands that ask a question and change nothing, as they were typed, and how each runs.
+// The commands that answer a question and change nothing: what was typed, and how it runs.
 
 struct RequestOptions {
   std::int32_t number = 0;
@@ -25,13 +25,13 @@ struct TablesOptions {
   QBKRNproduct product = QBKRN_ALD;
 };
 
-/// Prints a request document byte for byte, without a line end of its own.
+/// Prints a request document byte for byte; adds no line end.
 ExitCode Run(const RequestOptions& options, const Console& console);
 
-/// Prints whether a company answers a qbXML version: "yes" with Done, "no" with Failed.
+/// Prints whether a company answers a qbXML version. Returns Done for "yes", Failed for "no".
 ExitCode Run(const SupportsOptions& options, const Console& console);
 
-/// Lists the plan tables that an import for a product may change, id and title.
+/// Lists the id and title of each plan table that an import for a product may change.
 ExitCode Run(const TablesOptions& options, const Console& console);
 
 }  // namespace krnqb::cli
