@@ -9,7 +9,7 @@
 
 namespace krnqb::cli {
 
-// The commands of `krnqb plan` as they were typed, and how each runs.
+// The commands of `krnqb plan`: what was typed, and how it runs.
 
 struct NewPlanOptions {
   std::string file;
@@ -24,9 +24,10 @@ struct ShowPlanOptions {
   bool json = false;
 };
 
+/// Creates a plan file with the tables of its product.
 ExitCode Run(const NewPlanOptions& options, const Console& console);
 
-/// Shows a plan's tables, or one of them: as a person reads them, cell by cell, or as JSON.
+/// Prints a plan's tables, or one of them, for people, cell by cell or as JSON.
 ExitCode Run(const ShowPlanOptions& options, const Console& console);
 
 }  // namespace krnqb::cli
