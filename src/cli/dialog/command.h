@@ -18,8 +18,8 @@ struct DialogOptions {
   std::optional<std::string> planFile;
 };
 
-/// Shows one of the dialogs and returns when a person has closed it. The options dialog imports into the
-/// plan, as `krnqb import` does; the file dialogs print the path that was chosen.
+/// Shows a dialog and returns once it is closed. The options dialog imports into the plan, as `krnqb import`
+/// does; the file dialogs print the chosen path.
 ExitCode Run(const DialogOptions& options, const Console& console, const Surroundings& surroundings);
 
 }  // namespace krnqb::cli
