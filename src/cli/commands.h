@@ -18,7 +18,7 @@ struct PrintedText {
   std::string text;
 };
 
-/// A command line, read: one of the commands with its options as values.
+/// A parsed command line: one command with its options.
 using Command =
     std::variant<PrintedText, ImportOptions, AccountsOptions, TablesOptions, RequestOptions, SupportsOptions,
                  NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, GenerateCompanyOptions,

@@ -45,7 +45,7 @@ std::string FailureJson(const Failure& failure) {
                    {"error_description", failure.Description()}});
 }
 
-// Told as JSON too where JSON was asked for, even by a command line that cannot be read.
+// Reports the failure as JSON too if --json was typed, even on an invalid command line.
 ExitCode Fail(const Failure& failure, std::span<const std::string> arguments, const Console& console) {
   PrintError(console, failure.Line());
   const bool json = std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
@@ -62,11 +62,12 @@ ExitCode Fail(const Failure& failure, std::span<const std::string> arguments, co
   return failure.Code();
 }
 
-// Results that did not reach their reader are no results, unless what was done outlives them.
+// If the output could not be written, the command failed, unless it had already changed a file.
 ExitCode Flushed(ExitCode code, bool changesFiles, const Console& console) {
   console.out.flush();
   if (console.out) return code;
-  console.err << "krnqb: printing failed: standard output takes no more; check its disk or reader\n";
+  console.err << "krnqb: printing failed: cannot write to standard output; check the disk or the program "
+                 "that reads it\n";
   return code == ExitCode::Done && !changesFiles ? ExitCode::Failed : code;
 }
 

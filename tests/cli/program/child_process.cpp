@@ -28,7 +28,7 @@ Pipe MakePipe() {
   return {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
 }
 
-// Background jobs of a shell ignore interrupts, and what they start does too: here they shall arrive.
+// The background jobs of a shell, and what they start, ignore interrupts; this program must receive them.
 struct DefaultInterrupts {
   DefaultInterrupts() {
     sigset_t interrupts;

@@ -10,8 +10,8 @@
 
 namespace krnqb::cli::tests {
 
-/// A running krnqb whose standard output and standard error come back through pipes. Interrupts reach it as
-/// they reach a program that a person started. One that still runs at the end of its object's life is killed.
+/// A running krnqb whose standard output and standard error are read through pipes. It receives interrupts
+/// like a program started from a terminal. The destructor kills it if it is still running.
 class ChildProcess {
  public:
   explicit ChildProcess(const std::vector<std::string>& arguments);
@@ -19,14 +19,14 @@ class ChildProcess {
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
 
-  /// The next line of its standard output, or what there was before its end.
+  /// Returns the next line of its standard output, or the rest of it.
   std::string ReadLine();
   void Signal(int number) const;
-  /// Closes our end of its standard output.
+  /// Closes the reading end of its standard output.
   void CloseOutput();
-  /// Waits for the end and gives the exit status, or minus the signal that ended it.
+  /// Waits for it to end. Returns the exit status, or minus the signal that ended it.
   int Wait();
-  /// Everything of its standard error, after its end.
+  /// Returns its standard error. Call after `Wait`.
   std::string Errors();
 
  private:
@@ -35,7 +35,7 @@ class ChildProcess {
   files::FileDescriptor errors_;
 };
 
-/// Runs a shell command in a folder, krnqb being on its path, and gives its exit status and what it printed.
+/// Runs a shell command in a folder, with krnqb on the path.
 struct ShellRun {
   int code = 0;
   std::string out;

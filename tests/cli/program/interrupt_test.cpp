@@ -17,7 +17,7 @@ using tests::ReadText;
 using tests::RunProgram;
 using tests::Workplace;
 
-// An import that waits, its interrupts watched, until the recording that it reads has been written.
+// An import that already watches for interrupts and waits for the recording it reads.
 class WaitingImport : public testing::Test {
  protected:
   void SetUp() override {
@@ -38,7 +38,7 @@ class WaitingImport : public testing::Test {
   std::string before;
 };
 
-TEST_F(WaitingImport, EndsWith130AndWritesNothingWhenItIsInterrupted) {
+TEST_F(WaitingImport, ExitsWith130AndWritesNothingIfInterrupted) {
   ChildProcess import(Arguments());
   {
     std::ofstream recording(place / "fifo");
@@ -51,7 +51,7 @@ TEST_F(WaitingImport, EndsWith130AndWritesNothingWhenItIsInterrupted) {
   EXPECT_FALSE(std::filesystem::exists(place / "ald.kpf.bak"));
 }
 
-TEST_F(WaitingImport, GoesOnWhenItIsNotInterrupted) {
+TEST_F(WaitingImport, ContinuesIfNotInterrupted) {
   ChildProcess import(Arguments());
   { std::ofstream(place / "fifo") << ReadText(place / "recording"); }
   EXPECT_EQ(import.Wait(), 0);
@@ -62,7 +62,7 @@ TEST_F(WaitingImport, IsEndedByASecondInterrupt) {
   ChildProcess import(Arguments());
   std::ofstream recording(place / "fifo");
   import.Signal(SIGINT);
-  // The first one has to arrive as such before the second one is sent: signals of one number are not counted.
+  // Pending signals are not counted: the first one must be delivered before the second is sent.
   ::usleep(50000);
   import.Signal(SIGINT);
   EXPECT_EQ(import.Wait(), -SIGINT);
