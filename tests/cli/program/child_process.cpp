@@ -45,15 +45,35 @@ struct DefaultInterrupts {
   posix_spawnattr_t attributes{};
 };
 
+// Fills a pipe, so that the next write to it blocks. Returns the number of bytes written.
+std::size_t Fill(const FileDescriptor& writeEnd) {
+  const int flags = ::fcntl(writeEnd.Number(), F_GETFL);
+  ::fcntl(writeEnd.Number(), F_SETFL, flags | O_NONBLOCK);
+  std::size_t filling = 0;
+  while (::write(writeEnd.Number(), "#", 1) == 1) ++filling;
+  ::fcntl(writeEnd.Number(), F_SETFL, flags);
+  return filling;
+}
+
+std::string ReadToEnd(const FileDescriptor& readEnd) {
+  std::string text;
+  std::array<char, 4096> buffer{};
+  for (ssize_t count = 0; (count = ::read(readEnd.Number(), buffer.data(), buffer.size())) > 0;) {
+    text.append(buffer.data(), static_cast<std::size_t>(count));
+  }
+  return text;
+}
+
 int StatusOf(int status) {
   return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
 }
 
 }  // namespace
 
-ChildProcess::ChildProcess(const std::vector<std::string>& arguments) {
+ChildProcess::ChildProcess(const std::vector<std::string>& arguments, Output output) {
   Pipe out = MakePipe();
   Pipe err = MakePipe();
+  if (output == Output::Blocked) filling_ = Fill(out.writeEnd);
   std::vector<std::string> words{KRNQB_PROGRAM};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;
@@ -101,13 +121,12 @@ int ChildProcess::Wait() {
   return StatusOf(status);
 }
 
+std::string ChildProcess::Drain() {
+  return ReadToEnd(output_).substr(filling_);
+}
+
 std::string ChildProcess::Errors() {
-  std::string text;
-  std::array<char, 4096> buffer{};
-  for (ssize_t count = 0; (count = ::read(errors_.Number(), buffer.data(), buffer.size())) > 0;) {
-    text.append(buffer.data(), static_cast<std::size_t>(count));
-  }
-  return text;
+  return ReadToEnd(errors_);
 }
 
 ShellRun RunShell(const std::string& folder, const std::string& command) {

@@ -2,7 +2,7 @@
 
 #include <sys/types.h>
 
-#include <chrono>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -14,7 +14,10 @@ namespace krnqb::cli::tests {
 /// like a program started from a terminal. The destructor kills it if it is still running.
 class ChildProcess {
  public:
-  explicit ChildProcess(const std::vector<std::string>& arguments);
+  /// Whether the program can write to its standard output, or is blocked at its first write until `Drain`.
+  enum class Output { Open, Blocked };
+
+  explicit ChildProcess(const std::vector<std::string>& arguments, Output output = Output::Open);
   ~ChildProcess();
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
@@ -22,6 +25,8 @@ class ChildProcess {
   /// Returns the next line of its standard output, or the rest of it.
   std::string ReadLine();
   void Signal(int number) const;
+  /// Reads its standard output to the end, and returns it.
+  std::string Drain();
   /// Closes the reading end of its standard output.
   void CloseOutput();
   /// Waits for it to end. Returns the exit status, or minus the signal that ended it.
@@ -33,6 +38,7 @@ class ChildProcess {
   pid_t process_ = -1;
   files::FileDescriptor output_;
   files::FileDescriptor errors_;
+  std::size_t filling_ = 0;
 };
 
 /// Runs a shell command in a folder, with krnqb on the path.

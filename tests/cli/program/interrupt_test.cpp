@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <fstream>
 
 #include "cli/program/child_process.h"
@@ -69,9 +70,30 @@ TEST_F(WaitingImport, IsEndedByASecondInterrupt) {
   EXPECT_EQ(ReadText(place / "ald.kpf"), before);
 }
 
+TEST_F(WaitingImport, SucceedsIfInterruptedOnceThePlanIsWritten) {
+  const auto arguments = place.ImportArguments("ald.kpf", {"--expenses", "--json"});
+  ChildProcess import(arguments, ChildProcess::Output::Blocked);
+  // Its report is printed last and waits for a reader.
+  for (int waits = 0; waits < 1000 && ReadText(place / "ald.kpf") == before; ++waits) ::usleep(10000);
+  ASSERT_NE(ReadText(place / "ald.kpf"), before);
+  for (int interrupts = 0; interrupts < 2; ++interrupts) {
+    import.Signal(SIGINT);
+    ::usleep(50000);
+  }
+  EXPECT_NE(import.Drain().find("\"result\": \"imported\""), std::string::npos);
+  EXPECT_EQ(import.Wait(), 0) << import.Errors();
+}
+
 TEST_F(WaitingImport, LeavesThePlanWholeWheneverItIsInterrupted) {
   const auto arguments = place.ImportArguments("ald.kpf", {"--expenses", "--quiet"});
-  for (unsigned delay = 0; delay < 24000; delay += 1500) {
+  const auto begun = std::chrono::steady_clock::now();
+  ASSERT_EQ(ChildProcess(arguments).Wait(), 0);
+  const auto elapsed = std::chrono::steady_clock::now() - begun;
+  const auto duration =
+      static_cast<unsigned>(std::chrono::duration_cast<std::chrono::microseconds>(elapsed).count());
+  constexpr unsigned moments = 16;
+  for (unsigned moment = 0; moment < moments; ++moment) {
+    const unsigned delay = duration / moments * moment * 5 / 4;
     tests::WriteText(place / "ald.kpf", before);
     std::filesystem::remove(place / "ald.kpf.bak");
     ChildProcess import(arguments);
