@@ -34,7 +34,7 @@ void AddImport(Options options, ImportCommand& import) {
   options.Text("--plan", "FILE", import.planFile, "Plan file to import into")->required();
   options.Text("--record", "FILE", import.recordFile, "Write all requests and answers to FILE as JSON lines");
   options.Text("--replay", "FILE", import.replayFile,
-               "Take the answers from such a file instead of a company");
+               "Read the answers from such a file instead of a company");
   options.Group(periods);
   options.Parsed("--product", "P", import.product, ParseProduct, "ald, bri or cor [the plan's own]");
   options.Parsed("--plan-start", "YYYY-MM", import.planStart, ParseYearMonth,
@@ -42,7 +42,7 @@ void AddImport(Options options, ImportCommand& import) {
   options.Parsed("--import-start", "YYYY-MM", import.importStart, ParseYearMonth,
                  "First of the 12 months to import [a year before the plan]");
   options.Parsed("--fiscal-month", "MONTH", import.fiscalMonth, ParseMonth,
-                 "First month of fiscal year, 1 to 12 or English name [the company's]");
+                 "First fiscal month, 1 to 12 or English name [the company's]");
   options.Group(howToImport);
   options.Parsed("--growth-income", "N", import.growthRateIncome, ParsePercent,
                  "Growth of sales, percent a year [0]");
@@ -51,29 +51,30 @@ void AddImport(Options options, ImportCommand& import) {
   options.Parsed("--growth-expenses", "N", import.growthRateExpenses, ParsePercent,
                  "Growth of expenses, percent a year [0]");
   options.Texts("--select-expense", "NAME", import.selectedExpenses,
-                "Take this expense account too (product bri; may be repeated)");
-  options.Flag("--select-all-expenses", import.selectAllExpenses, "Take all expense accounts (product bri)");
+                "Also import this expense account (product bri; repeatable)");
+  options.Flag("--select-all-expenses", import.selectAllExpenses,
+               "Import all expense accounts (product bri)");
   options.Flag("--accept-incomplete", import.acceptIncomplete,
-               "Write the plan even if not everything could be read (exit status 3)");
-  options.Flag("--strict", import.strict, "Count amounts that were left out as incomplete");
-  options.Flag("--dry-run", import.dryRun, "Show what would change and write nothing");
+               "Write the plan even if something could not be read (exit status 3)");
+  options.Flag("--strict", import.strict, "Treat left-out amounts as an incomplete import");
+  options.Flag("--dry-run", import.dryRun, "Show what would change, but write nothing");
   options.Group(output);
   options.Flag("--json", import.json, "Print one JSON object and nothing else");
   options.Flag("--quiet", import.quiet, "Print nothing but warnings and errors");
-  options.Text("--journal", "FILE", import.journalFile, "List each amount that was left out, as JSON lines");
+  options.Text("--journal", "FILE", import.journalFile, "List each left-out amount in FILE as JSON lines");
 }
 
 ListedAccounts ParseListedAccounts(std::string_view /*option*/, std::string_view text) {
   if (text == "income") return ListedAccounts::Income;
   if (text == "expense") return ListedAccounts::Expense;
-  throw WrongUsage(fmt::format("\"{}\" is no list of accounts", text), "give income or expense");
+  throw WrongUsage(fmt::format("\"{}\" is not a list of accounts", text), "give income or expense");
 }
 
 void AddAccounts(Options options, AccountsOptions& accounts) {
   options.ParsedArgument("income|expense", accounts.list, ParseListedAccounts, "Which accounts to list");
   options.Text("--company", "FILE", accounts.companyFile, "Company file to read")->required();
   options.Text("--plan", "FILE", accounts.planFile,
-               "Show which expense accounts stand in this plan (product bri)");
+               "Show which expense accounts are in this plan (product bri)");
   options.Flag("--json", accounts.json, "Print one JSON object");
 }
 
@@ -82,7 +83,7 @@ void AddTables(Options options, TablesOptions& tables) {
 }
 
 void AddRequest(Options options, RequestOptions& request) {
-  options.ParsedArgument("N", request.number, ParseRequestNumber, "The request's number, as listed below");
+  options.ParsedArgument("N", request.number, ParseRequestNumber, "Request number, as listed below");
   options.Parsed("--from", "DATE", request.fromDate, ParseDate, "First day, YYYY-MM-DD");
   options.Parsed("--to", "DATE", request.toDate, ParseDate, "Last day, YYYY-MM-DD");
 }
@@ -93,59 +94,59 @@ void AddSupports(Options options, SupportsOptions& supports) {
 }
 
 void AddNewCompany(Options options, NewCompanyOptions& company) {
-  options.Argument("FILE", company.file, "Company file to make (.qbw)");
+  options.Argument("FILE", company.file, "Company file to create (.qbw)");
   options.Text("--name", "N", company.name, "The company's name")->required();
   options
       .Parsed("--fiscal-month", "MONTH", company.fiscalMonth, ParseMonth,
-              "First month of its fiscal year, 1 to 12 or the English name")
+              "First month of its fiscal year, 1 to 12 or English name")
       ->required();
   options
       .Parsed("--processor", "VERSION", company.processorVersion, ParseProcessorVersion,
-              "Latest qbXML that it answers: 1.0, 1.1 or 2.0")
+              "Highest qbXML version it answers: 1.0, 1.1 or 2.0")
       ->required();
 }
 
 void AddLoadCompany(Options options, LoadCompanyOptions& load) {
-  options.Argument("FILE", load.file, "Company file to fill");
+  options.Argument("FILE", load.file, "Company file to load into");
   options.Arguments("DOC", load.documents, "qbXML response documents");
 }
 
 void AddCompanyInfo(Options options, CompanyInfoOptions& info) {
-  options.Argument("FILE", info.file, "Company file to look at");
+  options.Argument("FILE", info.file, "Company file to show");
   options.Flag("--json", info.json, "Print one JSON object");
 }
 
 void AddGenerateCompany(Options options, GenerateCompanyOptions& company) {
   sample_company::GeneratorSettings& settings = company.settings;
-  options.Argument("FILE", company.file, "Company file to make (.qbw)");
+  options.Argument("FILE", company.file, "Company file to create (.qbw)");
   options.Parsed("--accounts", "N", settings.accounts, ParseCount,
                  "Accounts of all levels, 43 or more [120]");
   options.Parsed("--items", "N", settings.items, ParseCount, "Items, 16 or more [80]");
-  options.Parsed("--customers", "N", settings.customers, ParseCount, "Customers and their jobs [60]");
+  options.Parsed("--customers", "N", settings.customers, ParseCount, "Customers, including their jobs [60]");
   options.Parsed("--transactions", "N", settings.transactions, ParseCount,
-                 "Transactions of all years together [2000]");
+                 "Transactions in all years together [2000]");
   options.Parsed("--years", "A-B", company.years, ParseYears, "First and last year [2001-2002]");
   options.Parsed("--seed", "S", company.seed, ParseCount, "The same seed gives the same company [1]");
   options.Parsed("--processor", "VERSION", settings.processorVersion, ParseProcessorVersion,
-                 "Latest qbXML that it answers: 1.0, 1.1 or 2.0 [1.1]");
+                 "Highest qbXML version it answers: 1.0, 1.1 or 2.0 [1.1]");
 }
 
 void AddNewPlan(Options options, NewPlanOptions& plan) {
-  options.Argument("FILE", plan.file, "Plan file to make (.kpf)");
+  options.Argument("FILE", plan.file, "Plan file to create (.kpf)");
   options.Parsed("--product", "P", plan.product, ParseProduct, "ald, bri or cor")->required();
   options.Parsed("--start", "YYYY-MM", plan.start, ParseYearMonth, "First month of the plan")->required();
 }
 
 void AddShowPlan(Options options, ShowPlanOptions& plan) {
-  options.Argument("FILE", plan.file, "Plan file to look at");
-  options.Text("--table", "ID", plan.table, "Show this table alone");
-  options.Flag("--cells", plan.cells, "One line per cell, for comparing");
+  options.Argument("FILE", plan.file, "Plan file to show");
+  options.Text("--table", "ID", plan.table, "Show only this table");
+  options.Flag("--cells", plan.cells, "Print one line per cell, for comparing");
   options.Flag("--json", plan.json, "Print one JSON object");
 }
 
 void AddCompanies(Options options, CompaniesOptions& companies) {
   options.Text("--quickbooks-folder", "DIR", companies.quickBooksFolder,
-               "The folder of the QuickBooks program [as configured]");
+               "Folder of the QuickBooks program [as configured]");
   options.Flag("--json", companies.json, "Print one JSON object");
 }
 
@@ -155,7 +156,8 @@ DialogName ParseDialog(std::string_view /*option*/, std::string_view text) {
   if (text == "company") return DialogName::Company;
   if (text == "plan") return DialogName::Plan;
   if (text == "about") return DialogName::About;
-  throw WrongUsage(fmt::format("\"{}\" is no dialog", text), "give options, export, company, plan or about");
+  throw WrongUsage(fmt::format("\"{}\" is not a dialog", text),
+                   "give options, export, company, plan or about");
 }
 
 void AddDialog(Options options, DialogOptions& dialog) {
@@ -165,10 +167,10 @@ void AddDialog(Options options, DialogOptions& dialog) {
   options.Text("--plan", "FILE", dialog.planFile, "Plan file to import into (options)");
 }
 
-// The command tree. Each command that can be run stands here with the options that it was given.
+// The tree of commands and their options.
 class CommandTree {
  public:
-  CommandTree() : program_("Brings QuickBooks accounting data into business plans.", "krnqb") {
+  CommandTree() : program_("Imports QuickBooks accounting data into business plans.", "krnqb") {
     program_.formatter(std::make_shared<HelpFormatter>());
     program_.set_help_flag("-h,--help", "Print this help and exit");
     program_.footer(std::string(help_text::program));
@@ -178,24 +180,25 @@ class CommandTree {
     Add<ImportCommand>(program_, "import", "Import a company's accounts into a plan", help_text::import,
                        AddImport);
     Add<AccountsOptions>(program_, "accounts", "List a company's accounts", help_text::accounts, AddAccounts);
-    Add<CompaniesOptions>(program_, "companies", "List the company files beside the QuickBooks program",
+    Add<CompaniesOptions>(program_, "companies", "List the company files in the QuickBooks folder",
                           help_text::companies, AddCompanies);
-    Add<DialogOptions>(program_, "dialog", "Show one of the dialogs", help_text::dialog, AddDialog);
+    Add<DialogOptions>(program_, "dialog", "Show a dialog", help_text::dialog, AddDialog);
     Add<TablesOptions>(program_, "tables", "List the plan tables that an import may change",
                        help_text::tables, AddTables);
-    Add<RequestOptions>(program_, "request", "Print a request as it is sent", help_text::request, AddRequest);
-    Add<SupportsOptions>(program_, "supports", "Ask whether a company answers a qbXML version",
+    Add<RequestOptions>(program_, "request", "Print a request exactly as it is sent", help_text::request,
+                        AddRequest);
+    Add<SupportsOptions>(program_, "supports", "Check whether a company answers a qbXML version",
                          help_text::supports, AddSupports);
-    CLI::App& company = AddFamily("company", "Make, fill and look at company files", help_text::company);
-    Add<NewCompanyOptions>(company, "new", "Make a company file", help_text::newCompany, AddNewCompany);
+    CLI::App& company = AddFamily("company", "Create, fill and show company files", help_text::company);
+    Add<NewCompanyOptions>(company, "new", "Create a company file", help_text::newCompany, AddNewCompany);
     Add<LoadCompanyOptions>(company, "load", "Load qbXML documents into a company file",
                             help_text::loadCompany, AddLoadCompany);
-    Add<CompanyInfoOptions>(company, "info", "Show what a company file holds", help_text::companyInfo,
+    Add<CompanyInfoOptions>(company, "info", "Show what a company file contains", help_text::companyInfo,
                             AddCompanyInfo);
-    Add<GenerateCompanyOptions>(company, "generate", "Make up a company with years of transactions",
+    Add<GenerateCompanyOptions>(company, "generate", "Generate a company with years of transactions",
                                 help_text::generateCompany, AddGenerateCompany);
-    CLI::App& plan = AddFamily("plan", "Make and look at plan files", help_text::plan);
-    Add<NewPlanOptions>(plan, "new", "Make a plan file", help_text::newPlan, AddNewPlan);
+    CLI::App& plan = AddFamily("plan", "Create and show plan files", help_text::plan);
+    Add<NewPlanOptions>(plan, "new", "Create a plan file", help_text::newPlan, AddNewPlan);
     Add<ShowPlanOptions>(plan, "show", "Show a plan's tables", help_text::showPlan, AddShowPlan);
   }
 
@@ -250,7 +253,7 @@ std::string FullName(const CLI::App& app) {
   return app.get_parent() == nullptr ? app.get_name() : FullName(*app.get_parent()) + ' ' + app.get_name();
 }
 
-// The library's words, but where they say too little.
+// The library's message, replaced where it is unclear.
 std::string ReasonOf(const CLI::ParseError& fault) {
   std::string words = fault.what();
   const std::string subject = words.substr(0, words.find(':'));

@@ -7,7 +7,7 @@
 
 namespace krnqb::cli {
 
-/// Reads a command line, without the program's own name. Throws Failure with WrongUsage for one that is none.
+/// Parses a command line, given without the program name. Throws Failure (WrongUsage) if it is invalid.
 Command ParseCommandLine(std::span<const std::string> arguments);
 
 }  // namespace krnqb::cli

@@ -9,19 +9,21 @@
 
 namespace krnqb::cli {
 
-/// What is wrong with the name of a file, a company or an account; nothing when it is one. What begins with
-/// two dashes is the next option, whose value was forgotten; a file of such a name is given as ./--name.
+/// Returns what is wrong with the name of a file, a company or an account, or an empty text if nothing is. A
+/// name that begins with two dashes is taken for the next option, the value having been forgotten; a file of
+/// such a name can be given as ./--name.
 inline std::string CheckName(const std::string& text) {
   return text.empty() || text.starts_with("--") ? "needs a value" : "";
 }
 
-/// One command's options, each stored where it belongs as it is read. Values that are parsed come with a
-/// function of the option's name and the text, which throws Failure.
+/// Adds options to a command. Each option is stored through the reference it is added with, which must
+/// outlive the command. A `Parse` function takes the option's name and text, and throws Failure if the text
+/// is invalid.
 class Options {
  public:
   explicit Options(CLI::App& app) : app_(app) {}
 
-  /// Under which heading the help shows the options that follow.
+  /// Sets the heading under which the help lists the options added next.
   void Group(std::string_view name) { group_ = name; }
 
   CLI::Option* Flag(const std::string& name, bool& value, const std::string& description) {
@@ -39,14 +41,14 @@ class Options {
     return Parsed(name, kind, value, asTyped, description)->check(CheckName);
   }
 
-  /// An option that may be given again and again, one text each time, taken as it stands.
+  /// Adds an option that may be repeated, with one text each time.
   CLI::Option* Texts(const std::string& name, const std::string& kind, std::vector<std::string>& values,
                      const std::string& description) {
     CLI::Option* option = app_.add_option(name, values, description)->type_name(kind);
     return Grouped(option->expected(1)->take_all()->allow_extra_args(false)->check(CheckName));
   }
 
-  /// What stands on the command line without a name; `name` is how the help calls it.
+  /// Adds a required positional argument; `name` is its name in the help.
   void Argument(const std::string& name, std::string& value, const std::string& description) {
     Required(app_.add_option(name, value, description)->check(CheckName));
   }
@@ -69,7 +71,7 @@ class Options {
   }
 
  private:
-  // Arguments are required as a matter of course; the help need not say so, nor name a type.
+  // All positional arguments are required, so the help mentions neither that nor their type.
   static void Required(CLI::Option* argument) { argument->required()->option_text(" "); }
 
   CLI::Option* Grouped(CLI::Option* option) {
@@ -81,7 +83,7 @@ class Options {
   std::string_view group_;
 };
 
-/// The library puts an empty line before each group and another one between groups: one is enough.
+/// Formats the help with one empty line between groups, where the library prints two.
 class HelpFormatter : public CLI::Formatter {
  public:
   HelpFormatter() {

@@ -4,7 +4,7 @@
 
 namespace krnqb::cli::help_text {
 
-// What the help of each command ends with. The examples can be typed as they stand.
+// The text at the end of each command's help. Tests run every example.
 
 inline constexpr std::string_view program =
     R"(Examples:
@@ -14,9 +14,9 @@ inline constexpr std::string_view program =
   krnqb import --company nursery.qbw --plan nursery.kpf --expenses --income
   krnqb plan show nursery.kpf
 
-Exit status: 0 done; 1 failed, nothing written; 2 wrong usage; 3 written although
+Exit status: 0 done; 1 failed, nothing written; 2 usage error; 3 written, but
 incomplete; 130 interrupted, nothing written.
-"krnqb COMMAND --help" tells more about each command.)";
+"krnqb COMMAND --help" describes a command.)";
 
 inline constexpr std::string_view import =
     R"(Examples:
@@ -27,8 +27,8 @@ inline constexpr std::string_view import =
   krnqb import --company nursery.qbw --plan nursery.kpf --income --record exchange.jsonl
   krnqb import --replay exchange.jsonl --plan nursery.kpf --income --json
 
-The plan is written at the very end and at once; the version before is kept beside
-it as .bak. Two imports into one plan at the same time are refused.)";
+The plan is written once, at the very end; its previous version is kept beside it
+as .bak. A second import into the same plan at the same time is refused.)";
 
 inline constexpr std::string_view accounts =
     R"(Examples:
@@ -37,7 +37,7 @@ inline constexpr std::string_view accounts =
   krnqb accounts expense --company nursery.qbw --json)";
 
 inline constexpr std::string_view companies =
-    R"(The folder is the one given, else that of the environment variable
+    R"(The folder is --quickbooks-folder, else the environment variable
 KRNQB_QUICKBOOKS_FOLDER, else "quickbooks-folder" in ~/.config/krnqb/config.ini.
 
 Examples:
@@ -45,15 +45,15 @@ Examples:
   krnqb companies --quickbooks-folder . --json)";
 
 inline constexpr std::string_view dialog =
-    R"(options  Choose what to import, and import (needs --company and --plan)
-export   The options of the other direction
-company  Choose a company file; prints its path, or nothing and ends with 1
-plan     Choose a plan file; prints its path, or nothing and ends with 1
+    R"(options  Choose what to import and import it (requires --company and --plan)
+export   The options for exporting
+company  Choose a company file; prints its path; exit status 1 if cancelled
+plan     Choose a plan file; prints its path; exit status 1 if cancelled
 about    Name, version and description of the component
 
-A dialog needs a display.
+Dialogs require a display.
 
-For example: krnqb dialog options --company nursery.qbw --plan nursery.kpf)";
+Example: krnqb dialog options --company nursery.qbw --plan nursery.kpf)";
 
 inline constexpr std::string_view tables =
     R"(Examples:
@@ -75,7 +75,7 @@ Examples:
   krnqb request 10 --from 2002-01-01 --to 2002-01-31 | od -c)";
 
 inline constexpr std::string_view supports =
-    R"(Prints "yes" and ends with 0, or prints "no" and ends with 1.
+    R"(Prints "yes" (exit status 0) or "no" (exit status 1).
 
 Examples:
   krnqb supports 1.1 --company nursery.qbw
@@ -94,7 +94,7 @@ inline constexpr std::string_view newCompany =
   krnqb company new reports.qbw --name "Nursery" --fiscal-month 7 --processor 2.0)";
 
 inline constexpr std::string_view loadCompany =
-    R"(Each document is taken in whole or not at all. Loading a record again replaces it.
+    R"(Each document is loaded whole or not at all. Loading a record again replaces it.
 
 Examples:
   krnqb company load nursery.qbw samples/nursery/*.xml
@@ -106,8 +106,8 @@ inline constexpr std::string_view companyInfo =
   krnqb company info nursery.qbw --json)";
 
 inline constexpr std::string_view generateCompany =
-    R"(Accounts three levels deep, items of every kind, and bills, checks, charges, invoices
-and sales receipts that follow the seasons: a company to try an import on.
+    R"(The company has accounts three levels deep, items of every kind, and seasonal bills,
+checks, charges, invoices and sales receipts: enough to try an import on.
 
 Examples:
   krnqb company generate trial.qbw
@@ -125,9 +125,9 @@ inline constexpr std::string_view newPlan =
   krnqb plan new margin.kpf --product bri --start 2003-07)";
 
 inline constexpr std::string_view showPlan =
-    R"(With --cells each line is table id, block, row, column and text, separated by tabs;
-rows and columns count from 0, and the text is plain ASCII: \t, \n, \r, \\ and
-\u00e9 stand for what is not.
+    R"(With --cells each line holds table id, block, row, column and text, separated by
+tabs. Rows and columns count from 0. The text is ASCII: tabs, line ends, backslashes
+and other characters are written as \t, \n, \r, \\ and \u00e9.
 
 Examples:
   krnqb plan show nursery.kpf

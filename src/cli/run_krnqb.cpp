@@ -3,15 +3,10 @@
 #include <algorithm>
 
 #include "cli/command_line.h"
-#include "cli/company/accounts_command.h"
-#include "cli/company/commands.h"
-#include "cli/company/companies_command.h"
-#include "cli/company/question_commands.h"
+#include "cli/console/json_text.h"
 #include "cli/console/streams.h"
-#include "cli/dialog/command.h"
 #include "cli/import/command.h"
-#include "cli/json_output.h"
-#include "cli/plan/commands.h"
+#include "cli/import/json_output.h"
 #include "support/error_handling.h"
 
 namespace krnqb::cli {
@@ -44,7 +39,13 @@ bool ChangesFiles(const Command& command) {
          std::holds_alternative<NewPlanOptions>(command);
 }
 
-// Told as JSON too where JSON was asked for, even by a command line that cannot be read.
+std::string FailureJson(const Failure& failure) {
+  return JsonText({{"result", ResultWord(ResultOf(failure.Code()))},
+                   {"error_number", failure.Number()},
+                   {"error_description", failure.Description()}});
+}
+
+// Reports the failure as JSON too if --json was typed, even on an invalid command line.
 ExitCode Fail(const Failure& failure, std::span<const std::string> arguments, const Console& console) {
   PrintError(console, failure.Line());
   const bool json = std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
@@ -61,11 +62,12 @@ ExitCode Fail(const Failure& failure, std::span<const std::string> arguments, co
   return failure.Code();
 }
 
-// Results that did not reach their reader are no results, unless what was done outlives them.
+// If the output could not be written, the command failed, unless it had already changed a file.
 ExitCode Flushed(ExitCode code, bool changesFiles, const Console& console) {
   console.out.flush();
   if (console.out) return code;
-  console.err << "krnqb: printing failed: standard output takes no more; check its disk or reader\n";
+  console.err << "krnqb: printing failed: cannot write to standard output; check the disk or the program "
+                 "that reads it\n";
   return code == ExitCode::Done && !changesFiles ? ExitCode::Failed : code;
 }
 

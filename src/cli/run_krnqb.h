@@ -8,8 +8,8 @@
 
 namespace krnqb::cli {
 
-/// Runs the program once: does what `arguments` (without the program's name) ask for, prints results on `out`
-/// and errors on `err`, and gives the exit code. Never throws.
+/// Runs the command that `arguments` (without the program name) ask for. Prints results on `out` and errors
+/// on `err`. Returns the exit code; never throws.
 int RunKrnqb(std::span<const std::string> arguments, std::ostream& out, std::ostream& err,
              const Surroundings& surroundings) noexcept;
 

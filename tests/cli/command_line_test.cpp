@@ -130,14 +130,14 @@ TEST(CommandLine, ReadsTheOtherCommands) {
   EXPECT_FALSE(shown.json);
 }
 
-struct Wrong {
+struct InvalidLine {
   Words words;
   std::string message;
 };
 
-class WrongCommandLines : public testing::TestWithParam<Wrong> {};
+class InvalidCommandLines : public testing::TestWithParam<InvalidLine> {};
 
-TEST_P(WrongCommandLines, EndWithTwoAndSayWhatToDo) {
+TEST_P(InvalidCommandLines, ExitWithTwoAndSayWhatToDo) {
   const tests::ProgramRun run = RunProgram(GetParam().words);
   EXPECT_EQ(run.code, 2);
   EXPECT_EQ(run.err, "krnqb: wrong usage: " + GetParam().message + "\n");
@@ -145,44 +145,45 @@ TEST_P(WrongCommandLines, EndWithTwoAndSayWhatToDo) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Told, WrongCommandLines,
+    Reported, InvalidCommandLines,
     testing::Values(
-        Wrong{{}, "no command is given; see krnqb --help"},
-        Wrong{{"imprt"}, "krnqb has no command \"imprt\"; did you mean \"import\"?"},
-        Wrong{{"frobnicate"}, "krnqb has no command \"frobnicate\"; see krnqb --help"},
-        Wrong{{"--jsn"}, "krnqb has no option \"--jsn\"; see krnqb --help"},
-        Wrong{{"company"}, "no command is given; see krnqb company --help"},
-        Wrong{{"plan", "sohw"}, "krnqb plan has no command \"sohw\"; did you mean \"show\"?"},
-        Wrong{{"import", "--expense", "--plan", "p"},
-              "krnqb import has no option \"--expense\"; did you mean \"--expenses\"?"},
-        Wrong{{"import", "--expenses"}, "--plan is required; see krnqb import --help"},
-        Wrong{{"import", "--plan"}, "--plan needs a value; see krnqb import --help"},
-        Wrong{{"import", "--plan", ""}, "--plan needs a value; see krnqb import --help"},
-        Wrong{{"import", "--plan", "--expenses"}, "--plan needs a value; see krnqb import --help"},
-        Wrong{{"import", "--plan", "p", "--select-expense", "--expenses"},
-              "--select-expense needs a value; see krnqb import --help"},
-        Wrong{{"import", "--plan", "a", "--plan", "b"},
-              "--plan is given more than once; see krnqb import --help"},
-        Wrong{{"import", "--plan", "p", "--product", "x"},
-              "--product \"x\" is not a product; give ald, bri or cor"},
-        Wrong{{"accounts", "--company", "c"}, "income|expense is required; see krnqb accounts --help"},
-        Wrong{{"accounts", "both", "--company", "c"},
-              "\"both\" is no list of accounts; give income or expense"},
-        Wrong{{"accounts", "income"}, "--company is required; see krnqb accounts --help"},
-        Wrong{{"tables"}, "--product is required; see krnqb tables --help"},
-        Wrong{{"request"}, "N is required; see krnqb request --help"},
-        Wrong{{"supports", "--company", "c"}, "VERSION is required; see krnqb supports --help"},
-        Wrong{{"company", "new", "c", "--name", "", "--fiscal-month", "1", "--processor", "1.1"},
-              "--name needs a value; see krnqb company new --help"},
-        Wrong{{"company", "load", "c"}, "DOC is required; see krnqb company load --help"},
-        Wrong{{"plan", "new", "p", "--product", "ald"}, "--start is required; see krnqb plan new --help"},
-        Wrong{{"plan", "show"}, "FILE is required; see krnqb plan show --help"},
-        Wrong{{"plan", "show", "a", "b"},
-              "krnqb plan show has no argument \"b\"; see krnqb plan show --help"}));
+        InvalidLine{{}, "no command is given; see krnqb --help"},
+        InvalidLine{{"imprt"}, "krnqb has no command \"imprt\"; did you mean \"import\"?"},
+        InvalidLine{{"frobnicate"}, "krnqb has no command \"frobnicate\"; see krnqb --help"},
+        InvalidLine{{"--jsn"}, "krnqb has no option \"--jsn\"; see krnqb --help"},
+        InvalidLine{{"company"}, "no command is given; see krnqb company --help"},
+        InvalidLine{{"plan", "sohw"}, "krnqb plan has no command \"sohw\"; did you mean \"show\"?"},
+        InvalidLine{{"import", "--expense", "--plan", "p"},
+                    "krnqb import has no option \"--expense\"; did you mean \"--expenses\"?"},
+        InvalidLine{{"import", "--expenses"}, "--plan is required; see krnqb import --help"},
+        InvalidLine{{"import", "--plan"}, "--plan needs a value; see krnqb import --help"},
+        InvalidLine{{"import", "--plan", ""}, "--plan needs a value; see krnqb import --help"},
+        InvalidLine{{"import", "--plan", "--expenses"}, "--plan needs a value; see krnqb import --help"},
+        InvalidLine{{"import", "--plan", "p", "--select-expense", "--expenses"},
+                    "--select-expense needs a value; see krnqb import --help"},
+        InvalidLine{{"import", "--plan", "a", "--plan", "b"},
+                    "--plan is given more than once; see krnqb import --help"},
+        InvalidLine{{"import", "--plan", "p", "--product", "x"},
+                    "--product \"x\" is not a product; give ald, bri or cor"},
+        InvalidLine{{"accounts", "--company", "c"}, "income|expense is required; see krnqb accounts --help"},
+        InvalidLine{{"accounts", "both", "--company", "c"},
+                    "\"both\" is not a list of accounts; give income or expense"},
+        InvalidLine{{"accounts", "income"}, "--company is required; see krnqb accounts --help"},
+        InvalidLine{{"tables"}, "--product is required; see krnqb tables --help"},
+        InvalidLine{{"request"}, "N is required; see krnqb request --help"},
+        InvalidLine{{"supports", "--company", "c"}, "VERSION is required; see krnqb supports --help"},
+        InvalidLine{{"company", "new", "c", "--name", "", "--fiscal-month", "1", "--processor", "1.1"},
+                    "--name needs a value; see krnqb company new --help"},
+        InvalidLine{{"company", "load", "c"}, "DOC is required; see krnqb company load --help"},
+        InvalidLine{{"plan", "new", "p", "--product", "ald"},
+                    "--start is required; see krnqb plan new --help"},
+        InvalidLine{{"plan", "show"}, "FILE is required; see krnqb plan show --help"},
+        InvalidLine{{"plan", "show", "a", "b"},
+                    "krnqb plan show has no argument \"b\"; see krnqb plan show --help"}));
 
 class Helps : public testing::TestWithParam<Words> {};
 
-TEST_P(Helps, ShowExamplesAndEndWithZero) {
+TEST_P(Helps, ShowExamplesAndExitWithZero) {
   Words words = GetParam();
   words.emplace_back("--help");
   const tests::ProgramRun run = RunProgram(words);
@@ -201,7 +202,7 @@ INSTANTIATE_TEST_SUITE_P(OfEveryCommand, Helps,
                                          Words{"company", "info"}, Words{"plan"}, Words{"plan", "new"},
                                          Words{"plan", "show"}));
 
-TEST(Help, KeepsItsLinesWithinAHundredCharacters) {
+TEST(Help, HasNoLineLongerThanAHundredCharacters) {
   for (const Words& words : {Words{"--help"}, Words{"import", "--help"}, Words{"request", "--help"}}) {
     std::istringstream lines(RunProgram(words).out);
     for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 100U) << line;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <csignal>
 #include <sstream>
 
 #include "cli/run_krnqb.h"
@@ -12,11 +13,26 @@ namespace krnqb::cli::tests {
 
 namespace fs = std::filesystem;
 
+// The program expects its process to end soon and leaves interrupts without effect; a test's process goes on.
+class KeptInterrupts {
+ public:
+  KeptInterrupts() { sigaction(SIGINT, nullptr, &action_); }
+  ~KeptInterrupts() { sigaction(SIGINT, &action_, nullptr); }
+  KeptInterrupts(const KeptInterrupts&) = delete;
+  KeptInterrupts& operator=(const KeptInterrupts&) = delete;
+
+ private:
+  struct sigaction action_ {};
+};
+
+}  // namespace
+
 ProgramRun RunProgram(const std::vector<std::string>& arguments) {
   return RunProgram(arguments, {.clock = JanuaryClock(), .errorIsTerminal = false});
 }
 
 ProgramRun RunProgram(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
+  const KeptInterrupts interrupts;
   std::ostringstream out;
   std::ostringstream err;
   const int code = RunKrnqb(arguments, out, err, surroundings);

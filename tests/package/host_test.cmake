@@ -1,11 +1,11 @@
 # Installs the package from the build folder `build` into an empty folder under `work`, builds the host program `host`
-# against nothing but that, runs it and compares what it prints.
+# against it, runs the host and compares its output.
 
 function(Run)
   execute_process(COMMAND ${ARGV} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
   if(NOT result EQUAL 0)
     list(JOIN ARGV " " command)
-    message(FATAL_ERROR "${command} ended with ${result}:\n${output}")
+    message(FATAL_ERROR "${command} exited with ${result}:\n${output}")
   endif()
 endfunction()
 
@@ -23,5 +23,5 @@ Run(${CMAKE_COMMAND} --build ${work}/build)
 execute_process(COMMAND ${work}/build/krnqb_host RESULT_VARIABLE result OUTPUT_VARIABLE actual)
 file(READ ${host}/expected-output.txt expected)
 if(NOT result EQUAL 0 OR NOT actual STREQUAL expected)
-  message(FATAL_ERROR "krnqb_host ended with ${result} and printed\n${actual}instead of\n${expected}")
+  message(FATAL_ERROR "krnqb_host exited with ${result} and printed\n${actual}instead of\n${expected}")
 endif()

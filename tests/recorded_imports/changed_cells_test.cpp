@@ -12,7 +12,7 @@
 #include "plan_file/file.h"
 #include "plan_file/listing.h"
 
-// Every import of a recorded exchange changes exactly the cells that are listed beside it.
+// Every import of a recorded exchange changes exactly the cells listed in its golden file.
 
 namespace krnqb::cli {
 namespace {
@@ -81,8 +81,7 @@ Words Arguments(const RecordedImport& import, const std::string& plan) {
   return words;
 }
 
-// The cells of the rows that an import added, one line per row: table, block, row, and its cells between
-// tabs.
+// Lists the rows that an import added, one per line: table, block, row and cells, separated by tabs.
 std::string AddedRows(const PlanFile& plan, const std::vector<plan_file::TableChange>& changes) {
   std::set<std::string> added;
   for (const plan_file::TableChange& table : changes) {
@@ -103,7 +102,7 @@ std::string AddedRows(const PlanFile& plan, const std::vector<plan_file::TableCh
 
 class ChangedCellsGolden : public testing::TestWithParam<RecordedImport> {};
 
-TEST_P(ChangedCellsGolden, AreThoseOfTheRecordedImport) {
+TEST_P(ChangedCellsGolden, MatchTheRecordedImport) {
   const Workplace place;
   const std::string before = place / (GetParam().product + ".kpf");
   const std::string plan = place / "plan.kpf";

@@ -7,7 +7,8 @@
 #include "cli/workplace.h"
 #include "golden.h"
 
-// The recordings hold what the sample companies answer to the imports of every product: each request once.
+// The recordings hold every request of the imports of all products, once, with the answer of the sample
+// company.
 
 namespace krnqb::cli {
 namespace {
@@ -30,7 +31,7 @@ void PrintTo(const Recording& recording, std::ostream* out) {
   *out << recording.company << '-' << recording.processorVersion;
 }
 
-// Takes the lines of another recording of the same company that are not there yet.
+// Appends the lines of another recording of the same company that are not known yet.
 void Append(const std::string& file, std::set<std::string>& known, std::string& lines) {
   std::istringstream recording(ReadText(file));
   for (std::string line; std::getline(recording, line);) {
@@ -40,7 +41,7 @@ void Append(const std::string& file, std::set<std::string>& known, std::string& 
 
 class RecordingGolden : public testing::TestWithParam<Recording> {};
 
-TEST_P(RecordingGolden, IsWhatTheSampleCompanyAnswers) {
+TEST_P(RecordingGolden, MatchesTheAnswersOfTheSampleCompany) {
   const Workplace place;
   const auto& [company, processorVersion, plans] = GetParam();
   const std::string file = place.SampleCompany(company, processorVersion);

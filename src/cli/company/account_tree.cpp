@@ -25,7 +25,7 @@ AccountNode NodeOf(const XmlElement& account) {
           .subAccounts = {}};
 }
 
-// The position of each account's parent in the list, none for those that stand at the top.
+// The index of each account's parent, or `none` for top-level accounts.
 std::vector<std::size_t> ParentsOf(const std::vector<XmlElement>& accounts) {
   std::unordered_map<std::string, std::size_t> positions;
   for (std::size_t index = 0; index < accounts.size(); ++index) {

@@ -8,25 +8,25 @@
 
 namespace krnqb::cli {
 
-/// An account with its sub-accounts, in the order of the list that it was read from. Texts are QuickBooks'
-/// own, empty where it names none.
+/// An account with its sub-accounts, in the order of the account list. Texts are as QuickBooks sends them; a
+/// missing one is empty.
 struct AccountNode {
   std::string listId;
   std::string name;
   std::string type;
   std::string balance;
-  std::string totalBalance;      ///< with its sub-accounts'
-  std::optional<bool> selected;  ///< of a top-level expense account of a plan; none when no plan was asked
+  std::string totalBalance;      ///< including sub-accounts
+  std::optional<bool> selected;  ///< in the plan; absent for sub-accounts, and without a plan
   std::vector<AccountNode> subAccounts;
 };
 
-/// The accounts of an answer to an account query as trees: each account below its parent, wherever both stand
-/// in the answer. An account whose parent is not in the answer, or that is among its own ancestors, stands at
-/// the top.
+/// Returns the accounts of an answer to an account query as trees. An account is placed below its parent,
+/// whichever comes first in the answer; it is placed at the top if its parent is missing, or if it is its own
+/// ancestor.
 std::vector<AccountNode> AccountTree(const XmlElement& answer);
 
-/// The trees for a person: name indented by depth, type, balances and, when a plan was asked, what is
-/// selected in it.
+/// Returns the trees as a table for people: name indented by depth, type, balances and, if any account has a
+/// selection, which accounts are selected.
 std::string AccountTreeText(const std::vector<AccountNode>& accounts);
 
 }  // namespace krnqb::cli

@@ -4,9 +4,9 @@
 
 #include "cli/company/account_tree.h"
 #include "cli/company/inquiry.h"
+#include "cli/company/json_output.h"
 #include "cli/console/attempt.h"
 #include "cli/import/expense_selection.h"
-#include "cli/json_output.h"
 #include "plan_file/file.h"
 
 namespace krnqb::cli {
@@ -17,11 +17,11 @@ constexpr std::string_view listingFailed = "listing accounts failed";
 // Whether a plan can say anything about the list; warns when it cannot.
 bool TellsSelection(const plan_file::PlanFile& plan, ListedAccounts list, const Console& console) {
   if (list == ListedAccounts::Income) {
-    Warn(console, "--plan has no effect: income accounts are not selected");
+    Warn(console, "--plan is ignored because income accounts are not selected");
     return false;
   }
   if (plan.Product() == QBKRN_BRI) return true;
-  Warn(console, "--plan has no effect: expense accounts are selected for product bri alone");
+  Warn(console, "--plan is ignored because only plans of product bri select expense accounts");
   return false;
 }
 

@@ -8,9 +8,9 @@
 #include <sstream>
 #include <system_error>
 
+#include "cli/company/json_output.h"
 #include "cli/console/attempt.h"
 #include "cli/console/text_table.h"
-#include "cli/json_output.h"
 #include "company/file.h"
 #include "company/records/errors.h"
 #include "support/date.h"
@@ -22,7 +22,7 @@ using company::CompanyFile;
 using company::FileAccess;
 using company::RecordCount;
 
-constexpr std::string_view makeCompany = "check the path, or make a company with krnqb company new";
+constexpr std::string_view createCompany = "check the path, or create a company with krnqb company new";
 
 // "52 AccountRet, 3 ItemServiceRet", or "nothing".
 std::string CountsText(const std::vector<RecordCount>& counts) {
@@ -58,9 +58,9 @@ struct Document {
   std::string bytes;
 };
 
-// All of them, so that a missing one is found before any is loaded.
+// Reads all documents, so that a missing one is found before any is loaded.
 std::vector<Document> Documents(const std::vector<std::string>& names) {
-  return Attempt("loading failed", "nothing was loaded, check the path and load again", [&] {
+  return Attempt("loading failed", "check the path and load again (nothing was loaded)", [&] {
     std::vector<Document> documents;
     documents.reserve(names.size());
     for (const std::string& name : names) documents.push_back({name, BytesOf(name)});
@@ -79,17 +79,17 @@ std::string InfoText(const company::CompanyInfo& info) {
   TextTable records({Alignment::Right, Alignment::Left});
   for (const RecordCount& record : info.records)
     records.AddRow({fmt::format("{}", record.count), record.kind});
-  text += info.records.empty() ? "No records yet: load documents with krnqb company load.\n" : "Records\n";
+  text += info.records.empty() ? "No records yet; load documents with krnqb company load.\n" : "Records\n";
   return text + records.Text("  ");
 }
 
 }  // namespace
 
 ExitCode Run(const NewCompanyOptions& options, const Console& console) {
-  Attempt("making the company failed", "give another path or name", [&] {
+  Attempt("creating the company failed", "give another path or name", [&] {
     CompanyFile::Create(options.file, options.name, options.fiscalMonth, options.processorVersion);
   });
-  console.out << fmt::format("Made {}: company {}, fiscal year from {}, answers qbXML up to {}.\n",
+  console.out << fmt::format("Created {}: company {}, fiscal year from {}, answers qbXML up to {}.\n",
                              options.file, options.name, EnglishMonthName(options.fiscalMonth),
                              options.processorVersion);
   return ExitCode::Done;
@@ -97,7 +97,7 @@ ExitCode Run(const NewCompanyOptions& options, const Console& console) {
 
 ExitCode Run(const LoadCompanyOptions& options, const Console& console) {
   const std::vector<Document> documents = Documents(options.documents);
-  CompanyFile company = Attempt("opening the company failed", makeCompany,
+  CompanyFile company = Attempt("opening the company failed", createCompany,
                                 [&] { return CompanyFile::Open(options.file, FileAccess::ReadWrite); });
   std::size_t loaded = 0;
   for (const auto& [document, bytes] : documents) {
@@ -105,9 +105,9 @@ ExitCode Run(const LoadCompanyOptions& options, const Console& console) {
       console.out << LoadText(company.Load(document, bytes));
       ++loaded;
     } catch (...) {
-      const std::string rest = loaded == 0
-                                   ? "nothing was loaded, correct it and load again"
-                                   : "the documents before it are loaded, correct it and load the rest";
+      const std::string rest =
+          loaded == 0 ? "fix the document and load it again (nothing was loaded)"
+                      : "fix the document, then load it and the rest (those before it are loaded)";
       throw Failure(loaded == 0 ? ExitCode::Failed : ExitCode::Incomplete, "loading failed", CaughtError(),
                     rest);
     }
@@ -121,9 +121,9 @@ ExitCode Run(const GenerateCompanyOptions& options, const Console& console) {
   settings.lastYear = options.years.last;
   settings.seed = static_cast<std::uint64_t>(options.seed);
   const sample_company::GeneratorSummary made =
-      Attempt("making the company failed", "correct the setting or give another path",
+      Attempt("creating the company failed", "change the setting or give another path",
               [&] { return sample_company::GenerateCompany(options.file, settings); });
-  console.out << fmt::format("Made {}: company {}, {} to {}, answers qbXML up to {}.\n", options.file,
+  console.out << fmt::format("Created {}: company {}, {} to {}, answers qbXML up to {}.\n", options.file,
                              settings.companyName, settings.firstYear, settings.lastYear,
                              settings.processorVersion);
   console.out << fmt::format("Records: {}.\n", CountsText(made.records));
@@ -133,7 +133,7 @@ ExitCode Run(const GenerateCompanyOptions& options, const Console& console) {
 }
 
 ExitCode Run(const CompanyInfoOptions& options, const Console& console) {
-  const company::CompanyInfo info = Attempt("opening the company failed", makeCompany, [&] {
+  const company::CompanyInfo info = Attempt("opening the company failed", createCompany, [&] {
     return CompanyFile::Open(options.file, FileAccess::ReadOnly).Info();
   });
   console.out << (options.json ? CompanyInfoJson(info) + '\n' : InfoText(info));

@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
+#include "cli/company/json_output.h"
 #include "cli/company/quickbooks_folder.h"
 #include "cli/console/text_table.h"
-#include "cli/json_output.h"
 #include "krnqb/qb_data_exchange.h"
 
 namespace krnqb::cli {
@@ -27,11 +27,11 @@ std::vector<Company> CompaniesIn(const XmlElement& list) {
   return companies;
 }
 
-// Every file that is in the way but the last one, which the failure tells.
+// Prints every file that could not be listed except the last, which the failure reports.
 Failure ListingFailure(const Listener& listener, const std::string& folder, const Console& console) {
-  constexpr std::string_view rename = "rename the file, and list again";
+  constexpr std::string_view rename = "rename the file and try again";
   std::string reason = fmt::format("the folder {} cannot be read", folder);
-  std::string_view whatToDo = "check the path and the rights to it";
+  std::string_view whatToDo = "check the path and its permissions";
   std::string pending;
   for (const Notice& notice : listener.notices) {
     if (notice.kind != NoticeKind::CompanyFileUnlisted) continue;

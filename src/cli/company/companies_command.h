@@ -1,12 +1,20 @@
 #pragma once
 
-#include "cli/commands.h"
+#include <optional>
+#include <string>
+
 #include "cli/console/streams.h"
 #include "cli/console/surroundings.h"
 
 namespace krnqb::cli {
 
-/// Lists the company files in the folder of the QuickBooks program, one path a line or as JSON.
+/// `krnqb companies` as it was typed.
+struct CompaniesOptions {
+  std::optional<std::string> quickBooksFolder;
+  bool json = false;
+};
+
+/// Lists the company files in the folder of the QuickBooks program, one path per line or as JSON.
 ExitCode Run(const CompaniesOptions& options, const Console& console, const Surroundings& surroundings);
 
 }  // namespace krnqb::cli

@@ -31,8 +31,8 @@ CompanyInquiry::CompanyInquiry(const std::string& companyFile)
                  .registry = nullptr,
                  .clock = nullptr}) {
   exchange_.QBCompany(companyFile);
-  // Lists and versions do not depend on the fiscal year: a company that does not tell it answers all the
-  // same.
+  // Account lists and versions do not depend on the fiscal year. Setting one keeps a company that does not
+  // state its own from failing.
   exchange_.QBStartingMonth(1);
 }
 

@@ -8,15 +8,15 @@
 
 namespace krnqb::cli {
 
-/// Questions to a company file outside an import.
+/// Asks a company file for something outside an import.
 class CompanyInquiry {
  public:
-  /// Opens the company first, to say in its own words what is wrong with it. Throws Failure.
+  /// Opens the company. Throws Failure with the company file's own description of what is wrong.
   explicit CompanyInquiry(const std::string& companyFile);
 
   QBDataExchange& Exchange() noexcept { return exchange_; }
 
-  /// Throws Failure when anything that was asked was refused or not answered whole.
+  /// Throws Failure if any request was refused or not answered completely.
   void RequireAnswers(std::string_view whatFailed) const;
 
  private:

@@ -14,9 +14,10 @@ ExitCode Run(const RequestOptions& options, const Console& console) {
   const std::string request = BuildRequest(options.number, options.fromDate, options.toDate);
   const bool dated = !options.fromDate.empty() || !options.toDate.empty();
   if (RequestName(options.number).empty()) {
-    Warn(console, fmt::format("there is no request {}: the document asks for nothing", options.number));
+    Warn(console, fmt::format("there is no request {}; the document contains no request", options.number));
   } else if (dated && request == BuildRequest(options.number, {}, {})) {
-    Warn(console, fmt::format("--from and --to have no effect on request {}", options.number));
+    Warn(console,
+         fmt::format("--from and --to are ignored because request {} takes no dates", options.number));
   }
   console.out << request;
   return ExitCode::Done;

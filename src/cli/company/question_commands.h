@@ -1,17 +1,37 @@
 #pragma once
 
-#include "cli/commands.h"
+#include <cstdint>
+#include <string>
+
 #include "cli/console/streams.h"
+#include "krnqb/enumerations.h"
 
 namespace krnqb::cli {
 
-/// Prints a request document byte for byte, without a line end of its own.
+// The commands that answer a question and change nothing: what was typed, and how it runs.
+
+struct RequestOptions {
+  std::int32_t number = 0;
+  std::string fromDate;
+  std::string toDate;
+};
+
+struct SupportsOptions {
+  std::string version;
+  std::string companyFile;
+};
+
+struct TablesOptions {
+  QBKRNproduct product = QBKRN_ALD;
+};
+
+/// Prints a request document byte for byte; adds no line end.
 ExitCode Run(const RequestOptions& options, const Console& console);
 
-/// Prints whether a company answers a qbXML version: "yes" with Done, "no" with Failed.
+/// Prints whether a company answers a qbXML version. Returns Done for "yes", Failed for "no".
 ExitCode Run(const SupportsOptions& options, const Console& console);
 
-/// Lists the plan tables that an import for a product may change, id and title.
+/// Lists the id and title of each plan table that an import for a product may change.
 ExitCode Run(const TablesOptions& options, const Console& console);
 
 }  // namespace krnqb::cli

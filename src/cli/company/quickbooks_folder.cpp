@@ -21,7 +21,7 @@ std::optional<std::string> ProcessEnvironment(const std::string& name) {
   return value == nullptr ? std::nullopt : std::optional<std::string>(value);
 }
 
-// An empty variable says as little as none.
+// Treats an empty variable as unset.
 std::optional<std::string> Variable(const std::string& name, const Surroundings& surroundings) {
   auto value = surroundings.environment ? surroundings.environment(name) : ProcessEnvironment(name);
   return value && value->empty() ? std::nullopt : value;
@@ -37,8 +37,7 @@ std::optional<std::string> ConfiguredFolder(const std::filesystem::path& file) {
       }
     }
   } catch (const CLI::Error& error) {
-    throw CommandFailure(listingFailed, fmt::format("{}: {}", file.string(), error.what()),
-                         "put the file right");
+    throw CommandFailure(listingFailed, fmt::format("{}: {}", file.string(), error.what()), "fix the file");
   }
   return std::nullopt;
 }
@@ -57,8 +56,8 @@ std::optional<std::string> NamedFolder(const std::optional<std::string>& typed,
 std::string QuickBooksFolderPath(const std::optional<std::string>& typed, const Surroundings& surroundings) {
   const auto folder = NamedFolder(typed, surroundings);
   if (!folder) {
-    throw CommandFailure(listingFailed, "the folder of the QuickBooks program is not known",
-                         fmt::format("give --quickbooks-folder DIR, set {}, or write {} = DIR into "
+    throw CommandFailure(listingFailed, "the folder of the QuickBooks program is unknown",
+                         fmt::format("give --quickbooks-folder DIR, set {}, or add {} = DIR to "
                                      "~/.config/krnqb/config.ini",
                                      folderVariable, folderItem));
   }

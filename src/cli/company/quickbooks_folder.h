@@ -7,9 +7,9 @@
 
 namespace krnqb::cli {
 
-/// The folder of the QuickBooks program, as an absolute path: the one that was typed, else that of the
-/// environment variable KRNQB_QUICKBOOKS_FOLDER, else "quickbooks-folder" in ~/.config/krnqb/config.ini.
-/// Throws Failure when none of them names one, and for a configuration file that cannot be read.
+/// Returns the absolute path of the QuickBooks program's folder: the one that was typed, else the environment
+/// variable KRNQB_QUICKBOOKS_FOLDER, else "quickbooks-folder" in ~/.config/krnqb/config.ini. Throws Failure
+/// if none is set, or if the configuration file is invalid.
 std::string QuickBooksFolderPath(const std::optional<std::string>& typed, const Surroundings& surroundings);
 
 }  // namespace krnqb::cli

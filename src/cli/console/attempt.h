@@ -8,7 +8,8 @@
 
 namespace krnqb::cli {
 
-/// Runs a step and gives its result; what it throws becomes a Failure that says what failed and what to do.
+/// Runs a step and returns its result. Turns whatever it throws into a Failure that says what failed and what
+/// to do; a Failure passes through.
 template <typename Step>
 auto Attempt(std::string_view whatFailed, std::string_view whatToDo, Step&& step) {
   try {
@@ -20,7 +21,7 @@ auto Attempt(std::string_view whatFailed, std::string_view whatToDo, Step&& step
   }
 }
 
-/// The same for steps whose errors say all of it themselves, as those of plan files do.
+/// Does the same for steps whose errors already say what failed and what to do, as those of plan files do.
 template <typename Step>
 auto Attempt(Step&& step) {
   try {

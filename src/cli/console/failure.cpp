@@ -5,7 +5,7 @@
 namespace krnqb::cli {
 namespace {
 
-// A sentence's full stop would stand before our semicolon.
+// The reason is followed by a semicolon.
 std::string_view WithoutFullStop(std::string_view text) {
   if (text.ends_with('.') && !text.ends_with("..")) text.remove_suffix(1);
   return text;

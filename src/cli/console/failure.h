@@ -7,27 +7,27 @@
 
 namespace krnqb::cli {
 
-/// How the program ends.
+/// The program's exit status.
 enum class ExitCode : int {
   Done = 0,
   Failed = 1,      ///< nothing was written
-  WrongUsage = 2,  ///< nothing was tried
-  Incomplete = 3,  ///< written although something was missing
+  WrongUsage = 2,  ///< nothing was attempted
+  Incomplete = 3,  ///< written, but something is missing
   Interrupted = 130
 };
 
-/// A command that cannot be done. Number and description are the why; the line tells it on standard error.
+/// A command that failed. Number and description hold the reason; the line is printed on standard error.
 class Failure : public Error {
  public:
-  /// The line "krnqb: what failed: why; what to do". The arguments are words without punctuation at their
-  /// ends; the full stop of a why that is a sentence is left out.
+  /// Builds the line "krnqb: WHAT FAILED: WHY; WHAT TO DO". The arguments end without punctuation, except
+  /// that `why` may be a sentence: its full stop is removed.
   Failure(ExitCode code, std::string_view whatFailed, const Error& why, std::string_view whatToDo);
 
-  /// For an error whose description says all three itself.
+  /// Takes the line from an error whose description already says what failed, why and what to do.
   Failure(ExitCode code, const Error& error);
 
   ExitCode Code() const noexcept { return code_; }
-  /// The line, without its line end.
+  /// Returns the line without a line end.
   const std::string& Line() const noexcept { return line_; }
 
  private:
@@ -35,10 +35,10 @@ class Failure : public Error {
   std::string line_;
 };
 
-/// A command line that asks for what there is not.
+/// Returns a usage error (exit code 2).
 Failure WrongUsage(std::string_view why, std::string_view whatToDo);
 
-/// A command that comes to nothing for a reason that no error number tells.
+/// Returns a failure (exit code 1) whose reason has no error number of its own.
 Failure CommandFailure(std::string_view whatFailed, std::string_view why, std::string_view whatToDo);
 
 }  // namespace krnqb::cli

@@ -5,7 +5,7 @@
 namespace krnqb::cli {
 namespace {
 
-// A signal handler can reach nothing but a variable of this kind.
+// A signal handler may touch no other kind of variable.
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 volatile std::sig_atomic_t interruptRequested = 0;
 
@@ -13,25 +13,32 @@ void RememberInterrupt(int /*signal*/) {
   interruptRequested = 1;
 }
 
+void DisregardInterrupt(int /*signal*/) {}
+
+void HandleInterrupts(void (*handler)(int), unsigned flags) noexcept {
+  struct sigaction action {};
+  action.sa_handler = handler;
+  sigemptyset(&action.sa_mask);
+  action.sa_flags = static_cast<int>(flags);
+  sigaction(SIGINT, &action, nullptr);
+}
+
 }  // namespace
 
 InterruptWatch::InterruptWatch(Interrupts interrupts) noexcept {
   interruptRequested = 0;
-  sigaction(SIGINT, nullptr, &previous_);
-  if (interrupts == Interrupts::LeftAsTheyAre || previous_.sa_handler == SIG_IGN) return;
-  struct sigaction remembering {};
-  remembering.sa_handler = RememberInterrupt;
-  sigemptyset(&remembering.sa_mask);
-  // Calls of the system that are under way go on; the second interrupt finds the default again.
-  remembering.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
-  sigaction(SIGINT, &remembering, nullptr);
+  struct sigaction current {};
+  sigaction(SIGINT, nullptr, &current);
+  watching_ = interrupts == Interrupts::Remembered && current.sa_handler != SIG_IGN;
+  // System calls in progress are restarted; the handler is removed by its first call.
+  if (watching_) HandleInterrupts(RememberInterrupt, SA_RESTART | SA_RESETHAND);
 }
 
 InterruptWatch::~InterruptWatch() {
-  sigaction(SIGINT, &previous_, nullptr);
+  DisregardInterrupts();
 }
 
-// Remembered while a watch lives, so it is the watch that is asked.
+// The handler's variable is shared, but it means nothing without a watch.
 // NOLINTNEXTLINE(readability-convert-member-functions-to-static)
 bool InterruptWatch::Requested() const noexcept {
   return interruptRequested != 0;
@@ -39,6 +46,15 @@ bool InterruptWatch::Requested() const noexcept {
 
 void InterruptWatch::StopWhenRequested() const {
   if (Requested()) throw Error(error_number::unspecified, "interrupted");
+}
+
+void InterruptWatch::PassPointOfNoReturn() const {
+  DisregardInterrupts();  // first, so that no interrupt slips in between
+  StopWhenRequested();
+}
+
+void InterruptWatch::DisregardInterrupts() const noexcept {
+  if (watching_) HandleInterrupts(DisregardInterrupt, SA_RESTART);
 }
 
 }  // namespace krnqb::cli

@@ -4,9 +4,12 @@
 
 namespace krnqb::cli {
 
-/// While it lives, an interrupt (SIGINT) no longer ends the process but is remembered, for the work to stop
-/// where nothing is half done. A second interrupt ends the process as usual. Where interrupts are ignored
-/// already, as in background jobs, they stay ignored. One at a time.
+/// Remembers an interrupt (SIGINT) instead of letting it end the process, so that the work can stop where
+/// nothing is half done. A second interrupt ends the process as usual. Interrupts that are already ignored,
+/// as in background jobs, stay ignored.
+///
+/// Once the result is being written, or the watch is destroyed, interrupts have no effect until the process
+/// ends: an exit status that reports an interrupt means that nothing was written. One watch at a time.
 class InterruptWatch {
  public:
   enum class Interrupts { Remembered, LeftAsTheyAre };
@@ -16,12 +19,19 @@ class InterruptWatch {
   InterruptWatch(const InterruptWatch&) = delete;
   InterruptWatch& operator=(const InterruptWatch&) = delete;
 
+  /// Returns whether an interrupt has arrived.
   bool Requested() const noexcept;
-  /// Throws Error when an interrupt has come; the work that it ends writes nothing.
+
+  /// Throws Error if an interrupt has arrived.
   void StopWhenRequested() const;
 
+  /// Call just before writing. Throws Error if an interrupt has arrived; any later interrupt has no effect.
+  void PassPointOfNoReturn() const;
+
  private:
-  struct sigaction previous_ {};
+  void DisregardInterrupts() const noexcept;
+
+  bool watching_ = false;
 };
 
 }  // namespace krnqb::cli

@@ -11,7 +11,7 @@
 namespace krnqb::cli {
 namespace {
 
-constexpr std::size_t offeredNames = 3;
+constexpr std::size_t suggestionLimit = 3;
 
 bool StartsCodePoint(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
@@ -62,7 +62,7 @@ std::vector<std::string> NearestNames(std::string_view typed, std::span<const st
                    [](const auto& left, const auto& right) { return left.first < right.first; });
   std::vector<std::string> nearest;
   for (const auto& [distance, name] : candidates) {
-    if (nearest.size() == offeredNames) break;
+    if (nearest.size() == suggestionLimit) break;
     nearest.push_back(name);
   }
   return nearest;

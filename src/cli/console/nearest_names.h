@@ -8,15 +8,15 @@
 
 namespace krnqb::cli {
 
-/// How many characters must be put in, taken out, replaced or swapped with the next to make one text of the
-/// other, letter case aside.
+/// Returns the number of characters to insert, remove, replace or swap with their neighbour to turn one text
+/// into the other. Case-insensitive.
 std::size_t EditDistance(std::string_view first, std::string_view second);
 
-/// The names that a person who typed `typed` may have meant, nearest first, at most three: those that begin
-/// with it or contain it, and those of which at most a third must be changed.
+/// Returns at most three names that the user may have meant by `typed`, nearest first: those that contain it,
+/// and those of which at most a third of the characters differ.
 std::vector<std::string> NearestNames(std::string_view typed, std::span<const std::string> names);
 
-/// "A", "A or B", "A, B or C", each in double quotes; empty for no name.
+/// Returns "A", "A or B" or "A, B or C", each name in double quotes; empty without names.
 std::string AlternativesText(std::span<const std::string> names);
 
 }  // namespace krnqb::cli

@@ -51,20 +51,20 @@ bool IsDate(std::string_view text) {
 
 plan_file::PlanStart ParseYearMonth(std::string_view option, std::string_view text) {
   const auto yearMonth = plan_file::PlanStartFromText(text);
-  if (!yearMonth) throw NotA(option, text, "a month of a year", "give it as YYYY-MM, for example 2003-01");
+  if (!yearMonth) throw NotA(option, text, "a year and month", "write YYYY-MM, for example 2003-01");
   return *yearMonth;
 }
 
 std::int16_t ParseMonth(std::string_view option, std::string_view text) {
   const auto number = AllDigits(text) ? WholeNumber<std::int16_t>(text) : MonthNumber(text);
   if (!number || *number < 1 || *number > 12) {
-    throw NotA(option, text, "a month", "give 1 to 12 or the English name, for example January");
+    throw NotA(option, text, "a month", "give 1 to 12 or an English name such as January");
   }
   return *number;
 }
 
 std::string ParseDate(std::string_view option, std::string_view text) {
-  if (!IsDate(text)) throw NotA(option, text, "a date", "give it as YYYY-MM-DD, for example 2002-01-31");
+  if (!IsDate(text)) throw NotA(option, text, "a date", "write YYYY-MM-DD, for example 2002-01-31");
   return std::string(text);
 }
 
@@ -78,7 +78,7 @@ QBKRN_BalancesImport ParseBalances(std::string_view option, std::string_view tex
   for (const NamedBalances& named : balanceChoices) {
     if (named.name == text) return named.balances;
   }
-  throw NotA(option, text, "a choice of balances", "give none, planned, actual or all");
+  throw NotA(option, text, "one of the choices", "give none, planned, actual or all");
 }
 
 std::string_view BalancesName(QBKRN_BalancesImport balances) {
@@ -91,13 +91,14 @@ std::string_view BalancesName(QBKRN_BalancesImport balances) {
 std::int16_t ParsePercent(std::string_view option, std::string_view text) {
   const auto percent = WholeNumber<std::int16_t>(text);
   if (!percent)
-    throw NotA(option, text, "a whole number of percent", "give one from -32768 to 32767, for example 5");
+    throw NotA(option, text, "a whole percentage", "give a number from -32768 to 32767, for example 5");
   return *percent;
 }
 
 std::int64_t ParseCount(std::string_view option, std::string_view text) {
   const auto count = WholeNumber<std::int64_t>(text);
-  if (!count || *count < 0) throw NotA(option, text, "a whole number from 0", "give one such as 1000");
+  if (!count || *count < 0)
+    throw NotA(option, text, "a whole number of 0 or more", "give a number such as 1000");
   return *count;
 }
 
@@ -105,7 +106,7 @@ YearSpan ParseYears(std::string_view option, std::string_view text) {
   const std::size_t dash = std::min(text.find('-'), text.size());
   const auto first = WholeNumber<std::int16_t>(text.substr(0, dash));
   const auto last = dash == text.size() ? first : WholeNumber<std::int16_t>(text.substr(dash + 1));
-  if (!first || !last) throw NotA(option, text, "a span of years", "give it as 2001-2002, or one year");
+  if (!first || !last) throw NotA(option, text, "a range of years", "write 2001-2002, or one year");
   return {*first, *last};
 }
 
@@ -117,7 +118,7 @@ std::int32_t ParseRequestNumber(std::string_view option, std::string_view text) 
 
 std::string ParseVersion(std::string_view option, std::string_view text) {
   if (text.empty() || text.find_first_not_of("0123456789.") != std::string_view::npos) {
-    throw NotA(option, text, "a qbXML version", "give one such as 1.1");
+    throw NotA(option, text, "a qbXML version", "give a version such as 1.1");
   }
   return std::string(text);
 }
@@ -126,7 +127,7 @@ std::string ParseProcessorVersion(std::string_view option, std::string_view text
   for (const std::string_view version : processorVersions) {
     if (version == text) return std::string(text);
   }
-  throw NotA(option, text, "a qbXML version of a processor", "give 1.0, 1.1 or 2.0");
+  throw NotA(option, text, "a supported qbXML version", "give 1.0, 1.1 or 2.0");
 }
 
 }  // namespace krnqb::cli

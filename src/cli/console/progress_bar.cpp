@@ -25,7 +25,7 @@ void ProgressBar::Show(std::int16_t percent, std::string_view description) {
 
 void ProgressBar::Wipe() noexcept {
   if (drawnWidth_ == 0) return;
-  // A terminal that refuses output has nothing to be wiped.
+  // If the terminal accepts no output, there is nothing to erase.
   try {
     output_ << '\r' << std::string(drawnWidth_, ' ') << '\r' << std::flush;
   } catch (...) {

@@ -7,19 +7,19 @@
 
 namespace krnqb::cli {
 
-/// A bar on one line of a terminal, drawn over at each step and wiped away in the end.
+/// A progress bar on one line of a terminal. Each step redraws it; the destructor erases it.
 class ProgressBar {
  public:
-  /// Draws nothing until the first step. The stream outlives the bar.
+  /// Draws nothing until the first step. The stream must outlive the bar.
   explicit ProgressBar(std::ostream& output) noexcept : output_(output) {}
   ~ProgressBar() { Wipe(); }
   ProgressBar(const ProgressBar&) = delete;
   ProgressBar& operator=(const ProgressBar&) = delete;
 
-  /// `percent` is 0 to 100.
+  /// Draws the bar. `percent` is 0 to 100.
   void Show(std::int16_t percent, std::string_view description);
 
-  /// Gives the line back to other output.
+  /// Erases the bar so that other output can use the line.
   void Wipe() noexcept;
 
  private:

@@ -14,7 +14,7 @@ struct Console {
   bool errIsTerminal = false;
 };
 
-/// Prints a text on one line of `err`, whatever it quotes.
+/// Prints a text on one line of `err`, even if it quotes line ends or control characters.
 void PrintError(const Console& console, std::string_view line);
 
 /// Prints "krnqb: warning: TEXT".

@@ -10,13 +10,14 @@
 
 namespace krnqb::cli {
 
-/// What a run of the program has around it beside its arguments and streams.
+/// What a run of the program uses besides its arguments and streams.
 struct Surroundings {
-  std::shared_ptr<Clock> clock;  ///< null: the system's
+  std::shared_ptr<Clock> clock;  ///< null: the system clock
   bool errorIsTerminal = false;  ///< whether a progress bar can be drawn
-  /// Makes what shows dialogs, and throws Error when there is no display; null where none is built in.
+  /// Creates the toolkit that shows dialogs. Throws Error if there is no display. Null if none is built in.
   std::function<std::shared_ptr<ui::Toolkit>()> dialogToolkit = {};
-  /// The value of an environment variable, or nothing; null: the process's own.
+  /// Returns the value of an environment variable, or nothing if it is unset. Null: the process's
+  /// environment.
   std::function<std::optional<std::string>(const std::string& name)> environment = {};
 };
 

@@ -11,17 +11,17 @@ namespace krnqb::cli {
 
 enum class Alignment : std::uint8_t { Left, Right };
 
-/// Rows of texts laid out in columns of equal width, for a person to read.
+/// A table of text for people, each column padded to its widest cell.
 class TextTable {
  public:
-  /// One alignment per column; rows may have fewer cells than there are columns, not more. Cells are shown as
-  /// `OneLine`.
+  /// Takes one alignment per column. A row may have fewer cells than columns, but not more. Cells are printed
+  /// as `OneLine`.
   explicit TextTable(std::vector<Alignment> alignments) : alignments_(std::move(alignments)) {}
 
   void AddRow(std::vector<std::string> cells);
 
-  /// The lines, each behind `indent` and with a line end; columns stand two blanks apart, and no line ends in
-  /// blanks.
+  /// Returns the rows, each indented by `indent` and ended by a line end. Columns are two spaces apart;
+  /// trailing spaces are removed.
   std::string Text(std::string_view indent = {}) const;
 
  private:
@@ -31,7 +31,7 @@ class TextTable {
   std::vector<std::vector<std::string>> rows_;
 };
 
-/// A text on one line: line ends and other control characters, one or several in a row, become a blank.
+/// Returns the text on one line: each run of line ends and other control characters becomes one space.
 std::string OneLine(std::string_view text);
 
 }  // namespace krnqb::cli

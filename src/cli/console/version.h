@@ -4,7 +4,7 @@
 
 namespace krnqb::cli {
 
-/// The program's version as its build names it, such as "1.0.0".
+/// Returns the version of this build, such as "1.0.0".
 std::string_view ProgramVersion() noexcept;
 
 }  // namespace krnqb::cli

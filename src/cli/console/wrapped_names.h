@@ -6,8 +6,8 @@
 
 namespace krnqb::cli {
 
-/// `lead` and the names behind it, separated by commas, in lines of at most 79 characters (a longer name has
-/// a line of its own); lines after the first are indented. Ends with a line end.
+/// Returns `lead` and the names, separated by commas, in lines of at most 79 characters; a longer name gets
+/// its own line. Lines after the first are indented. Ends with a line end.
 std::string WrappedNames(std::string_view lead, const std::vector<std::string>& names);
 
 }  // namespace krnqb::cli

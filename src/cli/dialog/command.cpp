@@ -14,16 +14,16 @@ constexpr std::string_view showingFailed = "showing the dialog failed";
 std::shared_ptr<ui::Dialogs> MakeDialogs(const Surroundings& surroundings) {
   if (!surroundings.dialogToolkit) {
     throw CommandFailure(showingFailed, "this program was built without Qt",
-                         "build it anew where Qt 6 is installed");
+                         "install Qt 6 and build it again");
   }
   try {
     return std::make_shared<ui::Dialogs>(surroundings.dialogToolkit());
   } catch (const Error& error) {
-    throw Failure(ExitCode::Failed, showingFailed, error, "start it on a desktop, or under xvfb-run");
+    throw Failure(ExitCode::Failed, showingFailed, error, "run it on a desktop, or under xvfb-run");
   }
 }
 
-// Keeps the failure of a dialog, which the component tells nobody else. To cancel is none.
+// Keeps the failure of a dialog, which only the observer sees. Cancelling is not a failure.
 class Listener final : public Observer {
  public:
   void Notify(const Notice& notice) noexcept override {
@@ -52,12 +52,12 @@ ExitCode PrintChosen(const Variant& path, const Console& console) {
 
 void CheckOptions(const DialogOptions& options, const Console& console) {
   if (options.dialog != DialogName::Options) {
-    if (options.companyFile) Warn(console, "--company has no effect: only the options dialog imports");
-    if (options.planFile) Warn(console, "--plan has no effect: only the options dialog imports");
+    if (options.companyFile) Warn(console, "--company is ignored because only the options dialog imports");
+    if (options.planFile) Warn(console, "--plan is ignored because only the options dialog imports");
     return;
   }
-  if (!options.companyFile) throw WrongUsage("no company is named", "give --company FILE");
-  if (!options.planFile) throw WrongUsage("no plan is named", "give --plan FILE");
+  if (!options.companyFile) throw WrongUsage("no company is given", "give --company FILE");
+  if (!options.planFile) throw WrongUsage("no plan is given", "give --plan FILE");
 }
 
 }  // namespace

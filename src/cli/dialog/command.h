@@ -1,13 +1,25 @@
 #pragma once
 
-#include "cli/commands.h"
+#include <cstdint>
+#include <optional>
+#include <string>
+
 #include "cli/console/streams.h"
 #include "cli/console/surroundings.h"
 
 namespace krnqb::cli {
 
-/// Shows one of the dialogs and returns when a person has closed it. The options dialog imports into the
-/// plan, as `krnqb import` does; the file dialogs print the path that was chosen.
+enum class DialogName : std::uint8_t { Options, Export, Company, Plan, About };
+
+/// `krnqb dialog` as it was typed.
+struct DialogOptions {
+  DialogName dialog = DialogName::About;
+  std::optional<std::string> companyFile;
+  std::optional<std::string> planFile;
+};
+
+/// Shows a dialog and returns once it is closed. The options dialog imports into the plan, as `krnqb import`
+/// does; the file dialogs print the chosen path.
 ExitCode Run(const DialogOptions& options, const Console& console, const Surroundings& surroundings);
 
 }  // namespace krnqb::cli

@@ -7,7 +7,7 @@
 
 namespace krnqb::cli {
 
-/// What makes the toolkit that this program was built with; null when it was built without one.
+/// Returns a function that creates the toolkit this program was built with; null if it was built without one.
 std::function<std::shared_ptr<ui::Toolkit>()> DialogToolkit();
 
 }  // namespace krnqb::cli

@@ -56,7 +56,7 @@ std::string ChangeReport(const std::vector<plan_file::TableChange>& tables) {
   if (!names.empty()) report += "New rows, by name:\n" + names;
   const bool cleared =
       std::any_of(tables.begin(), tables.end(), [](const auto& table) { return table.formulasCleared > 0; });
-  if (cleared) report += "The cleared formulas are computed anew by the planning program.\n";
+  if (cleared) report += "The planning program computes the cleared formulas again.\n";
   return report;
 }
 

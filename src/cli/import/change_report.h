@@ -7,11 +7,11 @@
 
 namespace krnqb::cli {
 
-/// Whether anything in any table has changed.
+/// Returns whether any table has changed.
 bool AnyChange(const std::vector<plan_file::TableChange>& tables);
 
-/// For a person, a table of how many rows and cells of each changed plan table came, went or changed, and the
-/// names of the new rows; a line that says so when nothing has changed. With line ends.
+/// Returns, for people, how many rows and cells of each changed plan table were added, removed or changed,
+/// and the names of the new rows; or one line if nothing has changed. Lines have line ends.
 std::string ChangeReport(const std::vector<plan_file::TableChange>& tables);
 
 }  // namespace krnqb::cli

@@ -58,7 +58,7 @@ class PlanImport {
     ReadIntoPlan(settings, source);
     if (outcome_.result == ImportResult::Cancelled) return;
     outcome_.tables = plan_file::CompareTables(before, plan_file::ReadPlanContent(*plan_));
-    interrupts.StopWhenRequested();
+    interrupts.PassPointOfNoReturn();
     Save();
   }
 
@@ -135,7 +135,6 @@ class PlanImport {
                                               "write what came in");
   }
 
-  // From here on an interrupt comes too late.
   void Save() {
     saving_ = true;
     const bool changed = AnyChange(outcome_.tables);

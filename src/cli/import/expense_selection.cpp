@@ -20,7 +20,7 @@ std::string NameOf(const XmlElement& account) {
   return name ? name.Text() : std::string();
 }
 
-// An account list does not hold two names that differ in letter case alone, so case need not be typed.
+// No two account names differ only in case, so the comparison is case-insensitive.
 bool SameName(std::string_view typed, std::string_view name) {
   return FoldedKey(typed) == FoldedKey(name);
 }
@@ -57,7 +57,7 @@ void SelectExpenses(QBDataExchange& exchange, const ImportCommand& options, cons
   if (!selection) {
     throw CommandFailure(selectingFailed,
                          "the accounts or the plan's contribution margin table cannot be read",
-                         "put this right and import again; nothing was written");
+                         "fix the cause and run the import again; nothing was written");
   }
 
   CheckNames(options.selectedExpenses, SelectionNames(selection, SelectionPart::All));
@@ -76,7 +76,7 @@ void ReadSelectedExpenses(QBDataExchange& exchange, const Console& console) {
   const XmlElement selection = exchange.SelectedExpenses();
   RequireNoError(exchange);
   if (SelectionNames(selection, SelectionPart::Selected).empty()) {
-    Warn(console, "no expense account stands in the plan: the dialog will import none");
+    Warn(console, "no expense account is in the plan, so the dialog will import none");
   }
 }
 

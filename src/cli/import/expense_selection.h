@@ -10,19 +10,21 @@
 
 namespace krnqb::cli {
 
-/// Adds the expense accounts that the options name, or all, to those that stand in the plan already, as the
-/// person who uses the planning program does before an import. Warns when none is selected then.
+/// Adds the expense accounts that the options name, or all of them, to those already in the plan. Warns if
+/// none is selected then.
 ///
-/// Throws Failure when the accounts cannot be read, and for a name that is no top-level expense account, with
-/// the nearest names.
+/// Throws Failure if the accounts cannot be read, or if a name is not a top-level expense account; the
+/// message offers the nearest names.
 void SelectExpenses(QBDataExchange& exchange, const ImportCommand& options, const Console& console);
 
-/// Reads the selection as the plan has it, which a person cannot add to in the dialog. Warns when no account
-/// is selected; throws Failure when the company cannot be read.
+/// Reads the plan's selection, which the dialog cannot extend. Warns if no account is selected. Throws
+/// Failure if the company cannot be read.
 void ReadSelectedExpenses(QBDataExchange& exchange, const Console& console);
 
-/// The names of the accounts of a selection document, in its order: all of them, or those that are selected.
+/// Which accounts of a selection document to return.
 enum class SelectionPart : std::uint8_t { All, Selected };
+
+/// Returns account names of a selection document, in document order.
 std::vector<std::string> SelectionNames(const XmlElement& selection, SelectionPart part);
 
 }  // namespace krnqb::cli

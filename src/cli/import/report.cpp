@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "cli/import/change_report.h"
-#include "cli/json_output.h"
+#include "cli/import/json_output.h"
 
 namespace krnqb::cli {
 namespace {

@@ -20,13 +20,13 @@ bool SameFile(const std::string& path, const std::string& other) {
   return path == other || std::filesystem::equivalent(path, other, ignored);
 }
 
-// A recording, and a journal, replace what their file held.
+// A recording or a journal replaces the contents of its file.
 void CheckOutputFile(std::string_view option, const std::string& file, const ImportCommand& options) {
   for (const std::string& other : {options.planFile, options.planFile + ".bak", options.planFile + ".lock",
                                    options.companyFile.value_or(""), options.replayFile.value_or("")}) {
     if (SameFile(file, other)) {
       throw WrongUsage(fmt::format("{} {} would replace a file that the import needs", option, file),
-                       "give it a file of its own");
+                       "give another file");
     }
   }
 }
@@ -35,10 +35,10 @@ void CheckOutputFile(std::string_view option, const std::string& file, const Imp
 
 void CheckImportOptions(const ImportCommand& options) {
   if (!options.expenses && !options.income && !options.pastPerformance) {
-    throw WrongUsage("nothing to import is named", "give --expenses, --income or --past-performance");
+    throw WrongUsage("nothing to import is given", "give --expenses, --income or --past-performance");
   }
   if (!options.companyFile && !options.replayFile) {
-    throw WrongUsage("no company is named", "give --company FILE, or --replay FILE for a recorded exchange");
+    throw WrongUsage("no company is given", "give --company FILE, or --replay FILE for a recorded exchange");
   }
   if (options.recordFile) CheckOutputFile("--record", *options.recordFile, options);
   if (options.journalFile) CheckOutputFile("--journal", *options.journalFile, options);
@@ -47,12 +47,12 @@ void CheckImportOptions(const ImportCommand& options) {
 ImportSettings SettleImport(const ImportCommand& options, const plan_file::PlanFile& plan) {
   const auto product = options.product ? options.product : plan.Product();
   if (!product) {
-    throw WrongUsage(fmt::format("the plan {} does not say its product", options.planFile),
+    throw WrongUsage(fmt::format("the plan {} does not state its product", options.planFile),
                      "give --product ald, bri or cor");
   }
   const auto start = options.planStart ? options.planStart : plan.Start();
   if (!start) {
-    throw WrongUsage(fmt::format("the plan {} does not say its start", options.planFile),
+    throw WrongUsage(fmt::format("the plan {} does not state its first month", options.planFile),
                      "give --plan-start YYYY-MM");
   }
   return {.options = options,

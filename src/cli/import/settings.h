@@ -22,18 +22,18 @@ struct ImportSettings {
 /// Throws Failure (wrong usage) for options that no import can be made of, whatever the files hold.
 void CheckImportOptions(const ImportCommand& options);
 
-/// Takes product and start from the plan where they were not given. Throws Failure (wrong usage) when neither
-/// says.
+/// Takes product and start from the plan if they were not typed. Throws Failure (WrongUsage) if the plan does
+/// not state them either.
 ImportSettings SettleImport(const ImportCommand& options, const plan_file::PlanFile& plan);
 
-/// Sets the component's options and hands it the plan.
+/// Sets the component's options and its plan.
 void Configure(QBDataExchange& exchange, const ImportSettings& settings, const ImportSource& source,
                const std::shared_ptr<plan_file::PlanFile>& plan);
 
-/// In one line, without its end, what the import will do.
+/// Returns what the import will do, in one line without a line end.
 std::string AnnouncementText(const ImportSettings& settings, const ImportSource& source);
 
-/// What was typed and will have no effect, or less than it seems.
+/// Returns a warning for each option that is ignored, or has less effect than it seems to.
 std::vector<std::string> ImportWarnings(const ImportSettings& settings, const ImportSource& source,
                                         const plan_file::PlanFile& plan);
 

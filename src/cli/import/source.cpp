@@ -21,7 +21,7 @@ std::string LastSystemMessage() {
 
 ImportSource CompanySource(const std::string& path) {
   return Attempt(
-      "opening the company failed", "check the path, or make a company with krnqb company new", [&] {
+      "opening the company failed", "check the path, or create a company with krnqb company new", [&] {
         const auto company = company::CompanyFile::Open(path, company::FileAccess::ReadOnly);
         const company::CompanyInfo info = company.Info();
         return ImportSource{
@@ -38,7 +38,7 @@ ImportSource RecordedSource(const std::string& path) {
   if (!recording) {
     throw CommandFailure(failed, fmt::format("{}: {}", path, LastSystemMessage()), "check the path");
   }
-  return Attempt(failed, "record the exchange anew with --record", [&] {
+  return Attempt(failed, "record the exchange again with --record", [&] {
     ImportSource source{.processors = ReplayingProcessors(recording, path),
                         .companyPath = {},
                         .description = fmt::format("the recording {}", path),
@@ -59,7 +59,7 @@ ExchangeFile::ExchangeFile(const std::string& path) : name_(path) {
   lines_.open(path, std::ios::binary | std::ios::trunc);
   if (!lines_) {
     throw CommandFailure("recording failed", fmt::format("{}: {}", path, LastSystemMessage()),
-                         "check the path and the rights to its folder");
+                         "check the path and the permissions of its folder");
   }
 }
 
@@ -71,8 +71,8 @@ std::shared_ptr<RequestProcessorFactory> ExchangeFile::Recording(
 void ExchangeFile::Finish() {
   lines_.close();
   if (!lines_) {
-    throw CommandFailure("recording failed", fmt::format("{} could not be written whole", name_),
-                         "make room on the disk, or import without --record");
+    throw CommandFailure("recording failed", fmt::format("{} could not be written completely", name_),
+                         "free disk space, or import without --record");
   }
 }
 

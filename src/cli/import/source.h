@@ -18,20 +18,21 @@ struct ImportSource {
   std::int16_t majorVersion = 0;  ///< of the processor: 1 imports from transactions, 2 from reports
 };
 
-/// Opens the source that the options name, to find out what is wrong with it before anything else is done;
-/// sends it nothing. A recording goes before a company. Throws Failure.
+/// Opens the source that the options name, and sends it nothing. A recording takes precedence over a company.
+/// Throws Failure if the source cannot be opened.
 ImportSource OpenImportSource(const ImportCommand& options);
 
 /// The file into which an exchange is recorded.
 class ExchangeFile {
  public:
-  /// Makes the file or empties the one that is there. Throws Failure when it cannot be written.
+  /// Creates or truncates the file. Throws Failure if it cannot be written.
   explicit ExchangeFile(const std::string& path);
 
-  /// `inner`, with everything that passes through it written to the file, which outlives them.
+  /// Returns processors that pass everything on to `inner` and write it to the file. This object must outlive
+  /// them.
   std::shared_ptr<RequestProcessorFactory> Recording(std::shared_ptr<RequestProcessorFactory> inner);
 
-  /// Throws Failure unless everything has been written.
+  /// Closes the file. Throws Failure if something could not be written.
   void Finish();
 
  private:

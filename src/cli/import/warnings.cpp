@@ -10,11 +10,11 @@ using Warnings = std::vector<std::string>;
 void WarnOfFiles(Warnings& warnings, const ImportSettings& settings, const plan_file::PlanFile& plan) {
   const ImportCommand& options = settings.options;
   if (options.replayFile && options.companyFile) {
-    warnings.emplace_back("--company has no effect: --replay takes its place");
+    warnings.emplace_back("--company is ignored because --replay is given");
   }
   const auto product = plan.Product();
   if (product && *product != settings.product) {
-    warnings.push_back(fmt::format("the plan says that its product is {}, not {}",
+    warnings.push_back(fmt::format("the plan states product {}, but --product is {}",
                                    plan_file::ProductText(*product),
                                    plan_file::ProductText(settings.product)));
   }
@@ -24,14 +24,14 @@ void WarnOfPastPerformance(Warnings& warnings, const ImportSettings& settings, c
   const ImportCommand& options = settings.options;
   if (!options.pastPerformance) return;
   if (settings.product == QBKRN_BRI) {
-    warnings.emplace_back("--past-performance has no effect: plans of product bri have none");
+    warnings.emplace_back("--past-performance is ignored because plans of product bri have none");
   } else if (options.balances == BalImport_None) {
-    warnings.emplace_back("--past-performance has no effect without amounts: --balances is none");
+    warnings.emplace_back("--past-performance is ignored because --balances is none");
   } else if (source.majorVersion == 2 && !options.expenses) {
     // Reports are collected up to the first figure that needs the expense accounts.
     warnings.emplace_back(
-        "--past-performance without --expenses ends after the first year's income: this company answers with "
-        "reports");
+        "--past-performance without --expenses ends after the first year's income because this company "
+        "answers with reports");
   }
 }
 
@@ -39,9 +39,9 @@ void WarnOfAmounts(Warnings& warnings, const ImportCommand& options) {
   const auto warn = [&](std::string_view option, bool given, bool included, std::string_view needed) {
     if (!given) return;
     if (options.balances == BalImport_None) {
-      warnings.push_back(fmt::format("{} has no effect without amounts: --balances is none", option));
+      warnings.push_back(fmt::format("{} is ignored because --balances is none", option));
     } else if (!included) {
-      warnings.push_back(fmt::format("{} has no effect without {}", option, needed));
+      warnings.push_back(fmt::format("{} is ignored without {}", option, needed));
     }
   };
   warn("--import-start", options.importStart.has_value(), true, {});
@@ -53,13 +53,13 @@ void WarnOfAmounts(Warnings& warnings, const ImportCommand& options) {
 void WarnOfSelection(Warnings& warnings, const ImportSettings& settings) {
   const ImportCommand& options = settings.options;
   const bool selects = settings.product == QBKRN_BRI && options.expenses;
-  const std::string_view reason = options.expenses ? "expense accounts are selected for product bri alone"
-                                                   : "no expense accounts are imported";
+  const std::string_view reason =
+      options.expenses ? "only plans of product bri select expense accounts" : "--expenses is not given";
   if (!selects && !options.selectedExpenses.empty()) {
-    warnings.push_back(fmt::format("--select-expense has no effect: {}", reason));
+    warnings.push_back(fmt::format("--select-expense is ignored because {}", reason));
   }
   if (!selects && options.selectAllExpenses) {
-    warnings.push_back(fmt::format("--select-all-expenses has no effect: {}", reason));
+    warnings.push_back(fmt::format("--select-all-expenses is ignored because {}", reason));
   }
 }
 

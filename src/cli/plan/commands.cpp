@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "cli/console/attempt.h"
-#include "cli/json_output.h"
+#include "cli/plan/json_output.h"
 #include "plan_file/listing.h"
 #include "plan_file/table_view.h"
 
@@ -19,7 +19,7 @@ void RequireTable(const PlanFile& plan, const ShowPlanOptions& options) {
   if (!options.table || std::find(ids.begin(), ids.end(), *options.table) != ids.end()) return;
   throw CommandFailure("showing the plan failed",
                        fmt::format("{} has no table {}", options.file, *options.table),
-                       ids.empty() ? std::string("it has no tables at all")
+                       ids.empty() ? std::string("the plan has no tables")
                                    : fmt::format("its tables are {}", fmt::join(ids, ", ")));
 }
 
@@ -39,7 +39,7 @@ std::string Shown(const PlanFile& plan, const ShowPlanOptions& options) {
 
 ExitCode Run(const NewPlanOptions& options, const Console& console) {
   Attempt([&] { PlanFile::Create(options.file, options.product, options.start); });
-  console.out << fmt::format("Made {}: plan of product {}, from {}.\n", options.file,
+  console.out << fmt::format("Created {}: plan of product {}, from {}.\n", options.file,
                              plan_file::ProductText(options.product),
                              plan_file::PlanStartText(options.start));
   return ExitCode::Done;
@@ -47,7 +47,7 @@ ExitCode Run(const NewPlanOptions& options, const Console& console) {
 
 ExitCode Run(const ShowPlanOptions& options, const Console& console) {
   if (options.cells && options.json)
-    throw WrongUsage("--cells and --json are given both", "give one of them");
+    throw WrongUsage("--cells and --json are both given", "give one of them");
   const auto plan = Attempt([&] { return PlanFile::Open(options.file); });
   RequireTable(*plan, options);
   console.out << Shown(*plan, options);

@@ -1,13 +1,33 @@
 #pragma once
 
-#include "cli/commands.h"
+#include <optional>
+#include <string>
+
 #include "cli/console/streams.h"
+#include "krnqb/enumerations.h"
+#include "plan_file/attributes.h"
 
 namespace krnqb::cli {
 
+// The commands of `krnqb plan`: what was typed, and how it runs.
+
+struct NewPlanOptions {
+  std::string file;
+  QBKRNproduct product = QBKRN_ALD;
+  plan_file::PlanStart start;
+};
+
+struct ShowPlanOptions {
+  std::string file;
+  std::optional<std::string> table;
+  bool cells = false;
+  bool json = false;
+};
+
+/// Creates a plan file with the tables of its product.
 ExitCode Run(const NewPlanOptions& options, const Console& console);
 
-/// Shows a plan's tables, or one of them: as a person reads them, cell by cell, or as JSON.
+/// Prints a plan's tables, or one of them, for people, cell by cell or as JSON.
 ExitCode Run(const ShowPlanOptions& options, const Console& console);
 
 }  // namespace krnqb::cli

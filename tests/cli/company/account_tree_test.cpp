@@ -29,15 +29,15 @@ TEST(AccountTree, PutsSubAccountsBelowTheirParents) {
             "A(B(C())D())E()");
 }
 
-TEST(AccountTree, FindsAParentThatStandsLaterInTheList) {
+TEST(AccountTree, FindsAParentLaterInTheList) {
   EXPECT_EQ(Outline(Tree(Account("2", "B", "1") + Account("1", "A", ""))), "A(B())");
 }
 
-TEST(AccountTree, PutsAnAccountWithoutItsParentAtTheTop) {
+TEST(AccountTree, PutsAnAccountWhoseParentIsMissingAtTheTop) {
   EXPECT_EQ(Outline(Tree(Account("2", "B", "1") + Account("3", "C", "2"))), "B(C())");
 }
 
-TEST(AccountTree, ShowsEveryAccountOfACircle) {
+TEST(AccountTree, KeepsEveryAccountOfACycle) {
   EXPECT_EQ(Outline(Tree(Account("1", "A", "2") + Account("2", "B", "1") + Account("3", "C", "3"))),
             "B(A())C()");
 }
@@ -53,7 +53,7 @@ TEST(AccountTreeText, IndentsNamesAndAlignsBalances) {
             "  Fuel      Expense     1.50              22.00\n");
 }
 
-TEST(AccountTreeText, ShowsTheSelectionWhereThereIsOne) {
+TEST(AccountTreeText, ShowsTheSelectionIfThereIsOne) {
   std::vector<AccountNode> accounts = Tree(Account("1", "Rent", "") + Account("2", "Fuel", ""));
   accounts[0].selected = true;
   accounts[1].selected = false;

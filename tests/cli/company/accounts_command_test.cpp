@@ -35,7 +35,7 @@ TEST(AccountsCommand, ListsIncomeAccounts) {
   EXPECT_EQ(run.out.find("Expense"), std::string::npos) << run.out;
 }
 
-TEST(AccountsCommand, ShowsWhatStandsInAPlan) {
+TEST(AccountsCommand, ShowsWhichAccountsAreInThePlan) {
   const Workplace place;
   const ProgramRun run = RunProgram(
       {"accounts", "expense", "--company", place.Nursery(), "--plan", place / "bri.kpf", "--json"});
@@ -52,22 +52,22 @@ TEST(AccountsCommand, ShowsWhatStandsInAPlan) {
             (std::vector<std::string>{"Meals & Entertainment", "Payroll Expenses", "Rent", "Utilities"}));
 }
 
-TEST(AccountsCommand, WarnsOfAPlanThatSelectsNothing) {
+TEST(AccountsCommand, WarnsThatAPlanIsIgnored) {
   const Workplace place;
   const std::string company = place.Nursery();
   const ProgramRun ald =
       RunProgram({"accounts", "expense", "--company", company, "--plan", place / "ald.kpf"});
   EXPECT_EQ(ald.code, 0);
   EXPECT_EQ(ald.err,
-            "krnqb: warning: --plan has no effect: expense accounts are selected for product bri alone\n");
+            "krnqb: warning: --plan is ignored because only plans of product bri select expense accounts\n");
   const ProgramRun income =
       RunProgram({"accounts", "income", "--company", company, "--plan", place / "bri.kpf"});
   EXPECT_EQ(income.code, 0);
-  EXPECT_EQ(income.err, "krnqb: warning: --plan has no effect: income accounts are not selected\n");
+  EXPECT_EQ(income.err, "krnqb: warning: --plan is ignored because income accounts are not selected\n");
   EXPECT_EQ(income.out, RunProgram({"accounts", "income", "--company", company}).out);
 }
 
-TEST(AccountsCommand, ListsACompanyThatDoesNotTellItsFiscalYear) {
+TEST(AccountsCommand, ListsACompanyThatDoesNotStateItsFiscalYear) {
   const Workplace place;
   const std::string company = place.Nursery();
   tests::WriteText(place / "company.xml",
@@ -77,7 +77,7 @@ TEST(AccountsCommand, ListsACompanyThatDoesNotTellItsFiscalYear) {
   EXPECT_EQ(RunProgram({"accounts", "income", "--company", company}).code, 0);
 }
 
-TEST(AccountsCommand, SaysWhatIsWrongWithCompanyOrPlan) {
+TEST(AccountsCommand, ReportsWhatIsWrongWithCompanyOrPlan) {
   const Workplace place;
   const ProgramRun company = RunProgram({"accounts", "income", "--company", place / "none.qbw", "--json"});
   EXPECT_EQ(company.code, 1);
@@ -90,7 +90,7 @@ TEST(AccountsCommand, SaysWhatIsWrongWithCompanyOrPlan) {
                           ": No such file or directory; check the path\n");
 }
 
-TEST(AccountsCommand, FailsWhenThePlanCannotTellItsSelection) {
+TEST(AccountsCommand, FailsIfThePlanHasNoSelectionTables) {
   const Workplace place;
   tests::WriteText(place / "bare.kpf", "<plan product='bri' start='2003-01'><tables/></plan>");
   const ProgramRun run =

@@ -24,14 +24,14 @@ std::vector<std::string> NewCompany(const std::string& file) {
   return {"company", "new", file, "--name", "Acme & Sons", "--fiscal-month", "July", "--processor", "2.0"};
 }
 
-TEST(CompanyNew, MakesACompanyThatInfoShows) {
+TEST(CompanyNew, CreatesACompanyThatInfoShows) {
   const Workplace place;
   const std::string file = place / "acme.qbw";
   const ProgramRun made = RunProgram(NewCompany(file));
   EXPECT_EQ(made.code, 0);
   EXPECT_EQ(made.err, "");
   EXPECT_EQ(made.out,
-            "Made " + file + ": company Acme & Sons, fiscal year from July, answers qbXML up to 2.0.\n");
+            "Created " + file + ": company Acme & Sons, fiscal year from July, answers qbXML up to 2.0.\n");
   const ProgramRun info = RunProgram({"company", "info", file});
   EXPECT_EQ(info.code, 0);
   EXPECT_EQ(info.out,
@@ -39,19 +39,19 @@ TEST(CompanyNew, MakesACompanyThatInfoShows) {
                 "\nFiscal year from  July\nAnswers qbXML     up to 2.0\nRecords\n  1  CompanyRet\n");
 }
 
-TEST(CompanyNew, ReplacesNoFile) {
+TEST(CompanyNew, DoesNotReplaceAFile) {
   const Workplace place;
   const std::string file = place / "acme.qbw";
   WriteText(file, "precious");
   const ProgramRun run = RunProgram(NewCompany(file));
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.err, "krnqb: making the company failed: The file " + file +
+  EXPECT_EQ(run.err, "krnqb: creating the company failed: The file " + file +
                          " already exists; give another path or name\n");
   EXPECT_EQ(tests::ReadText(file), "precious");
 }
 
-TEST(CompanyLoad, CountsWhatEachDocumentBrings) {
+TEST(CompanyLoad, CountsTheRecordsOfEachDocument) {
   const Workplace place;
   const std::string file = place / "acme.qbw";
   RunProgram(NewCompany(file));
@@ -64,7 +64,7 @@ TEST(CompanyLoad, CountsWhatEachDocumentBrings) {
   EXPECT_EQ(second.out, document + ": added nothing; replaced 2 AccountRet\n");
 }
 
-TEST(CompanyLoad, TakesNothingOfADocumentWithAFault) {
+TEST(CompanyLoad, LoadsNothingFromABrokenDocument) {
   const Workplace place;
   const std::string file = place / "acme.qbw";
   RunProgram(NewCompany(file));
@@ -75,11 +75,11 @@ TEST(CompanyLoad, TakesNothingOfADocumentWithAFault) {
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.err.find("krnqb: loading failed: "), 0U) << run.err;
   EXPECT_NE(run.err.find("broken.xml"), std::string::npos) << run.err;
-  EXPECT_TRUE(run.err.ends_with("; nothing was loaded, correct it and load again\n")) << run.err;
+  EXPECT_TRUE(run.err.ends_with("; fix the document and load it again (nothing was loaded)\n")) << run.err;
   EXPECT_EQ(RunProgram({"company", "info", file}).out.find("AccountRet"), std::string::npos);
 }
 
-TEST(CompanyLoad, EndsWithThreeWhenDocumentsBeforeTheFaultAreLoaded) {
+TEST(CompanyLoad, ExitsWithThreeIfEarlierDocumentsAreLoaded) {
   const Workplace place;
   const std::string file = place / "acme.qbw";
   RunProgram(NewCompany(file));
@@ -88,11 +88,12 @@ TEST(CompanyLoad, EndsWithThreeWhenDocumentsBeforeTheFaultAreLoaded) {
   const ProgramRun run = RunProgram({"company", "load", file, place / "accounts.xml", place / "broken.xml"});
   EXPECT_EQ(run.code, 3);
   EXPECT_EQ(run.out, (place / "accounts.xml") + ": added 2 AccountRet\n");
-  EXPECT_TRUE(run.err.ends_with("; the documents before it are loaded, correct it and load the rest\n"))
+  EXPECT_TRUE(
+      run.err.ends_with("; fix the document, then load it and the rest (those before it are loaded)\n"))
       << run.err;
 }
 
-TEST(CompanyLoad, LoadsNothingWhenADocumentIsMissing) {
+TEST(CompanyLoad, LoadsNothingIfADocumentIsMissing) {
   const Workplace place;
   const std::string file = place / "acme.qbw";
   RunProgram(NewCompany(file));
@@ -101,16 +102,16 @@ TEST(CompanyLoad, LoadsNothingWhenADocumentIsMissing) {
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.err, "krnqb: loading failed: " + (place / "missing.xml") +
-                         ": No such file or directory; nothing was loaded, check the path and load again\n");
+                         ": No such file or directory; check the path and load again (nothing was loaded)\n");
 }
 
-TEST(CompanyLoad, SaysWhenThereIsNoCompany) {
+TEST(CompanyLoad, ReportsAMissingCompany) {
   const Workplace place;
   WriteText(place / "accounts.xml", twoAccounts);
   const ProgramRun run = RunProgram({"company", "load", place / "none.qbw", place / "accounts.xml"});
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.err, "krnqb: opening the company failed: There is no company file " + (place / "none.qbw") +
-                         "; check the path, or make a company with krnqb company new\n");
+                         "; check the path, or create a company with krnqb company new\n");
 }
 
 TEST(CompanyInfo, PrintsJson) {
@@ -129,7 +130,7 @@ TEST(CompanyInfo, PrintsJson) {
   EXPECT_EQ(info, expected);
 }
 
-TEST(CompanyInfo, PrintsJsonAboutAFileThatIsNoCompany) {
+TEST(CompanyInfo, ReportsAFileThatIsNotACompanyAsJson) {
   const Workplace place;
   const ProgramRun run = RunProgram({"company", "info", place / "ald.kpf", "--json"});
   EXPECT_EQ(run.code, 1);
@@ -139,10 +140,10 @@ TEST(CompanyInfo, PrintsJsonAboutAFileThatIsNoCompany) {
   EXPECT_EQ(failure.at("error_description"), "The file " + (place / "ald.kpf") + " is not a company file.");
   EXPECT_EQ(run.err,
             "krnqb: opening the company failed: The file " + (place / "ald.kpf") +
-                " is not a company file; check the path, or make a company with krnqb company new\n");
+                " is not a company file; check the path, or create a company with krnqb company new\n");
 }
 
-TEST(CompanyLoad, SaysWhatAFolderIs) {
+TEST(CompanyLoad, ReportsThatADocumentIsADirectory) {
   const Workplace place;
   const std::string file = place / "acme.qbw";
   RunProgram(NewCompany(file));
@@ -151,7 +152,7 @@ TEST(CompanyLoad, SaysWhatAFolderIs) {
   EXPECT_NE(run.err.find("is a directory"), std::string::npos) << run.err;
 }
 
-TEST(CompanyGenerate, MakesACompanyAndCountsIt) {
+TEST(CompanyGenerate, CreatesACompanyAndCountsItsRecords) {
   const Workplace place;
   const std::string file = place / "made.qbw";
   const ProgramRun run =
@@ -164,7 +165,7 @@ TEST(CompanyGenerate, MakesACompanyAndCountsIt) {
   EXPECT_NE(run.out.find(" MiB."), std::string::npos) << run.out;
 }
 
-TEST(CompanyGenerate, RefusesSettingsOutOfBounds) {
+TEST(CompanyGenerate, RejectsSettingsOutOfBounds) {
   const Workplace place;
   const std::string file = place / "made.qbw";
   const ProgramRun run = RunProgram({"company", "generate", file, "--accounts", "3"});

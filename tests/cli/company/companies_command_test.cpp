@@ -33,7 +33,7 @@ struct CompaniesCommand : testing::Test {
     return RunProgram(arguments, surroundings);
   }
 
-  // A folder with one company of that name.
+  // Makes a folder that holds one company of that name.
   std::string FolderWith(const std::string& company) const {
     const std::string folder = place / ("folder of " + company);
     fs::create_directory(folder);
@@ -50,7 +50,7 @@ struct CompaniesCommand : testing::Test {
   std::map<std::string, std::string> environment{{"HOME", place.Folder().string()}};
 };
 
-TEST_F(CompaniesCommand, PrintsOnePathALine) {
+TEST_F(CompaniesCommand, PrintsOnePathPerLine) {
   const ProgramRun run = List({"--quickbooks-folder", place / "typed"});
   EXPECT_EQ(run.code, 0);
   EXPECT_EQ(run.err, "");
@@ -73,50 +73,50 @@ TEST_F(CompaniesCommand, PrintsJson) {
   EXPECT_EQ(json["companies"][1]["name"], "b.QBW");
 }
 
-TEST_F(CompaniesCommand, TakesTheTypedFolderThenTheVariableThenTheConfiguration) {
+TEST_F(CompaniesCommand, PrefersTheOptionToTheVariableToTheConfiguration) {
   Configure("quickbooks-folder = \"" + FolderWith("configured.qbw") + "\"\n");
   EXPECT_TRUE(List({}).out.ends_with("/configured.qbw\n"));
   environment["KRNQB_QUICKBOOKS_FOLDER"] = FolderWith("variable.qbw");
   EXPECT_TRUE(List({}).out.ends_with("/variable.qbw\n"));
   EXPECT_TRUE(List({"--quickbooks-folder", FolderWith("typed.qbw")}).out.ends_with("/typed.qbw\n"));
   environment["KRNQB_QUICKBOOKS_FOLDER"] = "";
-  EXPECT_TRUE(List({}).out.ends_with("/configured.qbw\n")) << "an empty variable is none";
+  EXPECT_TRUE(List({}).out.ends_with("/configured.qbw\n")) << "an empty variable counts as unset";
 }
 
-TEST_F(CompaniesCommand, ReadsTheConfigurationAmongOtherLines) {
+TEST_F(CompaniesCommand, IgnoresOtherConfigurationLines) {
   Configure("; of this machine\n[other]\nquickbooks-folder = /nowhere\n");
-  EXPECT_EQ(List({}).code, 1) << "it belongs to another section";
+  EXPECT_EQ(List({}).code, 1) << "the line belongs to another section";
   Configure("# of this machine\nname = x\nquickbooks-folder=\"" + FolderWith("a b.qbw") + "\"\n[other]\n");
   EXPECT_TRUE(List({}).out.ends_with("/a b.qbw\n"));
 }
 
-TEST_F(CompaniesCommand, SaysThatNoFolderIsNamed) {
+TEST_F(CompaniesCommand, ReportsThatNoFolderIsSet) {
   const ProgramRun run = List({});
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.err,
-            "krnqb: listing companies failed: the folder of the QuickBooks program is not known; give "
-            "--quickbooks-folder DIR, set KRNQB_QUICKBOOKS_FOLDER, or write quickbooks-folder = DIR into "
+            "krnqb: listing companies failed: the folder of the QuickBooks program is unknown; give "
+            "--quickbooks-folder DIR, set KRNQB_QUICKBOOKS_FOLDER, or add quickbooks-folder = DIR to "
             "~/.config/krnqb/config.ini\n");
   environment.clear();
-  EXPECT_EQ(List({}).err, run.err) << "without a home either";
+  EXPECT_EQ(List({}).err, run.err) << "also without a home directory";
 }
 
-TEST_F(CompaniesCommand, SaysThatTheFolderCannotBeRead) {
+TEST_F(CompaniesCommand, ReportsAFolderThatCannotBeRead) {
   const ProgramRun run = List({"--quickbooks-folder", place / "missing"});
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.err, "krnqb: listing companies failed: the folder " + (place / "missing") +
-                         " cannot be read; check the path and the rights to it\n");
+                         " cannot be read; check the path and its permissions\n");
 }
 
-TEST_F(CompaniesCommand, TellsEachFileThatIsInTheWay) {
+TEST_F(CompaniesCommand, ReportsEachFileThatCannotBeListed) {
   WriteText(place / "typed/c]]>.qbw", "");
   WriteText(place / "typed/d\xE9.qbw", "");
   const ProgramRun run = List({"--quickbooks-folder", place / "typed"});
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.err.find("krnqb: listing companies failed: " + (place / "typed/c]]>.qbw") +
-                         ": its path holds \"]]>\"; rename the file, and list again\n"
+                         ": its path holds \"]]>\"; rename the file and try again\n"
                          "krnqb: listing companies failed: " +
                          (place / "typed/d\xE9.qbw") + ": its path holds bytes that are no text: "),
             0U)

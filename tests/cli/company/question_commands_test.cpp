@@ -9,7 +9,7 @@ using tests::ProgramRun;
 using tests::RunProgram;
 using tests::Workplace;
 
-TEST(RequestCommand, PrintsTheDocumentToTheByteWithoutALineEndOfItsOwn) {
+TEST(RequestCommand, PrintsTheDocumentByteForByteWithoutALineEnd) {
   const ProgramRun run = RunProgram({"request", "10", "--from", "2002-01-01", "--to", "2002-01-31"});
   EXPECT_EQ(run.code, 0);
   EXPECT_EQ(run.err, "");
@@ -32,20 +32,20 @@ TEST(RequestCommand, PrintsARequestWithOneDate) {
   EXPECT_EQ(run.err, "");
 }
 
-TEST(RequestCommand, WarnsOfDatesThatARequestDoesNotTake) {
+TEST(RequestCommand, WarnsThatDatesAreIgnored) {
   const ProgramRun run = RunProgram({"request", "9", "--from", "2002-01-01"});
   EXPECT_EQ(run.code, 0);
-  EXPECT_EQ(run.err, "krnqb: warning: --from and --to have no effect on request 9\n");
+  EXPECT_EQ(run.err, "krnqb: warning: --from and --to are ignored because request 9 takes no dates\n");
 }
 
-TEST(RequestCommand, WarnsOfANumberThatAsksForNothing) {
+TEST(RequestCommand, WarnsOfAnUnknownRequestNumber) {
   const ProgramRun run = RunProgram({"request", "3"});
   EXPECT_EQ(run.code, 0);
-  EXPECT_EQ(run.err, "krnqb: warning: there is no request 3: the document asks for nothing\n");
+  EXPECT_EQ(run.err, "krnqb: warning: there is no request 3; the document contains no request\n");
   EXPECT_TRUE(run.out.ends_with("continueOnError\">\r\n</QBXMLMsgsRq>\r\n</QBXML>"));
 }
 
-TEST(SupportsCommand, AnswersYesWithZeroAndNoWithOne) {
+TEST(SupportsCommand, PrintsYesAndExitsWithZeroOrNoAndExitsWithOne) {
   const Workplace place;
   const std::string company = place.Nursery("1.1");
   const ProgramRun yes = RunProgram({"supports", "1.1", "--company", company});
@@ -58,13 +58,13 @@ TEST(SupportsCommand, AnswersYesWithZeroAndNoWithOne) {
   EXPECT_EQ(RunProgram({"supports", "1.10", "--company", company}).out, "no\n");
 }
 
-TEST(SupportsCommand, SaysWhatIsWrongWithTheCompany) {
+TEST(SupportsCommand, ReportsWhatIsWrongWithTheCompany) {
   const Workplace place;
   const ProgramRun run = RunProgram({"supports", "1.1", "--company", place / "none.qbw"});
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.err, "krnqb: opening the company failed: There is no company file " + (place / "none.qbw") +
-                         "; check the path, or make a company with krnqb company new\n");
+                         "; check the path, or create a company with krnqb company new\n");
 }
 
 TEST(TablesCommand, ListsTheTablesThatAnImportMayChange) {

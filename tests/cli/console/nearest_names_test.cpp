@@ -15,7 +15,7 @@ struct Distance {
 
 class EditDistances : public testing::TestWithParam<Distance> {};
 
-TEST_P(EditDistances, CountsMistakesBothWays) {
+TEST_P(EditDistances, AreSymmetric) {
   EXPECT_EQ(EditDistance(GetParam().first, GetParam().second), GetParam().mistakes);
   EXPECT_EQ(EditDistance(GetParam().second, GetParam().first), GetParam().mistakes);
 }
@@ -27,20 +27,20 @@ INSTANTIATE_TEST_SUITE_P(OfNames, EditDistances,
                                          Distance{"Retn", "Rent", 1}, Distance{"Café", "Cafe", 1},
                                          Distance{"É", "é", 0}, Distance{"kitten", "sitting", 3}));
 
-TEST(NearestNames, PutsTheNearestFirst) {
+TEST(NearestNames, ReturnsTheNearestFirst) {
   EXPECT_EQ(NearestNames("Rentt", Names{"Rents", "Rent", "Advertising"}), (Names{"Rents", "Rent"}));
   EXPECT_EQ(NearestNames("Rent", Names{"Rents", "Rent", "Advertising"}), (Names{"Rent", "Rents"}));
 }
 
-TEST(NearestNames, OffersThreeAtMost) {
+TEST(NearestNames, ReturnsThreeAtMost) {
   EXPECT_EQ(NearestNames("Name1", Names{"Name2", "Name3", "Name4", "Name5"}).size(), 3U);
 }
 
-TEST(NearestNames, FindsANameOfWhichAPartWasTyped) {
+TEST(NearestNames, FindsANameByAPartOfIt) {
   EXPECT_EQ(NearestNames("meals", Names{"Rent", "Meals & Entertainment"}), (Names{"Meals & Entertainment"}));
 }
 
-TEST(NearestNames, OffersNothingThatIsFarOff) {
+TEST(NearestNames, ReturnsNothingThatDiffersTooMuch) {
   EXPECT_EQ(NearestNames("Zoo", Names{"Rent", "Advertising"}), Names{});
   EXPECT_EQ(NearestNames("", Names{"Rent"}), Names{});
 }

@@ -7,7 +7,7 @@
 namespace krnqb::cli {
 namespace {
 
-TEST(ProgressBar, FillsUpAndIsWipedAway) {
+TEST(ProgressBar, FillsUpAndIsErased) {
   std::ostringstream terminal;
   {
     ProgressBar bar(terminal);
@@ -21,13 +21,13 @@ TEST(ProgressBar, FillsUpAndIsWipedAway) {
   EXPECT_EQ(terminal.str(), "\r" + std::string(37, ' ') + "\r");
 }
 
-TEST(ProgressBar, LeavesATerminalAloneThatItHasNotDrawnOn) {
+TEST(ProgressBar, PrintsNothingIfNeverDrawn) {
   std::ostringstream terminal;
   { const ProgressBar bar(terminal); }
   EXPECT_EQ(terminal.str(), "");
 }
 
-TEST(ProgressBar, StaysWithinItsWidthWhateverThePercentage) {
+TEST(ProgressBar, ClampsTheBarToItsWidth) {
   std::ostringstream terminal;
   ProgressBar bar(terminal);
   bar.Show(0, "");

@@ -17,7 +17,7 @@ TEST(FailureLine, SaysWhatFailedWhyAndWhatToDo) {
   EXPECT_EQ(failure.Description(), "There is no file x");
 }
 
-TEST(FailureLine, LeavesOutTheFullStopOfASentence) {
+TEST(FailureLine, RemovesTheFullStopOfASentence) {
   const Failure failure(ExitCode::Failed, "opening failed", Error(53, "There is no file."), "check the path");
   EXPECT_EQ(failure.Line(), "krnqb: opening failed: There is no file; check the path");
 }
@@ -27,18 +27,18 @@ TEST(FailureLine, KeepsAnEllipsis) {
   EXPECT_EQ(failure.Line(), "krnqb: waiting failed: Still waiting...; go on");
 }
 
-TEST(FailureLine, IsTheErrorsOwnTextWhereThatSaysItAll) {
+TEST(FailureLine, IsTheErrorsDescriptionIfThatSaysItAll) {
   const Failure failure(ExitCode::Failed, Error(53, "cannot open x: no such file; check the path"));
   EXPECT_EQ(failure.Line(), "krnqb: cannot open x: no such file; check the path");
 }
 
-TEST(WrongUsage, EndsWithTwo) {
-  EXPECT_EQ(static_cast<int>(WrongUsage("no file is named", "name one").Code()), 2);
-  EXPECT_EQ(WrongUsage("no file is named", "name one").Line(),
-            "krnqb: wrong usage: no file is named; name one");
+TEST(WrongUsage, HasExitCodeTwo) {
+  EXPECT_EQ(static_cast<int>(WrongUsage("no file is given", "give one").Code()), 2);
+  EXPECT_EQ(WrongUsage("no file is given", "give one").Line(),
+            "krnqb: wrong usage: no file is given; give one");
 }
 
-TEST(Console, PrintsAMessageOnOneLineWhateverItQuotes) {
+TEST(Console, PrintsAMessageOnOneLine) {
   std::ostringstream out;
   std::ostringstream err;
   PrintError({out, err}, "refused: <a>\r\n<b> \x1b[31m\tend");
@@ -49,8 +49,8 @@ TEST(Console, PrintsAMessageOnOneLineWhateverItQuotes) {
 TEST(Console, MarksAWarning) {
   std::ostringstream out;
   std::ostringstream err;
-  Warn({out, err}, "--x has no effect");
-  EXPECT_EQ(err.str(), "krnqb: warning: --x has no effect\n");
+  Warn({out, err}, "--x is ignored");
+  EXPECT_EQ(err.str(), "krnqb: warning: --x is ignored\n");
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 namespace krnqb::cli {
 namespace {
 
-TEST(TextTable, AlignsColumnsToTheirSides) {
+TEST(TextTable, AlignsColumnsLeftOrRight) {
   TextTable table({Alignment::Left, Alignment::Right});
   table.AddRow({"Table", "Rows"});
   table.AddRow({"Sales and costs", "7"});
@@ -21,20 +21,20 @@ TEST(TextTable, CountsCharactersNotBytes) {
   EXPECT_EQ(table.Text(), "Café   x\nCafes  y\n");
 }
 
-TEST(TextTable, LeavesNoBlanksAtTheEndOfALine) {
+TEST(TextTable, RemovesTrailingSpaces) {
   TextTable table({Alignment::Left, Alignment::Left});
   table.AddRow({"long name", "selected"});
   table.AddRow({"short", ""});
   EXPECT_EQ(table.Text("  "), "  long name  selected\n  short\n");
 }
 
-TEST(TextTable, ShowsACellOnOneLine) {
+TEST(TextTable, PrintsACellOnOneLine) {
   TextTable table({Alignment::Left});
   table.AddRow({"two\r\nlines \x1b[31m"});
   EXPECT_EQ(table.Text(), "two lines  [31m\n");
 }
 
-TEST(TextTable, TakesRowsWithFewerCells) {
+TEST(TextTable, AcceptsRowsWithFewerCells) {
   TextTable table({Alignment::Left, Alignment::Left});
   table.AddRow({"a"});
   table.AddRow({"bb", "c"});

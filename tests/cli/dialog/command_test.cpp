@@ -39,7 +39,7 @@ struct DialogCommand : testing::Test {
 const char* const incomeBox = "chkIncludeIncomeAccounts";
 const char* const expenseBox = "chkIncludeExpenseAccounts";
 
-TEST_F(DialogCommand, ShowsTheDialogThatIsNamed) {
+TEST_F(DialogCommand, ShowsTheNamedDialog) {
   EXPECT_EQ(Show({"export"}).code, 0);
   EXPECT_EQ(Show({"about"}).code, 0);
   ASSERT_EQ(toolkit->shown.size(), 2U);
@@ -47,7 +47,7 @@ TEST_F(DialogCommand, ShowsTheDialogThatIsNamed) {
   EXPECT_EQ(toolkit->shown[1].caption, "About KRN6_QB2002");
 }
 
-TEST_F(DialogCommand, PrintsThePathThatWasChosen) {
+TEST_F(DialogCommand, PrintsTheChosenPath) {
   toolkit->chosenPath = "/companies/nursery.qbw";
   const ProgramRun company = Show({"company"});
   EXPECT_EQ(company.code, 0);
@@ -59,7 +59,7 @@ TEST_F(DialogCommand, PrintsThePathThatWasChosen) {
   EXPECT_EQ(toolkit->asked[1].defaultExtension, "kpf");
 }
 
-TEST_F(DialogCommand, PrintsNothingAndEndsWithOneWhenNoFileWasChosen) {
+TEST_F(DialogCommand, PrintsNothingAndExitsWithOneIfNoFileIsChosen) {
   for (const char* dialog : {"company", "plan"}) {
     const ProgramRun run = Show({dialog});
     EXPECT_EQ(run.code, 1) << dialog;
@@ -80,14 +80,14 @@ TEST_F(DialogCommand, ImportsAsTheImportCommandDoes) {
     EXPECT_EQ(tests::WithoutStamps(ReadText(place / plan)),
               tests::WithoutStamps(ReadText(place / "typed.kpf")))
         << plan;
-    // The last line names the plan twice; the import's first one announces what was typed.
+    // The last line of the report names the plan twice. The import command announces itself in a first line.
     const std::string report = tests::Replaced(tests::Replaced(run.out, place / plan, place / "typed.kpf"),
                                                place / plan, place / "typed.kpf");
     EXPECT_EQ(report, typed.out.substr(typed.out.find('\n') + 1));
   }
 }
 
-TEST_F(DialogCommand, DrawsNoProgressBarBesideTheDialogsOwn) {
+TEST_F(DialogCommand, DrawsOnlyTheDialogsProgressBar) {
   place.Nursery();
   PersonImports({expenseBox}, 0);
   const ProgramRun run = ShowOptions("ald.kpf");
@@ -95,7 +95,7 @@ TEST_F(DialogCommand, DrawsNoProgressBarBesideTheDialogsOwn) {
   EXPECT_EQ(toolkit->shownNow.back().At("progressBar").percent, 100);
 }
 
-TEST_F(DialogCommand, WritesAndPrintsNothingWhenTheOptionsAreCancelled) {
+TEST_F(DialogCommand, WritesAndPrintsNothingIfTheOptionsAreCancelled) {
   place.Nursery();
   const std::string before = ReadText(place / "ald.kpf");
   const ProgramRun run = ShowOptions("ald.kpf");
@@ -115,14 +115,14 @@ TEST_F(DialogCommand, ReadsTheSelectionOfABriPlanBeforeTheDialog) {
             tests::WithoutStamps(ReadText(place / "typed.kpf")));
 }
 
-TEST_F(DialogCommand, WarnsWhenABriPlanHasNoExpenseAccountYet) {
+TEST_F(DialogCommand, WarnsIfABriPlanHasNoExpenseAccountYet) {
   place.Nursery();
   ASSERT_EQ(RunProgram({"plan", "new", place / "new.kpf", "--product", "bri", "--start", "2003-01"}).code, 0);
   const ProgramRun run = ShowOptions("new.kpf");
-  EXPECT_EQ(run.err, "krnqb: warning: no expense account stands in the plan: the dialog will import none\n");
+  EXPECT_EQ(run.err, "krnqb: warning: no expense account is in the plan, so the dialog will import none\n");
 }
 
-TEST_F(DialogCommand, ShowsWhatFailedInAMessageToo) {
+TEST_F(DialogCommand, AlsoShowsAFailureInAMessageBox) {
   const std::string company = place / "nursery.qbw";
   ASSERT_EQ(RunProgram(
                 {"company", "new", company, "--name", "Nursery", "--fiscal-month", "1", "--processor", "1.0"})
@@ -146,7 +146,7 @@ TEST_F(DialogCommand, ShowsNoDialogForFilesThatCannotBeOpened) {
   EXPECT_TRUE(toolkit->messages.empty());
 }
 
-TEST_F(DialogCommand, IsNotMistakenForCancelledWhenItCannotBeShown) {
+TEST_F(DialogCommand, DistinguishesAFailureToShowFromCancelling) {
   place.Nursery();
   toolkit->person = [](ui::Dialog& /*dialog*/) { throw Error(error_number::outOfMemory); };
   const ProgramRun run = ShowOptions("ald.kpf");
@@ -157,39 +157,39 @@ TEST_F(DialogCommand, IsNotMistakenForCancelledWhenItCannotBeShown) {
   EXPECT_EQ(exported.err, "krnqb: showing the dialog failed: Out of memory; try again\n");
 }
 
-TEST_F(DialogCommand, NeedsCompanyAndPlanForItsOptions) {
+TEST_F(DialogCommand, RequiresCompanyAndPlanForTheOptionsDialog) {
   const ProgramRun none = Show({"options"});
   EXPECT_EQ(none.code, 2);
-  EXPECT_EQ(none.err, "krnqb: wrong usage: no company is named; give --company FILE\n");
+  EXPECT_EQ(none.err, "krnqb: wrong usage: no company is given; give --company FILE\n");
   const ProgramRun noPlan = Show({"options", "--company", "a.qbw"});
   EXPECT_EQ(noPlan.code, 2);
-  EXPECT_EQ(noPlan.err, "krnqb: wrong usage: no plan is named; give --plan FILE\n");
+  EXPECT_EQ(noPlan.err, "krnqb: wrong usage: no plan is given; give --plan FILE\n");
 }
 
-TEST_F(DialogCommand, WarnsOfFilesThatADialogDoesNotUse) {
+TEST_F(DialogCommand, WarnsOfFilesThatTheDialogIgnores) {
   const ProgramRun run = Show({"about", "--company", "a.qbw", "--plan", "a.kpf"});
   EXPECT_EQ(run.code, 0);
   EXPECT_EQ(run.err,
-            "krnqb: warning: --company has no effect: only the options dialog imports\n"
-            "krnqb: warning: --plan has no effect: only the options dialog imports\n");
+            "krnqb: warning: --company is ignored because only the options dialog imports\n"
+            "krnqb: warning: --plan is ignored because only the options dialog imports\n");
 }
 
-TEST_F(DialogCommand, KnowsNoOtherDialog) {
+TEST_F(DialogCommand, RejectsAnUnknownDialog) {
   const ProgramRun run = Show({"print"});
   EXPECT_EQ(run.code, 2);
   EXPECT_EQ(run.err,
-            "krnqb: wrong usage: \"print\" is no dialog; give options, export, company, plan or about\n");
+            "krnqb: wrong usage: \"print\" is not a dialog; give options, export, company, plan or about\n");
 }
 
-TEST(DialogCommandWithoutAToolkit, SaysSoAndEndsWithOne) {
+TEST(DialogCommandWithoutAToolkit, SaysSoAndExitsWithOne) {
   const ProgramRun run = RunProgram({"dialog", "about"});
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.err,
-            "krnqb: showing the dialog failed: this program was built without Qt; build it anew where Qt 6 "
-            "is installed\n");
+            "krnqb: showing the dialog failed: this program was built without Qt; install Qt 6 and "
+            "build it again\n");
 }
 
-TEST(DialogCommandWithoutADisplay, SaysSoAndEndsWithOne) {
+TEST(DialogCommandWithoutADisplay, SaysSoAndExitsWithOne) {
   Surroundings surroundings;
   surroundings.dialogToolkit = []() -> std::shared_ptr<ui::Toolkit> {
     throw Error(error_number::cannotCreateObject, "there is no display");
@@ -197,7 +197,7 @@ TEST(DialogCommandWithoutADisplay, SaysSoAndEndsWithOne) {
   const ProgramRun run = RunProgram({"dialog", "plan"}, surroundings);
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.err,
-            "krnqb: showing the dialog failed: there is no display; start it on a desktop, or under "
+            "krnqb: showing the dialog failed: there is no display; run it on a desktop, or under "
             "xvfb-run\n");
 }
 

@@ -45,7 +45,7 @@ TEST(ChangeReport, SaysWhoComputesClearedFormulas) {
   EXPECT_EQ(ChangeReport({change}),
             "Plan table       Rows added  Cells changed  Formulas cleared\n"
             "Actual expenses           0              0                12\n"
-            "The cleared formulas are computed anew by the planning program.\n");
+            "The planning program computes the cleared formulas again.\n");
 }
 
 TEST(ChangeReport, TellsRemovedRowsWhereThereAreAny) {

@@ -75,7 +75,7 @@ TEST(ImportCommand, SaysWhatItWillDoWhatChangedAndWhereThePreviousVersionIs) {
                          "New rows, by name:\n"
                          "  Planned sales and costs: Sales\n"
                          "  Planned expenses: Café, Rent\n"
-                         "The cleared formulas are computed anew by the planning program.\n"
+                         "The planning program computes the cleared formulas again.\n"
                          "Wrote " +
                          plan + ". The version before is kept as " + plan + ".bak.\n");
   EXPECT_EQ(ReadText(plan + ".bak"), before);
@@ -131,8 +131,7 @@ TEST(ImportCommand, StillWarnsWhenQuiet) {
   NewPlan(place);
   const ProgramRun run = RunProgram(place.ImportArguments("plan.kpf", {"--past-performance", "--quiet"}));
   EXPECT_EQ(run.code, 0);
-  EXPECT_EQ(run.err,
-            "krnqb: warning: --past-performance has no effect without amounts: --balances is none\n");
+  EXPECT_EQ(run.err, "krnqb: warning: --past-performance is ignored because --balances is none\n");
 }
 
 TEST(ImportCommand, MovesAProgressBarOnATerminal) {
@@ -177,13 +176,13 @@ TEST(ImportCommand, SaysInItsOwnWordsWhatIsWrongWithTheCompany) {
   EXPECT_EQ(missing.out, "");
   EXPECT_EQ(missing.err, "krnqb: opening the company failed: There is no company file " +
                              (place / "nursery.qbw") +
-                             "; check the path, or make a company with krnqb company new\n");
+                             "; check the path, or create a company with krnqb company new\n");
   WriteText(place / "nursery.qbw", "just a text");
   const ProgramRun noCompany = RunProgram(place.ImportArguments("plan.kpf", {"--expenses"}));
   EXPECT_EQ(noCompany.code, 1);
   EXPECT_EQ(noCompany.err,
             "krnqb: opening the company failed: The file " + (place / "nursery.qbw") +
-                " is not a company file; check the path, or make a company with krnqb company new\n");
+                " is not a company file; check the path, or create a company with krnqb company new\n");
 }
 
 TEST(ImportCommand, OpensTheCompanyBeforeThePlan) {
@@ -247,11 +246,11 @@ TEST(ImportCommand, RequiresWhatNeitherThePlanNorTheOptionsSay) {
   const ProgramRun product = RunProgram(place.ImportArguments("plan.kpf", {"--expenses"}));
   EXPECT_EQ(product.code, 2);
   EXPECT_EQ(product.err, "krnqb: wrong usage: the plan " + plan +
-                             " does not say its product; give --product ald, bri or cor\n");
+                             " does not state its product; give --product ald, bri or cor\n");
   const ProgramRun start = RunProgram(place.ImportArguments("plan.kpf", {"--expenses", "--product", "ald"}));
   EXPECT_EQ(start.code, 2);
-  EXPECT_EQ(start.err,
-            "krnqb: wrong usage: the plan " + plan + " does not say its start; give --plan-start YYYY-MM\n");
+  EXPECT_EQ(start.err, "krnqb: wrong usage: the plan " + plan +
+                           " does not state its first month; give --plan-start YYYY-MM\n");
   EXPECT_EQ(RunProgram(place.ImportArguments("plan.kpf",
                                              {"--expenses", "--product", "ald", "--plan-start", "2003-01"}))
                 .code,

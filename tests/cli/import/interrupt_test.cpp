@@ -3,9 +3,7 @@
 #include <csignal>
 #include <nlohmann/json.hpp>
 
-#include "cli/console/interrupt_watch.h"
 #include "cli/workplace.h"
-#include "krnqb/error.h"
 
 namespace krnqb::cli {
 namespace {
@@ -77,54 +75,6 @@ TEST(InterruptedImport, LeavesThePlanToTheNextOne) {
   const auto arguments = place.ImportArguments("ald.kpf", {"--expenses"});
   EXPECT_EQ(RunProgram(arguments, Interrupting()).code, 130);
   EXPECT_EQ(RunProgram(arguments).code, 0);
-}
-
-TEST(InterruptWatch, RemembersAnInterrupt) {
-  const InterruptWatch watch;
-  EXPECT_FALSE(watch.Requested());
-  EXPECT_NO_THROW(watch.StopWhenRequested());
-  std::raise(SIGINT);
-  EXPECT_TRUE(watch.Requested());
-  EXPECT_THROW(watch.StopWhenRequested(), Error);
-}
-
-TEST(InterruptWatch, ForgetsTheInterruptsOfTheWatchBefore) {
-  {
-    const InterruptWatch watch;
-    std::raise(SIGINT);
-  }
-  const InterruptWatch watch;
-  EXPECT_FALSE(watch.Requested());
-}
-
-TEST(InterruptWatch, GivesTheSignalBack) {
-  struct sigaction before {};
-  sigaction(SIGINT, nullptr, &before);
-  { const InterruptWatch watch; }
-  struct sigaction after {};
-  sigaction(SIGINT, nullptr, &after);
-  EXPECT_EQ(after.sa_handler, before.sa_handler);
-}
-
-TEST(InterruptWatch, LeavesIgnoredInterruptsIgnored) {
-  const auto previous = std::signal(SIGINT, SIG_IGN);
-  {
-    const InterruptWatch watch;
-    std::raise(SIGINT);
-    EXPECT_FALSE(watch.Requested());
-  }
-  std::signal(SIGINT, previous);
-}
-
-TEST(InterruptWatch, LetsTheSecondInterruptEndTheProcess) {
-  EXPECT_EXIT(
-      {
-        std::signal(SIGINT, SIG_DFL);
-        const InterruptWatch watch;
-        std::raise(SIGINT);
-        std::raise(SIGINT);
-      },
-      testing::KilledBySignal(SIGINT), "");
 }
 
 }  // namespace

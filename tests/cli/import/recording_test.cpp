@@ -128,7 +128,7 @@ TEST(ImportRecording, SaysWhatIsWrongWithItsFile) {
   const std::string told = replay(place / "other.jsonl");
   EXPECT_EQ(told.find("krnqb: opening the recording failed: " + (place / "other.jsonl") + ", line 2: "), 0U)
       << told;
-  EXPECT_TRUE(told.ends_with("; record the exchange anew with --record\n")) << told;
+  EXPECT_TRUE(told.ends_with("; record the exchange again with --record\n")) << told;
 }
 
 TEST(ImportRecording, SaysWhenItCannotBeWritten) {
@@ -138,14 +138,14 @@ TEST(ImportRecording, SaysWhenItCannotBeWritten) {
   const ProgramRun folder =
       RunProgram(place.ImportArguments("ald.kpf", {"--income", "--record", place / "no/folder.jsonl"}));
   EXPECT_EQ(folder.code, 1);
-  EXPECT_EQ(folder.err, "krnqb: recording failed: " + (place / "no/folder.jsonl") +
-                            ": No such file or directory; check the path and the rights to its folder\n");
+  EXPECT_EQ(folder.err,
+            "krnqb: recording failed: " + (place / "no/folder.jsonl") +
+                ": No such file or directory; check the path and the permissions of its folder\n");
   const ProgramRun full = RunProgram(place.ImportArguments("ald.kpf", {"--income", "--record", "/dev/full"}));
   EXPECT_EQ(full.code, 1);
   EXPECT_EQ(full.err,
-            "krnqb: recording failed: /dev/full could not be written whole; make room on the disk, or import "
-            "without "
-            "--record\n");
+            "krnqb: recording failed: /dev/full could not be written completely; free disk space, or import "
+            "without --record\n");
   EXPECT_EQ(ReadText(place / "ald.kpf"), before);
 }
 
@@ -157,7 +157,7 @@ TEST(ImportRecording, NeverReplacesAFileThatTheImportNeeds) {
     const ProgramRun run = RunProgram(place.ImportArguments("ald.kpf", {"--income", "--record", file}));
     EXPECT_EQ(run.code, 2);
     EXPECT_EQ(run.err, "krnqb: wrong usage: --record " + file +
-                           " would replace a file that the import needs; give it a file of its own\n");
+                           " would replace a file that the import needs; give another file\n");
   }
   EXPECT_EQ(ReadText(place / "ald.kpf"), before);
   EXPECT_EQ(RunProgram({"company", "info", company}).code, 0);

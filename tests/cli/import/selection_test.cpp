@@ -121,8 +121,8 @@ TEST_F(ExpenseSelection, FailsWhenThePlanHasNoTableForIt) {
   EXPECT_EQ(run.code, 1);
   EXPECT_TRUE(
       run.err.ends_with("krnqb: selecting expense accounts failed: the accounts or the plan's contribution "
-                        "margin table cannot be read; put "
-                        "this right and import again; nothing was written\n"))
+                        "margin table cannot be read; fix "
+                        "the cause and run the import again; nothing was written\n"))
       << run.err;
   EXPECT_NE(run.err.find("the plan has no table 20000000000000000000000000002000"), std::string::npos)
       << run.err;

@@ -54,14 +54,14 @@ TEST(CheckImportOptions, RequiresSomethingToImport) {
   options.expenses = false;
   EXPECT_EQ(
       LineOf(options),
-      "krnqb: wrong usage: nothing to import is named; give --expenses, --income or --past-performance");
+      "krnqb: wrong usage: nothing to import is given; give --expenses, --income or --past-performance");
 }
 
 TEST(CheckImportOptions, RequiresACompanyOrARecording) {
   ImportCommand options = Options();
   options.companyFile.reset();
   EXPECT_EQ(LineOf(options),
-            "krnqb: wrong usage: no company is named; give --company FILE, or --replay FILE for a recorded "
+            "krnqb: wrong usage: no company is given; give --company FILE, or --replay FILE for a recorded "
             "exchange");
   options.replayFile = "exchange.jsonl";
   EXPECT_EQ(LineOf(options), "no failure");
@@ -72,7 +72,7 @@ TEST(CheckImportOptions, RefusesToRecordOverAFileThatTheImportNeeds) {
     ImportCommand options = Options();
     options.recordFile = file;
     EXPECT_EQ(LineOf(options), "krnqb: wrong usage: --record " + file +
-                                   " would replace a file that the import needs; give it a file of its own");
+                                   " would replace a file that the import needs; give another file");
   }
 }
 
@@ -105,13 +105,15 @@ TEST(SettleImport, PrefersWhatWasTyped) {
 }
 
 TEST(SettleImport, RequiresAProductFromOneOfThem) {
-  EXPECT_EQ(LineOf(Options(), " start='2004-07'"),
-            "krnqb: wrong usage: the plan plan.kpf does not say its product; give --product ald, bri or cor");
+  EXPECT_EQ(
+      LineOf(Options(), " start='2004-07'"),
+      "krnqb: wrong usage: the plan plan.kpf does not state its product; give --product ald, bri or cor");
 }
 
 TEST(SettleImport, RequiresAStartFromOneOfThem) {
-  EXPECT_EQ(LineOf(Options(), " product='ald'"),
-            "krnqb: wrong usage: the plan plan.kpf does not say its start; give --plan-start YYYY-MM");
+  EXPECT_EQ(
+      LineOf(Options(), " product='ald'"),
+      "krnqb: wrong usage: the plan plan.kpf does not state its first month; give --plan-start YYYY-MM");
 }
 
 TEST(Configure, SetsEveryOptionOfTheComponent) {
@@ -208,7 +210,7 @@ TEST(ImportWarnings, AreNoneWhenEveryOptionHasItsEffect) {
 TEST(ImportWarnings, TellThatPastPerformanceNeedsAmounts) {
   ImportCommand options = Options();
   options.pastPerformance = true;
-  EXPECT_EQ(Warnings(options), Texts{"--past-performance has no effect without amounts: --balances is none"});
+  EXPECT_EQ(Warnings(options), Texts{"--past-performance is ignored because --balances is none"});
 }
 
 TEST(ImportWarnings, TellThatOneProductHasNoPastPerformance) {
@@ -216,7 +218,7 @@ TEST(ImportWarnings, TellThatOneProductHasNoPastPerformance) {
   options.pastPerformance = true;
   options.balances = BalImport_All;
   EXPECT_EQ(Warnings(options, 1, " product='bri' start='2003-01'"),
-            Texts{"--past-performance has no effect: plans of product bri have none"});
+            Texts{"--past-performance is ignored because plans of product bri have none"});
 }
 
 TEST(ImportWarnings, TellThatPastPerformanceFromReportsNeedsExpenses) {
@@ -226,8 +228,8 @@ TEST(ImportWarnings, TellThatPastPerformanceFromReportsNeedsExpenses) {
   options.pastPerformance = true;
   options.balances = BalImport_All;
   EXPECT_EQ(Warnings(options, 2),
-            Texts{"--past-performance without --expenses ends after the first year's income: this "
-                  "company answers with reports"});
+            Texts{"--past-performance without --expenses ends after the first year's income because "
+                  "this company answers with reports"});
   EXPECT_EQ(Warnings(options, 1), Texts{});
 }
 
@@ -235,22 +237,21 @@ TEST(ImportWarnings, TellThatPeriodAndGrowthNeedAmounts) {
   ImportCommand options = Options();
   options.importStart = plan_file::PlanStart{2001, 9};
   options.growthRateIncome = options.growthRateCogs = options.growthRateExpenses = std::int16_t{0};
-  EXPECT_EQ(Warnings(options),
-            (Texts{"--import-start has no effect without amounts: --balances is none",
-                   "--growth-income has no effect without amounts: --balances is none",
-                   "--growth-cogs has no effect without amounts: --balances is none",
-                   "--growth-expenses has no effect without amounts: --balances is none"}));
+  EXPECT_EQ(Warnings(options), (Texts{"--import-start is ignored because --balances is none",
+                                      "--growth-income is ignored because --balances is none",
+                                      "--growth-cogs is ignored because --balances is none",
+                                      "--growth-expenses is ignored because --balances is none"}));
 }
 
 TEST(ImportWarnings, TellThatGrowthNeedsItsAccounts) {
   ImportCommand options = Options();
   options.balances = BalImport_Planned;
   options.growthRateIncome = options.growthRateCogs = options.growthRateExpenses = std::int16_t{1};
-  EXPECT_EQ(Warnings(options), (Texts{"--growth-income has no effect without --income",
-                                      "--growth-cogs has no effect without --income"}));
+  EXPECT_EQ(Warnings(options), (Texts{"--growth-income is ignored without --income",
+                                      "--growth-cogs is ignored without --income"}));
   options.expenses = false;
   options.income = true;
-  EXPECT_EQ(Warnings(options), Texts{"--growth-expenses has no effect without --expenses"});
+  EXPECT_EQ(Warnings(options), Texts{"--growth-expenses is ignored without --expenses"});
 }
 
 TEST(ImportWarnings, TellThatSelectingNeedsItsProductAndExpenses) {
@@ -259,26 +260,26 @@ TEST(ImportWarnings, TellThatSelectingNeedsItsProductAndExpenses) {
   options.selectAllExpenses = true;
   EXPECT_EQ(
       Warnings(options),
-      (Texts{"--select-expense has no effect: expense accounts are selected for product bri alone",
-             "--select-all-expenses has no effect: expense accounts are selected for product bri alone"}));
+      (Texts{"--select-expense is ignored because only plans of product bri select expense accounts",
+             "--select-all-expenses is ignored because only plans of product bri select expense accounts"}));
   EXPECT_EQ(Warnings(options, 1, " product='bri' start='2003-01'"), Texts{});
   options.expenses = false;
   options.income = true;
   EXPECT_EQ(Warnings(options, 1, " product='bri' start='2003-01'"),
-            (Texts{"--select-expense has no effect: no expense accounts are imported",
-                   "--select-all-expenses has no effect: no expense accounts are imported"}));
+            (Texts{"--select-expense is ignored because --expenses is not given",
+                   "--select-all-expenses is ignored because --expenses is not given"}));
 }
 
 TEST(ImportWarnings, TellThatARecordingTakesTheCompanysPlace) {
   ImportCommand options = Options();
   options.replayFile = "exchange.jsonl";
-  EXPECT_EQ(Warnings(options), Texts{"--company has no effect: --replay takes its place"});
+  EXPECT_EQ(Warnings(options), Texts{"--company is ignored because --replay is given"});
 }
 
 TEST(ImportWarnings, TellThatThePlanIsOfAnotherProduct) {
   ImportCommand options = Options();
   options.product = QBKRN_COR;
-  EXPECT_EQ(Warnings(options), Texts{"the plan says that its product is ald, not cor"});
+  EXPECT_EQ(Warnings(options), Texts{"the plan states product ald, but --product is cor"});
   EXPECT_EQ(Warnings(options, 1, " start='2003-01'"), Texts{});
 }
 

@@ -20,13 +20,13 @@ constexpr std::string_view smallPlan =
     "<block id=\"db_contributionmargin_cat2_actual\" startrow=\"5\"><row><c>a\tb</c></row></block>"
     "</tableblocks></tableitem></tables></plan>";
 
-TEST(PlanNew, MakesAPlanThatShowsItsTables) {
+TEST(PlanNew, CreatesAPlanThatShowsItsTables) {
   const Workplace place;
   const std::string file = place / "new.kpf";
   const ProgramRun made = RunProgram({"plan", "new", file, "--product", "ald", "--start", "2003-01"});
   EXPECT_EQ(made.code, 0);
   EXPECT_EQ(made.err, "");
-  EXPECT_EQ(made.out, "Made " + file + ": plan of product ald, from 2003-01.\n");
+  EXPECT_EQ(made.out, "Created " + file + ": plan of product ald, from 2003-01.\n");
   const ProgramRun shown = RunProgram({"plan", "show", file});
   EXPECT_EQ(shown.code, 0);
   EXPECT_NE(shown.out.find("Planned sales and costs (20000000000000000000000000000400)\n"),
@@ -34,7 +34,7 @@ TEST(PlanNew, MakesAPlanThatShowsItsTables) {
   EXPECT_NE(shown.out.find("Past performance"), std::string::npos);
 }
 
-TEST(PlanNew, ReplacesNoFile) {
+TEST(PlanNew, DoesNotReplaceAFile) {
   const Workplace place;
   const std::string before = tests::ReadText(place / "ald.kpf");
   const ProgramRun run =
@@ -53,7 +53,7 @@ TEST(PlanShow, PrintsCellByCellInAscii) {
             "21000000000000000000000000002000\tdb_contributionmargin_cat2_actual\t0\t0\ta\\tb\n");
 }
 
-TEST(PlanShow, ShowsOneTableAlone) {
+TEST(PlanShow, ShowsOnlyTheTableAskedFor) {
   const Workplace place;
   tests::WriteText(place / "small.kpf", smallPlan);
   const std::string actual = "21000000000000000000000000002000";
@@ -84,7 +84,7 @@ TEST(PlanShow, PrintsJson) {
         {"id": "db_contributionmargin_cat2_actual", "start_row": "5", "rows": [["a\tb"]]}]}]})"));
 }
 
-TEST(PlanShow, PrintsNullInJsonForWhatThePlanDoesNotSay) {
+TEST(PlanShow, PrintsMissingAttributesAsNull) {
   const Workplace place;
   tests::WriteText(place / "bare.kpf", "<plan><tables/></plan>");
   const auto json = nlohmann::json::parse(RunProgram({"plan", "show", place / "bare.kpf", "--json"}).out);
@@ -93,7 +93,7 @@ TEST(PlanShow, PrintsNullInJsonForWhatThePlanDoesNotSay) {
   EXPECT_TRUE(json.at("tables").empty());
 }
 
-TEST(PlanShow, NamesThePlansTablesWhenItHasNotTheOneAskedFor) {
+TEST(PlanShow, ListsThePlansTablesIfTheOneAskedForIsMissing) {
   const Workplace place;
   tests::WriteText(place / "small.kpf", smallPlan);
   const ProgramRun run = RunProgram({"plan", "show", place / "small.kpf", "--table", "20"});
@@ -104,15 +104,15 @@ TEST(PlanShow, NamesThePlansTablesWhenItHasNotTheOneAskedFor) {
                          "21000000000000000000000000002000\n");
 }
 
-TEST(PlanShow, RefusesTwoWaysOfPrintingAtOnce) {
+TEST(PlanShow, RejectsTwoOutputFormats) {
   const Workplace place;
   const ProgramRun run = RunProgram({"plan", "show", place / "ald.kpf", "--cells", "--json"});
   EXPECT_EQ(run.code, 2);
-  EXPECT_EQ(run.err, "krnqb: wrong usage: --cells and --json are given both; give one of them\n");
+  EXPECT_EQ(run.err, "krnqb: wrong usage: --cells and --json are both given; give one of them\n");
   EXPECT_EQ(nlohmann::json::parse(run.out).at("result"), "wrong-usage");
 }
 
-TEST(PlanShow, SaysWhatIsWrongWithAFileThatIsNoPlan) {
+TEST(PlanShow, ReportsWhatIsWrongWithAFileThatIsNotAPlan) {
   const Workplace place;
   tests::WriteText(place / "list.xml", "<list/>");
   const ProgramRun run = RunProgram({"plan", "show", place / "list.xml"});

@@ -12,14 +12,14 @@ using tests::Workplace;
 
 #ifdef KRNQB_HAS_DIALOGS
 constexpr const char* noDisplay =
-    "krnqb: showing the dialog failed: there is no display; start it on a desktop, or under xvfb-run\n";
+    "krnqb: showing the dialog failed: there is no display; run it on a desktop, or under xvfb-run\n";
 #else
 constexpr const char* noDisplay =
-    "krnqb: showing the dialog failed: this program was built without Qt; build it anew where Qt 6 is "
-    "installed\n";
+    "krnqb: showing the dialog failed: this program was built without Qt; install Qt 6 and "
+    "build it again\n";
 #endif
 
-TEST(ProgramWithoutADisplay, SaysSoAndEndsWithOne) {
+TEST(ProgramWithoutADisplay, SaysSoAndExitsWithOne) {
   const Workplace place;
   for (const char* dialog :
        {"about", "export", "company", "plan", "options --company none.qbw --plan none.kpf"}) {
@@ -32,7 +32,7 @@ TEST(ProgramWithoutADisplay, SaysSoAndEndsWithOne) {
   }
 }
 
-TEST(ProgramWithoutADisplay, DoesEverythingElse) {
+TEST(ProgramWithoutADisplay, RunsEveryOtherCommand) {
   const Workplace place;
   const ShellRun run = RunShell(place.Folder().string(),
                                 "env -u DISPLAY -u WAYLAND_DISPLAY krnqb companies --quickbooks-folder .");

@@ -13,7 +13,7 @@ using tests::RunProgram;
 using tests::RunShell;
 using tests::Workplace;
 
-// The lines of a help text that can be typed, each with the lines that continue it.
+// Returns the example commands of a help text, each with its continuation lines.
 std::vector<std::string> ExamplesOf(std::string_view text) {
   std::vector<std::string> examples;
   std::istringstream lines{std::string(text)};
@@ -31,7 +31,7 @@ std::vector<std::string> ExamplesOf(std::string_view text) {
   return examples;
 }
 
-// The files that the examples name, and not the one that an example makes.
+// Creates the files that the examples name, except the file that the example itself creates.
 void Prepare(const Workplace& place, const std::string& example) {
   place.Nursery();
   std::filesystem::create_directory_symlink(KRNQB_SAMPLES, place / "samples");
@@ -49,7 +49,7 @@ void Prepare(const Workplace& place, const std::string& example) {
 
 class HelpExamples : public testing::TestWithParam<std::string_view> {};
 
-TEST_P(HelpExamples, CanBeTypedAsTheyStand) {
+TEST_P(HelpExamples, Run) {
   const std::vector<std::string> examples = ExamplesOf(GetParam());
   EXPECT_FALSE(examples.empty());
   for (const std::string& example : examples) {

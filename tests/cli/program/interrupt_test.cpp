@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <fstream>
 
 #include "cli/program/child_process.h"
@@ -17,7 +18,7 @@ using tests::ReadText;
 using tests::RunProgram;
 using tests::Workplace;
 
-// An import that waits, its interrupts watched, until the recording that it reads has been written.
+// An import that already watches for interrupts and waits for the recording it reads.
 class WaitingImport : public testing::Test {
  protected:
   void SetUp() override {
@@ -38,7 +39,7 @@ class WaitingImport : public testing::Test {
   std::string before;
 };
 
-TEST_F(WaitingImport, EndsWith130AndWritesNothingWhenItIsInterrupted) {
+TEST_F(WaitingImport, ExitsWith130AndWritesNothingIfInterrupted) {
   ChildProcess import(Arguments());
   {
     std::ofstream recording(place / "fifo");
@@ -51,7 +52,7 @@ TEST_F(WaitingImport, EndsWith130AndWritesNothingWhenItIsInterrupted) {
   EXPECT_FALSE(std::filesystem::exists(place / "ald.kpf.bak"));
 }
 
-TEST_F(WaitingImport, GoesOnWhenItIsNotInterrupted) {
+TEST_F(WaitingImport, ContinuesIfNotInterrupted) {
   ChildProcess import(Arguments());
   { std::ofstream(place / "fifo") << ReadText(place / "recording"); }
   EXPECT_EQ(import.Wait(), 0);
@@ -62,16 +63,37 @@ TEST_F(WaitingImport, IsEndedByASecondInterrupt) {
   ChildProcess import(Arguments());
   std::ofstream recording(place / "fifo");
   import.Signal(SIGINT);
-  // The first one has to arrive as such before the second one is sent: signals of one number are not counted.
+  // Pending signals are not counted: the first one must be delivered before the second is sent.
   ::usleep(50000);
   import.Signal(SIGINT);
   EXPECT_EQ(import.Wait(), -SIGINT);
   EXPECT_EQ(ReadText(place / "ald.kpf"), before);
 }
 
+TEST_F(WaitingImport, SucceedsIfInterruptedOnceThePlanIsWritten) {
+  const auto arguments = place.ImportArguments("ald.kpf", {"--expenses", "--json"});
+  ChildProcess import(arguments, ChildProcess::Output::Blocked);
+  // Its report is printed last and waits for a reader.
+  for (int waits = 0; waits < 1000 && ReadText(place / "ald.kpf") == before; ++waits) ::usleep(10000);
+  ASSERT_NE(ReadText(place / "ald.kpf"), before);
+  for (int interrupts = 0; interrupts < 2; ++interrupts) {
+    import.Signal(SIGINT);
+    ::usleep(50000);
+  }
+  EXPECT_NE(import.Drain().find("\"result\": \"imported\""), std::string::npos);
+  EXPECT_EQ(import.Wait(), 0) << import.Errors();
+}
+
 TEST_F(WaitingImport, LeavesThePlanWholeWheneverItIsInterrupted) {
   const auto arguments = place.ImportArguments("ald.kpf", {"--expenses", "--quiet"});
-  for (unsigned delay = 0; delay < 24000; delay += 1500) {
+  const auto begun = std::chrono::steady_clock::now();
+  ASSERT_EQ(ChildProcess(arguments).Wait(), 0);
+  const auto elapsed = std::chrono::steady_clock::now() - begun;
+  const auto duration =
+      static_cast<unsigned>(std::chrono::duration_cast<std::chrono::microseconds>(elapsed).count());
+  constexpr unsigned moments = 16;
+  for (unsigned moment = 0; moment < moments; ++moment) {
+    const unsigned delay = duration / moments * moment * 5 / 4;
     tests::WriteText(place / "ald.kpf", before);
     std::filesystem::remove(place / "ald.kpf.bak");
     ChildProcess import(arguments);

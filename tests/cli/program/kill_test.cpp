@@ -16,7 +16,7 @@ using tests::ReadText;
 using tests::WithoutStamps;
 using tests::Workplace;
 
-// How long an import takes here, in microseconds.
+// Returns how long an import takes, in microseconds.
 unsigned DurationOf(const std::vector<std::string>& arguments) {
   const auto begun = std::chrono::steady_clock::now();
   EXPECT_EQ(ChildProcess(arguments).Wait(), 0);
@@ -24,7 +24,7 @@ unsigned DurationOf(const std::vector<std::string>& arguments) {
   return static_cast<unsigned>(std::chrono::duration_cast<std::chrono::microseconds>(elapsed).count());
 }
 
-TEST(KilledImport, LeavesThePlanOldOrNewAndTheNextOneRuns) {
+TEST(KilledImport, LeavesThePlanOldOrNewAndDoesNotBlockTheNextImport) {
   const Workplace place;
   place.Nursery();
   const std::string plan = place / "ald.kpf";

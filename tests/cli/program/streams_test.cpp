@@ -23,12 +23,12 @@ class Program : public testing::Test {
   const Workplace place;
 };
 
-TEST_F(Program, PrintsARequestThroughAPipeToTheByte) {
+TEST_F(Program, PrintsARequestThroughAPipeByteForByte) {
   EXPECT_EQ(Shell("krnqb request 10 --from 2002-01-01 --to 2002-01-31 | wc -c").out, "355\n");
   EXPECT_EQ(Shell("krnqb request 4 | tail -c 8 | od -An -tx1").out, " 3c 2f 51 42 58 4d 4c 3e\n");
 }
 
-TEST_F(Program, EndsQuietlyWhenItsReaderHasSeenEnough) {
+TEST_F(Program, EndsQuietlyIfItsReaderClosesThePipe) {
   std::string rows;
   for (int row = 0; row < 20000; ++row) rows += "<row><c>Account</c><c>0</c></row>";
   tests::WriteText(place / "large.kpf",
@@ -40,9 +40,10 @@ TEST_F(Program, EndsQuietlyWhenItsReaderHasSeenEnough) {
   EXPECT_EQ(run.err, "");
 }
 
-TEST_F(Program, ImportsThoughNobodyReadsWhatItPrints) {
+TEST_F(Program, LeavesThePlanWholeIfNobodyReadsItsOutput) {
   const std::string before = ReadText(place / "ald.kpf");
-  // Closed before the program prints: it may end at its first line or go on, but the plan is whole.
+  // The pipe is closed before the program prints. The import may stop or finish; the plan is whole either
+  // way.
   Shell("krnqb import --company nursery.qbw --plan ald.kpf --expenses | true");
   const std::string after = ReadText(place / "ald.kpf");
   EXPECT_EQ(Shell("krnqb plan show ald.kpf >shown").code, 0);
@@ -50,20 +51,24 @@ TEST_F(Program, ImportsThoughNobodyReadsWhatItPrints) {
   EXPECT_EQ(Shell("krnqb import --company nursery.qbw --plan ald.kpf --expenses --quiet").code, 0);
 }
 
-TEST_F(Program, FailsWhenItsResultCannotBePrinted) {
+TEST_F(Program, FailsIfItsResultCannotBePrinted) {
   const ShellRun run = Shell("krnqb plan show ald.kpf >/dev/full");
   EXPECT_EQ(run.code, 1);
-  EXPECT_EQ(run.err, "krnqb: printing failed: standard output takes no more; check its disk or reader\n");
+  EXPECT_EQ(run.err,
+            "krnqb: printing failed: cannot write to standard output; check the disk or the program that "
+            "reads it\n");
 }
 
-TEST_F(Program, SaysThatAnImportIsDoneThoughItsReportCannotBePrinted) {
+TEST_F(Program, ExitsWithZeroIfOnlyTheReportOfAnImportCannotBePrinted) {
   const ShellRun run = Shell("krnqb import --company nursery.qbw --plan ald.kpf --expenses >/dev/full");
   EXPECT_EQ(run.code, 0);
-  EXPECT_EQ(run.err, "krnqb: printing failed: standard output takes no more; check its disk or reader\n");
+  EXPECT_EQ(run.err,
+            "krnqb: printing failed: cannot write to standard output; check the disk or the program that "
+            "reads it\n");
   EXPECT_NE(ReadText(place / "ald.kpf").find("<c>Advertising</c>"), std::string::npos);
 }
 
-TEST_F(Program, KeepsStandardOutputFreeOfErrors) {
+TEST_F(Program, PrintsErrorsOnlyOnStandardError) {
   const ShellRun run = Shell("krnqb import --company none.qbw --plan ald.kpf --expenses");
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.out, "");
@@ -82,7 +87,7 @@ TEST_F(Program, ShowsAProgressBarOnATerminal) {
   ASSERT_EQ(::grantpt(terminal.Number()), 0);
   ASSERT_EQ(::unlockpt(terminal.Number()), 0);
   const std::string name = ::ptsname(terminal.Number());
-  // Held open, so that what the program printed can be read after its end.
+  // Keeps the terminal open, so that its contents can be read after the program ends.
   const files::FileDescriptor slave(::open(name.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
   ASSERT_TRUE(slave);
   EXPECT_EQ(Shell("krnqb import --company nursery.qbw --plan ald.kpf --expenses 2>" + name).code, 0);
@@ -94,8 +99,8 @@ TEST_F(Program, ShowsAProgressBarOnATerminal) {
             0U);
 }
 
-TEST_F(Program, RefusesTheSecondOfTwoImportsIntoOnePlan) {
-  // The first one has announced itself, holds the plan, and waits for somebody to read its recording.
+TEST_F(Program, RefusesASecondImportIntoThePlan) {
+  // The first import has locked the plan, has announced itself, and waits for a reader of its recording.
   ASSERT_EQ(Shell("mkfifo recording").code, 0);
   tests::ChildProcess first(
       place.ImportArguments("ald.kpf", {"--expenses", "--record", place / "recording"}));
