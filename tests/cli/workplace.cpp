@@ -13,6 +13,8 @@ namespace krnqb::cli::tests {
 
 namespace fs = std::filesystem;
 
+namespace {
+
 // The program expects its process to end soon and leaves interrupts without effect; a test's process goes on.
 class KeptInterrupts {
  public:
