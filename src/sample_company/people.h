@@ -13,7 +13,7 @@ namespace krnqb::sample_company {
 struct Party {
   std::string reference;  ///< the elements of a reference to it
   std::string address;    ///< the elements of its address
-  int termDays = 0;       ///< payment term: 0, 15 or 30
+  int termDays = 0;       ///< payment term in days: 0, 15 or 30
 };
 
 struct People {
