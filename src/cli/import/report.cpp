@@ -11,8 +11,8 @@ namespace {
 std::string EndText(const ImportOutcome& outcome, const ImportCommand& options) {
   if (outcome.result == ImportResult::DryRun) return "Dry run: nothing was written.\n";
   if (outcome.backupFile.empty())
-    return fmt::format("{} was not written, it is up to date.\n", options.planFile);
-  return fmt::format("Wrote {}. The version before is kept as {}.\n", options.planFile, outcome.backupFile);
+    return fmt::format("{} is up to date and was not written.\n", options.planFile);
+  return fmt::format("Wrote {}. Its previous version is kept as {}.\n", options.planFile, outcome.backupFile);
 }
 
 }  // namespace

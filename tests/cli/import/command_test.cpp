@@ -77,7 +77,7 @@ TEST(ImportCommand, SaysWhatItWillDoWhatChangedAndWhereThePreviousVersionIs) {
                          "  Planned expenses: Café, Rent\n"
                          "The planning program computes the cleared formulas again.\n"
                          "Wrote " +
-                         plan + ". The version before is kept as " + plan + ".bak.\n");
+                         plan + ". Its previous version is kept as " + plan + ".bak.\n");
   EXPECT_EQ(ReadText(plan + ".bak"), before);
   EXPECT_NE(ReadText(plan), before);
 }
@@ -93,7 +93,7 @@ TEST(ImportCommand, WritesNothingTheSecondTime) {
   const ProgramRun again = RunProgram(arguments);
   EXPECT_EQ(again.code, 0);
   EXPECT_TRUE(again.out.ends_with("\nNothing in the plan changes.\n" + plan +
-                                  " was not written, it is up to date.\n"))
+                                  " is up to date and was not written.\n"))
       << again.out;
   EXPECT_EQ(StateOf(plan), after);
   EXPECT_EQ(StateOf(plan + ".bak"), backup);
