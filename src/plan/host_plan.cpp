@@ -25,12 +25,10 @@ XmlElement PlanAccess::ReadPlanTable(std::string_view tableId) const {
   const XmlElement table = XmlElement::Parse(TableText(tableId));
   XmlElement tableBlocks = table.Child("tableblocks");
   if (!tableBlocks) {
-    observer_.Notify(
-        Notice{.kind = NoticeKind::TableUnreadable,
-               .place = Place{.operation = "ReadPlanTable", .request = {}, .fromDate = {}, .toDate = {}},
-               .number = 0,
-               .severity = {},
-               .description = std::string(tableId)});
+    observer_.Notify(Notice{.kind = NoticeKind::TableUnreadable,
+                            .meaning = NoticeMeaning::Incomplete,
+                            .place = {.operation = Operation::ReadPlanTable},
+                            .description = std::string(tableId)});
   }
   return tableBlocks;
 }

@@ -2,22 +2,23 @@
 
 #include <cstdint>
 #include <string>
-#include <utility>
 
 #include "krnqb/error.h"
 
 namespace krnqb {
 
-/// The last failure as the host reads it. It keeps its value until the next failure; nothing clears it.
+/// The last failure as the host reads it, with its kind. It keeps its value until the next failure; nothing
+/// clears it.
 struct ErrorPair {
   std::int32_t number = 0;
   std::string description;
+  ErrorKind kind = ErrorKind::Other;
 
-  void Set(std::int32_t errorNumber, std::string errorDescription) {
-    number = errorNumber;
-    description = std::move(errorDescription);
+  void Set(const Error& error) {
+    number = error.Number();
+    description = error.Description();
+    kind = error.Kind();
   }
-  void Set(const Error& error) { Set(error.Number(), error.Description()); }
 };
 
 }  // namespace krnqb

@@ -36,7 +36,7 @@ void WriteTables(ImportContext& context, std::string& body, const XmlElement& ac
 std::string KRNDeserialize(ImportContext& context, const Variant& serialData) {
   std::string body;
   bool documentFound = false;
-  const Place place{.operation = "KRNDeserialize", .request = {}, .fromDate = {}, .toDate = {}};
+  const Place place{.operation = Operation::KRNDeserialize};
   const bool complete = EndOnError(context.observer, place, [&] {
     const XmlElement document = DocumentOf(serialData);
     documentFound = static_cast<bool>(document);

@@ -13,7 +13,7 @@ enum class UnmatchedRows { Skipped, DepreciationSummed };
 
 // What tells one writer from the others.
 struct GrowthTable {
-  std::string_view operation;
+  Operation operation;
   std::string_view plannedBlock;
   std::string_view actualBlock;
   std::int16_t ratePercent;
@@ -109,7 +109,7 @@ class GrowthWriter {
   const GrowthTable& table_;
   const QBKRN_BalancesImport balances;
   Observer& observer_;
-  const Place place{.operation = std::string(table_.operation), .request = {}, .fromDate = {}, .toDate = {}};
+  const Place place{.operation = table_.operation};
 };
 
 std::string WriteGrowth(const GrowthTable& table, const ImportOptions& options, const std::string& tablesText,
@@ -126,7 +126,7 @@ std::string WriteGrowth(const GrowthTable& table, const ImportOptions& options, 
 }  // namespace
 
 std::string WriteSalesGrowth(const ImportState& state, const std::string& tablesText, Observer& observer) {
-  const GrowthTable table{.operation = "WriteSalesGrowth",
+  const GrowthTable table{.operation = Operation::WriteSalesGrowth,
                           .plannedBlock = block_id::sales,
                           .actualBlock = block_id::actualSales,
                           .ratePercent = state.options.growthRateIncome,
@@ -137,7 +137,7 @@ std::string WriteSalesGrowth(const ImportState& state, const std::string& tables
 }
 
 std::string WriteCostGrowth(const ImportState& state, const std::string& tablesText, Observer& observer) {
-  const GrowthTable table{.operation = "WriteCostGrowth",
+  const GrowthTable table{.operation = Operation::WriteCostGrowth,
                           .plannedBlock = block_id::costs,
                           .actualBlock = block_id::actualCosts,
                           .ratePercent = state.options.growthRateCogs,
@@ -148,7 +148,7 @@ std::string WriteCostGrowth(const ImportState& state, const std::string& tablesT
 }
 
 std::string WriteExpenseGrowth(const ImportState& state, const std::string& tablesText, Observer& observer) {
-  GrowthTable table{.operation = "WriteExpenseGrowth",
+  GrowthTable table{.operation = Operation::WriteExpenseGrowth,
                     .plannedBlock = {},
                     .actualBlock = {},
                     .ratePercent = state.options.growthRateExpenses,

@@ -49,6 +49,10 @@ class AccountList {
   mutable std::shared_ptr<LookUps> lookUps_;
 };
 
+/// Returns what it means that an operation on a list ended early. Nothing is missing if the list is: it was
+/// either not requested, or its request already reported the error.
+NoticeMeaning EndMeaning(const AccountList& list) noexcept;
+
 /// The name of the top-level account that an account belongs to: itself or, climbing by "ParentRef", its
 /// ancestor whose "Sublevel" is "0". Empty when the list does not hold the account. Also empty, and told to
 /// the observer, when the climb fails or runs in a circle.

@@ -16,7 +16,7 @@ std::string TextOf(const XmlElement& element) {
 
 const std::string& ItemList::ItemAccount(std::string_view itemId, ItemSide side, Observer& observer) const {
   static const std::string noAccount;
-  const Place place{.operation = "ItemAccount", .request = {}, .fromDate = {}, .toDate = {}};
+  const Place place{.operation = Operation::ItemAccount};
   const std::string* account = &noAccount;
   SkipOnError(observer, place, [&] {
     if (!answer_) throw Error(error_number::objectNotSet);

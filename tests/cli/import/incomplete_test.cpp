@@ -146,6 +146,17 @@ TEST_F(IncompleteImport, EndsWithARefusedRequestWhateverIsAccepted) {
   }
 }
 
+TEST_F(IncompleteImport, WritesTheJournalOfAFailedImport) {
+  EditRecording(recording, expenseRequest, [](auto& line) {
+    line.erase("response");
+    line["error"] = {{"number", -2147220446}, {"description", "The user refused access."}};
+  });
+  const std::string journal = place / "journal.jsonl";
+  tests::WriteText(journal, "of the import before\n");
+  EXPECT_EQ(Import({"--quiet", "--journal", journal}).code, 1);
+  EXPECT_EQ(ReadText(journal), "");
+}
+
 TEST_F(IncompleteImport, TellsARefusedCompanyCheckBesideWhatCameOfIt) {
   EditRecording(recording, "requestID=\"101\"", [](auto& line) {
     line.erase("response");
