@@ -26,22 +26,57 @@ inline constexpr std::int32_t dialogCancelled = 32755;    ///< a person chose no
 inline constexpr std::int32_t unspecified = -2147467259;  ///< 80004005, also: a malformed XPath
 }  // namespace error_number
 
+/// What an error means. Two kinds can have the same number, and an error of an outside object has any number.
+enum class ErrorKind : std::uint8_t {
+  Other,  ///< an error of an outside object, or a number without a kind of its own
+  InvalidProcedureCall,
+  Overflow,
+  OutOfMemory,
+  SubscriptOutOfRange,
+  TypeMismatch,
+  Internal,
+  PathNotFound,
+  ObjectNotSet,
+  FormAlreadyShown,
+  CannotCreateObject,
+  MemberNotSupported,
+  KeyAlreadyPresent,
+  DialogCancelled,
+  Unspecified,
+  ProcessorMissing,       ///< the session cannot be opened: QuickBooks' request processor is not installed
+  CompanyNotOpen,         ///< the session cannot be opened: no company is open
+  SessionRefused,         ///< the session cannot be opened for another reason
+  RequestRefused,         ///< QuickBooks refused a request; number and description are its own
+  FiscalMonthMissing,     ///< the company does not answer with the first month of its fiscal year
+  FiscalMonthUnreadable,  ///< the first month of the fiscal year is not an English month name
+  UpdateRequired          ///< the company does not support qbXML 1.1
+};
+
+/// Returns the number of a kind; 0 for `Other`, `SessionRefused` and `RequestRefused`, which have any.
+std::int32_t NumberOf(ErrorKind kind) noexcept;
+
 /// The standard English text of a run-time error number, or of `unspecified`; "Automation error" for any
 /// other.
 std::string_view StandardDescription(std::int32_t number) noexcept;
 
-/// The one exception type of the component: a number and a description in UTF-8.
+/// The one exception type of the component: a number, a description in UTF-8, and the kind.
 class Error : public std::exception {
  public:
-  /// An error with the standard description of its number.
+  /// An error with the standard description of its number. The kind is that of the run-time error number,
+  /// `Other` for any other number; so in the next constructor.
   explicit Error(std::int32_t errorNumber);
   Error(std::int32_t errorNumber, std::string errorDescription);
+  /// An error with the number and description of its kind.
+  explicit Error(ErrorKind errorKind);
+  Error(ErrorKind errorKind, std::int32_t errorNumber, std::string errorDescription);
 
   std::int32_t Number() const noexcept { return number_; }
   const std::string& Description() const noexcept { return description_; }
+  ErrorKind Kind() const noexcept { return kind_; }
   const char* what() const noexcept override { return description_.c_str(); }
 
  private:
+  ErrorKind kind_;
   std::int32_t number_;
   std::string description_;
 };

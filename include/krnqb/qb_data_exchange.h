@@ -117,6 +117,9 @@ class QBDataExchange {
   void ErrorNumber(std::int32_t number) noexcept;
   std::string ErrorDescription() const;
   void ErrorDescription(std::string_view description);
+  /// Returns the kind of the error in the pair, which tells two meanings of one number apart; `Other` if
+  /// there is no error or the host has set the number.
+  ErrorKind LastErrorKind() const noexcept;
 
   // Periods. A getter that finds 0 stores the default that it gives: the plan's start is the import's start,
   // the import's month is the plan's, the import's year is the year before the plan's.

@@ -36,7 +36,7 @@ class RequestProcessorFactory {
  public:
   virtual ~RequestProcessorFactory() = default;
 
-  /// Error 429 when there is no QuickBooks here. Never gives null.
+  /// Throws Error 429 if QuickBooks is not installed, another Error if it does not start. Never null.
   virtual std::unique_ptr<RequestProcessor> Create() = 0;
 };
 

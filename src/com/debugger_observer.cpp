@@ -26,7 +26,7 @@ std::string_view WhatHappened(NoticeKind kind) {
       return "left an amount out";
     case NoticeKind::AccountInSeveralRows:
       return "found an account in several rows";
-    case NoticeKind::ColumnsOutOfStep:
+    case NoticeKind::ColumnsMisaligned:
       return "found columns out of step";
     case NoticeKind::PastPerformanceEnded:
       return "ended past performance";
@@ -41,9 +41,12 @@ class DebuggerLines final : public Observer {
  public:
   void Notify(const Notice& notice) noexcept override {
     if (IsDebuggerPresent() == FALSE) return;
+    // The operation that sent the request reports the refusal as its own end or skipped statement.
+    if (notice.kind == NoticeKind::RequestRefused) return;
     try {
-      const std::string line = fmt::format("KRN6_QB2002: {} {} ({}): {}\n", notice.place.operation,
-                                           WhatHappened(notice.kind), notice.number, notice.description);
+      const std::string line =
+          fmt::format("KRN6_QB2002: {} {} ({}): {}\n", OperationName(notice.place.operation),
+                      WhatHappened(notice.kind), notice.number, notice.description);
       OutputDebugStringW(Wide(line).c_str());
     } catch (...) {
       // Failing to write a debug line must not fail the import.

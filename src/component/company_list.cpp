@@ -53,11 +53,12 @@ std::optional<std::string> FaultOf(const std::string& record, std::string_view p
   return "its path holds bytes that are no text: " + fault->message;
 }
 
-void TellUnlisted(Observer& observer, const std::string& path, const std::string& reason) {
+void ReportUnlisted(Observer& observer, const std::string& path, const std::string& reason) {
   Notice notice;
   notice.kind = NoticeKind::CompanyFileUnlisted;
-  notice.place.operation = "QBCompanies";
+  notice.place.operation = Operation::QBCompanies;
   notice.number = error_number::objectNotSet;
+  notice.errorKind = ErrorKind::ObjectNotSet;
   notice.description = reason;
   notice.file = path;
   observer.Notify(notice);
@@ -88,7 +89,7 @@ XmlElement CompanyList(const OutsideWorld& world) {
     const std::string path = prefix + name;
     const std::string record = Record(name, path);
     if (const auto fault = FaultOf(record, path)) {
-      TellUnlisted(*world.observer, path, *fault);
+      ReportUnlisted(*world.observer, path, *fault);
       broken = true;
     }
     document += record;

@@ -49,7 +49,7 @@ class ImportRun {
     if (context_.session.QBCompany().empty()) return Outcome::Refused;
     Progress(40);
     if (!context_.session.IsSDKVersionSupported("1.1")) {
-      errorPair_.Set(updateRequiredNumber, std::string(updateRequiredMessage));
+      errorPair_.Set(Error(ErrorKind::UpdateRequired));
       return Outcome::Refused;
     }
     Progress(60);
@@ -151,7 +151,7 @@ bool RunImport(ImportContext& context, ErrorPair& errorPair) {
   } catch (...) {
     // The catch-all of the whole import: the error pair alone tells the host that it did not come to its end.
     const Error error = CaughtError();
-    TellError(context.observer, NoticeKind::OperationEnded, Place{"Go", {}, {}, {}}, error);
+    ReportEnd(context.observer, {.operation = Operation::Go}, error, NoticeMeaning::Complete);
     context.session.CloseSession();
     errorPair.Set(error);
     return true;

@@ -27,13 +27,9 @@ OutsideWorld Completed(OutsideWorld world) {
   return world;
 }
 
-Place In(std::string operation) {
-  return Place{.operation = std::move(operation), .request = {}, .fromDate = {}, .toDate = {}};
-}
-
-XmlElement AccountsOf(ImportContext& context, std::int32_t requestNumber, std::string_view operation) {
+XmlElement AccountsOf(ImportContext& context, std::int32_t requestNumber, Operation operation) {
   XmlElement accounts;
-  EndOnError(context.observer, In(std::string(operation)),
+  EndOnError(context.observer, {.operation = operation},
              [&] { accounts = context.session.Ask(requestNumber, operation); });
   return accounts;
 }
@@ -84,7 +80,8 @@ void QBDataExchange::QBCompany(std::string_view path) {
 
 Variant QBDataExchange::QbSerialize(const Variant& SerialData,
                                     QBKRN_DeserializeOptions /*DeserializeOptions*/) {
-  return ThrowingErrorsOnly([&] { return state_->context.session.QbSerialize(SerialData); });
+  return ThrowingErrorsOnly(
+      [&] { return state_->context.session.QbSerialize(SerialData, {.operation = Operation::QbSerialize}); });
 }
 
 bool QBDataExchange::KRNOpenPlan(std::string_view PlanFile) {
@@ -102,7 +99,7 @@ Variant QBDataExchange::KRNSerialize(QBKRN_SerializeOptions /*SerializeOptions*/
 
 std::int16_t QBDataExchange::MonthsOfActivity(const std::shared_ptr<Collection>& colMonthSubtotals) {
   ActivityScan scan;
-  const bool complete = EndOnError(*state_->world.observer, In("MonthsOfActivity"), [&] {
+  const bool complete = EndOnError(*state_->world.observer, {.operation = Operation::MonthsOfActivity}, [&] {
     if (colMonthSubtotals == nullptr) return;
     for (const Variant& item : *colMonthSubtotals) {
       const auto record = item.AsObject<cSubtotals>();
@@ -115,7 +112,7 @@ std::int16_t QBDataExchange::MonthsOfActivity(const std::shared_ptr<Collection>&
 
 Variant QBDataExchange::ShowDialog(QBKRN_Dialogs DialogOption) {
   Variant result;
-  EndOnError(*state_->world.observer, In("ShowDialog"), [&] {
+  EndOnError(*state_->world.observer, {.operation = Operation::ShowDialog}, [&] {
     if (state_->world.userInterface != nullptr)
       result = state_->world.userInterface->ShowDialog(*this, DialogOption);
   });
@@ -123,7 +120,7 @@ Variant QBDataExchange::ShowDialog(QBKRN_Dialogs DialogOption) {
 }
 
 Variant QBDataExchange::SubmitCustomRequest(std::string_view /*QBRequestXML*/) {
-  EndOnError(*state_->world.observer, In("SubmitCustomRequest"), [&] {
+  EndOnError(*state_->world.observer, {.operation = Operation::SubmitCustomRequest}, [&] {
     if (state_->world.userInterface != nullptr)
       state_->world.userInterface->ShowMessage("future implementation");
   });
@@ -131,16 +128,17 @@ Variant QBDataExchange::SubmitCustomRequest(std::string_view /*QBRequestXML*/) {
 }
 
 XmlElement QBDataExchange::QBExpenseAccounts() {
-  return AccountsOf(state_->context, request_number::expenseAccounts, "QBExpenseAccounts");
+  return AccountsOf(state_->context, request_number::expenseAccounts, Operation::QBExpenseAccounts);
 }
 
 XmlElement QBDataExchange::QBIncomeAccounts() {
-  return AccountsOf(state_->context, request_number::incomeAccounts, "QBIncomeAccounts");
+  return AccountsOf(state_->context, request_number::incomeAccounts, Operation::QBIncomeAccounts);
 }
 
 XmlElement QBDataExchange::QBCompanies() {
   XmlElement companies;
-  EndOnError(*state_->world.observer, In("QBCompanies"), [&] { companies = CompanyList(state_->world); });
+  EndOnError(*state_->world.observer, {.operation = Operation::QBCompanies},
+             [&] { companies = CompanyList(state_->world); });
   return companies;
 }
 

@@ -80,6 +80,11 @@ std::int32_t QBDataExchange::ErrorNumber() const noexcept {
 }
 void QBDataExchange::ErrorNumber(std::int32_t number) noexcept {
   state_->errorPair.number = number;
+  state_->errorPair.kind = ErrorKind::Other;
+}
+
+ErrorKind QBDataExchange::LastErrorKind() const noexcept {
+  return state_->errorPair.kind;
 }
 
 std::string QBDataExchange::ErrorDescription() const {

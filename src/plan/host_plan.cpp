@@ -25,12 +25,10 @@ XmlElement HostPlan::ReadPlanTable(std::string_view tableId) const {
   const XmlElement table = XmlElement::Parse(TableText(tableId));
   XmlElement tableBlocks = table.Child("tableblocks");
   if (!tableBlocks) {
-    observer_.Notify(
-        Notice{.kind = NoticeKind::TableUnreadable,
-               .place = Place{.operation = "ReadPlanTable", .request = {}, .fromDate = {}, .toDate = {}},
-               .number = 0,
-               .severity = {},
-               .description = std::string(tableId)});
+    observer_.Notify(Notice{.kind = NoticeKind::TableUnreadable,
+                            .meaning = NoticeMeaning::Incomplete,
+                            .place = {.operation = Operation::ReadPlanTable},
+                            .description = std::string(tableId)});
   }
   return tableBlocks;
 }
@@ -38,12 +36,10 @@ XmlElement HostPlan::ReadPlanTable(std::string_view tableId) const {
 void HostPlan::Load(std::string tablesText) const {
   const std::shared_ptr<PlanData> data = Data();
   if (tablesText.empty()) {
-    observer_.Notify(
-        Notice{.kind = NoticeKind::TablesNotLoaded,
-               .place = Place{.operation = "Deserialize", .request = {}, .fromDate = {}, .toDate = {}},
-               .number = 0,
-               .severity = {},
-               .description = "the import changed no tables"});
+    observer_.Notify(Notice{.kind = NoticeKind::TablesNotLoaded,
+                            .meaning = NoticeMeaning::Incomplete,
+                            .place = {.operation = Operation::Deserialize},
+                            .description = "the import changed no tables"});
   }
   data->Deserialize(tablesText);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -16,15 +17,23 @@ namespace krnqb {
 /// `expectedName` or that is empty; none otherwise, also when the text is no document. Never throws.
 XmlElement ResponseElement(const Variant& data, std::string_view expectedName) noexcept;
 
-/// `ResponseElement` of an answer's text with any name. Tells the observer when the text is no document and
-/// when one of the answers in it has a status other than 0 (fine) and 1 (no records).
-XmlElement AnswerElement(const Variant& answer, Observer& observer, const Place& place);
+/// What an answer with an error status means to whoever asked.
+enum class ErrorStatus : std::uint8_t {
+  DataMissing,  ///< records that were asked for are missing
+  Expected      ///< the question never has another answer, so nothing is missing
+};
 
-/// Tells the observer the status of one answer, given its attributes, unless it is 0, 1 or absent.
-void TellStatus(const std::function<std::optional<std::string>(std::string_view)>& attribute,
-                Observer& observer, const Place& place);
+/// Returns `ResponseElement` of an answer's text with any name. Reports a text that is not a document, and
+/// each answer in it with a status other than 0 (fine) and 1 (no records).
+XmlElement AnswerElement(const Variant& answer, Observer& observer, const Place& place,
+                         ErrorStatus errorStatus = ErrorStatus::DataMissing);
 
-/// Tells the observer that an answer is no document.
-void TellUnreadable(const XmlFault& fault, Observer& observer, const Place& place);
+/// Reports the status of one answer, given its attributes, unless it is 0, 1 or absent. A status of severity
+/// "Info" below 500 is information only; with any other, data may be missing.
+void ReportStatus(const std::function<std::optional<std::string>(std::string_view)>& attribute,
+                  Observer& observer, const Place& place, ErrorStatus errorStatus = ErrorStatus::DataMissing);
+
+/// Reports that an answer is not a document.
+void ReportUnreadable(const XmlFault& fault, Observer& observer, const Place& place);
 
 }  // namespace krnqb

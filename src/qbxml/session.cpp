@@ -14,38 +14,18 @@ constexpr std::string_view applicationIdentifier = "KRN6_QB2002.dll";
 constexpr std::string_view applicationName = "Korrin Software Data Exchange Component";
 constexpr std::int32_t whateverModeAllowed = 2;
 
-constexpr std::int32_t companyNotOpenNumber = -2147220458;
-constexpr std::int32_t fiscalMonthMissingNumber = -2147221404;
-constexpr std::int32_t fiscalMonthUnreadableNumber = -2147221504;
-
-constexpr std::string_view companyNotOpenMessage =
-    "Your QuickBooks company file must be open to perform this import.";
-constexpr std::string_view processorMissingMessage =
-    "You must have a U.S. version of one of the following Quickbooks 2002 or 2003 products to perform this "
-    "import:  "
-    "Quickbooks Premier, Quickbooks Premier Accountant Edition, or QuickBooks Pro.";
-constexpr std::string_view fiscalMonthMissingMessage =
-    "To perform the import you need to provide the QuickBooks fiscal year start month.";
-constexpr std::string_view fiscalMonthUnreadableMessage =
-    "To perform the import from QuickBooks Pro you need the United States version of QuickBooks Pro and an "
-    "English "
-    "regional setting locale.";
-
-std::string OpeningFailureMessage(const Error& error) {
-  if (error.Number() == companyNotOpenNumber) return std::string(companyNotOpenMessage);
-  if (error.Number() == error_number::cannotCreateObject) return std::string(processorMissingMessage);
-  return fmt::format("Error ({}): {}", error.Number(), error.Description());
-}
-
-Place At(std::string_view operation, std::int32_t requestNumber) {
-  return Place{.operation = std::string(operation), .request = requestNumber, .fromDate = {}, .toDate = {}};
+Error OpeningError(const Error& error) {
+  if (error.Number() == NumberOf(ErrorKind::CompanyNotOpen)) return Error(ErrorKind::CompanyNotOpen);
+  if (error.Number() == NumberOf(ErrorKind::ProcessorMissing)) return Error(ErrorKind::ProcessorMissing);
+  return {ErrorKind::SessionRefused, error.Number(),
+          fmt::format("Error ({}): {}", error.Number(), error.Description())};
 }
 
 }  // namespace
 
 bool Session::IsSessionOpen() {
   if (state_.requestProcessor == nullptr) return false;
-  // Any error means that the session is gone: that is the question's answer, and nothing to tell.
+  // Any error means that the session is gone: that answers the question, so there is nothing to report.
   try {
     return !state_.requestProcessor->GetCurrentCompanyFileName(state_.sessionTicket).empty();
   } catch (...) {
@@ -59,8 +39,8 @@ bool Session::EnsureSession() {
     OpenSession();
   } catch (...) {
     const Error error = CaughtError();
-    TellError(observer_, NoticeKind::OperationEnded, Place{"EnsureSession", {}, {}, {}}, error);
-    errorPair_.Set(error.Number(), OpeningFailureMessage(error));
+    ReportEnd(observer_, {.operation = Operation::EnsureSession}, error);
+    errorPair_.Set(OpeningError(error));
     return false;
   }
   return state_.qbStartingMonth != 0 || CheckCompany();
@@ -75,20 +55,18 @@ void Session::OpenSession() {
 }
 
 bool Session::CheckCompany() {
-  const Place place = At("EnsureSession", request_number::company);
+  const Place place{.operation = Operation::EnsureSession, .request = request_number::company};
   XmlElement answer;
   SkipOnError(observer_, place, [&] {
-    const std::string request = BuildRequest(request_number::company, {}, {});
-    answer = AnswerElement(state_.requestProcessor->ProcessRequest(state_.sessionTicket, request), observer_,
-                           place);
+    answer = AnswerElement(Send(BuildRequest(request_number::company, {}, {}), place), observer_, place);
   });
   if (!answer || !answer.Select("//CompanyRet")) {
-    errorPair_.Set(fiscalMonthMissingNumber, std::string(fiscalMonthMissingMessage));
+    errorPair_.Set(Error(ErrorKind::FiscalMonthMissing));
     return false;
   }
   const std::optional<std::int16_t> month = MonthNumber(MonthOfFiscalYear(answer));
   if (!month) {
-    errorPair_.Set(fiscalMonthUnreadableNumber, std::string(fiscalMonthUnreadableMessage));
+    errorPair_.Set(Error(ErrorKind::FiscalMonthUnreadable));
     return false;
   }
   state_.qbStartingMonth = *month;
@@ -105,21 +83,33 @@ void Session::CloseSession() noexcept {
   state_.companyPath.clear();
 }
 
-Variant Session::QbSerialize(const Variant& request) {
-  if (!EnsureSession()) return {};
-  return state_.requestProcessor->ProcessRequest(state_.sessionTicket, request.ToText());
+std::string Session::Send(std::string_view request, const Place& place) {
+  try {
+    return state_.requestProcessor->ProcessRequest(state_.sessionTicket, request);
+  } catch (...) {
+    const Error error = CaughtError();
+    const Error refusal(ErrorKind::RequestRefused, error.Number(), error.Description());
+    ReportError(observer_, NoticeKind::RequestRefused, NoticeMeaning::Incomplete, place, refusal);
+    throw refusal;
+  }
 }
 
-XmlElement Session::Ask(std::int32_t requestNumber, std::string_view operation, std::string_view fromDate,
+Variant Session::QbSerialize(const Variant& request, const Place& place) {
+  if (!EnsureSession()) return {};
+  return Send(request.ToText(), place);
+}
+
+XmlElement Session::Ask(std::int32_t requestNumber, Operation operation, std::string_view fromDate,
                         std::string_view toDate) {
-  Place place = At(operation, requestNumber);
-  place.fromDate = fromDate;
-  place.toDate = toDate;
-  return AnswerElement(QbSerialize(BuildRequest(requestNumber, fromDate, toDate)), observer_, place);
+  const Place place{.operation = operation,
+                    .request = requestNumber,
+                    .fromDate = std::string(fromDate),
+                    .toDate = std::string(toDate)};
+  return AnswerElement(QbSerialize(BuildRequest(requestNumber, fromDate, toDate), place), observer_, place);
 }
 
 bool Session::IsSDKVersionSupported(std::string_view version) {
-  const XmlElement answer = Ask(request_number::host, "IsSDKVersionSupported");
+  const XmlElement answer = Ask(request_number::host, Operation::IsSDKVersionSupported);
   // No search path can hold a double quote, however many of them would make one again.
   if (answer && version.find('"') != std::string_view::npos) throw Error(error_number::unspecified);
   const auto supported = answer.Select(fmt::format("//SupportedQBXMLVersion[text() = \"{}\"]", version));
@@ -129,7 +119,7 @@ bool Session::IsSDKVersionSupported(std::string_view version) {
 std::string Session::QBCompany() {
   if (!EnsureSession()) return state_.companyPath;
   if (!IsSDKVersionSupported("1.1")) {
-    errorPair_.Set(updateRequiredNumber, std::string(updateRequiredMessage));
+    errorPair_.Set(Error(ErrorKind::UpdateRequired));
     return {};
   }
   state_.companyPath = state_.requestProcessor->GetCurrentCompanyFileName(state_.sessionTicket);

@@ -41,14 +41,15 @@ class Session {
   /// Drops the request processor, which ends the session, and forgets the company's path.
   void CloseSession() noexcept;
 
-  /// Sends a request and gives the answer as text, or Empty when no session can be opened. Throws what
-  /// `ProcessRequest` throws, and 91 or 13 for a request that has no text.
-  Variant QbSerialize(const Variant& request);
+  /// Sends a request and returns the response text, or Empty if no session can be opened. A request that
+  /// `ProcessRequest` refuses is reported to the observer at `place` and throws Error (RequestRefused) with
+  /// the processor's number and description. Throws 91 or 13 for a request without text.
+  Variant QbSerialize(const Variant& request, const Place& place);
 
-  /// Builds a request of the catalogue, sends it and gives its answer's document element: none when no
-  /// session can be opened or the answer is no document. Throws what `ProcessRequest` throws. Dates as in
-  /// `BuildRequest`.
-  XmlElement Ask(std::int32_t requestNumber, std::string_view operation, std::string_view fromDate = {},
+  /// Builds a request of the catalogue, sends it and returns the response's document element; an empty
+  /// element if no session can be opened or the response is not a document. Throws what `QbSerialize` throws.
+  /// Dates as in `BuildRequest`.
+  XmlElement Ask(std::int32_t requestNumber, Operation operation, std::string_view fromDate = {},
                  std::string_view toDate = {});
 
   /// Whether the host answer lists exactly this version. Error 91 when there is no answer, -2147467259 when
@@ -65,6 +66,7 @@ class Session {
  private:
   void OpenSession();
   bool CheckCompany();
+  std::string Send(std::string_view request, const Place& place);
   std::string MonthOfFiscalYear(const XmlElement& answer);
 
   SessionState& state_;
@@ -72,9 +74,5 @@ class Session {
   RequestProcessorFactory* processors_;
   Observer& observer_;
 };
-
-/// The error pair's values when qbXML 1.1 is not supported.
-inline constexpr std::int32_t updateRequiredNumber = -2147221504;
-inline constexpr std::string_view updateRequiredMessage = "Your QuickBooks must be updated to R2.";
 
 }  // namespace krnqb

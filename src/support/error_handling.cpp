@@ -16,12 +16,20 @@ Error CaughtError() {
   }
 }
 
-void TellError(Observer& observer, NoticeKind kind, const Place& place, const Error& error) noexcept {
+void ReportError(Observer& observer, NoticeKind kind, NoticeMeaning meaning, const Place& place,
+                 const Error& error) noexcept {
   observer.Notify(Notice{.kind = kind,
+                         .meaning = meaning,
                          .place = place,
                          .number = error.Number(),
-                         .severity = {},
-                         .description = error.Description()});
+                         .description = error.Description(),
+                         .errorKind = error.Kind()});
+}
+
+void ReportEnd(Observer& observer, const Place& place, const Error& error, NoticeMeaning meaning) noexcept {
+  const bool alreadyReported = error.Kind() == ErrorKind::RequestRefused;
+  ReportError(observer, NoticeKind::OperationEnded, alreadyReported ? NoticeMeaning::Complete : meaning,
+              place, error);
 }
 
 }  // namespace krnqb

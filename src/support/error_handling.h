@@ -11,40 +11,48 @@ namespace krnqb {
 /// it in a catch block only.
 Error CaughtError();
 
-/// Tells the observer that a statement failed.
-void TellError(Observer& observer, NoticeKind kind, const Place& place, const Error& error) noexcept;
+/// Reports an error to the observer.
+void ReportError(Observer& observer, NoticeKind kind, NoticeMeaning meaning, const Place& place,
+                 const Error& error) noexcept;
 
-/// Runs one statement that may fail: when it does, the observer is told and the caller goes on with its next
-/// statement. Gives whether the statement succeeded.
+/// Reports that an error ended an operation and what this means. After a refused request the meaning is
+/// `Complete`: the refusal is already reported.
+void ReportEnd(Observer& observer, const Place& place, const Error& error,
+               NoticeMeaning meaning = NoticeMeaning::Incomplete) noexcept;
+
+/// Runs one statement that may fail. A failure is reported to the observer, and the caller goes on with its
+/// next statement. Returns whether the statement succeeded.
 template <typename Statement>
 bool SkipOnError(Observer& observer, const Place& place, Statement&& statement) {
   try {
     std::forward<Statement>(statement)();
     return true;
   } catch (...) {
-    TellError(observer, NoticeKind::StatementSkipped, place, CaughtError());
+    ReportError(observer, NoticeKind::StatementSkipped, NoticeMeaning::Complete, place, CaughtError());
     return false;
   }
 }
 
-/// Runs a whole operation under its catch-all: the first failure ends it, the observer is told, and what had
-/// been done stays. Gives whether the operation came to its end.
-template <typename Operation>
-bool EndOnError(Observer& observer, const Place& place, Operation&& operation) {
+/// Runs a whole operation under its catch-all: the first failure ends it and is reported to the observer, and
+/// what had been done stays. `meaning` is what such an end means, see `ReportEnd`. Returns whether the
+/// operation came to its end.
+template <typename Body>
+bool EndOnError(Observer& observer, const Place& place, Body&& body,
+                NoticeMeaning meaning = NoticeMeaning::Incomplete) {
   try {
-    std::forward<Operation>(operation)();
+    std::forward<Body>(body)();
     return true;
   } catch (...) {
-    TellError(observer, NoticeKind::OperationEnded, place, CaughtError());
+    ReportEnd(observer, place, CaughtError(), meaning);
     return false;
   }
 }
 
 /// Runs an operation that reports its failures to its caller: whatever it throws leaves as an Error.
-template <typename Operation>
-auto ThrowingErrorsOnly(Operation&& operation) {
+template <typename Body>
+auto ThrowingErrorsOnly(Body&& body) {
   try {
-    return std::forward<Operation>(operation)();
+    return std::forward<Body>(body)();
   } catch (...) {
     throw CaughtError();
   }

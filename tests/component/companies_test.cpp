@@ -178,7 +178,7 @@ TEST_P(NameThatBreaksTheList, LeavesNoListAndIsReported) {
   ASSERT_EQ(machine.observer->notices.size(), 1U);
   const Notice& notice = machine.observer->notices.front();
   EXPECT_EQ(notice.kind, NoticeKind::CompanyFileUnlisted);
-  EXPECT_EQ(notice.place.operation, "QBCompanies");
+  EXPECT_EQ(notice.place.operation, Operation::QBCompanies);
   EXPECT_EQ(notice.file, "/srv/" + name);
   EXPECT_EQ(notice.description.find(GetParam().reason), 0U) << notice.description;
 }

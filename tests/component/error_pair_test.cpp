@@ -42,6 +42,28 @@ TEST(ErrorPair, IsOverwrittenByTheNextFailure) {
   EXPECT_EQ(host.component.ErrorDescription(), "Error (-2147220448): refused");
 }
 
+TEST(ErrorPair, HasAKindThatTellsTwoErrorsOfOneNumberApart) {
+  TestHost unreadable;
+  unreadable.quickBooks->answers["101"] = fakes::CompanyAnswer("Januar");
+  unreadable.component.QBCompany();
+  TestHost outdated;
+  outdated.quickBooks->answers["100"] = fakes::HostAnswer({"1.0"});
+  outdated.component.QBCompany();
+  EXPECT_EQ(unreadable.component.ErrorNumber(), outdated.component.ErrorNumber());
+  EXPECT_EQ(unreadable.component.LastErrorKind(), ErrorKind::FiscalMonthUnreadable);
+  EXPECT_EQ(outdated.component.LastErrorKind(), ErrorKind::UpdateRequired);
+}
+
+TEST(ErrorPair, HasNoKindWhenTheHostSetsTheNumber) {
+  TestHost host;
+  EXPECT_EQ(host.component.LastErrorKind(), ErrorKind::Other);
+  host.journal->Fail("create processor", Error(error_number::cannotCreateObject));
+  host.component.QBCompany();
+  EXPECT_EQ(host.component.LastErrorKind(), ErrorKind::ProcessorMissing);
+  host.component.ErrorNumber(5);
+  EXPECT_EQ(host.component.LastErrorKind(), ErrorKind::Other);
+}
+
 TEST(ErrorPair, IsUnchangedByOperationsThatEndEarly) {
   TestHost host;
   QBDataExchange& component = host.component;

@@ -14,7 +14,8 @@ TEST(Observer, GetsNoNoticeFromACompleteImport) {
   host.component.IncludeExpenseAccounts(true);
   host.component.IncludeIncomeAccounts(true);
   EXPECT_TRUE(host.component.Go());
-  EXPECT_TRUE(host.observer->notices.empty()) << host.observer->notices.front().place.operation;
+  EXPECT_TRUE(host.observer->notices.empty())
+      << OperationName(host.observer->notices.front().place.operation);
 }
 
 TEST(Observer, GetsTheErrorStatusOfAResponse) {
@@ -75,7 +76,7 @@ TEST(Observer, GetsTheErrorThatEndedAnOperation) {
   ASSERT_EQ(host.observer->notices.size(), 1U);
   const Notice& notice = host.observer->notices.front();
   EXPECT_EQ(notice.kind, NoticeKind::OperationEnded);
-  EXPECT_EQ(notice.place.operation, "KRNDeserialize");
+  EXPECT_EQ(notice.place.operation, Operation::KRNDeserialize);
   EXPECT_EQ(notice.number, 9);
   EXPECT_EQ(notice.description, "Subscript out of range");
 }

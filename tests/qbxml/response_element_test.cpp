@@ -7,7 +7,7 @@
 namespace krnqb {
 namespace {
 
-const Place place{.operation = "Reader", .request = 4, .fromDate = {}, .toDate = {}};
+const Place place{.operation = Operation::LoadQuickBooksLists, .request = 4};
 
 TEST(ResponseElement, GivesTheDocumentElementOfATextByName) {
   EXPECT_EQ(ResponseElement("<QBXML/>", "").Name(), "QBXML");
@@ -50,11 +50,38 @@ TEST(AnswerElement, TellsAStatusThatIsNeitherFineNorEmpty) {
   EXPECT_EQ(observer.notices[1].number, 500);
 }
 
+NoticeMeaning MeaningOf(const std::string& number, const std::string& severity,
+                        ErrorStatus errorStatus = ErrorStatus::DataMissing) {
+  fakes::RecordingObserver observer;
+  AnswerElement("<QBXML><QBXMLMsgsRs><AccountQueryRs statusCode=\"" + number + "\" statusSeverity=\"" +
+                    severity + "\"/></QBXMLMsgsRs></QBXML>",
+                observer, place, errorStatus);
+  EXPECT_EQ(observer.notices.size(), 1U) << number << severity;
+  return observer.notices.empty() ? NoticeMeaning::LeftOut : observer.notices[0].meaning;
+}
+
+TEST(AnswerElement, TakesInformationBelowStatus500ForComplete) {
+  EXPECT_EQ(MeaningOf("2", "Info"), NoticeMeaning::Complete);
+  EXPECT_EQ(MeaningOf("499", "Info"), NoticeMeaning::Complete);
+}
+
+TEST(AnswerElement, TakesEveryOtherStatusForIncomplete) {
+  for (const auto& [number, severity] : std::vector<std::pair<std::string, std::string>>{
+           {"2", "Warn"}, {"2", "Error"}, {"2", ""}, {"500", "Info"}, {"1000", "Info"}, {"3260", "Error"}}) {
+    EXPECT_EQ(MeaningOf(number, severity), NoticeMeaning::Incomplete) << number << severity;
+  }
+}
+
+TEST(AnswerElement, TakesAnExpectedErrorForComplete) {
+  EXPECT_EQ(MeaningOf("3140", "Error", ErrorStatus::Expected), NoticeMeaning::Complete);
+}
+
 TEST(AnswerElement, TellsAnAnswerThatIsNoDocument) {
   fakes::RecordingObserver observer;
   EXPECT_FALSE(AnswerElement("<QBXML>", observer, place));
   ASSERT_EQ(observer.notices.size(), 1U);
   EXPECT_EQ(observer.notices[0].kind, NoticeKind::AnswerUnreadable);
+  EXPECT_EQ(observer.notices[0].meaning, NoticeMeaning::Incomplete);
   EXPECT_FALSE(observer.notices[0].description.empty());
 }
 

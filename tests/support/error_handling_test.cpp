@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <new>
 #include <stdexcept>
 #include <vector>
@@ -11,7 +12,8 @@
 namespace krnqb {
 namespace {
 
-const Place place{.operation = "Operation", .request = 10, .fromDate = "2002-01-01", .toDate = "2002-01-31"};
+const Place place{
+    .operation = Operation::ItemAccount, .request = 10, .fromDate = "2002-01-01", .toDate = "2002-01-31"};
 
 TEST(SkipOnError, TellsTheObserverWhatFailedAndWhereAndGoesOn) {
   fakes::RecordingObserver observer;
@@ -20,7 +22,7 @@ TEST(SkipOnError, TellsTheObserverWhatFailedAndWhereAndGoesOn) {
   EXPECT_FALSE(SkipOnError(observer, place, [] { throw Error(error_number::overflow); }));
   ASSERT_EQ(observer.notices.size(), 1U);
   EXPECT_EQ(observer.notices[0].kind, NoticeKind::StatementSkipped);
-  EXPECT_EQ(observer.notices[0].place.operation, "Operation");
+  EXPECT_EQ(observer.notices[0].place.operation, Operation::ItemAccount);
   EXPECT_EQ(observer.notices[0].place.request, 10);
   EXPECT_EQ(observer.notices[0].place.toDate, "2002-01-31");
   EXPECT_EQ(observer.notices[0].number, 6);
@@ -36,6 +38,30 @@ TEST(EndOnError, TellsTheObserverThatTheOperationEnded) {
   EXPECT_EQ(observer.notices[0].description, "refused");
 }
 
+TEST(EndOnError, ReportsWhatTheEndMeansToTheImport) {
+  fakes::RecordingObserver observer;
+  const auto failing = [] { throw Error(error_number::objectNotSet); };
+  SkipOnError(observer, place, failing);
+  EndOnError(observer, place, failing);
+  EndOnError(observer, place, failing, NoticeMeaning::Complete);
+  ASSERT_EQ(observer.notices.size(), 3U);
+  EXPECT_EQ(observer.notices[0].meaning, NoticeMeaning::Complete);
+  EXPECT_EQ(observer.notices[1].meaning, NoticeMeaning::Incomplete);
+  EXPECT_EQ(observer.notices[2].meaning, NoticeMeaning::Complete);
+}
+
+// The refusal has its own notice. Another failure with the same number does not.
+TEST(EndOnError, ReportsTheEndAfterARefusedRequestAsComplete) {
+  fakes::RecordingObserver observer;
+  EndOnError(observer, place, [] { throw Error(ErrorKind::RequestRefused, 91, "No"); });
+  EndOnError(observer, place, [] { throw Error(91, "No"); });
+  ASSERT_EQ(observer.notices.size(), 2U);
+  EXPECT_EQ(observer.notices[0].meaning, NoticeMeaning::Complete);
+  EXPECT_EQ(observer.notices[0].errorKind, ErrorKind::RequestRefused);
+  EXPECT_EQ(observer.notices[1].meaning, NoticeMeaning::Incomplete);
+  EXPECT_EQ(observer.notices[1].errorKind, ErrorKind::ObjectNotSet);
+}
+
 TEST(CaughtError, CountsAFailedAllocationAsOutOfMemoryAndTheRestAsInternal) {
   fakes::RecordingObserver observer;
   SkipOnError(observer, place, [] { throw std::bad_alloc(); });
@@ -47,6 +73,39 @@ TEST(CaughtError, CountsAFailedAllocationAsOutOfMemoryAndTheRestAsInternal) {
   EXPECT_EQ(observer.notices[1].number, 51);
   EXPECT_EQ(observer.notices[1].description, "Internal error");
   EXPECT_EQ(observer.notices[2].number, 51);
+}
+
+TEST(Error, HasTheKindOfItsRunTimeNumber) {
+  EXPECT_EQ(Error(6).Kind(), ErrorKind::Overflow);
+  EXPECT_EQ(Error(429, "own words").Kind(), ErrorKind::CannotCreateObject);
+  EXPECT_EQ(Error(-2147467259).Kind(), ErrorKind::Unspecified);
+  EXPECT_EQ(Error(-2147221504).Kind(), ErrorKind::Other) << "two kinds have this number";
+  EXPECT_EQ(Error(12345).Kind(), ErrorKind::Other);
+}
+
+TEST(Error, HasTheNumberAndTheDescriptionOfItsKind) {
+  const Error update(ErrorKind::UpdateRequired);
+  const Error month(ErrorKind::FiscalMonthUnreadable);
+  EXPECT_EQ(update.Kind(), ErrorKind::UpdateRequired);
+  EXPECT_EQ(update.Number(), -2147221504);
+  EXPECT_EQ(month.Number(), update.Number());
+  EXPECT_EQ(update.Description(), "Your QuickBooks must be updated to R2.");
+  EXPECT_NE(month.Description(), update.Description());
+  EXPECT_EQ(Error(ErrorKind::TypeMismatch).Number(), 13);
+}
+
+TEST(OperationName, IsTheNameOfEveryOperationAndDiffersFromEveryOther) {
+  std::vector<std::string_view> names;
+  const auto last = static_cast<int>(Operation::ProgressBarChange);
+  for (int value = 1; value <= last; ++value) {
+    const std::string_view name = OperationName(static_cast<Operation>(value));
+    EXPECT_NE(name, "") << value;
+    EXPECT_EQ(std::ranges::find(names, name), names.end()) << name;
+    names.push_back(name);
+  }
+  EXPECT_EQ(OperationName(Operation::None), "");
+  EXPECT_EQ(OperationName(Operation::Go), "Go");
+  EXPECT_EQ(OperationName(Operation::IsSDKVersionSupported), "IsSDKVersionSupported");
 }
 
 TEST(Error, HasTheStandardDescriptionOfItsNumber) {

@@ -1,17 +1,10 @@
 #include "cli/company/inquiry.h"
 
 #include "cli/import/failure.h"
+#include "cli/import/omissions.h"
 #include "cli/import/source.h"
 
 namespace krnqb::cli {
-
-class CompanyInquiry::Listener : public Observer {
- public:
-  void Notify(const Notice& notice) noexcept override { omissions.Add(notice); }
-
-  Omissions omissions;
-};
-
 namespace {
 
 std::shared_ptr<RequestProcessorFactory> ProcessorsOf(const std::string& companyFile) {
@@ -23,10 +16,10 @@ std::shared_ptr<RequestProcessorFactory> ProcessorsOf(const std::string& company
 }  // namespace
 
 CompanyInquiry::CompanyInquiry(const std::string& companyFile)
-    : listener_(std::make_shared<Listener>()),
+    : report_(std::make_shared<ImportReport>()),
       exchange_({.processors = ProcessorsOf(companyFile),
                  .sinks = {},
-                 .observer = listener_,
+                 .observer = report_,
                  .userInterface = nullptr,
                  .registry = nullptr,
                  .clock = nullptr}) {
@@ -37,12 +30,12 @@ CompanyInquiry::CompanyInquiry(const std::string& companyFile)
 }
 
 void CompanyInquiry::RequireAnswers(std::string_view whatFailed) const {
-  const Error error(exchange_.ErrorNumber(), exchange_.ErrorDescription());
+  const Error error = LastError(exchange_);
   constexpr std::string_view whatToDo = "put this right and try again";
   if (error.Number() != 0) throw Failure(ExitCode::Failed, whatFailed, error, whatToDo);
-  const auto& omissions = listener_->omissions.All();
-  if (omissions.empty()) return;
-  const Error omitted(omissions.front().number, OmissionText(omissions.front()));
+  const auto& missing = report_->Missing();
+  if (missing.empty()) return;
+  const Error omitted(missing.front().number, OmissionText(missing.front()));
   throw Failure(ExitCode::Failed, whatFailed, omitted, whatToDo);
 }
 

@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "cli/import/omissions.h"
+#include "krnqb/import_report.h"
 #include "krnqb/qb_data_exchange.h"
 
 namespace krnqb::cli {
@@ -20,9 +20,7 @@ class CompanyInquiry {
   void RequireAnswers(std::string_view whatFailed) const;
 
  private:
-  class Listener;
-
-  std::shared_ptr<Listener> listener_;
+  std::shared_ptr<ImportReport> report_;
   QBDataExchange exchange_;
 };
 

@@ -8,12 +8,12 @@
 #include "cli/import/change_report.h"
 #include "cli/import/expense_selection.h"
 #include "cli/import/failure.h"
+#include "cli/import/interruptible_processors.h"
 #include "cli/import/log.h"
 #include "cli/import/report.h"
 #include "cli/import/settings.h"
 #include "cli/import/skipped_journal.h"
 #include "cli/import/source.h"
-#include "cli/import/watched_processors.h"
 #include "files/lock.h"
 
 namespace krnqb::cli {
@@ -77,7 +77,7 @@ class PlanImport {
     auto processors = source.processors;
     if (options_.recordFile) processors = recording.emplace(*options_.recordFile).Recording(processors);
     const auto log = std::make_shared<ImportLog>(outcome_, interrupts, bar_ ? &*bar_ : nullptr);
-    QBDataExchange exchange({.processors = WatchedProcessors(processors, interrupts, outcome_.incomplete),
+    QBDataExchange exchange({.processors = InterruptibleProcessors(processors, interrupts),
                              .sinks = Sinks(log),
                              .observer = log,
                              .userInterface = dialogs,
@@ -89,8 +89,8 @@ class PlanImport {
     if (outcome_.result == ImportResult::Cancelled) return;
     if (bar_) bar_->Wipe();
     interrupts.StopWhenRequested();
-    for (const std::string& reason : plan_->RefusedLoads()) outcome_.incomplete.AddRefusedLoad(reason);
-    if (options_.journalFile) WriteJournal(*options_.journalFile, outcome_.skipped);
+    for (const std::string& reason : plan_->RefusedLoads()) outcome_.report.Notify(RefusedLoad(reason));
+    if (options_.journalFile) WriteJournal(*options_.journalFile, outcome_.report);
     RequireSuccess(exchange, goResult, log->AfterImportRaised());
     RequireComplete();
     if (recording) recording->Finish();
@@ -120,12 +120,12 @@ class PlanImport {
   }
 
   bool Complete() const {
-    return outcome_.incomplete.All().empty() && !(options_.strict && outcome_.skipped.Any());
+    return outcome_.report.Complete() && !(options_.strict && outcome_.report.LeftOut().count != 0);
   }
 
   void RequireComplete() const {
     if (Complete() || options_.acceptIncomplete) return;
-    if (outcome_.incomplete.All().empty()) {
+    if (outcome_.report.Complete()) {
       throw CommandFailure("import failed", "amounts were left out, so nothing was written (--strict)",
                            "see --journal for each of them, or import without --strict");
     }

@@ -1,33 +1,33 @@
 #include "cli/import/failure.h"
 
-#include "qbxml/session.h"
-
 namespace krnqb::cli {
 namespace {
 
-// Errors of the company check; the first number has another meaning too, which its text tells.
-constexpr std::int32_t usVersionNeeded = -2147221504;
-constexpr std::int32_t fiscalMonthNeeded = -2147221404;
-
-std::string_view WhatToDo(std::int32_t number, std::string_view description) {
-  if (number == updateRequiredNumber && description == updateRequiredMessage) {
-    return "use a company whose processor answers qbXML 1.1; nothing was written";
+std::string_view WhatToDo(ErrorKind kind) {
+  switch (kind) {
+    case ErrorKind::UpdateRequired:
+      return "use a company whose processor answers qbXML 1.1; nothing was written";
+    case ErrorKind::FiscalMonthMissing:
+    case ErrorKind::FiscalMonthUnreadable:
+      return "give the first month of the company's fiscal year, for example --fiscal-month January; nothing "
+             "was written";
+    default:
+      return "put this right and import again; nothing was written";
   }
-  if (number == usVersionNeeded || number == fiscalMonthNeeded) {
-    return "give the first month of the company's fiscal year, for example --fiscal-month January; nothing "
-           "was written";
-  }
-  return "put this right and import again; nothing was written";
 }
 
 Failure ImportFailure(const Error& error) {
-  return {ExitCode::Failed, "import failed", error, WhatToDo(error.Number(), error.Description())};
+  return {ExitCode::Failed, "import failed", error, WhatToDo(error.Kind())};
 }
 
 }  // namespace
 
+Error LastError(const QBDataExchange& exchange) {
+  return {exchange.LastErrorKind(), exchange.ErrorNumber(), exchange.ErrorDescription()};
+}
+
 void RequireNoError(const QBDataExchange& exchange) {
-  const Error error(exchange.ErrorNumber(), exchange.ErrorDescription());
+  const Error error = LastError(exchange);
   if (error.Number() != 0) throw ImportFailure(error);
 }
 

@@ -5,6 +5,9 @@
 
 namespace krnqb::cli {
 
+/// Returns the component's error pair with its kind; number 0 if there is no error.
+Error LastError(const QBDataExchange& exchange);
+
 /// Throws Failure with the component's error pair, and with what can be done about it, when there is an error
 /// in it.
 void RequireNoError(const QBDataExchange& exchange);

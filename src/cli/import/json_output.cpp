@@ -1,6 +1,8 @@
 #include "cli/import/json_output.h"
 
 #include "cli/console/json_text.h"
+#include "cli/import/omissions.h"
+#include "cli/import/skipped_amounts.h"
 
 namespace krnqb::cli {
 namespace {
@@ -19,7 +21,7 @@ Json TableJson(const plan_file::TableChange& table) {
           {"formulas_cleared", table.formulasCleared}};
 }
 
-Json OmissionJson(const Omission& omission) {
+Json OmissionJson(const Notice& omission) {
   Json json{{"kind", KindWord(omission.kind)}, {"text", OmissionText(omission)}, {"number", omission.number}};
   if (omission.place.request) json["request"] = *omission.place.request;
   if (!omission.place.fromDate.empty()) json["from"] = omission.place.fromDate;
@@ -27,16 +29,20 @@ Json OmissionJson(const Omission& omission) {
   return json;
 }
 
+// JSON has no number for a sum beyond the range of a double.
+Json SumJson(const ImportReport::Total& total) {
+  return total.sum ? Json(*total.sum) : Json("out of range");
+}
+
 // Counts and sums of what was left out, in all and by reason.
-Json SkippedJson(const SkippedAmounts& skipped) {
-  Json json{{"count", skipped.ImportTotal().count},
-            {"sum", skipped.ImportTotal().sum},
-            {"reasons", Json::object()}};
-  for (const auto& [reason, total] : skipped.ByReason()) {
-    json["reasons"][std::string(ReasonWord(reason))] = {{"count", total.count}, {"sum", total.sum}};
+Json SkippedJson(const ImportReport& report) {
+  Json json{
+      {"count", report.LeftOut().count}, {"sum", SumJson(report.LeftOut())}, {"reasons", Json::object()}};
+  for (const auto& [reason, total] : report.LeftOutByReason()) {
+    json["reasons"][std::string(ReasonWord(reason))] = {{"count", total.count}, {"sum", SumJson(total)}};
   }
-  json["past_performance"] = skipped.PastTotal().count;
-  if (!skipped.PastPerformanceEnd().empty()) json["past_performance_ended_at"] = skipped.PastPerformanceEnd();
+  json["past_performance"] = report.LeftOutOfPast().count;
+  if (!report.PastPerformanceEnd().empty()) json["past_performance_ended_at"] = report.PastPerformanceEnd();
   return json;
 }
 
@@ -49,11 +55,11 @@ std::string ImportOutcomeJson(const ImportOutcome& outcome) {
             {"events", Json::array()},
             {"tables", Json::array()},
             {"incomplete", Json::array()},
-            {"skipped", SkippedJson(outcome.skipped)},
+            {"skipped", SkippedJson(outcome.report)},
             {"elapsed_ms", outcome.elapsedMilliseconds}};
   for (const ImportEvent& event : outcome.events) json["events"].push_back(EventJson(event));
   for (const plan_file::TableChange& table : outcome.tables) json["tables"].push_back(TableJson(table));
-  for (const Omission& omission : outcome.incomplete.All())
+  for (const Notice& omission : outcome.report.Missing())
     json["incomplete"].push_back(OmissionJson(omission));
   return JsonText(json);
 }

@@ -23,10 +23,9 @@ void ImportLog::ProgressBarChange(std::int16_t PercentValue, std::string_view De
 }
 
 void ImportLog::Notify(const Notice& notice) noexcept {
-  // An interrupted import writes nothing: what its end leaves out is no news.
+  // Nothing is written after an interrupt, so omissions are not reported.
   if (interrupts_.Requested()) return;
-  outcome_.incomplete.Add(notice);
-  outcome_.skipped.Add(notice);
+  outcome_.report.Notify(notice);
 }
 
 void ImportLog::Raised(ImportEvent event) {

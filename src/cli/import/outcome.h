@@ -6,8 +6,7 @@
 #include <vector>
 
 #include "cli/console/failure.h"
-#include "cli/import/omissions.h"
-#include "cli/import/skipped_amounts.h"
+#include "krnqb/import_report.h"
 #include "plan_file/changes.h"
 
 namespace krnqb::cli {
@@ -38,9 +37,8 @@ struct ImportOutcome {
   std::string errorLine;            ///< how the failure is told on standard error; empty when there is none
   std::vector<ImportEvent> events;  ///< in the order in which they were raised
   std::vector<plan_file::TableChange>
-      tables;  ///< of the plan, unchanged ones included; none unless it was compared
-  Omissions incomplete;
-  SkippedAmounts skipped;
+      tables;              ///< of the plan, unchanged ones included; none unless it was compared
+  ImportReport report;     ///< what could not be read and what was left out
   std::string backupFile;  ///< where the plan's previous version is kept, when it was written
   std::int64_t elapsedMilliseconds = 0;
 };

@@ -4,6 +4,8 @@
 
 #include "cli/import/change_report.h"
 #include "cli/import/json_output.h"
+#include "cli/import/omissions.h"
+#include "cli/import/skipped_amounts.h"
 
 namespace krnqb::cli {
 namespace {
@@ -18,7 +20,7 @@ std::string EndText(const ImportOutcome& outcome, const ImportCommand& options) 
 }  // namespace
 
 void PrintOutcome(const ImportOutcome& outcome, const ImportCommand& options, const Console& console) {
-  for (const Omission& omission : outcome.incomplete.All()) {
+  for (const Notice& omission : outcome.report.Missing()) {
     PrintError(console, fmt::format("krnqb: incomplete: {}", OmissionText(omission)));
   }
   if (outcome.result == ImportResult::Cancelled) return;
@@ -27,8 +29,7 @@ void PrintOutcome(const ImportOutcome& outcome, const ImportCommand& options, co
   if (options.json) {
     console.out << ImportOutcomeJson(outcome) << '\n';
   } else if (!options.quiet && !failed) {
-    console.out << ChangeReport(outcome.tables) << SkippedReport(outcome.skipped)
-                << EndText(outcome, options);
+    console.out << ChangeReport(outcome.tables) << SkippedReport(outcome.report) << EndText(outcome, options);
   }
 }
 

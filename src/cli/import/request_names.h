@@ -11,10 +11,6 @@ namespace krnqb::cli {
 /// What a request of the catalogue asks for, such as "bills"; empty for an unknown number.
 std::string_view RequestName(std::int32_t number) noexcept;
 
-/// The request that a document of the catalogue sends and the period that it asks for: its number, none when
-/// the document is not of the catalogue, and its dates.
-Place PlaceOfRequest(std::string_view document);
-
 /// A request and its period for a person: "request 10 (bills) for 2002-01-01 to 2002-01-31".
 std::string RequestText(const Place& place);
 

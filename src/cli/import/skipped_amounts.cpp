@@ -2,10 +2,7 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-
 #include "cli/console/wrapped_names.h"
-#include "support/number_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -34,39 +31,11 @@ std::string_view ReasonText(SkipReason reason) {
   return "the sum is too large";
 }
 
-void AddTo(SkippedAmounts::Total& total, double amount) {
-  ++total.count;
-  total.sum += amount;
+std::string SumText(const ImportReport::Total& total) {
+  return total.sum ? fmt::format("{:.2f}", *total.sum) : std::string("out of range");
 }
 
 }  // namespace
-
-void SkippedAmounts::Add(const Notice& notice) {
-  switch (notice.kind) {
-    case NoticeKind::AmountSkipped: {
-      if (!notice.skipped) return;
-      const double amount = ConvertToDouble(notice.skipped->amount).value_or(0);
-      if (notice.place.pastPeriod) {
-        AddTo(pastTotal_, amount);
-      } else {
-        AddTo(importTotal_, amount);
-        AddTo(byReason_[notice.skipped->reason], amount);
-      }
-      break;
-    }
-    case NoticeKind::AccountInSeveralRows:
-      if (std::ranges::find(repeatedAccounts_, notice.description) == repeatedAccounts_.end()) {
-        repeatedAccounts_.push_back(notice.description);
-      }
-      break;
-    case NoticeKind::PastPerformanceEnded:
-      if (pastPerformanceEnd_.empty()) pastPerformanceEnd_ = notice.description;
-      break;
-    default:
-      return;
-  }
-  notices_.push_back(notice);
-}
 
 std::string_view ReasonWord(SkipReason reason) noexcept {
   switch (reason) {
@@ -92,25 +61,25 @@ std::string_view ReasonWord(SkipReason reason) noexcept {
   return "subtotal-out-of-range";
 }
 
-std::string SkippedReport(const SkippedAmounts& skipped) {
-  std::string report;
-  if (skipped.Any()) {
-    report += "Left out, because the import's rules cannot place them (--journal FILE lists each):\n";
-    for (const auto& [reason, total] : skipped.ByReason()) {
-      report += fmt::format("  {:>6} {:>14.2f}  {}\n", total.count, total.sum, ReasonText(reason));
+std::string SkippedReport(const ImportReport& report) {
+  std::string text;
+  if (report.LeftOut().count != 0) {
+    text += "Left out, because the import's rules cannot place them (--journal FILE lists each):\n";
+    for (const auto& [reason, total] : report.LeftOutByReason()) {
+      text += fmt::format("  {:>6} {:>14}  {}\n", total.count, SumText(total), ReasonText(reason));
     }
   }
-  if (!skipped.RepeatedAccounts().empty()) {
-    report += WrappedNames("Accounts that the reports show in more than one row, all of which were added:",
-                           skipped.RepeatedAccounts());
+  if (!report.RepeatedAccounts().empty()) {
+    text += WrappedNames("Accounts that the reports show in more than one row, all of which were added:",
+                         report.RepeatedAccounts());
   }
-  if (!skipped.PastPerformanceEnd().empty()) {
-    report += fmt::format(
+  if (!report.PastPerformanceEnd().empty()) {
+    text += fmt::format(
         "Past performance ended early: the company has no top-level account of type {}. Cells from "
         "there on were not written.\n",
-        skipped.PastPerformanceEnd());
+        report.PastPerformanceEnd());
   }
-  return report;
+  return text;
 }
 
 }  // namespace krnqb::cli

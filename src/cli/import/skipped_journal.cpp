@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/console/failure.h"
+#include "cli/import/skipped_amounts.h"
 
 namespace krnqb::cli {
 namespace {
@@ -26,7 +27,7 @@ std::string_view KindWord(NoticeKind kind) {
 Json LineOf(const Notice& notice) {
   Json line{{"kind", KindWord(notice.kind)}};
   if (notice.skipped) line["reason"] = ReasonWord(notice.skipped->reason);
-  line["operation"] = notice.place.operation;
+  line["operation"] = OperationName(notice.place.operation);
   if (notice.place.request) line["request"] = *notice.place.request;
   if (!notice.place.fromDate.empty()) line["from"] = notice.place.fromDate;
   if (!notice.place.toDate.empty()) line["to"] = notice.place.toDate;
@@ -45,9 +46,9 @@ Json LineOf(const Notice& notice) {
 
 }  // namespace
 
-void WriteJournal(const std::string& file, const SkippedAmounts& skipped) {
+void WriteJournal(const std::string& file, const ImportReport& report) {
   std::ofstream lines(file, std::ios::binary | std::ios::trunc);
-  for (const Notice& notice : skipped.All()) {
+  for (const Notice& notice : report.Journal()) {
     lines << LineOf(notice).dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
   }
   lines.close();

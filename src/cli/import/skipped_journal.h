@@ -2,13 +2,13 @@
 
 #include <string>
 
-#include "cli/import/skipped_amounts.h"
+#include "krnqb/import_report.h"
 
 namespace krnqb::cli {
 
-/// Writes everything that was taken in as JSON lines to a file, which it replaces: what happened, the request
-/// and its period, and for an amount its reason, transaction, account and text. A CommandFailure when the
-/// file cannot be written.
-void WriteJournal(const std::string& file, const SkippedAmounts& skipped);
+/// Writes a report's journal to a file, which it replaces, as JSON lines: what happened, the request and its
+/// period, and for an amount its reason, transaction, account and text. Throws CommandFailure if the file
+/// cannot be written.
+void WriteJournal(const std::string& file, const ImportReport& report);
 
 }  // namespace krnqb::cli

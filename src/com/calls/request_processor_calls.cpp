@@ -5,6 +5,7 @@
 #include "com/values/com_pointer.h"
 #include "com/values/error_mapping.h"
 #include "com/values/text.h"
+#include "qbxml/processor_creation.h"
 
 namespace krnqb::com {
 namespace {
@@ -75,8 +76,7 @@ class InstalledProcessors final : public RequestProcessorFactory {
     constexpr DWORD contexts = CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER;
     const HRESULT result = CoCreateInstance(__uuidof(QuickBooksRequestProcessor), nullptr, contexts,
                                             __uuidof(IQuickBooksRequestProcessor), &created);
-    // For whatever reason the creation fails, QuickBooks is unavailable.
-    if (FAILED(result)) throw Error(error_number::cannotCreateObject);
+    if (FAILED(result)) throw CreationError(ErrorOf(result), result);
     return std::make_unique<InstalledProcessor>(
         ComPointer<IQuickBooksRequestProcessor>::Adopt(static_cast<IQuickBooksRequestProcessor*>(created)));
   }

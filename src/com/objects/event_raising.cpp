@@ -28,27 +28,27 @@ class AdvisedSinksRaising final : public EventSink {
     VARIANT argument{};
     argument.vt = VT_BYREF | VT_VARIANT;
     argument.pvarVal = &variable.Get();
-    Raise("XMLprocessing", xmlProcessing, {&argument, 1});
+    Raise(Operation::XMLprocessing, xmlProcessing, {&argument, 1});
   }
 
   void TableModified(std::string_view sTableID) override {
     const VariantValue id = VariantValue::OfText(sTableID);
     VARIANT argument = id.Get();
-    Raise("TableModified", tableModified, {&argument, 1});
+    Raise(Operation::TableModified, tableModified, {&argument, 1});
   }
 
-  void AfterImport() override { Raise("AfterImport", afterImport, {}); }
+  void AfterImport() override { Raise(Operation::AfterImport, afterImport, {}); }
 
   void ProgressBarChange(std::int16_t PercentValue, std::string_view Description) override {
     const VariantValue percent = VariantValue::OfInteger(PercentValue);
     const VariantValue text = VariantValue::OfText(Description);
     // IDispatch expects arguments in reverse order.
     std::array<VARIANT, 2> arguments{text.Get(), percent.Get()};
-    Raise("ProgressBarChange", progressBarChange, arguments);
+    Raise(Operation::ProgressBarChange, progressBarChange, arguments);
   }
 
  private:
-  void Raise(std::string_view event, DISPID member, std::span<VARIANT> arguments) {
+  void Raise(Operation event, DISPID member, std::span<VARIANT> arguments) {
     // A handler may change the list: sinks it adds receive only later events, and sinks it removes receive
     // nothing more.
     const std::vector<AdvisedSinks::Advised> current = sinks_->All();
@@ -57,7 +57,7 @@ class AdvisedSinksRaising final : public EventSink {
     }
   }
 
-  void RaiseTo(IDispatch& sink, std::string_view event, DISPID member, std::span<VARIANT> arguments) {
+  void RaiseTo(IDispatch& sink, Operation event, DISPID member, std::span<VARIANT> arguments) {
     DISPPARAMS parameters{};
     parameters.rgvarg = arguments.data();
     parameters.cArgs = static_cast<UINT>(arguments.size());
@@ -66,12 +66,13 @@ class AdvisedSinksRaising final : public EventSink {
     UINT faulty = 0;
     const HRESULT result = sink.Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
                                        dropped.Receive(), &exception, &faulty);
-    if (FAILED(result)) Tell(event, ErrorOf(result, exception));
+    if (FAILED(result)) Report(event, ErrorOf(result, exception));
   }
 
-  void Tell(std::string_view event, const Error& error) {
+  void Report(Operation event, const Error& error) {
     if (observer_ == nullptr) return;
-    TellError(*observer_, NoticeKind::StatementSkipped, Place{std::string(event), {}, {}, {}}, error);
+    ReportError(*observer_, NoticeKind::StatementSkipped, NoticeMeaning::Complete, {.operation = event},
+                error);
   }
 
   std::shared_ptr<AdvisedSinks> sinks_;

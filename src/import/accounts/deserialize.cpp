@@ -36,7 +36,7 @@ void WriteTables(ImportContext& context, TablesDocument& changed, const XmlEleme
 std::optional<TablesDocument> ChangedTables(ImportContext& context, const Variant& serialData) {
   TablesDocument changed;
   bool documentFound = false;
-  const Place place{.operation = "KRNDeserialize", .request = {}, .fromDate = {}, .toDate = {}};
+  const Place place{.operation = Operation::KRNDeserialize};
   const bool complete = EndOnError(context.observer, place, [&] {
     const XmlElement document = DocumentOf(serialData);
     documentFound = static_cast<bool>(document);

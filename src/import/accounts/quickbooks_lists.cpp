@@ -5,7 +5,7 @@
 namespace krnqb {
 namespace {
 
-constexpr std::string_view operation = "LoadQuickBooksLists";
+constexpr Operation operation = Operation::LoadQuickBooksLists;
 
 }  // namespace
 

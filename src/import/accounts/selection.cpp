@@ -107,10 +107,7 @@ XmlElement SelectedAccounts(const XmlElement& accounts, const XmlElement& select
 XmlElement BuildSelectedExpenses(ImportContext& context) {
   if (context.state.options.krnProduct != QBKRN_BRI) return {};
   XmlElement selection;
-  const Place place{.operation = "SelectedExpenses",
-                    .request = request_number::expenseAccounts,
-                    .fromDate = {},
-                    .toDate = {}};
+  const Place place{.operation = Operation::SelectedExpenses, .request = request_number::expenseAccounts};
   EndOnError(context.observer, place, [&] {
     const XmlElement tableBlocks = context.plan.ReadPlanTable(table_id::plannedContributionMargin);
     if (!tableBlocks) return;

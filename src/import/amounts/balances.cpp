@@ -21,7 +21,7 @@ using ReadTransactions = void (*)(ImportContext&, const TransactionQuery&);
 
 // One of the two passes over twelve months.
 struct MonthlyPass {
-  std::string_view operation;
+  Operation operation;
   std::string_view progressText;
   std::span<const std::int32_t> kinds;
   ReadTransactions read;
@@ -30,10 +30,6 @@ struct MonthlyPass {
 constexpr std::array expenseKinds = {request_number::bills, request_number::checks,
                                      request_number::creditCardCharges};
 constexpr std::array incomeKinds = {request_number::invoices, request_number::salesReceipts};
-
-Place In(std::string_view operation) {
-  return Place{.operation = std::string(operation), .request = {}, .fromDate = {}, .toDate = {}};
-}
 
 // The start is settled after the first progress event, whose handler may still change the plan's.
 void ReadMonths(ImportContext& context, const MonthlyPass& pass, const YearMonth& start) {
@@ -68,9 +64,9 @@ void SpreadBalance(SubtotalCollection& subtotals, const XmlElement& account, std
 }  // namespace
 
 void ImportExpenseBalances(ImportContext& context, const YearMonth& start) {
-  const MonthlyPass pass{"ImportExpenseBalances", "Importing expense balances...", expenseKinds,
+  const MonthlyPass pass{Operation::ImportExpenseBalances, "Importing expense balances...", expenseKinds,
                          ReadExpenseTransactions};
-  EndOnError(context.observer, In(pass.operation), [&] {
+  EndOnError(context.observer, {.operation = pass.operation}, [&] {
     context.state.billableExpenses.emplace();
     ReadMonths(context, pass, start);
     SpreadExpenseBalances(context);
@@ -78,21 +74,24 @@ void ImportExpenseBalances(ImportContext& context, const YearMonth& start) {
 }
 
 void ImportIncomeBalances(ImportContext& context, const YearMonth& start) {
-  const MonthlyPass pass{"ImportIncomeBalances", "Importing income balances...", incomeKinds,
+  const MonthlyPass pass{Operation::ImportIncomeBalances, "Importing income balances...", incomeKinds,
                          ReadSalesTransactions};
-  EndOnError(context.observer, In(pass.operation), [&] { ReadMonths(context, pass, start); });
+  EndOnError(context.observer, {.operation = pass.operation}, [&] { ReadMonths(context, pass, start); });
 }
 
 void SpreadExpenseBalances(ImportContext& context) {
-  EndOnError(context.observer, In("SpreadExpenseBalances"), [&] {
-    auto& subtotals = context.state.expenseSubtotals;
-    const std::int16_t activity = MonthsOfActivity(subtotals ? &*subtotals : nullptr);
-    const std::int16_t months = activity == 0 ? cSubtotals::monthCount : activity;
-    for (const XmlElement& account :
-         context.state.expenseAccounts.Element().SelectAll(topLevelExpenseAccounts)) {
-      if (subtotals) SpreadBalance(*subtotals, account, months);
-    }
-  });
+  const AccountList& accounts = context.state.expenseAccounts;
+  EndOnError(
+      context.observer, {.operation = Operation::SpreadExpenseBalances},
+      [&] {
+        auto& subtotals = context.state.expenseSubtotals;
+        const std::int16_t activity = MonthsOfActivity(subtotals ? &*subtotals : nullptr);
+        const std::int16_t months = activity == 0 ? cSubtotals::monthCount : activity;
+        for (const XmlElement& account : accounts.Element().SelectAll(topLevelExpenseAccounts)) {
+          if (subtotals) SpreadBalance(*subtotals, account, months);
+        }
+      },
+      EndMeaning(accounts));
 }
 
 }  // namespace krnqb

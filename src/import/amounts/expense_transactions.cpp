@@ -24,17 +24,17 @@ std::string_view ResponseName(std::int32_t kind) {
 // An expense line names its account, an item line its item, whose expense side it posts to.
 std::string_view AccountOf(LineBooking& booking, const TransactionLine& line) {
   if (line.element == "ExpenseLineRet") {
-    if (line.accountId.value_or("").empty()) booking.TellSkipped(line, SkipReason::NoAccount, {});
+    if (line.accountId.value_or("").empty()) booking.ReportSkipped(line, SkipReason::NoAccount, {});
     return line.accountId.value_or("");
   }
   const std::string_view item = line.itemId.value_or("");
   if (item.empty()) {
-    booking.TellSkipped(line, SkipReason::NoItem, {});
+    booking.ReportSkipped(line, SkipReason::NoItem, {});
     return {};
   }
   const ItemList& items = booking.context.state.itemListDocument;
   const std::string_view account = items.ExpenseAccount(item, booking.context.observer);
-  if (account.empty()) booking.TellSkipped(line, SkipReason::ItemWithoutAccount, item);
+  if (account.empty()) booking.ReportSkipped(line, SkipReason::ItemWithoutAccount, item);
   return account;
 }
 
@@ -45,7 +45,7 @@ void BookExpense(LineBooking& booking, const TransactionLine& line) {
   if (account.empty()) return;
   if (booking.AddTo(AccountGroup::Expense, account, amount, line)) return;
   if (booking.AddTo(AccountGroup::Income, account, -amount, line)) return;
-  booking.TellSkipped(line, SkipReason::AccountInNoList, account);
+  booking.ReportSkipped(line, SkipReason::AccountInNoList, account);
 }
 
 // The customer and the amount's very text: an amount written differently is another one.
@@ -71,7 +71,7 @@ void RecordBillable(LineBooking& booking, const TransactionLine& line) {
     auto& billable = booking.context.state.billableExpenses;
     if (!billable) throw Error(error_number::objectNotSet);
     if (billable->Find(key) != nullptr) {
-      booking.TellSkipped(line, SkipReason::DuplicateBillableKey, account);
+      booking.ReportSkipped(line, SkipReason::DuplicateBillableKey, account);
     } else {
       billable->Add(account, key);
     }
@@ -81,14 +81,15 @@ void RecordBillable(LineBooking& booking, const TransactionLine& line) {
 }  // namespace
 
 void ReadExpenseTransactions(ImportContext& context, const TransactionQuery& query) {
-  LineBooking booking(context, query, "ReadExpenseTransactions");
+  LineBooking booking(context, query, Operation::ReadExpenseTransactions);
   Variant answer;
-  SkipOnError(context.observer, booking.place, [&] { answer = context.session.QbSerialize(query.request); });
+  SkipOnError(context.observer, booking.place,
+              [&] { answer = context.session.QbSerialize(query.request, booking.place); });
   const LineSelection selection{ResponseName(query.kind), LinePlaces::DirectChildren, {}};
   const TransactionLines read = ReadTransactionLines(answer, selection, context.observer, booking.place);
   for (const TransactionLine& line : read.lines) {
     if (line.insideItemGroup) {
-      booking.TellSkipped(line, SkipReason::InsideItemGroup, line.itemId.value_or(""));
+      booking.ReportSkipped(line, SkipReason::InsideItemGroup, line.itemId.value_or(""));
       continue;
     }
     BookExpense(booking, line);
@@ -104,7 +105,7 @@ bool OffsetBilledExpense(LineBooking& booking, const TransactionLine& line) {
   const std::string* const account = billable && !key.empty() ? billable->Find(key) : nullptr;
   if (account == nullptr || account->empty()) return false;
   bool offset = false;
-  EndOnError(booking.context.observer, booking.query.At("OffsetBilledExpense"), [&] {
+  EndOnError(booking.context.observer, booking.query.At(Operation::OffsetBilledExpense), [&] {
     offset = booking.AddTo(AccountGroup::Expense, *account, -RequireDouble(*line.amount), line);
   });
   return offset;

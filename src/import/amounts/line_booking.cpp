@@ -7,7 +7,7 @@ namespace krnqb {
 
 double LineBooking::AmountOf(const TransactionLine& line) {
   const std::optional<double> amount = line.amount ? ConvertToDouble(*line.amount) : std::nullopt;
-  if (!amount) TellSkipped(line, SkipReason::AmountIsNoNumber, {});
+  if (!amount) ReportSkipped(line, SkipReason::AmountIsNoNumber, {});
   return amount.value_or(0);
 }
 
@@ -18,21 +18,19 @@ bool LineBooking::AddTo(AccountGroup group, std::string_view accountId, double a
   auto& subtotals = SubtotalsOf(context.state, group);
   cSubtotals* const subtotal = subtotals ? subtotals->Find(name) : nullptr;
   if (subtotal == nullptr) {
-    TellSkipped(line, SkipReason::NoSubtotal, name);
+    ReportSkipped(line, SkipReason::NoSubtotal, name);
     return true;
   }
   if (!SkipOnError(context.observer, place, [&] { subtotal->AddToSubTotal(query.month, amount); })) {
-    TellSkipped(line, SkipReason::SubtotalOutOfRange, name);
+    ReportSkipped(line, SkipReason::SubtotalOutOfRange, name);
   }
   return true;
 }
 
-void LineBooking::TellSkipped(const TransactionLine& line, SkipReason reason, std::string_view account) {
+void LineBooking::ReportSkipped(const TransactionLine& line, SkipReason reason, std::string_view account) {
   context.observer.Notify(Notice{.kind = NoticeKind::AmountSkipped,
+                                 .meaning = NoticeMeaning::LeftOut,
                                  .place = place,
-                                 .number = 0,
-                                 .severity = {},
-                                 .description = {},
                                  .skipped = Skipped{.reason = reason,
                                                     .transactionId = std::string(line.transactionId),
                                                     .transactionDate = std::string(line.transactionDate),

@@ -16,11 +16,8 @@ namespace krnqb {
 class LineBooking {
  public:
   /// Both outlive the booking.
-  LineBooking(ImportContext& importContext, const TransactionQuery& transactionQuery,
-              std::string_view operationName)
-      : context(importContext),
-        query(transactionQuery),
-        place(transactionQuery.At(std::string(operationName))) {}
+  LineBooking(ImportContext& importContext, const TransactionQuery& transactionQuery, Operation operation)
+      : context(importContext), query(transactionQuery), place(transactionQuery.At(operation)) {}
 
   /// The line's amount; 0, told to the observer, when it has none that is a number.
   double AmountOf(const TransactionLine& line);
@@ -29,7 +26,7 @@ class LineBooking {
   /// not hold the account; a missing subtotal or a sum out of range is told to the observer.
   bool AddTo(AccountGroup group, std::string_view accountId, double amount, const TransactionLine& line);
 
-  void TellSkipped(const TransactionLine& line, SkipReason reason, std::string_view account);
+  void ReportSkipped(const TransactionLine& line, SkipReason reason, std::string_view account);
 
   const std::string& TopLevelName(AccountGroup group, std::string_view accountId) const;
 

@@ -15,10 +15,25 @@ namespace {
 
 constexpr auto accountRows = "//RowData[@rowType=\"account\"]";
 
-constexpr std::array<std::string_view, 12> balanceSheetTypes = {
-    "Bank",         "AccountsReceivable", "OtherAsset", "OtherCurrentAsset",     "FixedAsset",
-    "Depreciation", "AccountsPayable",    "CreditCard", "OtherCurrentLiability", "LongTermLiability",
-    "Equity",       "RetainedEarnings"};
+struct BalanceSheetType {
+  std::string_view name;
+  ErrorStatus errorStatus = ErrorStatus::DataMissing;
+};
+
+// Depreciation and RetainedEarnings are figures of the plan: QuickBooks has no such account types and always
+// answers with an error.
+constexpr std::array balanceSheetTypes{BalanceSheetType{"Bank"},
+                                       BalanceSheetType{"AccountsReceivable"},
+                                       BalanceSheetType{"OtherAsset"},
+                                       BalanceSheetType{"OtherCurrentAsset"},
+                                       BalanceSheetType{"FixedAsset"},
+                                       BalanceSheetType{"Depreciation", ErrorStatus::Expected},
+                                       BalanceSheetType{"AccountsPayable"},
+                                       BalanceSheetType{"CreditCard"},
+                                       BalanceSheetType{"OtherCurrentLiability"},
+                                       BalanceSheetType{"LongTermLiability"},
+                                       BalanceSheetType{"Equity"},
+                                       BalanceSheetType{"RetainedEarnings", ErrorStatus::Expected}};
 
 std::string_view Trimmed(std::string_view text) {
   const std::size_t first = text.find_first_not_of(' ');
@@ -26,20 +41,21 @@ std::string_view Trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-// Tells what a person should know of a report's rows; it changes nothing of what is added.
-class RowTelling {
+// Reports what a person should know of a report's rows; it changes nothing of what is added.
+class RowReporting {
  public:
-  RowTelling(Observer& observer, const Place& place) : observer_(observer), place_(place) {}
+  RowReporting(Observer& observer, const Place& place) : observer_(observer), place_(place) {}
 
   void Added(const std::string& name) {
-    if (!names_.insert(FoldedKey(name)).second) Tell(NoticeKind::AccountInSeveralRows, name);
+    if (!names_.insert(FoldedKey(name)).second)
+      Report(NoticeKind::AccountInSeveralRows, NoticeMeaning::Complete, name);
   }
 
   void Columns(const std::vector<XmlElement>& columns, const std::string& name) {
     for (std::size_t index = 0; index < columns.size(); ++index) {
       const std::optional<std::string> number = columns[index].Attribute("colID");
       if (!number || *number == fmt::format("{}", index + 1)) continue;
-      Tell(NoticeKind::ColumnsOutOfStep, name);
+      Report(NoticeKind::ColumnsMisaligned, NoticeMeaning::Incomplete, name);
       return;
     }
   }
@@ -47,26 +63,22 @@ class RowTelling {
   void NoSubtotal(const std::string& name, const std::vector<XmlElement>& columns, std::size_t amountCount) {
     double sum = 0;
     for (std::size_t column = 1; column <= amountCount && column < columns.size(); ++column) {
-      // Telling must not fail where the row itself would only be passed over.
+      // Reporting must not fail where the row itself would only be passed over.
       sum += ConvertToDouble(columns[column].Attribute("value").value_or("")).value_or(0);
     }
     if (sum == 0) return;
     observer_.Notify(Notice{.kind = NoticeKind::AmountSkipped,
+                            .meaning = NoticeMeaning::LeftOut,
                             .place = place_,
-                            .number = 0,
-                            .severity = {},
-                            .description = {},
                             .skipped = Skipped{.reason = SkipReason::NoSubtotal,
-                                               .transactionId = {},
-                                               .transactionDate = {},
                                                .source = name,
                                                .account = name,
                                                .amount = GeneralNumberText(sum)}});
   }
 
  private:
-  void Tell(NoticeKind kind, const std::string& name) {
-    observer_.Notify(Notice{.kind = kind, .place = place_, .number = 0, .severity = {}, .description = name});
+  void Report(NoticeKind kind, NoticeMeaning meaning, const std::string& name) {
+    observer_.Notify(Notice{.kind = kind, .meaning = meaning, .place = place_, .description = name});
   }
 
   Observer& observer_;
@@ -97,18 +109,18 @@ std::optional<std::string> TopLevelLabel(const XmlElement& rowData) {
 
 void AddTypeReport(const XmlElement& response, std::int16_t period, const std::string& type,
                    SubtotalCollection& target, Observer& observer, const Place& place) {
-  RowTelling telling(observer, place);
+  RowReporting reporting(observer, place);
   for (const XmlElement& rowData : response.SelectAll(accountRows)) {
     const std::optional<std::string> label = TopLevelLabel(rowData);
     if (!label) continue;
     const std::vector<XmlElement> columns = ColumnsOf(rowData);
     cSubtotals* const subtotal = target.Find(type);
     if (subtotal == nullptr) {
-      telling.NoSubtotal(*label, columns, 1);
+      reporting.NoSubtotal(*label, columns, 1);
       continue;
     }
-    telling.Added(*label);
-    telling.Columns(columns, *label);
+    reporting.Added(*label);
+    reporting.Columns(columns, *label);
     if (columns.size() > 1) subtotal->AddToSubTotal(period, AmountOf(columns[1]));
   }
 }
@@ -123,7 +135,7 @@ std::string_view AccountNameOfLabel(std::string_view label) {
 
 void ParseProfitAndLossReport(Session& session, std::int32_t requestNumber, const DateRange& range,
                               std::optional<SubtotalCollection>& target, Observer& observer) {
-  const Place place{.operation = "ParseProfitAndLossReport",
+  const Place place{.operation = Operation::ParseProfitAndLossReport,
                     .request = requestNumber,
                     .fromDate = range.fromDate,
                     .toDate = range.toDate};
@@ -133,7 +145,7 @@ void ParseProfitAndLossReport(Session& session, std::int32_t requestNumber, cons
 
 void ParseProfitAndLossReport(const XmlElement& response, std::optional<SubtotalCollection>& target,
                               Observer& observer, const Place& place) {
-  RowTelling telling(observer, place);
+  RowReporting reporting(observer, place);
   for (const XmlElement& rowData : response.SelectAll(accountRows)) {
     const std::optional<std::string> label = TopLevelLabel(rowData);
     if (!label) continue;
@@ -141,11 +153,11 @@ void ParseProfitAndLossReport(const XmlElement& response, std::optional<Subtotal
     const std::vector<XmlElement> columns = ColumnsOf(rowData);
     cSubtotals* const subtotal = target ? target->Find(name) : nullptr;
     if (subtotal == nullptr) {
-      telling.NoSubtotal(name, columns, cSubtotals::monthCount);
+      reporting.NoSubtotal(name, columns, cSubtotals::monthCount);
       continue;
     }
-    telling.Added(name);
-    telling.Columns(columns, name);
+    reporting.Added(name);
+    reporting.Columns(columns, name);
     for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
       const auto column = static_cast<std::size_t>(month);
       if (column < columns.size()) subtotal->AddToSubTotal(month, AmountOf(columns[column]));
@@ -155,14 +167,13 @@ void ParseProfitAndLossReport(const XmlElement& response, std::optional<Subtotal
 
 void ParseBalanceSheetByType(ImportContext& context, std::int16_t period, const std::string& request,
                              const std::string& asOfDate, SubtotalCollection& target, TypeProgress progress) {
-  Place place{.operation = "ParseBalanceSheetByType",
+  Place place{.operation = Operation::ParseBalanceSheetByType,
               .request = request_number::balanceSheetByType,
               .fromDate = asOfDate,
               .toDate = asOfDate,
-              .accountType = {},
               .pastPeriod = period};
   int step = 0;
-  for (const std::string_view type : balanceSheetTypes) {
+  for (const auto& [type, errorStatus] : balanceSheetTypes) {
     ++step;
     place.accountType = type;
     if (progress == TypeProgress::Raised) {
@@ -174,7 +185,7 @@ void ParseBalanceSheetByType(ImportContext& context, std::int16_t period, const 
       typeRequest.replace(at, accountTypePlaceholder.size(), type);
     }
     const XmlElement response =
-        AnswerElement(context.session.QbSerialize(typeRequest), context.observer, place);
+        AnswerElement(context.session.QbSerialize(typeRequest, place), context.observer, place, errorStatus);
     AddTypeReport(response, period, std::string(type), target, context.observer, place);
   }
 }

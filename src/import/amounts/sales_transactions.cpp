@@ -55,26 +55,28 @@ void BookSale(LineBooking& booking, const TransactionLine& line) {
   const double amount = booking.AmountOf(line);
   if (amount == 0) return;
   const std::string_view item = ItemOf(line);
-  if (item.empty()) return booking.TellSkipped(line, SkipReason::NoItem, {});
+  if (item.empty()) return booking.ReportSkipped(line, SkipReason::NoItem, {});
   const ItemList& items = booking.context.state.itemListDocument;
   const SalePosting& posting = items.IncomePosting(item, booking.context.observer);
   if (posting == SalePosting()) {
-    if (!OffsetBilledExpense(booking, line)) booking.TellSkipped(line, SkipReason::ItemWithoutAccount, item);
+    if (!OffsetBilledExpense(booking, line))
+      booking.ReportSkipped(line, SkipReason::ItemWithoutAccount, item);
     return;
   }
   const AccountId account =
       BooksCost(posting) ? BookCost(booking, line, posting) : std::get<AccountId>(posting);
   if (booking.AddTo(AccountGroup::Income, account, amount, line)) return;
   if (booking.AddTo(AccountGroup::Expense, account, -amount, line)) return;
-  booking.TellSkipped(line, SkipReason::AccountInNoList, account);
+  booking.ReportSkipped(line, SkipReason::AccountInNoList, account);
 }
 
 }  // namespace
 
 void ReadSalesTransactions(ImportContext& context, const TransactionQuery& query) {
-  LineBooking booking(context, query, "ReadSalesTransactions");
+  LineBooking booking(context, query, Operation::ReadSalesTransactions);
   Variant answer;
-  SkipOnError(context.observer, booking.place, [&] { answer = context.session.QbSerialize(query.request); });
+  SkipOnError(context.observer, booking.place,
+              [&] { answer = context.session.QbSerialize(query.request, booking.place); });
   const bool invoices = query.kind == request_number::invoices;
   const LineSelection selection{invoices ? "InvoiceQueryRs" : "SalesReceiptQueryRs", LinePlaces::Anywhere,
                                 invoices ? "InvoiceLineRet" : "SalesReceiptLineRet"};
@@ -88,7 +90,7 @@ AccountId BookCostOfSale(LineBooking& booking, const TransactionLine& line, cons
   if (!std::isfinite(cost)) throw Error(error_number::overflow);
   const std::string& name = booking.TopLevelName(AccountGroup::CostOfGoods, sale.costAccount);
   if (name.empty()) {
-    booking.TellSkipped(line, SkipReason::AccountInNoList, sale.costAccount);
+    booking.ReportSkipped(line, SkipReason::AccountInNoList, sale.costAccount);
   } else {
     auto& subtotals = booking.context.state.costSubtotals;
     if (!subtotals) throw Error(error_number::invalidProcedureCall);

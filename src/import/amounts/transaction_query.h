@@ -17,11 +17,8 @@ struct TransactionQuery {
       0;            ///< 1 to 12, counted from the first month of the import: the slot that amounts go to
   DateRange range;  ///< the month's first and last day
 
-  Place At(std::string operation) const {
-    return {.operation = std::move(operation),
-            .request = kind,
-            .fromDate = range.fromDate,
-            .toDate = range.toDate};
+  Place At(Operation operation) const {
+    return {.operation = operation, .request = kind, .fromDate = range.fromDate, .toDate = range.toDate};
   }
 };
 

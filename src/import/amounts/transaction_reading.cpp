@@ -100,7 +100,7 @@ class LineHandler final : public XmlEventHandler {
   // The lines with their fields, once everything around them has been read; tells the answer's statuses.
   TransactionLines Lines() && {
     for (const auto& status : statuses_) {
-      TellStatus([&](std::string_view name) { return status.at(name); }, observer_, place_);
+      ReportStatus([&](std::string_view name) { return status.at(name); }, observer_, place_);
     }
     if (!responseSeen_) return {};
     lines_.lines.reserve(found_.size());
@@ -228,7 +228,7 @@ TransactionLines ReadTransactionLines(const Variant& answer, const LineSelection
   if (text == nullptr) return {};
   LineHandler handler(selection, observer, place);
   if (const std::optional<XmlFault> fault = ParseXmlEvents(*text, handler)) {
-    TellUnreadable(*fault, observer, place);
+    ReportUnreadable(*fault, observer, place);
     return {};
   }
   return std::move(handler).Lines();

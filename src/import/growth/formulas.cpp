@@ -13,7 +13,7 @@ enum class UnmatchedRows { Skipped, DepreciationSummed };
 
 // What differs between the writers.
 struct GrowthTable {
-  std::string_view operation;
+  Operation operation;
   std::string_view plannedBlock;
   std::string_view actualBlock;
   std::int16_t growthRate;
@@ -105,7 +105,7 @@ class GrowthWriter {
   const GrowthTable& table_;
   const QBKRN_BalancesImport balances;
   Observer& observer_;
-  const Place place{.operation = std::string(table_.operation), .request = {}, .fromDate = {}, .toDate = {}};
+  const Place place{.operation = table_.operation};
 };
 
 void WriteGrowth(const GrowthTable& table, const ImportOptions& options, TablesDocument& tables,
@@ -118,7 +118,7 @@ void WriteGrowth(const GrowthTable& table, const ImportOptions& options, TablesD
 }  // namespace
 
 void WriteSalesGrowth(const ImportState& state, TablesDocument& tables, Observer& observer) {
-  const GrowthTable table{.operation = "WriteSalesGrowth",
+  const GrowthTable table{.operation = Operation::WriteSalesGrowth,
                           .plannedBlock = block_id::sales,
                           .actualBlock = block_id::actualSales,
                           .growthRate = state.options.growthRateIncome,
@@ -129,7 +129,7 @@ void WriteSalesGrowth(const ImportState& state, TablesDocument& tables, Observer
 }
 
 void WriteCostGrowth(const ImportState& state, TablesDocument& tables, Observer& observer) {
-  const GrowthTable table{.operation = "WriteCostGrowth",
+  const GrowthTable table{.operation = Operation::WriteCostGrowth,
                           .plannedBlock = block_id::costs,
                           .actualBlock = block_id::actualCosts,
                           .growthRate = state.options.growthRateCogs,
@@ -140,7 +140,7 @@ void WriteCostGrowth(const ImportState& state, TablesDocument& tables, Observer&
 }
 
 void WriteExpenseGrowth(const ImportState& state, TablesDocument& tables, Observer& observer) {
-  GrowthTable table{.operation = "WriteExpenseGrowth",
+  GrowthTable table{.operation = Operation::WriteExpenseGrowth,
                     .plannedBlock = {},
                     .actualBlock = {},
                     .growthRate = state.options.growthRateExpenses,

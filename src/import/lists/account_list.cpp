@@ -6,14 +6,6 @@
 #include "support/error_handling.h"
 
 namespace krnqb {
-namespace {
-
-Place In(std::string operation) {
-  return Place{.operation = std::move(operation), .request = {}, .fromDate = {}, .toDate = {}};
-}
-
-}  // namespace
-
 const AccountList::RollUp& AccountList::RollUpOf(std::string_view listId) const {
   if (lookUps_ == nullptr) lookUps_ = std::make_shared<LookUps>(answer_);
   const std::string id(listId);
@@ -49,22 +41,30 @@ XmlElement AccountList::FindListId(const std::string& listId) const {
   return lookUps_->index.Find(listId);
 }
 
+NoticeMeaning EndMeaning(const AccountList& list) noexcept {
+  return list ? NoticeMeaning::Incomplete : NoticeMeaning::Complete;
+}
+
 const std::string& TopLevelAccountName(const AccountList& list, std::string_view listId, Observer& observer) {
   const AccountList::RollUp& rollUp = list.RollUpOf(listId);
-  if (rollUp.failure)
-    TellError(observer, NoticeKind::OperationEnded, In("TopLevelAccountName"), *rollUp.failure);
+  if (rollUp.failure) {
+    ReportEnd(observer, {.operation = Operation::TopLevelAccountName}, *rollUp.failure);
+  }
   return rollUp.name;
 }
 
 std::optional<SubtotalCollection> TopLevelSubtotals(const AccountList& list, Observer& observer) {
   SubtotalCollection subtotals;
-  const bool complete = EndOnError(observer, In("TopLevelSubtotals"), [&] {
-    for (const XmlElement& account : list.Element().SelectAll("//AccountRet")) {
-      if (!IsTopLevelAccount(account)) continue;
-      const std::string name = account.Child("Name").Text();
-      subtotals.Add(cSubtotals(name), name);
-    }
-  });
+  const bool complete = EndOnError(
+      observer, {.operation = Operation::TopLevelSubtotals},
+      [&] {
+        for (const XmlElement& account : list.Element().SelectAll("//AccountRet")) {
+          if (!IsTopLevelAccount(account)) continue;
+          const std::string name = account.Child("Name").Text();
+          subtotals.Add(cSubtotals(name), name);
+        }
+      },
+      EndMeaning(list));
   if (!complete) return std::nullopt;
   return subtotals;
 }

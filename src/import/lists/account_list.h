@@ -50,6 +50,10 @@ class AccountList {
   mutable std::shared_ptr<LookUps> lookUps_;
 };
 
+/// Returns what it means that an operation on a list ended early. Nothing is missing if the list is: it was
+/// either not requested, or its request already reported the error.
+NoticeMeaning EndMeaning(const AccountList& list) noexcept;
+
 /// Returns the name of the top-level account that an account belongs to: the account itself or the ancestor,
 /// reached by "ParentRef", whose "Sublevel" is "0". Returns the empty text if the list does not contain the
 /// account. If a record on the way is incomplete or the parents form a cycle, reports the error to the

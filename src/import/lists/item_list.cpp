@@ -44,7 +44,7 @@ template <typename Found>
 const Found& ItemList::LookUp(std::string_view itemId, std::unordered_map<std::string, Found> LookUps::*kept,
                               Found (*read)(const XmlElement& item), Observer& observer) const {
   static const Found nothing;
-  const Place place{.operation = "ItemAccount", .request = {}, .fromDate = {}, .toDate = {}};
+  const Place place{.operation = Operation::ItemAccount};
   const Found* result = &nothing;
   SkipOnError(observer, place, [&] {
     if (!answer_) throw Error(error_number::objectNotSet);

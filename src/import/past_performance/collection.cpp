@@ -17,7 +17,7 @@
 namespace krnqb {
 namespace {
 
-constexpr std::string_view operation = "CollectPastPerformance";
+constexpr Operation operation = Operation::CollectPastPerformance;
 
 // Types that are there whether the company has such accounts or not. "CostOfGoodSold" is a figure of its own:
 // what is sold at cost is read under "CostOfGoodsSold", which a company without such accounts does not have.
@@ -31,8 +31,8 @@ struct PastPeriod {
   bool isMonth;
 };
 
-// Tells what happens while a past period is read as what it is: the same transaction may be read for the
-// import too.
+// Adds the past period to what is reported while it is read: the same transaction may be read for the import
+// too.
 class PastObserver final : public Observer {
  public:
   PastObserver(Observer& observer, std::int16_t period) : observer_(observer), period_(period) {}
@@ -200,11 +200,9 @@ class PastCollecting {
 
 void CollectPastPerformance(ImportContext& context, std::int16_t majorVersion) {
   context.state.pastPerformance.reset();
-  const Place place{.operation = std::string(operation),
-                    .request = request_number::allAccounts,
-                    .fromDate = {},
-                    .toDate = {}};
-  EndOnError(context.observer, place, [&] { PastCollecting(context, majorVersion).Run(); });
+  const Place place{.operation = operation, .request = request_number::allAccounts};
+  EndOnError(
+      context.observer, place, [&] { PastCollecting(context, majorVersion).Run(); }, endOfPastPerformance);
 }
 
 }  // namespace krnqb

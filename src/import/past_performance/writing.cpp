@@ -12,7 +12,7 @@
 namespace krnqb {
 namespace {
 
-constexpr std::string_view operation = "WritePastPerformance";
+constexpr Operation operation = Operation::WritePastPerformance;
 
 // A row's figure: one account type, with another added or taken off.
 struct PastRow {
@@ -98,30 +98,32 @@ std::int16_t PastPeriodCount(const ImportOptions& options) noexcept {
 std::string WritePastPerformance(ImportContext& context, const std::string& tableText,
                                  std::int16_t majorVersion) {
   const ImportOptions& options = context.state.options;
-  const Place place{.operation = std::string(operation), .request = {}, .fromDate = {}, .toDate = {}};
+  const Place place{.operation = operation};
   const std::int16_t periodCount = PastPeriodCount(options);
   if (options.balancesImport != BalImport_None && options.includePastPerformance)
     CollectPastPerformance(context, majorVersion);
   auto& collection = context.state.pastPerformance;
   PastWriter writer(collection ? &*collection : nullptr, context.observer);
   const XmlElement table = ResponseElement(tableText, {});
-  const bool complete = EndOnError(context.observer, place, [&] {
-    if (!table) throw Error(error_number::objectNotSet);
-    writer.Write(table, periodCount);
-  });
+  const bool complete = EndOnError(
+      context.observer, place,
+      [&] {
+        if (!table) throw Error(error_number::objectNotSet);
+        writer.Write(table, periodCount);
+      },
+      endOfPastPerformance);
   return complete || writer.AnyWritten() ? table.Xml() : std::string();
 }
 
-cSubtotals& RequireType(SubtotalCollection& collection, std::string_view type,
-                        std::string_view endedOperation, Observer& observer) {
+cSubtotals& RequireType(SubtotalCollection& collection, std::string_view type, Operation endedOperation,
+                        Observer& observer) {
   cSubtotals* const item = collection.Find(type);
   if (item == nullptr) {
-    observer.Notify(Notice{
-        .kind = NoticeKind::PastPerformanceEnded,
-        .place = Place{.operation = std::string(endedOperation), .request = {}, .fromDate = {}, .toDate = {}},
-        .number = error_number::invalidProcedureCall,
-        .severity = {},
-        .description = std::string(type)});
+    observer.Notify(Notice{.kind = NoticeKind::PastPerformanceEnded,
+                           .place = {.operation = endedOperation},
+                           .number = error_number::invalidProcedureCall,
+                           .description = std::string(type),
+                           .errorKind = ErrorKind::InvalidProcedureCall});
     throw Error(error_number::invalidProcedureCall);
   }
   return *item;

@@ -86,7 +86,7 @@ TEST_F(IncompleteImport, TellsAnAnswerWithAWarning) {
 
 TEST_F(IncompleteImport, TellsAnAnswerThatDoesNotParse) {
   Answer(expenseRequest, "<QBXML><QBXMLMsgsRs>");
-  ExpectIncomplete("request 4 (expense accounts): the answer is no well-formed XML");
+  ExpectIncomplete("request 4 (expense accounts): the answer is not well-formed XML");
 }
 
 TEST_F(IncompleteImport, TellsEverythingThatIsMissing) {
@@ -98,7 +98,7 @@ TEST_F(IncompleteImport, TellsEverythingThatIsMissing) {
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(
       run.err,
-      std::string("krnqb: incomplete: request 4 (expense accounts): the answer is no well-formed XML\n"
+      std::string("krnqb: incomplete: request 4 (expense accounts): the answer is not well-formed XML\n"
                   "krnqb: incomplete: request 1 (income accounts): status 1000 (Error): Internal error\n") +
           nothingWritten);
 }
@@ -164,6 +164,17 @@ TEST_F(IncompleteImport, EndsWithARefusedRequestWhateverIsAccepted) {
               "written\n");
     EXPECT_EQ(ReadText(plan), before);
   }
+}
+
+TEST_F(IncompleteImport, WritesTheJournalOfAFailedImport) {
+  EditRecording(recording, expenseRequest, [](auto& line) {
+    line.erase("response");
+    line["error"] = {{"number", -2147220446}, {"description", "The user refused access."}};
+  });
+  const std::string journal = place / "journal.jsonl";
+  tests::WriteText(journal, "of the import before\n");
+  EXPECT_EQ(Import({"--quiet", "--journal", journal}).code, 1);
+  EXPECT_EQ(ReadText(journal), "");
 }
 
 TEST_F(IncompleteImport, TellsARefusedCompanyCheckBesideWhatCameOfIt) {

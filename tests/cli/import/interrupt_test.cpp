@@ -13,18 +13,23 @@ using tests::ReadText;
 using tests::RunProgram;
 using tests::Workplace;
 
-// Interrupts the process when it is first asked for the time, which an import does while it rebuilds the
-// tables.
+// Interrupts the process the given time that it is asked for the time, which an import does while it rebuilds
+// the tables; never for 0.
 class InterruptingClock : public Clock {
  public:
+  explicit InterruptingClock(int interruptAt = 1) : interruptAt_(interruptAt) {}
+
   LocalDateTime Now() override {
-    if (!interrupted_) std::raise(SIGINT);
-    interrupted_ = true;
+    ++asked_;
+    if (asked_ == interruptAt_) std::raise(SIGINT);
     return tests::JanuaryClock()->Now();
   }
 
+  int Asked() const noexcept { return asked_; }
+
  private:
-  bool interrupted_ = false;
+  const int interruptAt_;
+  int asked_ = 0;
 };
 
 Surroundings Interrupting() {
@@ -67,6 +72,20 @@ TEST(InterruptedImport, IsNotForcedByAcceptIncomplete) {
           .code,
       130);
   EXPECT_EQ(ReadText(place / "ald.kpf"), before);
+}
+
+// After the last table is rebuilt the amounts are read. An interrupt ends that reading early.
+TEST(InterruptedImport, ReportsNothingAsIncomplete) {
+  const Workplace place;
+  place.NurseryYear();
+  const auto arguments =
+      place.ImportArguments("ald.kpf", {"--expenses", "--income", "--balances", "all", "--dry-run"});
+  const auto counting = std::make_shared<InterruptingClock>(0);
+  EXPECT_EQ(RunProgram(arguments, {.clock = counting, .errorIsTerminal = false}).code, 0);
+  const auto interrupting = std::make_shared<InterruptingClock>(counting->Asked());
+  const ProgramRun run = RunProgram(arguments, {.clock = interrupting, .errorIsTerminal = false});
+  EXPECT_EQ(run.code, 130);
+  EXPECT_EQ(run.err, "krnqb: import interrupted: stopped on request; nothing was written\n");
 }
 
 TEST(InterruptedImport, LeavesThePlanToTheNextOne) {

@@ -111,6 +111,8 @@ TEST(ImportJson, TellsAFailureDuringTheImportWithTheEventsBeforeIt) {
   EXPECT_EQ(object.at("result"), "failed");
   EXPECT_EQ(object.at("error_number"), -2147221504);
   EXPECT_EQ(object.at("error_description"), "Your QuickBooks must be updated to R2.");
+  EXPECT_NE(run.err.find("; use a company whose processor answers qbXML 1.1; "), std::string::npos)
+      << run.err;
   EXPECT_EQ(object.at("events"), ordered_json{Progress(20)});
   EXPECT_EQ(object.at("tables"), ordered_json::array());
 }

@@ -128,6 +128,20 @@ TEST_F(ExpenseSelection, FailsWhenThePlanHasNoTableForIt) {
       << run.err;
 }
 
+TEST_F(ExpenseSelection, FailsForNamesThatCannotBeCheckedEvenIfIncompleteIsAccepted) {
+  const std::string recording = place / "exchange.jsonl";
+  ASSERT_EQ(Import({"--expenses", "--dry-run", "--record", recording}).code, 0);
+  tests::EditRecording(recording, "requestID=\"4\"", [](auto& line) { line["response"] = "<QBXML>"; });
+  const Words replaying = {"import",          "--replay",   recording, "--plan",
+                           place / "bri.kpf", "--expenses", "--quiet", "--accept-incomplete"};
+  Words naming = replaying;
+  naming.insert(naming.end(), {"--select-expense", "Rent"});
+  const ProgramRun run = RunProgram(naming);
+  EXPECT_EQ(run.code, 1);
+  EXPECT_NE(run.err.find("selecting expense accounts failed: the accounts"), std::string::npos) << run.err;
+  EXPECT_EQ(RunProgram(replaying).code, 3) << "without a name there is nothing to check";
+}
+
 TEST_F(ExpenseSelection, IsReadBeforeTheImportForItsProductAlone) {
   const auto requestsOf = [&](const std::string& plan, const Words& contents) {
     Words more = contents;

@@ -68,7 +68,10 @@ const HRESULT companyNotOpen = static_cast<HRESULT>(0x80040416);
 TEST(Faults, ARefusalIsReportedInTheErrorPair) {
   const std::vector<Refusal> refusals{
       {L"creation", REGDB_E_CLASSNOTREG, nullptr, false, false, 429, notInstalled},
-      {L"creation", E_OUTOFMEMORY, nullptr, false, false, 429, notInstalled},
+      {L"creation", CLASS_E_CLASSNOTAVAILABLE, nullptr, false, false, 429, notInstalled},
+      {L"creation", E_OUTOFMEMORY, nullptr, false, false, 7, "Error (7): Out of memory"},
+      {L"creation", otherRefusal, nullptr, false, false, otherRefusal,
+       "Error (-2147220472): Automation error"},
       {L"connection", otherRefusal, L"not today", false, false, otherRefusal,
        "Error (-2147220472): not today"},
       {L"connection", otherRefusal, nullptr, false, false, otherRefusal,

@@ -100,6 +100,7 @@ TEST(Session, SendsARequestVerbatimAndReturnsTheResponseText) {
 
 TEST(Session, FailsTheVersionCheckIfQuickBooksIsUnreachable) {
   const Variable refused(L"KRNQB_REFUSED_CALL", L"creation");
+  const Variable number(L"KRNQB_REFUSAL_NUMBER", L"80040154");
   const LateBound exchange = NewLateBoundExchange();
   const Outcome supported = exchange.Call(L"IsSDKVersionSupported");
   EXPECT_EQ(DISP_E_EXCEPTION, supported.result);

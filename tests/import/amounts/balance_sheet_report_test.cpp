@@ -115,6 +115,23 @@ TEST_F(BalanceSheetReport, LeavesATypeWhoseReportHasNoRowsOrNoAmounts) {
   EXPECT_EQ(SumOfAll(), 9);
 }
 
+TEST_F(BalanceSheetReport, ExpectsAnErrorForTheFiguresThatAreNoAccountTypes) {
+  surroundings.quickBooks->answers["330"] = fakes::StatusAnswer("GeneralSummaryReportQueryRs", "3140");
+  Parse();
+  std::vector<std::string> expected;
+  int missing = 0;
+  for (const Notice& notice : surroundings.observer.notices) {
+    ASSERT_EQ(notice.kind, NoticeKind::AnswerStatus);
+    if (notice.meaning == NoticeMeaning::Complete) {
+      expected.push_back(notice.place.accountType);
+    } else {
+      ++missing;
+    }
+  }
+  EXPECT_EQ(expected, (std::vector<std::string>{"Depreciation", "RetainedEarnings"}));
+  EXPECT_EQ(missing, 10);
+}
+
 TEST_F(BalanceSheetReport, TakesTheNumberThatAnAmountBeginsWith) {
   Answer("Bank", ReportRow("Checking", {"1,000.00"}) + ReportRow("Savings", {" 2.5 net"}) +
                      ReportRow("Cash", {"none"}));
@@ -128,7 +145,7 @@ TEST_F(BalanceSheetReport, TakesTheSecondColumnWhateverItsNumber) {
          "<ColData colID=\"3\" value=\"5\"/></DataRow>");
   Parse();
   EXPECT_EQ(Of("Bank"), 5);
-  EXPECT_EQ(surroundings.NoticesOf(NoticeKind::ColumnsOutOfStep), 1U);
+  EXPECT_EQ(surroundings.NoticesOf(NoticeKind::ColumnsMisaligned), 1U);
 }
 
 TEST_F(BalanceSheetReport, AddsEveryRowThatNamesAnAccountAndTellsSo) {

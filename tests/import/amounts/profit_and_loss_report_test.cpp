@@ -22,7 +22,7 @@ class ProfitAndLossReport : public testing::Test {
 
   void Parse(const std::string& answer) {
     ParseProfitAndLossReport(XmlElement::Parse(answer), target, observer,
-                             {.operation = "ParseProfitAndLossReport",
+                             {.operation = Operation::ParseProfitAndLossReport,
                               .request = 310,
                               .fromDate = "2002-01-01",
                               .toDate = "2002-12-31"});
@@ -144,7 +144,7 @@ TEST_F(ProfitAndLossReport, CountsColumnsByPositionWhateverTheirNumbersAndTellsS
       "<DataRow><RowData rowType=\"account\" value=\"Rent\"/><ColData colID=\"1\" value=\"Rent\"/>"
       "<ColData colID=\"2\" value=\"5\"/><ColData colID=\"4\" value=\"7\"/></DataRow>");
   EXPECT_EQ(Of("Rent"), (Months{5, 7, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
-  const auto told = Told(NoticeKind::ColumnsOutOfStep);
+  const auto told = Told(NoticeKind::ColumnsMisaligned);
   ASSERT_EQ(told.size(), 1U);
   EXPECT_EQ(told[0].description, "Rent");
 }

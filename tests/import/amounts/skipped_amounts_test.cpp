@@ -62,7 +62,7 @@ TEST_F(SkippedAmounts, AreToldWithRequestPeriodTransactionAccountAndAmount) {
   Spend(ExpenseLine(AccountRef("X-9") + Amount("75.50")));
   ASSERT_EQ(surroundings.SkippedAmounts().size(), 1U);
   const Notice notice = surroundings.SkippedAmounts()[0];
-  EXPECT_EQ(notice.place.operation, "ReadExpenseTransactions");
+  EXPECT_EQ(notice.place.operation, Operation::ReadExpenseTransactions);
   EXPECT_EQ(notice.place.request, 11);
   EXPECT_EQ(notice.place.fromDate, "2002-02-01");
   EXPECT_EQ(notice.place.toDate, "2002-02-28");
@@ -79,7 +79,7 @@ TEST_F(SkippedAmounts, OfASaleAreToldTheSameWay) {
   Sell(Sale(ItemRef("IT-3") + Amount("75.50")));
   ASSERT_EQ(surroundings.SkippedAmounts().size(), 1U);
   const Notice notice = surroundings.SkippedAmounts()[0];
-  EXPECT_EQ(notice.place.operation, "ReadSalesTransactions");
+  EXPECT_EQ(notice.place.operation, Operation::ReadSalesTransactions);
   EXPECT_EQ(notice.place.request, 21);
   EXPECT_EQ(notice.place.fromDate, "2002-02-01");
   ASSERT_TRUE(notice.skipped);

@@ -237,7 +237,7 @@ TEST(ReadingTransactionsByPaths, TellsWhatTheReadingOfAWholeAnswerTells) {
       "<QBXML><QBXMLMsgsRs><BillQueryRs statusCode=\"3000\"></QBXML>",
       "<QBXML><QBXMLMsgsRs><BillQueryRs statusCode=\"no\"/></QBXMLMsgsRs></QBXML>",
       ""};
-  const Place place{.operation = "reading", .request = 10, .fromDate = {}, .toDate = {}};
+  const Place place{.operation = Operation::ReadExpenseTransactions, .request = 10};
   for (const char* text : texts) {
     fakes::RecordingObserver expected;
     fakes::RecordingObserver actual;

@@ -28,7 +28,10 @@ constexpr LineSelection billLines{
     .responseName = "BillQueryRs", .places = LinePlaces::DirectChildren, .lineName = {}};
 constexpr LineSelection invoiceLines{
     .responseName = "InvoiceQueryRs", .places = LinePlaces::Anywhere, .lineName = "InvoiceLineRet"};
-const Place place{.operation = "reading", .request = 10, .fromDate = "2002-01-01", .toDate = "2002-01-31"};
+const Place place{.operation = Operation::ReadExpenseTransactions,
+                  .request = 10,
+                  .fromDate = "2002-01-01",
+                  .toDate = "2002-01-31"};
 
 class ReadingTransactions : public testing::Test {
  protected:
@@ -288,7 +291,7 @@ TEST_F(ReadingTransactions, TellsAStatusThatIsNoSuccess) {
   EXPECT_EQ(observer.notices[0].number, 3260);
   EXPECT_EQ(observer.notices[0].severity, "Error");
   EXPECT_EQ(observer.notices[0].description, "Refused");
-  EXPECT_EQ(observer.notices[0].place.operation, "reading");
+  EXPECT_EQ(observer.notices[0].place.operation, Operation::ReadExpenseTransactions);
   EXPECT_EQ(observer.notices[0].place.toDate, "2002-01-31");
   observer.notices.clear();
   Read(Variant(fakes::StatusAnswer("BillQueryRs", "1")), billLines);

@@ -121,7 +121,9 @@ TEST(TopLevelSubtotals, AreNothingWithoutAListAndIfAnAccountHasNoName) {
   fakes::RecordingObserver observer;
   EXPECT_FALSE(TopLevelSubtotals(AccountList(), observer));
   EXPECT_FALSE(TopLevelSubtotals(List({"<AccountRet><Sublevel>0</Sublevel></AccountRet>"}), observer));
-  EXPECT_EQ(observer.notices.size(), 2U);
+  ASSERT_EQ(observer.notices.size(), 2U);
+  EXPECT_EQ(observer.notices[0].meaning, NoticeMeaning::Complete) << "no list was asked for";
+  EXPECT_EQ(observer.notices[1].meaning, NoticeMeaning::Incomplete) << "an account has no name";
 }
 
 TEST(TopLevelSubtotals, AreAnEmptyCollectionForAnEmptyList) {

@@ -41,6 +41,17 @@ TEST_F(PastTransactions, GiveTheIncomeOfThreeFiscalYears) {
   EXPECT_EQ(surroundings.Income("Plants", 9), 8) << "the subtotals are those of the last period";
 }
 
+TEST_F(PastTransactions, ReportWhatIsLeftOutWithThePeriod) {
+  surroundings.SetItems("");
+  Sell("2000-05-01", "1");
+  Sell("2002-05-01", "2");
+  Collect();
+  const std::vector<Notice> amounts = surroundings.SkippedAmounts();
+  ASSERT_EQ(amounts.size(), 2U);
+  EXPECT_EQ(amounts[0].place.pastPeriod, 1);
+  EXPECT_EQ(amounts[1].place.pastPeriod, 3);
+}
+
 TEST_F(PastTransactions, GiveNoExpensesAndNoCosts) {
   surroundings.SetItems(fakes::InventoryItem("IT-1", "I-1", "C-1", "2.5"));
   Sell("2000-04-01", "100");
@@ -143,7 +154,7 @@ TEST_F(PastTransactions, EndInTheFirstPeriodWithoutCostOfGoodsSold) {
   for (const Notice& notice : surroundings.observer.notices) {
     if (notice.kind != NoticeKind::PastPerformanceEnded) continue;
     EXPECT_EQ(notice.description, "CostOfGoodsSold");
-    EXPECT_EQ(notice.place.operation, "CollectPastPerformance");
+    EXPECT_EQ(notice.place.operation, Operation::CollectPastPerformance);
   }
 }
 

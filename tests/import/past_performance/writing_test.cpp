@@ -159,7 +159,7 @@ TEST_F(WritingPastPerformance, EndsInTheFirstColumnWithoutCostOfGoodsSold) {
   for (const Notice& notice : surroundings.observer.notices) {
     if (notice.kind != NoticeKind::PastPerformanceEnded) continue;
     EXPECT_EQ(notice.description, "CostOfGoodsSold");
-    EXPECT_EQ(notice.place.operation, "WritePastPerformance");
+    EXPECT_EQ(notice.place.operation, Operation::WritePastPerformance);
   }
   EXPECT_EQ(surroundings.errorPair.number, 0);
 }

@@ -1,0 +1,61 @@
+#include "cli/import/interruptible_processors.h"
+
+#include <utility>
+
+namespace krnqb::cli {
+namespace {
+
+class InterruptibleProcessor : public RequestProcessor {
+ public:
+  InterruptibleProcessor(std::unique_ptr<RequestProcessor> inner, const InterruptWatch& interrupts) noexcept
+      : inner_(std::move(inner)), interrupts_(interrupts) {}
+
+  std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
+    interrupts_.StopWhenRequested();
+    return inner_->ProcessRequest(ticket, request);
+  }
+
+  void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
+    interrupts_.StopWhenRequested();
+    inner_->OpenConnection(applicationIdentifier, applicationName);
+  }
+
+  std::string BeginSession(std::string_view companyFile, std::int32_t fileMode) override {
+    return inner_->BeginSession(companyFile, fileMode);
+  }
+
+  std::string GetCurrentCompanyFileName(std::string_view ticket) override {
+    return inner_->GetCurrentCompanyFileName(ticket);
+  }
+
+  std::int16_t MajorVersion() override { return inner_->MajorVersion(); }
+  std::int16_t MinorVersion() override { return inner_->MinorVersion(); }
+
+ private:
+  std::unique_ptr<RequestProcessor> inner_;
+  const InterruptWatch& interrupts_;
+};
+
+class InterruptibleFactory : public RequestProcessorFactory {
+ public:
+  InterruptibleFactory(std::shared_ptr<RequestProcessorFactory> inner,
+                       const InterruptWatch& interrupts) noexcept
+      : inner_(std::move(inner)), interrupts_(interrupts) {}
+
+  std::unique_ptr<RequestProcessor> Create() override {
+    return std::make_unique<InterruptibleProcessor>(inner_->Create(), interrupts_);
+  }
+
+ private:
+  std::shared_ptr<RequestProcessorFactory> inner_;
+  const InterruptWatch& interrupts_;
+};
+
+}  // namespace
+
+std::shared_ptr<RequestProcessorFactory> InterruptibleProcessors(
+    std::shared_ptr<RequestProcessorFactory> inner, const InterruptWatch& interrupts) {
+  return std::make_shared<InterruptibleFactory>(std::move(inner), interrupts);
+}
+
+}  // namespace krnqb::cli

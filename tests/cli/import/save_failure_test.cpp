@@ -1,0 +1,77 @@
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <csignal>
+#include <nlohmann/json.hpp>
+
+#include "cli/workplace.h"
+
+namespace krnqb::cli {
+namespace {
+
+using tests::ProgramRun;
+using tests::ReadText;
+using tests::RunProgram;
+using tests::Workplace;
+
+void Interrupt(int /*signal*/) {
+  std::raise(SIGINT);
+}
+
+// While it lives, no file can grow beyond a kilobyte: saving the plan fails in the middle. The signal that
+// comes with it goes to `handler`.
+class SmallFiles {
+ public:
+  explicit SmallFiles(void (*handler)(int)) : handlerBefore_(std::signal(SIGXFSZ, handler)) {
+    ::getrlimit(RLIMIT_FSIZE, &before_);
+    rlimit small = before_;
+    small.rlim_cur = 1024;
+    ::setrlimit(RLIMIT_FSIZE, &small);
+  }
+  ~SmallFiles() {
+    ::setrlimit(RLIMIT_FSIZE, &before_);
+    std::signal(SIGXFSZ, handlerBefore_);
+  }
+  SmallFiles(const SmallFiles&) = delete;
+  SmallFiles& operator=(const SmallFiles&) = delete;
+
+ private:
+  void (*handlerBefore_)(int);
+  rlimit before_{};
+};
+
+class FailedSave : public testing::Test {
+ protected:
+  void SetUp() override {
+    place.Nursery();
+    before = ReadText(plan);
+  }
+  ProgramRun Import(void (*handler)(int)) const {
+    const SmallFiles limit(handler);
+    return RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--json"}));
+  }
+
+  const Workplace place;
+  const std::string plan = place / "ald.kpf";
+  std::string before;
+};
+
+TEST_F(FailedSave, ListsNoTablesAsChanged) {
+  const ProgramRun run = Import(SIG_IGN);
+  EXPECT_EQ(run.code, 1);
+  const auto object = nlohmann::json::parse(run.out);
+  EXPECT_EQ(object.at("result"), "failed");
+  EXPECT_EQ(object.at("tables"), nlohmann::json::array());
+  EXPECT_EQ(ReadText(plan), before);
+}
+
+TEST_F(FailedSave, IsAFailureAlsoIfAnInterruptComesMeanwhile) {
+  const ProgramRun run = Import(Interrupt);
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(nlohmann::json::parse(run.out).at("result"), "failed");
+  EXPECT_EQ(run.err.find("interrupted"), std::string::npos) << run.err;
+  EXPECT_EQ(ReadText(plan), before);
+}
+
+}  // namespace
+}  // namespace krnqb::cli

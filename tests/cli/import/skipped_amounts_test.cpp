@@ -1,0 +1,68 @@
+#include "cli/import/skipped_amounts.h"
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "cli/json_output.h"
+
+namespace krnqb::cli {
+namespace {
+
+Notice LeftOut(SkipReason reason, const std::string& amount) {
+  return {.kind = NoticeKind::AmountSkipped,
+          .meaning = NoticeMeaning::LeftOut,
+          .skipped = Skipped{.reason = reason, .amount = amount}};
+}
+
+void Fill(ImportReport& report, const std::vector<Notice>& notices) {
+  for (const Notice& notice : notices) report.Notify(notice);
+}
+
+TEST(SkippedReport, IsEmptyWhenNothingWasLeftOut) {
+  EXPECT_EQ(SkippedReport(ImportReport()), "");
+}
+
+TEST(SkippedReport, HasALinePerReason) {
+  ImportReport report;
+  Fill(report, {LeftOut(SkipReason::NoItem, "-2.5"), LeftOut(SkipReason::NoAccount, "1234.5"),
+                LeftOut(SkipReason::NoAccount, "1")});
+  EXPECT_EQ(SkippedReport(report),
+            "Left out, because the import's rules cannot place them (--journal FILE lists each):\n"
+            "       2        1235.50  the line names no account\n"
+            "       1          -2.50  the line names no item\n");
+}
+
+TEST(SkippedReport, SaysThatASumIsOutOfRange) {
+  ImportReport report;
+  Fill(report, {LeftOut(SkipReason::NoAccount, "1.7E308"), LeftOut(SkipReason::NoAccount, "1.7E308")});
+  EXPECT_NE(SkippedReport(report).find("\n       2   out of range  the line names no account\n"),
+            std::string::npos)
+      << SkippedReport(report);
+}
+
+TEST(SkippedReport, NamesRepeatedAccountsAndTheEndOfPastPerformance) {
+  ImportReport report;
+  Fill(report, {{.kind = NoticeKind::AccountInSeveralRows, .description = "Rent"},
+                {.kind = NoticeKind::PastPerformanceEnded, .description = "CostOfGoodsSold"}});
+  const std::string text = SkippedReport(report);
+  EXPECT_NE(text.find("Rent"), std::string::npos) << text;
+  EXPECT_NE(text.find("no top-level account of type CostOfGoodsSold."), std::string::npos) << text;
+}
+
+TEST(SkippedJson, HasATextWhereASumIsOutOfRange) {
+  ImportOutcome outcome;
+  Fill(outcome.report, {LeftOut(SkipReason::NoAccount, "-1.7E308"),
+                        LeftOut(SkipReason::NoAccount, "-1.7E308"), LeftOut(SkipReason::NoItem, "2.5")});
+  const std::string text = ImportOutcomeJson(outcome);
+  EXPECT_EQ(text.find("null"), std::string::npos) << text;
+  const auto skipped = nlohmann::json::parse(text).at("skipped");
+  EXPECT_EQ(skipped.at("count"), 3);
+  EXPECT_EQ(skipped.at("sum"), "out of range");
+  EXPECT_EQ(skipped.at("reasons").at("no-account").at("count"), 2);
+  EXPECT_EQ(skipped.at("reasons").at("no-account").at("sum"), "out of range");
+  EXPECT_EQ(skipped.at("reasons").at("no-item").at("sum"), 2.5);
+}
+
+}  // namespace
+}  // namespace krnqb::cli

@@ -1,0 +1,74 @@
+#include "qbxml/session.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/import_surroundings.h"
+#include "qbxml/request_catalogue.h"
+
+// What the session reports of its requests. The opening and its errors are tested with the whole component.
+
+namespace krnqb {
+namespace {
+
+class SessionReport : public testing::Test {
+ protected:
+  Session& session() { return surroundings.context.session; }
+  const std::vector<Notice>& notices() const { return surroundings.observer.notices; }
+
+  fakes::ImportSurroundings surroundings;
+};
+
+TEST_F(SessionReport, OfAnAnswerHasThePeriodOfItsRequest) {
+  surroundings.quickBooks->answers["300"] = "<QBXML>";
+  session().Ask(request_number::incomeByMonth, Operation::ParseProfitAndLossReport, "2002-04-01",
+                "2003-03-31");
+  ASSERT_EQ(notices().size(), 1U);
+  EXPECT_EQ(notices()[0].kind, NoticeKind::AnswerUnreadable);
+  EXPECT_EQ(notices()[0].place.operation, Operation::ParseProfitAndLossReport);
+  EXPECT_EQ(notices()[0].place.request, 300);
+  EXPECT_EQ(notices()[0].place.fromDate, "2002-04-01");
+  EXPECT_EQ(notices()[0].place.toDate, "2003-03-31");
+}
+
+TEST_F(SessionReport, OfARefusedRequestHasItsPeriodAndTheProcessorsError) {
+  surroundings.journal->Fail("ProcessRequest 300 2002-04-01 2003-03-31", Error(91, "own words"));
+  try {
+    session().Ask(request_number::incomeByMonth, Operation::ParseProfitAndLossReport, "2002-04-01",
+                  "2003-03-31");
+    ADD_FAILURE() << "the request is refused";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Kind(), ErrorKind::RequestRefused);
+    EXPECT_EQ(error.Number(), 91);
+    EXPECT_EQ(error.Description(), "own words");
+  }
+  ASSERT_EQ(notices().size(), 1U);
+  const Notice& notice = notices()[0];
+  EXPECT_EQ(notice.kind, NoticeKind::RequestRefused);
+  EXPECT_EQ(notice.meaning, NoticeMeaning::Incomplete);
+  EXPECT_EQ(notice.place.request, 300);
+  EXPECT_EQ(notice.place.fromDate, "2002-04-01");
+  EXPECT_EQ(notice.place.toDate, "2003-03-31");
+  EXPECT_EQ(notice.number, 91);
+  EXPECT_EQ(notice.description, "own words");
+  EXPECT_EQ(notice.errorKind, ErrorKind::RequestRefused);
+}
+
+TEST_F(SessionReport, SaysNothingOfARequestWithoutText) {
+  EXPECT_THROW(session().QbSerialize(Variant(ObjectReference()), {}), Error);
+  EXPECT_TRUE(notices().empty());
+}
+
+TEST_F(SessionReport, FailsForAQuotedVersionWithoutAnAnswerAsForAnyOther) {
+  surroundings.quickBooks->answers["100"] = "<QBXML>";
+  for (const std::string_view version : {"1.1", "1\"1"}) {
+    try {
+      session().IsSDKVersionSupported(version);
+      ADD_FAILURE() << version;
+    } catch (const Error& error) {
+      EXPECT_EQ(error.Number(), error_number::objectNotSet) << version;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace krnqb
