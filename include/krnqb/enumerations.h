@@ -4,8 +4,8 @@
 
 namespace krnqb {
 
-// Enumerations of the automation interface: 32-bit, unscoped, and open to values that are not named here,
-// since a host may store any number in the properties that hold them.
+// Enumerations of the automation interface: 32-bit and unscoped. They accept values not named here, since a
+// host may store any number in the properties of these types.
 
 /// The edition of the planning program that owns the plan.
 enum QBKRNproduct : std::int32_t { QBKRN_ALD = 1, QBKRN_BRI = 2, QBKRN_COR = 3 };
@@ -14,7 +14,7 @@ enum QBKRN_SerializeOptions : std::int32_t { qbkrnsDefault = 0 };
 
 enum QBKRN_DeserializeOptions : std::int32_t { qbkrndDefault = 0 };
 
-/// The dialogs that `ShowDialog` offers.
+/// The dialogs that `ShowDialog` can show.
 enum QBKRN_Dialogs : std::int32_t {
   dlg_KRNtoQB = 1,
   dlg_QBtoKRN = 2,

@@ -7,23 +7,23 @@
 
 namespace krnqb {
 
-/// The error numbers that the component raises itself. Run-time errors are small and positive; automation
+/// The error numbers that the component itself raises. Run-time errors are small positive numbers; automation
 /// errors are HRESULTs read as signed 32-bit integers.
 namespace error_number {
-inline constexpr std::int32_t invalidProcedureCall = 5;  ///< also: a key that a collection does not have
-inline constexpr std::int32_t overflow = 6;              ///< also: a value that leaves 16 bits
+inline constexpr std::int32_t invalidProcedureCall = 5;  ///< also: a key missing from a collection
+inline constexpr std::int32_t overflow = 6;              ///< also: a value that does not fit in 16 bits
 inline constexpr std::int32_t outOfMemory = 7;
-inline constexpr std::int32_t subscriptOutOfRange = 9;  ///< also: a table that the plan does not have
+inline constexpr std::int32_t subscriptOutOfRange = 9;  ///< also: a table missing from the plan
 inline constexpr std::int32_t typeMismatch = 13;
 inline constexpr std::int32_t internalError = 51;
 inline constexpr std::int32_t pathNotFound = 76;
-inline constexpr std::int32_t objectNotSet = 91;  ///< an operation on nothing
+inline constexpr std::int32_t objectNotSet = 91;  ///< an operation on Nothing
 inline constexpr std::int32_t formAlreadyShown = 400;
 inline constexpr std::int32_t cannotCreateObject = 429;
 inline constexpr std::int32_t memberNotSupported = 438;  ///< the object has no such operation
 inline constexpr std::int32_t keyAlreadyPresent = 457;
-inline constexpr std::int32_t dialogCancelled = 32755;    ///< a person chose no file
-inline constexpr std::int32_t unspecified = -2147467259;  ///< 80004005, also: a malformed XPath
+inline constexpr std::int32_t dialogCancelled = 32755;    ///< the user chose no file
+inline constexpr std::int32_t unspecified = -2147467259;  ///< 80004005; also: a malformed XPath expression
 }  // namespace error_number
 
 /// What an error means. Two kinds can have the same number, and an error of an outside object has any number.
@@ -55,15 +55,15 @@ enum class ErrorKind : std::uint8_t {
 /// Returns the number of a kind; 0 for `Other`, `SessionRefused` and `RequestRefused`, which have any.
 std::int32_t NumberOf(ErrorKind kind) noexcept;
 
-/// The standard English text of a run-time error number, or of `unspecified`; "Automation error" for any
-/// other.
+/// Returns the standard English text of a run-time error number or of `unspecified`, or "Automation error"
+/// for any other number.
 std::string_view StandardDescription(std::int32_t number) noexcept;
 
-/// The one exception type of the component: a number, a description in UTF-8, and the kind.
+/// The component's only exception type: a number, a description in UTF-8, and the kind.
 class Error : public std::exception {
  public:
-  /// An error with the standard description of its number. The kind is that of the run-time error number,
-  /// `Other` for any other number; so in the next constructor.
+  /// Creates an error with the standard description of its number. The kind is that of the run-time error
+  /// number, `Other` for any other number; the same holds for the next constructor.
   explicit Error(std::int32_t errorNumber);
   Error(std::int32_t errorNumber, std::string errorDescription);
   /// An error with the number and description of its kind.

@@ -12,13 +12,14 @@
 
 namespace krnqb {
 
-/// The form in which collection keys are compared: each code point replaced by its one-to-one lower case, no
-/// normalisation ("ß" stays apart from "ss"). `text` is UTF-8; bytes that are not are kept as they are.
+/// Returns the form in which collection keys are compared: each code point is replaced by its one-to-one
+/// lower case, without normalisation ("ß" remains distinct from "ss"). `text` is UTF-8; invalid bytes are
+/// kept.
 std::string FoldedKey(std::string_view text);
 
-/// An ordered collection of values with optional text keys. Items are found by key, regardless of letter
-/// case, or by position, counted from 1; iteration follows the order of insertion. References to items stay
-/// valid while the collection lives.
+/// An ordered collection of values with optional text keys. Items are found by case-insensitive key or by
+/// position, counted from 1; iteration follows insertion order. References to items remain valid for the
+/// lifetime of the collection.
 template <typename Item>
 class KeyedCollection {
  public:
@@ -27,8 +28,8 @@ class KeyedCollection {
   /// Appends an item without a key.
   void Add(Item item) { items_.push_back(std::move(item)); }
 
-  /// Appends an item under a key. Error 457 when the key is present already; the collection is unchanged
-  /// then.
+  /// Appends an item under a key. Throws Error 457 and leaves the collection unchanged if the key already
+  /// exists.
   void Add(Item item, std::string_view key) {
     std::string folded = FoldedKey(key);
     if (positions_.contains(folded)) throw Error(error_number::keyAlreadyPresent);
@@ -36,7 +37,7 @@ class KeyedCollection {
     positions_.emplace(std::move(folded), items_.size() - 1);
   }
 
-  /// The item under a key, for code that looks whether it is there; null when it is not.
+  /// Returns the item with this key, or null if the key is missing.
   const Item* Find(std::string_view key) const {
     const auto found = positions_.find(FoldedKey(key));
     return found == positions_.end() ? nullptr : &items_[found->second];
@@ -46,7 +47,7 @@ class KeyedCollection {
     return found == positions_.end() ? nullptr : &items_[found->second];
   }
 
-  /// The item under a key; error 5 when the key is missing.
+  /// Returns the item with this key; throws Error 5 if the key is missing.
   const Item& At(std::string_view key) const {
     const Item* item = Find(key);
     if (item == nullptr) throw Error(error_number::invalidProcedureCall);
@@ -58,7 +59,7 @@ class KeyedCollection {
     return *item;
   }
 
-  /// The item at a position from 1 to Count(); error 9 outside.
+  /// Returns the item at a position from 1 to Count(); throws Error 9 if the position is out of range.
   const Item& AtPosition(std::size_t position) const {
     if (position < 1 || position > items_.size()) throw Error(error_number::subscriptOutOfRange);
     return items_[position - 1];

@@ -18,32 +18,32 @@ namespace krnqb {
 
 class QBDataExchange;
 
-/// Receives the component's events, on the thread that runs the import, which waits for each to return. A
-/// handler may read and change the component's options. An Error thrown by a handler is an error of the
-/// raising operation.
+/// Receives the component's events on the thread that runs the import, which waits for each handler to
+/// return. A handler may read and change the component's options. An Error thrown by a handler counts as an
+/// error of the operation that raised the event.
 class EventSink {
  public:
   virtual ~EventSink() = default;
 
-  /// Raised once per import, between its two passes. `oXML` holds Nothing; what the handler leaves in it is
+  /// Raised once per import, between its two passes. `oXML` is Nothing; whatever the handler assigns to it is
   /// ignored.
   virtual void XMLprocessing(Variant& oXML) = 0;
-  /// Never raised: ask GetTablesAffected instead.
+  /// Never raised; call GetTablesAffected instead.
   virtual void TableModified(std::string_view sTableID) = 0;
   virtual void AfterImport() = 0;
   /// `PercentValue` is 0 to 100.
   virtual void ProgressBarChange(std::int16_t PercentValue, std::string_view Description) = 0;
 };
 
-/// What the component shows to a person.
+/// What the component shows to the user.
 class UserInterface {
  public:
   virtual ~UserInterface() = default;
 
-  /// A message with an OK button and no title; returns when it has been closed.
+  /// Shows a message with an OK button and no title; returns when it is closed.
   virtual void ShowMessage(std::string_view text) = 0;
 
-  /// One of the component's dialogs; gives the chosen path, or Empty.
+  /// Shows one of the component's dialogs; returns the chosen path, or Empty.
   virtual Variant ShowDialog(QBDataExchange& component, QBKRN_Dialogs dialog) = 0;
 };
 
@@ -54,22 +54,22 @@ class Registry {
  public:
   virtual ~Registry() = default;
 
-  /// The value `name` (empty: the unnamed one) of a key, opened with a rights mask: a text, a 32-bit number,
-  /// or nothing when the key or the value cannot be read. A text may still have the NUL that ends it where it
-  /// is stored.
+  /// Reads the value `name` (empty: the unnamed value) of a key opened with the access mask `rights`. Returns
+  /// a text, a 32-bit number, or nothing if the key or the value cannot be read. A text may include the
+  /// terminating NUL with which it is stored.
   virtual std::optional<std::variant<std::string, std::uint32_t>> Read(RegistryHive hive,
                                                                        std::string_view key,
                                                                        std::string_view name,
                                                                        std::uint32_t rights) = 0;
 };
 
-/// The files of the machine. Paths are UTF-8; where names are bytes, they are these bytes.
+/// The file system. Paths are UTF-8; where file names are bytes, paths are those bytes.
 class FileSystem {
  public:
   virtual ~FileSystem() = default;
 
-  /// The names of the files in a folder, in any order and without its sub-folders. Error 76 when the folder
-  /// is missing or cannot be read.
+  /// Returns the names of the files in a folder, in any order and without its subfolders. Throws Error 76 if
+  /// the folder is missing or cannot be read.
   virtual std::vector<std::string> FileNames(const std::string& folder) = 0;
 
   virtual bool FileExists(const std::string& path) = 0;
@@ -91,10 +91,10 @@ class Clock {
   virtual LocalDateTime Now() = 0;
 };
 
-/// Everything outside the component, but for the plan, which comes through `KRNPlanData`. The component
-/// shares what it is given and releases it when it ends. Any of them may be null: no processors means that
-/// QuickBooks cannot be reached (429), no user interface that nothing is shown, no clock and no files the
-/// system's own.
+/// Everything outside the component except the plan, which is set through `KRNPlanData`. The component shares
+/// these objects and releases them when it is destroyed. Any may be null: without processors QuickBooks is
+/// unavailable (Error 429), without a user interface nothing is shown, and a null clock or file system means
+/// the operating system's own.
 struct OutsideWorld {
   std::shared_ptr<RequestProcessorFactory> processors;
   std::vector<std::shared_ptr<EventSink>> sinks;
@@ -103,7 +103,8 @@ struct OutsideWorld {
   std::shared_ptr<Registry> registry;
   std::shared_ptr<Clock> clock;
   std::shared_ptr<FileSystem> files = {};
-  /// The folder of the QuickBooks program, a path of this system; without one the registry is asked for it.
+  /// The folder of the QuickBooks program, as a path of this system. If empty, the folder is looked up in the
+  /// registry.
   std::optional<std::string> quickBooksFolder = {};
 };
 

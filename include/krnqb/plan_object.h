@@ -8,12 +8,12 @@
 
 namespace krnqb {
 
-/// One table set of a plan.
+/// One set of tables of a plan.
 class PlanTable {
  public:
   virtual ~PlanTable() = default;
 
-  /// The table's present content as XML text in UTF-8.
+  /// Returns the table's current content as XML text in UTF-8.
   virtual std::string Serialize() = 0;
 };
 
@@ -22,15 +22,15 @@ class PlanData {
  public:
   virtual ~PlanData() = default;
 
-  /// The table with a 32-digit id; error 9 when the plan has none.
+  /// Returns the table with a 32-digit id; throws Error 9 if the plan has no such table.
   virtual std::shared_ptr<PlanTable> tables(std::string_view id) = 0;
 
-  /// Loads the changed tables of a "<tables>" document into the plan. A text that is empty or does not parse
-  /// changes nothing. What the plan leaves in `document` is not read.
+  /// Loads the changed tables of a "<tables>" document into the plan. A text that is empty or malformed
+  /// changes nothing. The component ignores what the plan leaves in `document`.
   virtual void Deserialize(std::string& document) = 0;
 };
 
-/// The host's plan. Every operation may throw Error, which the component treats as the plan's own failure.
+/// The host's plan. Every operation may throw Error, which the component reports as the plan's own failure.
 class PlanObject : public Object {
  public:
   /// Opens another plan file in the host; `planFile` is a path in UTF-8.

@@ -10,9 +10,9 @@
 
 namespace krnqb {
 
-/// One account's (or one line's) amounts by month: 14 doubles that are 0 at the start. Slots 1 to 12 are the
-/// twelve months of the import period in order; slots 13 and 14 are two more, which `Total` includes. Amounts
-/// keep the sign that the accounting program gives them and are never rounded.
+/// The monthly amounts of one account (or one line): 14 doubles, initially 0. Slots 1 to 12 are the months of
+/// the import period in order; slots 13 and 14 are two additional slots that `Total` includes. Amounts keep
+/// the sign that the accounting program gives them and are never rounded.
 class cSubtotals : public Object {
  public:
   static constexpr std::int16_t slotCount = 14;
@@ -21,19 +21,20 @@ class cSubtotals : public Object {
   cSubtotals() = default;
   explicit cSubtotals(std::string_view descriptionText) : description_(descriptionText) {}
 
-  /// The account's name, which is also its key in its collection.
+  /// The account's name, which is also its key in the collection.
   const std::string& Description() const noexcept { return description_; }
   void Description(std::string_view text) { description_ = text; }
 
-  /// The amount in slot `Index`, 1 to 14; error 9 outside.
+  /// The amount in slot `Index`, 1 to 14; throws Error 9 if it is out of range.
   double SubTotal(std::int16_t Index) const;
   void SubTotal(std::int16_t Index, double amount);
 
-  /// Adds to slot `Index`, 1 to 14. Error 9 outside; error 6 when the sum leaves the range of a double, and
-  /// the slot is unchanged then.
+  /// Adds to slot `Index`, 1 to 14. Throws Error 9 if the index is out of range, and Error 6, leaving the
+  /// slot unchanged, if the sum exceeds the range of a double.
   void AddToSubTotal(std::int16_t Index, double amount);
 
-  /// Slots 1 to 14 added in order; 0 when the sum leaves the range of a double or is not a number.
+  /// Returns the sum of slots 1 to 14, added in order, or 0 if the sum exceeds the range of a double or is
+  /// not a number.
   double Total() const noexcept;
 
  private:
@@ -41,7 +42,7 @@ class cSubtotals : public Object {
   std::array<double, slotCount> slots_{};
 };
 
-/// Subtotals by name, as one import accumulates them.
+/// Subtotals by name, as an import accumulates them.
 using SubtotalCollection = KeyedCollection<cSubtotals>;
 
 }  // namespace krnqb

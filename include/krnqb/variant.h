@@ -11,8 +11,8 @@
 
 namespace krnqb {
 
-/// The base of what a Variant can hold by reference beside XML elements: plan objects, collections, subtotals
-/// and objects of a host's own.
+/// Base class of the objects, other than XML elements, that a Variant can reference: plan objects,
+/// collections, subtotals and a host's own objects.
 class Object {
  public:
   virtual ~Object() = default;
@@ -25,8 +25,8 @@ class Object {
 
 using ObjectReference = std::shared_ptr<Object>;
 
-/// A value whose type is known at run time only: Empty, Boolean, a 16- or 32-bit integer, a double, a UTF-8
-/// text, an XML element, or another object. An object reference may be null, which is Nothing.
+/// A value whose type is known only at run time: Empty, Boolean, a 16- or 32-bit integer, a double, a UTF-8
+/// text, an XML element or another object. An object reference may be null, which means Nothing.
 class Variant {
  public:
   Variant() = default;
@@ -44,7 +44,7 @@ class Variant {
       : value_(ObjectReference(std::move(object))) {}
 
   bool IsEmpty() const noexcept { return std::holds_alternative<std::monostate>(value_); }
-  /// An XML element or another object, Nothing included.
+  /// Whether the value is an XML element or another object, including Nothing.
   bool IsObject() const noexcept;
   bool IsNothing() const noexcept;
 
@@ -53,17 +53,18 @@ class Variant {
   const std::int32_t* AsLong() const noexcept { return std::get_if<std::int32_t>(&value_); }
   const double* AsDouble() const noexcept { return std::get_if<double>(&value_); }
   const std::string* AsText() const noexcept { return std::get_if<std::string>(&value_); }
-  /// The element, when the value is an XML element that is not none.
+  /// Returns the element if the value is a non-null XML element.
   const XmlElement* AsElement() const noexcept;
-  /// The object, when the value is an object of that class; null otherwise.
+  /// Returns the object if the value is an object of that class, otherwise null.
   template <typename ObjectType>
   std::shared_ptr<ObjectType> AsObject() const noexcept {
     const auto* reference = std::get_if<ObjectReference>(&value_);
     return reference == nullptr ? nullptr : std::dynamic_pointer_cast<ObjectType>(*reference);
   }
 
-  /// The value converted to text as automation does it: Empty is the empty text, a Boolean "True" or "False",
-  /// a number its shortest decimal form. Error 91 for Nothing, error 13 for any other object.
+  /// Returns the value converted to text as automation converts it: Empty becomes the empty text, a Boolean
+  /// "True" or "False", a number its shortest decimal form. Throws Error 91 for Nothing and Error 13 for any
+  /// other object.
   std::string ToText() const;
 
  private:
@@ -72,7 +73,7 @@ class Variant {
       value_;
 };
 
-/// A collection as hosts see it: values in order, some with keys.
+/// A collection as hosts see it: an ordered list of values, some of which have keys.
 class Collection : public Object, public KeyedCollection<Variant> {};
 
 }  // namespace krnqb
