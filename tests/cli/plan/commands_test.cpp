@@ -117,9 +117,10 @@ TEST(PlanShow, ReportsWhatIsWrongWithAFileThatIsNotAPlan) {
   tests::WriteText(place / "list.xml", "<list/>");
   const ProgramRun run = RunProgram({"plan", "show", place / "list.xml"});
   EXPECT_EQ(run.code, 1);
-  EXPECT_EQ(run.err,
-            "krnqb: cannot open the plan " + (place / "list.xml") +
-                ": line 1: the document is a \"list\", not a \"plan\"; check that the path is a plan's\n");
+  EXPECT_EQ(
+      run.err,
+      "krnqb: cannot open the plan " + (place / "list.xml") +
+          ": line 1: the root element is \"list\", not \"plan\"; check that the path is that of a plan\n");
 }
 
 }  // namespace
