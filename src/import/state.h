@@ -22,7 +22,7 @@ struct ImportState {
   std::optional<SubtotalCollection> expenseSubtotals;
   std::optional<SubtotalCollection> incomeSubtotals;
   std::optional<SubtotalCollection> costSubtotals;
-  /// Account ids by customer id, a comma, and the amount's text.
+  /// Account ids or cost-of-goods markers, by customer id, a comma, and the amount's text.
   std::optional<KeyedCollection<std::string>> billableExpenses;
   std::optional<SubtotalCollection> pastPerformance;
 };
