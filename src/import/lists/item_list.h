@@ -47,8 +47,7 @@ class ItemList {
 };
 
 /// Returns the cost-of-goods marker: an XML text with the cost-of-goods account ("cogsid"), the income
-/// account
-/// ("workid") and the average cost exactly as in the item's record.
+/// account ("workid") and the average cost exactly as in the item's record.
 std::string CostOfGoodsMarker(std::string_view costAccountId, std::string_view incomeAccountId,
                               std::string_view averageCost);
 
