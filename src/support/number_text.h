@@ -27,7 +27,7 @@ std::string GeneralNumberText(double number);
 std::string PlainNumberText(double number);
 
 /// Rounds a number to 16 bits as automation does, halves to even. Throws Error 6 if the result is outside
-/// -32768 to 32767 or the number is not a number.
+/// -32768 to 32767 or `number` is NaN.
 std::int16_t RequireInteger(double number);
 
 }  // namespace krnqb

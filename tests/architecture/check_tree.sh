@@ -49,7 +49,7 @@ awk '
     Room("ui/qt", "ui")
     Room("ui/win32", "ui")
     Room("com/values", "support")
-    Room("com/calls", "com/values")
+    Room("com/calls", "com/values qbxml")
     Room("com/objects", "com/calls")
     Room("com/registration", "com/values")
     Room("com", "com/objects com/registration ui/win32")

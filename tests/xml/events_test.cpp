@@ -8,7 +8,7 @@
 namespace krnqb {
 namespace {
 
-// Writes each event down: "<name id status>", the text, "</>". A missing attribute is shown as "-".
+// Writes each event down: "<name id>", the text, "</>". A missing attribute is "-".
 class EventLog final : public XmlEventHandler {
  public:
   void StartElement(std::string_view name, const XmlEventAttributes& attributes) override {

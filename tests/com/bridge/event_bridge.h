@@ -5,7 +5,7 @@
 #include <atomic>
 #include <vector>
 
-#include "test_server/test_server.h"
+#include "test_server/server.h"
 
 namespace krnqb::testing {
 

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "host/component.h"
-#include "host/host_object.h"
+#include "host/object.h"
 
 namespace krnqb::testing {
 namespace {

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "host/component.h"
-#include "host/host_plan.h"
+#include "host/plan.h"
 
 namespace krnqb::testing {
 namespace {

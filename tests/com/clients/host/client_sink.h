@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host/host_object.h"
+#include "host/object.h"
 #include "krn6_qb2002.h"
 
 namespace krnqb::testing {

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "host/com_values.h"
-#include "host/host_plan.h"
 #include "host/late_bound.h"
+#include "host/plan.h"
 #include "krn6_qb2002.h"
 
 namespace krnqb::testing {

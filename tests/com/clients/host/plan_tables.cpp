@@ -5,7 +5,7 @@
 #include <iterator>
 #include <sstream>
 
-#include "host/host_plan.h"
+#include "host/plan.h"
 #include "xml/parser.h"
 
 namespace krnqb::testing {

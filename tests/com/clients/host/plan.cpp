@@ -1,4 +1,4 @@
-#include "host/host_plan.h"
+#include "host/plan.h"
 
 #include "test_processor/texts.h"
 

@@ -1,5 +1,5 @@
 // The late-bound side of the test processor, implemented with its own type library.
-#include "test_processor/test_processor.h"
+#include "test_processor/processor.h"
 
 namespace krnqb::testing {
 namespace {

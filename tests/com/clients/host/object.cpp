@@ -1,4 +1,4 @@
-#include "host/host_object.h"
+#include "host/object.h"
 
 namespace krnqb::testing {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/host_object.h"
+#include "host/object.h"
 #include "krnqb/xml_element.h"
 
 namespace krnqb::testing {

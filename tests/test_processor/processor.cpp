@@ -1,4 +1,4 @@
-#include "test_processor/test_processor.h"
+#include "test_processor/processor.h"
 
 #include <fmt/format.h>
 

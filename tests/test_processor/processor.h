@@ -10,7 +10,7 @@
 #include "krnqb/request_processor.h"
 #include "test_processor.gen.h"
 #include "test_processor/orders.h"
-#include "test_server/test_server.h"
+#include "test_server/server.h"
 
 namespace krnqb::testing {
 

@@ -1,4 +1,4 @@
-#include "test_server/test_server.h"
+#include "test_server/server.h"
 
 #include <windows.h>
 
