@@ -18,7 +18,7 @@ constexpr auto largest = "1.7976931348623157E+308";
 class CostOfSale : public testing::Test {
  protected:
   std::string Book(const std::string& marker, float quantity) {
-    LineBooking booking(surroundings.context, query, "ReadSalesTransactions");
+    LineBooking booking(surroundings.context, query, Operation::ReadSalesTransactions);
     return BookCostOfSale(booking, line, marker, quantity);
   }
   double Seeds() const { return surroundings.Cost("Seeds", 3); }
