@@ -18,7 +18,7 @@ constexpr auto largest = "1.7976931348623157E+308";
 class BookedCostOfSale : public testing::Test {
  protected:
   AccountId Book(const CostOfSale& sale, float quantity) {
-    LineBooking booking(surroundings.context, query, "ReadSalesTransactions");
+    LineBooking booking(surroundings.context, query, Operation::ReadSalesTransactions);
     return BookCostOfSale(booking, line, sale, quantity);
   }
   double Seeds() const { return surroundings.Cost("Seeds", 3); }

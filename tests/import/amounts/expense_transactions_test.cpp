@@ -242,7 +242,9 @@ TEST_F(ExpenseTransactions, SurviveARefusalWithoutTouchingTheErrorPair) {
   Book(ExpenseLine(AccountRef("E-1") + Amount("5")));
   EXPECT_EQ(SumOfAll(), 0);
   EXPECT_EQ(surroundings.errorPair.number, 0);
-  ASSERT_EQ(surroundings.observer.notices.size(), 1U);
+  ASSERT_EQ(surroundings.observer.notices.size(), 2U);
+  EXPECT_EQ(surroundings.observer.notices[0].kind, NoticeKind::RequestRefused);
+  EXPECT_EQ(surroundings.observer.notices[1].kind, NoticeKind::StatementSkipped);
   EXPECT_EQ(surroundings.observer.notices[0].number, -2147220477);
   EXPECT_EQ(surroundings.observer.notices[0].place.request, 10);
 }

@@ -27,7 +27,7 @@ class OffsettingABilledExpense : public testing::Test {
   /// Offsets a line of month 4.
   bool Offset(const TransactionLine& line) {
     const TransactionQuery query{.kind = 20, .request = {}, .month = 4, .range = {}};
-    LineBooking booking(surroundings.context, query, "OffsetBilledExpense");
+    LineBooking booking(surroundings.context, query, Operation::OffsetBilledExpense);
     return OffsetBilledExpense(booking, line);
   }
   static TransactionLine Line(TransactionLine::Field amount, TransactionLine::Field parentCustomer,
