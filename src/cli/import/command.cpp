@@ -10,6 +10,7 @@
 #include "cli/import/failure.h"
 #include "cli/import/interruptible_processors.h"
 #include "cli/import/log.h"
+#include "cli/import/omissions.h"
 #include "cli/import/report.h"
 #include "cli/import/settings.h"
 #include "cli/import/skipped_journal.h"
