@@ -73,7 +73,7 @@ TEST(HostPlan, ReportsAnEmptyText) {
   HostPlan(plan, observer).Load("");
   ASSERT_EQ(observer.notices.size(), 1U);
   EXPECT_EQ(observer.notices[0].kind, NoticeKind::TablesNotLoaded);
-  EXPECT_EQ(observer.notices[0].place.operation, "Deserialize");
+  EXPECT_EQ(observer.notices[0].place.operation, Operation::Deserialize);
   EXPECT_EQ(content->loaded, (std::vector<std::string>{"<tables/>", ""})) << "the plan gets every text";
 }
 

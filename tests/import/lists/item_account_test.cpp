@@ -93,7 +93,7 @@ TEST_F(ItemAccountTest, UsesTheFirstCostAccountThatHasAnId) {
   EXPECT_EQ(IncomeSide(Item("ItemInventoryRet", "IT-1",
                             Reference("IncomeAccountRef", "I-1") + Element("COGSAccountRef", "") +
                                 Reference("COGSAccountRef", "C-1") + Element("AverageCost", "2"))),
-            CostOfGoodsMarker("C-1", "I-1", "2"));
+            CostOfGoodsMarker({"C-1", "I-1", "2"}));
 }
 
 TEST_F(ItemAccountTest, IgnoresElementsInANamespace) {

@@ -204,7 +204,7 @@ TEST_F(PastTransactions, EndInTheFirstPeriodWithoutExpenseAccountsWithALaterVers
   EXPECT_EQ(surroundings.journal->Text(), "ProcessRequest 60\n");
   ASSERT_EQ(surroundings.NoticesOf(NoticeKind::OperationEnded), 2U) << "the subtotals, then the collecting";
   const Notice& last = surroundings.observer.notices.back();
-  EXPECT_EQ(last.place.operation, "CollectPastPerformance");
+  EXPECT_EQ(last.place.operation, Operation::CollectPastPerformance);
   EXPECT_EQ(last.number, error_number::objectNotSet);
 }
 
