@@ -4,7 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cli/json_output.h"
+#include "cli/import/json_output.h"
 
 namespace krnqb::cli {
 namespace {
