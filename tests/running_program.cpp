@@ -42,15 +42,36 @@ struct DefaultInterrupts {
   posix_spawnattr_t attributes{};
 };
 
+// Fills a pipe, so that the next write to it blocks. Returns the number of bytes written.
+std::size_t Fill(const FileDescriptor& writeEnd) {
+  const int flags = ::fcntl(writeEnd.Number(), F_GETFL);
+  ::fcntl(writeEnd.Number(), F_SETFL, flags | O_NONBLOCK);
+  std::size_t filling = 0;
+  while (::write(writeEnd.Number(), "#", 1) == 1) ++filling;
+  ::fcntl(writeEnd.Number(), F_SETFL, flags);
+  return filling;
+}
+
+std::string ReadToEnd(const FileDescriptor& readEnd) {
+  std::string text;
+  std::array<char, 4096> buffer{};
+  for (ssize_t count = 0; (count = ::read(readEnd.Number(), buffer.data(), buffer.size())) > 0;) {
+    text.append(buffer.data(), static_cast<std::size_t>(count));
+  }
+  return text;
+}
+
 }  // namespace
 
 int ExitStatus(int waitStatus) noexcept {
   return WIFSIGNALED(waitStatus) ? -WTERMSIG(waitStatus) : WEXITSTATUS(waitStatus);
 }
 
-RunningProgram::RunningProgram(const std::string& program, const std::vector<std::string>& arguments) {
+RunningProgram::RunningProgram(const std::string& program, const std::vector<std::string>& arguments,
+                               Output output) {
   Pipe out = MakePipe();
   Pipe err = MakePipe();
+  if (output == Output::Blocked) filling_ = Fill(out.writeEnd);
   std::vector<std::string> words{program};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;
@@ -98,13 +119,12 @@ int RunningProgram::Wait() {
   return ExitStatus(status);
 }
 
+std::string RunningProgram::Drain() {
+  return ReadToEnd(output_).substr(filling_);
+}
+
 std::string RunningProgram::Errors() {
-  std::string text;
-  std::array<char, 4096> buffer{};
-  for (ssize_t count = 0; (count = ::read(errors_.Number(), buffer.data(), buffer.size())) > 0;) {
-    text.append(buffer.data(), static_cast<std::size_t>(count));
-  }
-  return text;
+  return ReadToEnd(errors_);
 }
 
 }  // namespace krnqb::tests

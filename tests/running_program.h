@@ -2,6 +2,7 @@
 
 #include <sys/types.h>
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -17,8 +18,12 @@ int ExitStatus(int waitStatus) noexcept;
 /// it is still running.
 class RunningProgram {
  public:
+  /// Whether the program can write to its standard output, or is blocked at its first write until `Drain`.
+  enum class Output { Open, Blocked };
+
   /// Throws std::runtime_error if the program cannot be started.
-  RunningProgram(const std::string& program, const std::vector<std::string>& arguments);
+  RunningProgram(const std::string& program, const std::vector<std::string>& arguments,
+                 Output output = Output::Open);
   ~RunningProgram();
   RunningProgram(const RunningProgram&) = delete;
   RunningProgram& operator=(const RunningProgram&) = delete;
@@ -27,6 +32,8 @@ class RunningProgram {
   std::string ReadLine();
   /// Sends a signal, such as SIGKILL.
   void Signal(int number) const;
+  /// Reads standard output to its end and returns it.
+  std::string Drain();
   /// Closes the reading end of standard output.
   void CloseOutput();
   /// Waits until the process ends. Returns its exit status, or minus the signal that ended it.
@@ -38,6 +45,7 @@ class RunningProgram {
   pid_t process_ = -1;
   files::FileDescriptor output_;
   files::FileDescriptor errors_;
+  std::size_t filling_ = 0;
 };
 
 }  // namespace krnqb::tests

@@ -6,6 +6,7 @@
 #include <csignal>
 #include <sstream>
 
+#include "build_paths.h"
 #include "cli/run_krnqb.h"
 #include "fakes/fixed_clock.h"
 
@@ -68,7 +69,7 @@ std::string WithoutStamps(std::string text) {
 
 Workplace::Workplace() {
   for (const std::string product : {"ald", "bri", "cor"}) {
-    const std::string sample = KRNQB_SAMPLES "/plans/nursery-" + product + ".kpf";
+    const std::string sample = krnqb::tests::SamplesFolder() + "/plans/nursery-" + product + ".kpf";
     WriteText(folder_ / (product + ".kpf"), ReadText(sample));
   }
 }
@@ -79,8 +80,9 @@ std::string Workplace::Nursery(std::string_view processorVersion) const {
                                       "January", "--processor", std::string(processorVersion)});
   EXPECT_EQ(made.code, 0) << made.err;
   const ProgramRun loaded =
-      RunProgram({"company", "load", file, KRNQB_SAMPLES "/nursery/accounts.xml",
-                  KRNQB_SAMPLES "/nursery/company.xml", KRNQB_SAMPLES "/nursery/items.xml"});
+      RunProgram({"company", "load", file, krnqb::tests::SamplesFolder() + "/nursery/accounts.xml",
+                  krnqb::tests::SamplesFolder() + "/nursery/company.xml",
+                  krnqb::tests::SamplesFolder() + "/nursery/items.xml"});
   EXPECT_EQ(loaded.code, 0) << loaded.err;
   return file;
 }
@@ -95,7 +97,7 @@ std::string Workplace::SampleCompany(const std::string& sample, std::string_view
                                       "--processor", std::string(processorVersion)});
   EXPECT_EQ(made.code, 0) << made.err;
   std::vector<std::string> loading{"company", "load", file};
-  for (const auto& document : fs::directory_iterator(fs::path(KRNQB_SAMPLES) / sample)) {
+  for (const auto& document : fs::directory_iterator(fs::path(krnqb::tests::SamplesFolder()) / sample)) {
     loading.push_back(document.path().string());
   }
   std::ranges::sort(loading.begin() + 3, loading.end());

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "build_paths.h"
 #include "running_program.h"
 
 namespace krnqb::plan_file {
@@ -11,7 +12,7 @@ namespace krnqb::plan_file {
 class WriteProcess : public tests::RunningProgram {
  public:
   explicit WriteProcess(const std::vector<std::string>& arguments)
-      : tests::RunningProgram(KRNQB_PLAN_WRITE_CHILD, arguments) {}
+      : tests::RunningProgram(tests::PlanWriteChild(), arguments) {}
 };
 
 }  // namespace krnqb::plan_file

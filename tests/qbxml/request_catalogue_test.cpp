@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "build_paths.h"
 #include "golden.h"
 #include "qbxml/envelope.h"
 
@@ -15,14 +16,14 @@ const std::vector<std::int32_t> catalogue = {1,  2,  4,   9,   10,  11,  12,  20
 
 TEST(BuildRequest, EqualsItsGoldenDocumentWithDates) {
   for (const std::int32_t number : catalogue) {
-    tests::ExpectGolden(GOLDEN_FOLDER "/request-" + std::to_string(number) + "-dated.txt",
+    tests::ExpectGolden(tests::GoldenRequestsFolder() + "/request-" + std::to_string(number) + "-dated.txt",
                         BuildRequest(number, "2002-01-01", "2002-01-31"));
   }
 }
 
 TEST(BuildRequest, EqualsItsGoldenDocumentWithoutDates) {
   for (const std::int32_t number : catalogue) {
-    tests::ExpectGolden(GOLDEN_FOLDER "/request-" + std::to_string(number) + ".txt",
+    tests::ExpectGolden(tests::GoldenRequestsFolder() + "/request-" + std::to_string(number) + ".txt",
                         BuildRequest(number, {}, {}));
   }
 }

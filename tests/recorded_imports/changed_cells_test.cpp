@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include "build_paths.h"
 #include "cli/workplace.h"
 #include "golden.h"
 #include "plan_file/changes.h"
@@ -62,7 +63,8 @@ std::vector<RecordedImport> AllImports() {
 Words Arguments(const RecordedImport& import, const std::string& plan) {
   Words words{"import",
               "--replay",
-              fmt::format("{}/{}-{}.jsonl", KRNQB_RECORDINGS, import.company, import.processorVersion),
+              fmt::format("{}/{}-{}.jsonl", krnqb::tests::RecordingsFolder(), import.company,
+                          import.processorVersion),
               "--plan",
               plan,
               "--expenses",
@@ -111,7 +113,7 @@ TEST_P(ChangedCellsGolden, MatchTheRecordedImport) {
   ASSERT_EQ(run.code, 0) << run.err;
   const std::shared_ptr<PlanFile> imported = PlanFile::Open(plan);
   const std::vector<plan_file::TableChange> changes = CompareTables(*PlanFile::Open(before), *imported);
-  ExpectGolden(fmt::format("{}/{}.txt", KRNQB_CHANGES, GetParam().Name()),
+  ExpectGolden(fmt::format("{}/{}.txt", krnqb::tests::ChangesFolder(), GetParam().Name()),
                ChangeListing(changes) + AddedRows(*imported, changes));
 }
 

@@ -4,6 +4,7 @@
 #include <set>
 #include <sstream>
 
+#include "build_paths.h"
 #include "cli/workplace.h"
 #include "golden.h"
 
@@ -66,7 +67,7 @@ TEST_P(RecordingGolden, MatchesTheAnswersOfTheSampleCompany) {
     ASSERT_EQ(RunProgram(arguments).code, 0);
     Append(place / "exchange.jsonl", known, lines);
   }
-  ExpectGolden(std::string(KRNQB_RECORDINGS) + "/" + company + "-" + processorVersion + ".jsonl",
+  ExpectGolden(krnqb::tests::RecordingsFolder() + "/" + company + "-" + processorVersion + ".jsonl",
                Replaced(lines, file, company + ".qbw"));
 }
 

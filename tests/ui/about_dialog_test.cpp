@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "build_paths.h"
 #include "fakes/memory_files.h"
 #include "fakes/memory_registry.h"
 #include "fakes/scripted_toolkit.h"
@@ -38,8 +39,8 @@ TEST_F(AboutDialogTest, ShowsTitleAndVersionOfTheApplication) {
   EXPECT_EQ(form.caption, "About KRN6_QB2002");
   EXPECT_EQ(form.At("lblTitle").text, "KRN6_QB2002");
   EXPECT_EQ(form.At("lblTitle").accessibleName, "KRN6_QB2002");
-  EXPECT_EQ(form.At("lblVersion").text, "Version " KRNQB_EXPECTED_VERSION);
-  EXPECT_EQ(form.At("lblVersion").accessibleName, "Version " KRNQB_EXPECTED_VERSION);
+  EXPECT_EQ(form.At("lblVersion").text, "Version " + tests::ExpectedVersion());
+  EXPECT_EQ(form.At("lblVersion").accessibleName, "Version " + tests::ExpectedVersion());
 }
 
 TEST_F(AboutDialogTest, KeepsTheOtherTexts) {

@@ -3,6 +3,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+#include "build_paths.h"
 #include "cli/workplace.h"
 
 namespace krnqb::cli {
@@ -124,7 +125,8 @@ TEST_F(CompaniesCommand, ReportsEachFileThatCannotBeListed) {
 }
 
 TEST_F(CompaniesCommand, MakesPathsAbsolute) {
-  const ProgramRun run = List({"--quickbooks-folder", KRNQB_SAMPLES "/../samples/plans/.."});
+  const ProgramRun run =
+      List({"--quickbooks-folder", krnqb::tests::SamplesFolder() + "/../samples/plans/.."});
   EXPECT_EQ(run.code, 0) << run.err;
   const auto current = fs::current_path();
   fs::current_path(place.Folder());

@@ -2,6 +2,7 @@
 
 #include <sstream>
 
+#include "build_paths.h"
 #include "cli/help_texts.h"
 #include "cli/program/child_process.h"
 #include "cli/workplace.h"
@@ -34,7 +35,7 @@ std::vector<std::string> ExamplesOf(std::string_view text) {
 // Creates the files that the examples name, except the file that the example itself creates.
 void Prepare(const Workplace& place, const std::string& example) {
   place.Nursery();
-  std::filesystem::create_directory_symlink(KRNQB_SAMPLES, place / "samples");
+  std::filesystem::create_directory_symlink(krnqb::tests::SamplesFolder(), place / "samples");
   tests::WriteText(place / "accounts.xml", tests::ReadText(place / "samples/nursery/accounts.xml"));
   tests::WriteText(place / "nursery.kpf", tests::ReadText(place / "ald.kpf"));
   ASSERT_EQ(RunProgram(place.ImportArguments("nursery.kpf",

@@ -1,0 +1,33 @@
+#include "build_paths.h"
+
+namespace krnqb::tests {
+
+std::string SamplesFolder() {
+  return KRNQB_SAMPLES;
+}
+
+std::string GoldenRequestsFolder() {
+  return KRNQB_GOLDEN_REQUESTS;
+}
+
+std::string RecordingsFolder() {
+  return KRNQB_RECORDINGS;
+}
+
+std::string ChangesFolder() {
+  return KRNQB_CHANGES;
+}
+
+std::string Program() {
+  return KRNQB_PROGRAM;
+}
+
+std::string PlanWriteChild() {
+  return KRNQB_PLAN_WRITE_CHILD;
+}
+
+std::string ExpectedVersion() {
+  return KRNQB_EXPECTED_VERSION;
+}
+
+}  // namespace krnqb::tests

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+namespace krnqb::tests {
+
+// Where this build finds and puts things. One source file knows, so that the others compile to the same in
+// every checkout.
+
+/// Returns the folder samples/.
+std::string SamplesFolder();
+/// Returns the folder with the golden requests.
+std::string GoldenRequestsFolder();
+/// Returns the folder with the recorded exchanges, and the one with the cells that each import changes.
+std::string RecordingsFolder();
+std::string ChangesFolder();
+/// Returns the path of the program krnqb, and that of the program that saves plans until it is killed.
+std::string Program();
+std::string PlanWriteChild();
+/// Returns the version that dialogs show.
+std::string ExpectedVersion();
+
+}  // namespace krnqb::tests
