@@ -182,12 +182,12 @@ TEST(AnnouncementText, NamesEveryOption) {
   options.acceptIncomplete = true;
   options.recordFile = "exchange.jsonl";
   options.dryRun = true;
-  EXPECT_EQ(
-      Announcement(options, " product='bri' start='2003-01'"),
-      "Importing expense and income accounts and past performance from Nursery (nursery.qbw), "
-      "January to December 2002, into plan.kpf (product bri, from January 2003): "
-      "actual amounts, sales growth 3%, cost growth -4%, expense growth 0%, fiscal year from July, "
-      "selecting Rent, Utilities and Insurance, incomplete data accepted, recorded in exchange.jsonl, dry run.");
+  EXPECT_EQ(Announcement(options, " product='bri' start='2003-01'"),
+            "Importing expense and income accounts and past performance from Nursery (nursery.qbw), "
+            "January to December 2002, into plan.kpf (product bri, from January 2003): "
+            "actual amounts, sales growth 3%, cost growth -4%, expense growth 0%, fiscal year from July, "
+            "selecting Rent, Utilities and Insurance, incomplete data accepted, recorded in exchange.jsonl, "
+            "dry run.");
   options.selectAllExpenses = true;
   EXPECT_NE(Announcement(options, " product='bri' start='2003-01'").find("all expense accounts selected, "),
             std::string::npos);
