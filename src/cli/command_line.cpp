@@ -45,11 +45,11 @@ void AddImport(Options options, ImportCommand& import) {
                  "First fiscal month, 1 to 12 or English name [the company's]");
   options.Group(howToImport);
   options.Parsed("--growth-income", "N", import.growthRateIncome, ParsePercent,
-                 "Growth of sales, percent a year [0]");
+                 "Annual growth of sales in whole percent [0]");
   options.Parsed("--growth-cogs", "N", import.growthRateCogs, ParsePercent,
-                 "Growth of costs of goods, percent a year [0]");
+                 "Annual growth of the cost of goods in whole percent [0]");
   options.Parsed("--growth-expenses", "N", import.growthRateExpenses, ParsePercent,
-                 "Growth of expenses, percent a year [0]");
+                 "Annual growth of expenses in whole percent [0]");
   options.Texts("--select-expense", "NAME", import.selectedExpenses,
                 "Also import this expense account (product bri; repeatable)");
   options.Flag("--select-all-expenses", import.selectAllExpenses,

@@ -78,7 +78,7 @@ TEST(CommandLine, ReadsEveryOptionOfAnImport) {
   EXPECT_TRUE(options.quiet);
 }
 
-TEST(CommandLine, LeavesOutWhatWasNotTyped) {
+TEST(CommandLine, LeavesOptionsThatWereNotGivenUnset) {
   const auto options = Parsed<ImportCommand>({"import", "--plan", "p.kpf"});
   EXPECT_EQ(options.companyFile, std::nullopt);
   EXPECT_FALSE(options.expenses || options.income || options.pastPerformance || options.selectAllExpenses);
@@ -90,7 +90,7 @@ TEST(CommandLine, LeavesOutWhatWasNotTyped) {
   EXPECT_EQ(options.selectedExpenses, Words{});
 }
 
-TEST(CommandLine, TakesOneNamePerSelectExpense) {
+TEST(CommandLine, AcceptsOneNamePerSelectExpense) {
   const auto options = Parsed<ImportCommand>(
       {"import", "--select-expense", "Rent", "--select-expense=Gas", "--plan", "p.kpf"});
   EXPECT_EQ(options.selectedExpenses, (Words{"Rent", "Gas"}));

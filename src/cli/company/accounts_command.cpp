@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::string_view listingFailed = "listing accounts failed";
 
-// Whether a plan can say anything about the list; warns when it cannot.
-bool TellsSelection(const plan_file::PlanFile& plan, ListedAccounts list, const Console& console) {
+// Returns whether the plan selects accounts of the list; warns if it does not.
+bool HasSelection(const plan_file::PlanFile& plan, ListedAccounts list, const Console& console) {
   if (list == ListedAccounts::Income) {
     Warn(console, "--plan is ignored because income accounts are not selected");
     return false;
@@ -43,7 +43,7 @@ ExitCode Run(const AccountsOptions& options, const Console& console) {
       options.list == ListedAccounts::Income ? exchange.QBIncomeAccounts() : exchange.QBExpenseAccounts();
   inquiry.RequireAnswers(listingFailed);
   std::vector<AccountNode> accounts = AccountTree(answer);
-  if (plan != nullptr && TellsSelection(*plan, options.list, console)) {
+  if (plan != nullptr && HasSelection(*plan, options.list, console)) {
     exchange.KRNProduct(QBKRN_BRI);
     exchange.KRNPlanData(plan);
     const XmlElement selection = exchange.SelectedExpenses();

@@ -31,7 +31,7 @@ CompanyInquiry::CompanyInquiry(const std::string& companyFile)
 
 void CompanyInquiry::RequireAnswers(std::string_view whatFailed) const {
   const Error error = LastError(exchange_);
-  constexpr std::string_view whatToDo = "put this right and try again";
+  constexpr std::string_view whatToDo = "fix the cause and try again";
   if (error.Number() != 0) throw Failure(ExitCode::Failed, whatFailed, error, whatToDo);
   const auto& missing = report_->Missing();
   if (missing.empty()) return;

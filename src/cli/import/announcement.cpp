@@ -11,7 +11,7 @@ std::string MonthOfYear(const plan_file::PlanStart& start) {
   return fmt::format("{} {}", EnglishMonthName(start.month), start.year);
 }
 
-// The twelve months from a start on: "January to December 2002", or "July 2001 to June 2002".
+// Returns the twelve months from `start` as "January to December 2002" or "July 2001 to June 2002".
 std::string PeriodText(const plan_file::PlanStart& start) {
   if (start.month == 1) return fmt::format("January to December {}", start.year);
   const plan_file::PlanStart last{.year = static_cast<std::int16_t>(start.year + 1),

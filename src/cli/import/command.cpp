@@ -22,48 +22,48 @@ namespace {
 
 class PlanImport {
  public:
-  // With dialogs a person starts the import, without them it starts by itself.
-  PlanImport(const ImportCommand& options, std::shared_ptr<ui::Dialogs> importDialogs, const Console& console,
+  // With dialogs the user starts the import; without them (null) it starts at once.
+  PlanImport(const ImportCommand& options, std::shared_ptr<ui::Dialogs> dialogs, const Console& console,
              const Surroundings& surroundings, ImportOutcome& outcome)
       : options_(options),
-        dialogs(std::move(importDialogs)),
+        dialogs_(std::move(dialogs)),
         console_(console),
         surroundings_(surroundings),
         outcome_(outcome),
-        interrupts(dialogs == nullptr ? InterruptWatch::Interrupts::Remembered
-                                      : InterruptWatch::Interrupts::LeftAsTheyAre) {
-    if (console_.errIsTerminal && !options_.quiet && dialogs == nullptr) bar_.emplace(console_.err);
+        interrupts_(dialogs_ == nullptr ? InterruptWatch::Interrupts::Remembered
+                                        : InterruptWatch::Interrupts::LeftAsTheyAre) {
+    if (console_.errIsTerminal && !options_.quiet && dialogs_ == nullptr) bar_.emplace(console_.err);
   }
 
-  // Whatever happens, the outcome tells it.
+  // Records every result, including failures, in the outcome.
   void Run() {
     try {
       ReadAndSave();
     } catch (const Failure& failure) {
       Fail(failure);
     } catch (...) {
-      Fail({ExitCode::Failed, "import failed", CaughtError(), "nothing was written, import again"});
+      Fail({ExitCode::Failed, "import failed", CaughtError(), "nothing was written; run the import again"});
     }
   }
 
  private:
   void ReadAndSave() {
-    if (dialogs == nullptr) CheckImportOptions(options_);
+    if (dialogs_ == nullptr) CheckImportOptions(options_);
     const ImportSource source = OpenImportSource(options_);
     LockPlan();
     plan_ = Attempt([&] { return plan_file::PlanFile::Open(options_.planFile); });
     const ImportSettings settings = SettleImport(options_, *plan_);
-    if (dialogs == nullptr) Announce(settings, source);
+    if (dialogs_ == nullptr) Announce(settings, source);
 
     const plan_file::PlanContent before = plan_file::ReadPlanContent(*plan_);
     ReadIntoPlan(settings, source);
     if (outcome_.result == ImportResult::Cancelled) return;
     outcome_.tables = plan_file::CompareTables(before, plan_file::ReadPlanContent(*plan_));
-    interrupts.PassPointOfNoReturn();
+    interrupts_.PassPointOfNoReturn();
     Save();
   }
 
-  // A dry run writes nothing, not even the lock, and reads the plan as it is at one instant.
+  // A dry run writes nothing, not even a lock file. It needs no lock: it reads the plan only once.
   void LockPlan() {
     if (!options_.dryRun) lock_ = Attempt([&] { return std::optional<files::PlanLock>(options_.planFile); });
   }
@@ -77,19 +77,19 @@ class PlanImport {
     std::optional<ExchangeFile> recording;
     auto processors = source.processors;
     if (options_.recordFile) processors = recording.emplace(*options_.recordFile).Recording(processors);
-    const auto log = std::make_shared<ImportLog>(outcome_, interrupts, bar_ ? &*bar_ : nullptr);
-    QBDataExchange exchange({.processors = InterruptibleProcessors(processors, interrupts),
+    const auto log = std::make_shared<ImportLog>(outcome_, interrupts_, bar_ ? &*bar_ : nullptr);
+    QBDataExchange exchange({.processors = InterruptibleProcessors(processors, interrupts_),
                              .sinks = Sinks(log),
                              .observer = log,
-                             .userInterface = dialogs,
+                             .userInterface = dialogs_,
                              .registry = nullptr,
                              .clock = surroundings_.clock});
     Configure(exchange, settings, source, plan_);
     if (settings.product == QBKRN_BRI) SelectExpensesOf(exchange);
-    const bool goResult = dialogs == nullptr ? exchange.Go() : LetAPersonImport(exchange);
+    const bool goResult = dialogs_ == nullptr ? exchange.Go() : ImportFromDialog(exchange);
     if (outcome_.result == ImportResult::Cancelled) return;
     if (bar_) bar_->Wipe();
-    interrupts.StopWhenRequested();
+    interrupts_.StopWhenRequested();
     for (const std::string& reason : plan_->RefusedLoads()) outcome_.report.Notify(RefusedLoad(reason));
     if (options_.journalFile) WriteJournal(*options_.journalFile, outcome_.report);
     RequireSuccess(exchange, goResult, log->AfterImportRaised());
@@ -98,23 +98,23 @@ class PlanImport {
   }
 
   std::vector<std::shared_ptr<EventSink>> Sinks(const std::shared_ptr<EventSink>& log) const {
-    if (dialogs == nullptr) return {log};
-    return {log, dialogs};
+    if (dialogs_ == nullptr) return {log};
+    return {log, dialogs_};
   }
 
   void SelectExpensesOf(QBDataExchange& exchange) {
-    if (dialogs != nullptr) {
+    if (dialogs_ != nullptr) {
       ReadSelectedExpenses(exchange, console_);
     } else if (options_.expenses) {
       SelectExpenses(exchange, options_, console_);
     }
   }
 
-  // An import raises events from its start on; the dialog gives no result of its own.
-  bool LetAPersonImport(QBDataExchange& exchange) {
+  // The dialog returns no result: it was cancelled if no event was raised.
+  bool ImportFromDialog(QBDataExchange& exchange) {
     exchange.ShowDialog(dlg_QBtoKRN);
     if (outcome_.events.empty()) {
-      RequireComplete();  // a dialog that could not be shown was not cancelled
+      RequireComplete();  // fails if the dialog could not be shown
       outcome_.result = ImportResult::Cancelled;
     }
     return true;
@@ -127,13 +127,15 @@ class PlanImport {
   void RequireComplete() const {
     if (Complete() || options_.acceptIncomplete) return;
     if (outcome_.report.Complete()) {
-      throw CommandFailure("import failed", "amounts were left out, so nothing was written (--strict)",
-                           "see --journal for each of them, or import without --strict");
+      throw CommandFailure("import failed",
+                           "some amounts could not be imported; nothing was written (--strict)",
+                           "list them with --journal FILE, or import without --strict");
     }
-    throw CommandFailure("import failed", "not everything could be read, so nothing was written",
-                         dialogs != nullptr ? "put it right and import again"
-                                            : "put it right and import again, or add --accept-incomplete to "
-                                              "write what came in");
+    throw CommandFailure("import failed", "some data could not be read; nothing was written",
+                         dialogs_ != nullptr
+                             ? "fix the cause and run the import again"
+                             : "fix the cause and run the import again, or add --accept-incomplete "
+                               "to write what was read");
   }
 
   void Save() {
@@ -150,26 +152,26 @@ class PlanImport {
 
   void Fail(const Failure& failure) {
     if (bar_) bar_->Wipe();
-    const bool interrupted = interrupts.Requested() && !saving_;
-    const Failure told =
+    const bool interrupted = interrupts_.Requested() && !saving_;
+    const Failure reported =
         interrupted ? Failure(ExitCode::Interrupted, "import interrupted",
                               Error(error_number::unspecified, "stopped on request"), "nothing was written")
                     : failure;
-    outcome_.result = ResultOf(told.Code());
-    outcome_.errorNumber = told.Number();
-    outcome_.errorDescription = told.Description();
-    outcome_.errorLine = told.Line();
+    outcome_.result = ResultOf(reported.Code());
+    outcome_.errorNumber = reported.Number();
+    outcome_.errorDescription = reported.Description();
+    outcome_.errorLine = reported.Line();
     outcome_.tables.clear();
   }
 
   bool Chatty() const noexcept { return !options_.json && !options_.quiet; }
 
   const ImportCommand& options_;
-  const std::shared_ptr<ui::Dialogs> dialogs;
+  const std::shared_ptr<ui::Dialogs> dialogs_;
   const Console& console_;
   const Surroundings& surroundings_;
   ImportOutcome& outcome_;
-  const InterruptWatch interrupts;
+  const InterruptWatch interrupts_;
   std::optional<ProgressBar> bar_;
   std::optional<files::PlanLock> lock_;
   std::shared_ptr<plan_file::PlanFile> plan_;

@@ -7,12 +7,13 @@
 
 namespace krnqb::cli {
 
-/// Imports from a company or a recording into a plan and prints what came of it, failures included. Nothing
-/// of the plan's file is touched until everything has been read.
+/// Imports from a company or a recording into a plan and prints the result, including failures. Leaves the
+/// plan's file untouched until everything has been read.
 ExitCode Run(const ImportCommand& options, const Console& console, const Surroundings& surroundings);
 
-/// Lets a person choose in the options dialog what to import, and import: company and plan are the options'
-/// own. What failed is shown in a message too. Nothing is printed or written when the dialog is cancelled.
+/// Shows the options dialog, in which the user chooses what to import and starts the import. Only company and
+/// plan come from `options`. Also shows a failed import in a message. Prints and writes nothing if the dialog
+/// is cancelled.
 ExitCode RunWithDialog(const ImportCommand& options, const std::shared_ptr<ui::Dialogs>& dialogs,
                        const Console& console, const Surroundings& surroundings);
 

@@ -10,8 +10,8 @@
 
 namespace krnqb::cli {
 
-/// Adds the expense accounts that the options name, or all of them, to those already in the plan. Warns if
-/// none is selected then.
+/// Selects the expense accounts that the options name, or all of them, besides those already in the plan.
+/// Warns if none is selected afterwards.
 ///
 /// Throws Failure if the accounts cannot be read, or if a name is not a top-level expense account; the
 /// message offers the nearest names.
@@ -21,10 +21,10 @@ void SelectExpenses(QBDataExchange& exchange, const ImportCommand& options, cons
 /// Failure if the company cannot be read.
 void ReadSelectedExpenses(QBDataExchange& exchange, const Console& console);
 
-/// Which accounts of a selection document to return.
+/// The accounts of a selection document to return.
 enum class SelectionPart : std::uint8_t { All, Selected };
 
-/// Returns account names of a selection document, in document order.
+/// Returns the account names of a selection document, in document order.
 std::vector<std::string> SelectionNames(const XmlElement& selection, SelectionPart part);
 
 }  // namespace krnqb::cli

@@ -12,7 +12,7 @@ std::string_view WhatToDo(ErrorKind kind) {
       return "give the first month of the company's fiscal year, for example --fiscal-month January; nothing "
              "was written";
     default:
-      return "put this right and import again; nothing was written";
+      return "fix the cause and run the import again; nothing was written";
   }
 }
 
@@ -34,8 +34,8 @@ void RequireNoError(const QBDataExchange& exchange) {
 void RequireSuccess(const QBDataExchange& exchange, bool goResult, bool afterImportRaised) {
   RequireNoError(exchange);
   if (goResult && afterImportRaised) return;
-  throw ImportFailure(Error(error_number::internalError,
-                            goResult ? "the import did not come to its end" : "no company is open"));
+  throw ImportFailure(
+      Error(error_number::internalError, goResult ? "the import did not finish" : "no company is open"));
 }
 
 }  // namespace krnqb::cli

@@ -7,8 +7,8 @@
 
 namespace krnqb::cli {
 
-/// Returns processors that pass everything on to those of `inner` until the import is interrupted, and refuse
-/// connections and requests from then on. `interrupts` outlives the processors.
+/// Returns processors that forward every call to those of `inner` until the import is interrupted; then they
+/// refuse connections and requests. `interrupts` must outlive the processors.
 std::shared_ptr<RequestProcessorFactory> InterruptibleProcessors(
     std::shared_ptr<RequestProcessorFactory> inner, const InterruptWatch& interrupts);
 

@@ -34,7 +34,7 @@ Json SumJson(const ImportReport::Total& total) {
   return total.sum ? Json(*total.sum) : Json("out of range");
 }
 
-// Counts and sums of what was left out, in all and by reason.
+// Counts and sums of the left-out amounts, in total and by reason.
 Json SkippedJson(const ImportReport& report) {
   Json json{
       {"count", report.LeftOut().count}, {"sum", SumJson(report.LeftOut())}, {"reasons", Json::object()}};

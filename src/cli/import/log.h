@@ -7,11 +7,11 @@
 
 namespace krnqb::cli {
 
-/// Follows an import: keeps its events and what it could not read, moves the progress bar, and stops it at
-/// the next event when it has been interrupted.
+/// Records an import's events and notices, moves the progress bar, and stops an interrupted import at its
+/// next event.
 class ImportLog : public EventSink, public Observer {
  public:
-  /// All three outlive the log; the bar is null when none is shown.
+  /// All arguments must outlive the log. `bar` is null if no progress bar is shown.
   ImportLog(ImportOutcome& outcome, const InterruptWatch& interrupts, ProgressBar* bar) noexcept
       : outcome_(outcome), interrupts_(interrupts), bar_(bar) {}
 
@@ -25,7 +25,7 @@ class ImportLog : public EventSink, public Observer {
   bool AfterImportRaised() const noexcept { return afterImportRaised_; }
 
  private:
-  void Raised(ImportEvent event);
+  void Record(ImportEvent event);
 
   ImportOutcome& outcome_;
   const InterruptWatch& interrupts_;

@@ -10,7 +10,7 @@
 
 namespace krnqb::cli {
 
-/// `krnqb import` as it was typed; what is absent was not given.
+/// The options of `krnqb import`; those that were not given are empty or false.
 struct ImportCommand {
   std::optional<std::string> companyFile;
   std::string planFile;
@@ -18,7 +18,7 @@ struct ImportCommand {
   bool income = false;
   bool pastPerformance = false;
   QBKRN_BalancesImport balances = BalImport_None;
-  std::optional<std::int16_t> growthRateIncome;  ///< whole percent, as the two below
+  std::optional<std::int16_t> growthRateIncome;  ///< annual growth in whole percent, as the next two
   std::optional<std::int16_t> growthRateCogs;
   std::optional<std::int16_t> growthRateExpenses;
   std::optional<QBKRNproduct> product;
@@ -28,7 +28,7 @@ struct ImportCommand {
   std::vector<std::string> selectedExpenses;
   bool selectAllExpenses = false;
   bool acceptIncomplete = false;
-  bool strict = false;  ///< amounts that were left out make the import incomplete
+  bool strict = false;  ///< left-out amounts make the import incomplete
   bool dryRun = false;
   std::optional<std::string> recordFile;
   std::optional<std::string> replayFile;

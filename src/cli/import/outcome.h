@@ -13,10 +13,10 @@ namespace krnqb::cli {
 
 enum class ImportResult : std::uint8_t {
   Imported,
-  Unchanged,   ///< all read, nothing in the plan had to change
-  DryRun,      ///< what would change is known, nothing was written
-  Incomplete,  ///< written although something was missing
-  Cancelled,   ///< a person closed the dialog without importing
+  Unchanged,   ///< everything was read, but the plan needed no change
+  DryRun,      ///< the changes were determined; nothing was written
+  Incomplete,  ///< accepted although something was missing
+  Cancelled,   ///< the user closed the dialog without importing
   Failed,
   WrongUsage,
   Interrupted
@@ -29,21 +29,21 @@ struct ImportEvent {
   std::string description;   ///< of ProgressBarChange
 };
 
-/// What came of an import, filled in as it goes.
+/// The outcome of an import, filled in as it runs.
 struct ImportOutcome {
   ImportResult result = ImportResult::Failed;
   std::int32_t errorNumber = 0;
   std::string errorDescription;
-  std::string errorLine;            ///< how the failure is told on standard error; empty when there is none
+  std::string errorLine;            ///< the failure as printed on standard error; empty if there is none
   std::vector<ImportEvent> events;  ///< in the order in which they were raised
   std::vector<plan_file::TableChange>
-      tables;              ///< of the plan, unchanged ones included; none unless it was compared
+      tables;              ///< all tables of the plan, including unchanged ones; empty after a failure
   ImportReport report;     ///< what could not be read and what was left out
-  std::string backupFile;  ///< where the plan's previous version is kept, when it was written
+  std::string backupFile;  ///< the plan's previous version; empty if the plan was not written
   std::int64_t elapsedMilliseconds = 0;
 };
 
-/// A result in one word, such as "imported".
+/// Returns a result as one word, such as "imported".
 std::string_view ResultWord(ImportResult result) noexcept;
 
 ExitCode ExitCodeOf(ImportResult result) noexcept;

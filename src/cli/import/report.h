@@ -6,8 +6,8 @@
 
 namespace krnqb::cli {
 
-/// Prints what came of an import: the omissions and the failure, then, as the options ask, one JSON object,
-/// or what changed and where the plan's previous version is kept, or nothing.
+/// Prints the outcome of an import: the omissions and the failure, then, depending on the options, one JSON
+/// object, or the changes and the name of the plan's previous version, or nothing.
 void PrintOutcome(const ImportOutcome& outcome, const ImportCommand& options, const Console& console);
 
 }  // namespace krnqb::cli

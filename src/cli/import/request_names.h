@@ -8,10 +8,10 @@
 
 namespace krnqb::cli {
 
-/// What a request of the catalogue asks for, such as "bills"; empty for an unknown number.
+/// Returns what a request asks for, such as "bills", or an empty text if the number is unknown.
 std::string_view RequestName(std::int32_t number) noexcept;
 
-/// A request and its period for a person: "request 10 (bills) for 2002-01-01 to 2002-01-31".
+/// Returns a request and its period as text for people: "request 10 (bills) for 2002-01-01 to 2002-01-31".
 std::string RequestText(const Place& place);
 
 }  // namespace krnqb::cli

@@ -10,7 +10,7 @@
 namespace krnqb::cli {
 namespace {
 
-// By default the twelve months before the plan.
+// The default import covers the twelve months before the plan.
 plan_file::PlanStart YearBefore(const plan_file::PlanStart& start) {
   return {.year = static_cast<std::int16_t>(start.year - 1), .month = start.month};
 }
@@ -20,7 +20,7 @@ bool SameFile(const std::string& path, const std::string& other) {
   return path == other || std::filesystem::equivalent(path, other, ignored);
 }
 
-// A recording or a journal replaces the contents of its file.
+// Recordings and journals replace the contents of their files.
 void CheckOutputFile(std::string_view option, const std::string& file, const ImportCommand& options) {
   for (const std::string& other : {options.planFile, options.planFile + ".bak", options.planFile + ".lock",
                                    options.companyFile.value_or(""), options.replayFile.value_or("")}) {
@@ -35,7 +35,7 @@ void CheckOutputFile(std::string_view option, const std::string& file, const Imp
 
 void CheckImportOptions(const ImportCommand& options) {
   if (!options.expenses && !options.income && !options.pastPerformance) {
-    throw WrongUsage("nothing to import is given", "give --expenses, --income or --past-performance");
+    throw WrongUsage("nothing is selected for import", "give --expenses, --income or --past-performance");
   }
   if (!options.companyFile && !options.replayFile) {
     throw WrongUsage("no company is given", "give --company FILE, or --replay FILE for a recorded exchange");

@@ -11,19 +11,19 @@
 
 namespace krnqb::cli {
 
-/// An import's options with what the plan says where nothing was typed.
+/// An import's options, completed from the plan.
 struct ImportSettings {
   ImportCommand options;
   QBKRNproduct product = QBKRN_ALD;
   plan_file::PlanStart planStart;
-  plan_file::PlanStart importStart;  ///< first of the twelve months
+  plan_file::PlanStart importStart;  ///< first of the twelve months to import
 };
 
-/// Throws Failure (wrong usage) for options that no import can be made of, whatever the files hold.
+/// Throws Failure (WrongUsage) if the options allow no import, whatever the files contain.
 void CheckImportOptions(const ImportCommand& options);
 
-/// Takes product and start from the plan if they were not typed. Throws Failure (WrongUsage) if the plan does
-/// not state them either.
+/// Returns the settings of an import, with product and start from the plan if they are not among the options.
+/// Throws Failure (WrongUsage) if the plan does not state them either.
 ImportSettings SettleImport(const ImportCommand& options, const plan_file::PlanFile& plan);
 
 /// Sets the component's options and its plan.
@@ -33,7 +33,7 @@ void Configure(QBDataExchange& exchange, const ImportSettings& settings, const I
 /// Returns what the import will do, in one line without a line end.
 std::string AnnouncementText(const ImportSettings& settings, const ImportSource& source);
 
-/// Returns a warning for each option that is ignored, or has less effect than it seems to.
+/// Returns a warning for each option that is ignored, or has less effect than it promises.
 std::vector<std::string> ImportWarnings(const ImportSettings& settings, const ImportSource& source,
                                         const plan_file::PlanFile& plan);
 

@@ -10,7 +10,7 @@ namespace {
 std::string_view ReasonText(SkipReason reason) {
   switch (reason) {
     case SkipReason::AmountIsNoNumber:
-      return "the line has no amount that is a number";
+      return "the line's amount is missing or not a number";
     case SkipReason::NoAccount:
       return "the line names no account";
     case SkipReason::NoItem:
@@ -18,11 +18,11 @@ std::string_view ReasonText(SkipReason reason) {
     case SkipReason::ItemWithoutAccount:
       return "the item has no account";
     case SkipReason::AccountInNoList:
-      return "the account is no account of the kinds that are imported";
+      return "the account is of a type that is not imported";
     case SkipReason::NoSubtotal:
-      return "the account is not among the accounts of this import";
+      return "the account is not part of this import";
     case SkipReason::DuplicateBillableKey:
-      return "another expense of the same customer and amount is kept for billing already";
+      return "another expense with the same customer and amount is already kept for billing";
     case SkipReason::InsideItemGroup:
       return "lines of item groups on purchases are not imported";
     case SkipReason::SubtotalOutOfRange:
@@ -64,19 +64,19 @@ std::string_view ReasonWord(SkipReason reason) noexcept {
 std::string SkippedReport(const ImportReport& report) {
   std::string text;
   if (report.LeftOut().count != 0) {
-    text += "Left out, because the import's rules cannot place them (--journal FILE lists each):\n";
+    text += "Left out because the import's rules cannot place them (--journal FILE lists each amount):\n";
     for (const auto& [reason, total] : report.LeftOutByReason()) {
       text += fmt::format("  {:>6} {:>14}  {}\n", total.count, SumText(total), ReasonText(reason));
     }
   }
   if (!report.RepeatedAccounts().empty()) {
-    text += WrappedNames("Accounts that the reports show in more than one row, all of which were added:",
+    text += WrappedNames("Accounts shown in several rows of a report; all rows were added:",
                          report.RepeatedAccounts());
   }
   if (!report.PastPerformanceEnd().empty()) {
     text += fmt::format(
-        "Past performance ended early: the company has no top-level account of type {}. Cells from "
-        "there on were not written.\n",
+        "Past performance ended early: the company has no top-level account of type {}. The remaining "
+        "cells were not written.\n",
         report.PastPerformanceEnd());
   }
   return text;

@@ -54,7 +54,7 @@ void WriteJournal(const std::string& file, const ImportReport& report) {
   lines.close();
   if (!lines) {
     throw CommandFailure("import failed", fmt::format("the journal {} cannot be written", file),
-                         "name a file in a folder that you may write to");
+                         "choose a file in a folder that you can write to");
   }
 }
 

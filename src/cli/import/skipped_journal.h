@@ -6,9 +6,9 @@
 
 namespace krnqb::cli {
 
-/// Writes a report's journal to a file, which it replaces, as JSON lines: what happened, the request and its
-/// period, and for an amount its reason, transaction, account and text. Throws CommandFailure if the file
-/// cannot be written.
+/// Writes a report's journal to `file` as JSON lines, replacing its contents: what happened, the request and
+/// its period, and for an amount its reason, transaction, account and text. Throws Failure if the file cannot
+/// be written.
 void WriteJournal(const std::string& file, const ImportReport& report);
 
 }  // namespace krnqb::cli

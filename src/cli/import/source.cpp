@@ -72,7 +72,7 @@ void ExchangeFile::Finish() {
   lines_.close();
   if (!lines_) {
     throw CommandFailure("recording failed", fmt::format("{} could not be written completely", name_),
-                         "free disk space, or import without --record");
+                         "free some disk space, or import without --record");
   }
 }
 

@@ -10,29 +10,29 @@
 
 namespace krnqb::cli {
 
-/// Where an import gets its answers from: a company file, or the recording of an earlier exchange.
+/// The source of an import's answers: a company file, or the recording of an earlier exchange.
 struct ImportSource {
   std::shared_ptr<RequestProcessorFactory> processors;
   std::string companyPath;        ///< what the session opens; empty for a recording
-  std::string description;        ///< for a person: "Nursery (nursery.qbw)" or "the recording exchange.jsonl"
+  std::string description;        ///< for people: "Nursery (nursery.qbw)" or "the recording exchange.jsonl"
   std::int16_t majorVersion = 0;  ///< of the processor: 1 imports from transactions, 2 from reports
 };
 
-/// Opens the source that the options name, and sends it nothing. A recording takes precedence over a company.
-/// Throws Failure if the source cannot be opened.
+/// Opens the source that the options name, without sending a request. A recording takes precedence over a
+/// company. Throws Failure if the source cannot be opened.
 ImportSource OpenImportSource(const ImportCommand& options);
 
-/// The file into which an exchange is recorded.
+/// The file to which an exchange is recorded.
 class ExchangeFile {
  public:
   /// Creates or truncates the file. Throws Failure if it cannot be written.
   explicit ExchangeFile(const std::string& path);
 
-  /// Returns processors that pass everything on to `inner` and write it to the file. This object must outlive
-  /// them.
+  /// Returns processors that forward every call to those of `inner` and record it in the file. This object
+  /// must outlive them.
   std::shared_ptr<RequestProcessorFactory> Recording(std::shared_ptr<RequestProcessorFactory> inner);
 
-  /// Closes the file. Throws Failure if something could not be written.
+  /// Closes the file. Throws Failure if the recording could not be written completely.
   void Finish();
 
  private:

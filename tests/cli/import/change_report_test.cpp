@@ -39,7 +39,7 @@ TEST(ChangeReport, CountsWhatChangesAndNamesNewRows) {
             "  Planned expenses: Rent\n");
 }
 
-TEST(ChangeReport, SaysWhoComputesClearedFormulas) {
+TEST(ChangeReport, SaysThatThePlanningProgramComputesClearedFormulas) {
   TableChange change = Unchanged();
   change.formulasCleared = 12;
   EXPECT_EQ(ChangeReport({change}),
@@ -48,7 +48,7 @@ TEST(ChangeReport, SaysWhoComputesClearedFormulas) {
             "The planning program computes the cleared formulas again.\n");
 }
 
-TEST(ChangeReport, TellsRemovedRowsWhereThereAreAny) {
+TEST(ChangeReport, CountsRemovedRows) {
   TableChange change = Unchanged();
   change.rowsRemoved = 1;
   EXPECT_EQ(ChangeReport({change}),

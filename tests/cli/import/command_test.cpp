@@ -14,7 +14,7 @@ using tests::RunProgram;
 using tests::Workplace;
 using tests::WriteText;
 
-// A company of one income and two expense accounts, so that what is printed can stand here whole.
+// A company of one income and two expense accounts, small enough to expect the whole output.
 std::string SmallCompany(const Workplace& place, const std::string& processorVersion = "1.1",
                          const std::string& fiscalMonth = "January") {
   const std::string file = place / "nursery.qbw";
@@ -56,7 +56,7 @@ FileState StateOf(const std::string& file) {
   return {ReadText(file), fs::last_write_time(file), status.st_ino};
 }
 
-TEST(ImportCommand, SaysWhatItWillDoWhatChangedAndWhereThePreviousVersionIs) {
+TEST(ImportCommand, AnnouncesItselfAndReportsTheChangesAndTheBackup) {
   const Workplace place;
   const std::string company = SmallCompany(place);
   const std::string plan = NewPlan(place);
@@ -168,7 +168,7 @@ TEST(ImportCommand, ImportsAmountsByTheBalancesOption) {
   }
 }
 
-TEST(ImportCommand, SaysInItsOwnWordsWhatIsWrongWithTheCompany) {
+TEST(ImportCommand, ReportsACompanyThatCannotBeOpened) {
   const Workplace place;
   NewPlan(place);
   const ProgramRun missing = RunProgram(place.ImportArguments("plan.kpf", {"--expenses"}));
@@ -191,7 +191,7 @@ TEST(ImportCommand, OpensTheCompanyBeforeThePlan) {
   EXPECT_NE(run.err.find("There is no company file"), std::string::npos) << run.err;
 }
 
-TEST(ImportCommand, SaysWhatIsWrongWithThePlan) {
+TEST(ImportCommand, ReportsAPlanThatCannotBeOpened) {
   const Workplace place;
   SmallCompany(place);
   const ProgramRun missing = RunProgram(place.ImportArguments("none.kpf", {"--expenses"}));
@@ -207,7 +207,7 @@ TEST(ImportCommand, SaysWhatIsWrongWithThePlan) {
       << broken.err;
 }
 
-TEST(ImportCommand, NamesTheOptionForAFiscalMonthThatCannotBeRead) {
+TEST(ImportCommand, NamesTheOptionForAnUnreadableFiscalMonth) {
   const Workplace place;
   SmallCompany(place, "1.1", "Janvier");
   const std::string plan = NewPlan(place);
@@ -218,15 +218,14 @@ TEST(ImportCommand, NamesTheOptionForAFiscalMonthThatCannotBeRead) {
       run.err,
       "krnqb: import failed: To perform the import from QuickBooks Pro you need the United States version of "
       "QuickBooks Pro and an English regional setting locale; give the first month of the company's fiscal "
-      "year, "
-      "for example --fiscal-month January; nothing was written\n");
+      "year, for example --fiscal-month January; nothing was written\n");
   EXPECT_EQ(StateOf(plan), before);
   for (const std::string month : {"January", "1"}) {
     EXPECT_EQ(RunProgram(place.ImportArguments("plan.kpf", {"--expenses", "--fiscal-month", month})).code, 0);
   }
 }
 
-TEST(ImportCommand, TellsACompanyThatMustBeUpdatedFromOneWithoutAFiscalMonth) {
+TEST(ImportCommand, DistinguishesAnOutdatedCompanyFromOneWithoutAFiscalMonth) {
   const Workplace place;
   SmallCompany(place, "1.0");
   NewPlan(place);
@@ -234,11 +233,10 @@ TEST(ImportCommand, TellsACompanyThatMustBeUpdatedFromOneWithoutAFiscalMonth) {
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.err,
             "krnqb: import failed: Your QuickBooks must be updated to R2; use a company whose processor "
-            "answers qbXML "
-            "1.1; nothing was written\n");
+            "answers qbXML 1.1; nothing was written\n");
 }
 
-TEST(ImportCommand, RequiresWhatNeitherThePlanNorTheOptionsSay) {
+TEST(ImportCommand, RequiresProductAndStartFromThePlanOrTheOptions) {
   const Workplace place;
   SmallCompany(place);
   const std::string plan = NewPlan(place);
@@ -257,7 +255,7 @@ TEST(ImportCommand, RequiresWhatNeitherThePlanNorTheOptionsSay) {
             0);
 }
 
-TEST(ImportCommand, IsRefusedWhileAnotherImportHasThePlan) {
+TEST(ImportCommand, IsRefusedWhileAnotherImportLocksThePlan) {
   const Workplace place;
   SmallCompany(place);
   const std::string plan = NewPlan(place);
@@ -288,7 +286,7 @@ TEST(ImportCommand, FollowsASymbolicLinkToThePlan) {
   EXPECT_NE(run.out.find("is kept as " + plan + ".bak."), std::string::npos) << run.out;
 }
 
-// Changes the plan's file while the import is at work.
+// Changes the plan's file while the import runs.
 class MeddlingClock : public Clock {
  public:
   explicit MeddlingClock(std::string file) : file_(std::move(file)) {}
@@ -314,7 +312,7 @@ TEST(ImportCommand, DoesNotReplaceAPlanThatChangedMeanwhile) {
   EXPECT_EQ(ReadText(plan), "<plan><tables/></plan>");
 }
 
-TEST(ImportCommand, AnnouncesItselfOnOneLineWhateverTheCompanyIsCalled) {
+TEST(ImportCommand, AnnouncesItselfOnOneLineForAnyCompanyName) {
   const Workplace place;
   SmallCompany(place);
   WriteText(place / "name.xml",

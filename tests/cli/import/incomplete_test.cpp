@@ -14,9 +14,8 @@ using tests::Workplace;
 constexpr const char* expenseRequest = "requestID=\"4\"";
 constexpr const char* incomeRequest = "requestID=\"1\"";
 constexpr const char* nothingWritten =
-    "krnqb: import failed: not everything could be read, so nothing was written; put it right and import "
-    "again, or add "
-    "--accept-incomplete to write what came in\n";
+    "krnqb: import failed: some data could not be read; nothing was written; fix the cause and run the "
+    "import again, or add --accept-incomplete to write what was read\n";
 
 // A recorded exchange whose answers a test changes.
 class IncompleteImport : public testing::Test {
@@ -40,24 +39,25 @@ class IncompleteImport : public testing::Test {
     EditRecording(recording, request, [&](auto& line) { line["response"] = answer; });
   }
 
-  // The import writes nothing and tells `omission`; with --accept-incomplete it writes and ends with 3.
+  // Expects that the import reports `omission` and writes nothing, and that with --accept-incomplete it
+  // writes the plan and returns 3.
   void ExpectIncomplete(const std::string& omission) const {
-    const std::string told = "krnqb: incomplete: " + omission + "\n";
+    const std::string reported = "krnqb: incomplete: " + omission + "\n";
     const ProgramRun refused = Import({"--quiet"});
     EXPECT_EQ(refused.code, 1);
     EXPECT_EQ(refused.out, "");
-    EXPECT_EQ(refused.err, told + nothingWritten);
+    EXPECT_EQ(refused.err, reported + nothingWritten);
     EXPECT_EQ(ReadText(plan), before);
     EXPECT_FALSE(std::filesystem::exists(plan + ".bak"));
 
     const ProgramRun dry = Import({"--accept-incomplete", "--dry-run"});
     EXPECT_EQ(dry.code, 0);
-    EXPECT_EQ(dry.err, told);
+    EXPECT_EQ(dry.err, reported);
     EXPECT_EQ(ReadText(plan), before);
 
     const ProgramRun accepted = Import({"--accept-incomplete"});
     EXPECT_EQ(accepted.code, 3);
-    EXPECT_EQ(accepted.err, told);
+    EXPECT_EQ(accepted.err, reported);
     EXPECT_NE(accepted.out.find("Wrote " + plan), std::string::npos);
     EXPECT_NE(ReadText(plan), before);
     EXPECT_EQ(ReadText(plan + ".bak"), before);
@@ -69,14 +69,14 @@ class IncompleteImport : public testing::Test {
   std::string before;
 };
 
-TEST_F(IncompleteImport, TellsAnAnswerWithAnError) {
+TEST_F(IncompleteImport, ReportsAnAnswerWithAnError) {
   Answer(expenseRequest,
          tests::AccountsAnswer(4, R"(statusCode="3260" statusSeverity="Error" statusMessage="No permission")",
                                {}));
   ExpectIncomplete("request 4 (expense accounts): status 3260 (Error): No permission");
 }
 
-TEST_F(IncompleteImport, TellsAnAnswerWithAWarning) {
+TEST_F(IncompleteImport, ReportsAnAnswerWithAWarning) {
   Answer(
       expenseRequest,
       tests::AccountsAnswer(
@@ -84,12 +84,12 @@ TEST_F(IncompleteImport, TellsAnAnswerWithAWarning) {
   ExpectIncomplete("request 4 (expense accounts): status 500 (Warn): One object was not found");
 }
 
-TEST_F(IncompleteImport, TellsAnAnswerThatDoesNotParse) {
+TEST_F(IncompleteImport, ReportsAnAnswerThatIsNotWellFormed) {
   Answer(expenseRequest, "<QBXML><QBXMLMsgsRs>");
   ExpectIncomplete("request 4 (expense accounts): the answer is not well-formed XML");
 }
 
-TEST_F(IncompleteImport, TellsEverythingThatIsMissing) {
+TEST_F(IncompleteImport, ReportsEveryOmission) {
   Answer(expenseRequest, "<QBXML><QBXMLMsgsRs>");
   Answer(incomeRequest,
          tests::AccountsAnswer(
@@ -103,7 +103,7 @@ TEST_F(IncompleteImport, TellsEverythingThatIsMissing) {
           nothingWritten);
 }
 
-TEST_F(IncompleteImport, TakesAnAnswerWithoutRecordsForWhole) {
+TEST_F(IncompleteImport, AcceptsAnAnswerWithoutRecordsAsComplete) {
   Answer(expenseRequest,
          tests::AccountsAnswer(4, R"(statusCode="1" statusSeverity="Info" statusMessage="No match")", {}));
   const ProgramRun run = Import({"--quiet"});
@@ -111,7 +111,7 @@ TEST_F(IncompleteImport, TakesAnAnswerWithoutRecordsForWhole) {
   EXPECT_EQ(run.err, "");
 }
 
-TEST_F(IncompleteImport, TellsAPlanTableWithoutBlocks) {
+TEST_F(IncompleteImport, ReportsAPlanTableWithoutBlocks) {
   const std::string table = "20000000000000000000000000000600";
   const auto tableAt = before.find(table);
   ASSERT_NE(tableAt, std::string::npos);
@@ -122,14 +122,14 @@ TEST_F(IncompleteImport, TellsAPlanTableWithoutBlocks) {
   ExpectIncomplete("plan table " + table + " (Planned expenses) cannot be read");
 }
 
-TEST_F(IncompleteImport, TellsAPlanWithoutATable) {
+TEST_F(IncompleteImport, ReportsAPlanWithoutATable) {
   const std::string table = "20000000000000000000000000000600";
   before = tests::Replaced(before, table, "20000000000000000000000000000601");
   tests::WriteText(plan, before);
   ExpectIncomplete("KRNDeserialize ended early: Subscript out of range: the plan has no table " + table);
 }
 
-// New rows are copies of the first one, so its id is in the tables twice.
+// New rows are copies of the first one, so its id occurs twice.
 TEST_F(IncompleteImport, ReportsTablesThatThePlanRefuses) {
   const auto tableAt = before.find("20000000000000000000000000000600");
   before.replace(before.find("<row>", tableAt), 5, "<row xml:id=\"first\">");
@@ -137,7 +137,7 @@ TEST_F(IncompleteImport, ReportsTablesThatThePlanRefuses) {
   ExpectIncomplete("changed tables were not loaded into the plan: line 12: ID first already defined");
 }
 
-TEST_F(IncompleteImport, TakesAPlanWhoseRootDeclaresThePrefixesOfItsTablesForWhole) {
+TEST_F(IncompleteImport, AcceptsAPlanWhoseRootDeclaresItsTablesPrefixes) {
   before = tests::Replaced(before, "<plan ", "<plan xmlns:dt=\"urn:types\" ");
   const auto tableAt = before.find("20000000000000000000000000000600");
   before.replace(before.find("<c>", tableAt), 3, "<c dt:type=\"text\">");
@@ -149,7 +149,7 @@ TEST_F(IncompleteImport, TakesAPlanWhoseRootDeclaresThePrefixesOfItsTablesForWho
   EXPECT_EQ(Import({"--quiet"}).code, 0) << "the plan can be read again";
 }
 
-TEST_F(IncompleteImport, EndsWithARefusedRequestWhateverIsAccepted) {
+TEST_F(IncompleteImport, FailsOnARefusedRequestEvenWithAcceptIncomplete) {
   EditRecording(recording, expenseRequest, [](auto& line) {
     line.erase("response");
     line["error"] = {{"number", -2147220446}, {"description", "The user refused access."}};
@@ -158,10 +158,11 @@ TEST_F(IncompleteImport, EndsWithARefusedRequestWhateverIsAccepted) {
        {std::vector<std::string>{"--quiet"}, {"--quiet", "--accept-incomplete"}}) {
     const ProgramRun run = Import(more);
     EXPECT_EQ(run.code, 1);
-    EXPECT_EQ(run.err,
-              "krnqb: incomplete: request 4 (expense accounts): refused: The user refused access.\n"
-              "krnqb: import failed: The user refused access; put this right and import again; nothing was "
-              "written\n");
+    EXPECT_EQ(
+        run.err,
+        "krnqb: incomplete: request 4 (expense accounts): refused: The user refused access.\n"
+        "krnqb: import failed: The user refused access; fix the cause and run the import again; nothing "
+        "was written\n");
     EXPECT_EQ(ReadText(plan), before);
   }
 }
@@ -172,12 +173,12 @@ TEST_F(IncompleteImport, WritesTheJournalOfAFailedImport) {
     line["error"] = {{"number", -2147220446}, {"description", "The user refused access."}};
   });
   const std::string journal = place / "journal.jsonl";
-  tests::WriteText(journal, "of the import before\n");
+  tests::WriteText(journal, "from an earlier import\n");
   EXPECT_EQ(Import({"--quiet", "--journal", journal}).code, 1);
   EXPECT_EQ(ReadText(journal), "");
 }
 
-TEST_F(IncompleteImport, TellsARefusedCompanyCheckBesideWhatCameOfIt) {
+TEST_F(IncompleteImport, ReportsARefusedCompanyCheckAndTheMissingFiscalMonth) {
   EditRecording(recording, "requestID=\"101\"", [](auto& line) {
     line.erase("response");
     line["error"] = {{"number", -2147220480}, {"description", "Cannot be parsed."}};
@@ -187,8 +188,8 @@ TEST_F(IncompleteImport, TellsARefusedCompanyCheckBesideWhatCameOfIt) {
   EXPECT_EQ(run.err,
             "krnqb: incomplete: request 101 (company): refused: Cannot be parsed.\n"
             "krnqb: import failed: To perform the import you need to provide the QuickBooks fiscal year "
-            "start month; give "
-            "the first month of the company's fiscal year, for example --fiscal-month January; nothing was "
+            "start month; give the first month of the company's fiscal year, for example --fiscal-month "
+            "January; nothing was "
             "written\n");
   EXPECT_EQ(Import({"--quiet", "--fiscal-month", "1"}).code, 0);
 }

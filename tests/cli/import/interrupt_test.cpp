@@ -13,8 +13,8 @@ using tests::ReadText;
 using tests::RunProgram;
 using tests::Workplace;
 
-// Interrupts the process the given time that it is asked for the time, which an import does while it rebuilds
-// the tables; never for 0.
+// Interrupts the process when it is read for the given time; 0 means never. An import reads the clock for
+// each table that it rebuilds.
 class InterruptingClock : public Clock {
  public:
   explicit InterruptingClock(int interruptAt = 1) : interruptAt_(interruptAt) {}
@@ -49,7 +49,7 @@ TEST(InterruptedImport, EndsWith130AndWritesNothing) {
   EXPECT_FALSE(std::filesystem::exists(place / "ald.kpf.bak"));
 }
 
-TEST(InterruptedImport, IsToldAsJson) {
+TEST(InterruptedImport, IsReportedAsJson) {
   const Workplace place;
   place.Nursery();
   const ProgramRun run =
@@ -88,7 +88,7 @@ TEST(InterruptedImport, ReportsNothingAsIncomplete) {
   EXPECT_EQ(run.err, "krnqb: import interrupted: stopped on request; nothing was written\n");
 }
 
-TEST(InterruptedImport, LeavesThePlanToTheNextOne) {
+TEST(InterruptedImport, ReleasesThePlanForTheNextImport) {
   const Workplace place;
   place.Nursery();
   const auto arguments = place.ImportArguments("ald.kpf", {"--expenses"});

@@ -11,7 +11,7 @@ using tests::RunProgram;
 using tests::Workplace;
 using Words = std::vector<std::string>;
 
-// Standard output holds one JSON object of the one shape, and nothing else.
+// Returns the JSON object on standard output, which must have these members and be all that is printed.
 ordered_json Object(const ProgramRun& run) {
   ordered_json object = ordered_json::parse(run.out);
   Words members;
@@ -27,7 +27,7 @@ ordered_json Progress(int percent) {
   return {{"event", "ProgressBarChange"}, {"percent", percent}, {"description", "Processing..."}};
 }
 
-TEST(ImportJson, TellsAnImport) {
+TEST(ImportJson, DescribesAnImport) {
   const Workplace place;
   place.Nursery();
   const ProgramRun run = RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--json"}));
@@ -55,7 +55,7 @@ TEST(ImportJson, TellsAnImport) {
   EXPECT_GT(rows, 0);
 }
 
-TEST(ImportJson, TellsThatNothingChanged) {
+TEST(ImportJson, ReportsThatNothingChanged) {
   const Workplace place;
   place.Nursery();
   const Words arguments = place.ImportArguments("ald.kpf", {"--expenses", "--json"});
@@ -65,7 +65,7 @@ TEST(ImportJson, TellsThatNothingChanged) {
   EXPECT_FALSE(object.at("tables").empty());
 }
 
-TEST(ImportJson, TellsADryRun) {
+TEST(ImportJson, ReportsADryRun) {
   const Workplace place;
   place.Nursery();
   const ProgramRun run = RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--json", "--dry-run"}));
@@ -73,7 +73,7 @@ TEST(ImportJson, TellsADryRun) {
   EXPECT_EQ(Object(run).at("result"), "dry-run");
 }
 
-TEST(ImportJson, TellsWrongUsage) {
+TEST(ImportJson, ReportsWrongUsage) {
   for (const Words& arguments : {Words{"import", "--json"}, Words{"import", "--plan", "--json"},
                                  Words{"import", "--json", "--plan", "p", "--frob"},
                                  Words{"import", "--json", "--plan", "p", "--product", "x"},
@@ -90,7 +90,7 @@ TEST(ImportJson, TellsWrongUsage) {
   }
 }
 
-TEST(ImportJson, TellsAFailureBeforeTheImport) {
+TEST(ImportJson, ReportsAFailureBeforeTheImport) {
   const Workplace place;
   const ProgramRun run = RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--json"}));
   EXPECT_EQ(run.code, 1);
@@ -101,7 +101,7 @@ TEST(ImportJson, TellsAFailureBeforeTheImport) {
   EXPECT_EQ(object.at("events"), ordered_json::array());
 }
 
-TEST(ImportJson, TellsAFailureDuringTheImportWithTheEventsBeforeIt) {
+TEST(ImportJson, ReportsAFailureDuringTheImportWithTheEventsBeforeIt) {
   const Workplace place;
   const std::string company = place / "nursery.qbw";
   RunProgram({"company", "new", company, "--name", "Old", "--fiscal-month", "1", "--processor", "1.0"});
@@ -145,7 +145,7 @@ class IncompleteJson : public testing::Test {
   const std::string recording = place / "exchange.jsonl";
 };
 
-TEST_F(IncompleteJson, TellsWhatIsMissingWhenNothingIsWritten) {
+TEST_F(IncompleteJson, ListsOmissionsWhenNothingIsWritten) {
   const ProgramRun run = Import("--quiet");
   EXPECT_EQ(run.code, 1);
   const ordered_json object = Object(run);
@@ -155,7 +155,7 @@ TEST_F(IncompleteJson, TellsWhatIsMissingWhenNothingIsWritten) {
   EXPECT_EQ(object.at("events").size(), 6U);
 }
 
-TEST_F(IncompleteJson, TellsWhatIsMissingWhenItIsAccepted) {
+TEST_F(IncompleteJson, ListsOmissionsWhenTheyAreAccepted) {
   const ProgramRun run = Import("--accept-incomplete");
   EXPECT_EQ(run.code, 3);
   const ordered_json object = Object(run);
@@ -165,13 +165,13 @@ TEST_F(IncompleteJson, TellsWhatIsMissingWhenItIsAccepted) {
   EXPECT_FALSE(object.at("tables").empty());
 }
 
-TEST(ImportJson, PrintsTextsThatAreNoUtf8) {
+TEST(ImportJson, ReplacesInvalidUtf8) {
   const ProgramRun run = RunProgram({"import", "--json", "--plan", "p", "--frob\xFF"});
   EXPECT_EQ(run.code, 2);
   EXPECT_NE(Object(run).at("error_description").get<std::string>().find("\xEF\xBF\xBD"), std::string::npos);
 }
 
-TEST(OtherCommandsJson, TellWrongUsageTooWhenJsonIsAmongTheArguments) {
+TEST(OtherCommandsJson, ReportsWrongUsageIfJsonIsAmongTheArguments) {
   for (const Words& arguments : {Words{"plan", "show", "--json"}, Words{"tables", "--json"}, Words{"--json"},
                                  Words{"accounts", "--json", "both"}}) {
     const ProgramRun run = RunProgram(arguments);

@@ -33,7 +33,7 @@ RowNames RowNamesOf(const std::string& plan) {
   return names;
 }
 
-// What stands in `after` and did not in `before`.
+// Returns the names in `after` that are not in `before`.
 Names NewNames(const std::vector<std::string>& before, const std::vector<std::string>& after) {
   Names names(after.begin(), after.end());
   for (const std::string& name : before) names.erase(name);
@@ -46,7 +46,7 @@ const Names nurseryExpenses{
     "Advertising",     "Automobile",       "Insurance", "Job Expenses", "Meals & Entertainment",
     "Office Supplies", "Payroll Expenses", "Rent",      "Utilities"};
 
-// Every income account has a row in the sales block, old or new, and each twin block as many rows more.
+// Expects one row for every income account in the sales block, and as many new rows in each twin block.
 void ExpectSalesRows(const RowNames& before, const RowNames& after) {
   const std::string sales = "200400 db_sales_values_sales";
   const std::vector<std::string>& rows = after.at(sales);
@@ -66,7 +66,7 @@ void ExpectSalesRows(const RowNames& before, const RowNames& after) {
 
 class IncomeRangeProducts : public testing::TestWithParam<std::string> {};
 
-TEST_P(IncomeRangeProducts, TakeEveryTopLevelAccountIntoTheirRows) {
+TEST_P(IncomeRangeProducts, GetARowForEveryTopLevelAccount) {
   const Workplace place;
   place.Nursery();
   const std::string plan = place / GetParam();
@@ -79,7 +79,7 @@ TEST_P(IncomeRangeProducts, TakeEveryTopLevelAccountIntoTheirRows) {
   const std::vector<std::string>& rows = after.at(expenses);
   for (const std::string& name : nurseryExpenses)
     EXPECT_EQ(std::count(rows.begin(), rows.end(), name), 1) << name;
-  // The account of that name belongs into the plan's own row.
+  // The plan already has a row of that name.
   EXPECT_FALSE(NewNames(before.at(expenses), rows).contains("Depreciation"));
   const std::string actual = "210600 db_income_range_cat3_actual";
   EXPECT_EQ(after.at(actual).size() - before.at(actual).size(), rows.size() - before.at(expenses).size());
@@ -87,7 +87,7 @@ TEST_P(IncomeRangeProducts, TakeEveryTopLevelAccountIntoTheirRows) {
 
 INSTANTIATE_TEST_SUITE_P(Samples, IncomeRangeProducts, testing::Values("ald.kpf", "cor.kpf"));
 
-TEST(ContributionMarginProduct, TakesTheSelectedAccountsIntoItsRows) {
+TEST(ContributionMarginProduct, GetsARowForEverySelectedAccount) {
   const Workplace place;
   place.Nursery();
   const std::string plan = place / "bri.kpf";
@@ -99,7 +99,7 @@ TEST(ContributionMarginProduct, TakesTheSelectedAccountsIntoItsRows) {
   const RowNames after = RowNamesOf(plan);
   ExpectSalesRows(before, after);
   const std::string expenses = "202000 db_contributionmargin_cat2";
-  // The plan's own row is named RENT, which stands for the account Rent in the selection but not in the rows.
+  // The plan has a row RENT: it selects the account Rent, but row names are case-sensitive, so Rent is added.
   EXPECT_EQ(NewNames(before.at(expenses), after.at(expenses)), (Names{"Advertising", "Insurance", "Rent"}));
   const std::string actual = "212000 db_contributionmargin_cat2_actual";
   EXPECT_EQ(after.at(actual).size(), before.at(actual).size() + 3);
@@ -107,7 +107,7 @@ TEST(ContributionMarginProduct, TakesTheSelectedAccountsIntoItsRows) {
 
 class AllProducts : public testing::TestWithParam<std::string> {};
 
-TEST_P(AllProducts, GetNoRowFromASecondImport) {
+TEST_P(AllProducts, GetNoRowsFromASecondImport) {
   const Workplace place;
   place.Nursery();
   const auto arguments = place.ImportArguments(GetParam(), {"--expenses", "--income", "--quiet"});
@@ -117,7 +117,7 @@ TEST_P(AllProducts, GetNoRowFromASecondImport) {
   EXPECT_EQ(tests::ReadText(place / GetParam()), once);
 }
 
-TEST_P(AllProducts, TakeTheirRowsFromReportsCompaniesToo) {
+TEST_P(AllProducts, GetTheSameRowsFromACompanyThatAnswersWithReports) {
   const Workplace transactions;
   const Workplace reports;
   transactions.Nursery("1.1");
@@ -128,7 +128,7 @@ TEST_P(AllProducts, TakeTheirRowsFromReportsCompaniesToo) {
   EXPECT_EQ(tests::ReadText(transactions / GetParam()), tests::ReadText(reports / GetParam()));
 }
 
-TEST_P(AllProducts, TakeTheIncomeAccountsAlone) {
+TEST_P(AllProducts, ImportIncomeAccountsAlone) {
   const Workplace place;
   place.Nursery();
   const RowNames before = RowNamesOf(place / GetParam());
@@ -143,8 +143,8 @@ TEST_P(AllProducts, TakeTheIncomeAccountsAlone) {
 
 INSTANTIATE_TEST_SUITE_P(Samples, AllProducts, testing::Values("ald.kpf", "bri.kpf", "cor.kpf"));
 
-// The monthly passes go over both lists, whichever was asked for: the one that was not is missing to nobody.
-TEST(ImportOfOneKind, OfAccountsWithAmountsIsComplete) {
+// The monthly passes go over both account lists; a list that was not requested is not an omission.
+TEST(ImportOfOneAccountKind, IsCompleteWithAmounts) {
   for (const std::string version : {"1.1", "2.0"}) {
     for (const std::string kind : {"--income", "--expenses"}) {
       const Workplace place;

@@ -12,7 +12,7 @@
 
 namespace krnqb::cli::tests {
 
-/// The lines of a recorded exchange.
+/// Returns the lines of a recorded exchange.
 inline std::vector<nlohmann::ordered_json> RecordingLines(const std::string& file) {
   std::vector<nlohmann::ordered_json> lines;
   std::istringstream text(ReadText(file));
@@ -20,7 +20,7 @@ inline std::vector<nlohmann::ordered_json> RecordingLines(const std::string& fil
   return lines;
 }
 
-/// Changes what was recorded for every request whose text holds `part`; the test fails when there is none.
+/// Edits the recorded line of every request whose text contains `part`. Fails the test if there is none.
 inline void EditRecording(const std::string& file, const std::string& part,
                           const std::function<void(nlohmann::ordered_json&)>& edit) {
   std::string edited;
@@ -32,11 +32,11 @@ inline void EditRecording(const std::string& file, const std::string& part,
     }
     edited += line.dump() + '\n';
   }
-  EXPECT_GT(found, 0) << "no request holds " << part;
+  EXPECT_GT(found, 0) << "no request contains " << part;
   WriteText(file, edited);
 }
 
-/// An answer to the account query `requestId` with one top-level account of each name.
+/// Returns an answer to the account query `requestId` with one top-level account of each name.
 inline std::string AccountsAnswer(int requestId, const std::string& status,
                                   const std::vector<std::string>& names) {
   std::string answer = "<?xml version=\"1.0\" ?>\n<QBXML>\n<QBXMLMsgsRs>\n<AccountQueryRs requestID=\"" +

@@ -25,7 +25,7 @@ TEST(ImportRecording, HoldsTheWholeExchangeInOrder) {
   EXPECT_EQ(lines[0].dump(), R"({"exchange":1,"company":")" + company + R"(","major":1,"minor":1})");
   Words requests;
   for (std::size_t index = 1; index < lines.size(); ++index) requests.push_back(lines[index].at("request"));
-  // What the import itself sends, and nothing for opening the company first.
+  // Only the import's own requests: opening the company sends none.
   EXPECT_EQ(requests, (Words{BuildRequest(101, {}, {}), BuildRequest(100, {}, {}), BuildRequest(100, {}, {}),
                              BuildRequest(4, {}, {}), BuildRequest(1, {}, {})}));
 }
@@ -51,7 +51,7 @@ void PrintTo(const RoundTrip& trip, std::ostream* out) {
 
 class RoundTrips : public testing::TestWithParam<RoundTrip> {};
 
-TEST_P(RoundTrips, GiveTheSamePlanToTheByte) {
+TEST_P(RoundTrips, ProduceTheSamePlanByteForByte) {
   const Workplace place;
   place.NurseryYear(GetParam().processorVersion);
   const std::string plan = place / GetParam().plan;
@@ -64,7 +64,7 @@ TEST_P(RoundTrips, GiveTheSamePlanToTheByte) {
   ASSERT_EQ(RunProgram(recording).code, 0);
   Words replaying{"import", "--plan", replayed, "--replay", place / "exchange.jsonl"};
   replaying.insert(replaying.end(), contents.begin(), contents.end());
-  // The clock of the day tells the stamps apart, and nothing else does.
+  // The real clock makes the save stamps differ; nothing else may differ.
   const ProgramRun run = RunProgram(replaying, {.clock = nullptr, .errorIsTerminal = false});
   ASSERT_EQ(run.code, 0) << run.err;
   EXPECT_NE(ReadText(replayed), ReadText(plan + ".bak"));
@@ -101,7 +101,7 @@ TEST(ImportRecording, NamesTheRecordingInTheAnnouncement) {
       << run.out;
 }
 
-TEST(ImportRecording, SaysWhichRequestItDoesNotHold) {
+TEST(ImportRecording, NamesARequestThatItLacks) {
   const Workplace place;
   place.Nursery();
   RunProgram(
@@ -113,7 +113,7 @@ TEST(ImportRecording, SaysWhichRequestItDoesNotHold) {
   EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 2) << run.err;
 }
 
-TEST(ImportRecording, SaysWhatIsWrongWithItsFile) {
+TEST(ImportRecording, ReportsAFileThatCannotBeReplayed) {
   const Workplace place;
   const auto replay = [&](const std::string& file) {
     const ProgramRun run = RunProgram({"import", "--replay", file, "--plan", place / "ald.kpf", "--income"});
@@ -125,13 +125,14 @@ TEST(ImportRecording, SaysWhatIsWrongWithItsFile) {
                                               ": No such file or directory; check the path\n");
   WriteText(place / "other.jsonl",
             "{\"exchange\":1,\"company\":\"c\",\"major\":1,\"minor\":1}\n{\"request\":\"r\"}\n");
-  const std::string told = replay(place / "other.jsonl");
-  EXPECT_EQ(told.find("krnqb: opening the recording failed: " + (place / "other.jsonl") + ", line 2: "), 0U)
-      << told;
-  EXPECT_TRUE(told.ends_with("; record the exchange again with --record\n")) << told;
+  const std::string message = replay(place / "other.jsonl");
+  EXPECT_EQ(message.find("krnqb: opening the recording failed: " + (place / "other.jsonl") + ", line 2: "),
+            0U)
+      << message;
+  EXPECT_TRUE(message.ends_with("; record the exchange again with --record\n")) << message;
 }
 
-TEST(ImportRecording, SaysWhenItCannotBeWritten) {
+TEST(ImportRecording, ReportsAFileThatCannotBeWritten) {
   const Workplace place;
   place.Nursery();
   const std::string before = ReadText(place / "ald.kpf");
@@ -143,9 +144,10 @@ TEST(ImportRecording, SaysWhenItCannotBeWritten) {
                 ": No such file or directory; check the path and the permissions of its folder\n");
   const ProgramRun full = RunProgram(place.ImportArguments("ald.kpf", {"--income", "--record", "/dev/full"}));
   EXPECT_EQ(full.code, 1);
-  EXPECT_EQ(full.err,
-            "krnqb: recording failed: /dev/full could not be written completely; free disk space, or import "
-            "without --record\n");
+  EXPECT_EQ(
+      full.err,
+      "krnqb: recording failed: /dev/full could not be written completely; free some disk space, or import "
+      "without --record\n");
   EXPECT_EQ(ReadText(place / "ald.kpf"), before);
 }
 

@@ -8,7 +8,7 @@ namespace {
 constexpr std::int32_t catalogue[] = {1,  2,  4,   9,   10,  11,  12,  20,  21,
                                       50, 60, 100, 101, 102, 300, 310, 320, 330};
 
-TEST(RequestName, IsThereForEveryRequestOfTheCatalogue) {
+TEST(RequestName, ExistsForEveryRequestOfTheCatalogue) {
   for (const std::int32_t number : catalogue) EXPECT_NE(RequestName(number), "") << number;
   EXPECT_EQ(RequestName(3), "");
 }

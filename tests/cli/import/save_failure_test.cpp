@@ -18,8 +18,8 @@ void Interrupt(int /*signal*/) {
   std::raise(SIGINT);
 }
 
-// While it lives, no file can grow beyond a kilobyte: saving the plan fails in the middle. The signal that
-// comes with it goes to `handler`.
+// Limits files to one kilobyte during its lifetime, so that saving the plan fails halfway. `handler` receives
+// the signal that the system then sends.
 class SmallFiles {
  public:
   explicit SmallFiles(void (*handler)(int)) : handlerBefore_(std::signal(SIGXFSZ, handler)) {
@@ -65,7 +65,7 @@ TEST_F(FailedSave, ListsNoTablesAsChanged) {
   EXPECT_EQ(ReadText(plan), before);
 }
 
-TEST_F(FailedSave, IsAFailureAlsoIfAnInterruptComesMeanwhile) {
+TEST_F(FailedSave, StaysAFailureIfAnInterruptArrivesMeanwhile) {
   const ProgramRun run = Import(Interrupt);
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(nlohmann::json::parse(run.out).at("result"), "failed");

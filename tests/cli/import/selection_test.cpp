@@ -30,7 +30,7 @@ class ExpenseSelection : public testing::Test {
   const Workplace place;
 };
 
-TEST_F(ExpenseSelection, KeepsWhatStandsInThePlanAndAddsNothingUnasked) {
+TEST_F(ExpenseSelection, KeepsThePlansAccountsAndAddsNoOthers) {
   EXPECT_EQ(NewRows({"--expenses", "--dry-run"}), "Rent");
 }
 
@@ -40,7 +40,7 @@ TEST_F(ExpenseSelection, AddsTheNamedAccounts) {
             "Advertising, Insurance, Rent");
 }
 
-TEST_F(ExpenseSelection, MindsNoLetterCaseInNames) {
+TEST_F(ExpenseSelection, IgnoresCaseInNames) {
   EXPECT_EQ(NewRows({"--expenses", "--dry-run", "--select-expense", "iNSURANCE"}), "Insurance, Rent");
 }
 
@@ -53,9 +53,9 @@ TEST_F(ExpenseSelection, AddsAllAccounts) {
       << out;
 }
 
-TEST_F(ExpenseSelection, TellsNamesThatAreNoTopLevelExpenseAccounts) {
+TEST_F(ExpenseSelection, ReportsNamesThatAreNotTopLevelExpenseAccounts) {
   const std::string before = ReadText(place / "bri.kpf");
-  // A sub-account, an income account, and a slip of the finger.
+  // A sub-account, an income account, and a typing error.
   const ProgramRun run =
       Import({"--expenses", "--quiet", "--select-expense", "Wages", "--select-expense", "Landscaping",
               "--select-expense", "Advertsing", "--select-expense", "Rent"});
@@ -67,11 +67,10 @@ TEST_F(ExpenseSelection, TellsNamesThatAreNoTopLevelExpenseAccounts) {
   EXPECT_EQ(ReadText(place / "bri.kpf"), before);
 }
 
-TEST_F(ExpenseSelection, SaysWhereTheNamesAreListedWhenNoneIsNear) {
+TEST_F(ExpenseSelection, SaysWhereNamesAreListedWhenNoneIsSimilar) {
   EXPECT_EQ(Import({"--expenses", "--quiet", "--select-expense", "Zymurgy"}).err,
             "krnqb: selecting expense accounts failed: the company has no top-level expense account "
-            "\"Zymurgy\"; krnqb "
-            "accounts expense lists the company's accounts\n");
+            "\"Zymurgy\"; krnqb accounts expense lists the company's accounts\n");
 }
 
 TEST_F(ExpenseSelection, ChecksNamesEvenWhenAllAreSelected) {
@@ -97,7 +96,7 @@ TEST_F(ExpenseSelection, WarnsWhenNothingIsSelected) {
   EXPECT_NE(run.out.find("Nothing in the plan changes."), std::string::npos);
 }
 
-TEST_F(ExpenseSelection, EndsTheImportWithAnErrorThatReadingItLeaves) {
+TEST_F(ExpenseSelection, FailsTheImportIfItCannotBeRead) {
   tests::WriteText(
       place / "company.xml",
       "<QBXML><QBXMLMsgsRs><CompanyQueryRs><CompanyRet><CompanyName>N</CompanyName><FirstMonthFiscalYear>"
@@ -107,7 +106,7 @@ TEST_F(ExpenseSelection, EndsTheImportWithAnErrorThatReadingItLeaves) {
   EXPECT_EQ(run.code, 1);
   const auto object = nlohmann::json::parse(run.out);
   EXPECT_EQ(object.at("error_number"), -2147221504);
-  // The import itself was not begun.
+  // The import itself did not start.
   EXPECT_TRUE(object.at("events").empty());
   EXPECT_NE(run.err.find(
                 "; give the first month of the company's fiscal year, for example --fiscal-month January; "),
@@ -119,10 +118,9 @@ TEST_F(ExpenseSelection, FailsWhenThePlanHasNoTableForIt) {
   const ProgramRun run =
       RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--product", "bri", "--quiet"}));
   EXPECT_EQ(run.code, 1);
-  EXPECT_TRUE(
-      run.err.ends_with("krnqb: selecting expense accounts failed: the accounts or the plan's contribution "
-                        "margin table cannot be read; fix "
-                        "the cause and run the import again; nothing was written\n"))
+  EXPECT_TRUE(run.err.ends_with(
+      "krnqb: selecting expense accounts failed: the accounts or the plan's contribution "
+      "margin table cannot be read; fix the cause and run the import again; nothing was written\n"))
       << run.err;
   EXPECT_NE(run.err.find("the plan has no table 20000000000000000000000000002000"), std::string::npos)
       << run.err;
@@ -142,7 +140,7 @@ TEST_F(ExpenseSelection, FailsForNamesThatCannotBeCheckedEvenIfIncompleteIsAccep
   EXPECT_EQ(RunProgram(replaying).code, 3) << "without a name there is nothing to check";
 }
 
-TEST_F(ExpenseSelection, IsReadBeforeTheImportForItsProductAlone) {
+TEST_F(ExpenseSelection, IsReadBeforeTheImportOnlyForItsProduct) {
   const auto requestsOf = [&](const std::string& plan, const Words& contents) {
     Words more = contents;
     more.insert(more.end(), {"--dry-run", "--record", place / "exchange.jsonl"});

@@ -54,7 +54,7 @@ TEST(CheckImportOptions, RequiresSomethingToImport) {
   options.expenses = false;
   EXPECT_EQ(
       LineOf(options),
-      "krnqb: wrong usage: nothing to import is given; give --expenses, --income or --past-performance");
+      "krnqb: wrong usage: nothing is selected for import; give --expenses, --income or --past-performance");
 }
 
 TEST(CheckImportOptions, RequiresACompanyOrARecording) {
@@ -93,7 +93,7 @@ TEST(SettleImport, TakesProductAndStartFromThePlan) {
   EXPECT_EQ(settings.importStart, (plan_file::PlanStart{2003, 7}));
 }
 
-TEST(SettleImport, PrefersWhatWasTyped) {
+TEST(SettleImport, PrefersTheOptions) {
   ImportCommand options = Options();
   options.product = QBKRN_BRI;
   options.planStart = plan_file::PlanStart{2005, 1};
@@ -104,13 +104,13 @@ TEST(SettleImport, PrefersWhatWasTyped) {
   EXPECT_EQ(settings.importStart, (plan_file::PlanStart{2002, 3}));
 }
 
-TEST(SettleImport, RequiresAProductFromOneOfThem) {
+TEST(SettleImport, RequiresAProductFromThePlanOrTheOptions) {
   EXPECT_EQ(
       LineOf(Options(), " start='2004-07'"),
       "krnqb: wrong usage: the plan plan.kpf does not state its product; give --product ald, bri or cor");
 }
 
-TEST(SettleImport, RequiresAStartFromOneOfThem) {
+TEST(SettleImport, RequiresAStartFromThePlanOrTheOptions) {
   EXPECT_EQ(
       LineOf(Options(), " product='ald'"),
       "krnqb: wrong usage: the plan plan.kpf does not state its first month; give --plan-start YYYY-MM");
@@ -145,7 +145,7 @@ TEST(Configure, SetsEveryOptionOfTheComponent) {
   EXPECT_EQ(exchange.KRNPlanData().AsObject<plan_file::PlanFile>(), plan);
 }
 
-TEST(Configure, LeavesTheImportsStartAndTheFiscalMonthToTheComponent) {
+TEST(Configure, LeavesTheImportStartAndTheFiscalMonthToTheComponent) {
   const auto plan = Plan(" product='ald' start='2004-02'");
   QBDataExchange exchange({});
   Configure(exchange, SettleImport(Options(), *plan), Source(), plan);
@@ -161,8 +161,7 @@ std::string Announcement(const ImportCommand& options, const std::string& planAt
 TEST(AnnouncementText, NamesCompanyPeriodPlanProductAndOptions) {
   EXPECT_EQ(Announcement(Options(), " product='ald' start='2003-01'"),
             "Importing expense accounts from Nursery (nursery.qbw), January to December 2002, into plan.kpf "
-            "(product ald, "
-            "from January 2003): no amounts.");
+            "(product ald, from January 2003): no amounts.");
 }
 
 TEST(AnnouncementText, NamesAPeriodThatCrossesTheYear) {
@@ -183,20 +182,18 @@ TEST(AnnouncementText, NamesEveryOption) {
   options.acceptIncomplete = true;
   options.recordFile = "exchange.jsonl";
   options.dryRun = true;
-  EXPECT_EQ(
-      Announcement(options, " product='bri' start='2003-01'"),
-      "Importing expense and income accounts and past performance from Nursery (nursery.qbw), January to "
-      "December "
-      "2002, into plan.kpf (product bri, from January 2003): actual amounts, sales growth 3%, cost growth "
-      "-4%, "
-      "expense growth 0%, fiscal year from July, selecting Rent, Utilities and Insurance, incomplete data "
-      "accepted, recorded in exchange.jsonl, dry run.");
+  EXPECT_EQ(Announcement(options, " product='bri' start='2003-01'"),
+            "Importing expense and income accounts and past performance from Nursery (nursery.qbw), "
+            "January to December 2002, into plan.kpf (product bri, from January 2003): "
+            "actual amounts, sales growth 3%, cost growth -4%, expense growth 0%, fiscal year from July, "
+            "selecting Rent, Utilities and Insurance, incomplete data accepted, recorded in exchange.jsonl, "
+            "dry run.");
   options.selectAllExpenses = true;
   EXPECT_NE(Announcement(options, " product='bri' start='2003-01'").find("all expense accounts selected, "),
             std::string::npos);
 }
 
-TEST(ImportWarnings, AreNoneWhenEveryOptionHasItsEffect) {
+TEST(ImportWarnings, AreEmptyWhenEveryOptionTakesEffect) {
   ImportCommand options = Options();
   options.income = true;
   options.pastPerformance = true;
@@ -207,13 +204,13 @@ TEST(ImportWarnings, AreNoneWhenEveryOptionHasItsEffect) {
   EXPECT_EQ(Warnings(options, 2), Texts{});
 }
 
-TEST(ImportWarnings, TellThatPastPerformanceNeedsAmounts) {
+TEST(ImportWarnings, SayThatPastPerformanceNeedsAmounts) {
   ImportCommand options = Options();
   options.pastPerformance = true;
   EXPECT_EQ(Warnings(options), Texts{"--past-performance is ignored because --balances is none"});
 }
 
-TEST(ImportWarnings, TellThatOneProductHasNoPastPerformance) {
+TEST(ImportWarnings, SayThatBriPlansHaveNoPastPerformance) {
   ImportCommand options = Options();
   options.pastPerformance = true;
   options.balances = BalImport_All;
@@ -221,7 +218,7 @@ TEST(ImportWarnings, TellThatOneProductHasNoPastPerformance) {
             Texts{"--past-performance is ignored because plans of product bri have none"});
 }
 
-TEST(ImportWarnings, TellThatPastPerformanceFromReportsNeedsExpenses) {
+TEST(ImportWarnings, SayThatPastPerformanceFromReportsNeedsExpenses) {
   ImportCommand options = Options();
   options.expenses = false;
   options.income = true;
@@ -233,7 +230,7 @@ TEST(ImportWarnings, TellThatPastPerformanceFromReportsNeedsExpenses) {
   EXPECT_EQ(Warnings(options, 1), Texts{});
 }
 
-TEST(ImportWarnings, TellThatPeriodAndGrowthNeedAmounts) {
+TEST(ImportWarnings, SayThatPeriodAndGrowthNeedAmounts) {
   ImportCommand options = Options();
   options.importStart = plan_file::PlanStart{2001, 9};
   options.growthRateIncome = options.growthRateCogs = options.growthRateExpenses = std::int16_t{0};
@@ -243,7 +240,7 @@ TEST(ImportWarnings, TellThatPeriodAndGrowthNeedAmounts) {
                                       "--growth-expenses is ignored because --balances is none"}));
 }
 
-TEST(ImportWarnings, TellThatGrowthNeedsItsAccounts) {
+TEST(ImportWarnings, SayThatGrowthNeedsItsAccounts) {
   ImportCommand options = Options();
   options.balances = BalImport_Planned;
   options.growthRateIncome = options.growthRateCogs = options.growthRateExpenses = std::int16_t{1};
@@ -254,7 +251,7 @@ TEST(ImportWarnings, TellThatGrowthNeedsItsAccounts) {
   EXPECT_EQ(Warnings(options), Texts{"--growth-expenses is ignored without --expenses"});
 }
 
-TEST(ImportWarnings, TellThatSelectingNeedsItsProductAndExpenses) {
+TEST(ImportWarnings, SayThatSelectingNeedsABriPlanAndExpenses) {
   ImportCommand options = Options();
   options.selectedExpenses = {"Rent"};
   options.selectAllExpenses = true;
@@ -270,13 +267,13 @@ TEST(ImportWarnings, TellThatSelectingNeedsItsProductAndExpenses) {
                    "--select-all-expenses is ignored because --expenses is not given"}));
 }
 
-TEST(ImportWarnings, TellThatARecordingTakesTheCompanysPlace) {
+TEST(ImportWarnings, SayThatARecordingReplacesTheCompany) {
   ImportCommand options = Options();
   options.replayFile = "exchange.jsonl";
   EXPECT_EQ(Warnings(options), Texts{"--company is ignored because --replay is given"});
 }
 
-TEST(ImportWarnings, TellThatThePlanIsOfAnotherProduct) {
+TEST(ImportWarnings, SayThatThePlanStatesAnotherProduct) {
   ImportCommand options = Options();
   options.product = QBKRN_COR;
   EXPECT_EQ(Warnings(options), Texts{"the plan states product ald, but --product is cor"});

@@ -28,7 +28,7 @@ TEST(SkippedReport, HasALinePerReason) {
   Fill(report, {LeftOut(SkipReason::NoItem, "-2.5"), LeftOut(SkipReason::NoAccount, "1234.5"),
                 LeftOut(SkipReason::NoAccount, "1")});
   EXPECT_EQ(SkippedReport(report),
-            "Left out, because the import's rules cannot place them (--journal FILE lists each):\n"
+            "Left out because the import's rules cannot place them (--journal FILE lists each amount):\n"
             "       2        1235.50  the line names no account\n"
             "       1          -2.50  the line names no item\n");
 }
