@@ -15,8 +15,8 @@ namespace krnqb::cli {
 struct ImportSettings {
   ImportCommand options;
   QBKRNproduct product = QBKRN_ALD;
-  plan_file::PlanStart planStart;
-  plan_file::PlanStart importStart;  ///< first of the twelve months
+  YearMonth planStart;
+  YearMonth importStart;  ///< first of the twelve months
 };
 
 /// Throws Failure (wrong usage) for options that no import can be made of, whatever the files hold.
