@@ -23,7 +23,7 @@ class CountingObserver : public Observer {
 
 void Configure(QBDataExchange& exchange, const ImportRun& run,
                const std::shared_ptr<plan_file::PlanFile>& plan) {
-  const std::optional<plan_file::PlanStart> start = plan->Start();
+  const std::optional<YearMonth> start = plan->Start();
   if (!start) throw Error(error_number::invalidProcedureCall, "the plan has no start");
   exchange.QBCompany(run.company.string());
   exchange.KRNPlanData(plan);

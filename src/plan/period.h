@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "krnqb/import_options.h"
-#include "plan/year_month.h"
+#include "support/year_month.h"
 
 namespace krnqb {
 

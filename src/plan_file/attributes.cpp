@@ -35,16 +35,16 @@ std::optional<QBKRNproduct> ProductFromText(std::string_view text) noexcept {
   return std::nullopt;
 }
 
-std::string PlanStartText(PlanStart start) {
+std::string PlanStartText(YearMonth start) {
   return fmt::format("{:04}-{:02}", start.year, start.month);
 }
 
-std::optional<PlanStart> PlanStartFromText(std::string_view text) noexcept {
+std::optional<YearMonth> PlanStartFromText(std::string_view text) noexcept {
   if (text.size() != 7 || text[4] != '-') return std::nullopt;
   const std::optional<std::int16_t> year = NumberOfDigits(text.substr(0, 4));
   const std::optional<std::int16_t> month = NumberOfDigits(text.substr(5));
   if (!year || !month || *year < 1000 || *month < 1 || *month > 12) return std::nullopt;
-  return PlanStart{*year, *month};
+  return YearMonth{*year, *month};
 }
 
 }  // namespace krnqb::plan_file

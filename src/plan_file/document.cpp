@@ -50,10 +50,10 @@ std::optional<QBKRNproduct> ProductOf(const XmlElement& plan, const Faults& faul
   return product;
 }
 
-std::optional<PlanStart> StartOf(const XmlElement& plan, const Faults& faults) {
+std::optional<YearMonth> StartOf(const XmlElement& plan, const Faults& faults) {
   const std::optional<std::string> text = plan.Attribute("start");
   if (!text) return std::nullopt;
-  const std::optional<PlanStart> start = PlanStartFromText(*text);
+  const std::optional<YearMonth> start = PlanStartFromText(*text);
   if (!start) {
     throw faults.At(plan.Line(), fmt::format("the start \"{}\" is not a month", *text),
                     "write it as YYYY-MM");

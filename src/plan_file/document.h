@@ -25,7 +25,7 @@ struct PlanDocument {
   PlanFrame frame;
   XmlElement plan;
   std::optional<QBKRNproduct> product;
-  std::optional<PlanStart> start;
+  std::optional<YearMonth> start;
   std::vector<StoredTable> tables;
 };
 

@@ -17,7 +17,7 @@ std::shared_ptr<PlanFile> PlanFile::Open(const std::filesystem::path& plan) {
   return std::shared_ptr<PlanFile>(new PlanFile(plan));
 }
 
-void PlanFile::Create(const std::filesystem::path& plan, QBKRNproduct product, PlanStart start) {
+void PlanFile::Create(const std::filesystem::path& plan, QBKRNproduct product, YearMonth start) {
   if (ProductText(product).empty() || !PlanStartFromText(PlanStartText(start))) {
     throw Error(error_number::invalidProcedureCall);
   }

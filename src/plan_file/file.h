@@ -27,13 +27,13 @@ class PlanFile : public PlanObject {
   /// Writes a new plan with the product's tables in the planning program's layout. Throws Error 5 if the
   /// product is not one of the three or the start is not a month, and Error if the file exists or cannot be
   /// written.
-  static void Create(const std::filesystem::path& plan, QBKRNproduct product, PlanStart start);
+  static void Create(const std::filesystem::path& plan, QBKRNproduct product, YearMonth start);
 
   /// Returns the absolute path of the plan's file, with symbolic links resolved.
   const std::filesystem::path& Path() const noexcept { return path_; }
   /// nullopt if the plan does not declare it.
   std::optional<QBKRNproduct> Product() const { return tables_->Document().product; }
-  std::optional<PlanStart> Start() const { return tables_->Document().start; }
+  std::optional<YearMonth> Start() const { return tables_->Document().start; }
   /// Returns the table ids in plan order.
   std::vector<std::string> TableIds() const;
   /// Returns the table's `tableitem` element in the plan's own document. Throws Error 9 if the plan has no

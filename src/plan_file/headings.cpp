@@ -40,7 +40,7 @@ constexpr std::string_view pastPerformanceTable = "20000000000000000000000000000
 constexpr std::int16_t monthsPerYear = 12;
 
 // "2002", or "2002/03" for a year that does not begin in January.
-std::string YearHeading(std::int32_t year, PlanStart start) {
+std::string YearHeading(std::int32_t year, YearMonth start) {
   return start.month == 1 ? fmt::format("{}", year) : fmt::format("{}/{:02}", year, (year + 1) % 100);
 }
 
@@ -48,7 +48,7 @@ std::string MonthHeading(std::int16_t month) {
   return std::string(EnglishMonthName(month).substr(0, 3));
 }
 
-void AppendMonths(std::vector<std::string>& headings, std::optional<PlanStart> start) {
+void AppendMonths(std::vector<std::string>& headings, std::optional<YearMonth> start) {
   for (std::int16_t index = 0; index < monthsPerYear; ++index) {
     if (!start) {
       headings.push_back(fmt::format("Month {}", index + 1));
@@ -59,7 +59,7 @@ void AppendMonths(std::vector<std::string>& headings, std::optional<PlanStart> s
   }
 }
 
-void AppendPastYears(std::vector<std::string>& headings, std::size_t years, std::optional<PlanStart> start) {
+void AppendPastYears(std::vector<std::string>& headings, std::size_t years, std::optional<YearMonth> start) {
   constexpr std::int32_t yearsBack = 3;
   for (std::int32_t year = 0; year < static_cast<std::int32_t>(years); ++year) {
     headings.push_back(start ? YearHeading(start->year - yearsBack + year, *start)
@@ -88,7 +88,7 @@ std::string_view BlockTitle(std::string_view blockId) noexcept {
 }
 
 std::vector<std::string> ColumnHeadings(std::string_view blockId, std::size_t cells,
-                                        std::optional<PlanStart> start) {
+                                        std::optional<YearMonth> start) {
   std::vector<std::string> headings;
   if (blockId.starts_with("db_pastperformance_")) {
     if (cells == 4) AppendPastYears(headings, 3, start);

@@ -21,6 +21,6 @@ std::string_view BlockTitle(std::string_view blockId) noexcept;
 /// of a planned block, months of an actual one, past years (and months) of past performance. Months are named
 /// from the plan's start, or numbered if it is unknown. Empty if no layout has that many cells.
 std::vector<std::string> ColumnHeadings(std::string_view blockId, std::size_t cells,
-                                        std::optional<PlanStart> start);
+                                        std::optional<YearMonth> start);
 
 }  // namespace krnqb::plan_file

@@ -148,7 +148,7 @@ std::vector<Table> TablesOfProduct(QBKRNproduct product) {
 
 }  // namespace
 
-std::string NewPlanText(QBKRNproduct product, PlanStart start) {
+std::string NewPlanText(QBKRNproduct product, YearMonth start) {
   std::string text = fmt::format(
       "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plan product=\"{}\" start=\"{}\">\n  <tables>\n",
       ProductText(product), PlanStartText(start));

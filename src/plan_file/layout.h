@@ -13,6 +13,6 @@ namespace krnqb::plan_file {
 /// Planned rows have 14 cells (name, rate, 12 months), actual rows 13; rows of past performance 4 (name, 3
 /// years; `ald`) or 15 (name, 2 years, 12 months; `cor`). The blocks of a table follow one another down its
 /// sheet. `product` is one of the three, `start` a month.
-std::string NewPlanText(QBKRNproduct product, PlanStart start);
+std::string NewPlanText(QBKRNproduct product, YearMonth start);
 
 }  // namespace krnqb::plan_file

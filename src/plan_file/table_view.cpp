@@ -48,7 +48,7 @@ std::string LineView(const PlanRow& cells, const std::vector<std::size_t>& width
   return line += '\n';
 }
 
-std::string BlockView(const PlanBlock& block, std::optional<PlanStart> start) {
+std::string BlockView(const PlanBlock& block, std::optional<YearMonth> start) {
   std::size_t cells = 0;
   for (const PlanRow& row : block.rows) cells = std::max(cells, row.size());
   std::vector<PlanRow> lines;
@@ -69,7 +69,7 @@ std::string BlockView(const PlanBlock& block, std::optional<PlanStart> start) {
 
 }  // namespace
 
-std::string TableView(const PlanTableContent& table, std::optional<PlanStart> start) {
+std::string TableView(const PlanTableContent& table, std::optional<YearMonth> start) {
   const std::string title = fmt::format("{} ({})", TableTitle(table.id), table.id);
   std::string view = title + '\n' + std::string(CharacterCount(title), '=') + '\n';
   for (const PlanBlock& block : table.blocks) view += '\n' + BlockView(block, start);

@@ -65,8 +65,8 @@ TEST(CommandLine, ReadsEveryOptionOfAnImport) {
   EXPECT_EQ(options.growthRateCogs, std::int16_t{-4});
   EXPECT_EQ(options.growthRateExpenses, std::int16_t{5});
   EXPECT_EQ(options.product, QBKRN_COR);
-  EXPECT_EQ(options.planStart, (plan_file::PlanStart{2003, 1}));
-  EXPECT_EQ(options.importStart, (plan_file::PlanStart{2002, 2}));
+  EXPECT_EQ(options.planStart, (YearMonth{2003, 1}));
+  EXPECT_EQ(options.importStart, (YearMonth{2002, 2}));
   EXPECT_EQ(options.fiscalMonth, std::int16_t{7});
   EXPECT_EQ(options.selectedExpenses, (Words{"Rent", "[Old, closed]"}));
   EXPECT_TRUE(options.selectAllExpenses);
@@ -123,7 +123,7 @@ TEST(CommandLine, ReadsTheOtherCommands) {
   EXPECT_TRUE(Parsed<CompanyInfoOptions>({"company", "info", "c", "--json"}).json);
   const auto plan = Parsed<NewPlanOptions>({"plan", "new", "p", "--product", "cor", "--start", "2003-04"});
   EXPECT_EQ(plan.product, QBKRN_COR);
-  EXPECT_EQ(plan.start, (plan_file::PlanStart{2003, 4}));
+  EXPECT_EQ(plan.start, (YearMonth{2003, 4}));
   const auto shown = Parsed<ShowPlanOptions>({"plan", "show", "p", "--table", "20", "--cells"});
   EXPECT_EQ(shown.table, "20");
   EXPECT_TRUE(shown.cells);

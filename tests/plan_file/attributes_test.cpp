@@ -20,8 +20,8 @@ TEST(PlanAttributes, OtherTextsAreNotProducts) {
 }
 
 TEST(PlanAttributes, AStartIsWrittenAsYearAndMonth) {
-  EXPECT_EQ(PlanStartFromText("2003-01"), (PlanStart{2003, 1}));
-  EXPECT_EQ(PlanStartFromText("1999-12"), (PlanStart{1999, 12}));
+  EXPECT_EQ(PlanStartFromText("2003-01"), (YearMonth{2003, 1}));
+  EXPECT_EQ(PlanStartFromText("1999-12"), (YearMonth{1999, 12}));
   for (const char* text : {"", "2003", "2003-00", "2003-13", "2003-1", "03-01", "2003/01", "2003-01-01",
                            " 2003-01", "-003-01", "2003--1", "0999-01", "20x3-01"}) {
     EXPECT_FALSE(PlanStartFromText(text)) << text;
@@ -30,7 +30,7 @@ TEST(PlanAttributes, AStartIsWrittenAsYearAndMonth) {
 
 TEST(PlanAttributes, AStartIsFormattedAsItIsParsed) {
   EXPECT_EQ(PlanStartText({2003, 4}), "2003-04");
-  EXPECT_EQ(PlanStartFromText(PlanStartText({2010, 11})), (PlanStart{2010, 11}));
+  EXPECT_EQ(PlanStartFromText(PlanStartText({2010, 11})), (YearMonth{2010, 11}));
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ TEST(PlanFile, HasProductStartAndTablesInOrder) {
   WriteText(folder / "garden.kpf", SmallPlanText());
   const auto plan = PlanFile::Open(folder / "garden.kpf");
   EXPECT_EQ(plan->Product(), QBKRN_ALD);
-  EXPECT_EQ(plan->Start(), (PlanStart{2003, 4}));
+  EXPECT_EQ(plan->Start(), (YearMonth{2003, 4}));
   EXPECT_EQ(plan->TableIds(),
             (std::vector<std::string>{std::string(expenseTable), std::string(actualExpenseTable)}));
   EXPECT_EQ(plan->Path(), folder / "garden.kpf");

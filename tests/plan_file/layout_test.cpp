@@ -30,7 +30,7 @@ class NewPlan : public testing::TestWithParam<QBKRNproduct> {
 TEST_P(NewPlan, HasItsProductAndStart) {
   const auto plan = PlanFile::Open(folder / "new.kpf");
   EXPECT_EQ(plan->Product(), GetParam());
-  EXPECT_EQ(plan->Start(), (PlanStart{2003, 7}));
+  EXPECT_EQ(plan->Start(), (YearMonth{2003, 7}));
 }
 
 TEST_P(NewPlan, HasRowsOfItsTablesWidth) {
@@ -175,10 +175,9 @@ TEST(PlanCreate, RefusesToOverwriteAFileOrALink) {
     const fs::path file = folder / name;
     const auto error = ErrorOf([&] { PlanFile::Create(file, QBKRN_ALD, {2003, 1}); });
     ASSERT_TRUE(error);
-    EXPECT_EQ(error->Description(),
-              "cannot create " + file.string() +
-                  ": a file of that name already exists and is not overwritten; choose "
-                  "another name or move that file away");
+    EXPECT_EQ(error->Description(), "cannot create " + file.string() +
+                                        ": a file of that name already exists and is not overwritten; choose "
+                                        "another name or move that file away");
   }
   EXPECT_EQ(ReadText(folder / "old.kpf"), "old");
   EXPECT_TRUE(fs::is_symlink(folder / "link.kpf"));
@@ -188,8 +187,8 @@ TEST(PlanCreate, RefusesToOverwriteAFileOrALink) {
 TEST(PlanCreate, RefusesAnUnknownProductAndAnInvalidStart) {
   const TemporaryFolder folder;
   for (const auto& [product, start] :
-       {std::pair{static_cast<QBKRNproduct>(4), PlanStart{2003, 1}}, std::pair{QBKRN_ALD, PlanStart{2003, 0}},
-        std::pair{QBKRN_ALD, PlanStart{2003, 13}}, std::pair{QBKRN_ALD, PlanStart{12, 1}}}) {
+       {std::pair{static_cast<QBKRNproduct>(4), YearMonth{2003, 1}}, std::pair{QBKRN_ALD, YearMonth{2003, 0}},
+        std::pair{QBKRN_ALD, YearMonth{2003, 13}}, std::pair{QBKRN_ALD, YearMonth{12, 1}}}) {
     const auto error = ErrorOf([&] { PlanFile::Create(folder / "new.kpf", product, start); });
     ASSERT_TRUE(error);
     EXPECT_EQ(error->Number(), error_number::invalidProcedureCall);

@@ -28,7 +28,7 @@ TEST(PlanTableView, HasHeadingsOfRateAndMonths) {
   PlanRow row(14, "0");
   row[0] = "Rent";
   const std::string view = TableView(
-      PlanTableContent{"20000000000000000000000000000600", {{"x", "5", {row}}}}, PlanStart{2003, 11});
+      PlanTableContent{"20000000000000000000000000000600", {{"x", "5", {row}}}}, YearMonth{2003, 11});
   EXPECT_NE(view.find("x\n"
                       "        Rate  Nov  Dec  Jan  Feb  Mar  Apr  May  Jun  Jul  Aug  Sep  Oct\n"
                       "  Rent     0    0    0    0    0    0    0    0    0    0    0    0    0\n"),
@@ -79,13 +79,13 @@ TEST(PlanHeadings, HaveATitlePerTable) {
 
 TEST(PlanHeadings, OfPastPerformanceAreTheYearsBeforeThePlan) {
   using Headings = std::vector<std::string>;
-  EXPECT_EQ(ColumnHeadings("db_pastperformance_sales", 4, PlanStart{2003, 1}),
+  EXPECT_EQ(ColumnHeadings("db_pastperformance_sales", 4, YearMonth{2003, 1}),
             (Headings{"2000", "2001", "2002"}));
-  EXPECT_EQ(ColumnHeadings("db_pastperformance_sales", 4, PlanStart{2002, 7}),
+  EXPECT_EQ(ColumnHeadings("db_pastperformance_sales", 4, YearMonth{2002, 7}),
             (Headings{"1999/00", "2000/01", "2001/02"}));
   EXPECT_EQ(ColumnHeadings("db_pastperformance_sales", 4, std::nullopt),
             (Headings{"Year 1", "Year 2", "Year 3"}));
-  const Headings withMonths = ColumnHeadings("db_pastperformance_sales", 15, PlanStart{2003, 1});
+  const Headings withMonths = ColumnHeadings("db_pastperformance_sales", 15, YearMonth{2003, 1});
   ASSERT_EQ(withMonths.size(), 14U);
   EXPECT_EQ(withMonths[1], "2001");
   EXPECT_EQ(withMonths[2], "Jan");
@@ -93,8 +93,8 @@ TEST(PlanHeadings, OfPastPerformanceAreTheYearsBeforeThePlan) {
 }
 
 TEST(PlanHeadings, AreEmptyForRowsOfAnotherWidth) {
-  EXPECT_TRUE(ColumnHeadings("db_income_range_cat3", 3, PlanStart{2003, 1}).empty());
-  EXPECT_TRUE(ColumnHeadings("db_pastperformance_sales", 14, PlanStart{2003, 1}).empty());
+  EXPECT_TRUE(ColumnHeadings("db_income_range_cat3", 3, YearMonth{2003, 1}).empty());
+  EXPECT_TRUE(ColumnHeadings("db_pastperformance_sales", 14, YearMonth{2003, 1}).empty());
 }
 
 }  // namespace

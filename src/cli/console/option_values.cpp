@@ -49,7 +49,7 @@ bool IsDate(std::string_view text) {
 
 }  // namespace
 
-plan_file::PlanStart ParseYearMonth(std::string_view option, std::string_view text) {
+YearMonth ParseYearMonth(std::string_view option, std::string_view text) {
   const auto yearMonth = plan_file::PlanStartFromText(text);
   if (!yearMonth) throw NotA(option, text, "a year and month", "write YYYY-MM, for example 2003-01");
   return *yearMonth;

@@ -13,7 +13,7 @@ namespace krnqb::cli {
 // form.
 
 /// Parses a month as YYYY-MM, year 1000 to 9999.
-plan_file::PlanStart ParseYearMonth(std::string_view option, std::string_view text);
+YearMonth ParseYearMonth(std::string_view option, std::string_view text);
 
 /// Parses a month, given as 1 to 12 or as its full English name.
 std::int16_t ParseMonth(std::string_view option, std::string_view text);

@@ -7,15 +7,15 @@
 namespace krnqb::cli {
 namespace {
 
-std::string MonthOfYear(const plan_file::PlanStart& start) {
+std::string MonthOfYear(const YearMonth& start) {
   return fmt::format("{} {}", EnglishMonthName(start.month), start.year);
 }
 
 // Returns the twelve months from `start` as "January to December 2002" or "July 2001 to June 2002".
-std::string PeriodText(const plan_file::PlanStart& start) {
+std::string PeriodText(const YearMonth& start) {
   if (start.month == 1) return fmt::format("January to December {}", start.year);
-  const plan_file::PlanStart last{.year = static_cast<std::int16_t>(start.year + 1),
-                                  .month = static_cast<std::int16_t>(start.month - 1)};
+  const YearMonth last{.year = static_cast<std::int16_t>(start.year + 1),
+                       .month = static_cast<std::int16_t>(start.month - 1)};
   return fmt::format("{} to {}", MonthOfYear(start), MonthOfYear(last));
 }
 

@@ -22,8 +22,8 @@ struct ImportCommand {
   std::optional<std::int16_t> growthRateCogs;
   std::optional<std::int16_t> growthRateExpenses;
   std::optional<QBKRNproduct> product;
-  std::optional<plan_file::PlanStart> planStart;
-  std::optional<plan_file::PlanStart> importStart;
+  std::optional<YearMonth> planStart;
+  std::optional<YearMonth> importStart;
   std::optional<std::int16_t> fiscalMonth;  ///< 1 to 12
   std::vector<std::string> selectedExpenses;
   bool selectAllExpenses = false;

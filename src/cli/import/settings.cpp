@@ -11,7 +11,7 @@ namespace krnqb::cli {
 namespace {
 
 // The default import covers the twelve months before the plan.
-plan_file::PlanStart YearBefore(const plan_file::PlanStart& start) {
+YearMonth YearBefore(const YearMonth& start) {
   return {.year = static_cast<std::int16_t>(start.year - 1), .month = start.month};
 }
 
@@ -64,7 +64,7 @@ ImportSettings SettleImport(const ImportCommand& options, const plan_file::PlanF
 void Configure(QBDataExchange& exchange, const ImportSettings& settings, const ImportSource& source,
                const std::shared_ptr<plan_file::PlanFile>& plan) {
   const ImportCommand& options = settings.options;
-  const plan_file::PlanStart importStart = options.importStart.value_or(plan_file::PlanStart());
+  const YearMonth importStart = options.importStart.value_or(YearMonth());
   exchange.QBCompany(source.companyPath);
   exchange.KRNPlanData(plan);
   exchange.Options({.includeExpenseAccounts = options.expenses,

@@ -15,8 +15,8 @@ namespace krnqb::cli {
 struct ImportSettings {
   ImportCommand options;
   QBKRNproduct product = QBKRN_ALD;
-  plan_file::PlanStart planStart;
-  plan_file::PlanStart importStart;  ///< first of the twelve months to import
+  YearMonth planStart;
+  YearMonth importStart;  ///< first of the twelve months to import
 };
 
 /// Throws Failure (WrongUsage) if the options allow no import, whatever the files contain.

@@ -14,7 +14,7 @@ namespace krnqb::cli {
 struct NewPlanOptions {
   std::string file;
   QBKRNproduct product = QBKRN_ALD;
-  plan_file::PlanStart start;
+  YearMonth start;
 };
 
 struct ShowPlanOptions {

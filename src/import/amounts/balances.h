@@ -1,7 +1,7 @@
 #pragma once
 
 #include "import/context.h"
-#include "plan/year_month.h"
+#include "support/year_month.h"
 
 namespace krnqb {
 

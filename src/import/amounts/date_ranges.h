@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "plan/year_month.h"
+#include "support/year_month.h"
 
 namespace krnqb {
 

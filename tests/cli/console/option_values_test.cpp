@@ -20,8 +20,8 @@ std::string LineOf(const std::function<void()>& parse) {
 }
 
 TEST(ParseYearMonth, AcceptsYearAndMonth) {
-  EXPECT_EQ(ParseYearMonth("--plan-start", "2003-01"), (plan_file::PlanStart{2003, 1}));
-  EXPECT_EQ(ParseYearMonth("--plan-start", "9999-12"), (plan_file::PlanStart{9999, 12}));
+  EXPECT_EQ(ParseYearMonth("--plan-start", "2003-01"), (YearMonth{2003, 1}));
+  EXPECT_EQ(ParseYearMonth("--plan-start", "9999-12"), (YearMonth{9999, 12}));
 }
 
 TEST(ParseYearMonth, RejectsEverythingElse) {

@@ -89,19 +89,19 @@ TEST(CheckImportOptions, RefusesToRecordOverAnotherNameOfTheReplayedFile) {
 TEST(SettleImport, TakesProductAndStartFromThePlan) {
   const ImportSettings settings = SettleImport(Options(), *Plan(" product='cor' start='2004-07'"));
   EXPECT_EQ(settings.product, QBKRN_COR);
-  EXPECT_EQ(settings.planStart, (plan_file::PlanStart{2004, 7}));
-  EXPECT_EQ(settings.importStart, (plan_file::PlanStart{2003, 7}));
+  EXPECT_EQ(settings.planStart, (YearMonth{2004, 7}));
+  EXPECT_EQ(settings.importStart, (YearMonth{2003, 7}));
 }
 
 TEST(SettleImport, PrefersTheOptions) {
   ImportCommand options = Options();
   options.product = QBKRN_BRI;
-  options.planStart = plan_file::PlanStart{2005, 1};
-  options.importStart = plan_file::PlanStart{2002, 3};
+  options.planStart = YearMonth{2005, 1};
+  options.importStart = YearMonth{2002, 3};
   const ImportSettings settings = SettleImport(options, *Plan(" product='cor' start='2004-07'"));
   EXPECT_EQ(settings.product, QBKRN_BRI);
-  EXPECT_EQ(settings.planStart, (plan_file::PlanStart{2005, 1}));
-  EXPECT_EQ(settings.importStart, (plan_file::PlanStart{2002, 3}));
+  EXPECT_EQ(settings.planStart, (YearMonth{2005, 1}));
+  EXPECT_EQ(settings.importStart, (YearMonth{2002, 3}));
 }
 
 TEST(SettleImport, RequiresAProductFromThePlanOrTheOptions) {
@@ -124,7 +124,7 @@ TEST(Configure, SetsEveryOptionOfTheComponent) {
   options.growthRateIncome = std::int16_t{3};
   options.growthRateCogs = std::int16_t{-4};
   options.growthRateExpenses = std::int16_t{5};
-  options.importStart = plan_file::PlanStart{2001, 9};
+  options.importStart = YearMonth{2001, 9};
   options.fiscalMonth = std::int16_t{7};
   const auto plan = Plan(" product='cor' start='2004-02'");
   QBDataExchange exchange({});
@@ -199,7 +199,7 @@ TEST(ImportWarnings, AreEmptyWhenEveryOptionTakesEffect) {
   options.pastPerformance = true;
   options.balances = BalImport_All;
   options.growthRateIncome = options.growthRateCogs = options.growthRateExpenses = std::int16_t{1};
-  options.importStart = plan_file::PlanStart{2001, 9};
+  options.importStart = YearMonth{2001, 9};
   EXPECT_EQ(Warnings(options), Texts{});
   EXPECT_EQ(Warnings(options, 2), Texts{});
 }
@@ -232,7 +232,7 @@ TEST(ImportWarnings, SayThatPastPerformanceFromReportsNeedsExpenses) {
 
 TEST(ImportWarnings, SayThatPeriodAndGrowthNeedAmounts) {
   ImportCommand options = Options();
-  options.importStart = plan_file::PlanStart{2001, 9};
+  options.importStart = YearMonth{2001, 9};
   options.growthRateIncome = options.growthRateCogs = options.growthRateExpenses = std::int16_t{0};
   EXPECT_EQ(Warnings(options), (Texts{"--import-start is ignored because --balances is none",
                                       "--growth-income is ignored because --balances is none",

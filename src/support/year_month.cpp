@@ -1,4 +1,4 @@
-#include "plan/year_month.h"
+#include "support/year_month.h"
 
 #include "krnqb/error.h"
 #include "support/date.h"

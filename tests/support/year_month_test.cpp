@@ -1,4 +1,4 @@
-#include "plan/year_month.h"
+#include "support/year_month.h"
 
 #include <gtest/gtest.h>
 
