@@ -111,7 +111,7 @@ struct Skipped {
   std::string amount = {};           ///< the text in the answer
 };
 
-/// Something that an import reports and continues after, such as a failure or an amount left out.
+/// A failure, an oddity or a left-out amount that an import reports.
 struct Notice {
   NoticeKind kind = NoticeKind::StatementSkipped;
   NoticeMeaning meaning = NoticeMeaning::Complete;
