@@ -112,7 +112,7 @@ TEST(QBCompanies, IsNothingWhenTheRegistryNamesNoFolder) {
     machine.Program(program);
     machine.files->folders[""] = {"a.qbw"};
     EXPECT_EQ(machine.Document(), "none") << program;
-    EXPECT_TRUE(machine.observer->Told(NoticeKind::OperationEnded, 5)) << program;
+    EXPECT_TRUE(machine.observer->Reported(NoticeKind::OperationEnded, 5)) << program;
     EXPECT_EQ(machine.errorNumber, 0) << "no import failed";
   }
 }
@@ -133,7 +133,7 @@ TEST(QBCompanies, IsNothingWhenTheFolderIsMissing) {
   Machine machine;
   machine.Program("C:\\Gone\\qbw32.exe");
   EXPECT_EQ(machine.Document(), "none");
-  EXPECT_TRUE(machine.observer->Told(NoticeKind::OperationEnded, 76));
+  EXPECT_TRUE(machine.observer->Reported(NoticeKind::OperationEnded, 76));
 }
 
 TEST(QBCompanies, PrefersTheGivenFolderAndItsSeparator) {

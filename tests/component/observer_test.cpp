@@ -85,7 +85,7 @@ TEST(Observer, GetsTheErrorThatTheCompanyCheckSkipped) {
   TestHost host;
   host.journal->Fail("ProcessRequest 101", Error(-2147220478, "unexpected"));
   host.component.StartingMonth();
-  EXPECT_TRUE(host.observer->Told(NoticeKind::StatementSkipped, -2147220478));
+  EXPECT_TRUE(host.observer->Reported(NoticeKind::StatementSkipped, -2147220478));
 }
 
 }  // namespace
