@@ -47,10 +47,10 @@ std::string Record(std::string_view name, std::string_view path) {
 // Returns why the document cannot contain a company's record, or nothing if it can. A path with "]]>" is
 // rejected even if the record is well-formed: the text after it would not be read as part of the path.
 std::optional<std::string> FaultOf(const std::string& record, std::string_view path) {
-  if (path.find("]]>") != std::string_view::npos) return "its path holds \"]]>\"";
+  if (path.find("]]>") != std::string_view::npos) return "its path contains \"]]>\"";
   const auto fault = ParseXmlText(record).fault;
   if (!fault) return std::nullopt;
-  return "its path holds bytes that are no text: " + fault->message;
+  return "its path contains bytes that are not text: " + fault->message;
 }
 
 void ReportUnlisted(Observer& observer, const std::string& path, const std::string& reason) {

@@ -43,7 +43,7 @@ TEST(ErrorPair, IsOverwrittenByTheNextFailure) {
   EXPECT_EQ(host.component.ErrorDescription(), "Error (-2147220448): refused");
 }
 
-TEST(ErrorPair, HasAKindThatTellsTwoErrorsOfOneNumberApart) {
+TEST(ErrorPair, HasAKindThatDistinguishesErrorsWithTheSameNumber) {
   TestHost unreadable;
   unreadable.quickBooks->answers["101"] = fakes::CompanyAnswer("Januar");
   unreadable.component.QBCompany();

@@ -61,7 +61,7 @@ TEST(KRNOpenPlan, RaisesAnExceptionOfAnotherKindAsAnInternalError) {
   } catch (const Error& error) {
     EXPECT_EQ(error.Number(), 51);
   } catch (const std::exception& other) {
-    ADD_FAILURE() << "raised is not an Error but " << other.what();
+    ADD_FAILURE() << "raised an exception other than Error: " << other.what();
   }
 }
 

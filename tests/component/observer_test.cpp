@@ -2,7 +2,7 @@
 
 #include "fakes/test_host.h"
 
-// The observer gets what an import otherwise skips silently.
+// The observer receives the failures that an import otherwise skips silently.
 
 namespace krnqb {
 namespace {
@@ -33,7 +33,7 @@ TEST(Observer, GetsTheErrorStatusOfAResponse) {
   EXPECT_EQ(notice.description, "Insufficient permission");
   ASSERT_TRUE(notice.place.request.has_value());
   EXPECT_EQ(*notice.place.request, 4);
-  EXPECT_EQ(host.component.ErrorNumber(), 0) << "it changes nothing";
+  EXPECT_EQ(host.component.ErrorNumber(), 0) << "the status does not affect the import";
 }
 
 TEST(Observer, GetsNoNoticeWhenAQueryFindsNothing) {

@@ -62,7 +62,7 @@ TEST(StartingMonth, IgnoresASessionThatIsRefused) {
   host.journal->Fail("create processor", Error(error_number::cannotCreateObject));
   host.component.KRNStartingMonth(4);
   EXPECT_EQ(host.component.StartingMonth(), 4);
-  EXPECT_EQ(host.component.ErrorNumber(), 429) << "the opening of the session writes the pair all the same";
+  EXPECT_EQ(host.component.ErrorNumber(), 429) << "opening the session still writes the pair";
 }
 
 TEST(StartingMonth, IsNotTheCompanysFiscalMonth) {
@@ -80,7 +80,7 @@ TEST(StartingYear, IsTheYearBeforeThePlans) {
   EXPECT_EQ(host.journal->Text(), "") << "no session is opened for it";
 }
 
-TEST(StartingYear, StaysWhenThePlansYearChangesAndIsComputedAnewFromZero) {
+TEST(StartingYear, IsKeptWhenThePlansYearChangesAndComputedAgainFromZero) {
   TestHost host;
   host.component.KRNStartingYear(2004);
   EXPECT_EQ(host.component.StartingYear(), 2003);

@@ -134,7 +134,7 @@ TEST_F(SelectionUse, RemovesAnotherAccountForEachRecordOfTheSameId) {
   EXPECT_TRUE(HasRow(document, "Fuel"));
 }
 
-TEST_F(SelectionUse, KnowsAnAccountByAnyOfItsIds) {
+TEST_F(SelectionUse, MatchesAnAccountByAnyOfItsIds) {
   const std::string twice =
       "<AccountRet><ListID>A</ListID><ListID>B</ListID><ListID>B</ListID>"
       "<Name>Two ids</Name><Sublevel>0</Sublevel></AccountRet>";
@@ -229,8 +229,7 @@ TEST_F(SelectionUse, UsesTheSelectionThatTheComponentBuilt) {
   host.component.SelectedExpenses();
   const std::string document = DefaultDocument();
   EXPECT_FALSE(HasRow(document, "Rent"));
-  EXPECT_TRUE(HasRow(document, "Utilities"))
-      << "the plan has it in other letter case, so it gets its own row";
+  EXPECT_TRUE(HasRow(document, "Utilities")) << "the plan has the name in different case, so a row is added";
 }
 
 }  // namespace

@@ -94,7 +94,7 @@ TEST(QbSerialize, RaisesOtherExceptionsAsInternalErrorOrOutOfMemory) {
     } catch (const Error& error) {
       EXPECT_EQ(error.Number(), number);
     } catch (const std::exception& other) {
-      ADD_FAILURE() << "raised is not an Error but " << other.what();
+      ADD_FAILURE() << "raised an exception other than Error: " << other.what();
     }
   }
 }
