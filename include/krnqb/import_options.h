@@ -17,8 +17,8 @@ struct PeriodFields {
 /// The options of an import. The initial values are those of a new component.
 struct ImportOptions {
   bool includeExpenseAccounts = false;
-  bool includeIncomeAccounts = false;
-  bool includePastPerformance = false;
+  bool includeIncomeAccounts = false;   ///< includes the cost-of-goods accounts in an import of balances
+  bool includePastPerformance = false;  ///< requires an import of balances; for QBKRN_ALD and QBKRN_COR
   std::int16_t growthRateCogs = 0;      ///< annual growth in whole percent
   std::int16_t growthRateIncome = 0;    ///< annual growth in whole percent
   std::int16_t growthRateExpenses = 0;  ///< annual growth in whole percent

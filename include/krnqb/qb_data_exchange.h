@@ -18,9 +18,10 @@ namespace krnqb {
 ///
 /// A host creates one, sets its plan (`KRNPlanData`) and the options, and calls `Go`. Only the operations
 /// whose comments say so throw Error; every other operation that fails returns an empty result and reports
-/// the failure to the observer. Opening a session, checking the company, `QBCompany` and `Go` also store
-/// their failure in the error pair, `ErrorNumber` and `ErrorDescription`. All calls and all events happen on
-/// the caller's thread. Integer properties are 16-bit; texts are UTF-8.
+/// the failure to the observer. A session that cannot be opened, a failed company check, a QuickBooks that
+/// must be updated and an error that ends `Go` are also stored in the error pair, `ErrorNumber` and
+/// `ErrorDescription`. All calls and all events happen on the caller's thread. Integer properties are 16-bit;
+/// texts are UTF-8.
 class QBDataExchange {
  public:
   explicit QBDataExchange(OutsideWorld world);
@@ -46,7 +47,7 @@ class QBDataExchange {
   void IncludeIncomeAccounts(bool include) noexcept;
   bool IncludePastPerformance() const noexcept;
   void IncludePastPerformance(bool include) noexcept;
-  /// Annual growth in whole percent.
+  /// Annual growth in whole percent; so are the next two.
   std::int16_t GrowthRateCOGS() const noexcept;
   void GrowthRateCOGS(std::int16_t percent) noexcept;
   std::int16_t GrowthRateIncome() const noexcept;
