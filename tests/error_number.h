@@ -7,7 +7,7 @@
 
 namespace krnqb::tests {
 
-/// The number of the error that a statement throws; 0 when it throws none.
+/// Returns the number of the Error that a statement throws, or 0 if it throws none.
 inline std::int32_t NumberThrownBy(const std::function<void()>& statement) {
   try {
     statement();

@@ -11,9 +11,9 @@
 
 namespace krnqb::tests {
 
-/// Compares a text with a golden file, byte for byte. With KRNQB_REWRITE_GOLDENS set (script/rewrite-goldens)
-/// the file is written instead and the test fails, so that no run that rewrites can pass for a run that
-/// compares.
+/// Compares a text with a golden file, byte for byte. If KRNQB_REWRITE_GOLDENS is set
+/// (script/rewrite-goldens), writes the file instead and fails the test, so that a rewriting run cannot be
+/// mistaken for a passing one.
 inline void ExpectGolden(const std::filesystem::path& file, std::string_view actual) {
   if (std::getenv("KRNQB_REWRITE_GOLDENS") != nullptr) {
     std::filesystem::create_directories(file.parent_path());

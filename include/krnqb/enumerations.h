@@ -4,8 +4,8 @@
 
 namespace krnqb {
 
-// Enumerations of the automation interface: 32-bit and unscoped. They accept values not named here, since a
-// host may store any number in the properties of these types.
+// Enumerations of the automation interface: 32-bit and unscoped. A host may store any number in a property of
+// these types, including values that are not named here.
 
 /// The edition of the planning program that owns the plan.
 enum QBKRNproduct : std::int32_t { QBKRN_ALD = 1, QBKRN_BRI = 2, QBKRN_COR = 3 };
@@ -22,7 +22,7 @@ enum QBKRN_Dialogs : std::int32_t {
   dlg_SelectKRNplan = 4
 };
 
-/// Which monthly amounts an import writes.
+/// The monthly amounts that an import writes.
 enum QBKRN_BalancesImport : std::int32_t {
   BalImport_None = 0,
   BalImport_Planned = 1,

@@ -10,10 +10,10 @@ namespace krnqb {
 /// The error numbers that the component itself raises. Run-time errors are small positive numbers; automation
 /// errors are HRESULTs read as signed 32-bit integers.
 namespace error_number {
-inline constexpr std::int32_t invalidProcedureCall = 5;  ///< also: a key missing from a collection
-inline constexpr std::int32_t overflow = 6;              ///< also: a value that does not fit in 16 bits
+inline constexpr std::int32_t invalidProcedureCall = 5;  ///< also: a key is missing from a collection
+inline constexpr std::int32_t overflow = 6;              ///< also: a value does not fit in 16 bits
 inline constexpr std::int32_t outOfMemory = 7;
-inline constexpr std::int32_t subscriptOutOfRange = 9;  ///< also: a table missing from the plan
+inline constexpr std::int32_t subscriptOutOfRange = 9;  ///< also: a table is missing from the plan
 inline constexpr std::int32_t typeMismatch = 13;
 inline constexpr std::int32_t internalError = 51;
 inline constexpr std::int32_t pathNotFound = 76;
@@ -26,9 +26,10 @@ inline constexpr std::int32_t dialogCancelled = 32755;    ///< the user chose no
 inline constexpr std::int32_t unspecified = -2147467259;  ///< 80004005; also: a malformed XPath expression
 }  // namespace error_number
 
-/// What an error means. Two kinds can have the same number, and an error of an outside object has any number.
+/// The meaning of an error. Two kinds can have the same number, and an error of an outside object can have
+/// any number.
 enum class ErrorKind : std::uint8_t {
-  Other,  ///< an error of an outside object, or a number without a kind of its own
+  Other,  ///< an error of an outside object, or a number that no kind has
   InvalidProcedureCall,
   Overflow,
   OutOfMemory,
@@ -46,27 +47,29 @@ enum class ErrorKind : std::uint8_t {
   ProcessorMissing,       ///< the session cannot be opened: QuickBooks' request processor is not installed
   CompanyNotOpen,         ///< the session cannot be opened: no company is open
   SessionRefused,         ///< the session cannot be opened for another reason
-  RequestRefused,         ///< QuickBooks refused a request; number and description are its own
-  FiscalMonthMissing,     ///< the company does not answer with the first month of its fiscal year
+  RequestRefused,         ///< QuickBooks refused a request; number and description are the processor's
+  FiscalMonthMissing,     ///< the company's response does not contain the first month of its fiscal year
   FiscalMonthUnreadable,  ///< the first month of the fiscal year is not an English month name
   UpdateRequired          ///< the company does not support qbXML 1.1
 };
 
-/// Returns the number of a kind; 0 for `Other`, `SessionRefused` and `RequestRefused`, which have any.
+/// Returns the number of a kind; 0 for `Other`, `SessionRefused` and `RequestRefused`, which can have any
+/// number.
 std::int32_t NumberOf(ErrorKind kind) noexcept;
 
 /// Returns the standard English text of a run-time error number or of `unspecified`, or "Automation error"
 /// for any other number.
 std::string_view StandardDescription(std::int32_t number) noexcept;
 
-/// The component's only exception type: a number, a description in UTF-8, and the kind.
+/// The component's only exception type: a number, a description in UTF-8, and a kind.
 class Error : public std::exception {
  public:
   /// Creates an error with the standard description of its number. The kind is that of the run-time error
-  /// number, `Other` for any other number; the same holds for the next constructor.
+  /// number; `Other` for any other number.
   explicit Error(std::int32_t errorNumber);
+  /// Creates an error with another description; the kind is derived from the number in the same way.
   Error(std::int32_t errorNumber, std::string errorDescription);
-  /// An error with the number and description of its kind.
+  /// Creates an error with the number and description of its kind.
   explicit Error(ErrorKind errorKind);
   Error(ErrorKind errorKind, std::int32_t errorNumber, std::string errorDescription);
 

@@ -6,7 +6,7 @@
 
 namespace krnqb {
 
-/// The plan's first month and the import's first month, as they are stored; 0 means not set.
+/// The first month of the plan and of the import. 0 means not set.
 struct PeriodFields {
   std::int16_t krnStartingMonth = 0;  ///< the plan's, 1 to 12
   std::int16_t krnStartingYear = 0;   ///< the plan's
@@ -14,11 +14,11 @@ struct PeriodFields {
   std::int16_t startingYear = 0;      ///< the import's
 };
 
-/// What a host chooses for an import. The initial values are those of a new component.
+/// The options of an import. The initial values are those of a new component.
 struct ImportOptions {
   bool includeExpenseAccounts = false;
-  bool includeIncomeAccounts = false;
-  bool includePastPerformance = false;
+  bool includeIncomeAccounts = false;   ///< includes the cost-of-goods accounts in an import of balances
+  bool includePastPerformance = false;  ///< requires an import of balances; for QBKRN_ALD and QBKRN_COR
   std::int16_t growthRateCogs = 0;      ///< annual growth in whole percent
   std::int16_t growthRateIncome = 0;    ///< annual growth in whole percent
   std::int16_t growthRateExpenses = 0;  ///< annual growth in whole percent

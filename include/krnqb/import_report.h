@@ -11,48 +11,50 @@
 
 namespace krnqb {
 
-/// Collects what an import could not read and what it left out. A host passes one as
-/// `OutsideWorld::observer`, runs the import and asks whether the import is complete and, if not, what is
-/// missing.
+/// Collects what an import could not read or write and the amounts that it left out. A host passes one as
+/// `OutsideWorld::observer`, runs the import, and then checks `Complete` and `Missing`. A report that is
+/// reused collects the notices of all its imports.
 class ImportReport : public Observer {
  public:
-  /// A number of amounts and their sum, with their signs.
+  /// A number of amounts and their signed sum.
   struct Total {
     std::int64_t count = 0;
-    /// An amount that is not a number counts as 0. Empty once the sum has left the range of a double.
+    /// Includes an amount that is not a number as 0. Empty if the sum exceeds the range of a double.
     std::optional<double> sum = 0.0;
   };
 
-  /// Every notice is also passed on to `next`, which may be null.
+  /// Creates an empty report that passes every notice on to `next`, which may be null.
   explicit ImportReport(std::shared_ptr<Observer> next = nullptr) noexcept;
 
-  /// A notice for which there is no memory is not kept, but passed on; the import then counts as incomplete.
+  /// Keeps the notice, then passes it on. If there is no memory to keep it, the import counts as incomplete.
   void Notify(const Notice& notice) noexcept override;
 
-  /// Whether everything that was asked for could be read and written. Amounts that the import's rules leave
-  /// out do not make it incomplete. The failure of the whole import is in the error pair of `QBDataExchange`.
+  /// Returns whether everything that was requested could be read and written. Amounts that the import's rules
+  /// leave out do not make it incomplete. A failed import is reported through the error pair of
+  /// `QBDataExchange`.
   bool Complete() const noexcept { return missing_.empty() && !noticeLost_; }
 
-  /// What could not be read or written, in the order in which it was first reported: refused requests,
-  /// answers with an error status, unreadable answers and tables, misaligned report rows, operations that
-  /// ended early; each with its request and period. An import may ask everything twice; each is here once.
+  /// Returns what could not be read or written, in the order in which it was first reported: refused
+  /// requests, responses with an error status, unreadable responses and tables, tables that the plan refused,
+  /// misaligned report rows, and operations that ended early; each with its request and period. An import may
+  /// send its requests twice; a repeated notice is included once.
   const std::vector<Notice>& Missing() const noexcept { return missing_; }
 
-  /// What a journal of the import lists, in the order reported: each amount that was left out, in past
-  /// periods too (`skipped` has the transaction and the reason), each account in several report rows, and the
-  /// early end of past performance.
+  /// Returns the entries of a journal of the import, in the order reported: each amount that was left out,
+  /// including those of past periods (`skipped` has the transaction and the reason), each account in several
+  /// report rows, and the early end of past performance.
   const std::vector<Notice>& Journal() const noexcept { return journal_; }
 
-  /// The amounts that were left out of the import's own period. The totals of past periods are apart, since
-  /// the same transactions may be read again for them.
+  /// Returns the total of the amounts that were left out of the import's own period. Past periods have a
+  /// separate total, since the same transactions may be read again for them.
   const Total& LeftOut() const noexcept { return leftOut_; }
   const Total& LeftOutOfPast() const noexcept { return leftOutOfPast_; }
-  /// `LeftOut` by reason; reasons that did not occur are missing.
+  /// Returns `LeftOut` by reason, without the reasons that did not occur.
   const std::map<SkipReason, Total>& LeftOutByReason() const noexcept { return leftOutByReason_; }
 
-  /// The accounts that a report names in more than one row, each once.
+  /// Returns the accounts that a report names in more than one row, each once.
   const std::vector<std::string>& RepeatedAccounts() const noexcept { return repeatedAccounts_; }
-  /// The missing account type at which past performance first ended early; empty if it did not.
+  /// Returns the missing account type that first ended past performance early; empty if none did.
   const std::string& PastPerformanceEnd() const noexcept { return pastPerformanceEnd_; }
 
  private:

@@ -37,7 +37,7 @@ class KeyedCollection {
     positions_.emplace(std::move(folded), items_.size() - 1);
   }
 
-  /// Returns the item with this key, or null if the key is missing.
+  /// Returns the item with this key, owned by the collection, or null if the key is missing.
   const Item* Find(std::string_view key) const {
     const auto found = positions_.find(FoldedKey(key));
     return found == positions_.end() ? nullptr : &items_[found->second];

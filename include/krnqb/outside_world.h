@@ -19,8 +19,8 @@ namespace krnqb {
 class QBDataExchange;
 
 /// Receives the component's events on the thread that runs the import, which waits for each handler to
-/// return. A handler may read and change the component's options. An Error thrown by a handler counts as an
-/// error of the operation that raised the event.
+/// return. A handler may read and change the component's options. An Error that a handler throws is an error
+/// of the operation that raised the event.
 class EventSink {
  public:
   virtual ~EventSink() = default;
@@ -30,12 +30,13 @@ class EventSink {
   virtual void XMLprocessing(Variant& oXML) = 0;
   /// Never raised; call GetTablesAffected instead.
   virtual void TableModified(std::string_view sTableID) = 0;
+  /// Raised at the end of an import, after the last tables were loaded into the plan.
   virtual void AfterImport() = 0;
-  /// `PercentValue` is 0 to 100.
+  /// Reports the progress of the current operation; `PercentValue` is 0 to 100.
   virtual void ProgressBarChange(std::int16_t PercentValue, std::string_view Description) = 0;
 };
 
-/// What the component shows to the user.
+/// Shows messages and dialogs to the user.
 class UserInterface {
  public:
   virtual ~UserInterface() = default;
@@ -54,16 +55,16 @@ class Registry {
  public:
   virtual ~Registry() = default;
 
-  /// Reads the value `name` (empty: the unnamed value) of a key opened with the access mask `rights`. Returns
-  /// a text, a 32-bit number, or nothing if the key or the value cannot be read. A text may include the
-  /// terminating NUL with which it is stored.
+  /// Opens `key` with the access mask `rights` and returns its value `name` (empty: the unnamed value), a
+  /// text or a 32-bit number. Returns nothing if the key or the value cannot be read. A text may include its
+  /// stored terminating NUL.
   virtual std::optional<std::variant<std::string, std::uint32_t>> Read(RegistryHive hive,
                                                                        std::string_view key,
                                                                        std::string_view name,
                                                                        std::uint32_t rights) = 0;
 };
 
-/// The file system. Paths are UTF-8; where file names are bytes, paths are those bytes.
+/// The file system. Paths are UTF-8, or the system's bytes where file names are bytes.
 class FileSystem {
  public:
   virtual ~FileSystem() = default;
@@ -72,6 +73,7 @@ class FileSystem {
   /// the folder is missing or cannot be read.
   virtual std::vector<std::string> FileNames(const std::string& folder) = 0;
 
+  /// Returns whether the path names an existing file.
   virtual bool FileExists(const std::string& path) = 0;
 };
 
@@ -88,13 +90,16 @@ struct LocalDateTime {
 class Clock {
  public:
   virtual ~Clock() = default;
+
+  /// Returns the current local time.
   virtual LocalDateTime Now() = 0;
 };
 
-/// Everything outside the component except the plan, which is set through `KRNPlanData`. The component shares
-/// these objects and releases them when it is destroyed. Any may be null: without processors QuickBooks is
-/// unavailable (Error 429), without a user interface nothing is shown, and a null clock or file system means
-/// the operating system's own.
+/// The services that the component uses, except the plan, which is set through `KRNPlanData`. The component
+/// shares ownership and releases them when it is destroyed. Any may be null, except the sinks in the list:
+/// without processors QuickBooks is unavailable (Error 429), without an observer notices are dropped, without
+/// a user interface nothing is shown, a null registry behaves like an empty one, and a null clock or file
+/// system means the operating system's own.
 struct OutsideWorld {
   std::shared_ptr<RequestProcessorFactory> processors;
   std::vector<std::shared_ptr<EventSink>> sinks;

@@ -10,9 +10,10 @@
 
 namespace krnqb {
 
-/// The monthly amounts of one account (or one line): 14 doubles, initially 0. Slots 1 to 12 are the months of
-/// the import period in order; slots 13 and 14 are two additional slots that `Total` includes. Amounts keep
-/// the sign that the accounting program gives them and are never rounded.
+/// The amounts of one account, or of one account type in past performance: 14 doubles, initially 0. Slots 1
+/// to 12 are the months of the import period in order; slots 13 and 14 are additional and included in
+/// `Total`. In past performance the slots are its 14 periods. Amounts are not rounded and have the sign that
+/// they have in QuickBooks.
 class cSubtotals : public Object {
  public:
   static constexpr std::int16_t slotCount = 14;
@@ -25,7 +26,7 @@ class cSubtotals : public Object {
   const std::string& Description() const noexcept { return description_; }
   void Description(std::string_view text) { description_ = text; }
 
-  /// The amount in slot `Index`, 1 to 14; throws Error 9 if it is out of range.
+  /// Returns or replaces the amount in slot `Index`, 1 to 14; throws Error 9 if the index is out of range.
   double SubTotal(std::int16_t Index) const;
   void SubTotal(std::int16_t Index, double amount);
 
@@ -42,7 +43,7 @@ class cSubtotals : public Object {
   std::array<double, slotCount> slots_{};
 };
 
-/// Subtotals by name, as an import accumulates them.
+/// Subtotals by name, in the order in which the names were added.
 using SubtotalCollection = KeyedCollection<cSubtotals>;
 
 }  // namespace krnqb

@@ -44,16 +44,20 @@ class Variant {
       : value_(ObjectReference(std::move(object))) {}
 
   bool IsEmpty() const noexcept { return std::holds_alternative<std::monostate>(value_); }
-  /// Whether the value is an XML element or another object, including Nothing.
+  /// Returns whether the value is an XML element or another object, including Nothing.
   bool IsObject() const noexcept;
+  /// Returns whether the value is a null object or an empty XML element.
   bool IsNothing() const noexcept;
+
+  // Each returns the value if it has that type, otherwise null. The pointer is valid as long as the Variant
+  // is neither changed nor destroyed.
 
   const bool* AsBoolean() const noexcept { return std::get_if<bool>(&value_); }
   const std::int16_t* AsInteger() const noexcept { return std::get_if<std::int16_t>(&value_); }
   const std::int32_t* AsLong() const noexcept { return std::get_if<std::int32_t>(&value_); }
   const double* AsDouble() const noexcept { return std::get_if<double>(&value_); }
   const std::string* AsText() const noexcept { return std::get_if<std::string>(&value_); }
-  /// Returns the element if the value is a non-null XML element.
+  /// Returns the element if the value is a non-empty XML element, otherwise null.
   const XmlElement* AsElement() const noexcept;
   /// Returns the object if the value is an object of that class, otherwise null.
   template <typename ObjectType>
@@ -62,9 +66,9 @@ class Variant {
     return reference == nullptr ? nullptr : std::dynamic_pointer_cast<ObjectType>(*reference);
   }
 
-  /// Returns the value converted to text as automation converts it: Empty becomes the empty text, a Boolean
-  /// "True" or "False", a number its shortest decimal form. Throws Error 91 for Nothing and Error 13 for any
-  /// other object.
+  /// Returns the value converted to text as automation converts it: Empty to the empty text, a Boolean to
+  /// "True" or "False", a double to at most 15 significant digits. Throws Error 91 for Nothing and Error 13
+  /// for any other object.
   std::string ToText() const;
 
  private:
@@ -73,7 +77,7 @@ class Variant {
       value_;
 };
 
-/// A collection as hosts see it: an ordered list of values, some of which have keys.
+/// The collection type of the automation interface: an ordered list of values, some of which have keys.
 class Collection : public Object, public KeyedCollection<Variant> {};
 
 }  // namespace krnqb

@@ -61,7 +61,7 @@ class XmlElement {
 
   // Reading.
 
-  /// Returns the qualified name: the prefix, if there is one, a colon and the local name.
+  /// Returns the qualified name: the local name, preceded by the prefix, if any, and a colon.
   std::string Name() const;
   /// Returns whether the element has this name and is in no namespace; false for an empty handle.
   bool IsNamed(std::string_view name) const noexcept;
@@ -69,14 +69,14 @@ class XmlElement {
   std::string Text() const;
   /// Returns the value of the attribute with this name and no namespace, or nothing if it is missing.
   std::optional<std::string> Attribute(std::string_view name) const;
-  /// Returns the element's XML text, without an XML declaration; white space, comments, CDATA sections and
-  /// the order of attributes as they were read. The text is a document of its own: it declares the namespaces
-  /// that the element uses, inherited ones included.
+  /// Returns the element's XML text, without an XML declaration, with white space, comments, CDATA sections
+  /// and the order of attributes as parsed. The text can be parsed on its own: it declares every namespace
+  /// that the element uses, including inherited ones.
   std::string Xml() const;
   /// Returns the line of the document on which the element begins, counted from 1; 0 for an empty handle.
   long Line() const noexcept;
 
-  // Navigating. Only elements count; text, comments and processing instructions between them are skipped.
+  // Navigating. Text, comments and processing instructions between elements are skipped.
 
   XmlElement Parent() const noexcept;
   XmlElement FirstChild() const noexcept;

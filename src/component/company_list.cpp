@@ -16,7 +16,7 @@ namespace {
 constexpr std::string_view programKey = R"(SOFTWARE\Microsoft\Windows\CurrentVersion\App Paths\qbw32.exe)";
 constexpr std::string_view companyExtension = ".qbw";
 
-QuickBooksFolder HandedFolder(std::string path) {
+QuickBooksFolder NamedFolder(std::string path) {
   const char separator = static_cast<char>(std::filesystem::path::preferred_separator);
   while (path.ends_with(separator)) path.pop_back();
   return {.path = std::move(path), .separator = std::string(1, separator)};
@@ -27,7 +27,7 @@ bool IsCompanyFile(std::string_view name) {
          FoldedKey(name.substr(name.size() - companyExtension.size())) == companyExtension;
 }
 
-// As a file list shows them; names that differ in letter case alone stand in the order of their bytes.
+// Case-insensitive order; names that differ only in case are ordered by their bytes.
 std::vector<std::string> Sorted(const std::vector<std::string>& names) {
   std::vector<std::pair<std::string, std::string>> byKey;
   byKey.reserve(names.size());
@@ -44,13 +44,13 @@ std::string Record(std::string_view name, std::string_view path) {
                      name, path);
 }
 
-// Why a company's record cannot stand in the document, or nothing when it can. What follows a "]]>" could be
-// well-formed again, and would be read as something else than the path.
+// Returns why the document cannot contain a company's record, or nothing if it can. A path with "]]>" is
+// rejected even if the record is well-formed: the text after it would not be read as part of the path.
 std::optional<std::string> FaultOf(const std::string& record, std::string_view path) {
-  if (path.find("]]>") != std::string_view::npos) return "its path holds \"]]>\"";
+  if (path.find("]]>") != std::string_view::npos) return "its path contains \"]]>\"";
   const auto fault = ParseXmlText(record).fault;
   if (!fault) return std::nullopt;
-  return "its path holds bytes that are no text: " + fault->message;
+  return "its path contains bytes that are not text: " + fault->message;
 }
 
 void ReportUnlisted(Observer& observer, const std::string& path, const std::string& reason) {
@@ -67,7 +67,7 @@ void ReportUnlisted(Observer& observer, const std::string& path, const std::stri
 }  // namespace
 
 QuickBooksFolder FindQuickBooksFolder(const OutsideWorld& world) {
-  if (world.quickBooksFolder) return HandedFolder(*world.quickBooksFolder);
+  if (world.quickBooksFolder) return NamedFolder(*world.quickBooksFolder);
   const std::string program =
       RegistryValue(world.registry.get(), RegistryHive::LocalMachine, programKey, {}, registry_rights::all)
           .ToText();
@@ -79,7 +79,7 @@ QuickBooksFolder FindQuickBooksFolder(const OutsideWorld& world) {
 XmlElement CompanyList(const OutsideWorld& world) {
   const QuickBooksFolder folder = FindQuickBooksFolder(world);
   const std::string prefix = folder.path + folder.separator;
-  // Listed with the separator: without it, the folder of a drive would be the one that is current there.
+  // Listed with the separator: without it, "C:" would mean the drive's current folder.
   std::vector<std::string> names = world.files->FileNames(prefix);
   std::erase_if(names, [](const std::string& name) { return !IsCompanyFile(name); });
 

@@ -4,19 +4,20 @@
 
 namespace krnqb {
 
-/// Where the QuickBooks program lies.
+/// The folder that contains the QuickBooks program.
 struct QuickBooksFolder {
-  std::string path;       ///< without a separator at its end
-  std::string separator;  ///< between folder and file, as the folder's platform has it
+  std::string path;       ///< without a trailing separator
+  std::string separator;  ///< between folder and file name, on the folder's platform
 };
 
-/// The folder that the world names, else the one in which the registry finds the program. Error 5 when
-/// neither tells a folder.
+/// Returns the folder that `world` names, otherwise the folder of the program that is registered in the
+/// registry. Throws Error 5 if there is neither.
 QuickBooksFolder FindQuickBooksFolder(const OutsideWorld& world);
 
-/// The company files of that folder as the document that hosts read, see `QBDataExchange::QBCompanies`. None
-/// when a path breaks the document; the observer, which is there, is told of each such path. Error 5 without
-/// a folder, 76 when it cannot be read. The world has its files.
+/// Returns the company files of that folder as the document described at `QBDataExchange::QBCompanies`, or an
+/// empty element if the document cannot represent a path; each such path is reported to the observer. Throws
+/// Error 5 if the folder is unknown and Error 76 if it cannot be read. The world's observer and files must
+/// not be null.
 XmlElement CompanyList(const OutsideWorld& world);
 
 }  // namespace krnqb

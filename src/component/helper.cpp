@@ -18,7 +18,7 @@ Variant RegistryValue(Registry* registry, RegistryHive hive, std::string_view ke
                       std::uint32_t rights) {
   const auto value = registry == nullptr ? std::nullopt : registry->Read(hive, key, name, rights);
   if (!value) return std::string();
-  // 32 bits without a sign in the registry, with one in a Variant: the bits are kept.
+  // Unsigned in the registry, signed in a Variant: the bits stay the same.
   if (const auto* number = std::get_if<std::uint32_t>(&*value)) return static_cast<std::int32_t>(*number);
   return WithoutFinalNul(std::get<std::string>(*value));
 }

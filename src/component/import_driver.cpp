@@ -18,14 +18,14 @@ namespace {
 
 enum class Outcome { Imported, NothingToDo, Refused };
 
-// One run of `Go`. The options are read at each use, since an event handler may change them.
+// One import. Reads the options at each use, since an event handler may change them.
 class ImportRun {
  public:
   ImportRun(ImportContext& context, ErrorPair& errorPair)
       : context_(context), options_(context.state.options), errorPair_(errorPair) {}
 
-  // With a balances import the rebuilt account tables are loaded into the plan first, the host is told, and
-  // everything is read once more, the plan now holding those tables.
+  // An import of balances first loads the rebuilt account tables into the plan and raises XMLprocessing. The
+  // second pass reads everything again, now from a plan with those tables.
   Outcome Run() {
     if (const Outcome rebuilt = RebuildAccountTables(); rebuilt != Outcome::Imported) return rebuilt;
     if (options_.balancesImport != BalImport_None) {
@@ -68,7 +68,7 @@ class ImportRun {
     return Outcome::Imported;
   }
 
-  // The major version is read once: what a handler sets from here on counts nowhere in this import.
+  // Reads the major version once: later changes by a handler do not affect this import.
   void ImportBalances() {
     const std::int16_t majorVersion = context_.session.MajorVersion();
     ReadAmounts(majorVersion);
@@ -91,7 +91,7 @@ class ImportRun {
     if (majorVersion == 2) ReadReports();
   }
 
-  // Each pass settles the start anew, since a handler may have changed it.
+  // Each pass settles the start again, since a handler may have changed it.
   void ReadTransactions() {
     if (!options_.includeExpenseAccounts && !options_.includeIncomeAccounts) return;
     ImportExpenseBalances(context_, SettleStart());
@@ -115,7 +115,7 @@ class ImportRun {
     ParseProfitAndLossReport(context_.session, requestNumber, range, target, context_.observer);
   }
 
-  // The month's property makes sure of a session before it answers.
+  // Like the property `StartingMonth`, opens a session first if none is open.
   YearMonth SettleStart() {
     context_.session.EnsureSession();
     const std::int16_t month = SettleStartingMonth(options_.period);
@@ -149,7 +149,7 @@ bool RunImport(ImportContext& context, ErrorPair& errorPair) {
     context.session.CloseSession();
     return true;
   } catch (...) {
-    // The catch-all of the whole import: the error pair alone tells the host that it did not come to its end.
+    // The host sees only in the error pair that the import was not completed.
     const Error error = CaughtError();
     ReportEnd(context.observer, {.operation = Operation::Go}, error, NoticeMeaning::Complete);
     context.session.CloseSession();

@@ -5,9 +5,9 @@
 
 namespace krnqb {
 
-/// Runs one whole import. False, with the reason in the error pair, when QuickBooks cannot be used; otherwise
-/// true, also after an error that ended the import: that error is in the pair then, and `AfterImport` was not
-/// raised. The session is closed but for the results that are false.
+/// Runs a whole import and closes the session. Returns false, with the reason in the error pair and the
+/// session not closed, if QuickBooks cannot be used. Otherwise returns true, even if an error ended the
+/// import: that error is in the pair, and `AfterImport` was not raised.
 bool RunImport(ImportContext& context, ErrorPair& errorPair);
 
 }  // namespace krnqb

@@ -10,7 +10,7 @@
 namespace krnqb {
 namespace {
 
-// Several operations send the same request. A refusal is the same whichever of them was refused.
+// Several operations send the same request: its refusal is one omission, whichever operation sent it.
 Operation OperationOf(const Notice& notice) noexcept {
   return notice.kind == NoticeKind::RequestRefused ? Operation::None : notice.place.operation;
 }

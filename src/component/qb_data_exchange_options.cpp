@@ -1,4 +1,4 @@
-// The properties of QBDataExchange that keep a value, and the periods' defaults.
+// The properties of QBDataExchange that store a value, and the defaults of the periods.
 #include "component/state.h"
 #include "krnqb/qb_data_exchange.h"
 #include "plan/period.h"

@@ -9,7 +9,7 @@
 
 namespace krnqb {
 
-/// Everything that a component owns.
+/// The members of a component.
 struct QBDataExchange::State {
   explicit State(OutsideWorld outsideWorld);
 

@@ -8,7 +8,7 @@
 
 namespace krnqb {
 
-/// What the operations of an import work with. Everything outlives the context.
+/// The objects that the operations of an import share. Everything referred to must outlive the context.
 struct ImportContext {
   ImportState& state;
   Session session;

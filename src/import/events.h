@@ -9,11 +9,12 @@
 
 namespace krnqb {
 
-/// Raises the component's events to every sink, in the order of the list. What a sink throws reaches the
-/// caller.
+/// Raises the component's events to every sink, in the order of the list. Throws what a sink throws, without
+/// calling the sinks after it.
 class Events {
  public:
-  /// The list outlives the events; it may change while an event is raised.
+  /// `sinks` must outlive this object. It may change while an event is raised; the change affects the next
+  /// event.
   explicit Events(const std::vector<std::shared_ptr<EventSink>>& sinks) noexcept : sinks_(sinks) {}
 
   void XMLprocessing() const;

@@ -6,10 +6,10 @@
 
 namespace krnqb {
 
-/// What a progress bar shows while a run's operations work through their steps.
+/// The description in every progress event of an import.
 inline constexpr auto processingText = "Processing...";
 
-/// A step of several as whole percent, halves to even: the first of 12 is 8, the third 25.
+/// Returns `step` of `stepCount` in whole percent, with halves rounded to even: 1 of 12 is 8, 3 of 12 is 25.
 inline std::int16_t RoundedPercent(int step, int stepCount) {
   return RequireInteger(static_cast<double>(step) / stepCount * 100);
 }

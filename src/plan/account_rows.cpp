@@ -12,7 +12,7 @@ namespace {
 // The names in a block's first cells, hashed: a list has many accounts and a block many rows.
 class RowNames {
  public:
-  // Rows are compared from the first one on: a row without cells ends the comparison.
+  // A row without cells ends the comparison: the names of the rows after it are not read.
   explicit RowNames(const XmlElement& block) {
     for (XmlElement row = block.FirstChild(); row; row = row.NextSibling()) {
       const XmlElement cell = row.FirstChild();

@@ -20,7 +20,7 @@ struct NewAccountRow {
   XmlElement row;
 };
 
-/// The ids, case-folded, of the blocks that get a blank row for each new row of the main block.
+/// The case-folded ids of the blocks that receive a blank row for each new row of the main block.
 using TwinBlocks = std::unordered_set<std::string>;
 
 /// Merges the top-level accounts of a list into a block of a table and keeps the block's twins aligned.

@@ -21,7 +21,7 @@ void WriteCostAccounts(TablesDocument& changed, const XmlElement& accounts, cons
                        Clock& clock);
 
 /// Merges expense accounts for QBKRN_ALD and QBKRN_COR. New accounts whose name occurs within "Depreciation"
-/// get no row: the plan keeps depreciation in a row of its own.
+/// get no row: the plan keeps depreciation in a separate row.
 void WriteIncomeRangeAccounts(TablesDocument& changed, const XmlElement& accounts, const HostPlan& plan,
                               Clock& clock);
 

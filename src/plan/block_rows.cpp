@@ -8,7 +8,7 @@ namespace krnqb {
 namespace {
 
 // Returns the row at index n - k of n rows, or an empty element for the end of the block. Counts from the
-// end, which is cheap in long blocks.
+// end, since blocks can be long and k is small.
 XmlElement RowToInsertBefore(const XmlElement& block, std::int16_t rowsKeptBelow) {
   if (rowsKeptBelow < 1) return {};
   XmlElement row = block.LastChild();

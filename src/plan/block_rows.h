@@ -20,8 +20,8 @@ XmlElement FindBlock(const XmlElement& tableBlocks, std::string_view blockId);
 /// row has no cell for the name.
 XmlElement AddBlockRow(XmlElement block, std::string_view name, std::int16_t rowsKeptBelow);
 
-/// Sets every formula cell of the whole table, blocks and all else, to "*null*": the planning program
-/// computes them anew.
+/// Sets every formula cell of the whole table, inside and outside blocks, to "*null*": the planning program
+/// recalculates them.
 void ClearFormulaCells(const XmlElement& tableBlocks);
 
 }  // namespace krnqb

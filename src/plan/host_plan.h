@@ -9,8 +9,8 @@
 
 namespace krnqb {
 
-/// The plan that the host set as `KRNPlanData`. Every operation reads the plan object anew. Throws the plan's
-/// own Error, Error 91 if no plan is set, or Error 438 if the host set an object of another kind.
+/// The plan that the host set as `KRNPlanData`. Every operation reads the plan object again and throws the
+/// plan's own Error, Error 91 if no plan is set, or Error 438 if the object is not a plan.
 class HostPlan {
  public:
   /// Plan and observer must outlive this object.
@@ -26,7 +26,7 @@ class HostPlan {
   /// empty element, and reports it to the observer, if the table's text does not parse or has no such child.
   XmlElement ReadPlanTable(std::string_view tableId) const;
 
-  /// Loads the text of a "<tables>" document into the plan. An empty text changes nothing there and is
+  /// Loads the text of a "<tables>" document into the plan. An empty text leaves the plan unchanged and is
   /// reported to the observer.
   void Load(std::string tablesText) const;
 

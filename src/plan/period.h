@@ -7,7 +7,7 @@
 
 namespace krnqb {
 
-// The properties over the period's fields. One that reads 0 stores the default and returns it.
+// Each function returns a field of the period. If the field is 0, it first stores the default.
 
 /// Returns the plan's first month; by default the import's.
 std::int16_t SettleKRNStartingMonth(PeriodFields& period) noexcept;
@@ -15,12 +15,12 @@ std::int16_t SettleKRNStartingMonth(PeriodFields& period) noexcept;
 std::int16_t SettleKRNStartingYear(PeriodFields& period) noexcept;
 /// Returns the import's first month; by default the plan's.
 std::int16_t SettleStartingMonth(PeriodFields& period) noexcept;
-/// Returns the import's first year; by default the one before the plan's. Throws Error 6 if that does not fit
-/// 16 bits.
+/// Returns the import's first year; by default the year before the plan's. Throws Error 6 if that does not
+/// fit in 16 bits.
 std::int16_t SettleStartingYear(PeriodFields& period);
 
-/// Returns the twelve months that begin with `start`. A month or a year that is 0 becomes the plan's own,
-/// which is settled; one that is given settles nothing.
+/// Returns the twelve months that begin with `start`. A month or year of 0 is replaced by the plan's first
+/// month or year, whose default is stored if it is 0 as well.
 TwelveMonths SettleTwelveMonths(const YearMonth& start, PeriodFields& period) noexcept;
 
 }  // namespace krnqb

@@ -37,8 +37,8 @@ inline constexpr std::string_view emptyCellText = "*null*";
 /// The name of the row in which the plan keeps depreciation.
 inline constexpr std::string_view depreciationKeyword = "Depreciation";
 
-/// Returns the ids of the tables that an import for a product may change, in the order that hosts get; none
-/// for an unknown product.
+/// Returns the ids of the tables that an import for a product may change, in the order of
+/// `QBDataExchange::GetTablesAffected`; none for an unknown product.
 std::vector<std::string_view> TablesAffected(QBKRNproduct product);
 
 }  // namespace krnqb

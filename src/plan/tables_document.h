@@ -13,8 +13,8 @@ namespace krnqb {
 /// tables and prints them where the plan or the host reads them.
 class TablesDocument {
  public:
-  /// Appends a changed table, stamped with the clock's day (rounded from the time of day). `tableBlocks` is
-  /// shared, not copied: later changes to its rows and cells are changes to this document.
+  /// Appends a changed table, stamped with the clock's day, rounded from the time of day. `tableBlocks` is
+  /// shared, not copied: later changes to its rows and cells appear in this document.
   void Add(std::string_view tableId, const XmlElement& tableBlocks, Clock& clock);
 
   /// Returns whether no table has been added.
@@ -27,8 +27,8 @@ class TablesDocument {
   /// Ends the lines between tables in LF from now on; in a new document they end in CR LF.
   void UseLineFeeds() noexcept { lineEnd_ = "\n"; }
 
-  /// Returns the "<tables>" document with one "<tableitem>" per table: its id, its stamp and its blocks as
-  /// they are now.
+  /// Returns the "<tables>" document with one "<tableitem>" per table: its id, its stamp and its current
+  /// blocks.
   std::string Text() const;
 
  private:

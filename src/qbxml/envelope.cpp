@@ -7,8 +7,8 @@ constexpr std::string_view messageSetLines =
     "<QBXML>\r\n"
     "<QBXMLMsgsRq onError=\"continueOnError\">";
 
-// Up to 1.1 the version is told by the document type, from 2.0 on by a processing instruction. The 1.0
-// document type has no system identifier: QuickBooks 2002 expects it so.
+// Up to 1.1 a document type states the version, from 2.0 on a processing instruction. The 1.0 document type
+// has no system identifier: QuickBooks 2002 expects none.
 std::string_view VersionLine(std::string_view version) {
   if (version == "2.0") return "<?qbxml version=\"2.0\"?>";
   if (version == "1.1") {

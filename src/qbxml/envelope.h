@@ -5,11 +5,11 @@
 
 namespace krnqb {
 
-/// The lines that every request begins with, for qbXML "2.0" and "1.1"; any other version text gives those of
-/// "1.0". Lines are separated by CR LF; none follows the last one.
+/// Returns the lines that begin every request, for qbXML "2.0" or "1.1"; for any other version those of
+/// "1.0". Lines are separated by CR LF, with none after the last line.
 std::string EnvelopeHead(std::string_view version);
 
-/// The lines that every request ends with.
+/// Returns the lines that end every request.
 std::string EnvelopeTail();
 
 }  // namespace krnqb

@@ -7,7 +7,7 @@
 namespace krnqb {
 namespace {
 
-// Ordered, so that a line reads as it is documented.
+// Keeps the keys in the documented order.
 using Line = nlohmann::ordered_json;
 
 class RecordingProcessor final : public RequestProcessor {

@@ -7,21 +7,21 @@
 
 namespace krnqb {
 
-/// Writes an exchange with a request processor as JSON lines: first the company's path and the processor's
-/// versions,
+/// Writes an exchange with a request processor as JSON lines, UTF-8: first the company's path and the
+/// processor's versions,
 ///
 ///     {"exchange":1,"company":"...","major":1,"minor":1}
 ///
-/// then one line per request, with its answer or with the error that refused it:
+/// then one line per request, with the response or the error with which it was refused:
 ///
 ///     {"request":"...","response":"..."}
 ///     {"request":"...","error":{"number":-2147220480,"description":"..."}}
 class ExchangeRecorder {
  public:
-  /// The stream outlives the recorder.
+  /// `lines` must outlive the recorder.
   explicit ExchangeRecorder(std::ostream& lines) noexcept : output_(lines) {}
 
-  /// Writes the first line, once; later sessions of the same recording add none.
+  /// Writes the first line on the first call; does nothing on later calls.
   void RecordSession(std::string_view company, std::int16_t major, std::int16_t minor);
   void RecordAnswer(std::string_view request, std::string_view response);
   void RecordRefusal(std::string_view request, std::int32_t number, std::string_view description);
@@ -31,7 +31,7 @@ class ExchangeRecorder {
   bool sessionRecorded_ = false;
 };
 
-/// Processors that pass everything on to those of `inner` and record it.
+/// Returns a factory of processors that forward every call to those of `inner` and record it.
 std::shared_ptr<RequestProcessorFactory> RecordingProcessors(std::shared_ptr<RequestProcessorFactory> inner,
                                                              std::shared_ptr<ExchangeRecorder> recorder);
 

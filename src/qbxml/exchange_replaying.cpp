@@ -17,10 +17,10 @@ using Line = nlohmann::json;
 
 constexpr std::string_view replayTicket = "replay";
 
-// What was recorded for the requests of one text, and how many of them have been asked again.
+// The recorded answers to one request text, in order, and the index of the next one.
 struct RecordedAnswers {
   std::vector<std::variant<std::string, Error>> answers;
-  std::size_t asked = 0;
+  std::size_t next = 0;
 };
 
 class Recording {
@@ -51,7 +51,7 @@ class Recording {
     }
     RecordedAnswers& recorded = found->second;
     const std::size_t last = recorded.answers.size() - 1;
-    const auto& answer = recorded.answers[recorded.asked < last ? recorded.asked++ : last];
+    const auto& answer = recorded.answers[recorded.next < last ? recorded.next++ : last];
     if (const auto* refusal = std::get_if<Error>(&answer)) throw *refusal;
     return std::get<std::string>(answer);
   }

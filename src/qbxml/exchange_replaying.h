@@ -8,13 +8,12 @@
 
 namespace krnqb {
 
-/// Processors that answer from a recorded exchange (see `ExchangeRecorder`): the n-th request of a given text
-/// gets the n-th recorded answer to it, the last one again when there are no more. A request that was not
-/// recorded is error -2147467259, whose description holds its text. All processors of one factory go on in
-/// the same recording.
+/// Reads a recorded exchange (see `ExchangeRecorder`) to its end and returns a factory of processors that
+/// answer from it. The n-th request with a given text receives the n-th recorded answer to it, then the last
+/// one repeatedly. A request that was not recorded throws Error -2147467259 with its text in the description.
+/// All processors of the factory share the position in the recording.
 ///
-/// The recording is read whole. Throws Error -2147467259 naming `recordingName`, the line and the fault when
-/// it is none.
+/// Throws Error -2147467259, naming `recordingName`, the line and the fault, if the recording is invalid.
 std::shared_ptr<RequestProcessorFactory> ReplayingProcessors(std::istream& recording,
                                                              const std::string& recordingName);
 

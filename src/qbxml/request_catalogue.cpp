@@ -87,8 +87,8 @@ Lines MessageLines(std::int32_t number, std::string_view fromDate, std::string_v
   }
 }
 
-// Summary reports exist from 2.0 on and preferences from 1.1 on; everything else is asked in the oldest
-// version, which every QuickBooks answers.
+// Summary reports require 2.0 and preferences 1.1; all other requests use the oldest version, which every
+// QuickBooks accepts.
 std::string_view VersionOf(std::int32_t number) {
   switch (number) {
     case request_number::preferences:

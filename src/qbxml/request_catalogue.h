@@ -6,7 +6,8 @@
 
 namespace krnqb {
 
-/// The requests of the catalogue; each number is also the requestID that its message carries.
+/// The numbers of the requests. Each is also the requestID in the request's message, except in the reports
+/// (300 and up), which have none.
 namespace request_number {
 inline constexpr std::int32_t incomeAccounts = 1;
 inline constexpr std::int32_t costAccounts = 2;
@@ -28,15 +29,16 @@ inline constexpr std::int32_t costByMonth = 320;
 inline constexpr std::int32_t balanceSheetByType = 330;
 }  // namespace request_number
 
-/// What request 330 holds in place of the account type, which the caller fills in before sending it.
+/// The text in request 330 that the caller replaces with an account type before sending it.
 inline constexpr std::string_view accountTypePlaceholder = "AccountTypeFilterValue";
 
-/// The whole qbXML document of a request. Dates are year-month-day, or empty for none, and stand in the
-/// document as they are given; requests that take no dates ignore them. An unknown number gives a document
+/// Returns the qbXML document of a request. Dates are year-month-day, or empty for an open end, and are
+/// inserted without escaping; requests without dates ignore them. For an unknown number, returns a document
 /// without a message.
 std::string BuildRequest(std::int32_t number, std::string_view fromDate, std::string_view toDate);
 
-/// The transaction date filter; empty when both dates are. Either date alone leaves the other end open.
+/// Returns the transaction date filter, or an empty text if both dates are empty. A single empty date leaves
+/// its end open.
 std::string BuildTxnDateRangeFilter(std::string_view fromDate, std::string_view toDate);
 
 }  // namespace krnqb

@@ -7,7 +7,7 @@
 namespace krnqb {
 namespace {
 
-// From this status on data may be missing, whatever severity the answer names.
+// From this status on, data may be missing whatever the severity.
 constexpr std::int32_t firstWarningStatus = 500;
 
 XmlElement Named(XmlElement element, std::string_view expectedName) {
@@ -24,7 +24,7 @@ std::int32_t StatusNumber(const std::string& code) {
 }  // namespace
 
 XmlElement ResponseElement(const Variant& data, std::string_view expectedName) noexcept {
-  // A catch-all that reports nothing: to the caller, what is not a document is an answer like any other.
+  // Reports nothing: to the caller, an unreadable answer is an answer without data.
   try {
     const XmlElement* element = data.AsElement();
     XmlElement found = element != nullptr ? element->Own() : XmlElement::Parse(data.ToText());

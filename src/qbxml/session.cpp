@@ -25,7 +25,7 @@ Error OpeningError(const Error& error) {
 
 bool Session::IsSessionOpen() {
   if (state_.requestProcessor == nullptr) return false;
-  // Any error means that the session is gone: that answers the question, so there is nothing to report.
+  // An error means that the session is gone, which is a result and not a failure to report.
   try {
     return !state_.requestProcessor->GetCurrentCompanyFileName(state_.sessionTicket).empty();
   } catch (...) {
@@ -46,7 +46,8 @@ bool Session::EnsureSession() {
   return state_.qbStartingMonth != 0 || CheckCompany();
 }
 
-// A processor that refuses the connection or the session is kept: the next attempt asks it first.
+// Keeps a processor that refuses the connection or the session: the next attempt checks it for an open
+// session first.
 void Session::OpenSession() {
   if (processors_ == nullptr) throw Error(error_number::cannotCreateObject);
   state_.requestProcessor = processors_->Create();
@@ -110,7 +111,7 @@ XmlElement Session::Ask(std::int32_t requestNumber, Operation operation, std::st
 
 bool Session::IsSDKVersionSupported(std::string_view version) {
   const XmlElement answer = Ask(request_number::host, Operation::IsSDKVersionSupported);
-  // No search path can hold a double quote, however many of them would make one again.
+  // An XPath literal in double quotes cannot contain a double quote; several could form a valid expression.
   if (answer && version.find('"') != std::string_view::npos) throw Error(error_number::unspecified);
   const auto supported = answer.Select(fmt::format("//SupportedQBXMLVersion[text() = \"{}\"]", version));
   return static_cast<bool>(supported);

@@ -11,39 +11,40 @@
 
 namespace krnqb {
 
-/// What is kept of QuickBooks between the operations.
+/// The state of the connection to QuickBooks between operations.
 struct SessionState {
   std::unique_ptr<RequestProcessor> requestProcessor;
   std::string sessionTicket;
-  std::string companyPath;           ///< the stored path of `QBCompany`
-  std::int16_t qbStartingMonth = 0;  ///< first month of the fiscal year, 1 to 12; 0 when not known
+  std::string companyPath;           ///< the path stored by `QBCompany`
+  std::int16_t qbStartingMonth = 0;  ///< first month of the fiscal year, 1 to 12; 0 if unknown
   std::int16_t qbMajorVersion = 0;
   std::int16_t qbMinorVersion = 0;
 };
 
-/// The session with QuickBooks: opened by the first operation that needs it, asked in text, dropped by
-/// `CloseSession`.
+/// The session with QuickBooks: opened by the first operation that needs it, closed by `CloseSession`.
 class Session {
  public:
-  /// All four outlive the session object; a null factory means that there is no QuickBooks (429).
+  /// All arguments must outlive the session object. With a null factory no session can be opened (Error 429
+  /// in the error pair).
   Session(SessionState& state, ErrorPair& errorPair, RequestProcessorFactory* processors,
           Observer& observer) noexcept
       : state_(state), errorPair_(errorPair), processors_(processors), observer_(observer) {}
 
-  /// Whether QuickBooks has a company open in our session. Any error counts as no.
+  /// Returns whether a company is open in this session; false on any error.
   bool IsSessionOpen();
 
   /// Opens the session if it is not open, and then, unless `qbStartingMonth` is known, reads it from the
-  /// company. False with the error pair set when the session is refused or the month cannot be read; in the
-  /// latter case the session stays open.
+  /// company. Returns false, with the error pair set, if the session is refused or the month cannot be read;
+  /// in the latter case the session stays open.
   bool EnsureSession();
 
-  /// Drops the request processor, which ends the session, and forgets the company's path.
+  /// Destroys the request processor, which ends the session, and clears the company's path.
   void CloseSession() noexcept;
 
   /// Sends a request and returns the response text, or Empty if no session can be opened. A request that
   /// `ProcessRequest` refuses is reported to the observer at `place` and throws Error (RequestRefused) with
-  /// the processor's number and description. Throws 91 or 13 for a request without text.
+  /// the processor's number and description. Throws Error 91 if `request` is Nothing and Error 13 if it is
+  /// any other object.
   Variant QbSerialize(const Variant& request, const Place& place);
 
   /// Builds a request of the catalogue, sends it and returns the response's document element; an empty
@@ -52,15 +53,17 @@ class Session {
   XmlElement Ask(std::int32_t requestNumber, Operation operation, std::string_view fromDate = {},
                  std::string_view toDate = {});
 
-  /// Whether the host answer lists exactly this version. Error 91 when there is no answer, -2147467259 when
-  /// the text holds a double quote.
+  /// Returns whether QuickBooks lists exactly this qbXML version. Throws Error 91 if no session can be opened
+  /// or the response is not readable, Error -2147467259 if the text contains a double quote, and what
+  /// `QbSerialize` throws.
   bool IsSDKVersionSupported(std::string_view version);
 
-  /// The open company's path, read together with the processor's versions; the stored path without a session;
-  /// empty, with the error pair set, when qbXML 1.1 is not supported.
+  /// Reads the open company's path and the processor's versions and returns the path. Returns the stored path
+  /// if no session can be opened, and an empty text, with the error pair set, if qbXML 1.1 is not supported.
+  /// Throws what `IsSDKVersionSupported` and the processor throw.
   std::string QBCompany();
 
-  /// The processor's major version as it was last read or set.
+  /// Returns the processor's major version as last read or set.
   std::int16_t MajorVersion() const noexcept { return state_.qbMajorVersion; }
 
  private:

@@ -23,7 +23,7 @@ struct Machine {
     world.registry = registry;
     world.files = files;
     world.observer = observer;
-    world.quickBooksFolder = handedFolder;
+    world.quickBooksFolder = givenFolder;
     QBDataExchange component(world);
     const XmlElement companies = component.QBCompanies();
     errorNumber = component.ErrorNumber();
@@ -38,7 +38,7 @@ struct Machine {
   std::shared_ptr<fakes::MemoryRegistry> registry = std::make_shared<fakes::MemoryRegistry>();
   std::shared_ptr<fakes::MemoryFiles> files = std::make_shared<fakes::MemoryFiles>();
   std::shared_ptr<fakes::RecordingObserver> observer = std::make_shared<fakes::RecordingObserver>();
-  std::optional<std::string> handedFolder;
+  std::optional<std::string> givenFolder;
   mutable std::int32_t errorNumber = 0;
 };
 
@@ -112,7 +112,7 @@ TEST(QBCompanies, IsNothingWhenTheRegistryNamesNoFolder) {
     machine.Program(program);
     machine.files->folders[""] = {"a.qbw"};
     EXPECT_EQ(machine.Document(), "none") << program;
-    EXPECT_TRUE(machine.observer->Told(NoticeKind::OperationEnded, 5)) << program;
+    EXPECT_TRUE(machine.observer->Reported(NoticeKind::OperationEnded, 5)) << program;
     EXPECT_EQ(machine.errorNumber, 0) << "no import failed";
   }
 }
@@ -133,7 +133,7 @@ TEST(QBCompanies, IsNothingWhenTheFolderIsMissing) {
   Machine machine;
   machine.Program("C:\\Gone\\qbw32.exe");
   EXPECT_EQ(machine.Document(), "none");
-  EXPECT_TRUE(machine.observer->Told(NoticeKind::OperationEnded, 76));
+  EXPECT_TRUE(machine.observer->Reported(NoticeKind::OperationEnded, 76));
 }
 
 TEST(QBCompanies, PrefersTheGivenFolderAndItsSeparator) {
@@ -141,7 +141,7 @@ TEST(QBCompanies, PrefersTheGivenFolderAndItsSeparator) {
   machine.Program("C:\\QB\\qbw32.exe");
   machine.files->folders["/srv/companies/"] = {"a.qbw"};
   for (const char* folder : {"/srv/companies", "/srv/companies/", "/srv/companies//"}) {
-    machine.handedFolder = folder;
+    machine.givenFolder = folder;
     EXPECT_EQ(machine.Document(),
               "<qbcompanies>" + Record("a.qbw", "/srv/companies/a.qbw") + "</qbcompanies>");
   }
@@ -150,14 +150,14 @@ TEST(QBCompanies, PrefersTheGivenFolderAndItsSeparator) {
 
 TEST(QBCompanies, ListsTheRootOfTheFileSystem) {
   Machine machine;
-  machine.handedFolder = "/";
+  machine.givenFolder = "/";
   machine.files->folders["/"] = {"a.qbw"};
   EXPECT_EQ(machine.Document(), "<qbcompanies>" + Record("a.qbw", "/a.qbw") + "</qbcompanies>");
 }
 
 TEST(QBCompanies, KeepsMarkupCharacters) {
   Machine machine;
-  machine.handedFolder = "/srv/R&D";
+  machine.givenFolder = "/srv/R&D";
   machine.files->folders["/srv/R&D/"] = {"<Smith & Sons>.qbw", "]].qbw"};
   EXPECT_EQ(NamesIn(machine.Companies()), (std::vector<std::string>{"<Smith & Sons>.qbw", "]].qbw"}));
 }
@@ -171,7 +171,7 @@ class NameThatBreaksTheList : public testing::TestWithParam<BreakingCase> {};
 
 TEST_P(NameThatBreaksTheList, LeavesNoListAndIsReported) {
   Machine machine;
-  machine.handedFolder = "/srv";
+  machine.givenFolder = "/srv";
   const std::string name = GetParam().name;
   machine.files->folders["/srv/"] = {"a.qbw", name, "z.qbw"};
   EXPECT_EQ(machine.Document(), "none");
@@ -183,12 +183,12 @@ TEST_P(NameThatBreaksTheList, LeavesNoListAndIsReported) {
   EXPECT_EQ(notice.description.find(GetParam().reason), 0U) << notice.description;
 }
 
-constexpr const char* noText = "its path holds bytes that are no text: ";
-constexpr const char* endOfText = "its path holds \"]]>\"";
+constexpr const char* noText = "its path contains bytes that are not text: ";
+constexpr const char* endOfText = "its path contains \"]]>\"";
 
 INSTANTIATE_TEST_SUITE_P(Names, NameThatBreaksTheList,
                          testing::Values(BreakingCase{"b]]>.qbw", endOfText},
-                                         // As part of a document it would end the element's text.
+                                         // In a document it would end the text of the element.
                                          BreakingCase{"b]]><![CDATA[c.qbw", endOfText},
                                          BreakingCase{"caf\xE9.qbw", noText},
                                          BreakingCase{"\xC3.qbw", noText},
@@ -197,7 +197,7 @@ INSTANTIATE_TEST_SUITE_P(Names, NameThatBreaksTheList,
 
 TEST(QBCompanies, ReportsEveryNameThatBreaksTheList) {
   Machine machine;
-  machine.handedFolder = "/srv";
+  machine.givenFolder = "/srv";
   machine.files->folders["/srv/"] = {"c]]>.qbw", "a.qbw", "b]]>.qbw"};
   EXPECT_EQ(machine.Document(), "none");
   ASSERT_EQ(machine.observer->notices.size(), 2U);
@@ -205,14 +205,14 @@ TEST(QBCompanies, ReportsEveryNameThatBreaksTheList) {
   EXPECT_EQ(machine.observer->notices[1].file, "/srv/c]]>.qbw");
 }
 
-TEST(QBCompanies, ReportsNoOtherFilesWithSuchNames) {
+TEST(QBCompanies, IgnoresSuchNamesOfOtherFiles) {
   Machine machine;
-  machine.handedFolder = "/srv";
+  machine.givenFolder = "/srv";
   machine.files->folders["/srv/"] = {"b]]>.txt", "\xE9", "a.qbw"};
   EXPECT_EQ(NamesIn(machine.Companies()), std::vector<std::string>{"a.qbw"});
 }
 
-// A folder on disk, listed by the system's own file access.
+// A folder on disk, listed through the system's file access.
 class RealFolder : public testing::Test {
  protected:
   RealFolder() {

@@ -2,7 +2,7 @@
 
 #include "fakes/test_host.h"
 
-// The plan keeps depreciation in a row of its own: accounts whose names occur within "Depreciation" get none.
+// The plan keeps depreciation in a separate row: accounts whose names occur within "Depreciation" get no row.
 
 namespace krnqb {
 namespace {

@@ -1,13 +1,14 @@
 #include <gtest/gtest.h>
 
+#include "error_number.h"
 #include "fakes/outside_element.h"
 #include "fakes/test_host.h"
 
 namespace krnqb {
 namespace {
 
-using fakes::ErrorNumberOf;
 using fakes::TestHost;
+using tests::NumberThrownBy;
 
 TEST(ErrorPair, KeepsTheHostsOwnValuesThroughASuccessfulImport) {
   TestHost host;
@@ -42,7 +43,7 @@ TEST(ErrorPair, IsOverwrittenByTheNextFailure) {
   EXPECT_EQ(host.component.ErrorDescription(), "Error (-2147220448): refused");
 }
 
-TEST(ErrorPair, HasAKindThatTellsTwoErrorsOfOneNumberApart) {
+TEST(ErrorPair, HasAKindThatDistinguishesErrorsWithTheSameNumber) {
   TestHost unreadable;
   unreadable.quickBooks->answers["101"] = fakes::CompanyAnswer("Januar");
   unreadable.component.QBCompany();
@@ -75,8 +76,8 @@ TEST(ErrorPair, IsUnchangedByOperationsThatEndEarly) {
   EXPECT_EQ(fakes::TextOf(component.KRNDeserialize(Variant(host.quickBooks->answers["4"]))), "");
   EXPECT_EQ(fakes::TextOf(component.KRNDeserialize(Variant("no XML"))), "");
   EXPECT_FALSE(component.QBIncomeAccounts());
-  EXPECT_EQ(ErrorNumberOf([&component] { component.KRNOpenPlan("C:\\Plan.kpf"); }), -2147220991);
-  EXPECT_EQ(ErrorNumberOf([&component] { component.SelectedExpenses(Variant("no element")); }), 13);
+  EXPECT_EQ(NumberThrownBy([&component] { component.KRNOpenPlan("C:\\Plan.kpf"); }), -2147220991);
+  EXPECT_EQ(NumberThrownBy([&component] { component.SelectedExpenses(Variant("no element")); }), 13);
   component.KRNProduct(QBKRN_BRI);
   EXPECT_FALSE(component.SelectedExpenses());
   const auto months = std::make_shared<Collection>();

@@ -5,7 +5,7 @@
 
 namespace krnqb::expected {
 
-// Parts of the journal of an import, one call or event per line.
+// Each function returns a part of the journal of an import, one call or event per line.
 
 inline std::string Lines(std::initializer_list<std::string> lines) {
   std::string text;
@@ -23,7 +23,7 @@ inline std::string Progress(int percent) {
   return "ProgressBarChange " + std::to_string(percent) + " Processing...\n";
 }
 
-/// An open session is checked.
+/// Checks an open session.
 inline std::string FindsSession() {
   return "GetCurrentCompanyFileName\n";
 }
@@ -33,28 +33,28 @@ inline std::string Connects() {
       {"create processor", "OpenConnection KRN6_QB2002.dll, Korrin Software Data Exchange Component"});
 }
 
-/// The first session is opened and the company check sends its request.
+/// Opens the first session and sends the request of the company check.
 inline std::string OpensSession(const std::string& path = {}) {
   return Connects() + Lines({"BeginSession \"" + path + "\" 2", "ProcessRequest 101"});
 }
 
-/// A new processor replaces one without a session.
+/// Replaces a processor without a session by a new one.
 inline std::string ReplacesProcessor() {
   return Lines({"create processor", "processor released",
                 "OpenConnection KRN6_QB2002.dll, Korrin Software Data Exchange Component"});
 }
 
-/// A request is sent in an open session.
+/// Sends a request in an open session.
 inline std::string Asks(const std::string& request) {
   return FindsSession() + "ProcessRequest " + request + "\n";
 }
 
-/// The company is read in an open session.
+/// Reads the company in an open session.
 inline std::string ReadsCompany() {
   return Asks("100") + Lines({"GetCurrentCompanyFileName", "MajorVersion", "MinorVersion"});
 }
 
-/// A pass from its start until the account lists are read.
+/// Runs a pass from its start until the account lists are read.
 inline std::string BeginsFirstPass(const std::string& path = {}) {
   return Sequence(
       {Progress(20), OpensSession(path), ReadsCompany(), Progress(40), Asks("100"), Progress(60)});
@@ -73,7 +73,7 @@ inline std::string LoadsTables(const std::string& ids) {
   return Lines({"Data", "Deserialize " + ids});
 }
 
-/// Sales and costs share one pair of tables.
+/// Reads the tables that sales and costs share.
 inline std::string ReadsSalesTables() {
   return ReadsTables("20..0400", "21..0400");
 }
@@ -87,12 +87,12 @@ inline std::string LoadsExpenseTables() {
   return LoadsTables("20..0600 21..0600");
 }
 
-/// All lists are requested: both groups of accounts and balances are imported.
+/// Requests all lists, for an import of both groups of accounts and of balances.
 inline std::string AsksAllLists() {
   return Asks("4") + Asks("1") + Asks("2") + Asks("50");
 }
 
-/// The twelve months of a year are read, with these requests for each.
+/// Reads the twelve months of a year, with these requests for each month.
 inline std::string ReadsMonths(int year, const std::string& progressText,
                                std::initializer_list<std::string> requests) {
   static constexpr int percents[] = {8, 17, 25, 33, 42, 50, 58, 67, 75, 83, 92, 100};
@@ -115,13 +115,13 @@ inline std::string ReadsIncome(int year) {
   return ReadsMonths(year, "Importing income balances...", {"20", "21"});
 }
 
-/// The transactions of 2002 are read for a plan that begins in January 2003.
+/// Reads the transactions of 2002, for a plan that begins in January 2003.
 inline std::string ReadsTransactions() {
   return FindsSession() + ReadsExpenses(2002) + FindsSession() + ReadsIncome(2002);
 }
 
-/// Past performance of a plan that begins in January 2003, for a company without cost accounts: only the
-/// first period is read, with the expenses of the import's own year, and one cell is written.
+/// Writes past performance into a plan that begins in January 2003, for a company without cost accounts:
+/// reads only the first period and the expenses of the import's year, and writes one cell.
 inline std::string WritesFirstPastPeriod() {
   return ReadsTable("20..0800") + Asks("60") + ReadsExpenses(2002) + ReadsIncome(2000) +
          LoadsTables("20..0800");

@@ -4,7 +4,7 @@
 
 #include "fakes/amounts_host.h"
 
-// Whole imports during which an event handler changes what the host had set.
+// Whole imports in which an event handler changes the options.
 
 namespace krnqb {
 namespace {
@@ -24,7 +24,7 @@ class GoWithChangedOptions : public testing::Test {
   fakes::AmountsHost host;
 };
 
-TEST_F(GoWithChangedOptions, AddsNoReportsToTheTransactionsWhenTheVersionChangesDuringThem) {
+TEST_F(GoWithChangedOptions, ReadsNoReportsWhenTheVersionChangesDuringTheTransactions) {
   host.journal->On(firstExpenseProgress, [this] { host.component.QBMajorVersion(2); });
   EXPECT_TRUE(host.component.Go());
   EXPECT_EQ(host.component.QBMajorVersion(), 2);
@@ -33,7 +33,7 @@ TEST_F(GoWithChangedOptions, AddsNoReportsToTheTransactionsWhenTheVersionChanges
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
-TEST_F(GoWithChangedOptions, CollectsPastPerformanceByTheVersionThatTheImportBeganWith) {
+TEST_F(GoWithChangedOptions, CollectsPastPerformanceWithTheVersionReadBeforeTheAmounts) {
   host.component.IncludePastPerformance(true);
   host.quickBooks->answers["60"] = fakes::AccountAnswer(
       "60", {"<AccountRet><Name>Seeds</Name><Sublevel>0</Sublevel><AccountType>CostOfGoodsSold</AccountType>"
@@ -45,7 +45,7 @@ TEST_F(GoWithChangedOptions, CollectsPastPerformanceByTheVersionThatTheImportBeg
   for (const char* number : {"300", "310", "320", "330"}) EXPECT_FALSE(WasAskedAnything(number)) << number;
 }
 
-TEST_F(GoWithChangedOptions, TakesTheVersionSetBeforeTheAmountsAreRead) {
+TEST_F(GoWithChangedOptions, UsesTheVersionSetBeforeTheAmountsAreRead) {
   host.journal->OnOccurrence("ProgressBarChange 100 Processing...", 2,
                              [this] { host.component.QBMajorVersion(2); });
   EXPECT_TRUE(host.component.Go());
@@ -53,20 +53,20 @@ TEST_F(GoWithChangedOptions, TakesTheVersionSetBeforeTheAmountsAreRead) {
   EXPECT_FALSE(WasAskedAnything("10"));
 }
 
-TEST_F(GoWithChangedOptions, ReadsIncomeOfAStartSetDuringTheExpenses) {
+TEST_F(GoWithChangedOptions, ReadsIncomeFromTheStartSetDuringTheExpenses) {
   host.journal->On(firstExpenseProgress, [this] {
     host.component.StartingMonth(7);
     host.component.StartingYear(2001);
   });
   EXPECT_TRUE(host.component.Go());
   EXPECT_EQ(Asked("10 2002-01-01 2002-01-31"), 1);
-  EXPECT_EQ(Asked("10 2002-12-01 2002-12-31"), 1) << "the expenses keep the start that they began with";
+  EXPECT_EQ(Asked("10 2002-12-01 2002-12-31"), 1) << "the expenses keep their start";
   EXPECT_EQ(Asked("20 2001-07-01 2001-07-31"), 1);
   EXPECT_EQ(Asked("20 2002-06-01 2002-06-30"), 1);
   EXPECT_EQ(Asked("20 2002-07-01 2002-07-31"), 0);
 }
 
-TEST_F(GoWithChangedOptions, SettlesAStartThatIsClearedDuringTheExpensesAnew) {
+TEST_F(GoWithChangedOptions, SettlesAgainAStartClearedDuringTheExpenses) {
   host.journal->On(lastExpenseProgress, [this] {
     host.component.KRNStartingYear(2000);
     host.component.StartingYear(0);

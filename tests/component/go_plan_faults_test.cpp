@@ -4,7 +4,7 @@
 #include "fakes/releasable_object.h"
 #include "fakes/test_host.h"
 
-// A plan that fails in the middle of an import, and a component that has none.
+// Imports into a plan that fails in the middle, and imports without a plan.
 
 namespace krnqb {
 namespace {
@@ -29,7 +29,7 @@ class GoWithAFailingPlan : public testing::Test {
  protected:
   GoWithAFailingPlan() { host.component.IncludeExpenseAccounts(true); }
 
-  /// The journal from the start until the expense tables are read.
+  /// Returns the journal from the start until the expense tables are read.
   static std::string BeginsToReadExpenses() {
     return Sequence({expected::BeginsFirstPass(), Asks("4"), Progress(80)});
   }
@@ -79,7 +79,7 @@ TEST_F(GoWithAFailingPlan, RaisesNoEventWhenTheLoadBetweenThePassesFails) {
   ExpectThatTheNextImportSucceeds();
 }
 
-TEST_F(GoWithAFailingPlan, GoesOnWithAnEmptyTextWhenThePlannedTableIsMissing) {
+TEST_F(GoWithAFailingPlan, LoadsAnEmptyTextWhenThePlannedTableIsMissing) {
   host.planContent->tables.erase(fakes::TableId("20", "0600"));
   EXPECT_TRUE(host.component.Go());
   EXPECT_EQ(host.journal->Text(),
@@ -97,7 +97,7 @@ TEST_F(GoWithAFailingPlan, LoadsOnlyThePlannedTableWhenTheActualOneIsMissing) {
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
-TEST_F(GoWithAFailingPlan, GoesOnWithAnEmptyTextWhenSerializeFails) {
+TEST_F(GoWithAFailingPlan, LoadsAnEmptyTextWhenSerializeFails) {
   host.journal->FailOccurrence("Serialize", 1, planError);
   EXPECT_TRUE(host.component.Go());
   EXPECT_EQ(host.journal->Text(),
@@ -183,7 +183,7 @@ TEST_F(GoWithAFailingPlan, EndsWithError91WhenThePlanHasNoData) {
   ExpectTrappedError(91, "Object variable or With block variable not set");
 }
 
-TEST_F(GoWithAFailingPlan, EndsWithError438ForAnObjectThatIsNoPlan) {
+TEST_F(GoWithAFailingPlan, EndsWithError438ForAnObjectThatIsNotAPlan) {
   host.component.KRNPlanData(
       Variant(std::make_shared<fakes::ReleasableObject>(host.journal, "stranger released")));
   EXPECT_TRUE(host.component.Go());

@@ -16,7 +16,8 @@ using expected::Progress;
 using expected::Sequence;
 using fakes::TestHost;
 
-/// The journal of a successful import of the expense accounts in a new session, after the company check.
+/// Returns the journal of a successful import of the expense accounts in a new session, after the company
+/// check.
 std::string ImportsAgain() {
   return Sequence({Progress(20), expected::Connects(), "BeginSession \"\" 2\n", expected::ReadsCompany(),
                    Progress(40), Asks("100"), Progress(60), Asks("4"), Progress(80),

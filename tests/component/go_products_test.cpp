@@ -88,7 +88,7 @@ TEST(GoForBri, ReadsAnOutsideSelectionInEachPass) {
   EXPECT_TRUE(fakes::Holds(host.planContent->loaded[1], "<c>Utilities</c>"));
 }
 
-TEST(GoForBri, ReadsWhatTheHostChangedInItsSelection) {
+TEST(GoForBri, ReadsTheHostsChangesToItsSelection) {
   TestHost host;
   XmlElement selection = XmlElement::Parse(fakes::SelectionText({{"E-1", "True"}, {"E-2", "False"}}));
   host.component.KRNProduct(QBKRN_BRI);

@@ -22,7 +22,7 @@ class GoWithoutASession : public testing::Test {
  protected:
   GoWithoutASession() { host.component.IncludeExpenseAccounts(true); }
 
-  /// The journal of an import of the expense accounts from the account lists on.
+  /// Returns the journal of an import of the expense accounts from the account lists on.
   static std::string ImportsExpenses() {
     return Sequence({Asks("4"), Progress(80), expected::ReadsExpenseTables(), Progress(100),
                      expected::LoadsExpenseTables(), expected::EndsImport()});
@@ -45,7 +45,7 @@ TEST_F(GoWithoutASession, EndsWithError91WhenAPathIsSetAndTheSessionIsRefused) {
   EXPECT_EQ(host.component.ErrorDescription(), "Object variable or With block variable not set");
 }
 
-TEST_F(GoWithoutASession, ForgetsThePathAfterError91) {
+TEST_F(GoWithoutASession, ClearsThePathAfterError91) {
   host.component.QBCompany(mine);
   host.journal->Fail(beginMine, Error(-2147220458, "x"));
   EXPECT_TRUE(host.component.Go());

@@ -2,14 +2,16 @@
 
 #include <stdexcept>
 
+#include "error_number.h"
 #include "fakes/releasable_object.h"
 #include "fakes/test_host.h"
+#include "thrown_error.h"
 
 namespace krnqb {
 namespace {
 
-using fakes::ErrorNumberOf;
 using fakes::TestHost;
+using tests::NumberThrownBy;
 
 TEST(KRNPlanData, ReturnsTheSameObject) {
   TestHost host;
@@ -34,16 +36,16 @@ TEST(KRNOpenPlan, PassesThePathAndReturnsThePlansAnswer) {
 
 TEST(KRNOpenPlan, RaisesError91WithoutAPlan) {
   QBDataExchange component{OutsideWorld{}};
-  EXPECT_EQ(ErrorNumberOf([&component] { component.KRNOpenPlan("C:\\A.kpf"); }), 91);
+  EXPECT_EQ(NumberThrownBy([&component] { component.KRNOpenPlan("C:\\A.kpf"); }), 91);
   component.KRNPlanData(Variant(std::shared_ptr<PlanObject>()));
-  EXPECT_EQ(ErrorNumberOf([&component] { component.KRNOpenPlan("C:\\A.kpf"); }), 91);
+  EXPECT_EQ(NumberThrownBy([&component] { component.KRNOpenPlan("C:\\A.kpf"); }), 91);
   EXPECT_EQ(component.ErrorNumber(), 0);
 }
 
 TEST(KRNOpenPlan, RaisesThePlansOwnError) {
   TestHost host;
   host.journal->Fail("OpenPlan C:\\A.kpf", Error(-2147220991, "the plan is locked"));
-  const auto error = fakes::ErrorOf([&host] { host.component.KRNOpenPlan("C:\\A.kpf"); });
+  const auto error = tests::ErrorOf([&host] { host.component.KRNOpenPlan("C:\\A.kpf"); });
   ASSERT_TRUE(error.has_value());
   EXPECT_EQ(error->Number(), -2147220991);
   EXPECT_EQ(error->Description(), "the plan is locked");
@@ -59,14 +61,14 @@ TEST(KRNOpenPlan, RaisesAnExceptionOfAnotherKindAsAnInternalError) {
   } catch (const Error& error) {
     EXPECT_EQ(error.Number(), 51);
   } catch (const std::exception& other) {
-    ADD_FAILURE() << "raised is not an Error but " << other.what();
+    ADD_FAILURE() << "raised an exception other than Error: " << other.what();
   }
 }
 
 TEST(KRNOpenPlan, RaisesError438ForAnObjectOfAnotherKind) {
   TestHost host;
   host.component.KRNPlanData(Variant(std::make_shared<Collection>()));
-  EXPECT_EQ(ErrorNumberOf([&host] { host.component.KRNOpenPlan("C:\\A.kpf"); }), 438);
+  EXPECT_EQ(NumberThrownBy([&host] { host.component.KRNOpenPlan("C:\\A.kpf"); }), 438);
 }
 
 }  // namespace

@@ -45,7 +45,7 @@ TEST(ImportReport, OfAnImportWithoutNoticesIsComplete) {
   EXPECT_EQ(report.LeftOut().sum, 0);
 }
 
-TEST(ImportReport, IsIncompleteByTheMeaningOfANoticeWhateverItsKind) {
+TEST(ImportReport, DependsOnTheMeaningOfANoticeNotOnItsKind) {
   for (const NoticeKind kind : {NoticeKind::StatementSkipped, NoticeKind::OperationEnded,
                                 NoticeKind::AnswerStatus, NoticeKind::RequestRefused}) {
     ImportReport report;
@@ -91,7 +91,7 @@ TEST(ImportReport, ListsEachReasonForWhichThePlanRefusedTablesOnce) {
   EXPECT_EQ(report.Missing().size(), 3U);
 }
 
-TEST(ImportReport, ListsNoticesThatDifferInAnything) {
+TEST(ImportReport, ListsNoticesThatDifferInAnyField) {
   const Notice first = Incomplete(NoticeKind::AnswerStatus, januaryBills, 3260, "No permission");
   std::vector<Notice> others(8, first);
   others[0].kind = NoticeKind::AnswerUnreadable;
@@ -123,7 +123,7 @@ TEST(ImportReport, SumsWhatWasLeftOutByReason) {
   report.Notify(LeftOut(SkipReason::NoAccount, "10"));
   report.Notify(LeftOut(SkipReason::NoItem, "-2.5"));
   report.Notify(LeftOut(SkipReason::NoAccount, "1"));
-  EXPECT_TRUE(report.Complete()) << "amounts without a place in the plan are not missing";
+  EXPECT_TRUE(report.Complete()) << "left-out amounts are not missing";
   EXPECT_EQ(report.LeftOut().count, 3);
   EXPECT_EQ(report.LeftOut().sum, 8.5);
   ASSERT_EQ(report.LeftOutByReason().size(), 2U);
@@ -142,7 +142,7 @@ TEST(ImportReport, CountsATextThatIsNotANumberAsZero) {
   EXPECT_EQ(report.LeftOut().sum, 0);
 }
 
-TEST(ImportReport, KeepsAmountsOfPastPeriodsApart) {
+TEST(ImportReport, KeepsAmountsOfPastPeriodsSeparate) {
   ImportReport report;
   report.Notify(LeftOut(SkipReason::NoAccount, "10", std::int16_t{2}));
   EXPECT_EQ(report.LeftOut().count, 0);
@@ -152,7 +152,7 @@ TEST(ImportReport, KeepsAmountsOfPastPeriodsApart) {
   EXPECT_EQ(report.Journal().size(), 1U);
 }
 
-TEST(ImportReport, HasNoSumThatLeavesTheRangeOfADouble) {
+TEST(ImportReport, HasNoSumOnceItExceedsTheRangeOfADouble) {
   ImportReport report;
   report.Notify(LeftOut(SkipReason::NoAccount, "1.7E308"));
   EXPECT_EQ(report.LeftOut().sum, 1.7E308);
@@ -160,7 +160,7 @@ TEST(ImportReport, HasNoSumThatLeavesTheRangeOfADouble) {
   EXPECT_EQ(report.LeftOut().sum, std::nullopt);
   EXPECT_EQ(report.LeftOutByReason().at(SkipReason::NoAccount).sum, std::nullopt);
   report.Notify(LeftOut(SkipReason::NoAccount, "-1.7E308"));
-  EXPECT_EQ(report.LeftOut().sum, std::nullopt) << "what was lost does not come back";
+  EXPECT_EQ(report.LeftOut().sum, std::nullopt) << "the sum stays unknown";
   EXPECT_EQ(report.LeftOut().count, 3);
 }
 
@@ -226,7 +226,7 @@ TEST_F(ReportedImport, IsComplete) {
   EXPECT_TRUE(report->Complete());
 }
 
-TEST_F(ReportedImport, IsCompleteWithoutTheListsThatItDidNotAskFor) {
+TEST_F(ReportedImport, IsCompleteWithoutListsThatWereNotRequested) {
   balances = BalImport_Planned;
   EXPECT_TRUE(Go());
   for (const Notice& notice : report->Missing()) {
@@ -234,7 +234,7 @@ TEST_F(ReportedImport, IsCompleteWithoutTheListsThatItDidNotAskFor) {
   }
 }
 
-TEST_F(ReportedImport, MissesARefusedRequestOnceThoughItAlsoEndsTheImport) {
+TEST_F(ReportedImport, MissesARefusedRequestOnceWhenItAlsoEndsTheImport) {
   host.journal->Fail("ProcessRequest 4", Error(-2147220458, "Gone away"));
   EXPECT_TRUE(Go());
   EXPECT_EQ(number, -2147220458);
@@ -254,7 +254,7 @@ TEST_F(ReportedImport, MissesTheTablesOfAnOperationThatEnded) {
 }
 
 TEST_F(ReportedImport, LeavesTheFailureOfTheWholeImportToTheErrorPair) {
-  host.journal->Fail("AfterImport", Error(-2147220991, "the host has had enough"));
+  host.journal->Fail("AfterImport", Error(-2147220991, "the host refuses"));
   EXPECT_TRUE(Go());
   EXPECT_NE(number, 0);
   EXPECT_TRUE(report->Complete());

@@ -3,12 +3,13 @@
 #include <cmath>
 #include <limits>
 
+#include "error_number.h"
 #include "fakes/test_host.h"
 
 namespace krnqb {
 namespace {
 
-using fakes::ErrorNumberOf;
+using tests::NumberThrownBy;
 
 constexpr double largest = std::numeric_limits<double>::max();
 
@@ -44,9 +45,9 @@ TEST(Subtotals, ThrowOutsideSlotsOneToFourteen) {
   cSubtotals subtotals;
   for (const int index : {0, -1, 15, 32767, -32768}) {
     const auto slot = static_cast<std::int16_t>(index);
-    EXPECT_EQ(ErrorNumberOf([&] { static_cast<void>(subtotals.SubTotal(slot)); }), 9) << index;
-    EXPECT_EQ(ErrorNumberOf([&] { subtotals.SubTotal(slot, 1.0); }), 9) << index;
-    EXPECT_EQ(ErrorNumberOf([&] { subtotals.AddToSubTotal(slot, 1.0); }), 9) << index;
+    EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(subtotals.SubTotal(slot)); }), 9) << index;
+    EXPECT_EQ(NumberThrownBy([&] { subtotals.SubTotal(slot, 1.0); }), 9) << index;
+    EXPECT_EQ(NumberThrownBy([&] { subtotals.AddToSubTotal(slot, 1.0); }), 9) << index;
   }
   EXPECT_EQ(subtotals.Total(), 0.0);
 }
@@ -75,7 +76,7 @@ TEST(SubtotalsAddition, ThrowsForASumOutOfRangeAndKeepsTheSlot) {
   subtotals.AddToSubTotal(3, 2.0);
   EXPECT_EQ(subtotals.SubTotal(3), 3.5);
   subtotals.SubTotal(4, largest);
-  EXPECT_EQ(ErrorNumberOf([&] { subtotals.AddToSubTotal(4, largest); }), 6);
+  EXPECT_EQ(NumberThrownBy([&] { subtotals.AddToSubTotal(4, largest); }), 6);
   EXPECT_EQ(subtotals.SubTotal(4), largest);
 }
 

@@ -2,7 +2,7 @@
 
 #include "fakes/test_host.h"
 
-// The observer gets what an import otherwise skips silently.
+// The observer receives the failures that an import otherwise skips silently.
 
 namespace krnqb {
 namespace {
@@ -33,7 +33,7 @@ TEST(Observer, GetsTheErrorStatusOfAResponse) {
   EXPECT_EQ(notice.description, "Insufficient permission");
   ASSERT_TRUE(notice.place.request.has_value());
   EXPECT_EQ(*notice.place.request, 4);
-  EXPECT_EQ(host.component.ErrorNumber(), 0) << "it changes nothing";
+  EXPECT_EQ(host.component.ErrorNumber(), 0) << "the status does not affect the import";
 }
 
 TEST(Observer, GetsNoNoticeWhenAQueryFindsNothing) {
@@ -85,7 +85,7 @@ TEST(Observer, GetsTheErrorThatTheCompanyCheckSkipped) {
   TestHost host;
   host.journal->Fail("ProcessRequest 101", Error(-2147220478, "unexpected"));
   host.component.StartingMonth();
-  EXPECT_TRUE(host.observer->Told(NoticeKind::StatementSkipped, -2147220478));
+  EXPECT_TRUE(host.observer->Reported(NoticeKind::StatementSkipped, -2147220478));
 }
 
 }  // namespace

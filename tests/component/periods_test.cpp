@@ -1,13 +1,14 @@
 #include <gtest/gtest.h>
 
+#include "error_number.h"
 #include "expected_sequences.h"
 #include "fakes/test_host.h"
 
 namespace krnqb {
 namespace {
 
-using fakes::ErrorNumberOf;
 using fakes::TestHost;
+using tests::NumberThrownBy;
 
 TEST(KRNStartingMonth, DefaultsToTheImportsMonthAndKeepsIt) {
   TestHost host;
@@ -61,7 +62,7 @@ TEST(StartingMonth, IgnoresASessionThatIsRefused) {
   host.journal->Fail("create processor", Error(error_number::cannotCreateObject));
   host.component.KRNStartingMonth(4);
   EXPECT_EQ(host.component.StartingMonth(), 4);
-  EXPECT_EQ(host.component.ErrorNumber(), 429) << "the opening of the session writes the pair all the same";
+  EXPECT_EQ(host.component.ErrorNumber(), 429) << "opening the session still writes the pair";
 }
 
 TEST(StartingMonth, IsNotTheCompanysFiscalMonth) {
@@ -79,7 +80,7 @@ TEST(StartingYear, IsTheYearBeforeThePlans) {
   EXPECT_EQ(host.journal->Text(), "") << "no session is opened for it";
 }
 
-TEST(StartingYear, StaysWhenThePlansYearChangesAndIsComputedAnewFromZero) {
+TEST(StartingYear, IsKeptWhenThePlansYearChangesAndComputedAgainFromZero) {
   TestHost host;
   host.component.KRNStartingYear(2004);
   EXPECT_EQ(host.component.StartingYear(), 2003);
@@ -98,7 +99,7 @@ TEST(StartingYear, WithoutAPlanYearIsMinusOneAndBecomesThePlansDefault) {
 TEST(StartingYear, OverflowsBelowSixteenBits) {
   TestHost host;
   host.component.KRNStartingYear(-32768);
-  EXPECT_EQ(ErrorNumberOf([&host] { host.component.StartingYear(); }), 6);
+  EXPECT_EQ(NumberThrownBy([&host] { host.component.StartingYear(); }), 6);
   EXPECT_EQ(host.component.ErrorNumber(), 0) << "it is raised and not written to the pair";
   host.component.KRNStartingYear(-32767);
   EXPECT_EQ(host.component.StartingYear(), -32768) << "the failed read stored nothing";

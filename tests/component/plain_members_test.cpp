@@ -48,7 +48,7 @@ TEST(PlainProperties, KeepTheirValues) {
   component.QBMajorVersion(2);
   component.QBMinorVersion(-1);
   component.ErrorNumber(-2147221504);
-  component.ErrorDescription("told by the host");
+  component.ErrorDescription("set by the host");
 
   EXPECT_TRUE(component.IncludeExpenseAccounts());
   EXPECT_TRUE(component.IncludeIncomeAccounts());
@@ -62,7 +62,7 @@ TEST(PlainProperties, KeepTheirValues) {
   EXPECT_EQ(component.QBMajorVersion(), 2);
   EXPECT_EQ(component.QBMinorVersion(), -1);
   EXPECT_EQ(component.ErrorNumber(), -2147221504);
-  EXPECT_EQ(component.ErrorDescription(), "told by the host");
+  EXPECT_EQ(component.ErrorDescription(), "set by the host");
   EXPECT_EQ(host.journal->Text(), "") << "a plain property calls nothing outside";
 }
 

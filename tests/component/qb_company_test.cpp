@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "error_number.h"
 #include "expected_sequences.h"
 #include "fakes/test_host.h"
 
@@ -7,9 +8,9 @@ namespace krnqb {
 namespace {
 
 using expected::Sequence;
-using fakes::ErrorNumberOf;
 using fakes::HostAnswer;
 using fakes::TestHost;
+using tests::NumberThrownBy;
 
 constexpr auto nursery = "C:\\Companies\\Nursery.qbw";
 
@@ -91,7 +92,7 @@ TEST(QBCompany, RaisesTheProcessorsErrorAndKeepsThePair) {
   for (const char* line : {"ProcessRequest 100", "MajorVersion", "MinorVersion"}) {
     TestHost host;
     host.journal->Fail(line, Error(-2147220478, "unexpected"));
-    EXPECT_EQ(ErrorNumberOf([&host] { host.component.QBCompany(); }), -2147220478) << line;
+    EXPECT_EQ(NumberThrownBy([&host] { host.component.QBCompany(); }), -2147220478) << line;
     EXPECT_EQ(host.component.ErrorNumber(), 0) << line;
     EXPECT_EQ(host.component.ErrorDescription(), "") << line;
     host.journal->Heal();
@@ -102,14 +103,14 @@ TEST(QBCompany, RaisesTheProcessorsErrorAndKeepsThePair) {
 TEST(QBCompany, RaisesWhenTheOpenCompanyIsUnknown) {
   TestHost host;
   host.journal->FailOccurrence("GetCurrentCompanyFileName", 2, Error(-2147220478, "unexpected"));
-  EXPECT_EQ(ErrorNumberOf([&host] { host.component.QBCompany(); }), -2147220478);
+  EXPECT_EQ(NumberThrownBy([&host] { host.component.QBCompany(); }), -2147220478);
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
 TEST(QBCompany, RaisesWhenTheVersionResponseHasNoElement) {
   TestHost host;
   host.quickBooks->answers["100"] = "no XML";
-  EXPECT_EQ(ErrorNumberOf([&host] { host.component.QBCompany(); }), 91);
+  EXPECT_EQ(NumberThrownBy([&host] { host.component.QBCompany(); }), 91);
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 
@@ -117,7 +118,7 @@ TEST(QBCompany, KeepsWhatWasReadBeforeAnError) {
   TestHost host;
   host.quickBooks->majorVersion = 2;
   host.journal->Fail("MinorVersion", Error(-2147220478, "unexpected"));
-  EXPECT_EQ(ErrorNumberOf([&host] { host.component.QBCompany(); }), -2147220478);
+  EXPECT_EQ(NumberThrownBy([&host] { host.component.QBCompany(); }), -2147220478);
   EXPECT_EQ(host.component.QBMajorVersion(), 2);
   EXPECT_EQ(host.component.QBMinorVersion(), 0);
   host.journal->Clear();

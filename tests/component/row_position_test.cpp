@@ -15,7 +15,7 @@ using fakes::TestHost;
 using fakes::TextOf;
 
 struct PositionCase {
-  std::string rows;   // a letter for each row that is there
+  std::string rows;   // a letter for each existing row
   std::string added;  // a letter for each new account
   std::string result;
 };
@@ -40,7 +40,7 @@ void ExpectRows(const std::string& requestId, const std::string& table, const st
   const std::string document =
       TextOf(host.component.KRNDeserialize(Variant(AnswerOf(requestId, each.added))));
   EXPECT_TRUE(fakes::Holds(document, BlockOf(block, each.result)))
-      << each.rows << " and " << each.added << " give not " << each.result << " but " << document;
+      << each.added << " added to " << each.rows << " is not " << each.result << ": " << document;
 }
 
 TEST(NewRows, OfExpensesAreAboveTheLastTwoRowsInAccountOrder) {

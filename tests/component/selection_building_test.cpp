@@ -28,7 +28,7 @@ class SelectionBuilding : public testing::Test {
   /// Returns an account's "selected" attribute, or a note that the account has no record.
   std::string SelectedFor(const std::string& name) {
     host.quickBooks->answers["4"] = AccountAnswer("4", {Account("E-1", name)});
-    host.component.SelectedExpenses(Variant(ObjectReference()));  // to be built anew
+    host.component.SelectedExpenses(Variant(ObjectReference()));  // discards the current one
     const XmlElement selection = host.component.SelectedExpenses();
     return selection.FirstChild().Attribute("selected").value_or("no record");
   }

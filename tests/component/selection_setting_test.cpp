@@ -1,15 +1,17 @@
 #include <gtest/gtest.h>
 
+#include "error_number.h"
 #include "fakes/outside_element.h"
 #include "fakes/releasable_object.h"
 #include "fakes/test_host.h"
+#include "thrown_error.h"
 
 namespace krnqb {
 namespace {
 
-using fakes::ErrorNumberOf;
 using fakes::SelectionText;
 using fakes::TestHost;
+using tests::NumberThrownBy;
 
 TEST(SelectedExpensesSet, IsSharedAndNotCopied) {
   TestHost host;
@@ -54,7 +56,7 @@ TEST(SelectedExpensesSet, RejectsOtherValuesAndKeepsTheCurrentOne) {
                                Variant(std::make_shared<Collection>()),
                                Variant(std::make_shared<fakes::ReleasableObject>(host.journal, "released"))};
   for (const Variant& stranger : strangers) {
-    const auto error = fakes::ErrorOf([&] { host.component.SelectedExpenses(stranger); });
+    const auto error = tests::ErrorOf([&] { host.component.SelectedExpenses(stranger); });
     ASSERT_TRUE(error.has_value());
     EXPECT_EQ(error->Number(), 13);
     EXPECT_EQ(error->Description(), "Type mismatch");
@@ -68,7 +70,7 @@ TEST(SelectedExpensesSet, IsClearedByNothing) {
   for (const Variant& nothing : nothings) {
     TestHost host;
     host.component.SelectedExpenses(Variant(XmlElement::Parse("<expenseAccounts/>")));
-    EXPECT_EQ(ErrorNumberOf([&] { host.component.SelectedExpenses(nothing); }), 0);
+    EXPECT_EQ(NumberThrownBy([&] { host.component.SelectedExpenses(nothing); }), 0);
     EXPECT_FALSE(host.component.SelectedExpenses());
   }
 }

@@ -100,7 +100,7 @@ TEST_F(SelectionUse, ReturnsNothingForAnyOtherTextOfSelected) {
     Select(SelectionText({{"E-1", text}}));
     host.observer->notices.clear();
     EXPECT_EQ(DefaultDocument(), "") << text;
-    EXPECT_TRUE(host.observer->Told(NoticeKind::OperationEnded, 13)) << text;
+    EXPECT_TRUE(host.observer->Reported(NoticeKind::OperationEnded, 13)) << text;
   }
   EXPECT_EQ(host.journal->Text(), "") << "no table was read";
 }
@@ -108,7 +108,7 @@ TEST_F(SelectionUse, ReturnsNothingForAnyOtherTextOfSelected) {
 TEST_F(SelectionUse, EndsWithNothingForARecordWithoutSelected) {
   Select("<expenseAccounts><account id=\"E-1\"/></expenseAccounts>");
   EXPECT_EQ(DefaultDocument(), "");
-  EXPECT_TRUE(host.observer->Told(NoticeKind::OperationEnded, 13));
+  EXPECT_TRUE(host.observer->Reported(NoticeKind::OperationEnded, 13));
   EXPECT_EQ(host.journal->Text(), "") << "no table was read";
 }
 
@@ -134,7 +134,7 @@ TEST_F(SelectionUse, RemovesAnotherAccountForEachRecordOfTheSameId) {
   EXPECT_TRUE(HasRow(document, "Fuel"));
 }
 
-TEST_F(SelectionUse, KnowsAnAccountByAnyOfItsIds) {
+TEST_F(SelectionUse, MatchesAnAccountByAnyOfItsIds) {
   const std::string twice =
       "<AccountRet><ListID>A</ListID><ListID>B</ListID><ListID>B</ListID>"
       "<Name>Two ids</Name><Sublevel>0</Sublevel></AccountRet>";
@@ -186,7 +186,7 @@ TEST_F(SelectionUse, ReturnsNothingWithoutASelection) {
 TEST_F(SelectionUse, ReturnsNothingForAnUnselectedIdWithADoubleQuote) {
   Select(SelectionText({{"E&quot;1", "False"}}));
   EXPECT_EQ(DefaultDocument(), "");
-  EXPECT_TRUE(host.observer->Told(NoticeKind::OperationEnded, -2147467259));
+  EXPECT_TRUE(host.observer->Reported(NoticeKind::OperationEnded, -2147467259));
   Select(SelectionText({{"E&quot;1", "True"}}));
   EXPECT_TRUE(HasRow(DefaultDocument(), "Rent")) << "a selected account is not searched for";
 }
@@ -229,8 +229,7 @@ TEST_F(SelectionUse, UsesTheSelectionThatTheComponentBuilt) {
   host.component.SelectedExpenses();
   const std::string document = DefaultDocument();
   EXPECT_FALSE(HasRow(document, "Rent"));
-  EXPECT_TRUE(HasRow(document, "Utilities"))
-      << "the plan has it in other letter case, so it gets its own row";
+  EXPECT_TRUE(HasRow(document, "Utilities")) << "the plan has the name in different case, so a row is added";
 }
 
 }  // namespace

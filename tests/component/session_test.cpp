@@ -3,8 +3,10 @@
 #include <new>
 #include <stdexcept>
 
+#include "error_number.h"
 #include "expected_sequences.h"
 #include "fakes/test_host.h"
+#include "thrown_error.h"
 
 namespace krnqb {
 namespace {
@@ -48,7 +50,7 @@ TEST(QbSerialize, ReturnsEmptyWhenQuickBooksIsUnreachable) {
 TEST(QbSerialize, RaisesTheErrorOfAnOpenSession) {
   TestHost host;
   host.journal->Fail("ProcessRequest 7", Error(-2147220480, "the request could not be parsed"));
-  const auto error = fakes::ErrorOf([&host] { host.component.QbSerialize(Variant("<X requestID=\"7\"/>")); });
+  const auto error = tests::ErrorOf([&host] { host.component.QbSerialize(Variant("<X requestID=\"7\"/>")); });
   ASSERT_TRUE(error.has_value());
   EXPECT_EQ(error->Number(), -2147220480);
   EXPECT_EQ(error->Description(), "the request could not be parsed");
@@ -60,14 +62,14 @@ TEST(QbSerialize, RaisesTheErrorOfAnOpenSession) {
 
 TEST(QbSerialize, RaisesForAValueWithoutText) {
   TestHost host;
-  EXPECT_EQ(fakes::ErrorNumberOf([&host] { host.component.QbSerialize(Variant(ObjectReference())); }), 91);
-  EXPECT_EQ(fakes::ErrorNumberOf([&host] { host.component.QbSerialize(Variant(XmlElement::Parse("<a/>"))); }),
-            13);
+  EXPECT_EQ(tests::NumberThrownBy([&host] { host.component.QbSerialize(Variant(ObjectReference())); }), 91);
+  EXPECT_EQ(
+      tests::NumberThrownBy([&host] { host.component.QbSerialize(Variant(XmlElement::Parse("<a/>"))); }), 13);
 }
 
 TEST(QbSerialize, ChecksTheSessionBeforeTheText) {
   TestHost host;
-  EXPECT_EQ(fakes::ErrorNumberOf([&host] { host.component.QbSerialize(Variant(ObjectReference())); }), 91);
+  EXPECT_EQ(tests::NumberThrownBy([&host] { host.component.QbSerialize(Variant(ObjectReference())); }), 91);
   EXPECT_EQ(host.journal->Text(), expected::OpensSession());
 }
 
@@ -75,7 +77,7 @@ TEST(QbSerialize, ReturnsEmptyWithoutASessionForAnyValue) {
   TestHost host;
   host.journal->Fail("create processor", Error(error_number::cannotCreateObject));
   Variant answer("not empty");
-  EXPECT_EQ(fakes::ErrorNumberOf([&] { answer = host.component.QbSerialize(Variant(ObjectReference())); }),
+  EXPECT_EQ(tests::NumberThrownBy([&] { answer = host.component.QbSerialize(Variant(ObjectReference())); }),
             0);
   EXPECT_TRUE(answer.IsEmpty());
   EXPECT_EQ(host.component.ErrorNumber(), 429);
@@ -92,7 +94,7 @@ TEST(QbSerialize, RaisesOtherExceptionsAsInternalErrorOrOutOfMemory) {
     } catch (const Error& error) {
       EXPECT_EQ(error.Number(), number);
     } catch (const std::exception& other) {
-      ADD_FAILURE() << "raised is not an Error but " << other.what();
+      ADD_FAILURE() << "raised an exception other than Error: " << other.what();
     }
   }
 }

@@ -40,7 +40,7 @@ TEST_F(NewRow, HasZeroForANumberInTheTemplate) {
         "(7)", "$7", "$1,234.50", "1,234", "-$7", "1E3", "1e-3", "-1.5E+10", "007", "($1,000.00)"}) {
     Put(planned, TableBlocks({Block("db_income_range_cat3", {Row({"A", number}), Row({"B"}), Row({"C"})})}));
     const std::string document = AfterRent();
-    EXPECT_TRUE(fakes::Holds(document, Row({"Rent", "0"}))) << number << " gives " << document;
+    EXPECT_TRUE(fakes::Holds(document, Row({"Rent", "0"}))) << number << " in " << document;
   }
 }
 
@@ -69,7 +69,7 @@ TEST_F(NewRow, HasNoValueForAnythingElseInTheTemplate) {
                            "7"}) {
     Put(planned, TableBlocks({Block("db_income_range_cat3", {Row({"A", text}), Row({"B"}), Row({"C"})})}));
     const std::string document = AfterRent();
-    EXPECT_TRUE(fakes::Holds(document, Row({"Rent", "*null*"}))) << "\"" << text << "\" gives " << document;
+    EXPECT_TRUE(fakes::Holds(document, Row({"Rent", "*null*"}))) << "\"" << text << "\" in " << document;
   }
 }
 

@@ -27,7 +27,7 @@ namespace krnqb::fakes {
 ///     nowhere
 ///
 /// The plan starts in January 2003 and imports the year 2002. Each account block has the rows
-/// "Template", "Other" and "Total" at first, the first of them on the spreadsheet's row 5.
+/// "Template", "Other" and "Total", the first of them on row 5 of the spreadsheet.
 class AmountsHost {
  public:
   AmountsHost() : component(World()) {
@@ -53,7 +53,8 @@ class AmountsHost {
     planContent->tables[id] = TableText(id, "<tableblocks>" + blocks + "</tableblocks>");
   }
 
-  /// The cells of the planned row of a name, and of the actual row beside it; empty without such a row.
+  /// Returns the cells of the planned row with a name, or of the actual row at the same position; empty if
+  /// the row is missing.
   std::vector<std::string> PlannedCells(const std::string& table, const std::string& block,
                                         const std::string& name) const {
     return CellsOf(Table("20", table), block, Position(table, block, name));

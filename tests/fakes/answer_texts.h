@@ -6,10 +6,10 @@
 
 namespace krnqb::fakes {
 
-// Builders of QuickBooks' answers. All texts are XML already.
+// Builders of QuickBooks' answers. All arguments are XML and inserted without escaping.
 
-/// An answer document around the given ...Rs elements, with the line ends and the head that QuickBooks
-/// writes.
+/// Returns an answer document around the given ...Rs elements, with the head and the line ends that
+/// QuickBooks writes.
 inline std::string Answer(const std::string& messages) {
   return "<?xml version=\"1.0\" ?>\n<QBXML>\n<QBXMLMsgsRs>\n" + messages + "</QBXMLMsgsRs>\n</QBXML>\n";
 }
@@ -18,7 +18,7 @@ inline std::string Element(std::string_view name, std::string_view text) {
   return "<" + std::string(name) + ">" + std::string(text) + "</" + std::string(name) + ">\n";
 }
 
-/// A top-level account.
+/// Returns the record of a top-level account.
 inline std::string Account(std::string_view listId, std::string_view name) {
   return "<AccountRet>\n" + Element("ListID", listId) + Element("Name", name) + Element("Sublevel", "0") +
          "</AccountRet>\n";
@@ -31,7 +31,7 @@ inline std::string SubAccount(std::string_view listId, std::string_view name, st
          "</AccountRet>\n";
 }
 
-/// The answer to an account query.
+/// Returns the answer to an account query.
 inline std::string AccountAnswer(std::string_view requestId, std::initializer_list<std::string> accounts) {
   std::string records;
   for (const std::string& account : accounts) records += account;
@@ -40,7 +40,7 @@ inline std::string AccountAnswer(std::string_view requestId, std::initializer_li
                 "</AccountQueryRs>\n");
 }
 
-/// The answer to request 100: the versions that QuickBooks supports.
+/// Returns the answer to request 100, with the supported versions.
 inline std::string HostAnswer(std::initializer_list<std::string_view> versions) {
   std::string host =
       "<HostQueryRs requestID=\"100\" statusCode=\"0\" statusSeverity=\"Info\" "
@@ -50,7 +50,7 @@ inline std::string HostAnswer(std::initializer_list<std::string_view> versions) 
   return Answer(host + "</HostRet>\n</HostQueryRs>\n");
 }
 
-/// The answer to request 101 with a record of the given content.
+/// Returns the answer to request 101 with the given content.
 inline std::string CompanyAnswerWith(const std::string& content) {
   return Answer(
       "<CompanyQueryRs requestID=\"101\" statusCode=\"0\" statusSeverity=\"Info\" "
@@ -63,16 +63,17 @@ inline std::string CompanyAnswer(std::string_view firstMonth) {
                            Element("FirstMonthFiscalYear", firstMonth) + "</CompanyRet>\n");
 }
 
-/// A company answer without any company.
+/// Returns an answer to request 101 without a company.
 inline std::string NoCompanyAnswer() {
   return CompanyAnswerWith("");
 }
 
-/// The selection document of expense accounts: pairs of id and "selected".
+/// A record in a selection of expense accounts.
 struct SelectionRecord {
   std::string_view id;
   std::string_view selected;
 };
+/// Returns a selection of expense accounts.
 inline std::string SelectionText(std::initializer_list<SelectionRecord> records) {
   std::string text = "<expenseAccounts>";
   for (const SelectionRecord& record : records) {

@@ -14,7 +14,7 @@
 
 namespace krnqb::fakes {
 
-/// A request as a line of words: its number, for a balance sheet the account type, then the first and the
+/// Returns a request as a line of words: its number, for a balance sheet the account type, and the first and
 /// last day of its period, as in "10 2002-01-01 2002-01-31" or "330 Bank 2002-12-31 2002-12-31".
 inline std::string Question(std::string_view request) {
   const bool balanceSheet = request.find("BalanceSheetStandard") != std::string_view::npos;
@@ -28,13 +28,13 @@ inline std::string Question(std::string_view request) {
   return question;
 }
 
-/// QuickBooks with an answer per question. An answer may stand under the first words of a question alone: "10
-/// 2002-01-01" answers the bills of January, "10" those of every other month.
+/// QuickBooks with answers by question, see `Question`. A key may be the first words of a question:
+/// "10 2002-01-01" answers the request for the bills of January, "10" that of every other month.
 struct DatedQuickBooks {
   std::string company = "C:\\Companies\\Nursery.qbw";
   std::int16_t majorVersion = 1;
   std::map<std::string, std::string> answers;
-  std::vector<std::string> requests;  // as they were sent
+  std::vector<std::string> requests;  // whole documents, in order
 
   std::string AnswerTo(std::string question) const {
     while (!question.empty()) {
@@ -47,7 +47,7 @@ struct DatedQuickBooks {
   }
 };
 
-/// A processor that records each question in the journal and answers it.
+/// Records each question in the journal and answers it.
 class DatedProcessor : public RequestProcessor {
  public:
   DatedProcessor(std::shared_ptr<DatedQuickBooks> quickBooks, std::shared_ptr<Journal> journal)
@@ -87,7 +87,7 @@ class DatedProcessorFactory : public RequestProcessorFactory {
     return std::make_unique<DatedProcessor>(quickBooks_, journal_);
   }
 
-  /// What the next session is refused with.
+  /// The error that every `Create` throws, if set.
   std::optional<Error> refusal;
 
  private:

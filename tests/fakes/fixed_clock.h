@@ -4,7 +4,7 @@
 
 namespace krnqb::fakes {
 
-/// A clock that stands still.
+/// A clock that shows a fixed time until a test changes it.
 class FixedClock : public Clock {
  public:
   explicit FixedClock(const LocalDateTime& moment) : now(moment) {}

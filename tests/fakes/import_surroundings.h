@@ -19,8 +19,8 @@
 
 namespace krnqb::fakes {
 
-/// Everything that an import's operations work with. The lists of a small company are read already and their
-/// subtotals stand at 0:
+/// Everything that an import's operations need. The lists of a small company are already read, and their
+/// subtotals are 0:
 ///
 ///     expense  E-1 Rent, E-2 Utilities (below it E-3 Gas)
 ///     income   I-1 Plants (below it I-3 Bulbs), I-2 Tools
@@ -61,7 +61,7 @@ struct ImportSurroundings {
   double Cost(std::string_view name, std::int16_t month) const {
     return state.costSubtotals->At(name).SubTotal(month);
   }
-  /// Every amount of every account and month, to see that nothing else changed.
+  /// Returns the sum of all subtotals, to check that no other amount has changed.
   double SumOfAll() const {
     double sum = 0;
     for (const auto* collection : {&state.expenseSubtotals, &state.incomeSubtotals, &state.costSubtotals}) {
@@ -73,7 +73,7 @@ struct ImportSurroundings {
     return sum;
   }
 
-  /// The amounts that the observer was told were left out, in order.
+  /// Returns the notices of left-out amounts, in order.
   std::vector<Notice> SkippedAmounts() const {
     std::vector<Notice> amounts;
     for (const Notice& notice : observer.notices) {

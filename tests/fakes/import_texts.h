@@ -8,8 +8,8 @@
 
 namespace krnqb::fakes {
 
-// Builders of transactions, items and reports as QuickBooks answers them. All texts are XML already. Records
-// are put together from their fields: ExpenseLine(AccountRef("E-1") + Amount("75.00")).
+// Builders of the transactions, items and reports in QuickBooks' answers. All arguments are XML and inserted
+// without escaping. Records are built from their fields: ExpenseLine(AccountRef("E-1") + Amount("75.00")).
 
 inline std::string Reference(std::string_view name, std::string_view listId) {
   return Element(name, Element("ListID", listId));
@@ -46,32 +46,32 @@ inline std::string SalesReceiptLine(std::string_view fields) {
   return Element("SalesReceiptLineRet", fields);
 }
 
-/// The head of a transaction: its id and its date.
+/// Returns the head of a transaction: its id and its date.
 inline std::string Transaction(std::string_view id, std::string_view date) {
   return Element("TxnID", id) + Element("TxnDate", date);
 }
 
-/// An answer of one kind, such as "BillQueryRs", around records.
+/// Returns an answer with the given response element, such as "BillQueryRs", around records.
 inline std::string RecordAnswer(const std::string& responseName, const std::string& records) {
   return Answer("<" + responseName +
                 " requestID=\"1\" statusCode=\"0\" statusSeverity=\"Info\" statusMessage=\"Status OK\">\n" +
                 records + "</" + responseName + ">\n");
 }
-/// An answer that is an error: no records, a status instead.
+/// Returns an answer with an error status and no records.
 inline std::string StatusAnswer(const std::string& responseName, std::string_view statusCode) {
   return Answer("<" + responseName + " requestID=\"1\" statusCode=\"" + std::string(statusCode) +
                 "\" statusSeverity=\"Error\" statusMessage=\"Refused\" />\n");
 }
 
-/// An item of a kind, such as "ItemServiceRet".
+/// Returns an item of a kind, such as "ItemServiceRet".
 inline std::string Item(std::string_view kind, std::string_view listId, std::string_view fields) {
   return Element(kind, Element("ListID", listId) + std::string(fields));
 }
-/// An item with one account for what is bought and sold.
+/// Returns an item with a single account for purchases and sales.
 inline std::string OneAccountItem(std::string_view listId, std::string_view accountId) {
   return Item("ItemServiceRet", listId, Element("SalesOrPurchase", AccountRef(accountId)));
 }
-/// An item that is bought and sold, with an account for each.
+/// Returns an item with separate accounts for sales and purchases.
 inline std::string TwoAccountItem(std::string_view listId, std::string_view incomeId,
                                   std::string_view expenseId) {
   return Item("ItemNonInventoryRet", listId,
@@ -88,7 +88,7 @@ inline std::string ItemAnswer(const std::string& items) {
   return RecordAnswer("ItemQueryRs", items);
 }
 
-/// A row of a report: the account's full name, and the amounts in the columns after the label's.
+/// Returns a row of a report: the account's full name and the amounts in the columns after the label.
 inline std::string ReportRow(const std::string& accountName, std::initializer_list<std::string_view> amounts,
                              const std::string& kind = "DataRow") {
   std::string row = "<" + kind + " rowNumber=\"1\"><RowData rowType=\"account\" value=\"" + accountName +

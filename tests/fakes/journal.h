@@ -9,13 +9,13 @@
 
 namespace krnqb::fakes {
 
-/// The one record of everything that the fakes are asked, in order, a line each. A test may plan what happens
-/// when a line is recorded: an error, or a host's handler.
+/// Records the calls of all fakes in order, one line each. A test can plan an action for a line, such as an
+/// error or a host's handler.
 class Journal {
  public:
   using Action = std::function<void()>;
 
-  /// Records a line, then does what is planned for it, which may throw.
+  /// Records a line, then runs the actions planned for it, which may throw.
   void Record(const std::string& line) {
     lines_.push_back(line);
     std::vector<Action> due;
@@ -27,14 +27,14 @@ class Journal {
     for (const Action& action : due) action();
   }
 
-  /// Records a line and does nothing else, for destructors.
+  /// Records a line without running actions, for destructors.
   void Note(const std::string& line) { lines_.push_back(line); }
 
-  /// Plans an action for each record of a line, counted from now on.
+  /// Plans an action for every future record of a line.
   void On(const std::string& line, Action action) {
     plans_.push_back({line, everyTime, 0, std::move(action)});
   }
-  /// Plans an action for one record of a line; `occurrence` is counted from 1 and from now on.
+  /// Plans an action for one future record of a line; `occurrence` 1 is the next one.
   void OnOccurrence(const std::string& line, int occurrence, Action action) {
     plans_.push_back({line, occurrence, 0, std::move(action)});
   }
@@ -45,12 +45,12 @@ class Journal {
     OnOccurrence(line, occurrence, [error] { throw error; });
   }
 
-  /// Forgets what is planned.
+  /// Removes all planned actions.
   void Heal() { plans_.clear(); }
-  /// Forgets what is recorded.
+  /// Removes all recorded lines.
   void Clear() { lines_.clear(); }
 
-  /// The recorded lines, one below the other.
+  /// Returns the recorded lines, each with a line feed at its end.
   std::string Text() const {
     std::string text;
     for (const std::string& line : lines_) text += line + "\n";

@@ -9,7 +9,7 @@
 
 namespace krnqb::fakes {
 
-/// Folders in memory, each with the names of its files. A folder's path is compared as it stands.
+/// Folders in memory, each with the names of its files. Paths are compared exactly.
 class MemoryFiles : public FileSystem {
  public:
   std::vector<std::string> FileNames(const std::string& folder) override {

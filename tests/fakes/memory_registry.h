@@ -9,7 +9,7 @@
 
 namespace krnqb::fakes {
 
-/// A registry in memory, of the local machine alone, that keeps which rights it was asked for.
+/// A registry in memory, with the local machine's hive only. Records the access masks of all reads.
 class MemoryRegistry : public Registry {
  public:
   using Value = std::variant<std::string, std::uint32_t>;

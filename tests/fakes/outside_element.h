@@ -26,7 +26,7 @@ class OutsideElement : public OutsideXmlElement {
   std::vector<std::size_t> path;
 };
 
-/// An element whose document is gone.
+/// An element whose document no longer exists.
 class BrokenOutsideElement : public OutsideXmlElement {
  public:
   std::string Xml() const override { throw Error(error_number::unspecified); }

@@ -9,7 +9,7 @@
 
 namespace krnqb::fakes {
 
-/// The blocks of the past-performance table with their numbers of rows, in the table's order.
+/// Returns the ids of the blocks of the past-performance table with their row counts, in order.
 inline const std::vector<std::pair<std::string, int>>& PastPerformanceBlocks() {
   static const std::vector<std::pair<std::string, int>> blocks = {
       {"db_pastperformance_sales", 4},
@@ -21,7 +21,8 @@ inline const std::vector<std::pair<std::string, int>>& PastPerformanceBlocks() {
   return blocks;
 }
 
-/// The past-performance table: in each row "name" and `columns` cells "old". The block `without` is left out.
+/// Returns the past-performance table without the block `without`. Each row has a cell "name" and `columns`
+/// cells "old".
 inline std::string PastPerformanceTable(int columns = 14, std::string_view without = {}) {
   std::string blocks;
   for (const auto& [id, rowCount] : PastPerformanceBlocks()) {

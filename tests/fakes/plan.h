@@ -12,18 +12,18 @@
 
 namespace krnqb::fakes {
 
-/// A table id as the journal shows it: 20000000000000000000000000000600 is 20..0600.
+/// Returns the short form of a table id in the journal: 20000000000000000000000000000600 is 20..0600.
 inline std::string ShortTableId(std::string_view id) {
   const bool usual = id.size() == 32 && id.substr(2, 26) == std::string(26, '0');
   return usual ? std::string(id.substr(0, 2)) + ".." + std::string(id.substr(28)) : std::string(id);
 }
 
-/// The id of a table set from its first two and last four digits.
+/// Returns the table id with these first two and last four digits.
 inline std::string TableId(std::string_view valueSet, std::string_view table) {
   return std::string(valueSet) + std::string(26, '0') + std::string(table);
 }
 
-/// The plan's tables as texts, and every document that was loaded into it.
+/// The plan's tables as texts by id, and every document that was loaded into the plan.
 struct PlanContent {
   std::map<std::string, std::string> tables;
   std::vector<std::string> loaded;
@@ -56,8 +56,8 @@ class FakePlanData : public PlanData {
     return std::make_shared<FakePlanTable>(table->second, journal_);
   }
 
-  /// Takes over each tableitem of the document, and writes over the argument, which nobody may read
-  /// afterwards.
+  /// Replaces the tables that the document contains. Overwrites the argument, since the component must not
+  /// read it afterwards.
   void Deserialize(std::string& document) override {
     const std::string taken = std::exchange(document, "left behind by the plan");
     std::vector<std::string> items = TableItems(taken);

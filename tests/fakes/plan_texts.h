@@ -6,8 +6,8 @@
 
 namespace krnqb::fakes {
 
-// Builders of plan tables and of the documents that the component makes of them. All texts are XML already:
-// "&" in a cell is written "&amp;".
+// Builders of plan tables and of the documents that the component returns. All arguments are XML and inserted
+// without escaping: "&" in a cell is written "&amp;".
 
 using Texts = std::initializer_list<std::string_view>;
 
@@ -35,12 +35,12 @@ inline std::string TableBlocks(std::initializer_list<std::string> blocks) {
   return "<tableblocks>" + Joined(blocks) + "</tableblocks>";
 }
 
-/// A table as the plan serializes it.
+/// Returns a table's text as the plan serializes it.
 inline std::string TableText(const std::string& id, const std::string& tableBlocks) {
   return "<tableitem id=\"" + id + "\"><lastsavedid>KRN1</lastsavedid>" + tableBlocks + "</tableitem>";
 }
 
-/// One record of a result document; `stamp` is the number after "QB".
+/// Returns one table of a result document; `stamp` is the number after "QB".
 inline std::string TableRecord(const std::string& id, const std::string& tableBlocks,
                                const std::string& stamp = "37257") {
   return "\r\n<tableitem id=\"" + id + "\">\r\n<lastsavedid>QB" + stamp + "</lastsavedid>\r\n" + tableBlocks +

@@ -9,12 +9,13 @@
 
 namespace krnqb::fakes {
 
+/// Keeps every notice.
 class RecordingObserver : public Observer {
  public:
   void Notify(const Notice& notice) noexcept override { notices.push_back(notice); }
 
-  /// Whether a notice of that kind and number came.
-  bool Told(NoticeKind kind, std::int32_t number) const {
+  /// Returns whether a notice of this kind and number was reported.
+  bool Reported(NoticeKind kind, std::int32_t number) const {
     return std::any_of(notices.begin(), notices.end(), [kind, number](const Notice& notice) {
       return notice.kind == kind && notice.number == number;
     });

@@ -10,8 +10,7 @@
 
 namespace krnqb::fakes {
 
-/// Records every event. `name`, when there is one, precedes each line, so that several sinks can be told
-/// apart.
+/// Records every event. A non-empty `name` is the prefix of each line, to distinguish several sinks.
 class RecordingSink : public EventSink {
  public:
   explicit RecordingSink(std::shared_ptr<Journal> sharedJournal, const std::string& name = {})
@@ -31,7 +30,7 @@ class RecordingSink : public EventSink {
                      std::string(Description));
   }
 
-  /// Whether the last XMLprocessing came with Nothing.
+  /// Whether the last XMLprocessing received Nothing.
   bool receivedNothing = false;
 
  private:

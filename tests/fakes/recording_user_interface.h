@@ -8,7 +8,7 @@
 
 namespace krnqb::fakes {
 
-/// Keeps what was shown, and answers every dialog with the path that a person would have chosen.
+/// Keeps the messages and dialogs that were shown, and returns `chosenPath` from every dialog.
 class RecordingUserInterface : public UserInterface {
  public:
   void ShowMessage(std::string_view text) override { messages.emplace_back(text); }

@@ -9,7 +9,7 @@
 
 namespace krnqb::fakes {
 
-/// An object of the host's own, which tells when it is released.
+/// A host's object that records a line when it is released.
 class ReleasableObject : public Object {
  public:
   ReleasableObject(std::shared_ptr<Journal> journal, std::string lineAtRelease)

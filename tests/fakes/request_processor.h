@@ -13,18 +13,18 @@
 
 namespace krnqb::fakes {
 
-/// What the accounting program behind all processors is like: the open company, the versions, and the answer
-/// to each request by its number.
+/// The accounting program behind all processors: the open company, the versions, and the answers by request
+/// number.
 struct FakeQuickBooks {
   std::string company = "C:\\Companies\\Nursery.qbw";
   std::int16_t majorVersion = 1;
   std::int16_t minorVersion = 1;
   std::map<std::string, std::string> answers;
-  std::vector<std::string> requests;  // as they were sent
+  std::vector<std::string> requests;  // whole documents, in order
   int sessions = 0;
 };
 
-/// The text between two marks, or nothing.
+/// Returns the text between two marks, or an empty text.
 inline std::string TextBetween(std::string_view text, std::string_view before, std::string_view after) {
   const auto start = text.find(before);
   if (start == std::string_view::npos) return {};
@@ -33,7 +33,8 @@ inline std::string TextBetween(std::string_view text, std::string_view before, s
   return end == std::string_view::npos ? std::string{} : std::string(text.substr(from, end - from));
 }
 
-/// The number of a request: its requestID, or for a report, which has none, the number by its filter.
+/// Returns the number of a request: its requestID, or for a report, which has no requestID, the number by its
+/// filter.
 inline std::string RequestNumber(std::string_view request) {
   static const std::map<std::string, std::string> reports = {
       {"OrdinaryIncome", "300"}, {"OrdinaryExpense", "310"}, {"CostOfSales", "320"}};
@@ -43,8 +44,8 @@ inline std::string RequestNumber(std::string_view request) {
   return report == reports.end() ? "?" : report->second;
 }
 
-/// A processor that answers from a FakeQuickBooks and records each question. A question with another ticket
-/// than its session's is recorded as such; a question without a session fails.
+/// Answers from a FakeQuickBooks and records each call. Records the ticket of a call with another session's
+/// ticket; a call without a session fails.
 class FakeRequestProcessor : public RequestProcessor {
  public:
   FakeRequestProcessor(std::shared_ptr<FakeQuickBooks> quickBooks, std::shared_ptr<Journal> journal)

@@ -9,7 +9,7 @@
 
 namespace krnqb::fakes {
 
-/// A toolkit without a screen: a test says what the person in front of it does, and sees what was shown.
+/// A toolkit without a screen: a test sets the user's actions and checks what was shown.
 class ScriptedToolkit : public ui::Toolkit {
  public:
   using Person = std::function<void(ui::Dialog&)>;
@@ -33,14 +33,14 @@ class ScriptedToolkit : public ui::Toolkit {
   }
 
   Person person = [](ui::Dialog& dialog) { dialog.Dismiss(); };
-  std::function<void()> meanwhile;  // at each `ShowNow`
+  std::function<void()> meanwhile;  // called by each `ShowNow`
   std::optional<std::string> chosenPath;
 
-  std::vector<ui::Form> shown;     // as each dialog was when it was shown
-  std::vector<ui::Form> shownNow;  // as a dialog was at each `ShowNow`
+  std::vector<ui::Form> shown;     // each dialog at the time of `ShowModal`
+  std::vector<ui::Form> shownNow;  // the dialog at the time of each `ShowNow`
   std::vector<ui::FileDialogSettings> asked;
   std::vector<std::string> messages;
-  bool stillOpen = false;  // the last dialog, after the person was done
+  bool stillOpen = false;  // whether the last dialog was open after the user's actions
 };
 
 }  // namespace krnqb::fakes

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <cstdint>
-#include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "fakes/answer_texts.h"
@@ -19,9 +16,9 @@
 
 namespace krnqb::fakes {
 
-/// A host with the component, a plan and QuickBooks, all feeding one journal. The company has two top-level
-/// accounts of each kind and a sub-account; the plan has every table that an import reads. It is 2002-01-01,
-/// 09:00.
+/// A host with the component, a plan and QuickBooks, which all record in one journal. The company has two
+/// top-level accounts of each kind and a sub-account; the plan has every table that an import reads. The
+/// clock shows 2002-01-01, 09:00.
 class TestHost {
  public:
   TestHost() : component(World()) {
@@ -91,29 +88,13 @@ class TestHost {
   }
 };
 
-/// The error that a call throws, or none.
-inline std::optional<Error> ErrorOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const Error& error) {
-    return error;
-  }
-  return std::nullopt;
-}
-
-/// The number of the error that a call throws; 0 when it throws none.
-inline std::int32_t ErrorNumberOf(const std::function<void()>& call) {
-  const std::optional<Error> error = ErrorOf(call);
-  return error ? error->Number() : 0;
-}
-
-/// The text that a Variant holds, or a word that says that it holds none.
+/// Returns the text in a Variant, or "(no text)" if it has another type.
 inline std::string TextOf(const Variant& value) {
   const std::string* text = value.AsText();
   return text == nullptr ? "(no text)" : *text;
 }
 
-/// Whether a text has another one in it.
+/// Returns whether a text contains another.
 inline bool Holds(const std::string& text, const std::string& part) {
   return text.find(part) != std::string::npos;
 }

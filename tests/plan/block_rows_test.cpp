@@ -29,7 +29,7 @@ TEST(AddBlockRow, InsertsAboveTheClosingRowsInTheOrderOfTheCalls) {
   EXPECT_EQ(Names(block), "a b d new1 new2 e f ");
 }
 
-TEST(AddBlockRow, AppendsWhenNoRowIsAboveThoseKeptBelow) {
+TEST(AddBlockRow, AppendsIfNoRowWouldBeAboveTheRowsKeptBelow) {
   for (const auto kept : std::initializer_list<std::int16_t>{0, 5, 6, -1}) {
     const XmlElement block = FiveRows();
     AddBlockRow(block, "new1", kept);
@@ -43,7 +43,7 @@ TEST(AddBlockRow, CanKeepAllRowsExceptTheFirstBelow) {
   EXPECT_EQ(Names(block), "a new b d e f ");
 }
 
-TEST(AddBlockRow, CopiesNumbersAsZeroAndAllElseAsNoValue) {
+TEST(AddBlockRow, CopiesNumbersAsZeroAndEverythingElseAsNoValue) {
   XmlElement block = XmlElement::Parse(
       "<block><row h=\"15\"><c>Rent</c><c>12.5</c><c "
       "f=\"x\">=A1</c><c>*null*</c><c/><c>($1,000.00)</c><c>x</c></row>"

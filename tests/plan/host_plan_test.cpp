@@ -74,7 +74,7 @@ TEST(HostPlan, ReportsAnEmptyText) {
   ASSERT_EQ(observer.notices.size(), 1U);
   EXPECT_EQ(observer.notices[0].kind, NoticeKind::TablesNotLoaded);
   EXPECT_EQ(observer.notices[0].place.operation, Operation::Deserialize);
-  EXPECT_EQ(content->loaded, (std::vector<std::string>{"<tables/>", ""})) << "the plan gets every text";
+  EXPECT_EQ(content->loaded, (std::vector<std::string>{"<tables/>", ""})) << "the plan receives every text";
 }
 
 }  // namespace

@@ -19,22 +19,22 @@ std::int16_t Activity(const SubtotalCollection& records) {
   return MonthsOfActivity(&records);
 }
 
-TEST(MonthsOfActivity, IsTheHighestMonthOfAnyRecordInEitherOrder) {
+TEST(ActivityScan, IsTheHighestMonthOfAnyRecordInEitherOrder) {
   EXPECT_EQ(Activity(Records({{4, 1}, {9, 1}})), 9);
   EXPECT_EQ(Activity(Records({{9, 1}, {4, 1}})), 9);
 }
 
-TEST(MonthsOfActivity, CountsANegativeAmount) {
+TEST(ActivityScan, FindsANegativeAmount) {
   EXPECT_EQ(Activity(Records({{12, -0.01}})), 12);
 }
 
-TEST(MonthsOfActivity, DoesNotCountTheTwoFurtherSlots) {
+TEST(ActivityScan, IgnoresTheTwoAdditionalSlots) {
   const SubtotalCollection records = Records({{13, 5}, {14, 5}});
   EXPECT_EQ(Activity(records), 0);
   EXPECT_EQ(records.AtPosition(1).Total(), 5);
 }
 
-TEST(MonthsOfActivity, OfNothingIsZero) {
+TEST(ActivityScan, IsZeroWithoutAmountsOrRecords) {
   EXPECT_EQ(MonthsOfActivity(nullptr), 0);
   EXPECT_EQ(Activity({}), 0);
   EXPECT_EQ(Activity(Records({{3, 0}})), 0);

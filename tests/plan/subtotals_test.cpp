@@ -46,7 +46,7 @@ TEST(Subtotals, TotalOutOfRangeIsZero) {
   EXPECT_EQ(record.Total(), 0);
 }
 
-TEST(Subtotals, SumOutOfRangeIsAnOverflowAndChangesNothing) {
+TEST(Subtotals, KeepTheSlotIfASumOverflows) {
   cSubtotals record;
   record.SubTotal(1, std::numeric_limits<double>::max());
   EXPECT_EQ(NumberThrownBy([&] { record.AddToSubTotal(1, std::numeric_limits<double>::max()); }), 6);

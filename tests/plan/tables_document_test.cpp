@@ -24,7 +24,7 @@ class TablesDocumentTest : public testing::Test {
   TablesDocument document;
 };
 
-TEST_F(TablesDocumentTest, PrintsItsTablesInTheOrderInWhichTheyWereAdded) {
+TEST_F(TablesDocumentTest, PrintsItsTablesInTheOrderOfAddition) {
   const std::string first = fakes::TableBlocks({Block("a", {Row({"x", "1"})})});
   EXPECT_TRUE(document.Empty());
   Add("21", first);
@@ -34,13 +34,13 @@ TEST_F(TablesDocumentTest, PrintsItsTablesInTheOrderInWhichTheyWereAdded) {
             fakes::TablesDocument({TableRecord("21", first), TableRecord("20", "<tableblocks/>")}));
 }
 
-TEST_F(TablesDocumentTest, PrintsAFrameWhenItIsEmpty) {
+TEST_F(TablesDocumentTest, PrintsOnlyTheRootWithoutTables) {
   EXPECT_EQ(document.Text(), "<tables>\r\n\r\n</tables>");
   document.UseLineFeeds();
   EXPECT_EQ(document.Text(), "<tables>\n\n</tables>");
 }
 
-TEST_F(TablesDocumentTest, PrintsEndsOfLinesAsItsTextWouldBeParsed) {
+TEST_F(TablesDocumentTest, WithLineFeedsPrintsWhatParsingItsTextReturns) {
   Add("20", "<tableblocks>\r\n<!-- a\r\nb --><c>x&#13;</c></tableblocks>");
   const std::string text = document.Text();
   document.UseLineFeeds();
@@ -55,7 +55,7 @@ TEST_F(TablesDocumentTest, StampsEachTableWithTheDayOnWhichItWasAdded) {
                                                     TableRecord("21", "<tableblocks/>", "37258")}));
 }
 
-TEST_F(TablesDocumentTest, PrintsItsTablesAsTheyAreByThen) {
+TEST_F(TablesDocumentTest, PrintsLaterChangesToItsTables) {
   const XmlElement blocks = Add("20", "<tableblocks><c>old</c></tableblocks>");
   blocks.FirstChild().SetText("new");
   EXPECT_EQ(document.Text(),

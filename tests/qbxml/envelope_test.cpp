@@ -5,13 +5,13 @@
 namespace krnqb {
 namespace {
 
-TEST(EnvelopeHead, TellsVersionTwoByAnInstruction) {
+TEST(EnvelopeHead, StatesVersion20InAProcessingInstruction) {
   EXPECT_EQ(EnvelopeHead("2.0"),
             "<?xml version=\"1.0\"?>\r\n<?qbxml version=\"2.0\"?>\r\n<QBXML>\r\n"
             "<QBXMLMsgsRq onError=\"continueOnError\">");
 }
 
-TEST(EnvelopeHead, TellsVersionOneOneByADocumentTypeWithAnAddress) {
+TEST(EnvelopeHead, StatesVersion11InADocumentTypeWithAnAddress) {
   EXPECT_EQ(EnvelopeHead("1.1"),
             "<?xml version=\"1.0\"?>\r\n"
             "<!DOCTYPE QBXML PUBLIC '-//INTUIT//DTD QBXML QBD 1.1//EN' "
@@ -19,7 +19,7 @@ TEST(EnvelopeHead, TellsVersionOneOneByADocumentTypeWithAnAddress) {
             "<QBXMLMsgsRq onError=\"continueOnError\">");
 }
 
-TEST(EnvelopeHead, OfAnyOtherVersionIsThatOfOneZero) {
+TEST(EnvelopeHead, IsThatOfVersion10ForAnyOtherText) {
   const std::string head =
       "<?xml version=\"1.0\"?>\r\n<!DOCTYPE QBXML PUBLIC '-//INTUIT//DTD QBXML QBD 1.0//EN' >\r\n<QBXML>\r\n"
       "<QBXMLMsgsRq onError=\"continueOnError\">";

@@ -71,7 +71,7 @@ TEST(ExchangeRecorder, WritesTheSessionOnceForSeveralSessions) {
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1);
 }
 
-TEST(ReplayingProcessors, AnswerAsItWasRecorded) {
+TEST(ReplayingProcessors, AnswerAsRecorded) {
   const auto processor = Replayed(std::string(session) + "{\"request\":\"a\",\"response\":\"1\"}\n");
   processor->OpenConnection("id", "name");
   const std::string ticket = processor->BeginSession("", 2);
@@ -81,7 +81,7 @@ TEST(ReplayingProcessors, AnswerAsItWasRecorded) {
   EXPECT_EQ(processor->ProcessRequest(ticket, "a"), "1");
 }
 
-TEST(ReplayingProcessors, GiveTheNthAnswerToTheNthRequestOfATextAndThenTheLastAgain) {
+TEST(ReplayingProcessors, ReturnTheNthAnswerToTheNthRequestAndThenRepeatTheLast) {
   std::istringstream input(std::string(session) +
                            "{\"request\":\"a\",\"response\":\"1\"}\n"
                            "{\"request\":\"b\",\"response\":\"x\"}\n"
@@ -102,7 +102,7 @@ TEST(ReplayingProcessors, GiveTheNthAnswerToTheNthRequestOfATextAndThenTheLastAg
   EXPECT_EQ(later->ProcessRequest("", "b"), "x");
 }
 
-TEST(ReplayingProcessors, SayWhichRequestWasNotRecorded) {
+TEST(ReplayingProcessors, NameTheRequestThatWasNotRecorded) {
   const auto processor = Replayed(session);
   try {
     processor->ProcessRequest("", "<Unheard/>");
@@ -113,7 +113,7 @@ TEST(ReplayingProcessors, SayWhichRequestWasNotRecorded) {
   }
 }
 
-TEST(ReplayingProcessors, SayWhichLineIsNoRecording) {
+TEST(ReplayingProcessors, NameTheInvalidLineOfARecording) {
   EXPECT_NE(FaultOf("").find("empty"), std::string::npos);
   EXPECT_NE(FaultOf("nonsense\n").find("recording, line 1"), std::string::npos);
   EXPECT_NE(FaultOf("{\"exchange\":2,\"company\":\"\",\"major\":1,\"minor\":1}\n").find("version is not 1"),
@@ -124,7 +124,7 @@ TEST(ReplayingProcessors, SayWhichLineIsNoRecording) {
             std::string::npos);
 }
 
-TEST(Recording, ReplaysTheExchangeItWasMadeOf) {
+TEST(Recording, ReplaysTheRecordedExchange) {
   Recorded recorded;
   recorded.quickBooks->answers["1"] = "<QBXML>one</QBXML>";
   const auto processor = recorded.processors->Create();

@@ -9,7 +9,7 @@ std::int32_t Result(std::uint32_t bits) {
   return static_cast<std::int32_t>(bits);
 }
 
-TEST(CreationError, SaysThatAMissingClassOrProgramCannotBeCreated) {
+TEST(CreationError, IsError429ForAMissingClassOrProgram) {
   for (const std::uint32_t bits : {0x80040154U, 0x80040111U, 0x80040155U, 0x8007007EU, 0x80070002U}) {
     const Error error = CreationError(Error(Result(bits), "the system's text"), Result(bits));
     EXPECT_EQ(error.Number(), 429) << bits;

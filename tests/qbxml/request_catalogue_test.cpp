@@ -42,19 +42,19 @@ TEST(BuildRequest, BuildsTheBillsOfAMonth) {
             "</QBXML>");
 }
 
-TEST(BuildRequest, OfUndatedBillsHasNeitherFilterNorLinesWhateverTheDates) {
+TEST(BuildRequest, OmitsFilterAndLinesForUndatedBillsWhateverTheDates) {
   EXPECT_EQ(BuildRequest(9, "2002-01-01", "2002-01-31"), BuildRequest(9, {}, {}));
   EXPECT_EQ(BuildRequest(9, {}, {}).find("IncludeLineItems"), std::string::npos);
   EXPECT_EQ(BuildRequest(9, {}, {}).find("Filter"), std::string::npos);
 }
 
-TEST(BuildRequest, OfTransactionsWithoutDatesHasLinesButNoFilter) {
+TEST(BuildRequest, OmitsTheFilterForTransactionsWithoutDates) {
   const std::string request = BuildRequest(10, {}, {});
   EXPECT_NE(request.find("<IncludeLineItems>1</IncludeLineItems>"), std::string::npos);
   EXPECT_EQ(request.find("TxnDateRangeFilter"), std::string::npos);
 }
 
-TEST(BuildRequest, UsesOneOneForPreferencesAloneAndTwoZeroForReportsAlone) {
+TEST(BuildRequest, UsesVersion11OnlyForPreferencesAnd20OnlyForReports) {
   for (const std::int32_t number : catalogue) {
     const std::string request = BuildRequest(number, {}, {});
     const bool report = number >= 300;
@@ -64,14 +64,14 @@ TEST(BuildRequest, UsesOneOneForPreferencesAloneAndTwoZeroForReportsAlone) {
   }
 }
 
-TEST(BuildRequest, OfAnUnknownNumberIsAnEmptyMessageSet) {
+TEST(BuildRequest, ReturnsAnEmptyMessageSetForAnUnknownNumber) {
   for (const std::int32_t number : {3, 5, 999, 0, -1}) {
     EXPECT_EQ(BuildRequest(number, "2002-01-01", "2002-01-31"),
               EnvelopeHead("1.0") + "\r\n" + EnvelopeTail());
   }
 }
 
-TEST(BuildRequest, WritesDatesAsTheyAreGiven) {
+TEST(BuildRequest, WritesDatesWithoutEscaping) {
   EXPECT_NE(BuildRequest(10, "a&b", "c<d").find("<FromTxnDate>a&b</FromTxnDate><ToTxnDate>c<d</ToTxnDate>"),
             std::string::npos);
   EXPECT_NE(BuildRequest(300, "a&b", "c<d")
@@ -79,13 +79,13 @@ TEST(BuildRequest, WritesDatesAsTheyAreGiven) {
             std::string::npos);
 }
 
-TEST(BuildRequest, OfReportsHasDatesEvenWhenTheyAreEmpty) {
+TEST(BuildRequest, WritesEmptyDatesInReports) {
   EXPECT_NE(BuildRequest(330, {}, {})
                 .find("<ReportPeriod><FromReportDate></FromReportDate><ToReportDate></ToReportDate>"),
             std::string::npos);
 }
 
-TEST(BuildTxnDateRangeFilter, HasBothEndsAsSoonAsOneIsGiven) {
+TEST(BuildTxnDateRangeFilter, HasBothEndsIfEitherIsGiven) {
   EXPECT_EQ(BuildTxnDateRangeFilter({}, {}), "");
   EXPECT_EQ(BuildTxnDateRangeFilter("2002-01-01", {}),
             "<TxnDateRangeFilter><FromTxnDate>2002-01-01</FromTxnDate><ToTxnDate></ToTxnDate></"

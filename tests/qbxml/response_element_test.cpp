@@ -9,21 +9,21 @@ namespace {
 
 const Place place{.operation = Operation::LoadQuickBooksLists, .request = 4};
 
-TEST(ResponseElement, GivesTheDocumentElementOfATextByName) {
+TEST(ResponseElement, ReturnsTheDocumentElementOfATextByName) {
   EXPECT_EQ(ResponseElement("<QBXML/>", "").Name(), "QBXML");
   EXPECT_TRUE(ResponseElement("<QBXML/>", "QBXML"));
   EXPECT_FALSE(ResponseElement("<QBXML/>", "Other"));
   EXPECT_FALSE(ResponseElement("<QBXML/>", "qbxml"));
 }
 
-TEST(ResponseElement, GivesAnElementItselfByName) {
+TEST(ResponseElement, ReturnsAnElementItselfByName) {
   const XmlElement element = XmlElement::Parse("<COGS/>");
   EXPECT_EQ(ResponseElement(element, ""), element);
   EXPECT_EQ(ResponseElement(element, "COGS"), element);
   EXPECT_FALSE(ResponseElement(element, "Other"));
 }
 
-TEST(ResponseElement, OfAnythingElseIsNothingAndNoError) {
+TEST(ResponseElement, IsEmptyForAnythingElse) {
   EXPECT_FALSE(ResponseElement({}, ""));
   EXPECT_FALSE(ResponseElement("", ""));
   EXPECT_FALSE(ResponseElement("not xml", ""));
@@ -31,7 +31,7 @@ TEST(ResponseElement, OfAnythingElseIsNothingAndNoError) {
   EXPECT_FALSE(ResponseElement(ObjectReference(), ""));
 }
 
-TEST(AnswerElement, TellsAStatusThatIsNeitherFineNorEmpty) {
+TEST(AnswerElement, ReportsAStatusOtherThanSuccessAndNoRecords) {
   fakes::RecordingObserver observer;
   EXPECT_TRUE(AnswerElement(
       "<QBXML><QBXMLMsgsRs>"
@@ -60,23 +60,23 @@ NoticeMeaning MeaningOf(const std::string& number, const std::string& severity,
   return observer.notices.empty() ? NoticeMeaning::LeftOut : observer.notices[0].meaning;
 }
 
-TEST(AnswerElement, TakesInformationBelowStatus500ForComplete) {
+TEST(AnswerElement, ReportsInformationBelowStatus500AsComplete) {
   EXPECT_EQ(MeaningOf("2", "Info"), NoticeMeaning::Complete);
   EXPECT_EQ(MeaningOf("499", "Info"), NoticeMeaning::Complete);
 }
 
-TEST(AnswerElement, TakesEveryOtherStatusForIncomplete) {
+TEST(AnswerElement, ReportsEveryOtherStatusAsIncomplete) {
   for (const auto& [number, severity] : std::vector<std::pair<std::string, std::string>>{
            {"2", "Warn"}, {"2", "Error"}, {"2", ""}, {"500", "Info"}, {"1000", "Info"}, {"3260", "Error"}}) {
     EXPECT_EQ(MeaningOf(number, severity), NoticeMeaning::Incomplete) << number << severity;
   }
 }
 
-TEST(AnswerElement, TakesAnExpectedErrorForComplete) {
+TEST(AnswerElement, ReportsAnExpectedErrorAsComplete) {
   EXPECT_EQ(MeaningOf("3140", "Error", ErrorStatus::Expected), NoticeMeaning::Complete);
 }
 
-TEST(AnswerElement, TellsAnAnswerThatIsNoDocument) {
+TEST(AnswerElement, ReportsAnAnswerThatIsNotWellFormed) {
   fakes::RecordingObserver observer;
   EXPECT_FALSE(AnswerElement("<QBXML>", observer, place));
   ASSERT_EQ(observer.notices.size(), 1U);
@@ -85,7 +85,7 @@ TEST(AnswerElement, TellsAnAnswerThatIsNoDocument) {
   EXPECT_FALSE(observer.notices[0].description.empty());
 }
 
-TEST(AnswerElement, OfNoAnswerTellsNothing) {
+TEST(AnswerElement, ReportsNothingWithoutAnAnswer) {
   fakes::RecordingObserver observer;
   EXPECT_FALSE(AnswerElement({}, observer, place));
   EXPECT_TRUE(observer.notices.empty());

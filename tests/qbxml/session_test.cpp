@@ -5,7 +5,7 @@
 #include "fakes/import_surroundings.h"
 #include "qbxml/request_catalogue.h"
 
-// What the session reports of its requests. The opening and its errors are tested with the whole component.
+// The notices about requests. Opening a session is tested with the whole component.
 
 namespace krnqb {
 namespace {
@@ -35,7 +35,7 @@ TEST_F(SessionReport, OfARefusedRequestHasItsPeriodAndTheProcessorsError) {
   try {
     session().Ask(request_number::incomeByMonth, Operation::ParseProfitAndLossReport, "2002-04-01",
                   "2003-03-31");
-    ADD_FAILURE() << "the request is refused";
+    ADD_FAILURE() << "a refused request threw no Error";
   } catch (const Error& error) {
     EXPECT_EQ(error.Kind(), ErrorKind::RequestRefused);
     EXPECT_EQ(error.Number(), 91);
@@ -53,12 +53,14 @@ TEST_F(SessionReport, OfARefusedRequestHasItsPeriodAndTheProcessorsError) {
   EXPECT_EQ(notice.errorKind, ErrorKind::RequestRefused);
 }
 
-TEST_F(SessionReport, SaysNothingOfARequestWithoutText) {
+TEST_F(SessionReport, OmitsARequestWithoutText) {
   EXPECT_THROW(session().QbSerialize(Variant(ObjectReference()), {}), Error);
   EXPECT_TRUE(notices().empty());
 }
 
-TEST_F(SessionReport, FailsForAQuotedVersionWithoutAnAnswerAsForAnyOther) {
+class SessionVersionCheck : public SessionReport {};
+
+TEST_F(SessionVersionCheck, ThrowsError91WithoutAReadableAnswerForAnyVersion) {
   surroundings.quickBooks->answers["100"] = "<QBXML>";
   for (const std::string_view version : {"1.1", "1\"1"}) {
     try {

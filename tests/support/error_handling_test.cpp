@@ -15,7 +15,7 @@ namespace {
 const Place place{
     .operation = Operation::ItemAccount, .request = 10, .fromDate = "2002-01-01", .toDate = "2002-01-31"};
 
-TEST(SkipOnError, TellsTheObserverWhatFailedAndWhereAndGoesOn) {
+TEST(SkipOnError, ReportsTheErrorAndItsPlaceAndContinues) {
   fakes::RecordingObserver observer;
   EXPECT_TRUE(SkipOnError(observer, place, [] {}));
   EXPECT_TRUE(observer.notices.empty());
@@ -29,7 +29,7 @@ TEST(SkipOnError, TellsTheObserverWhatFailedAndWhereAndGoesOn) {
   EXPECT_EQ(observer.notices[0].description, "Overflow");
 }
 
-TEST(EndOnError, TellsTheObserverThatTheOperationEnded) {
+TEST(EndOnError, ReportsTheErrorThatEndedTheOperation) {
   fakes::RecordingObserver observer;
   EXPECT_FALSE(EndOnError(observer, place, [] { throw Error(-2147220480, "refused"); }));
   ASSERT_EQ(observer.notices.size(), 1U);
@@ -38,7 +38,7 @@ TEST(EndOnError, TellsTheObserverThatTheOperationEnded) {
   EXPECT_EQ(observer.notices[0].description, "refused");
 }
 
-TEST(EndOnError, ReportsWhatTheEndMeansToTheImport) {
+TEST(EndOnError, ReportsTheMeaningOfTheEndForTheImport) {
   fakes::RecordingObserver observer;
   const auto failing = [] { throw Error(error_number::objectNotSet); };
   SkipOnError(observer, place, failing);
@@ -50,7 +50,7 @@ TEST(EndOnError, ReportsWhatTheEndMeansToTheImport) {
   EXPECT_EQ(observer.notices[2].meaning, NoticeMeaning::Complete);
 }
 
-// The refusal has its own notice. Another failure with the same number does not.
+// The refusal is already reported; another failure with the same number is not.
 TEST(EndOnError, ReportsTheEndAfterARefusedRequestAsComplete) {
   fakes::RecordingObserver observer;
   EndOnError(observer, place, [] { throw Error(ErrorKind::RequestRefused, 91, "No"); });
@@ -62,7 +62,7 @@ TEST(EndOnError, ReportsTheEndAfterARefusedRequestAsComplete) {
   EXPECT_EQ(observer.notices[1].errorKind, ErrorKind::ObjectNotSet);
 }
 
-TEST(CaughtError, CountsAFailedAllocationAsOutOfMemoryAndTheRestAsInternal) {
+TEST(CaughtError, IsOutOfMemoryForAFailedAllocationAndInternalForAnyOtherException) {
   fakes::RecordingObserver observer;
   SkipOnError(observer, place, [] { throw std::bad_alloc(); });
   SkipOnError(observer, place, [] { throw std::runtime_error("other"); });
@@ -79,7 +79,7 @@ TEST(Error, HasTheKindOfItsRunTimeNumber) {
   EXPECT_EQ(Error(6).Kind(), ErrorKind::Overflow);
   EXPECT_EQ(Error(429, "own words").Kind(), ErrorKind::CannotCreateObject);
   EXPECT_EQ(Error(-2147467259).Kind(), ErrorKind::Unspecified);
-  EXPECT_EQ(Error(-2147221504).Kind(), ErrorKind::Other) << "two kinds have this number";
+  EXPECT_EQ(Error(-2147221504).Kind(), ErrorKind::Other) << "several kinds have this number";
   EXPECT_EQ(Error(12345).Kind(), ErrorKind::Other);
 }
 
@@ -94,7 +94,7 @@ TEST(Error, HasTheNumberAndTheDescriptionOfItsKind) {
   EXPECT_EQ(Error(ErrorKind::TypeMismatch).Number(), 13);
 }
 
-TEST(OperationName, IsTheNameOfEveryOperationAndDiffersFromEveryOther) {
+TEST(OperationName, IsDifferentForEveryOperation) {
   std::vector<std::string_view> names;
   const auto last = static_cast<int>(Operation::ProgressBarChange);
   for (int value = 1; value <= last; ++value) {

@@ -21,7 +21,7 @@ TEST(NextMonth, GoesFromDecemberIntoJanuaryOfTheNextYear) {
   EXPECT_EQ(NextMonth({.year = 2002, .month = 12}), (YearMonth{.year = 2003, .month = 1}));
 }
 
-TEST(NextMonth, CountsOnOutsideTheCalendar) {
+TEST(NextMonth, AddsOneOutsideTheCalendar) {
   EXPECT_EQ(NextMonth({.year = 2002, .month = 0}), (YearMonth{.year = 2002, .month = 1}));
   EXPECT_EQ(NextMonth({.year = 2002, .month = 13}), (YearMonth{.year = 2002, .month = 14}));
 }
@@ -31,13 +31,13 @@ TEST(NextMonth, OverflowsBeyondSixteenBits) {
   EXPECT_EQ(NumberThrownBy([] { NextMonth({.year = 2002, .month = 32767}); }), 6);
 }
 
-TEST(DaysInMonth, KnowsLeapYearsAndDecember) {
+TEST(DaysInMonth, HandlesLeapYearsAndDecember) {
   EXPECT_EQ(DaysInMonth({.year = 2004, .month = 2}), 29);
   EXPECT_EQ(DaysInMonth({.year = 2002, .month = 12}), 31);
   EXPECT_EQ(DaysInMonth({.year = 9999, .month = 11}), 30);
 }
 
-TEST(DaysInMonth, FailsWhereTheMonthOrTheNextIsOutsideTheCalendar) {
+TEST(DaysInMonth, ThrowsTypeMismatchIfTheMonthOrTheNextIsOutsideTheCalendar) {
   for (const YearMonth& month : {YearMonth{.year = 9999, .month = 12},
                                  {.year = 2002, .month = 0},
                                  {.year = 2002, .month = 13},
@@ -62,7 +62,7 @@ TEST(TwelveMonths, EndInTheTwelfth) {
   }
 }
 
-TEST(TwelveMonths, OfAMonthOutsideTheCalendarEndElevenMonthsOn) {
+TEST(TwelveMonths, EndElevenMonthsAfterAMonthOutsideTheCalendar) {
   EXPECT_EQ(TwelveMonths({.year = 2002, .month = 0}).Last(), (YearMonth{.year = 2002, .month = 11}));
   EXPECT_EQ(TwelveMonths({.year = 2002, .month = 13}).Last(), (YearMonth{.year = 2003, .month = 12}));
   EXPECT_EQ(TwelveMonths({.year = 2002, .month = 14}).Last(), (YearMonth{.year = 2003, .month = 13}));

@@ -79,7 +79,7 @@ TEST_F(DialogsTest, ReturnEmptyAndKeepTheCompanyWhenCancelled) {
   component.QBCompany("C:\\Companies\\Before.qbw");
   for (const QBKRN_Dialogs dialog : {dlg_SelectQBcompany, dlg_SelectKRNplan}) {
     EXPECT_TRUE(component.ShowDialog(dialog).IsEmpty());
-    EXPECT_TRUE(host.observer->Told(NoticeKind::OperationEnded, 32755));
+    EXPECT_TRUE(host.observer->Reported(NoticeKind::OperationEnded, 32755));
     EXPECT_EQ(StoredCompany(), "C:\\Companies\\Before.qbw");
   }
 }
@@ -92,11 +92,11 @@ TEST_F(DialogsTest, ShowTheComponentsMessage) {
 TEST_F(DialogsTest, CanBeShownAgainAfterTheToolkitFails) {
   toolkit->person = [](Dialog& /*dialog*/) { throw Error(error_number::outOfMemory); };
   EXPECT_TRUE(component.ShowDialog(dlg_QBtoKRN).IsEmpty());
-  EXPECT_TRUE(host.observer->Told(NoticeKind::OperationEnded, 7));
+  EXPECT_TRUE(host.observer->Reported(NoticeKind::OperationEnded, 7));
   toolkit->person = [](Dialog& dialog) { dialog.Dismiss(); };
   component.ShowDialog(dlg_QBtoKRN);
   EXPECT_EQ(toolkit->shown.size(), 2U);
-  EXPECT_FALSE(host.observer->Told(NoticeKind::OperationEnded, 400));
+  EXPECT_FALSE(host.observer->Reported(NoticeKind::OperationEnded, 400));
 }
 
 TEST(Dialogs, ShowTheAboutBox) {

@@ -173,7 +173,7 @@ TEST_F(ImportFromDialog, RefusesASecondOptionsDialogWhileOneIsShown) {
                              [&] { EXPECT_TRUE(component.ShowDialog(dlg_QBtoKRN).IsEmpty()); });
   Imports({expenseBox}, 0);
   EXPECT_EQ(toolkit->shown.size(), 1U);
-  EXPECT_TRUE(host.observer->Told(NoticeKind::OperationEnded, 400));
+  EXPECT_TRUE(host.observer->Reported(NoticeKind::OperationEnded, 400));
   EXPECT_EQ(host.journal->Count("AfterImport"), 1);
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "error_number.h"
 #include "fakes/scripted_toolkit.h"
 #include "fakes/test_host.h"
 
@@ -255,7 +256,7 @@ TEST_F(ImportPageTest, IgnoresImportWhileItIsDisabled) {
 
 TEST_F(ImportPageTest, CannotImportWithoutAComponent) {
   dialog.Check("chkIncludeIncomeAccounts", true);
-  EXPECT_EQ(fakes::ErrorNumberOf([this] { dialog.Press("cmdButton0"); }), 91);
+  EXPECT_EQ(tests::NumberThrownBy([this] { dialog.Press("cmdButton0"); }), 91);
 }
 
 TEST_F(ImportPageTest, IgnoresEverythingOnceItIsClosed) {

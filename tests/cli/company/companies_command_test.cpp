@@ -117,9 +117,9 @@ TEST_F(CompaniesCommand, ReportsEachFileThatCannotBeListed) {
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.err.find("krnqb: listing companies failed: " + (place / "typed/c]]>.qbw") +
-                         ": its path holds \"]]>\"; rename the file and try again\n"
+                         ": its path contains \"]]>\"; rename the file and try again\n"
                          "krnqb: listing companies failed: " +
-                         (place / "typed/d\xE9.qbw") + ": its path holds bytes that are no text: "),
+                         (place / "typed/d\xE9.qbw") + ": its path contains bytes that are not text: "),
             0U)
       << run.err;
 }

@@ -153,7 +153,7 @@ TEST_F(MonthlyPasses, EndAtAMonthOutsideTheCalendar) {
     EXPECT_EQ(surroundings.journal->Text().find("ProcessRequest"), std::string::npos);
     EXPECT_TRUE(surroundings.journal->Text().starts_with("ProgressBarChange 8 "))
         << surroundings.journal->Text();
-    EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, error_number::typeMismatch));
+    EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, error_number::typeMismatch));
   }
   EXPECT_EQ(surroundings.errorPair.number, 0);
 }
@@ -170,7 +170,7 @@ TEST_F(MonthlyPasses, EndAtAYearOutsideTheCalendarAndKeepTheMonthsBefore) {
   EXPECT_EQ(surroundings.journal->Count("ProcessRequest 10 9999-12-01 9999-12-31"), 0);
   EXPECT_EQ(surroundings.journal->Count("ProgressBarChange 25 Importing expense balances..."), 1);
   EXPECT_EQ(surroundings.journal->Count("ProgressBarChange 33 Importing expense balances..."), 0);
-  EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, error_number::typeMismatch));
+  EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, error_number::typeMismatch));
   EXPECT_EQ(surroundings.SumOfAll(), 5) << "a pass that ended spreads no balance";
 }
 
@@ -181,7 +181,7 @@ TEST_F(MonthlyPasses, EndWithTheErrorOfASinkAndKeepTheMonthsBefore) {
   ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(surroundings.SumOfAll(), 1);
   EXPECT_EQ(surroundings.errorPair.number, 0);
-  EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, 17));
+  EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, 17));
 }
 
 TEST_F(MonthlyPasses, GoOnAfterARefusedRequest) {

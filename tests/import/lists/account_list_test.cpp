@@ -114,7 +114,7 @@ TEST(TopLevelSubtotals, HaveARecordOfZerosPerTopLevelAccountByName) {
 TEST(TopLevelSubtotals, AreNothingIfTwoAccountsHaveTheSameName) {
   fakes::RecordingObserver observer;
   EXPECT_FALSE(TopLevelSubtotals(List({Account("1", "Cars"), Account("2", "CARS")}), observer));
-  EXPECT_TRUE(observer.Told(NoticeKind::OperationEnded, 457));
+  EXPECT_TRUE(observer.Reported(NoticeKind::OperationEnded, 457));
 }
 
 TEST(TopLevelSubtotals, AreNothingWithoutAListAndIfAnAccountHasNoName) {

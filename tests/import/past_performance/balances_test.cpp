@@ -122,7 +122,7 @@ TEST_F(PastBalances, EndAtABalanceThatIsNoNumberAndKeepTheFiguresSoFar) {
     EXPECT_EQ(Periods("CreditCard"), First({}));
     EXPECT_EQ(surroundings.state.pastPerformance->Find("Equity"), nullptr);
     EXPECT_EQ(surroundings.journal->Text(), "ProcessRequest 60\n") << "no period is read";
-    EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, error_number::typeMismatch));
+    EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, error_number::typeMismatch));
   }
   EXPECT_EQ(surroundings.errorPair.number, 0);
 }
@@ -133,7 +133,7 @@ TEST_F(PastBalances, EndAtAnAccountWithoutABalance) {
               "</AccountRet>");
   Collect();
   EXPECT_EQ(Periods("Bank"), First({100, 100, 100}));
-  EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, error_number::objectNotSet));
+  EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, error_number::objectNotSet));
 }
 
 TEST_F(PastBalances, AreNotReadWithAnotherVersion) {
@@ -152,7 +152,7 @@ TEST_F(PastBalances, AreNoCollectionAtAllWhenTheAccountsAreRefused) {
   surroundings.journal->Fail("ProcessRequest 60", Error(-2147220477, "unexpected"));
   Collect();
   EXPECT_FALSE(surroundings.state.pastPerformance);
-  EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, -2147220477));
+  EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, -2147220477));
   EXPECT_EQ(surroundings.errorPair.number, 0);
 }
 
@@ -162,7 +162,7 @@ TEST_F(PastBalances, AreTheFiveTypesAloneWhenTheAccountsAreNoDocument) {
   ASSERT_TRUE(surroundings.state.pastPerformance);
   EXPECT_EQ(Types(), (TypeNames{"Income", "Expense", "CostOfGoodSold", "Depreciation", "RetainedEarnings"}));
   EXPECT_EQ(surroundings.journal->Text(), "ProcessRequest 60\n");
-  EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, error_number::objectNotSet));
+  EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, error_number::objectNotSet));
 }
 
 TEST_F(PastBalances, TakeThePlaceOfAnEarlierCollection) {

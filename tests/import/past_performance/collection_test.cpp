@@ -137,7 +137,7 @@ TEST_F(PastTransactions, EndWithoutIncomeAccounts) {
   surroundings.state.incomeAccounts = AccountList();
   Collect();
   EXPECT_EQ(Periods("Income"), First({}));
-  EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, error_number::objectNotSet));
+  EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, error_number::objectNotSet));
   EXPECT_EQ(Asked("20 2001-04-01 2001-04-30"), 0);
 }
 
@@ -185,7 +185,7 @@ TEST_F(PastTransactions, AreNotAskedWhenTheYearsLeaveSixteenBits) {
   surroundings.state.options.period.krnStartingYear = -32765;
   Collect();
   EXPECT_EQ(surroundings.journal->Text(), "ProcessRequest 60\n");
-  EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, error_number::overflow));
+  EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, error_number::overflow));
   EXPECT_EQ(Types().size(), 6U);
 }
 

@@ -152,7 +152,7 @@ TEST_F(PastReports, EndInTheFirstPeriodWithoutExpenseAccounts) {
   EXPECT_EQ(Periods("Income"), First({1}));
   EXPECT_EQ(Periods("Expense"), First({}));
   EXPECT_EQ(surroundings.journal->Text(), "ProcessRequest 60\n" + ProfitAndLoss("2000-04-01", "2001-03-31"));
-  EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, error_number::objectNotSet));
+  EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, error_number::objectNotSet));
   EXPECT_EQ(surroundings.errorPair.number, 0);
 }
 
@@ -162,7 +162,7 @@ TEST_F(PastReports, EndInTheFirstPeriodWithoutCostAccounts) {
   Collect();
   EXPECT_EQ(Periods("Expense"), First({2}));
   EXPECT_EQ(Periods("CostOfGoodsSold"), First({}));
-  EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, error_number::objectNotSet));
+  EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, error_number::objectNotSet));
 }
 
 TEST_F(PastReports, EndInTheFirstPeriodWithoutCostOfGoodsSold) {
@@ -181,7 +181,7 @@ TEST_F(PastReports, EndAtAnAnswerThatIsNoDocumentAndKeepTheFiguresSoFar) {
   surroundings.quickBooks->answers["320 2001-04-01"] = "no document";
   Collect();
   EXPECT_EQ(Periods("Income"), First({1})) << "the second period's figures were not reached";
-  EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, error_number::objectNotSet));
+  EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, error_number::objectNotSet));
   surroundings.quickBooks->answers.erase("320 2001-04-01");
   surroundings.quickBooks->answers["330 Equity 2002-03-31"] = "no document";
   Report("330 Bank", ReportRow("Checking", {"7"}));
@@ -195,12 +195,12 @@ TEST_F(PastReports, EndWithTheErrorOfARefusalOrASink) {
   surroundings.journal->Fail("ProcessRequest 310 2001-04-01 2002-03-31", Error(-2147220477, "unexpected"));
   Collect();
   EXPECT_EQ(Periods("Income"), First({1}));
-  EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, -2147220477));
+  EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, -2147220477));
   surroundings.journal->Heal();
   surroundings.journal->FailOccurrence("ProgressBarChange 17 Processing...", 2, Error(17, "sink"));
   Collect();
   EXPECT_EQ(Periods("Income"), First({1, 1}));
-  EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, 17));
+  EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, 17));
   EXPECT_EQ(surroundings.errorPair.number, 0);
 }
 
@@ -208,7 +208,7 @@ TEST_F(PastReports, EndAtAYearOutsideTheCalendar) {
   surroundings.state.options.period.krnStartingYear = 101;
   Collect();
   EXPECT_EQ(surroundings.journal->Text(), "ProcessRequest 60\n");
-  EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, error_number::typeMismatch));
+  EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, error_number::typeMismatch));
 }
 
 }  // namespace
