@@ -8,7 +8,7 @@
 
 namespace krnqb {
 
-/// The data and services of an import's operations. All references must outlive the context.
+/// What the operations of an import work with. Everything outlives the context.
 struct ImportContext {
   ImportState& state;
   Session session;

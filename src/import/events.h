@@ -9,11 +9,11 @@
 
 namespace krnqb {
 
-/// Raises the component's events to every sink, in the order of the list. An exception from a sink reaches
-/// the caller.
+/// Raises the component's events to every sink, in the order of the list. What a sink throws reaches the
+/// caller.
 class Events {
  public:
-  /// The list must outlive this object. It may change while an event is raised.
+  /// The list outlives the events; it may change while an event is raised.
   explicit Events(const std::vector<std::shared_ptr<EventSink>>& sinks) noexcept : sinks_(sinks) {}
 
   void XMLprocessing() const;

@@ -6,10 +6,10 @@
 
 namespace krnqb {
 
-/// The progress description of steps that have no description of their own.
+/// What a progress bar shows while a run's operations work through their steps.
 inline constexpr auto processingText = "Processing...";
 
-/// Returns a step's share of all steps in percent, rounded half to even: step 1 of 12 is 8, step 3 is 25.
+/// A step of several as whole percent, halves to even: the first of 12 is 8, the third 25.
 inline std::int16_t RoundedPercent(int step, int stepCount) {
   return RequireInteger(static_cast<double>(step) / stepCount * 100);
 }

@@ -10,9 +10,9 @@
 
 namespace krnqb {
 
-/// The options of an import and the data that it has read. Nothing is reset between imports.
+/// What an import has read. Nothing of it is reset between imports.
 struct ImportState {
-  /// A host may change any option during an event, so every step reads them anew.
+  /// A host may change any of them during an event, so every step reads them anew.
   ImportOptions options;
   XmlElement selectedExpenses;
   AccountList expenseAccounts;
@@ -22,7 +22,7 @@ struct ImportState {
   std::optional<SubtotalCollection> expenseSubtotals;
   std::optional<SubtotalCollection> incomeSubtotals;
   std::optional<SubtotalCollection> costSubtotals;
-  /// Account ids or cost-of-goods markers, keyed by customer id, comma and amount text.
+  /// Account ids or cost-of-goods markers, by customer id, a comma, and the amount's text.
   std::optional<KeyedCollection<std::string>> billableExpenses;
   std::optional<SubtotalCollection> pastPerformance;
 };
