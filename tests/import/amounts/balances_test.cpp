@@ -171,7 +171,7 @@ TEST_F(MonthlyPasses, EndAtAYearOutsideTheCalendarAndKeepEarlierMonths) {
   EXPECT_EQ(surroundings.journal->Count("ProgressBarChange 25 Importing expense balances..."), 1);
   EXPECT_EQ(surroundings.journal->Count("ProgressBarChange 33 Importing expense balances..."), 0);
   EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, error_number::typeMismatch));
-  EXPECT_EQ(surroundings.SumOfAll(), 5) << "no balance is spread after a failure";
+  EXPECT_EQ(surroundings.SumOfAll(), 5) << "a pass that ended spreads no balance";
 }
 
 TEST_F(MonthlyPasses, EndAtASinksErrorAndKeepEarlierMonths) {

@@ -24,7 +24,7 @@ class PastTransactions : public CollectingPastPerformance {
         "InvoiceQueryRs",
         Element("InvoiceRet", Element("InvoiceLineRet", fakes::ItemRef("IT-1") + Amount(amount))));
   }
-  int RequestCount(const std::string& question) const {
+  int Asked(const std::string& question) const {
     return surroundings.journal->Count("ProcessRequest " + question);
   }
 };
@@ -66,20 +66,20 @@ TEST_F(PastTransactions, YieldNoExpensesOrCosts) {
 TEST_F(PastTransactions, RequestExpensesOfTheImportedYearAndIncomeOfThePeriods) {
   surroundings.state.options.period.startingYear = 1999;
   Collect();
-  EXPECT_EQ(RequestCount("10 1999-04-01 1999-04-30"), 3);
-  EXPECT_EQ(RequestCount("12 2000-03-01 2000-03-31"), 3);
-  EXPECT_EQ(RequestCount("10 2000-04-01 2000-04-30"), 0);
+  EXPECT_EQ(Asked("10 1999-04-01 1999-04-30"), 3);
+  EXPECT_EQ(Asked("12 2000-03-01 2000-03-31"), 3);
+  EXPECT_EQ(Asked("10 2000-04-01 2000-04-30"), 0);
   for (const std::string year : {"2000", "2001", "2002"}) {
-    EXPECT_EQ(RequestCount("20 " + year + "-04-01 " + year + "-04-30"), 1) << year;
-    EXPECT_EQ(RequestCount("21 " + year + "-12-01 " + year + "-12-31"), 1) << year;
+    EXPECT_EQ(Asked("20 " + year + "-04-01 " + year + "-04-30"), 1) << year;
+    EXPECT_EQ(Asked("21 " + year + "-12-01 " + year + "-12-31"), 1) << year;
   }
-  EXPECT_EQ(RequestCount("20 2003-04-01 2003-04-30"), 0);
+  EXPECT_EQ(Asked("20 2003-04-01 2003-04-30"), 0);
 }
 
 TEST_F(PastTransactions, RequestExpensesOfTheYearBeforeThePlansByDefault) {
   surroundings.state.options.period.startingYear = 0;
   Collect();
-  EXPECT_EQ(RequestCount("10 2002-04-01 2002-04-30"), 3);
+  EXPECT_EQ(Asked("10 2002-04-01 2002-04-30"), 3);
   EXPECT_EQ(surroundings.state.options.period.startingYear, 2002);
 }
 
@@ -108,9 +108,9 @@ TEST_F(PastTransactions, FillOnlyTheTwoYearsAndTheLastOfFourteenPeriods) {
   auto expected = First({1, 2});
   expected[13] = 8 + 16;
   EXPECT_EQ(Periods("Income"), expected);
-  EXPECT_EQ(RequestCount("20 2002-05-01 2002-05-31"), 0);
-  EXPECT_EQ(RequestCount("10 1999-04-01 1999-04-30"), 2 + 1);
-  EXPECT_EQ(RequestCount("10 1999-03-01 1999-03-31"), 1) << "the last period begins in March";
+  EXPECT_EQ(Asked("20 2002-05-01 2002-05-31"), 0);
+  EXPECT_EQ(Asked("10 1999-04-01 1999-04-30"), 2 + 1);
+  EXPECT_EQ(Asked("10 1999-03-01 1999-03-31"), 1) << "the last period begins in March";
 }
 
 TEST_F(PastTransactions, StartEachPeriodAtZero) {
@@ -138,7 +138,7 @@ TEST_F(PastTransactions, EndWithoutIncomeAccounts) {
   Collect();
   EXPECT_EQ(Periods("Income"), First({}));
   EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, error_number::objectNotSet));
-  EXPECT_EQ(RequestCount("20 2001-04-01 2001-04-30"), 0);
+  EXPECT_EQ(Asked("20 2001-04-01 2001-04-30"), 0);
 }
 
 TEST_F(PastTransactions, EndInTheFirstPeriodWithoutCostOfGoodsSold) {
@@ -149,7 +149,7 @@ TEST_F(PastTransactions, EndInTheFirstPeriodWithoutCostOfGoodsSold) {
   EXPECT_EQ(Periods("Income"), First({1}));
   EXPECT_EQ(Periods("Bank"), First({100, 100, 100}));
   EXPECT_EQ(surroundings.state.pastPerformance->Find("CostOfGoodsSold"), nullptr);
-  EXPECT_EQ(RequestCount("20 2001-04-01 2001-04-30"), 0);
+  EXPECT_EQ(Asked("20 2001-04-01 2001-04-30"), 0);
   ASSERT_EQ(surroundings.NoticesOf(NoticeKind::PastPerformanceEnded), 1U);
   for (const Notice& notice : surroundings.observer.notices) {
     if (notice.kind != NoticeKind::PastPerformanceEnded) continue;

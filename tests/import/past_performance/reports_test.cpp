@@ -180,7 +180,7 @@ TEST_F(PastReports, EndAtAMalformedAnswerAndKeepEarlierFigures) {
   Report("300", ReportRow("Plants", {"1"}));
   surroundings.quickBooks->answers["320 2001-04-01"] = "no document";
   Collect();
-  EXPECT_EQ(Periods("Income"), First({1})) << "the second period is not reached";
+  EXPECT_EQ(Periods("Income"), First({1})) << "the second period's figures were not reached";
   EXPECT_TRUE(surroundings.observer.Told(NoticeKind::OperationEnded, error_number::objectNotSet));
   surroundings.quickBooks->answers.erase("320 2001-04-01");
   surroundings.quickBooks->answers["330 Equity 2002-03-31"] = "no document";
