@@ -103,7 +103,7 @@ class PathDifferences : public testing::Test {
 
 using Amounts = std::map<std::string, double>;
 
-TEST_F(PathDifferences, AreNoneForPlainPurchasesAndSales) {
+TEST_F(PathDifferences, DoNotOccurForPlainPurchasesAndSales) {
   bills = Bill("B-1", "2002-02-10", ExpenseLine("EX-1", "75.00") + ExpenseLine("EX-3", "12.34"));
   invoices = Invoice("I-1", "2002-04-20", ItemLine("InvoiceLineRet", "IT-1", "100.10", "3"));
   EXPECT_EQ(Compare(), Amounts{});
@@ -111,7 +111,7 @@ TEST_F(PathDifferences, AreNoneForPlainPurchasesAndSales) {
 
 // An expense that is invoiced at exactly its amount is deducted in the month of the invoice if imported from
 // transactions, but not in reports. With a markup it is not recognised.
-TEST_F(PathDifferences, AreExpensesInvoicedExactly) {
+TEST_F(PathDifferences, OccurForExpensesInvoicedExactly) {
   bills =
       Bill("B-1", "2002-02-10", ExpenseLine("EX-1", "75.00", "CU-1") + ExpenseLine("EX-1", "40.00", "CU-1"));
   const auto billed = [](std::string_view amount) {
@@ -124,7 +124,7 @@ TEST_F(PathDifferences, AreExpensesInvoicedExactly) {
 
 // Reports round the cost of a sale to the cent and include it even for goods sold at 0.00; transactions use
 // unrounded quantities and skip a line of 0.00.
-TEST_F(PathDifferences, AreCostsOfFractionsAndOfGoodsGivenAway) {
+TEST_F(PathDifferences, OccurForFractionalCostsAndForGoodsGivenAway) {
   invoices = Invoice("I-1", "2002-05-20", ItemLine("InvoiceLineRet", "IT-3", "9.00", "3")) +
              Invoice("I-2", "2002-06-20", ItemLine("InvoiceLineRet", "IT-3", "1.00", "0.25")) +
              Invoice("I-3", "2002-07-20", ItemLine("InvoiceLineRet", "IT-3", "0.00", "2"));
@@ -134,8 +134,8 @@ TEST_F(PathDifferences, AreCostsOfFractionsAndOfGoodsGivenAway) {
   EXPECT_EQ(differences.at("costs/Plants 7"), -5.10);
 }
 
-// Lines inside an item group count in sales but not in purchases.
-TEST_F(PathDifferences, AreItemGroupsOnPurchases) {
+// Lines inside an item group are included in sales but not in purchases.
+TEST_F(PathDifferences, OccurForItemGroupsOnPurchases) {
   bills = Bill("B-1", "2002-03-10",
                ItemLine("ItemLineRet", "IT-2", "10.00", "1") +
                    Element("ItemGroupLineRet", Reference("ItemGroupRef", "GR-1") +
@@ -147,13 +147,13 @@ TEST_F(PathDifferences, AreItemGroupsOnPurchases) {
 }
 
 // A report has a parent's own postings in a separate row and in the parent's sum; both are added.
-TEST_F(PathDifferences, AreParentsWithPostings) {
+TEST_F(PathDifferences, OccurForParentsWithPostings) {
   bills = Bill("B-1", "2002-08-10", ExpenseLine("EX-2", "30.00") + ExpenseLine("EX-3", "100.00"));
   EXPECT_EQ(Compare(), (Amounts{{"expenses/Facilities 8", -30.0}}));
 }
 
 // Without transactions the account stays at 0, so its balance is spread over the months with activity.
-TEST_F(PathDifferences, AreUnpostedExpenseBalances) {
+TEST_F(PathDifferences, OccurForUnpostedExpenseBalances) {
   accounts += Account("EX-4", "Expense", "Insurance", "", "1200.00");
   bills = Bill("B-1", "2002-03-10", ExpenseLine("EX-1", "5.00")) +
           Bill("B-2", "2001-03-10", ExpenseLine("EX-4", "1200.00"));
@@ -162,8 +162,8 @@ TEST_F(PathDifferences, AreUnpostedExpenseBalances) {
                                 {"expenses/Insurance 3", 400.0}}));
 }
 
-// A discount item's account is not where a sold item has it, so its line finds none.
-TEST_F(PathDifferences, AreDiscountItems) {
+// A discount item stores its account in another element than sold items, so its line has no account.
+TEST_F(PathDifferences, OccurForDiscountItems) {
   invoices =
       Invoice("I-1", "2002-09-20",
               ItemLine("InvoiceLineRet", "IT-1", "100.00", "1") +
@@ -172,7 +172,7 @@ TEST_F(PathDifferences, AreDiscountItems) {
 }
 
 // Purchases posted directly to a cost of goods account are only in reports.
-TEST_F(PathDifferences, ArePurchasesPostedToCostOfGoods) {
+TEST_F(PathDifferences, OccurForPurchasesPostedToCostOfGoods) {
   bills = Bill("B-1", "2002-10-10", ExpenseLine("CO-1", "20.00"));
   EXPECT_EQ(Compare(), (Amounts{{"costs/Plants 10", -20.0}}));
 }

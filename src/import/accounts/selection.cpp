@@ -20,7 +20,7 @@ std::string LowerAscii(std::string text) {
   return text;
 }
 
-// Returns the text unless it contains a double quote, which no quoted text in a search path can.
+// Returns the text. Throws if it contains a double quote, which a quoted text in a search path cannot.
 const std::string& Searchable(const std::string& text) {
   if (text.find('"') != std::string::npos) throw Error(error_number::unspecified);
   return text;
@@ -56,7 +56,7 @@ bool SelectedAttribute(const XmlElement& record) {
   return RequireDouble(text) != 0;
 }
 
-// The accounts of a list by each of their ids.
+// Finds the accounts of a list by each of their ids.
 class AccountsById {
  public:
   explicit AccountsById(const XmlElement& accounts) {
@@ -69,7 +69,7 @@ class AccountsById {
     }
   }
 
-  // Removes the first account in the list that has this id, if there is one left.
+  // Removes the first remaining account with this id, if any.
   void Remove(const std::string& id) {
     const auto found = accountsLastFirst_.find(id);
     if (found == accountsLastFirst_.end()) return;
@@ -78,7 +78,7 @@ class AccountsById {
     while (!removed && !accounts.empty()) {
       XmlElement account = accounts.back();
       accounts.pop_back();
-      // An account with several ids may be gone already.
+      // An account with several ids may already have been removed.
       removed = static_cast<bool>(account.Parent());
       if (removed) account.Remove();
     }
@@ -116,7 +116,7 @@ XmlElement BuildSelectedExpenses(ImportContext& context) {
     const std::string document = SelectionDocument(tableBlocks, context.state.expenseAccounts.Element());
     selection = XmlElement::Parse(document);
     if (!selection)
-      throw Error(error_number::unspecified, "an account's name or id cannot stand in the selection");
+      throw Error(error_number::unspecified, "an account's name or id is not valid in the selection");
   });
   return selection;
 }

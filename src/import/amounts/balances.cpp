@@ -31,7 +31,8 @@ constexpr std::array expenseKinds = {request_number::bills, request_number::chec
                                      request_number::creditCardCharges};
 constexpr std::array incomeKinds = {request_number::invoices, request_number::salesReceipts};
 
-// The start is settled after the first progress event, whose handler may still change the plan's.
+// The start is settled after the first progress event because its handler may change the plan's month or
+// year.
 void ReadMonths(ImportContext& context, const MonthlyPass& pass, const YearMonth& start) {
   std::optional<TwelveMonths> months;
   for (std::int16_t step = 1; step <= cSubtotals::monthCount; ++step) {
@@ -47,7 +48,7 @@ void ReadMonths(ImportContext& context, const MonthlyPass& pass, const YearMonth
   }
 }
 
-// Only accounts that QuickBooks itself counts as top-level by number: "0.0" is one too.
+// The level is compared as a number, so "0.0" is top-level too.
 constexpr auto topLevelExpenseAccounts = "//AccountRet[AccountType = \"Expense\" and Sublevel = 0]";
 
 void SpreadBalance(SubtotalCollection& subtotals, const XmlElement& account, std::int16_t months) {

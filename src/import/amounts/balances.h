@@ -5,17 +5,18 @@
 
 namespace krnqb {
 
-/// The expense pass: books the bills, checks and credit-card charges of the twelve months that begin with
-/// `start`, in which 0 means the plan's own month or year, then spreads the balances of expense accounts
-/// without any. `BillableExpenses` begins empty. A failure (such as a month outside the calendar) is reported
-/// to the observer and ends the pass; what was booked stays.
+/// Runs the expense pass: clears `BillableExpenses`, books the bills, checks and credit-card charges of the
+/// twelve months that begin with `start`, and spreads the balances of expense accounts without amounts. A
+/// month or year of 0 in `start` means that of the plan. A failure, such as a month outside the calendar,
+/// ends the pass and is reported to the observer; amounts already booked are kept.
 void ImportExpenseBalances(ImportContext& context, const YearMonth& start);
 
-/// The income pass: books the invoices and sales receipts of the twelve months, likewise.
+/// Runs the income pass: books the invoices and sales receipts of the twelve months that begin with `start`.
+/// `start` and failures are as for `ImportExpenseBalances`; no balances are spread.
 void ImportIncomeBalances(ImportContext& context, const YearMonth& start);
 
 /// Spreads the "Balance" of each top-level expense account whose total is 0 evenly over the months of
-/// activity (all twelve when there is none).
+/// activity, or over all twelve months if no month has any. A failure is reported to the observer.
 void SpreadExpenseBalances(ImportContext& context);
 
 }  // namespace krnqb

@@ -6,7 +6,7 @@
 
 namespace krnqb {
 
-/// The first and the last day of a period, as year-month-day.
+/// The first and last day of a period, each as "year-month-day".
 struct DateRange {
   std::string fromDate;
   std::string toDate;
@@ -16,7 +16,7 @@ struct DateRange {
 /// the last month is outside the calendar (see `DaysInMonth`), Error 6 if it leaves 16 bits.
 DateRange FiscalYearRange(const TwelveMonths& months);
 
-/// Returns the range of one month; errors as for `DaysInMonth`.
+/// Returns the range of one month. Throws the errors of `DaysInMonth`.
 DateRange MonthRange(const YearMonth& month);
 
 }  // namespace krnqb

@@ -21,7 +21,7 @@ std::string_view ResponseName(std::int32_t kind) {
   }
 }
 
-// An expense line names its account, an item line its item, whose expense side it posts to.
+// An expense line names its account; an item line posts to the expense account of its item.
 std::string_view AccountOf(LineBooking& booking, const TransactionLine& line) {
   if (line.element == "ExpenseLineRet") {
     if (line.accountId.value_or("").empty()) booking.ReportSkipped(line, SkipReason::NoAccount, {});
@@ -48,13 +48,13 @@ void BookExpense(LineBooking& booking, const TransactionLine& line) {
   booking.ReportSkipped(line, SkipReason::AccountInNoList, account);
 }
 
-// The customer and the amount's very text: an amount written differently is another one.
+// The key contains the amount's text, so amounts that are written differently do not match.
 std::string BillableKey(const Field& customerId, const Field& amount) {
   return customerId && amount ? std::string(*customerId) + "," + std::string(*amount) : std::string();
 }
 
-// An item line counts here with the income side of its item: what its sale would post to. That may be a
-// marker, which no list holds as an account: such an expense is never taken back.
+// An item line is recorded with what the sale of its item posts to. This may be a marker, which is in no
+// account list, so such an expense is never deducted.
 std::string BillableAccount(LineBooking& booking, const TransactionLine& line) {
   const std::string_view account = line.anyAccountId.value_or("");
   if (!account.empty()) return std::string(account);
@@ -98,7 +98,7 @@ void ReadExpenseTransactions(ImportContext& context, const TransactionQuery& que
 }
 
 bool OffsetBilledExpense(LineBooking& booking, const TransactionLine& line) {
-  // A line of a group finds its customer two levels up.
+  // The customer of a line inside a group is two levels up.
   const Field& customerId = line.parentCustomerId ? line.parentCustomerId : line.grandparentCustomerId;
   const std::string key = BillableKey(customerId, line.amount);
   const auto& billable = booking.context.state.billableExpenses;

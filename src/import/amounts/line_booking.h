@@ -12,26 +12,30 @@
 
 namespace krnqb {
 
-/// Books the amounts of one query's lines: what `ReadExpenseTransactions` and `ReadSalesTransactions` share.
+/// Books the lines of one query's response for `ReadExpenseTransactions` and `ReadSalesTransactions`.
 class LineBooking {
  public:
-  /// Both outlive the booking.
+  /// Both references must outlive the booking.
   LineBooking(ImportContext& importContext, const TransactionQuery& transactionQuery, Operation operation)
       : context(importContext), query(transactionQuery), place(transactionQuery.At(operation)) {}
 
-  /// The line's amount; 0, told to the observer, when it has none that is a number.
+  /// Returns the line's amount. If it is missing or not a number, reports the line as skipped and returns 0.
   double AmountOf(const TransactionLine& line);
 
-  /// Adds an amount to the month of the top-level account above an account. False when the group's list does
-  /// not hold the account; a missing subtotal or a sum out of range is told to the observer.
+  /// Adds an amount to the query's month of the account's top-level account. Returns false if the group's
+  /// list does not contain the account. If the subtotal is missing or the sum is out of range, reports the
+  /// line as skipped and returns true.
   bool AddTo(AccountGroup group, std::string_view accountId, double amount, const TransactionLine& line);
 
+  /// Reports to the observer that a line was not booked. `account` is the id or name of the account or item
+  /// concerned, or empty.
   void ReportSkipped(const TransactionLine& line, SkipReason reason, std::string_view account);
 
+  /// Returns `TopLevelAccountName` of an account in the group's list.
   const std::string& TopLevelName(AccountGroup group, std::string_view accountId) const;
 
-  /// Returns the cost of sale of a posting that is one or the marker of one. Throws Error 91 if the marker
-  /// does not parse.
+  /// Returns the cost of sale that a posting is or that its marker contains. Throws Error 91 if the marker
+  /// cannot be parsed.
   const CostOfSale& CostOfSaleIn(const SalePosting& posting);
 
   ImportContext& context;
@@ -39,11 +43,11 @@ class LineBooking {
   const Place place;
 
  private:
-  // The markers read: many lines sell the same item.
+  // Parsed markers, because many lines sell the same item.
   std::unordered_map<std::string, CostOfSale> costs_;
 };
 
-/// The list and the subtotals of an account group.
+/// Return the account list and the subtotals of a group.
 const AccountList& AccountsOf(const ImportState& state, AccountGroup group);
 std::optional<SubtotalCollection>& SubtotalsOf(ImportState& state, AccountGroup group);
 

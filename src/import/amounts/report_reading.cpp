@@ -20,8 +20,8 @@ struct BalanceSheetType {
   ErrorStatus errorStatus = ErrorStatus::DataMissing;
 };
 
-// Depreciation and RetainedEarnings are figures of the plan: QuickBooks has no such account types and always
-// answers with an error.
+// Depreciation and RetainedEarnings are plan figures. QuickBooks has no such account types and always answers
+// with an error status.
 constexpr std::array balanceSheetTypes{BalanceSheetType{"Bank"},
                                        BalanceSheetType{"AccountsReceivable"},
                                        BalanceSheetType{"OtherAsset"},
@@ -41,7 +41,7 @@ std::string_view Trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-// Reports what a person should know of a report's rows; it changes nothing of what is added.
+// Reports unusual rows to the observer; has no effect on the amounts.
 class RowReporting {
  public:
   RowReporting(Observer& observer, const Place& place) : observer_(observer), place_(place) {}
@@ -63,7 +63,7 @@ class RowReporting {
   void NoSubtotal(const std::string& name, const std::vector<XmlElement>& columns, std::size_t amountCount) {
     double sum = 0;
     for (std::size_t column = 1; column <= amountCount && column < columns.size(); ++column) {
-      // Reporting must not fail where the row itself would only be passed over.
+      // A skipped row must not end the report, so an invalid amount is ignored here.
       sum += ConvertToDouble(columns[column].Attribute("value").value_or("")).value_or(0);
     }
     if (sum == 0) return;
@@ -86,8 +86,7 @@ class RowReporting {
   std::unordered_set<std::string> names_;
 };
 
-// The amount columns of the row that a "RowData" element stands in: "ColData" by its position, 0 being the
-// label.
+// Returns the columns of the row that contains a "RowData" element. Column 0 is the label.
 std::vector<XmlElement> ColumnsOf(const XmlElement& rowData) {
   std::vector<XmlElement> columns;
   for (XmlElement child = rowData.Parent().FirstChild(); child; child = child.NextSibling()) {
@@ -100,7 +99,7 @@ double AmountOf(const XmlElement& column) {
   return LeadingNumber(column.Attribute("value").value_or(""));
 }
 
-// The full name of a top-level account's row; nothing for a sub-account and a row without one.
+// Returns the label of a top-level account's row, or nothing for a sub-account or a row without a label.
 std::optional<std::string> TopLevelLabel(const XmlElement& rowData) {
   std::optional<std::string> label = rowData.Attribute("value");
   if (label && label->find(':') != std::string::npos) label.reset();

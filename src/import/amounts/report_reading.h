@@ -11,30 +11,30 @@
 
 namespace krnqb {
 
-/// Adds a profit-and-loss report by month to the subtotals of the accounts that its rows name: "ColData"
-/// number m of each row goes to month m. A row of a sub-account (a name with ":") and one that names no
-/// subtotal is skipped; every other row is added, also when several name one account. Error 91 when the
-/// answer is none.
+/// Adds a monthly profit-and-loss report to the subtotals of the accounts that its rows name: "ColData" m of
+/// a row is added to month m. Skips rows of sub-accounts, whose names contain ":", and of accounts without a
+/// subtotal. Adds every other row, even if several name the same account. Throws Error 91 if `answer` is
+/// empty and Error 6 if a sum is out of range.
 void ParseProfitAndLossReport(const XmlElement& answer, std::optional<SubtotalCollection>& target,
                               Observer& observer, const Place& place);
 
-/// Asks for the report of a number (300, 310 or 320) over a range and adds it. Throws what QuickBooks refuses
-/// it with too.
+/// Requests report 300, 310 or 320 over a range and adds it as above. Also throws the error with which
+/// QuickBooks refuses the request.
 void ParseProfitAndLossReport(Session& session, std::int32_t requestNumber, const DateRange& range,
                               std::optional<SubtotalCollection>& target, Observer& observer);
 
-/// Whether the balance sheet by type raises a progress event per account type.
+/// Whether `ParseBalanceSheetByType` raises a progress event per account type.
 enum class TypeProgress { Raised, Silent };
 
-/// Asks for the balance sheet of each of twelve account types and adds the first amount of each top-level row
-/// to the type's slot `period` (1 to 14). `request` is request 330 with its placeholder, `asOfDate` the date
-/// in it. Raises a progress event per type when `progress` says so. Error 91 when an answer is no report,
-/// else what QuickBooks refuses a request with.
+/// Requests the balance sheet of each of twelve account types and adds the first amount of each top-level row
+/// to the type's slot `period` (1 to 14). `request` is request 330 with its placeholder; `asOfDate` is the
+/// date in it. Throws Error 91 if an answer is not well-formed, Error 6 if a sum is out of range, and the
+/// error with which QuickBooks refuses a request.
 void ParseBalanceSheetByType(ImportContext& context, std::int16_t period, const std::string& request,
                              const std::string& asOfDate, SubtotalCollection& target, TypeProgress progress);
 
-/// The account name of a report row's label: what follows an account number and " · ", trimmed, or the whole
-/// label.
+/// Returns the account name in a report row's label: the text after the first " · ", trimmed of blanks, or
+/// the whole label if it has no such separator.
 std::string_view AccountNameOfLabel(std::string_view label);
 
 }  // namespace krnqb

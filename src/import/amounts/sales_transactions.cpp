@@ -11,7 +11,7 @@
 namespace krnqb {
 namespace {
 
-// The line's own item, else its group's, else that of the group it stands in.
+// Returns the line's item, or else its item group, or else the item group that contains it.
 std::string_view ItemOf(const TransactionLine& line) {
   for (const TransactionLine::Field& item : {line.itemId, line.itemGroupId, line.parentItemGroupId}) {
     if (!item.value_or("").empty()) return *item;
@@ -19,11 +19,11 @@ std::string_view ItemOf(const TransactionLine& line) {
   return {};
 }
 
-// Halfway from the largest number of single precision to the next power of two: what is below rounds down to
-// it.
+// Halfway between the largest single-precision number and the next power of two. Smaller numbers round to a
+// finite single.
 constexpr double firstBeyondSingle = 0x1.ffffffp127;
 
-// In single precision; what is no number, or none, counts as 1.
+// Returns the quantity in single precision, or 1 if it is missing, 0, not a number or out of range.
 float QuantityOf(LineBooking& booking, const TransactionLine& line) {
   float quantity = 0;
   SkipOnError(booking.context.observer, booking.place, [&] {
@@ -40,8 +40,8 @@ bool BooksCost(const SalePosting& posting) {
   return account == nullptr || IsCostOfGoodsMarker(*account);
 }
 
-// The account that takes the line's income, once its cost of goods is booked. If that fails, the marker,
-// which no list holds as an account: the income is left out too.
+// Books the cost of goods and returns the income account. If booking fails, returns the marker, which is in
+// no account list, so the income is not booked either.
 AccountId BookCost(LineBooking& booking, const TransactionLine& line, const SalePosting& posting) {
   AccountId account;
   const float quantity = QuantityOf(booking, line);

@@ -8,8 +8,8 @@
 
 namespace krnqb {
 
-/// One line of a transaction as an answer tells it. Texts are the elements' texts as they stand; one that is
-/// absent is told from one that is empty.
+/// One line of a transaction in a response. Fields are the untrimmed texts of elements; a missing element is
+/// nullopt, an empty one the empty text.
 struct TransactionLine {
   using Field = std::optional<std::string_view>;
 
@@ -18,20 +18,20 @@ struct TransactionLine {
   Field quantity;                    ///< Quantity
   Field accountId;                   ///< the ListID of its first AccountRef
   Field itemId;                      ///< the ListID of its first ItemRef
-  Field anyAccountId = {};           ///< the first ListID in any of its AccountRefs
-  Field anyItemId = {};              ///< the first ListID in any of its ItemRefs
+  Field anyAccountId = {};           ///< the first ListID in all of its AccountRefs
+  Field anyItemId = {};              ///< the first ListID in all of its ItemRefs
   Field itemGroupId;                 ///< the ListID of its first ItemGroupRef
   Field parentItemGroupId;           ///< the ListID of the parent element's first ItemGroupRef
   bool hasCustomer = false;          ///< whether the line has a CustomerRef
-  Field customerId;                  ///< the first ListID in any of its CustomerRefs
-  Field parentCustomerId;            ///< its parent's
-  Field grandparentCustomerId;       ///< its parent's parent's
-  std::string_view transactionId;    ///< TxnID of its transaction; empty when there is none
-  std::string_view transactionDate;  ///< TxnDate of its transaction, year-month-day; empty when there is none
-  bool insideItemGroup = false;      ///< a purchase's line that stands in an item group
+  Field customerId;                  ///< the first ListID in all of its CustomerRefs
+  Field parentCustomerId;            ///< the same of the parent element
+  Field grandparentCustomerId;       ///< the same of the parent's parent element
+  std::string_view transactionId;    ///< TxnID of its transaction; empty if missing
+  std::string_view transactionDate;  ///< TxnDate of its transaction, year-month-day; empty if missing
+  bool insideItemGroup = false;      ///< whether it is a purchase line inside an item group
 };
 
-/// The lines of one answer in document order, and the texts that they point to.
+/// The lines of one response in document order. Owns the texts to which they refer.
 struct TransactionLines {
   std::vector<TransactionLine> lines;
   TextArena texts;

@@ -14,7 +14,7 @@ using Field = TransactionLine::Field;
 using FrameNumber = std::int32_t;
 constexpr FrameNumber noFrame = -1;
 
-// What is kept of an element that may be a line or enclose one.
+// The fields of an element that may be a line or contain one.
 struct Frame {
   Field amount;
   Field quantity;
@@ -35,9 +35,9 @@ struct Frame {
 // A child element whose text, or whose ListID's text, is a field of its parent.
 struct FieldElement {
   std::string_view name;
-  Field Frame::*first;        // the first one's text, or for a reference the first one's ListID
-  Field Frame::*any;          // the first ListID of all references of this name
-  bool Frame::*hasReference;  // null if the element is no reference
+  Field Frame::*first;        // the text of the first one; for a reference, the ListID of the first one
+  Field Frame::*any;          // the first ListID in all references of this name
+  bool Frame::*hasReference;  // null if the element is not a reference
 };
 constexpr std::array<FieldElement, 8> fieldElements = {
     {{"Amount", &Frame::amount, nullptr, nullptr},
@@ -49,7 +49,7 @@ constexpr std::array<FieldElement, 8> fieldElements = {
      {"ItemGroupRef", &Frame::itemGroupId, nullptr, &Frame::hasItemGroup},
      {"CustomerRef", nullptr, &Frame::customerId, &Frame::hasCustomer}}};
 
-// A line by the frames that its fields come from.
+// A line and the frames that contain its fields.
 struct FoundLine {
   std::string_view element;
   FrameNumber own;
@@ -61,12 +61,12 @@ struct FoundLine {
 struct OpenElement {
   FrameNumber frame = noFrame;
   const FieldElement* reference = nullptr;  // set if its ListID is a field of its parent
-  bool isFirstReference = false;            // the first child of its name
-  bool isResponse = false;                  // the one whose children are the transactions
+  bool isFirstReference = false;            // the first child with its name
+  bool isResponse = false;                  // the parent of the transactions
   bool isItemGroup = false;
 };
 
-// Keeps the first text of each field of each element, and which elements are lines.
+// Collects the fields of elements and the elements that are lines.
 class LineHandler final : public XmlEventHandler {
  public:
   LineHandler(const LineSelection& selection, Observer& observer, const Place& place)
@@ -97,7 +97,7 @@ class LineHandler final : public XmlEventHandler {
     open_.pop_back();
   }
 
-  // The lines with their fields, once everything around them has been read; tells the answer's statuses.
+  // Reports the answer's statuses and returns the lines. Call it after the end of the document.
   TransactionLines Lines() && {
     for (const auto& status : statuses_) {
       ReportStatus([&](std::string_view name) { return status.at(name); }, observer_, place_);
@@ -109,12 +109,12 @@ class LineHandler final : public XmlEventHandler {
   }
 
  private:
-  // A text of the document whose element is still open.
+  // A field whose element is still open.
   struct Capture {
     std::size_t depth;
     std::size_t frame;
     Field Frame::*field;
-    std::size_t begin;  // in `captured`: a text inside another is part of both
+    std::size_t begin;  // in `captured_`; a nested element's text belongs to both fields
   };
   using Status = std::map<std::string_view, std::optional<std::string>>;
 
@@ -158,7 +158,7 @@ class LineHandler final : public XmlEventHandler {
     return IsInTransaction(2) || (IsInTransaction(3) && open_[open_.size() - 2].isItemGroup);
   }
 
-  // Whether the element that was opened last stands `depth` levels below the response.
+  // Returns whether the element opened last is `depth` levels below the response.
   bool IsInTransaction(std::size_t depth) const {
     return open_.size() > depth && open_[open_.size() - 1 - depth].isResponse;
   }
@@ -187,7 +187,7 @@ class LineHandler final : public XmlEventHandler {
     const Frame& own = frameAt(line.own);
     const Frame& parent = frameAt(line.parent);
     const Frame& grandparent = frameAt(line.grandparent);
-    // A line stands in its transaction, or in a group in it.
+    // A line is a child of its transaction or of a group in it.
     const Frame& transaction = parent.transactionId ? parent : grandparent;
     return {.element = line.element,
             .amount = own.amount,

@@ -8,21 +8,21 @@
 
 namespace krnqb {
 
-/// Which elements of an answer are lines.
+/// Which elements of a response are lines.
 enum class LinePlaces {
   DirectChildren,  ///< "ExpenseLineRet" and "ItemLineRet" that are children of a transaction (bill, check or
-                   ///< charge); those inside its item groups are read too, marked as such
-  Anywhere         ///< every element of the line's name in the whole answer
+                   ///< charge) or of its item groups; the latter are marked `insideItemGroup`
+  Anywhere         ///< every element with the line's name in the whole document
 };
 
 struct LineSelection {
-  std::string_view responseName;  ///< such as "BillQueryRs"; its children are the transactions
+  std::string_view responseName;  ///< the parent of the transactions, such as "BillQueryRs"
   LinePlaces places;
-  std::string_view lineName;  ///< for `Anywhere`: such as "InvoiceLineRet"
+  std::string_view lineName;  ///< for `Anywhere` only, such as "InvoiceLineRet"
 };
 
-/// Reads an answer's lines in one pass. An answer that is no document, or that holds no element called as the
-/// response is, has none. Tells the observer what `AnswerElement` tells.
+/// Returns the lines of an answer, read in one pass; no lines if the answer is not a well-formed text or has
+/// no element named `responseName`. Reports the same problems to the observer as `AnswerElement`.
 TransactionLines ReadTransactionLines(const Variant& answer, const LineSelection& selection,
                                       Observer& observer, const Place& place);
 

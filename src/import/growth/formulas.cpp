@@ -28,7 +28,7 @@ constexpr std::string_view costJoint = "* (1 + B";
 class GrowthWriter {
  public:
   GrowthWriter(const GrowthTable& table, QBKRN_BalancesImport balancesImport, Observer& observer)
-      : table_(table), balances(balancesImport), observer_(observer) {}
+      : table_(table), balancesImport_(balancesImport), observer_(observer) {}
 
   void Write(const TablesDocument& tables) {
     const XmlElement planned = tables.FirstBlock(table_.plannedBlock);
@@ -44,11 +44,11 @@ class GrowthWriter {
   }
 
  private:
-  // Without a usable "startrow" the rows count from 0, and the formulas are still written.
+  // Without a valid "startrow" the formulas are still written, with rows counted from 0.
   std::int32_t StartRow(const XmlElement& planned) {
     std::int32_t startRow = 0;
     if (!planned) return startRow;
-    SkipOnError(observer_, place, [&] {
+    SkipOnError(observer_, place_, [&] {
       startRow = RequireInteger(RequireDouble(planned.Attribute("startrow").value_or("")));
     });
     return startRow;
@@ -68,8 +68,8 @@ class GrowthWriter {
   void WriteAmounts(const std::vector<XmlElement>& plannedCells, const XmlElement& actualRow,
                     std::int32_t sheetRow, const cSubtotals& subtotal) {
     SetCell(plannedCells, 1, GeneralNumberText(table_.growthRate / 100.0));
-    const bool planned = balances == BalImport_Planned || balances == BalImport_All;
-    const bool actual = balances == BalImport_Actual || balances == BalImport_All;
+    const bool planned = balancesImport_ == BalImport_Planned || balancesImport_ == BalImport_All;
+    const bool actual = balancesImport_ == BalImport_Actual || balancesImport_ == BalImport_All;
     const std::vector<XmlElement> actualCells = actual ? actualRow.Children() : std::vector<XmlElement>();
     for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
       const std::string amount = GeneralNumberText(subtotal.SubTotal(month));
@@ -82,13 +82,13 @@ class GrowthWriter {
   }
 
   void SetCell(const std::vector<XmlElement>& cells, std::size_t column, const std::string& text) {
-    SkipOnError(observer_, place, [&] {
+    SkipOnError(observer_, place_, [&] {
       XmlElement cell = column < cells.size() ? cells[column] : XmlElement();
       cell.SetText(text);
     });
   }
 
-  // Adds up the months of every account whose name occurs within the keyword, case-insensitive.
+  // Returns the monthly sums of the accounts whose names occur within the keyword, case-insensitively.
   cSubtotals DepreciationSums() {
     cSubtotals sums{depreciationKeyword};
     if (!table_.subtotals) return sums;
@@ -96,16 +96,16 @@ class GrowthWriter {
     for (const cSubtotals& subtotal : *table_.subtotals) {
       if (keyword.find(FoldedKey(subtotal.Description())) == std::string::npos) continue;
       for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
-        SkipOnError(observer_, place, [&] { sums.AddToSubTotal(month, subtotal.SubTotal(month)); });
+        SkipOnError(observer_, place_, [&] { sums.AddToSubTotal(month, subtotal.SubTotal(month)); });
       }
     }
     return sums;
   }
 
   const GrowthTable& table_;
-  const QBKRN_BalancesImport balances;
+  const QBKRN_BalancesImport balancesImport_;
   Observer& observer_;
-  const Place place{.operation = table_.operation};
+  const Place place_{.operation = table_.operation};
 };
 
 void WriteGrowth(const GrowthTable& table, const ImportOptions& options, TablesDocument& tables,

@@ -6,6 +6,7 @@
 #include "support/error_handling.h"
 
 namespace krnqb {
+
 const AccountList::RollUp& AccountList::RollUpOf(std::string_view listId) const {
   if (lookUps_ == nullptr) lookUps_ = std::make_shared<LookUps>(answer_);
   const std::string id(listId);
@@ -29,7 +30,7 @@ std::string AccountList::Climb(const std::string& listId) const {
     if (account.Child("Sublevel").Text() == "0") return account.Child("Name").Text();
     const std::string parentId = account.Select("./ParentRef/ListID").Text();
     if (!visited.insert(parentId).second) {
-      throw Error(error_number::unspecified, "the account's parents run in a circle");
+      throw Error(error_number::unspecified, "the account's parents form a cycle");
     }
     listIdElement = FindListId(parentId);
   }

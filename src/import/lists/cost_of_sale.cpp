@@ -8,7 +8,7 @@
 namespace krnqb {
 namespace {
 
-// Whether an attribute with this text reads back unchanged: line ends and tabs become blanks there.
+// Returns whether an attribute with this text reads back unchanged. Tabs and line breaks become blanks.
 bool ReadsBackUnchanged(std::string_view text) {
   return text.find_first_of("\"&<\t\r\n") == std::string_view::npos;
 }

@@ -9,11 +9,11 @@ namespace krnqb {
 /// An account's ListID.
 using AccountId = std::string;
 
-/// What the sale of an inventory item books: its income, and its average cost as cost of goods sold.
+/// The accounts to which the sale of an inventory item posts, and the item's average cost.
 struct CostOfSale {
   AccountId costAccount;
   AccountId incomeAccount;
-  std::string averageCost;  ///< the text of the item's record
+  std::string averageCost;  ///< the text in the item's record
 
   bool operator==(const CostOfSale&) const = default;
 };
@@ -21,20 +21,22 @@ struct CostOfSale {
 /// What an item's sale posts to. An account id that begins with "<COGS" is a marker, see below.
 using SalePosting = std::variant<AccountId, CostOfSale>;
 
-// The cost-of-goods marker: a cost of sale as one XML element's text. It is kept where only a text can be,
-// and it is what counts where a part holds a character that the element's text changes or does not allow.
+// A cost-of-goods marker is a cost of sale in the form of an XML element's text. It is stored where only a
+// text is possible. It also decides what is booked if a part contains a character that an unescaped attribute
+// cannot hold or changes.
 
-/// Returns the marker of a cost of sale, its parts put in as they are, not escaped.
+/// Returns the marker of a cost of sale. The parts are not escaped.
 std::string CostOfGoodsMarker(const CostOfSale& sale);
 
 /// Returns whether an account id is a marker: whether it begins with "<COGS".
 bool IsCostOfGoodsMarker(std::string_view account) noexcept;
 
-/// Parses a marker; a missing attribute is the empty text. Throws Error 91 if it does not parse.
+/// Parses a marker. A missing attribute becomes the empty text. Throws Error 91 if the marker is not
+/// well-formed.
 CostOfSale ReadCostOfGoodsMarker(const std::string& marker);
 
-/// Returns the posting of a cost of sale: the parts if the marker would read back as just these, else the
-/// marker.
+/// Returns the posting of a cost of sale: the cost of sale itself if its marker would read back unchanged,
+/// otherwise the marker.
 SalePosting PostingOf(const CostOfSale& sale);
 
 /// Returns a posting as one text: the account id or the marker.

@@ -61,7 +61,7 @@ const Found& ItemList::LookUp(std::string_view itemId, std::unordered_map<std::s
   return *result;
 }
 
-// The record around the first "ListID" element of the document with that text; none without one.
+// Returns the parent of the document's first "ListID" element with this text, or an empty handle.
 XmlElement ItemList::FindItem(const std::string& itemId) const {
   const bool quoted = itemId.find('"') != std::string::npos;
   const XmlElement listId =

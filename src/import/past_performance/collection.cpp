@@ -19,26 +19,26 @@ namespace {
 
 constexpr Operation operation = Operation::CollectPastPerformance;
 
-// Types that are there whether the company has such accounts or not. "CostOfGoodSold" is a figure of its own:
-// what is sold at cost is read under "CostOfGoodsSold", which a company without such accounts does not have.
+// Types that are present even if the company has no such accounts. "CostOfGoodSold" is not the account type
+// "CostOfGoodsSold", which is missing if the company has no such accounts.
 constexpr std::array<std::string_view, 5> seededTypes = {"Income", "Expense", "CostOfGoodSold",
                                                          "Depreciation", "RetainedEarnings"};
 
-// A year or a month of the past.
+// A past year or month.
 struct PastPeriod {
-  std::int16_t number;  // 1 to 14: the slot that its figures go to
+  std::int16_t number;  // the slot for its figures: 1 to 14
   YearMonth start;
   bool isMonth;
 };
 
-// Adds the past period to what is reported while it is read: the same transaction may be read for the import
-// too.
+// Adds the past period to the notices raised while it is read, because the import itself may read the same
+// transactions.
 class PastObserver final : public Observer {
  public:
   PastObserver(Observer& observer, std::int16_t period) : observer_(observer), period_(period) {}
 
   void Notify(const Notice& notice) noexcept override {
-    // Of a notice that cannot be copied, the notice itself is better than none.
+    // A notice that cannot be copied is passed on without the period.
     try {
       Notice past = notice;
       past.place.pastPeriod = period_;
@@ -53,8 +53,7 @@ class PastObserver final : public Observer {
   std::int16_t period_;
 };
 
-// Goes through the periods in order. The plan's month is settled anew for each: a handler may have changed
-// it.
+// Steps through the periods in order. Reads the plan's month anew for each because a handler may change it.
 class PastCalendar {
  public:
   explicit PastCalendar(ImportOptions& options) : options_(options) {
@@ -105,7 +104,7 @@ class PastCollecting {
  private:
   SubtotalCollection& Collection() { return *state_.pastPerformance; }
 
-  // With qbXML 1.x there is no balance of a past day: all three years show today's.
+  // qbXML 1.x has no balances of past days, so all three years show today's.
   void AddAccountType(const XmlElement& account) {
     const std::string type = account.Child("AccountType").Text();
     if (Collection().Find(type) == nullptr) Collection().Add(cSubtotals(type), type);
@@ -117,8 +116,8 @@ class PastCollecting {
     target.SubTotal(3, target.SubTotal(1));
   }
 
-  // A negative fixed asset is accumulated depreciation. Equity counts as retained earnings when the company's
-  // first account is called so.
+  // A negative fixed asset is accumulated depreciation. All equity is retained earnings if the company's
+  // first account has that name.
   static std::string BalanceType(const XmlElement& account, const std::string& type, double balance) {
     if (type == "FixedAsset" && balance < 0) return "Depreciation";
     if (type == "Equity" && account.Select("//Name").Text() == "Retained Earnings") return "RetainedEarnings";
@@ -141,8 +140,8 @@ class PastCollecting {
     return period.isMonth ? MonthRange(period.start) : FiscalYearRange(TwelveMonths(period.start));
   }
 
-  // The single months but the last have no transactions read for them. Expenses are those of the import's own
-  // year.
+  // Of the single months, only the last is read. Expenses are read from the imported year, not from the
+  // period's.
   void ReadTransactions(const PastPeriod& period) {
     if (options_.krnProduct == QBKRN_COR && period.number >= 3 && period.number <= 13) return;
     PastObserver observer(context_.observer, period.number);
@@ -172,7 +171,7 @@ class PastCollecting {
     for (const cSubtotals& account : *subtotals) figure.AddToSubTotal(period.number, account.Total());
   }
 
-  // What transactions alone do not tell for a past year stays 0.
+  // Past expenses and costs come only from reports; with qbXML 1.x they are 0.
   void SetTotalOfReports(std::string_view type, const PastPeriod& period,
                          const std::optional<SubtotalCollection>& subtotals) {
     if (majorVersion_ > 1) return SetTotal(type, period, subtotals);

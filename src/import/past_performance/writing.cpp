@@ -14,7 +14,7 @@ namespace {
 
 constexpr Operation operation = Operation::WritePastPerformance;
 
-// A row's figure: one account type, with another added or taken off.
+// The source of a row's figure: an account type, with another added or subtracted.
 struct PastRow {
   std::size_t row;
   std::string_view type;
@@ -27,7 +27,7 @@ struct PastBlock {
   std::vector<PastRow> rows;
 };
 
-// Rows that are not named here belong to the plan.
+// Rows not listed here keep the plan's content.
 const std::vector<PastBlock>& PastBlocks() {
   static const std::vector<PastBlock> blocks = {
       {"db_pastperformance_sales",

@@ -7,23 +7,23 @@
 
 namespace krnqb {
 
-/// The past periods that a product's past-performance table shows: 14 for QBKRN_COR, 3 for any other.
+/// Returns the number of periods in a product's past-performance table: 14 for QBKRN_COR, 3 for any other.
 std::int16_t PastPeriodCount(const ImportOptions& options) noexcept;
 
-/// Past performance ends where the company has no account of a type. `RequireType` reports that; the end
-/// itself adds nothing to it.
+/// What it means that past performance ends early. Usually the company has no account of a type, which
+/// `RequireType` has already reported.
 inline constexpr NoticeMeaning endOfPastPerformance = NoticeMeaning::Complete;
 
-/// Takes the text of the past-performance table and gives it back with the figures of the past periods,
-/// collected anew when the options ask for balances and past performance. A failure (such as an account type
-/// that the company does not have) is reported to the observer and ends the writing: the table's text with
-/// the cells written so far, or the empty text when there are none. `majorVersion` as for
+/// Writes the figures of the past periods into a past-performance table and returns its text. Collects the
+/// figures anew if the options include balances and past performance. A failure, such as an account type that
+/// the company does not have, ends the writing and is reported to the observer; the result is then the table
+/// with the cells written so far, or the empty text if there are none. `majorVersion` is as for
 /// `CollectPastPerformance`.
 std::string WritePastPerformance(ImportContext& context, const std::string& tableText,
                                  std::int16_t majorVersion);
 
-/// Returns the item of an account type. Throws Error 5 if it is missing, after reporting the type to the
-/// observer.
+/// Returns the figures of an account type. If they are missing, reports the type to the observer and throws
+/// Error 5.
 cSubtotals& RequireType(SubtotalCollection& collection, std::string_view type, Operation operation,
                         Observer& observer);
 

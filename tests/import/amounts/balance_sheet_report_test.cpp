@@ -49,16 +49,16 @@ class BalanceSheetReport : public testing::Test {
   SubtotalCollection target;
 };
 
-TEST_F(BalanceSheetReport, AsksForEachAccountTypeInOrder) {
+TEST_F(BalanceSheetReport, RequestsEachAccountTypeInOrder) {
   Parse();
   std::string expected;
   for (const std::string& type : accountTypes) {
     expected += "ProcessRequest 330 " + type + " 2002-12-31 2002-12-31\n";
   }
-  EXPECT_EQ(surroundings.journal->Text(), expected) << "and raises no event";
+  EXPECT_EQ(surroundings.journal->Text(), expected) << "no event is raised";
 }
 
-TEST_F(BalanceSheetReport, RaisesAnEventPerTypeBeforeItAsks) {
+TEST_F(BalanceSheetReport, RaisesAnEventBeforeEachRequest) {
   Parse(TypeProgress::Raised);
   std::string expected;
   for (std::size_t i = 0; i < accountTypes.size(); ++i) {
@@ -68,7 +68,7 @@ TEST_F(BalanceSheetReport, RaisesAnEventPerTypeBeforeItAsks) {
   EXPECT_EQ(surroundings.journal->Text(), expected);
 }
 
-TEST_F(BalanceSheetReport, FillsInTheTypeWhereverThePlaceholderStands) {
+TEST_F(BalanceSheetReport, ReplacesEveryPlaceholderByTheType) {
   const std::string request = "<!-- AccountTypeFilterValue -->" +
                               BuildRequest(330, "2002-12-31", "2002-12-31") +
                               "<!-- AccountTypeFilterValueAccountTypeFilterValue -->";
@@ -80,7 +80,7 @@ TEST_F(BalanceSheetReport, FillsInTheTypeWhereverThePlaceholderStands) {
   EXPECT_EQ(sent[10].find("AccountTypeFilterValue"), std::string::npos);
 }
 
-TEST_F(BalanceSheetReport, AddsTheFirstAmountOfEachTopLevelRowToTheTypesPeriod) {
+TEST_F(BalanceSheetReport, AddsTheFirstAmountOfEachTopLevelRowToThePeriod) {
   target.At("Bank").SubTotal(3, 1000);
   Answer("Bank", ReportRow("Checking", {"100.50", "7"}) + ReportRow("Savings", {"-20"}));
   Answer("Equity", ReportRow("3000 · Capital", {"5"}));
@@ -102,7 +102,7 @@ TEST_F(BalanceSheetReport, SkipsSubAccountsAndRowsWithoutAName) {
   EXPECT_EQ(Of("Bank"), 2);
 }
 
-TEST_F(BalanceSheetReport, LeavesATypeWhoseReportHasNoRowsOrNoAmounts) {
+TEST_F(BalanceSheetReport, KeepsTheFigureOfATypeWithoutRowsOrAmounts) {
   target.At("CreditCard").SubTotal(3, 9);
   Answer("CreditCard", "");
   Answer("FixedAsset",
@@ -115,7 +115,7 @@ TEST_F(BalanceSheetReport, LeavesATypeWhoseReportHasNoRowsOrNoAmounts) {
   EXPECT_EQ(SumOfAll(), 9);
 }
 
-TEST_F(BalanceSheetReport, ExpectsAnErrorForTheFiguresThatAreNoAccountTypes) {
+TEST_F(BalanceSheetReport, ExpectsAnErrorForFiguresThatAreNotAccountTypes) {
   surroundings.quickBooks->answers["330"] = fakes::StatusAnswer("GeneralSummaryReportQueryRs", "3140");
   Parse();
   std::vector<std::string> expected;
@@ -132,14 +132,14 @@ TEST_F(BalanceSheetReport, ExpectsAnErrorForTheFiguresThatAreNoAccountTypes) {
   EXPECT_EQ(missing, 10);
 }
 
-TEST_F(BalanceSheetReport, TakesTheNumberThatAnAmountBeginsWith) {
+TEST_F(BalanceSheetReport, ReadsTheLeadingNumberOfAnAmount) {
   Answer("Bank", ReportRow("Checking", {"1,000.00"}) + ReportRow("Savings", {" 2.5 net"}) +
                      ReportRow("Cash", {"none"}));
   Parse();
   EXPECT_EQ(Of("Bank"), 3.5);
 }
 
-TEST_F(BalanceSheetReport, TakesTheSecondColumnWhateverItsNumber) {
+TEST_F(BalanceSheetReport, UsesTheSecondColumnWhateverItsNumber) {
   Answer("Bank",
          "<DataRow><RowData rowType=\"account\" value=\"Cash\"/><ColData colID=\"1\" value=\"Cash\"/>"
          "<ColData colID=\"3\" value=\"5\"/></DataRow>");
@@ -148,14 +148,14 @@ TEST_F(BalanceSheetReport, TakesTheSecondColumnWhateverItsNumber) {
   EXPECT_EQ(surroundings.NoticesOf(NoticeKind::ColumnsMisaligned), 1U);
 }
 
-TEST_F(BalanceSheetReport, AddsEveryRowThatNamesAnAccountAndTellsSo) {
+TEST_F(BalanceSheetReport, AddsAndReportsSeveralRowsOfAnAccount) {
   Answer("Bank", ReportRow("Checking", {"1"}, "DataRow") + ReportRow("Checking", {"10"}, "SubtotalRow"));
   Parse();
   EXPECT_EQ(Of("Bank"), 11);
   EXPECT_EQ(surroundings.NoticesOf(NoticeKind::AccountInSeveralRows), 1U);
 }
 
-TEST_F(BalanceSheetReport, SkipsTheRowsOfATypeThatTheCollectionDoesNotHave) {
+TEST_F(BalanceSheetReport, SkipsAndReportsRowsOfAMissingType) {
   target = SubtotalCollection();
   target.Add(cSubtotals("Equity"), "Equity");
   Answer("Bank", ReportRow("Checking", {"1"}));
@@ -170,13 +170,13 @@ TEST_F(BalanceSheetReport, SkipsTheRowsOfATypeThatTheCollectionDoesNotHave) {
   EXPECT_EQ(skipped[0].place.request, 330);
 }
 
-TEST_F(BalanceSheetReport, SkipsTheRowsOfAMissingTypeWhateverTheirAmounts) {
+TEST_F(BalanceSheetReport, SkipsRowsOfAMissingTypeWhateverTheirAmounts) {
   target = SubtotalCollection();
   Answer("Bank", ReportRow("Checking", {"1E999"}));
   EXPECT_EQ(NumberThrownBy([&] { Parse(); }), 0);
 }
 
-TEST_F(BalanceSheetReport, TellsTheStatusOfATypeThatIsNotKnownAndGoesOn) {
+TEST_F(BalanceSheetReport, ReportsTheStatusOfAnUnknownTypeAndContinues) {
   surroundings.quickBooks->answers["330 Depreciation"] =
       fakes::StatusAnswer("GeneralSummaryReportQueryRs", "3140");
   Answer("Equity", ReportRow("Capital", {"2"}));
@@ -190,7 +190,7 @@ TEST_F(BalanceSheetReport, TellsTheStatusOfATypeThatIsNotKnownAndGoesOn) {
   EXPECT_EQ(notice.place.toDate, "2002-12-31");
 }
 
-TEST_F(BalanceSheetReport, FailsAtAnAnswerThatIsNoDocumentAndKeepsTheTypesBefore) {
+TEST_F(BalanceSheetReport, FailsAtAMalformedAnswerAndKeepsTheEarlierTypes) {
   Answer("Bank", ReportRow("Checking", {"1"}));
   surroundings.quickBooks->answers["330 OtherAsset"] = "no document";
   Answer("Equity", ReportRow("Capital", {"2"}));
@@ -199,7 +199,7 @@ TEST_F(BalanceSheetReport, FailsAtAnAnswerThatIsNoDocumentAndKeepsTheTypesBefore
   EXPECT_EQ(surroundings.journal->Count("ProcessRequest 330 OtherCurrentAsset 2002-12-31 2002-12-31"), 0);
 }
 
-TEST_F(BalanceSheetReport, FailsAtARefusalAndAtASinksError) {
+TEST_F(BalanceSheetReport, FailsAtARefusedRequestAndAtASinksError) {
   surroundings.journal->Fail("ProcessRequest 330 Bank 2002-12-31 2002-12-31", Error(-2147220477, "no"));
   EXPECT_EQ(NumberThrownBy([&] { Parse(); }), -2147220477);
   surroundings.journal->Heal();

@@ -18,7 +18,7 @@ using fakes::RecordAnswer;
 
 class MonthlyPasses : public testing::Test {
  protected:
-  /// A bill over an amount in the month that begins on a day.
+  /// Answers with a bill of an amount in the month that begins on a day.
   void Spend(const std::string& firstDay, const std::string& amount) {
     surroundings.quickBooks->answers["10 " + firstDay] =
         RecordAnswer("BillQueryRs", Element("BillRet", ExpenseLine(AccountRef("E-1") + Amount(amount))));
@@ -39,12 +39,12 @@ class MonthlyPasses : public testing::Test {
   fakes::ImportSurroundings surroundings;
 };
 
-struct MonthOfAPass {
+struct PassMonth {
   const char* percent;
   const char* firstDay;
   const char* lastDay;
 };
-constexpr MonthOfAPass fromNovember2003[] = {
+constexpr PassMonth fromNovember2003[] = {
     {"8", "2003-11-01", "2003-11-30"},  {"17", "2003-12-01", "2003-12-31"},
     {"25", "2004-01-01", "2004-01-31"}, {"33", "2004-02-01", "2004-02-29"},
     {"42", "2004-03-01", "2004-03-31"}, {"50", "2004-04-01", "2004-04-30"},
@@ -54,7 +54,7 @@ constexpr MonthOfAPass fromNovember2003[] = {
 
 std::string WholePass(const std::string& description, const std::vector<std::string>& kinds) {
   std::string lines;
-  for (const MonthOfAPass& month : fromNovember2003) {
+  for (const PassMonth& month : fromNovember2003) {
     lines += std::string("ProgressBarChange ") + month.percent + " " + description + "\n";
     for (const std::string& kind : kinds) {
       lines += "ProcessRequest " + kind + " " + month.firstDay + " " + month.lastDay + "\n";
@@ -63,18 +63,18 @@ std::string WholePass(const std::string& description, const std::vector<std::str
   return lines;
 }
 
-TEST_F(MonthlyPasses, AskBillsChecksAndChargesOfEachOfTwelveMonths) {
+TEST_F(MonthlyPasses, RequestBillsChecksAndChargesOfTwelveMonths) {
   ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(surroundings.journal->Text(), WholePass("Importing expense balances...", {"10", "11", "12"}));
   EXPECT_TRUE(surroundings.observer.notices.empty());
 }
 
-TEST_F(MonthlyPasses, AskInvoicesAndSalesReceiptsOfEachOfTwelveMonths) {
+TEST_F(MonthlyPasses, RequestInvoicesAndSalesReceiptsOfTwelveMonths) {
   ImportIncomeBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(surroundings.journal->Text(), WholePass("Importing income balances...", {"20", "21"}));
 }
 
-TEST_F(MonthlyPasses, PutEachMonthIntoItsSlotCountedFromTheFirst) {
+TEST_F(MonthlyPasses, NumberTheSlotsFromTheFirstMonth) {
   Spend("2003-11-01", "1");
   Spend("2003-12-01", "2");
   Spend("2004-01-01", "4");
@@ -94,14 +94,14 @@ TEST_F(MonthlyPasses, AddInvoicesAndSalesReceipts) {
             (std::vector<double>{0, 3, 0, 0, 0, 0, 0, 0, 0, 0, 0, 4}));
 }
 
-TEST_F(MonthlyPasses, AddToTheAmountsThatAreThere) {
+TEST_F(MonthlyPasses, AddToExistingAmounts) {
   Spend("2003-11-01", "1");
   ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
   ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(surroundings.Expense("Rent", 1), 2);
 }
 
-TEST_F(MonthlyPasses, TakeThePlansStartForAMonthOrAYearOfZero) {
+TEST_F(MonthlyPasses, UseThePlansStartForAMonthAndYearOfZero) {
   surroundings.state.options.period = {
       .krnStartingMonth = 4, .krnStartingYear = 2003, .startingMonth = 0, .startingYear = 0};
   ImportIncomeBalances(surroundings.context, {.year = 0, .month = 0});
@@ -109,7 +109,7 @@ TEST_F(MonthlyPasses, TakeThePlansStartForAMonthOrAYearOfZero) {
   EXPECT_EQ(surroundings.journal->Count("ProcessRequest 21 2004-03-01 2004-03-31"), 1);
 }
 
-TEST_F(MonthlyPasses, TakeThePlansStartAsTheFirstProgressEventLeavesIt) {
+TEST_F(MonthlyPasses, UseThePlansStartAfterTheFirstProgressEvent) {
   PeriodFields& period = surroundings.state.options.period;
   period = {.krnStartingMonth = 4, .krnStartingYear = 2003, .startingMonth = 0, .startingYear = 0};
   surroundings.journal->On("ProgressBarChange 8 Importing income balances...",
@@ -121,7 +121,7 @@ TEST_F(MonthlyPasses, TakeThePlansStartAsTheFirstProgressEventLeavesIt) {
   EXPECT_EQ(surroundings.journal->Count("ProcessRequest 20 2003-07-01 2003-07-31"), 1);
 }
 
-TEST_F(MonthlyPasses, ForExpensesBeginWithNoBillableExpenses) {
+TEST_F(MonthlyPasses, ForExpensesClearTheBillableExpenses) {
   surroundings.state.billableExpenses->Add("E-1", "K-1,75.00");
   surroundings.quickBooks->answers["12 2003-12-01"] =
       RecordAnswer("CreditCardChargeQueryRs",
@@ -132,7 +132,7 @@ TEST_F(MonthlyPasses, ForExpensesBeginWithNoBillableExpenses) {
   EXPECT_EQ(surroundings.state.billableExpenses->At("K-1,76.00"), "E-2");
 }
 
-TEST_F(MonthlyPasses, ForExpensesMakeTheFirstCollectionOfBillableExpenses) {
+TEST_F(MonthlyPasses, ForExpensesCreateMissingBillableExpenses) {
   surroundings.state.billableExpenses.reset();
   ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
   ASSERT_TRUE(surroundings.state.billableExpenses);
@@ -158,7 +158,7 @@ TEST_F(MonthlyPasses, EndAtAMonthOutsideTheCalendar) {
   EXPECT_EQ(surroundings.errorPair.number, 0);
 }
 
-TEST_F(MonthlyPasses, EndAtAYearOutsideTheCalendarAndKeepTheMonthsBefore) {
+TEST_F(MonthlyPasses, EndAtAYearOutsideTheCalendarAndKeepEarlierMonths) {
   surroundings.state.expenseAccounts = fakes::ImportSurroundings::List(
       "4", {fakes::Account("E-1", "Rent"),
             "<AccountRet><ListID>E-2</ListID><Name>Utilities</Name><Sublevel>0</Sublevel>"
@@ -174,7 +174,7 @@ TEST_F(MonthlyPasses, EndAtAYearOutsideTheCalendarAndKeepTheMonthsBefore) {
   EXPECT_EQ(surroundings.SumOfAll(), 5) << "a pass that ended spreads no balance";
 }
 
-TEST_F(MonthlyPasses, EndWithTheErrorOfASinkAndKeepTheMonthsBefore) {
+TEST_F(MonthlyPasses, EndAtASinksErrorAndKeepEarlierMonths) {
   Spend("2003-11-01", "1");
   Spend("2003-12-01", "2");
   surroundings.journal->Fail("ProgressBarChange 17 Importing expense balances...", Error(17, "sink"));
@@ -184,7 +184,7 @@ TEST_F(MonthlyPasses, EndWithTheErrorOfASinkAndKeepTheMonthsBefore) {
   EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, 17));
 }
 
-TEST_F(MonthlyPasses, GoOnAfterARefusedRequest) {
+TEST_F(MonthlyPasses, ContinueAfterARefusedRequest) {
   Spend("2003-11-01", "1");
   Spend("2003-12-01", "2");
   surroundings.journal->Fail("ProcessRequest 10 2003-11-01 2003-11-30", Error(-2147220477, "unexpected"));
@@ -194,7 +194,7 @@ TEST_F(MonthlyPasses, GoOnAfterARefusedRequest) {
   EXPECT_EQ(surroundings.journal->Count("ProcessRequest 12 2004-10-01 2004-10-31"), 1);
 }
 
-TEST_F(MonthlyPasses, ForExpensesSpreadTheBalancesAfterTheLastMonth) {
+TEST_F(MonthlyPasses, ForExpensesSpreadBalancesAfterTheLastMonth) {
   const std::string account =
       "<AccountRet><ListID>E-9</ListID><Name>Utilities</Name><Sublevel>0</Sublevel>"
       "<AccountType>Expense</AccountType><Balance>600.00</Balance></AccountRet>";
@@ -207,7 +207,7 @@ TEST_F(MonthlyPasses, ForExpensesSpreadTheBalancesAfterTheLastMonth) {
   EXPECT_EQ(RentByMonth(), (std::vector<double>{0, 0, 0, 7, 0, 0, 0, 0, 0, 0, 0, 0}));
 }
 
-TEST_F(MonthlyPasses, ForIncomeSpreadNoBalance) {
+TEST_F(MonthlyPasses, ForIncomeSpreadNoBalances) {
   surroundings.state.expenseAccounts = fakes::ImportSurroundings::List(
       "4", {"<AccountRet><ListID>E-1</ListID><Name>Rent</Name><Sublevel>0</Sublevel>"
             "<AccountType>Expense</AccountType><Balance>600.00</Balance></AccountRet>"});

@@ -36,13 +36,13 @@ class BillableExpenses : public testing::Test {
   fakes::ImportSurroundings surroundings;
 };
 
-TEST_F(BillableExpenses, HoldTheAccountByCustomerAndAmountText) {
+TEST_F(BillableExpenses, ContainTheAccountByCustomerAndAmountText) {
   Book(ExpenseLine(AccountRef("E-1") + Amount("75.00") + CustomerRef("K-1")));
   EXPECT_EQ(Recorded("K-1,75.00"), "E-1");
   EXPECT_EQ(Count(), 1U);
 }
 
-TEST_F(BillableExpenses, HoldTheFirstAccountItemAndCustomerIdOfAnyReference) {
+TEST_F(BillableExpenses, UseTheFirstIdInAllReferences) {
   Book(ExpenseLine(Element("AccountRef", "") + AccountRef("E-1") + Element("CustomerRef", "") +
                    CustomerRef("K-1") + Amount("75.00")));
   EXPECT_EQ(Recorded("K-1,75.00"), "E-1");
@@ -52,12 +52,12 @@ TEST_F(BillableExpenses, HoldTheFirstAccountItemAndCustomerIdOfAnyReference) {
   EXPECT_EQ(Recorded("K-2,5.00"), "E-2");
 }
 
-TEST_F(BillableExpenses, HoldTheLinesOwnAccountNotTheOneAtTheTop) {
+TEST_F(BillableExpenses, ContainTheLinesAccountNotItsTopLevelAccount) {
   Book(ExpenseLine(AccountRef("E-3") + Amount("75.00") + CustomerRef("K-1")));
   EXPECT_EQ(Recorded("K-1,75.00"), "E-3");
 }
 
-TEST_F(BillableExpenses, HoldALineOfAnyAmount) {
+TEST_F(BillableExpenses, IncludeALineOfAnyAmount) {
   Book(ExpenseLine(AccountRef("E-1") + Amount("0.00") + CustomerRef("K-1")) +
        ExpenseLine(AccountRef("E-1") + Amount("-5") + CustomerRef("K-1")) +
        ExpenseLine(AccountRef("E-2") + Amount("no number") + CustomerRef("K-1")) +
@@ -69,29 +69,29 @@ TEST_F(BillableExpenses, HoldALineOfAnyAmount) {
   EXPECT_EQ(surroundings.SumOfAll(), -5);
 }
 
-TEST_F(BillableExpenses, HoldAnAccountThatIsInNoList) {
+TEST_F(BillableExpenses, IncludeAnUnlistedAccount) {
   Book(ExpenseLine(AccountRef("X-9") + Amount("75.00") + CustomerRef("K-1")));
   EXPECT_EQ(Recorded("K-1,75.00"), "X-9");
 }
 
-TEST_F(BillableExpenses, HoldNoLineWithoutCustomer) {
+TEST_F(BillableExpenses, ExcludeALineWithoutCustomer) {
   Book(ExpenseLine(AccountRef("E-1") + Amount("75.00")));
   EXPECT_EQ(Count(), 0U);
 }
 
-TEST_F(BillableExpenses, HoldNoLineWithoutTheCustomersIdOrWithoutAmount) {
+TEST_F(BillableExpenses, ExcludeALineWithoutCustomerIdOrAmount) {
   Book(ExpenseLine(AccountRef("E-1") + Amount("75.00") + "<CustomerRef/>") +
        ExpenseLine(AccountRef("E-1") + CustomerRef("K-1")));
   EXPECT_EQ(Count(), 0U);
-  EXPECT_EQ(surroundings.Expense("Rent", 1), 75) << "the amount is booked all the same";
+  EXPECT_EQ(surroundings.Expense("Rent", 1), 75) << "the amount is still booked";
 }
 
-TEST_F(BillableExpenses, HoldALineWhoseCustomerHasAnEmptyId) {
+TEST_F(BillableExpenses, IncludeALineWhoseCustomerIdIsEmpty) {
   Book(ExpenseLine(AccountRef("E-1") + Amount("75.00") + CustomerRef("")));
   EXPECT_EQ(Recorded(",75.00"), "E-1");
 }
 
-TEST_F(BillableExpenses, HoldNoLineWithoutAnAccount) {
+TEST_F(BillableExpenses, ExcludeALineWithoutAccount) {
   surroundings.SetItems(fakes::Item("ItemGroupRet", "IT-1", ""));
   Book(ExpenseLine(Amount("75.00") + CustomerRef("K-1")) +
        ExpenseLine(AccountRef("") + Amount("76.00") + CustomerRef("K-1")) +
@@ -100,14 +100,14 @@ TEST_F(BillableExpenses, HoldNoLineWithoutAnAccount) {
   EXPECT_EQ(Count(), 0U);
 }
 
-TEST_F(BillableExpenses, TakeTheIncomeSideOfAnItem) {
+TEST_F(BillableExpenses, UseTheIncomeSideOfAnItem) {
   surroundings.SetItems(TwoAccountItem("IT-1", "I-1", "E-1"));
   Book(ItemLine(ItemRef("IT-1") + Amount("75.00") + CustomerRef("K-1")));
   EXPECT_EQ(Recorded("K-1,75.00"), "I-1");
-  EXPECT_EQ(surroundings.Expense("Rent", 1), 75) << "the expense side is where it is booked";
+  EXPECT_EQ(surroundings.Expense("Rent", 1), 75) << "the line is booked on the expense side";
 }
 
-TEST_F(BillableExpenses, PreferTheLinesOwnAccountToItsItem) {
+TEST_F(BillableExpenses, PreferTheLinesAccountToItsItem) {
   surroundings.SetItems(OneAccountItem("IT-1", "E-2"));
   Book(ItemLine(AccountRef("E-1") + ItemRef("IT-1") + Amount("75.00") + CustomerRef("K-1")) +
        ExpenseLine(ItemRef("IT-1") + Amount("76.00") + CustomerRef("K-1")));
@@ -115,14 +115,14 @@ TEST_F(BillableExpenses, PreferTheLinesOwnAccountToItsItem) {
   EXPECT_EQ(Recorded("K-1,76.00"), "E-2");
 }
 
-TEST_F(BillableExpenses, CanHoldACostOfGoodsMarker) {
+TEST_F(BillableExpenses, CanContainACostOfGoodsMarker) {
   surroundings.SetItems(fakes::InventoryItem("IT-1", "I-1", "C-1", "2.50"));
   Book(ItemLine(ItemRef("IT-1") + Amount("75.00") + CustomerRef("K-1")));
   EXPECT_EQ(Recorded("K-1,75.00"), "<COGS  cogsid=\"C-1\" workid=\"I-1\" averagecost=\"2.50\"/>");
   EXPECT_EQ(surroundings.SumOfAll(), 0);
 }
 
-TEST_F(BillableExpenses, HoldAMarkersTextAsItStands) {
+TEST_F(BillableExpenses, KeepAMarkersTextUnchanged) {
   surroundings.SetItems(fakes::InventoryItem("IT-1", "I-1", "C&amp;1", "2&quot;") +
                         OneAccountItem("IT-2", "&lt;COGS x"));
   Book(ItemLine(ItemRef("IT-1") + Amount("75.00") + CustomerRef("K-1")) +
@@ -131,7 +131,7 @@ TEST_F(BillableExpenses, HoldAMarkersTextAsItStands) {
   EXPECT_EQ(Recorded("K-1,76.00"), "<COGS x");
 }
 
-TEST_F(BillableExpenses, KeepTheFirstOfTwoWithTheSameKey) {
+TEST_F(BillableExpenses, KeepTheFirstAccountOfAKey) {
   Book(ExpenseLine(AccountRef("E-1") + Amount("75.00") + CustomerRef("K-1")) +
        ExpenseLine(AccountRef("E-2") + Amount("75.00") + CustomerRef("K-1")) +
        ExpenseLine(AccountRef("E-2") + Amount("75.00") + CustomerRef("k-1")));
@@ -140,7 +140,7 @@ TEST_F(BillableExpenses, KeepTheFirstOfTwoWithTheSameKey) {
   EXPECT_EQ(surroundings.Expense("Utilities", 1), 150) << "both are booked";
 }
 
-TEST_F(BillableExpenses, TellAmountsApartByTheirTexts) {
+TEST_F(BillableExpenses, DistinguishAmountsByTheirTexts) {
   Book(ExpenseLine(AccountRef("E-1") + Amount("75.00") + CustomerRef("K-1")) +
        ExpenseLine(AccountRef("E-2") + Amount("75.0") + CustomerRef("K-1")) +
        ExpenseLine(AccountRef("E-3") + Amount(" 75.00") + CustomerRef("K-1")));
@@ -149,7 +149,7 @@ TEST_F(BillableExpenses, TellAmountsApartByTheirTexts) {
   EXPECT_EQ(Recorded("K-1, 75.00"), "E-3");
 }
 
-TEST_F(BillableExpenses, ReuseNothingOfTheLineBefore) {
+TEST_F(BillableExpenses, ReuseNothingFromThePreviousLine) {
   surroundings.SetItems(OneAccountItem("IT-1", "E-2"));
   Book(ExpenseLine(AccountRef("E-1") + Amount("75.00") + CustomerRef("K-1")) +
        ExpenseLine(Amount("76.00") + CustomerRef("K-2")) +
@@ -159,13 +159,13 @@ TEST_F(BillableExpenses, ReuseNothingOfTheLineBefore) {
   EXPECT_EQ(Recorded("K-3,77.00"), "E-2");
 }
 
-TEST_F(BillableExpenses, HoldNoLineInsideAnItemGroup) {
+TEST_F(BillableExpenses, ExcludeALineInsideAnItemGroup) {
   surroundings.SetItems(OneAccountItem("IT-1", "E-1"));
   Book(Element("ItemGroupLineRet", ItemLine(ItemRef("IT-1") + Amount("75.00") + CustomerRef("K-1"))));
   EXPECT_EQ(Count(), 0U);
 }
 
-TEST_F(BillableExpenses, ThatAreNothingTakeNoLineAndBookingGoesOn) {
+TEST_F(BillableExpenses, AreNotRequiredForBooking) {
   surroundings.state.billableExpenses.reset();
   Book(ExpenseLine(AccountRef("E-1") + Amount("75.00") + CustomerRef("K-1")) +
        ExpenseLine(AccountRef("E-1") + Amount("5")));

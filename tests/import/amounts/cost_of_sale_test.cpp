@@ -45,7 +45,7 @@ TEST_F(BookedCostOfSale, IsQuantityTimesAverageCostInTheMonthOfTheSale) {
   EXPECT_EQ(surroundings.SumOfAll(), 7.5);
 }
 
-TEST_F(BookedCostOfSale, IsAddedToWhatIsThere) {
+TEST_F(BookedCostOfSale, IsAddedToExistingAmounts) {
   surroundings.state.costSubtotals->At("Seeds").SubTotal(3, 100);
   Book({"C-1", "I-1", "2.5"}, -2);
   EXPECT_EQ(Seeds(), 95);
@@ -56,7 +56,7 @@ TEST_F(BookedCostOfSale, RollsUpToTheTopLevelAccount) {
   EXPECT_EQ(Seeds(), 8);
 }
 
-TEST_F(BookedCostOfSale, TakesTheQuantityInSinglePrecision) {
+TEST_F(BookedCostOfSale, UsesTheQuantityInSinglePrecision) {
   Book({"C-1", "I-1", "10"}, 0.1F);
   EXPECT_EQ(Seeds(), 1.0000000149011612);
   Book({"C-2", "I-1", "0.1"}, 10);
@@ -68,7 +68,7 @@ struct AverageCostCase {
   double cost;
 };
 
-TEST_F(BookedCostOfSale, TakesTheNumberThatTheAverageCostBeginsWith) {
+TEST_F(BookedCostOfSale, UsesTheLeadingNumberOfTheAverageCost) {
   for (const auto& [text, cost] : {AverageCostCase{"2.50", 2.5},
                                    {" 2.5 each", 2.5},
                                    {"2,500", 2},
@@ -83,7 +83,7 @@ TEST_F(BookedCostOfSale, TakesTheNumberThatTheAverageCostBeginsWith) {
   }
 }
 
-TEST_F(BookedCostOfSale, OfAnAccountThatIsNoCostAccountIsNotBooked) {
+TEST_F(BookedCostOfSale, IsSkippedForAnUnlistedCostAccount) {
   EXPECT_EQ(Book({"E-1", "I-1", "2.5"}, 3), "I-1");
   EXPECT_EQ(Book({"", "", "2.5"}, 3), "");
   EXPECT_EQ(surroundings.SumOfAll(), 0);
@@ -96,12 +96,12 @@ TEST_F(BookedCostOfSale, FailsWithoutASubtotalForTheAccount) {
   EXPECT_EQ(NumberThrownBy([&] { Book({"C-1", "I-1", "2"}, 1); }), error_number::invalidProcedureCall);
 }
 
-TEST_F(BookedCostOfSale, FailsWhenTheCostLeavesTheRangeOfADouble) {
+TEST_F(BookedCostOfSale, FailsIfTheCostIsOutOfRange) {
   EXPECT_EQ(NumberThrownBy([&] { Book({"C-1", "I-1", largest}, 2); }), error_number::overflow);
   EXPECT_EQ(Seeds(), 0);
 }
 
-TEST_F(BookedCostOfSale, FailsWhenTheSumLeavesTheRangeOfADoubleAndChangesNothing) {
+TEST_F(BookedCostOfSale, FailsIfTheSumIsOutOfRangeAndChangesNothing) {
   Book({"C-1", "I-1", largest}, 1);
   EXPECT_EQ(NumberThrownBy([&] { Book({"C-1", "I-1", largest}, 1); }), error_number::overflow);
   EXPECT_EQ(Seeds(), std::numeric_limits<double>::max());

@@ -23,7 +23,7 @@ using fakes::TwoAccountItem;
 
 class ExpenseTransactions : public testing::Test {
  protected:
-  /// Books the given lines of one bill.
+  /// Books the lines of one bill.
   void Book(const std::string& lines) {
     surroundings.quickBooks->answers["10"] = RecordAnswer("BillQueryRs", Element("BillRet", lines));
     Read(10);
@@ -63,19 +63,19 @@ TEST_F(ExpenseTransactions, SubtractALineFromItsIncomeAccount) {
   EXPECT_EQ(SumOfAll(), -50);
 }
 
-TEST_F(ExpenseTransactions, PreferTheExpenseAccountWhereBothListsHoldIt) {
+TEST_F(ExpenseTransactions, PreferTheExpenseAccountIfBothListsContainIt) {
   surroundings.state.incomeAccounts = fakes::ImportSurroundings::List("1", {fakes::Account("E-1", "Plants")});
   Book(ExpenseLine(AccountRef("E-1") + Amount("5")));
   EXPECT_EQ(Rent(), 5);
   EXPECT_EQ(SumOfAll(), 5);
 }
 
-TEST_F(ExpenseTransactions, LeaveOutAnAccountThatIsNeitherExpenseNorIncome) {
+TEST_F(ExpenseTransactions, SkipAnAccountThatIsNeitherExpenseNorIncome) {
   Book(ExpenseLine(AccountRef("C-1") + Amount("50.00")) + ExpenseLine(AccountRef("X-9") + Amount("1")));
   EXPECT_EQ(SumOfAll(), 0);
 }
 
-TEST_F(ExpenseTransactions, GoToTheMonthOfTheQuery) {
+TEST_F(ExpenseTransactions, BookIntoTheMonthOfTheQuery) {
   surroundings.quickBooks->answers["10"] =
       RecordAnswer("BillQueryRs", Element("BillRet", ExpenseLine(AccountRef("E-1") + Amount("3"))));
   Read(10, 1);
@@ -96,7 +96,7 @@ TEST_F(ExpenseTransactions, AddEveryLineOfEveryTransactionWithItsSign) {
   EXPECT_EQ(Utilities(), 7);
 }
 
-TEST_F(ExpenseTransactions, AreReadFromTheAnswerOfTheirKind) {
+TEST_F(ExpenseTransactions, AreReadFromTheResponseOfTheirKind) {
   const std::string record = Element("BillRet", ExpenseLine(AccountRef("E-1") + Amount("1")));
   surroundings.quickBooks->answers["10"] = RecordAnswer("BillQueryRs", record);
   surroundings.quickBooks->answers["11"] = RecordAnswer("CheckQueryRs", record);
@@ -124,7 +124,7 @@ TEST_F(ExpenseTransactions, SubtractAnItemLineWhoseItemPostsToAnIncomeAccount) {
   EXPECT_EQ(Plants(), -40);
 }
 
-TEST_F(ExpenseTransactions, LeaveOutAnItemLineWhoseItemHasNoAccount) {
+TEST_F(ExpenseTransactions, SkipAnItemLineWhoseItemHasNoAccount) {
   surroundings.SetItems(fakes::Item("ItemGroupRet", "IT-1", "") +
                         fakes::InventoryItem("IT-2", "I-1", "C-1", "2.5"));
   Book(ItemLine(ItemRef("IT-1") + Amount("40")) + ItemLine(ItemRef("IT-2") + Amount("40")) +
@@ -132,7 +132,7 @@ TEST_F(ExpenseTransactions, LeaveOutAnItemLineWhoseItemHasNoAccount) {
   EXPECT_EQ(SumOfAll(), 0);
 }
 
-TEST_F(ExpenseTransactions, TakeTheAccountOfAnItemLineFromItsItemAlone) {
+TEST_F(ExpenseTransactions, PostAnItemLineByItsItemOnly) {
   surroundings.SetItems(OneAccountItem("IT-1", "E-2"));
   Book(ItemLine(AccountRef("E-1") + ItemRef("IT-1") + Amount("40")) +
        ItemLine(AccountRef("E-1") + Amount("1")) + ExpenseLine(ItemRef("IT-1") + Amount("1")));
@@ -140,7 +140,7 @@ TEST_F(ExpenseTransactions, TakeTheAccountOfAnItemLineFromItsItemAlone) {
   EXPECT_EQ(SumOfAll(), 40);
 }
 
-TEST_F(ExpenseTransactions, LeaveOutTheLinesOfAnItemGroup) {
+TEST_F(ExpenseTransactions, SkipTheLinesOfAnItemGroup) {
   surroundings.SetItems(OneAccountItem("IT-1", "E-1"));
   Book(Element("ItemGroupLineRet", fakes::ItemGroupRef("G-1") + ItemLine(ItemRef("IT-1") + Amount("40"))) +
        ItemLine(ItemRef("IT-1") + Amount("2")));
@@ -148,20 +148,20 @@ TEST_F(ExpenseTransactions, LeaveOutTheLinesOfAnItemGroup) {
   EXPECT_EQ(SumOfAll(), 2);
 }
 
-TEST_F(ExpenseTransactions, ReadTheAccountFromTheFirstReferenceAlone) {
+TEST_F(ExpenseTransactions, ReadTheAccountFromTheFirstReferenceOnly) {
   Book(ExpenseLine(Element("AccountRef", "") + AccountRef("E-1") + Amount("100.00")));
   EXPECT_EQ(SumOfAll(), 0);
   Book(ExpenseLine(AccountRef("E-1") + AccountRef("E-2") + Amount("100.00")));
   EXPECT_EQ(Rent(), 100);
 }
 
-TEST_F(ExpenseTransactions, ReadTheItemFromTheFirstReferenceAlone) {
+TEST_F(ExpenseTransactions, ReadTheItemFromTheFirstReferenceOnly) {
   surroundings.SetItems(OneAccountItem("IT-1", "E-1"));
   Book(ItemLine(Element("ItemRef", "") + ItemRef("IT-1") + Amount("100.00")));
   EXPECT_EQ(SumOfAll(), 0);
 }
 
-TEST_F(ExpenseTransactions, ReuseNothingOfTheLineBefore) {
+TEST_F(ExpenseTransactions, ReuseNothingFromThePreviousLine) {
   surroundings.SetItems(OneAccountItem("IT-1", "E-1"));
   Book(ExpenseLine(AccountRef("E-1") + Amount("5")) + ExpenseLine(Amount("7")) +
        ExpenseLine(AccountRef("E-1")) + ExpenseLine(AccountRef("E-1") + Amount("none")) +
@@ -202,7 +202,7 @@ TEST_F(ExpenseTransactions, SkipALineWithoutASubtotalForItsAccount) {
   EXPECT_EQ(SumOfAll(), 6) << "the income account of the same id is not tried";
 }
 
-TEST_F(ExpenseTransactions, SkipEveryLineOfACollectionThatIsNothing) {
+TEST_F(ExpenseTransactions, SkipEveryLineWithoutACollection) {
   surroundings.state.expenseSubtotals.reset();
   Book(ExpenseLine(AccountRef("E-1") + Amount("5")) + ExpenseLine(AccountRef("I-1") + Amount("6")));
   EXPECT_EQ(Plants(), -6);
@@ -218,7 +218,7 @@ TEST_F(ExpenseTransactions, TryTheIncomeAccountsWithoutAnExpenseList) {
   EXPECT_EQ(SumOfAll(), -6);
 }
 
-TEST_F(ExpenseTransactions, LeaveASubtotalAsItIsWhenTheSumWouldLeaveTheRangeOfADouble) {
+TEST_F(ExpenseTransactions, KeepASubtotalIfTheSumIsOutOfRange) {
   Book(ExpenseLine(AccountRef("E-1") + Amount("1.7976931348623157E+308")) +
        ExpenseLine(AccountRef("E-1") + Amount("1.7976931348623157E+308")) +
        ExpenseLine(AccountRef("E-2") + Amount("1")));
@@ -226,7 +226,7 @@ TEST_F(ExpenseTransactions, LeaveASubtotalAsItIsWhenTheSumWouldLeaveTheRangeOfAD
   EXPECT_EQ(Utilities(), 1);
 }
 
-TEST_F(ExpenseTransactions, ChangeNothingWhenTheAnswerIsNone) {
+TEST_F(ExpenseTransactions, ChangeNothingWithoutAResponse) {
   for (const std::string answer : {"", "no document", "<QBXML/>", "<BillQueryRs/>"}) {
     surroundings.quickBooks->answers["10"] = answer;
     Read(10);
@@ -237,7 +237,7 @@ TEST_F(ExpenseTransactions, ChangeNothingWhenTheAnswerIsNone) {
   EXPECT_EQ(surroundings.errorPair.number, 0);
 }
 
-TEST_F(ExpenseTransactions, SurviveARefusalWithoutTouchingTheErrorPair) {
+TEST_F(ExpenseTransactions, ChangeNothingAfterARefusedRequest) {
   surroundings.journal->Fail("ProcessRequest 10 2002-02-01 2002-02-28", Error(-2147220477, "unexpected"));
   Book(ExpenseLine(AccountRef("E-1") + Amount("5")));
   EXPECT_EQ(SumOfAll(), 0);

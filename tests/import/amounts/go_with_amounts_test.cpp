@@ -5,7 +5,7 @@
 
 #include "fakes/amounts_host.h"
 
-// Whole imports with amounts.
+// Complete imports with amounts.
 
 namespace krnqb {
 namespace {
@@ -20,7 +20,7 @@ using Texts = std::vector<std::string>;
 
 class GoWithAmounts : public testing::Test {
  protected:
-  /// A bill in February and an invoice in March of 2002.
+  /// Answers with a bill in February and an invoice in March of 2002.
   void FillYear() {
     host.quickBooks->answers["10 2002-02-01"] = RecordAnswer(
         "BillQueryRs", Element("BillRet", fakes::ExpenseLine(AccountRef("E-3") + Amount("120.50"))));
@@ -29,22 +29,24 @@ class GoWithAmounts : public testing::Test {
         Element("InvoiceRet",
                 Element("InvoiceLineRet", fakes::ItemRef("IT-3") + Amount("40.00") + fakes::Quantity("3"))));
   }
-  /// A row in which every month reads alike but for one.
+  /// Returns a row with the same text in every month except one.
   static Texts Months(const std::string& name, const std::string& usual, std::size_t month,
                       const std::string& other) {
     Texts cells = fakes::Cells(name, 12, usual);
     cells.at(month) = other;
     return cells;
   }
-  int Asked(const std::string& question) const { return host.journal->Count("ProcessRequest " + question); }
-  bool WasAskedAnything(const std::string& number) const {
+  int RequestCount(const std::string& question) const {
+    return host.journal->Count("ProcessRequest " + question);
+  }
+  bool WasRequested(const std::string& number) const {
     return host.journal->Text().find("ProcessRequest " + number + " ") != std::string::npos;
   }
 
   fakes::AmountsHost host;
 };
 
-TEST_F(GoWithAmounts, BringsTransactionsIntoThePlan) {
+TEST_F(GoWithAmounts, WritesTransactionsIntoThePlan) {
   FillYear();
   host.IncludeAccounts();
   host.component.GrowthRateExpenses(7);
@@ -64,20 +66,20 @@ TEST_F(GoWithAmounts, BringsTransactionsIntoThePlan) {
   EXPECT_EQ(host.journal->Count("AfterImport"), 1);
 }
 
-TEST_F(GoWithAmounts, RunsBothPassesWhenEitherGroupIsIncluded) {
+TEST_F(GoWithAmounts, RunsBothPassesIfEitherGroupIsIncluded) {
   host.component.IncludeIncomeAccounts(true);
   EXPECT_TRUE(host.component.Go());
-  EXPECT_EQ(Asked("10 2002-12-01 2002-12-31"), 1);
-  EXPECT_EQ(Asked("21 2002-01-01 2002-01-31"), 1);
+  EXPECT_EQ(RequestCount("10 2002-12-01 2002-12-31"), 1);
+  EXPECT_EQ(RequestCount("21 2002-01-01 2002-01-31"), 1);
   host.journal->Clear();
   host.component.IncludeIncomeAccounts(false);
   host.component.IncludeExpenseAccounts(true);
   EXPECT_TRUE(host.component.Go());
-  EXPECT_EQ(Asked("10 2002-12-01 2002-12-31"), 1);
-  EXPECT_EQ(Asked("21 2002-01-01 2002-01-31"), 1);
+  EXPECT_EQ(RequestCount("10 2002-12-01 2002-12-31"), 1);
+  EXPECT_EQ(RequestCount("21 2002-01-01 2002-01-31"), 1);
 }
 
-TEST_F(GoWithAmounts, BringsReportsIntoThePlan) {
+TEST_F(GoWithAmounts, WritesReportsIntoThePlan) {
   host.quickBooks->majorVersion = 2;
   host.quickBooks->answers["300"] = ReportAnswer(ReportRow("4000 &#183; Plants", {"1", "2", "4"}));
   host.quickBooks->answers["320"] = ReportAnswer(ReportRow("Freight", {"8"}));
@@ -88,10 +90,10 @@ TEST_F(GoWithAmounts, BringsReportsIntoThePlan) {
             (Texts{"*null*", "1", "2", "4", "0", "0", "0", "0", "0", "0", "0", "0", "0"}));
   EXPECT_EQ(host.ActualCells("0400", "db_sales_values_costs", "Freight"), Months("*null*", "0", 1, "8"));
   EXPECT_EQ(host.PlannedCells("0600", "db_income_range_cat3", "Rent")[3], "=32* (1 + B6)");
-  EXPECT_FALSE(WasAskedAnything("10")) << "no transactions are read";
+  EXPECT_FALSE(WasRequested("10")) << "no transactions are read";
 }
 
-TEST_F(GoWithAmounts, OfAnUnknownVersionWritesGrowthButReadsNoAmounts) {
+TEST_F(GoWithAmounts, WritesGrowthWithoutAmountsForAnUnknownVersion) {
   FillYear();
   host.quickBooks->majorVersion = 3;
   host.quickBooks->answers["310"] = ReportAnswer(ReportRow("Rent", {"16"}));
@@ -100,7 +102,7 @@ TEST_F(GoWithAmounts, OfAnUnknownVersionWritesGrowthButReadsNoAmounts) {
   EXPECT_TRUE(host.component.Go());
   EXPECT_EQ(host.component.QBMajorVersion(), 3);
   for (const char* number : {"10", "11", "12", "20", "21", "300", "310", "320"}) {
-    EXPECT_FALSE(WasAskedAnything(number)) << number;
+    EXPECT_FALSE(WasRequested(number)) << number;
   }
   Texts rent = fakes::Cells("Rent", 13, "=0* (1 + B6)");
   rent[1] = "0.07";
@@ -109,7 +111,7 @@ TEST_F(GoWithAmounts, OfAnUnknownVersionWritesGrowthButReadsNoAmounts) {
   EXPECT_EQ(host.journal->Count("AfterImport"), 1);
 }
 
-TEST_F(GoWithAmounts, EndsByAReportThatIsNoDocument) {
+TEST_F(GoWithAmounts, EndsAtAMalformedReport) {
   host.quickBooks->majorVersion = 2;
   host.quickBooks->answers["300"] = ReportAnswer(ReportRow("Plants", {"1"}));
   host.quickBooks->answers["310"] = "no document";
@@ -119,10 +121,10 @@ TEST_F(GoWithAmounts, EndsByAReportThatIsNoDocument) {
   EXPECT_EQ(host.component.ErrorDescription(), "Object variable or With block variable not set");
   EXPECT_EQ(host.journal->Count("AfterImport"), 0);
   EXPECT_EQ(host.ActualCells("0400", "db_sales_values_sales", "Plants"), fakes::Cells("*null*", 12, "0"))
-      << "the rows were loaded before, the amounts are not";
+      << "the rows are loaded before the failure, the amounts are not";
 }
 
-TEST_F(GoWithAmounts, EndsByAReportThatOverflows) {
+TEST_F(GoWithAmounts, EndsAtAReportWithASumOutOfRange) {
   host.quickBooks->majorVersion = 2;
   host.quickBooks->answers["310"] =
       ReportAnswer(ReportRow("Rent", {"1.7976931348623157E+308"}) + ReportRow("Rent", {"1E+308"}));
@@ -141,7 +143,7 @@ class GoWithPastPerformance : public GoWithAmounts {
     host.quickBooks->answers["60"] = fakes::AccountAnswer("60", {AllTypes("")});
   }
 
-  /// A top-level account of each type but one, each with a balance of 5.
+  /// Returns a top-level account of each type except one, each with a balance of 5.
   static std::string AllTypes(const std::string& without) {
     std::string records;
     for (const std::string type :
@@ -174,7 +176,7 @@ TEST_F(GoWithPastPerformance, LoadsTheFiguresOfThreeYears) {
   EXPECT_EQ(host.journal->Count("AfterImport"), 1);
 }
 
-TEST_F(GoWithPastPerformance, LeavesTheAmountsOfTheYearInTheirTables) {
+TEST_F(GoWithPastPerformance, KeepsTheAmountsOfTheYearInTheirTables) {
   FillYear();
   host.IncludeAccounts();
   EXPECT_TRUE(host.component.Go());
@@ -188,23 +190,23 @@ TEST_F(GoWithPastPerformance, FillsFourteenColumnsForCOR) {
   EXPECT_EQ(Row("db_pastperformance_shorttermassets", 0).at(14), "0");
 }
 
-TEST_F(GoWithPastPerformance, NeverImportsItForBRI) {
+TEST_F(GoWithPastPerformance, IsNotImportedForBRI) {
   host.component.KRNProduct(QBKRN_BRI);
   EXPECT_TRUE(host.component.Go());
-  EXPECT_EQ(Asked("60"), 0);
+  EXPECT_EQ(RequestCount("60"), 0);
   EXPECT_EQ(host.Table("20", "0800"), fakes::PastPerformanceTable());
 }
 
-TEST_F(GoWithPastPerformance, ImportsNoneWithoutBalances) {
+TEST_F(GoWithPastPerformance, IsNotImportedWithoutBalances) {
   host.component.BalancesImport(BalImport_None);
   EXPECT_TRUE(host.component.Go());
-  EXPECT_EQ(Asked("60"), 0);
+  EXPECT_EQ(RequestCount("60"), 0);
   EXPECT_EQ(host.Table("20", "0800"), fakes::PastPerformanceTable());
   EXPECT_TRUE(host.planContent->loaded.empty());
   EXPECT_EQ(host.journal->Count("AfterImport"), 1);
 }
 
-TEST_F(GoWithPastPerformance, LoadsWhatWasWrittenBeforeAMissingType) {
+TEST_F(GoWithPastPerformance, LoadsTheFiguresWrittenBeforeAMissingType) {
   host.quickBooks->answers["60"] = fakes::AccountAnswer("60", {AllTypes("OtherAsset")});
   EXPECT_TRUE(host.component.Go());
   EXPECT_EQ(Row("db_pastperformance_shorttermassets", 0).at(1), "5");
@@ -214,12 +216,12 @@ TEST_F(GoWithPastPerformance, LoadsWhatWasWrittenBeforeAMissingType) {
   EXPECT_EQ(host.journal->Count("AfterImport"), 1);
 }
 
-TEST_F(GoWithPastPerformance, LoadsTheEmptyTextWhenTheAccountsAreRefused) {
+TEST_F(GoWithPastPerformance, LoadsTheEmptyTextIfTheAccountRequestIsRefused) {
   host.journal->Fail("ProcessRequest 60", Error(-2147220477, "unexpected"));
   EXPECT_TRUE(host.component.Go());
   EXPECT_EQ(host.journal->Count("Deserialize nothing"), 1);
   EXPECT_EQ(host.Table("20", "0800"), fakes::PastPerformanceTable());
-  EXPECT_EQ(host.component.ErrorNumber(), 0) << "the collecting keeps its error to itself";
+  EXPECT_EQ(host.component.ErrorNumber(), 0) << "collecting does not set the error pair";
   EXPECT_EQ(host.journal->Count("AfterImport"), 1);
 }
 
@@ -230,8 +232,8 @@ TEST_F(GoWithPastPerformance, EndsInTheFirstPeriodOfReportsWithoutExpenseAccount
   Texts income = fakes::Cells("name", 14, "old");
   income[1] = "3";
   income[2] = income[3] = "0";
-  EXPECT_EQ(Row("db_pastperformance_sales", 0), income) << "the types are all there, so all is written";
-  EXPECT_FALSE(WasAskedAnything("330 Bank"));
+  EXPECT_EQ(Row("db_pastperformance_sales", 0), income) << "no type is missing, so every figure is written";
+  EXPECT_FALSE(WasRequested("330 Bank"));
   EXPECT_EQ(host.component.ErrorNumber(), 0);
 }
 

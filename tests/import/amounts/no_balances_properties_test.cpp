@@ -7,7 +7,7 @@
 
 #include "fakes/amounts_host.h"
 
-// An import without balances brings accounts, never amounts.
+// An import without balances adds accounts but no amounts.
 
 namespace krnqb {
 namespace {
@@ -18,7 +18,7 @@ using Rows = std::vector<Row>;
 const std::vector<std::string> rowNames = {"Rent",  "Utilities", "Gas",     "Plants", "Tools",
                                            "Bulbs", "Seeds",     "Freight", "Wages",  "Depreciation"};
 
-/// Rows of some of the names, each once, with any cells.
+/// Returns rows with some of the names, each once, and random cells.
 Rows SomeRows(std::size_t cellCount) {
   Rows rows;
   for (const std::string& name : rowNames) {
@@ -43,7 +43,7 @@ std::string BlockOf(const std::string& id, const Rows& rows) {
   return fakes::AmountBlock(id, "startrow=\"5\"", text);
 }
 
-/// The rows of a block by their names.
+/// Returns the rows of a block by name.
 std::map<std::string, Row> RowsByName(const std::string& table, const std::string& block) {
   std::map<std::string, Row> rows;
   for (std::size_t i = 0;; ++i) {
@@ -53,8 +53,8 @@ std::map<std::string, Row> RowsByName(const std::string& table, const std::strin
   }
 }
 
-/// Whether a row still reads as it did, formulas aside, which may have been cleared.
-bool ReadsTheSame(const Row& before, const Row& after) {
+/// Returns whether a row is unchanged, except that formulas may have been cleared.
+bool IsUnchanged(const Row& before, const Row& after) {
   if (before.size() != after.size()) return false;
   for (std::size_t i = 0; i < before.size(); ++i) {
     const bool wasCleared = before[i].starts_with("=") && after[i] == "*null*";
@@ -77,7 +77,7 @@ const BlockPlace places[] = {
     {"20", "0400", {"db_sales_values_sales", "db_sales_values_costs"}, 13},
     {"21", "0400", {"db_sales_values_sales_actual", "db_sales_values_costs_actual"}, 12}};
 
-RC_GTEST_PROP(ImportWithoutBalances, WritesNoAmountIntoARowThatWasThere, ()) {
+RC_GTEST_PROP(ImportWithoutBalances, WritesNoAmountsIntoExistingRows, ()) {
   fakes::AmountsHost host;
   std::map<std::string, Rows> before;
   for (const BlockPlace& place : places) {
@@ -109,7 +109,7 @@ RC_GTEST_PROP(ImportWithoutBalances, WritesNoAmountIntoARowThatWasThere, ()) {
       const auto after = RowsByName(host.Table(place.valueSet, place.table), block);
       for (const Row& row : before[block]) {
         RC_ASSERT(after.contains(row[0]));
-        RC_ASSERT(ReadsTheSame(row, after.at(row[0])));
+        RC_ASSERT(IsUnchanged(row, after.at(row[0])));
       }
     }
   }

@@ -20,9 +20,9 @@ using fakes::ExpenseLine;
 using fakes::InvoiceLine;
 using fakes::ItemRef;
 
-class OffsettingABilledExpense : public testing::Test {
+class BilledExpenseOffset : public testing::Test {
  protected:
-  OffsettingABilledExpense() { surroundings.state.billableExpenses->Add("E-3", "K-1,75.00"); }
+  BilledExpenseOffset() { surroundings.state.billableExpenses->Add("E-3", "K-1,75.00"); }
 
   /// Offsets a line of month 4.
   bool Offset(const TransactionLine& line) {
@@ -45,54 +45,54 @@ class OffsettingABilledExpense : public testing::Test {
   fakes::ImportSurroundings surroundings;
 };
 
-TEST_F(OffsettingABilledExpense, TakesTheAmountBackFromTheTopLevelAccountInTheMonthOfTheSale) {
+TEST_F(BilledExpenseOffset, SubtractsFromTheTopLevelAccountInTheMonthOfTheSale) {
   EXPECT_TRUE(Offset(Line("75.00", "K-1")));
   EXPECT_EQ(Utilities(), -75);
   EXPECT_EQ(SumOfAll(), -75);
 }
 
-TEST_F(OffsettingABilledExpense, FindsTheCustomerTwoLevelsUpWhenTheParentHasNone) {
+TEST_F(BilledExpenseOffset, FindsTheCustomerTwoLevelsUpIfTheParentHasNone) {
   EXPECT_TRUE(Offset(Line("75.00", std::nullopt, "K-1")));
   EXPECT_EQ(Utilities(), -75);
 }
 
-TEST_F(OffsettingABilledExpense, AsksTheParentFirst) {
+TEST_F(BilledExpenseOffset, PrefersTheParentsCustomer) {
   EXPECT_FALSE(Offset(Line("75.00", "K-2", "K-1")));
-  EXPECT_FALSE(Offset(Line("75.00", "", "K-1"))) << "an empty id is an id";
+  EXPECT_FALSE(Offset(Line("75.00", "", "K-1"))) << "an empty id is not missing";
   EXPECT_EQ(SumOfAll(), 0);
 }
 
-TEST_F(OffsettingABilledExpense, IsNothingForAnotherAmountText) {
+TEST_F(BilledExpenseOffset, RequiresTheSameAmountText) {
   for (const char* amount : {"75.01", "75.0", "75", " 75.00", "075.00", "-75.00", ""}) {
     EXPECT_FALSE(Offset(Line(amount, "K-1"))) << amount;
   }
   EXPECT_EQ(SumOfAll(), 0);
 }
 
-TEST_F(OffsettingABilledExpense, IsNothingForAnotherCustomerOrNone) {
+TEST_F(BilledExpenseOffset, RequiresTheSameCustomer) {
   EXPECT_FALSE(Offset(Line("75.00", "K-2")));
   EXPECT_FALSE(Offset(Line("75.00", std::nullopt)));
   EXPECT_EQ(SumOfAll(), 0);
 }
 
-TEST_F(OffsettingABilledExpense, IsNothingWithoutAnAmount) {
+TEST_F(BilledExpenseOffset, RequiresAnAmount) {
   EXPECT_FALSE(Offset(Line(std::nullopt, "K-1")));
   EXPECT_EQ(SumOfAll(), 0);
 }
 
-TEST_F(OffsettingABilledExpense, ComparesTheCustomerWithoutRegardToCase) {
+TEST_F(BilledExpenseOffset, ComparesTheCustomerCaseInsensitively) {
   EXPECT_TRUE(Offset(Line("75.00", "k-1")));
   EXPECT_EQ(Utilities(), -75);
 }
 
-TEST_F(OffsettingABilledExpense, HappensForEveryLineThatMatches) {
+TEST_F(BilledExpenseOffset, SubtractsForEveryMatchingLine) {
   EXPECT_TRUE(Offset(Line("75.00", "K-1")));
   EXPECT_TRUE(Offset(Line("75.00", "K-1")));
   EXPECT_EQ(Utilities(), -150);
   EXPECT_EQ(surroundings.state.billableExpenses->Count(), 1U);
 }
 
-TEST_F(OffsettingABilledExpense, IsNothingForAnAccountThatIsNoExpenseAccount) {
+TEST_F(BilledExpenseOffset, RequiresAnExpenseAccount) {
   surroundings.state.billableExpenses->Add("I-1", "K-1,76.00");
   surroundings.state.billableExpenses->Add("X-9", "K-1,77.00");
   surroundings.state.billableExpenses->Add("", "K-1,78.00");
@@ -103,7 +103,7 @@ TEST_F(OffsettingABilledExpense, IsNothingForAnAccountThatIsNoExpenseAccount) {
   EXPECT_EQ(SumOfAll(), 0);
 }
 
-TEST_F(OffsettingABilledExpense, IsToldAsSkippedWithoutTheSubtotal) {
+TEST_F(BilledExpenseOffset, ReportsAMissingSubtotal) {
   surroundings.state.expenseSubtotals = fakes::ImportSurroundings::Zeros({"Rent"});
   Offset(Line("75.00", "K-1"));
   surroundings.state.expenseSubtotals.reset();
@@ -112,13 +112,13 @@ TEST_F(OffsettingABilledExpense, IsToldAsSkippedWithoutTheSubtotal) {
   EXPECT_EQ(surroundings.SkipReasons(), std::vector(2, SkipReason::NoSubtotal));
 }
 
-TEST_F(OffsettingABilledExpense, IsNothingBeforeAnyExpensePass) {
+TEST_F(BilledExpenseOffset, DoesNothingBeforeAnyExpensePass) {
   surroundings.state.billableExpenses.reset();
   EXPECT_FALSE(Offset(Line("75.00", "K-1")));
   EXPECT_EQ(SumOfAll(), 0);
 }
 
-TEST_F(OffsettingABilledExpense, LeavesTheSubtotalWhenItWouldLeaveTheRangeOfADouble) {
+TEST_F(BilledExpenseOffset, KeepsASubtotalIfTheDifferenceIsOutOfRange) {
   constexpr double lowest = std::numeric_limits<double>::lowest();
   surroundings.state.billableExpenses->Add("E-1", "K-1,1.7976931348623157E+308");
   surroundings.state.expenseSubtotals->At("Rent").SubTotal(4, lowest);
@@ -127,7 +127,7 @@ TEST_F(OffsettingABilledExpense, LeavesTheSubtotalWhenItWouldLeaveTheRangeOfADou
   EXPECT_EQ(surroundings.SkipReasons(), std::vector(1, SkipReason::SubtotalOutOfRange));
 }
 
-// From the answers on.
+// From responses to subtotals.
 
 class BillingAnExpense : public testing::Test {
  protected:
@@ -148,7 +148,7 @@ class BillingAnExpense : public testing::Test {
   fakes::ImportSurroundings surroundings;
 };
 
-TEST_F(BillingAnExpense, LeavesItInItsMonthAndTakesItBackInTheMonthOfTheInvoice) {
+TEST_F(BillingAnExpense, SubtractsItInTheMonthOfTheInvoice) {
   Spend(1, ExpenseLine(AccountRef("E-1") + Amount("75.00") + CustomerRef("K-1")));
   Bill(3, CustomerRef("K-1") + InvoiceLine(ItemRef("IT-1") + Amount("75.01")));
   EXPECT_EQ(surroundings.Expense("Rent", 3), 0);

@@ -15,15 +15,14 @@
 #include "import/amounts/sales_transactions.h"
 #include "qbxml/request_catalogue.h"
 
-// What holds for any transactions, as long as the amounts are multiples of a quarter, which doubles add
-// exactly.
+// Properties of any transactions whose amounts are multiples of a quarter, which doubles add exactly.
 
 namespace krnqb {
 namespace {
 
 using fakes::Element;
 
-/// A line: what it posts to, a number of quarters, and a customer (0 for none).
+/// A line: the index of its account or item, a number of quarters, and a customer (0 for none).
 struct Line {
   std::size_t target = 0;
   int quarters = 0;
@@ -54,7 +53,7 @@ std::string CustomerOf(int customer) {
   return customer == 0 ? "" : fakes::CustomerRef("K-" + std::to_string(customer));
 }
 
-// Where purchases post to: accounts, then items.
+// The accounts, then the items to which purchases post.
 const std::vector<std::string> purchaseTargets = {
     fakes::AccountRef("E-1"), fakes::AccountRef("E-3"), fakes::AccountRef("I-1"), fakes::AccountRef("X-9"),
     fakes::ItemRef("IT-1"),   fakes::ItemRef("IT-2"),   fakes::ItemRef("IT-3"),   fakes::ItemRef("IT-4")};
@@ -78,7 +77,7 @@ std::string PurchaseAnswer(const Transactions& bills) {
   }
   return fakes::RecordAnswer("BillQueryRs", records);
 }
-/// The customer of an invoice is that of its first line.
+/// Returns an answer in which an invoice has the customer of its first line.
 std::string SaleAnswer(const Transactions& invoices) {
   std::string records;
   for (const Lines& invoice : invoices) {
@@ -91,7 +90,7 @@ std::string SaleAnswer(const Transactions& invoices) {
   return fakes::RecordAnswer("InvoiceQueryRs", records);
 }
 
-/// The subtotals of a month in which the given purchases and sales were made.
+/// Returns the subtotals of a month with these purchases and sales.
 std::vector<double> Booked(const Transactions& bills, const Transactions& invoices) {
   fakes::ImportSurroundings surroundings;
   surroundings.SetItems(fakes::OneAccountItem("IT-1", "I-3") + fakes::TwoAccountItem("IT-2", "I-2", "E-1") +
@@ -110,7 +109,7 @@ std::vector<double> Booked(const Transactions& bills, const Transactions& invoic
   return amounts;
 }
 
-/// Takes the customer off every line that repeats an earlier line's customer and amount.
+/// Removes the customer from every line that repeats an earlier line's customer and amount.
 void MakeBillableKeysUnique(Transactions& bills) {
   std::set<std::pair<int, int>> seen;
   for (Lines& bill : bills) {
@@ -131,8 +130,8 @@ RC_GTEST_PROP(MonthlyAmounts, DoNotDependOnTheOrderOfTransactions, ()) {
   RC_ASSERT(Booked(bills, invoices) == before);
 }
 
-/// Some transactions and, apart, the same with one of the lines of the given targets in two parts, neither of
-/// them 0.
+/// Returns some transactions and the same with one line of the given targets split into two parts other than
+/// 0.
 std::pair<Transactions, Transactions> WholeAndSplit(std::size_t targetCount,
                                                     const std::vector<std::size_t>& splitTargets) {
   Transactions whole = *SomeTransactions(targetCount);
@@ -153,17 +152,17 @@ std::pair<Transactions, Transactions> WholeAndSplit(std::size_t targetCount,
   return {whole, split};
 }
 
-RC_GTEST_PROP(MonthlyAmounts, OfPurchasesAreTheSameForALineInTwoParts, ()) {
+RC_GTEST_PROP(MonthlyAmounts, OfPurchasesDoNotDependOnSplittingALine, ()) {
   const auto [whole, split] = WholeAndSplit(purchaseTargets.size(), nonInventoryPurchases);
   RC_ASSERT(Booked(split, {}) == Booked(whole, {}));
 }
 
-RC_GTEST_PROP(MonthlyAmounts, OfSalesAreTheSameForALineInTwoParts, ()) {
+RC_GTEST_PROP(MonthlyAmounts, OfSalesDoNotDependOnSplittingALine, ()) {
   const auto [whole, split] = WholeAndSplit(saleTargets.size(), nonInventorySales);
   RC_ASSERT(Booked({}, split) == Booked({}, whole));
 }
 
-// Whole imports.
+// Complete imports.
 
 std::vector<std::vector<std::string>> ActualAmounts(const fakes::AmountsHost& host) {
   std::vector<std::vector<std::string>> rows;
@@ -182,7 +181,7 @@ std::string MonthText(int month) {
   return (month < 10 ? "2002-0" : "2002-") + std::to_string(month) + "-01";
 }
 
-/// A report with a row per name and random amounts for twelve months.
+/// Returns a report with a row per name and random amounts for twelve months.
 std::string SomeReport(std::initializer_list<const char*> names) {
   std::string rows;
   for (const char* name : names) {

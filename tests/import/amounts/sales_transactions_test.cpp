@@ -32,7 +32,7 @@ class SalesTransactions : public testing::Test {
                           OneAccountItem("G-2", "I-2"));
   }
 
-  /// Books the given content of one invoice.
+  /// Books the content of one invoice.
   void Book(const std::string& invoice) {
     surroundings.quickBooks->answers["20"] = RecordAnswer("InvoiceQueryRs", Element("InvoiceRet", invoice));
     Read(20);
@@ -59,7 +59,7 @@ TEST_F(SalesTransactions, AddALineToTheTopLevelIncomeAccountOfItsItem) {
   EXPECT_EQ(SumOfAll(), 120);
 }
 
-TEST_F(SalesTransactions, TakeTheIncomeSideOfAnItem) {
+TEST_F(SalesTransactions, UseTheIncomeSideOfAnItem) {
   Book(InvoiceLine(ItemRef("IT-2") + Amount("120.00")));
   EXPECT_EQ(Tools(), 120);
   EXPECT_EQ(SumOfAll(), 120);
@@ -71,31 +71,31 @@ TEST_F(SalesTransactions, SubtractALineWhoseItemPostsToAnExpenseAccount) {
   EXPECT_EQ(SumOfAll(), -30);
 }
 
-TEST_F(SalesTransactions, PreferTheIncomeAccountWhereBothListsHoldIt) {
+TEST_F(SalesTransactions, PreferTheIncomeAccountIfBothListsContainIt) {
   surroundings.state.expenseAccounts = fakes::ImportSurroundings::List("4", {fakes::Account("I-3", "Rent")});
   Book(InvoiceLine(ItemRef("IT-1") + Amount("120.00")));
   EXPECT_EQ(Plants(), 120);
   EXPECT_EQ(SumOfAll(), 120);
 }
 
-TEST_F(SalesTransactions, LeaveOutALineWhoseItemPostsToAnAccountInNoList) {
+TEST_F(SalesTransactions, SkipALineWhoseItemPostsToAnUnlistedAccount) {
   Book(InvoiceLine(ItemRef("IT-5") + Amount("30")));
   EXPECT_EQ(SumOfAll(), 0);
 }
 
-TEST_F(SalesTransactions, LowerTheIncomeByANegativeLine) {
+TEST_F(SalesTransactions, ReduceTheIncomeByANegativeLine) {
   Book(InvoiceLine(ItemRef("IT-1") + Amount("120.00")) + InvoiceLine(ItemRef("IT-1") + Amount("-20.25")));
   EXPECT_EQ(Plants(), 99.75);
 }
 
-TEST_F(SalesTransactions, GoToTheMonthOfTheQuery) {
+TEST_F(SalesTransactions, BookIntoTheMonthOfTheQuery) {
   Book(InvoiceLine(ItemRef("IT-1") + Amount("1")));
   Read(20, 12);
   EXPECT_EQ(Plants(), 1);
   EXPECT_EQ(surroundings.Income("Plants", 12), 1);
 }
 
-TEST_F(SalesTransactions, AreReadFromTheAnswerAndTheLinesOfTheirKind) {
+TEST_F(SalesTransactions, AreReadFromTheResponseAndLinesOfTheirKind) {
   const std::string lines =
       InvoiceLine(ItemRef("IT-1") + Amount("1")) + SalesReceiptLine(ItemRef("IT-1") + Amount("10"));
   surroundings.quickBooks->answers["20"] = RecordAnswer("InvoiceQueryRs", Element("InvoiceRet", lines));
@@ -110,14 +110,14 @@ TEST_F(SalesTransactions, AreReadFromTheAnswerAndTheLinesOfTheirKind) {
   EXPECT_EQ(Plants(), 11);
 }
 
-TEST_F(SalesTransactions, ChangeNothingForALineWithoutItemOrOfNoAmount) {
+TEST_F(SalesTransactions, SkipALineWithoutItemOrAmount) {
   Book(InvoiceLine(Amount("5")) + InvoiceLine(ItemRef("IT-4") + Amount("0.00") + Quantity("3")) +
        InvoiceLine(ItemRef("IT-1")) + InvoiceLine(ItemRef("IT-1") + Amount("five")) + InvoiceLine("") +
        InvoiceLine(ItemRef("") + Amount("5")));
   EXPECT_EQ(SumOfAll(), 0);
 }
 
-TEST_F(SalesTransactions, ReuseNothingOfTheLineBefore) {
+TEST_F(SalesTransactions, ReuseNothingFromThePreviousLine) {
   Book(InvoiceLine(ItemRef("IT-1") + Amount("5")) + InvoiceLine(Amount("7")) + InvoiceLine(ItemRef("IT-1")) +
        InvoiceLine(ItemRef("IT-9") + Amount("11")) +
        InvoiceLine(ItemRef("IT-4") + Amount("1") + Quantity("4")) +
@@ -126,7 +126,7 @@ TEST_F(SalesTransactions, ReuseNothingOfTheLineBefore) {
   EXPECT_EQ(Seeds(), 12.5);
 }
 
-TEST_F(SalesTransactions, CountALineInsideAGroupOnceWithItsOwnItem) {
+TEST_F(SalesTransactions, BookALineInsideAGroupOnceWithItsItem) {
   Book(Element("InvoiceLineGroupRet", ItemGroupRef("G-2") + Element("TotalAmount", "99") + Amount("99") +
                                           InvoiceLine(ItemRef("IT-1") + Amount("40")) +
                                           InvoiceLine(ItemRef("IT-2") + Amount("2"))));
@@ -135,7 +135,7 @@ TEST_F(SalesTransactions, CountALineInsideAGroupOnceWithItsOwnItem) {
   EXPECT_EQ(SumOfAll(), 42);
 }
 
-TEST_F(SalesTransactions, TakeTheLinesGroupThenTheGroupAroundItWhereThereIsNoItem) {
+TEST_F(SalesTransactions, UseTheLinesGroupThenTheEnclosingGroupWithoutAnItem) {
   Book(Element("InvoiceLineGroupRet", ItemGroupRef("G-2") + InvoiceLine(Amount("1")) +
                                           InvoiceLine(ItemRef("") + Amount("2")) +
                                           InvoiceLine(ItemGroupRef("IT-1") + Amount("4")) +
@@ -146,12 +146,12 @@ TEST_F(SalesTransactions, TakeTheLinesGroupThenTheGroupAroundItWhereThereIsNoIte
   EXPECT_EQ(Plants(), 4 + 32);
 }
 
-TEST_F(SalesTransactions, ReadTheItemFromTheFirstReferenceAlone) {
+TEST_F(SalesTransactions, ReadTheItemFromTheFirstReferenceOnly) {
   Book(InvoiceLine(Element("ItemRef", "") + ItemRef("IT-1") + Amount("10.00")));
   EXPECT_EQ(SumOfAll(), 0);
 }
 
-TEST_F(SalesTransactions, CountLinesWhereverTheyStandInTheAnswer) {
+TEST_F(SalesTransactions, BookLinesAnywhereInTheResponse) {
   const std::string line = InvoiceLine(ItemRef("IT-1") + Amount("1"));
   surroundings.quickBooks->answers["20"] =
       "<QBXML>" + line + "<InvoiceQueryRs>" + line + Element("InvoiceRet", Element("Deep", line)) +
@@ -160,7 +160,7 @@ TEST_F(SalesTransactions, CountLinesWhereverTheyStandInTheAnswer) {
   EXPECT_EQ(Plants(), 4);
 }
 
-TEST_F(SalesTransactions, BookTheCostOfAnInventoryItemBesideItsIncome) {
+TEST_F(SalesTransactions, BookTheCostAndIncomeOfAnInventoryItem) {
   Book(InvoiceLine(ItemRef("IT-4") + Quantity("3") + Amount("40")));
   EXPECT_EQ(Plants(), 40);
   EXPECT_EQ(Seeds(), 7.5);
@@ -172,7 +172,7 @@ struct QuantityCase {
   double cost;
 };
 
-TEST_F(SalesTransactions, TakeOneForAQuantityThatIsNoNumberOrZero) {
+TEST_F(SalesTransactions, UseOneForAQuantityThatIsNotANumberOrZero) {
   for (const auto& [text, cost] : {QuantityCase{"3", 7.5},
                                    {"", 2.5},
                                    {"0", 2.5},
@@ -192,13 +192,13 @@ TEST_F(SalesTransactions, TakeOneForAQuantityThatIsNoNumberOrZero) {
   EXPECT_EQ(Seeds(), 2.5);
 }
 
-TEST_F(SalesTransactions, TakeTheQuantityInSinglePrecision) {
+TEST_F(SalesTransactions, UseTheQuantityInSinglePrecision) {
   surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1", "C-1", "10"));
   Book(InvoiceLine(ItemRef("IT-4") + Amount("40") + Quantity("0.1")));
   EXPECT_EQ(Seeds(), 1.0000000149011612);
 }
 
-TEST_F(SalesTransactions, TakeAQuantityThatRoundsToTheLargestSingle) {
+TEST_F(SalesTransactions, UseAQuantityThatRoundsToTheLargestSingle) {
   constexpr double largest = std::numeric_limits<float>::max();
   surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1", "C-1", "1"));
   for (const auto& [text, cost] : {QuantityCase{"3.4028235e38", largest},
@@ -210,7 +210,7 @@ TEST_F(SalesTransactions, TakeAQuantityThatRoundsToTheLargestSingle) {
   }
 }
 
-TEST_F(SalesTransactions, TakeOneForAQuantityThatLeavesTheRangeOfASingle) {
+TEST_F(SalesTransactions, UseOneForAQuantityOutOfRange) {
   for (const char* text : {"3.4028235677973366e38", "-3.4028235677973366e38", "1E39"}) {
     surroundings.state.costSubtotals->At("Seeds").SubTotal(5, 0);
     surroundings.state.incomeSubtotals->At("Plants").SubTotal(5, 0);
@@ -220,7 +220,7 @@ TEST_F(SalesTransactions, TakeOneForAQuantityThatLeavesTheRangeOfASingle) {
   }
 }
 
-TEST_F(SalesTransactions, BookTheIncomeAloneWithoutAverageCostOrCostAccount) {
+TEST_F(SalesTransactions, BookOnlyTheIncomeWithoutAverageCostOrCostAccount) {
   const std::string income = fakes::Reference("IncomeAccountRef", "I-1");
   surroundings.SetItems(Item("ItemInventoryRet", "IT-6", income + fakes::Reference("COGSAccountRef", "C-1")) +
                         Item("ItemInventoryRet", "IT-7", income + Element("AverageCost", "2.5")));
@@ -229,7 +229,7 @@ TEST_F(SalesTransactions, BookTheIncomeAloneWithoutAverageCostOrCostAccount) {
   EXPECT_EQ(SumOfAll(), 3);
 }
 
-TEST_F(SalesTransactions, BookTheIncomeAloneWhenTheCostAccountIsInNoList) {
+TEST_F(SalesTransactions, BookOnlyTheIncomeIfTheCostAccountIsUnlisted) {
   surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1", "X-9", "2.5"));
   Book(InvoiceLine(ItemRef("IT-4") + Amount("40")));
   EXPECT_EQ(SumOfAll(), 40);
@@ -240,20 +240,20 @@ TEST_F(SalesTransactions, BookTheIncomeAloneWhenTheCostAccountIsInNoList) {
   EXPECT_EQ(Plants(), 80);
 }
 
-TEST_F(SalesTransactions, BookTheCostOfALineWhoseIncomeAccountIsInNoList) {
+TEST_F(SalesTransactions, BookOnlyTheCostIfTheIncomeAccountIsUnlisted) {
   surroundings.SetItems(fakes::InventoryItem("IT-4", "X-9", "C-1", "2.5"));
   Book(InvoiceLine(ItemRef("IT-4") + Amount("40")));
   EXPECT_EQ(Seeds(), 2.5);
   EXPECT_EQ(SumOfAll(), 2.5);
 }
 
-TEST_F(SalesTransactions, LoseTheIncomeToAMarkerThatIsNoDocument) {
+TEST_F(SalesTransactions, SkipTheIncomeIfTheMarkerIsMalformed) {
   surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1", "C-1", "&lt;2") + OneAccountItem("IT-1", "I-1"));
   Book(InvoiceLine(ItemRef("IT-4") + Amount("40")) + InvoiceLine(ItemRef("IT-1") + Amount("1")));
   EXPECT_EQ(SumOfAll(), 1);
 }
 
-TEST_F(SalesTransactions, BookByTheMarkersTextWhereAPartHoldsAQuoteOrAnAmpersand) {
+TEST_F(SalesTransactions, BookByTheMarkersTextIfAPartHasAQuoteOrAmpersand) {
   for (const char* costId : {"C-1&quot; x=&quot;", "C&amp;#45;1"}) {
     surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1", costId, "2.5"));
     Book(InvoiceLine(ItemRef("IT-4") + Amount("40")));
@@ -262,10 +262,10 @@ TEST_F(SalesTransactions, BookByTheMarkersTextWhereAPartHoldsAQuoteOrAnAmpersand
   EXPECT_EQ(Plants(), 80);
   surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1&quot; averagecost=&quot;4", "C-1", "2.5"));
   Book(InvoiceLine(ItemRef("IT-4") + Amount("40")));
-  EXPECT_EQ(surroundings.SumOfAll(), 85) << "an attribute that is repeated makes the text no document";
+  EXPECT_EQ(surroundings.SumOfAll(), 85) << "a repeated attribute makes the marker malformed";
 }
 
-TEST_F(SalesTransactions, BookByTheMarkersTextWhereAPartHoldsATabOrALineBreak) {
+TEST_F(SalesTransactions, BookByTheMarkersTextIfAPartHasATabOrLineBreak) {
   surroundings.state.costAccounts = fakes::ImportSurroundings::List("2", {fakes::Account("C 1", "Seeds")});
   for (const char* costId : {"C&#9;1", "C\n1", "C&#13;1"}) {
     surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1", costId, "2.5"));
@@ -285,7 +285,7 @@ TEST_F(SalesTransactions, BookTheCostOfAnAccountIdThatIsAMarker) {
   EXPECT_EQ(SumOfAll(), 53);
 }
 
-TEST_F(SalesTransactions, LoseTheIncomeToAnAccountIdThatBeginsAsAMarkerAlone) {
+TEST_F(SalesTransactions, SkipTheIncomeIfAnAccountIdOnlyBeginsAsAMarker) {
   surroundings.state.incomeAccounts =
       fakes::ImportSurroundings::List("1", {fakes::Account("&lt;COGS", "Plants")});
   surroundings.SetItems(OneAccountItem("IT-4", "&lt;COGS1"));
@@ -296,7 +296,7 @@ TEST_F(SalesTransactions, LoseTheIncomeToAnAccountIdThatBeginsAsAMarkerAlone) {
   EXPECT_EQ(skipped[0].skipped.value_or(Skipped{}).account, "<COGS1");
 }
 
-TEST_F(SalesTransactions, TellTheMarkerOfACostThatCannotBeBooked) {
+TEST_F(SalesTransactions, ReportTheMarkerIfTheCostCannotBeBooked) {
   surroundings.state.costSubtotals = fakes::ImportSurroundings::Zeros({"Freight"});
   Book(InvoiceLine(ItemRef("IT-4") + Amount("40")));
   const auto skipped = surroundings.SkippedAmounts();
@@ -305,7 +305,7 @@ TEST_F(SalesTransactions, TellTheMarkerOfACostThatCannotBeBooked) {
             "<COGS  cogsid=\"C-3\" workid=\"I-1\" averagecost=\"2.5\"/>");
 }
 
-TEST_F(SalesTransactions, LoseTheIncomeToAMissingCostSubtotal) {
+TEST_F(SalesTransactions, SkipTheIncomeWithoutTheCostSubtotal) {
   surroundings.state.costSubtotals = fakes::ImportSurroundings::Zeros({"Freight"});
   Book(InvoiceLine(ItemRef("IT-4") + Amount("40")) + InvoiceLine(ItemRef("IT-1") + Amount("1")));
   EXPECT_EQ(SumOfAll(), 1);
@@ -314,7 +314,7 @@ TEST_F(SalesTransactions, LoseTheIncomeToAMissingCostSubtotal) {
   EXPECT_EQ(SumOfAll(), 1);
 }
 
-TEST_F(SalesTransactions, LoseTheIncomeToACostOutOfRange) {
+TEST_F(SalesTransactions, SkipTheIncomeIfTheCostIsOutOfRange) {
   surroundings.SetItems(fakes::InventoryItem("IT-4", "I-1", "C-1", "1E308"));
   Book(InvoiceLine(ItemRef("IT-4") + Amount("40") + Quantity("2")));
   EXPECT_EQ(SumOfAll(), 0);
@@ -329,7 +329,7 @@ TEST_F(SalesTransactions, SkipALineWithoutASubtotalForItsAccount) {
   EXPECT_EQ(SumOfAll(), -2);
 }
 
-TEST_F(SalesTransactions, LeaveASubtotalAsItIsWhenTheSumWouldLeaveTheRangeOfADouble) {
+TEST_F(SalesTransactions, KeepASubtotalIfTheSumIsOutOfRange) {
   const std::string line = InvoiceLine(ItemRef("IT-1") + Amount("1.7976931348623157E+308"));
   Book(line + line + InvoiceLine(ItemRef("IT-2") + Amount("1")));
   EXPECT_EQ(Plants(), std::numeric_limits<double>::max());
@@ -342,7 +342,7 @@ TEST_F(SalesTransactions, ChangeNothingWithoutAnItemList) {
   EXPECT_EQ(SumOfAll(), 0);
 }
 
-TEST_F(SalesTransactions, SurviveARefusalWithoutTouchingTheErrorPair) {
+TEST_F(SalesTransactions, ChangeNothingAfterARefusedRequest) {
   surroundings.journal->Fail("ProcessRequest 20 2002-05-01 2002-05-31", Error(-2147220477, "unexpected"));
   Book(InvoiceLine(ItemRef("IT-1") + Amount("1")));
   EXPECT_EQ(SumOfAll(), 0);

@@ -8,7 +8,7 @@
 #include "import/amounts/sales_transactions.h"
 #include "qbxml/request_catalogue.h"
 
-// A person learns of each amount that was left out, and why.
+// Every amount that is not imported is reported with its reason.
 
 namespace krnqb {
 namespace {
@@ -31,7 +31,7 @@ class SkippedAmounts : public testing::Test {
                           fakes::InventoryItem("IT-4", "I-1", "C-1", "2.5"));
   }
 
-  /// The reasons told for the lines of a check of 2002-02-14, in order.
+  /// Books the lines of a check of 2002-02-14 and returns the reasons reported, in order.
   Reasons Spend(const std::string& lines) {
     surroundings.observer.notices.clear();
     surroundings.quickBooks->answers["11"] = fakes::RecordAnswer(
@@ -58,7 +58,7 @@ class SkippedAmounts : public testing::Test {
   fakes::ImportSurroundings surroundings;
 };
 
-TEST_F(SkippedAmounts, AreToldWithRequestPeriodTransactionAccountAndAmount) {
+TEST_F(SkippedAmounts, AreReportedWithRequestPeriodTransactionAccountAndAmount) {
   Spend(ExpenseLine(AccountRef("X-9") + Amount("75.50")));
   ASSERT_EQ(surroundings.SkippedAmounts().size(), 1U);
   const Notice notice = surroundings.SkippedAmounts()[0];
@@ -75,7 +75,7 @@ TEST_F(SkippedAmounts, AreToldWithRequestPeriodTransactionAccountAndAmount) {
   EXPECT_EQ(notice.skipped->amount, "75.50");
 }
 
-TEST_F(SkippedAmounts, OfASaleAreToldTheSameWay) {
+TEST_F(SkippedAmounts, OfSalesAreReportedLikewise) {
   Sell(Sale(ItemRef("IT-3") + Amount("75.50")));
   ASSERT_EQ(surroundings.SkippedAmounts().size(), 1U);
   const Notice notice = surroundings.SkippedAmounts()[0];
@@ -91,7 +91,7 @@ TEST_F(SkippedAmounts, OfASaleAreToldTheSameWay) {
   EXPECT_EQ(notice.skipped->amount, "75.50");
 }
 
-TEST_F(SkippedAmounts, AreNoneWhereEveryLineIsPlaced) {
+TEST_F(SkippedAmounts, AreNotReportedIfEveryLineIsBooked) {
   EXPECT_EQ(Spend(ExpenseLine(AccountRef("E-1") + Amount("1")) +
                   ExpenseLine(AccountRef("I-1") + Amount("2") + CustomerRef("K-1")) +
                   ItemLine(ItemRef("IT-1") + Amount("3"))),
@@ -100,12 +100,12 @@ TEST_F(SkippedAmounts, AreNoneWhereEveryLineIsPlaced) {
   EXPECT_TRUE(surroundings.observer.notices.empty());
 }
 
-TEST_F(SkippedAmounts, AreNoneForAnAmountOfZero) {
+TEST_F(SkippedAmounts, AreNotReportedForZero) {
   EXPECT_EQ(Spend(ExpenseLine(AccountRef("X-9") + Amount("0.00")) + ItemLine(Amount("0"))), Reasons{});
   EXPECT_EQ(Sell(Sale(ItemRef("IT-3") + Amount("0.00")) + Sale(Amount("0"))), Reasons{});
 }
 
-TEST_F(SkippedAmounts, OfPurchasesNameTheirReasons) {
+TEST_F(SkippedAmounts, OfPurchasesAreReportedWithTheirReasons) {
   EXPECT_EQ(Spend(ExpenseLine(AccountRef("E-1") + Amount("five"))), Reasons{SkipReason::AmountIsNoNumber});
   EXPECT_EQ(Spend(ExpenseLine(Amount("5"))), Reasons{SkipReason::NoAccount});
   EXPECT_EQ(Spend(ExpenseLine(AccountRef("") + Amount("5"))), Reasons{SkipReason::NoAccount});
@@ -122,7 +122,7 @@ TEST_F(SkippedAmounts, OfPurchasesNameTheirReasons) {
   EXPECT_EQ(Spend(ExpenseLine(AccountRef("E-1") + Amount("5"))), Reasons{SkipReason::NoSubtotal});
 }
 
-TEST_F(SkippedAmounts, OfSalesNameTheirReasons) {
+TEST_F(SkippedAmounts, OfSalesAreReportedWithTheirReasons) {
   EXPECT_EQ(Sell(Sale(ItemRef("IT-1") + Amount("five"))), Reasons{SkipReason::AmountIsNoNumber});
   EXPECT_EQ(Sell(Sale(Amount("5"))), Reasons{SkipReason::NoItem});
   EXPECT_EQ(Sell(Sale(ItemRef("IT-2") + Amount("5"))), Reasons{SkipReason::ItemWithoutAccount});
@@ -131,7 +131,7 @@ TEST_F(SkippedAmounts, OfSalesNameTheirReasons) {
   EXPECT_EQ(Sell(Sale(ItemRef("IT-1") + Amount("5"))), Reasons{SkipReason::NoSubtotal});
 }
 
-TEST_F(SkippedAmounts, ArePreciseAboutASumOutOfRange) {
+TEST_F(SkippedAmounts, IncludeASumOutOfRange) {
   const std::string huge = Amount("1.7976931348623157E+308");
   EXPECT_EQ(Spend(ExpenseLine(AccountRef("E-1") + huge) + ExpenseLine(AccountRef("E-1") + huge)),
             Reasons{SkipReason::SubtotalOutOfRange});
@@ -139,21 +139,21 @@ TEST_F(SkippedAmounts, ArePreciseAboutASumOutOfRange) {
             Reasons{SkipReason::SubtotalOutOfRange});
 }
 
-TEST_F(SkippedAmounts, TellAnExpenseOfTheSameCustomerAndAmountOnce) {
+TEST_F(SkippedAmounts, IncludeASecondExpenseOfTheSameCustomerAndAmount) {
   const std::string line = ExpenseLine(AccountRef("E-1") + Amount("75.00") + CustomerRef("K-1"));
   EXPECT_EQ(Spend(line + line), Reasons{SkipReason::DuplicateBillableKey});
   EXPECT_EQ(surroundings.SkippedAmounts()[0].skipped->amount, "75.00");
-  EXPECT_EQ(surroundings.Expense("Rent", 2), 150) << "told, but booked";
+  EXPECT_EQ(surroundings.Expense("Rent", 2), 150) << "both are booked";
 }
 
-TEST_F(SkippedAmounts, TellABilledExpenseThatWasRecordedAsPlaced) {
+TEST_F(SkippedAmounts, ExcludeTheBillingOfARecordedExpense) {
   Spend(ExpenseLine(AccountRef("E-1") + Amount("75.00") + CustomerRef("K-1")));
   EXPECT_EQ(Sell(CustomerRef("K-1") + Sale(ItemRef("IT-2") + Amount("75.00"))), Reasons{});
   EXPECT_EQ(Sell(CustomerRef("K-1") + Sale(ItemRef("IT-2") + Amount("75.01"))),
             Reasons{SkipReason::ItemWithoutAccount});
 }
 
-TEST_F(SkippedAmounts, TellTheIncomeThatIsLostToItsCost) {
+TEST_F(SkippedAmounts, IncludeIncomeWhoseCostCannotBeBooked) {
   surroundings.state.costSubtotals.reset();
   EXPECT_EQ(Sell(Sale(ItemRef("IT-4") + Amount("40.00"))).size(), 1U);
   EXPECT_EQ(surroundings.SkippedAmounts()[0].skipped->amount, "40.00");
@@ -163,7 +163,7 @@ TEST_F(SkippedAmounts, TellTheIncomeThatIsLostToItsCost) {
   EXPECT_EQ(surroundings.SkippedAmounts()[0].skipped->amount, "41.00");
 }
 
-TEST_F(SkippedAmounts, NeverChangeWhatIsDoneNorTheErrorPair) {
+TEST_F(SkippedAmounts, ChangeNeitherOtherAmountsNorTheErrorPair) {
   Spend(ExpenseLine(AccountRef("X-9") + Amount("5")) + ExpenseLine(AccountRef("E-1") + Amount("7")));
   EXPECT_EQ(surroundings.SumOfAll(), 7);
   EXPECT_EQ(surroundings.errorPair.number, 0);

@@ -36,12 +36,12 @@ class SpreadingBalances : public testing::Test {
   fakes::ImportSurroundings surroundings;
 };
 
-TEST_F(SpreadingBalances, GoesOverTwelveMonthsWhenThereIsNoActivity) {
+TEST_F(SpreadingBalances, CoversTwelveMonthsWithoutActivity) {
   Spread(Record("Rent", "1200.00"));
   EXPECT_EQ(Of("Rent"), Months(12, 100));
 }
 
-TEST_F(SpreadingBalances, GoesOverTheMonthsOfActivity) {
+TEST_F(SpreadingBalances, CoversTheMonthsOfActivity) {
   Book("Utilities", 6, -1);
   Spread(Record("Rent", "1200.00"));
   EXPECT_EQ(Of("Rent"), (Months{200, 200, 200, 200, 200, 200, 0, 0, 0, 0, 0, 0}));
@@ -53,7 +53,7 @@ TEST_F(SpreadingBalances, IsEvenWithoutRounding) {
   EXPECT_EQ(Of("Utilities"), Months(12, -100.0 / 12));
 }
 
-TEST_F(SpreadingBalances, LeavesAnAccountThatHasAmounts) {
+TEST_F(SpreadingBalances, KeepsTheAmountsOfAnAccount) {
   Book("Rent", 2, 50);
   Spread(Record("Rent", "1200.00"));
   EXPECT_EQ(Of("Rent"), (Months{0, 50, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
@@ -66,13 +66,13 @@ TEST_F(SpreadingBalances, ReplacesAmountsThatCancelOut) {
   EXPECT_EQ(Of("Rent"), (Months{100, 100, 100, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
 }
 
-TEST_F(SpreadingBalances, CountsTheTwoFurtherSlotsAsAmounts) {
+TEST_F(SpreadingBalances, IncludesTheLastTwoSlotsInTheTotal) {
   Book("Rent", 13, 1);
   Spread(Record("Rent", "1200.00"));
   EXPECT_EQ(Of("Rent"), Months(12, 0));
 }
 
-TEST_F(SpreadingBalances, LooksAtTopLevelAccountsAlone) {
+TEST_F(SpreadingBalances, IncludesOnlyTopLevelAccounts) {
   Spread(Record("Rent", "1200.00", "1") + Record("Utilities", "1200.00", "2"));
   EXPECT_EQ(surroundings.SumOfAll(), 0);
 }
@@ -83,12 +83,12 @@ TEST_F(SpreadingBalances, ComparesTheLevelAsANumber) {
   EXPECT_EQ(Of("Utilities"), Months(12, 100));
 }
 
-TEST_F(SpreadingBalances, LeavesOutALevelThatIsNoNumber) {
+TEST_F(SpreadingBalances, SkipsALevelThatIsNotANumber) {
   Spread(Record("Rent", "1200.00", "") + Record("Utilities", "1200.00", "none"));
   EXPECT_EQ(surroundings.SumOfAll(), 0);
 }
 
-TEST_F(SpreadingBalances, LooksAtExpenseAccountsAlone) {
+TEST_F(SpreadingBalances, IncludesOnlyExpenseAccounts) {
   Spread(Record("Rent", "1200.00", "0", "Income") + Record("Utilities", "1200.00", "0", "expense"));
   EXPECT_EQ(surroundings.SumOfAll(), 0);
 }
@@ -108,7 +108,7 @@ struct BalanceCase {
   double month;
 };
 
-TEST_F(SpreadingBalances, TakesTheNumberThatTheBalanceBeginsWith) {
+TEST_F(SpreadingBalances, ReadsTheLeadingNumberOfABalance) {
   for (const auto& [text, month] : {BalanceCase{"1200.00", 100},
                                     {" 1200 in all", 100},
                                     {"12,000", 1},
@@ -123,12 +123,12 @@ TEST_F(SpreadingBalances, TakesTheNumberThatTheBalanceBeginsWith) {
   }
 }
 
-TEST_F(SpreadingBalances, FindsTheSubtotalWithoutRegardToCase) {
+TEST_F(SpreadingBalances, FindsTheSubtotalCaseInsensitively) {
   Spread(Record("RENT", "1200.00"));
   EXPECT_EQ(Of("Rent"), Months(12, 100));
 }
 
-TEST_F(SpreadingBalances, DoesNothingWithoutListOrSubtotals) {
+TEST_F(SpreadingBalances, DoesNothingWithoutAListOrSubtotals) {
   surroundings.state.expenseAccounts = AccountList();
   SpreadExpenseBalances(surroundings.context);
   EXPECT_EQ(surroundings.SumOfAll(), 0);

@@ -10,13 +10,13 @@
 #include "import/amounts/transaction_reading.h"
 #include "qbxml/response_element.h"
 
-// The one pass over an answer gives what the paths select in the parsed document, however odd the document
-// is.
+// Reading an answer in one pass returns what the paths select in the parsed document, for unusual documents
+// too.
 
 namespace krnqb {
 namespace {
 
-// What the paths say.
+// Lines selected by paths.
 
 using OwnField = std::optional<std::string>;
 
@@ -60,7 +60,7 @@ std::vector<std::string> LinesByPaths(const std::string& text, const LineSelecti
   return shown;
 }
 
-// What the one pass says.
+// Lines read in one pass.
 
 std::string Shown(const TransactionLine::Field& field) {
   return field ? Shown(OwnField(std::string(*field))) : "-";
@@ -82,8 +82,8 @@ std::vector<std::string> LinesRead(const std::string& text, const LineSelection&
   fakes::RecordingObserver observer;
   const auto read = ReadTransactionLines(Variant(text), selection, observer, Place{});
   for (const TransactionLine& line : read.lines) {
-    const bool isTold = selection.places == LinePlaces::DirectChildren && line.insideItemGroup;
-    if (!isTold) shown.push_back(ShownLine(line));
+    const bool isSkipped = selection.places == LinePlaces::DirectChildren && line.insideItemGroup;
+    if (!isSkipped) shown.push_back(ShownLine(line));
   }
   return shown;
 }
@@ -105,11 +105,11 @@ void ExpectTheSame(const std::string& text) {
   }
 }
 
-// Documents that nobody would write, the same in every run.
+// Unusual documents from a fixed random sequence.
 
 class OddDocuments {
  public:
-  /// `width` bounds the children of an element.
+  /// Elements have fewer than `width` children.
   OddDocuments(unsigned seed, std::size_t width) : numbers_(seed), bound_(width) {}
 
   std::string Next() {
@@ -156,7 +156,7 @@ class OddDocuments {
   std::size_t bound_;
 };
 
-TEST(ReadingTransactionsByPaths, GivesTheSameLinesForOddDocuments) {
+TEST(ReadingTransactionsByPaths, ReturnsTheSameLinesForUnusualDocuments) {
   std::size_t lines = 0;
   for (std::size_t width = 2; width <= 6; ++width) {
     for (unsigned seed = 1; seed <= 300; ++seed) {
@@ -168,10 +168,10 @@ TEST(ReadingTransactionsByPaths, GivesTheSameLinesForOddDocuments) {
       lines += LinesByPaths(text, invoiceLines).size();
     }
   }
-  EXPECT_GT(lines, 1000U) << "the documents hold too few lines to say anything";
+  EXPECT_GT(lines, 1000U) << "too few lines for a meaningful comparison";
 }
 
-TEST(ReadingTransactionsByPaths, GivesTheSameLinesForDocumentsThatAreCutOff) {
+TEST(ReadingTransactionsByPaths, ReturnsTheSameLinesForTruncatedDocuments) {
   for (unsigned seed = 1; seed <= 100; ++seed) {
     const std::string whole = OddDocuments(seed, 4).NextBelowARoot();
     for (std::size_t cut = 1; cut < 6; ++cut) ExpectTheSame(whole.substr(0, whole.size() * cut / 6));
@@ -179,9 +179,9 @@ TEST(ReadingTransactionsByPaths, GivesTheSameLinesForDocumentsThatAreCutOff) {
   }
 }
 
-TEST(ReadingTransactionsByPaths, GivesTheSameLinesForHandPickedDocuments) {
+TEST(ReadingTransactionsByPaths, ReturnsTheSameLinesForChosenDocuments) {
   const char* texts[] = {
-      // A reference without an id before one that has it.
+      // A reference without an id before one with an id.
       "<BillQueryRs><BillRet><ExpenseLineRet><AccountRef/><AccountRef><ListID>E-1</ListID></AccountRef>"
       "</ExpenseLineRet></BillRet></BillQueryRs>",
       // Two references, each with ids.
@@ -193,17 +193,17 @@ TEST(ReadingTransactionsByPaths, GivesTheSameLinesForHandPickedDocuments) {
       "<BillQueryRs><BillRet><ExpenseLineRet><AccountRef><ListID xmlns=\"urn:x\">1</ListID></AccountRef>"
       "<AccountRef xmlns=\"urn:x\"><ListID xmlns=\"\">2</ListID></AccountRef><AccountRef><ListID>3</ListID>"
       "</AccountRef></ExpenseLineRet></BillRet></BillQueryRs>",
-      // The line's own reference must not be taken for its child's.
+      // A nested line does not inherit the outer line's reference.
       "<InvoiceQueryRs><InvoiceRet><CustomerRef><ListID>K-1</ListID></CustomerRef><InvoiceLineRet>"
       "<CustomerRef><ListID>K-2</ListID></CustomerRef><InvoiceLineRet><Amount>1</Amount></InvoiceLineRet>"
       "</InvoiceLineRet></InvoiceRet></InvoiceQueryRs>",
-      // A line that is a transaction, and one that holds the response.
+      // A line that is a transaction, and one that contains the response.
       "<BillQueryRs><ItemLineRet><ItemLineRet><Amount>1</Amount></ItemLineRet></ItemLineRet></BillQueryRs>",
       "<ExpenseLineRet><BillQueryRs><A><ExpenseLineRet/></A></BillQueryRs></ExpenseLineRet>",
       // A response inside a response.
       "<BillQueryRs><BillQueryRs><ExpenseLineRet><Amount>1</Amount></ExpenseLineRet></BillQueryRs>"
       "</BillQueryRs>",
-      // A list id that is a reference of its own kind.
+      // A reference inside a reference of the same name.
       "<InvoiceQueryRs><InvoiceLineRet><ItemRef><ItemRef><ListID>1</ListID></ItemRef></ItemRef>"
       "</InvoiceLineRet></InvoiceQueryRs>",
       // Attributes, instructions and comments around the document element.
@@ -213,19 +213,19 @@ TEST(ReadingTransactionsByPaths, GivesTheSameLinesForHandPickedDocuments) {
   for (const char* text : texts) ExpectTheSame(text);
 }
 
-TEST(ReadingTransactionsByPaths, GivesTheSameLinesForNamesOfOtherVocabularies) {
+TEST(ReadingTransactionsByPaths, ReturnsTheSameLinesForSimilarNames) {
   ExpectTheSame("<BillQueryRs><BillRet><expenseLineRet/></BillRet></BillQueryRs>");
   ExpectTheSame("<BillQueryRs><BillRet><a:ExpenseLineRet xmlns:a=\"urn:a\"/></BillRet></BillQueryRs>");
   ExpectTheSame("<BillQueryRs xmlns=\"urn:a\"><BillRet><ExpenseLineRet/></BillRet></BillQueryRs>");
 }
 
-TEST(ReadingTransactionsByPaths, GivesTheSameLinesInsideAnElementThatIsRead) {
+TEST(ReadingTransactionsByPaths, ReturnsTheSameLinesInsideAField) {
   ExpectTheSame(
       "<InvoiceQueryRs><InvoiceRet><Amount><InvoiceLineRet><Amount>1</Amount></InvoiceLineRet></Amount>"
       "</InvoiceRet></InvoiceQueryRs>");
 }
 
-TEST(ReadingTransactionsByPaths, TellsWhatTheReadingOfAWholeAnswerTells) {
+TEST(ReadingTransactionsByPaths, ReportsTheSameNoticesAsAnswerElement) {
   const char* texts[] = {
       "<BillQueryRs statusCode=\"500\" statusSeverity=\"Warn\" "
       "statusMessage=\"Some\"><BillRet/></BillQueryRs>",

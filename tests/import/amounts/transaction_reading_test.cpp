@@ -57,7 +57,7 @@ std::vector<std::string> AmountsOf(const TransactionLines& read) {
 
 using Amounts = std::vector<std::string>;
 
-TEST_F(ReadingTransactions, GivesEveryFieldOfALine) {
+TEST_F(ReadingTransactions, ReturnsEveryFieldOfALine) {
   const auto read =
       Bills(Element("BillRet", Transaction("T-1", "2002-01-15") +
                                    ExpenseLine(AccountRef("E-1") + Amount("100.00") + CustomerRef("K-1")) +
@@ -85,7 +85,7 @@ TEST_F(ReadingTransactions, GivesEveryFieldOfALine) {
   EXPECT_EQ(item.transactionId, "T-1");
 }
 
-TEST_F(ReadingTransactions, GivesTheCustomersAndTheGroupAroundASalesLine) {
+TEST_F(ReadingTransactions, ReturnsTheCustomersAndTheGroupAroundASalesLine) {
   const auto read = Invoices(Element(
       "InvoiceRet", Transaction("T-2", "2002-02-01") + CustomerRef("K-7") + InvoiceLine(ItemGroupRef("G-2")) +
                         Element("InvoiceLineGroupRet", ItemGroupRef("G-1") + InvoiceLine(ItemRef("IT-1")))));
@@ -102,7 +102,7 @@ TEST_F(ReadingTransactions, GivesTheCustomersAndTheGroupAroundASalesLine) {
   EXPECT_EQ(read.lines[1].transactionDate, "2002-02-01");
 }
 
-TEST_F(ReadingTransactions, TakesWhatStandsBehindTheLineToo) {
+TEST_F(ReadingTransactions, ReadsElementsAfterTheLine) {
   const auto read = Invoices(
       Element("InvoiceRet", Element("InvoiceLineGroupRet", InvoiceLine(Amount("1")) + ItemGroupRef("G-1")) +
                                 CustomerRef("K-7") + Transaction("T-3", "2002-03-01")));
@@ -113,7 +113,7 @@ TEST_F(ReadingTransactions, TakesWhatStandsBehindTheLineToo) {
   EXPECT_EQ(read.lines[0].transactionDate, "2002-03-01");
 }
 
-TEST_F(ReadingTransactions, TellsAbsentFromEmpty) {
+TEST_F(ReadingTransactions, DistinguishesMissingFromEmpty) {
   const auto read = Bills(Element(
       "BillRet", ExpenseLine("<Amount/>" + AccountRef("") + Element("CustomerRef", "")) + ExpenseLine("")));
   ASSERT_EQ(read.lines.size(), 2U);
@@ -128,7 +128,7 @@ TEST_F(ReadingTransactions, TellsAbsentFromEmpty) {
   EXPECT_EQ(read.lines[1].transactionDate, "");
 }
 
-TEST_F(ReadingTransactions, GivesTheWholeTextAsItStands) {
+TEST_F(ReadingTransactions, ReturnsTheWholeTextUntrimmed) {
   const auto read =
       Bills(Element("BillRet", ExpenseLine("<Amount> 1&#48;<!-- net -->.<![CDATA[5]]><?note x?>0 </Amount>"
                                            "<AccountRef><ListID>A&amp;<b>B</b>&lt;C</ListID></AccountRef>")));
@@ -137,7 +137,7 @@ TEST_F(ReadingTransactions, GivesTheWholeTextAsItStands) {
   EXPECT_EQ(read.lines[0].accountId, "A&B<C");
 }
 
-TEST_F(ReadingTransactions, TakesTheFirstOfRepeatedElements) {
+TEST_F(ReadingTransactions, UsesTheFirstOfRepeatedElements) {
   const auto read = Bills(
       Element("BillRet", ExpenseLine(Amount("1") + Amount("2") + AccountRef("E-1") + AccountRef("E-2")) +
                              ExpenseLine(Amount("") + Amount("3"))));
@@ -147,7 +147,7 @@ TEST_F(ReadingTransactions, TakesTheFirstOfRepeatedElements) {
   EXPECT_EQ(read.lines[1].amount, "");
 }
 
-TEST_F(ReadingTransactions, TellsTheFirstReferenceFromTheFirstThatHasAnId) {
+TEST_F(ReadingTransactions, DistinguishesTheFirstReferenceFromTheFirstWithAnId) {
   const auto read = Bills(Element(
       "BillRet", Element("CustomerRef", "") + CustomerRef("K-1") +
                      ExpenseLine(Element("AccountRef", "") + AccountRef("E-1") + AccountRef("E-2") +
@@ -176,14 +176,14 @@ TEST_F(ReadingTransactions, IgnoresElementsInANamespace) {
   EXPECT_FALSE(read.lines.at(0).hasCustomer);
 }
 
-TEST_F(ReadingTransactions, ReportsNoStatusFromAttributesInANamespace) {
+TEST_F(ReadingTransactions, IgnoresStatusAttributesInANamespace) {
   Read(Variant(
            "<QBXML><QBXMLMsgsRs><BillQueryRs xmlns:x=\"urn:x\" x:statusCode=\"500\"/></QBXMLMsgsRs></QBXML>"),
        billLines);
   EXPECT_TRUE(observer.notices.empty());
 }
 
-TEST_F(ReadingTransactions, TakesNoFieldFromDeeperDown) {
+TEST_F(ReadingTransactions, IgnoresFieldsInNestedElements) {
   const auto read = Bills(Element(
       "BillRet", ExpenseLine(Element("Detail", Amount("1") + AccountRef("E-1") + CustomerRef("K-1")))));
   ASSERT_EQ(read.lines.size(), 1U);
@@ -192,7 +192,7 @@ TEST_F(ReadingTransactions, TakesNoFieldFromDeeperDown) {
   EXPECT_FALSE(read.lines[0].hasCustomer);
 }
 
-TEST_F(ReadingTransactions, MarksThePurchaseLinesInsideAnItemGroup) {
+TEST_F(ReadingTransactions, MarksPurchaseLinesInsideAnItemGroup) {
   const auto read =
       Bills(Element("BillRet", Transaction("T-1", "2002-01-15") + ExpenseLine(Amount("1")) +
                                    Element("ItemGroupLineRet", ItemGroupRef("G-1") + ItemLine(Amount("2")) +
@@ -205,14 +205,14 @@ TEST_F(ReadingTransactions, MarksThePurchaseLinesInsideAnItemGroup) {
   }
 }
 
-TEST_F(ReadingTransactions, TakesNoPurchaseLineInsideAnotherElementThanAnItemGroup) {
+TEST_F(ReadingTransactions, IgnoresPurchaseLinesInsideOtherElements) {
   const auto read =
       Bills(Element("BillRet", Element("Other", ItemLine(Amount("1")) + ExpenseLine(Amount("2"))) +
                                    Element("ItemGroupLineRet", ItemLine(Amount("3")))));
   EXPECT_EQ(AmountsOf(read), Amounts{"3"});
 }
 
-TEST_F(ReadingTransactions, TakesPurchaseLinesOfTheFirstResponseAlone) {
+TEST_F(ReadingTransactions, ReadsPurchaseLinesOfTheFirstResponseOnly) {
   const auto read =
       Read(Variant("<QBXML><BillRet><ExpenseLineRet><Amount>0</Amount></ExpenseLineRet></BillRet>"
                    "<BillQueryRs><ExpenseLineRet><Amount>1</Amount></ExpenseLineRet>"
@@ -223,7 +223,7 @@ TEST_F(ReadingTransactions, TakesPurchaseLinesOfTheFirstResponseAlone) {
   EXPECT_EQ(AmountsOf(read), Amounts{"2"});
 }
 
-TEST_F(ReadingTransactions, TakesSalesLinesWhereverTheyStandInTheAnswer) {
+TEST_F(ReadingTransactions, ReadsSalesLinesAnywhereInTheDocument) {
   const auto read =
       Read(Variant("<QBXML><InvoiceLineRet><Amount>1</Amount></InvoiceLineRet>"
                    "<InvoiceQueryRs><InvoiceLineRet><Amount>2</Amount></InvoiceLineRet>"
@@ -236,13 +236,13 @@ TEST_F(ReadingTransactions, TakesSalesLinesWhereverTheyStandInTheAnswer) {
   EXPECT_EQ(AmountsOf(read), (Amounts{"1", "2", "3", "4", "5", "6"}));
 }
 
-TEST_F(ReadingTransactions, TakesADocumentElementThatIsALine) {
+TEST_F(ReadingTransactions, ReadsADocumentElementThatIsALine) {
   const auto read =
       Read(Variant("<InvoiceLineRet><Amount>1</Amount><InvoiceQueryRs/></InvoiceLineRet>"), invoiceLines);
   EXPECT_EQ(AmountsOf(read), Amounts{"1"});
 }
 
-TEST_F(ReadingTransactions, HasNoLinesWithoutTheResponse) {
+TEST_F(ReadingTransactions, ReturnsNoLinesWithoutTheResponse) {
   const std::string invoice = Element("InvoiceRet", InvoiceLine(Amount("1")));
   EXPECT_TRUE(Read(Variant(RecordAnswer("SalesReceiptQueryRs", invoice)), invoiceLines).lines.empty());
   EXPECT_TRUE(Read(Variant(RecordAnswer("InvoiceQueryRs", "")), invoiceLines).lines.empty());
@@ -250,7 +250,7 @@ TEST_F(ReadingTransactions, HasNoLinesWithoutTheResponse) {
   EXPECT_TRUE(observer.notices.empty());
 }
 
-TEST_F(ReadingTransactions, OfATextThatIsNoDocumentHasNoLinesAndIsTold) {
+TEST_F(ReadingTransactions, ReportsAMalformedTextAndReturnsNoLines) {
   const std::string bill = Element("BillRet", ExpenseLine(Amount("1")));
   const std::string whole = RecordAnswer("BillQueryRs", bill);
   const std::string texts[] = {
@@ -272,11 +272,11 @@ TEST_F(ReadingTransactions, OfATextThatIsNoDocumentHasNoLinesAndIsTold) {
   }
 }
 
-TEST_F(ReadingTransactions, OfNoAnswerHasNoLines) {
+TEST_F(ReadingTransactions, ReturnsNoLinesWithoutAnAnswer) {
   EXPECT_TRUE(Read(Variant(), billLines).lines.empty());
 }
 
-TEST_F(ReadingTransactions, DoesNotObeyAnEncodingDeclaration) {
+TEST_F(ReadingTransactions, IgnoresAnEncodingDeclaration) {
   const auto read =
       Read(Variant("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><BillQueryRs><BillRet><ExpenseLineRet>"
                    "<Amount>1 \xE2\x82\xAC</Amount></ExpenseLineRet></BillRet></BillQueryRs>"),
@@ -284,7 +284,7 @@ TEST_F(ReadingTransactions, DoesNotObeyAnEncodingDeclaration) {
   EXPECT_EQ(AmountsOf(read), Amounts{"1 \xE2\x82\xAC"});
 }
 
-TEST_F(ReadingTransactions, TellsAStatusThatIsNoSuccess) {
+TEST_F(ReadingTransactions, ReportsAnErrorStatus) {
   Read(Variant(fakes::StatusAnswer("BillQueryRs", "3260")), billLines);
   ASSERT_EQ(observer.notices.size(), 1U);
   EXPECT_EQ(observer.notices[0].kind, NoticeKind::AnswerStatus);
@@ -312,7 +312,7 @@ TEST_F(ReadingTransactions, ReadsTheLinesWhateverTheStatus) {
   }
 }
 
-TEST_F(ReadingTransactions, KeepsItsTextsWhenItIsMoved) {
+TEST_F(ReadingTransactions, KeepsTheTextsOfMovedLines) {
   std::string records;
   for (int i = 0; i < 5000; ++i) {
     records +=

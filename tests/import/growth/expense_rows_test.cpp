@@ -42,7 +42,7 @@ class ExpenseGrowth : public testing::Test {
     tables.UseLineFeeds();
     return tables;
   }
-  /// The expense blocks of all products.
+  /// Returns tables with the expense blocks of all products.
   TablesDocument BothTables(const std::string& row) {
     return Tables(Blocks("db_income_range_cat3", row) + Blocks("db_contributionmargin_cat2", row));
   }
@@ -107,18 +107,18 @@ TEST_F(ExpenseGrowth, SumsAccountsNamedWithinDepreciationInItsRow) {
   }
 }
 
-TEST_F(ExpenseGrowth, CountsAnAccountWithoutANameAsDepreciation) {
+TEST_F(ExpenseGrowth, IncludesAnAccountWithoutANameInDepreciation) {
   Add("", 3);
   Add("Rent", 100);
   EXPECT_EQ(Actual(Write()), (Texts{"3", "0"}));
 }
 
-TEST_F(ExpenseGrowth, LeavesOutOfDepreciationWhatWouldLeaveTheRangeOfADouble) {
+TEST_F(ExpenseGrowth, SkipsADepreciationAmountIfTheSumIsOutOfRange) {
   constexpr double largest = std::numeric_limits<double>::max();
   Add("Deprec", largest, 1);
   Add("preciation", largest, 2);
   Add("CIA", -largest, 4);
-  EXPECT_EQ(Actual(Write()), (Texts{"0", "7"})) << "the second is left out, the third is added";
+  EXPECT_EQ(Actual(Write()), (Texts{"0", "7"})) << "the second amount is skipped, the third is added";
 }
 
 TEST_F(ExpenseGrowth, FindsAnAccountNamedDepreciationCaseInsensitively) {
@@ -158,7 +158,7 @@ TEST_F(ExpenseGrowth, SumsDepreciationInExpenseTablesOnly) {
   EXPECT_EQ(tables.Text(), before);
 }
 
-TEST_F(ExpenseGrowth, LeavesTheDepreciationRowWithoutBalances) {
+TEST_F(ExpenseGrowth, KeepsTheDepreciationRowWithoutBalances) {
   Add("Deprec", 1);
   state.options.balancesImport = BalImport_None;
   EXPECT_EQ(Actual(Write()), (Texts{"a", "a"}));

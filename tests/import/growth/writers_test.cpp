@@ -8,7 +8,7 @@
 #include "fakes/import_surroundings.h"
 #include "import/growth/formulas.h"
 
-// What all writers share: sales, costs and expenses.
+// Tests of all three writers: sales, costs and expenses.
 
 namespace krnqb {
 namespace {
@@ -65,7 +65,7 @@ class GrowthWriters : public testing::TestWithParam<Writer> {
   SubtotalCollection& Subtotals() { return *(state.*GetParam().subtotals); }
   std::string Planned() const { return GetParam().plannedBlock; }
   std::string Actual() const { return Planned() + "_actual"; }
-  /// The default blocks: rows Blue, Other and Red in both, from row 5 on.
+  /// Returns the default blocks: rows Blue, Other and Red in both, from row 5 on.
   std::string Table() const {
     return AmountBlock(Planned(), "startrow=\"5\"",
                        PlannedRow("Blue") + PlannedRow("Other") + PlannedRow("Red")) +
@@ -89,7 +89,7 @@ class GrowthWriters : public testing::TestWithParam<Writer> {
   }
   std::string Write(const std::string& blocks) { return Write(std::vector<std::string>{blocks}); }
 
-  /// The cells of a planned row with the formulas for these amounts.
+  /// Returns the cells of a planned row with the formulas for these amounts.
   Texts PlannedCells(const std::string& name, const Texts& amounts, const std::string& row) const {
     Texts cells{name, "0.1"};
     for (const std::string& amount : amounts) cells.push_back("=" + amount + GetParam().joint + row + ")");

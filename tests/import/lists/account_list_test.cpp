@@ -100,7 +100,7 @@ TEST(TopLevelAccountName, IsEmptyWithoutAList) {
   EXPECT_EQ(TopLevelAccountName(AccountList(), "1", observer), "");
 }
 
-TEST(TopLevelSubtotals, HaveARecordOfZerosPerTopLevelAccountByName) {
+TEST(TopLevelSubtotals, AreZerosByTopLevelAccountName) {
   fakes::RecordingObserver observer;
   const auto subtotals = TopLevelSubtotals(
       List({Account("1", "Cars"), SubAccount("2", "Fuel", "1"), Account("3", "Rent")}), observer);
@@ -122,7 +122,7 @@ TEST(TopLevelSubtotals, AreNothingWithoutAListAndIfAnAccountHasNoName) {
   EXPECT_FALSE(TopLevelSubtotals(AccountList(), observer));
   EXPECT_FALSE(TopLevelSubtotals(List({"<AccountRet><Sublevel>0</Sublevel></AccountRet>"}), observer));
   ASSERT_EQ(observer.notices.size(), 2U);
-  EXPECT_EQ(observer.notices[0].meaning, NoticeMeaning::Complete) << "no list was asked for";
+  EXPECT_EQ(observer.notices[0].meaning, NoticeMeaning::Complete) << "the list is missing";
   EXPECT_EQ(observer.notices[1].meaning, NoticeMeaning::Incomplete) << "an account has no name";
 }
 

@@ -117,32 +117,32 @@ TEST_F(ItemAccountTest, IsEmptyForAnUnlistedItem) {
   EXPECT_EQ(IncomeSide("", ""), "");
 }
 
-TEST_F(ItemAccountTest, OfNoListIsEmpty) {
+TEST_F(ItemAccountTest, IsEmptyWithoutAList) {
   EXPECT_EQ(ItemList().IncomePosting("IT-1", observer), SalePosting());
   EXPECT_EQ(ItemList().ExpenseAccount("IT-1", observer), "");
 }
 
-TEST_F(ItemAccountTest, OfAnInventoryItemIsACostOfSaleOnTheIncomeSide) {
+TEST_F(ItemAccountTest, IsACostOfSaleOnTheIncomeSideOfAnInventoryItem) {
   EXPECT_EQ(IncomePosting(InventoryItem("IT-1", "I-1", "C-1", "2.50")),
             SalePosting(CostOfSale{.costAccount = "C-1", .incomeAccount = "I-1", .averageCost = "2.50"}));
 }
 
-TEST_F(ItemAccountTest, KeepsTheAverageCostAsItStands) {
+TEST_F(ItemAccountTest, KeepsTheTextOfTheAverageCost) {
   EXPECT_EQ(IncomePosting(InventoryItem("IT-1", "I-1", "C-1", " 2,50 each ")),
             SalePosting(CostOfSale{"C-1", "I-1", " 2,50 each "}));
 }
 
-TEST_F(ItemAccountTest, IsAMarkerWhereAPartWouldNotReadBackUnchanged) {
+TEST_F(ItemAccountTest, IsAMarkerIfAPartDoesNotReadBackUnchanged) {
   EXPECT_EQ(IncomePosting(InventoryItem("IT-1", "I&amp;1", "C-1", "&lt;2&quot;")),
             SalePosting("<COGS  cogsid=\"C-1\" workid=\"I&1\" averagecost=\"<2\"\"/>"));
 }
 
-TEST_F(ItemAccountTest, ThatBeginsAsAMarkerIsKeptAsItStands) {
+TEST_F(ItemAccountTest, IsKeptIfItBeginsAsAMarker) {
   EXPECT_EQ(IncomePosting(OneAccountItem("IT-1", "&lt;COGS x")), SalePosting("<COGS x"));
   EXPECT_EQ(ExpenseSide(OneAccountItem("IT-1", "&lt;COGS x")), "<COGS x");
 }
 
-TEST_F(ItemAccountTest, OfAnItemOfAnyKindWithCostAccountAndAverageCostIsACostOfSale) {
+TEST_F(ItemAccountTest, IsACostOfSaleForAnyItemWithCostAccountAndAverageCost) {
   const std::string cost = Reference("COGSAccountRef", "C-1") + Element("AverageCost", "1");
   EXPECT_EQ(
       IncomePosting(Item("ItemServiceRet", "IT-1", Element("SalesOrPurchase", AccountRef("I-1")) + cost)),
@@ -162,7 +162,7 @@ TEST_F(ItemAccountTest, IsTheIncomeAccountWithoutAverageCostOrCostAccount) {
     EXPECT_EQ(IncomeSide(Item("ItemInventoryRet", "IT-1", fields)), "I-1") << fields;
   }
   EXPECT_EQ(IncomeSide(Item("ItemInventoryRet", "IT-1", costAccount + averageCost)), "")
-      << "no marker without an income account";
+      << "an item without an income account has no marker";
 }
 
 TEST_F(ItemAccountTest, UsesTheFirstElementWithTheIdAtAnyDepth) {
@@ -173,7 +173,7 @@ TEST_F(ItemAccountTest, UsesTheFirstElementWithTheIdAtAnyDepth) {
   EXPECT_EQ(IncomeSide(item + OneAccountItem("IT-1", "I-2")), "I-1");
 }
 
-TEST_F(ItemAccountTest, IsWhatThePathSelectsForAnIdWithADoubleQuote) {
+TEST_F(ItemAccountTest, UsesThePathForAnIdWithADoubleQuote) {
   EXPECT_EQ(IncomeSide(OneAccountItem("IT-1", "I-1"), "x\" or \"1\" = \"1"), "I-1");
   EXPECT_TRUE(observer.notices.empty());
   EXPECT_EQ(IncomeSide(OneAccountItem("a\"b", "I-1"), "a\"b"), "") << "the path is malformed";

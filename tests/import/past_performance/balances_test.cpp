@@ -5,7 +5,7 @@
 
 #include "import/past_performance/fixture.h"
 
-// The accounts of the company and, with qbXML 1.x, their balances.
+// The company's account types and, with qbXML 1.x, their balances.
 
 namespace krnqb {
 namespace {
@@ -17,7 +17,7 @@ using TypeNames = std::vector<std::string>;
 
 class PastBalances : public CollectingPastPerformance {};
 
-TEST_F(PastBalances, BeginWithFiveTypesAndAddTheOthersAsTheyTurnUp) {
+TEST_F(PastBalances, BeginWithFiveTypesFollowedByThoseOfTheAccounts) {
   SetAccounts(TypedAccount("Bank", "Checking", "1") + TypedAccount("Income", "Plants", "1") + costAccount +
               TypedAccount("Bank", "Savings", "1") + TypedAccount("Equity", "Capital", "1"));
   Collect();
@@ -26,7 +26,7 @@ TEST_F(PastBalances, BeginWithFiveTypesAndAddTheOthersAsTheyTurnUp) {
   EXPECT_TRUE(surroundings.observer.notices.empty());
 }
 
-TEST_F(PastBalances, AreTheSameInTheThreeYears) {
+TEST_F(PastBalances, AreTheSameInAllThreeYears) {
   SetAccounts(costAccount + TypedAccount("Bank", "Checking", "100.50") +
               TypedAccount("Bank", "Savings", "-20") + TypedAccount("Equity", "Capital", "7"));
   Collect();
@@ -34,14 +34,14 @@ TEST_F(PastBalances, AreTheSameInTheThreeYears) {
   EXPECT_EQ(Periods("Equity"), First({7, 7, 7}));
 }
 
-TEST_F(PastBalances, StayZeroInTheElevenMonthsOfFourteenPeriods) {
+TEST_F(PastBalances, AreZeroInTheLastElevenOfFourteenPeriods) {
   surroundings.state.options.krnProduct = QBKRN_COR;
   SetAccounts(costAccount + TypedAccount("Bank", "Checking", "100"));
   Collect();
   EXPECT_EQ(Periods("Bank"), First({100, 100, 100}));
 }
 
-TEST_F(PastBalances, LeaveOutSubAccountsAndWhatHasNoLevel) {
+TEST_F(PastBalances, ExcludeSubAccountsAndAccountsWithoutALevel) {
   SetAccounts(costAccount + TypedAccount("Bank", "Checking", "100") +
               TypedAccount("Bank", "Petty cash", "5", "1") + TypedAccount("OtherAsset", "Deep", "5", "2") +
               TypedAccount("FixedAsset", "Blank", "5", " 0") +
@@ -55,7 +55,7 @@ TEST_F(PastBalances, LeaveOutSubAccountsAndWhatHasNoLevel) {
   }
 }
 
-TEST_F(PastBalances, CountANegativeFixedAssetAsDepreciation) {
+TEST_F(PastBalances, IncludeANegativeFixedAssetInDepreciation) {
   SetAccounts(costAccount + TypedAccount("FixedAsset", "Truck", "2000") +
               TypedAccount("FixedAsset", "Truck depreciation", "-500") +
               TypedAccount("FixedAsset", "Van", "0") + TypedAccount("Bank", "Overdrawn", "-3"));
@@ -65,14 +65,14 @@ TEST_F(PastBalances, CountANegativeFixedAssetAsDepreciation) {
   EXPECT_EQ(Periods("Bank"), First({-3, -3, -3}));
 }
 
-TEST_F(PastBalances, HaveFixedAssetsEvenWhenAllAreDepreciation) {
+TEST_F(PastBalances, ContainFixedAssetsEvenIfAllAreDepreciation) {
   SetAccounts(costAccount + TypedAccount("FixedAsset", "Truck", "-500"));
   Collect();
   EXPECT_EQ(Periods("FixedAsset"), First({}));
   EXPECT_EQ(Periods("Depreciation"), First({-500, -500, -500}));
 }
 
-TEST_F(PastBalances, CountEquityAsRetainedEarningsByTheFirstNameInTheAnswer) {
+TEST_F(PastBalances, IncludeEquityInRetainedEarningsByTheFirstName) {
   SetAccounts(TypedAccount("Equity", "Retained Earnings", "10") + costAccount +
               TypedAccount("Equity", "Capital", "7"));
   Collect();
@@ -80,7 +80,7 @@ TEST_F(PastBalances, CountEquityAsRetainedEarningsByTheFirstNameInTheAnswer) {
   EXPECT_EQ(Periods("Equity"), First({}));
 }
 
-TEST_F(PastBalances, CountEquityAsEquityWhereAnotherNameComesFirst) {
+TEST_F(PastBalances, IncludeEquityInEquityIfAnotherNameComesFirst) {
   for (const std::string first : {"Checking", "retained earnings", "Retained Earnings "}) {
     SetAccounts(TypedAccount("Bank", first, "1") + costAccount +
                 TypedAccount("Equity", "Retained Earnings", "10"));
@@ -90,7 +90,7 @@ TEST_F(PastBalances, CountEquityAsEquityWhereAnotherNameComesFirst) {
   }
 }
 
-TEST_F(PastBalances, TakeTheFirstNameFromASubAccountOfAnotherTypeToo) {
+TEST_F(PastBalances, UseTheFirstNameEvenOfASubAccountOfAnotherType) {
   SetAccounts(TypedAccount("Bank", "Retained Earnings", "1", "1") + costAccount +
               TypedAccount("Equity", "Capital", "10"));
   Collect();
@@ -102,7 +102,7 @@ struct BalanceCase {
   double balance;
 };
 
-TEST_F(PastBalances, ConvertStrictly) {
+TEST_F(PastBalances, AreConvertedStrictly) {
   for (const auto& [text, balance] :
        {BalanceCase{"1200.50", 1200.5}, {" $1,200.50 ", 1200.5}, {"(7)", -7}, {"7-", -7}, {"1E2", 100}}) {
     SetAccounts(costAccount + TypedAccount("Bank", "Checking", text));
@@ -111,7 +111,7 @@ TEST_F(PastBalances, ConvertStrictly) {
   }
 }
 
-TEST_F(PastBalances, EndAtABalanceThatIsNoNumberAndKeepTheFiguresSoFar) {
+TEST_F(PastBalances, EndAtABalanceThatIsNotANumberAndKeepEarlierFigures) {
   for (const std::string text : {"", "none", "7 net"}) {
     surroundings.journal->Clear();
     surroundings.observer.notices.clear();
@@ -147,7 +147,7 @@ TEST_F(PastBalances, AreNotReadWithAnotherVersion) {
   }
 }
 
-TEST_F(PastBalances, AreNoCollectionAtAllWhenTheAccountsAreRefused) {
+TEST_F(PastBalances, AreMissingIfTheAccountRequestIsRefused) {
   surroundings.state.pastPerformance.emplace();
   surroundings.journal->Fail("ProcessRequest 60", Error(-2147220477, "unexpected"));
   Collect();
@@ -156,7 +156,7 @@ TEST_F(PastBalances, AreNoCollectionAtAllWhenTheAccountsAreRefused) {
   EXPECT_EQ(surroundings.errorPair.number, 0);
 }
 
-TEST_F(PastBalances, AreTheFiveTypesAloneWhenTheAccountsAreNoDocument) {
+TEST_F(PastBalances, ContainOnlyFiveTypesIfTheAccountListIsMalformed) {
   surroundings.quickBooks->answers["60"] = "no document";
   Collect();
   ASSERT_TRUE(surroundings.state.pastPerformance);
@@ -165,7 +165,7 @@ TEST_F(PastBalances, AreTheFiveTypesAloneWhenTheAccountsAreNoDocument) {
   EXPECT_TRUE(surroundings.observer.Reported(NoticeKind::OperationEnded, error_number::objectNotSet));
 }
 
-TEST_F(PastBalances, TakeThePlaceOfAnEarlierCollection) {
+TEST_F(PastBalances, ReplaceAnEarlierCollection) {
   surroundings.state.pastPerformance.emplace();
   surroundings.state.pastPerformance->Add(cSubtotals("Loan"), "Loan");
   Collect();

@@ -7,7 +7,7 @@
 
 #include "import/past_performance/fixture.h"
 
-// The periods: with qbXML 1.x from transactions, with qbXML 2.0 from reports.
+// With qbXML 1.x, the periods are read from transactions.
 
 namespace krnqb {
 namespace {
@@ -29,7 +29,7 @@ class PastTransactions : public CollectingPastPerformance {
   }
 };
 
-TEST_F(PastTransactions, GiveTheIncomeOfThreeFiscalYears) {
+TEST_F(PastTransactions, YieldTheIncomeOfThreeFiscalYears) {
   Sell("2000-04-01", "1");
   Sell("2001-03-01", "2");
   Sell("2001-04-01", "4");
@@ -38,10 +38,10 @@ TEST_F(PastTransactions, GiveTheIncomeOfThreeFiscalYears) {
   Sell("2003-04-01", "32");
   Collect();
   EXPECT_EQ(Periods("Income"), First({3, 4, 24}));
-  EXPECT_EQ(surroundings.Income("Plants", 9), 8) << "the subtotals are those of the last period";
+  EXPECT_EQ(surroundings.Income("Plants", 9), 8) << "the subtotals hold the last period";
 }
 
-TEST_F(PastTransactions, ReportWhatIsLeftOutWithThePeriod) {
+TEST_F(PastTransactions, ReportSkippedAmountsWithThePeriod) {
   surroundings.SetItems("");
   Sell("2000-05-01", "1");
   Sell("2002-05-01", "2");
@@ -52,7 +52,7 @@ TEST_F(PastTransactions, ReportWhatIsLeftOutWithThePeriod) {
   EXPECT_EQ(amounts[1].place.pastPeriod, 3);
 }
 
-TEST_F(PastTransactions, GiveNoExpensesAndNoCosts) {
+TEST_F(PastTransactions, YieldNoExpensesOrCosts) {
   surroundings.SetItems(fakes::InventoryItem("IT-1", "I-1", "C-1", "2.5"));
   Sell("2000-04-01", "100");
   surroundings.quickBooks->answers["10"] = fakes::RecordAnswer(
@@ -63,7 +63,7 @@ TEST_F(PastTransactions, GiveNoExpensesAndNoCosts) {
   EXPECT_EQ(Periods("CostOfGoodsSold"), First({}));
 }
 
-TEST_F(PastTransactions, AskExpensesOfTheImportsYearAndIncomeOfThePeriods) {
+TEST_F(PastTransactions, RequestExpensesOfTheImportedYearAndIncomeOfThePeriods) {
   surroundings.state.options.period.startingYear = 1999;
   Collect();
   EXPECT_EQ(Asked("10 1999-04-01 1999-04-30"), 3);
@@ -76,14 +76,14 @@ TEST_F(PastTransactions, AskExpensesOfTheImportsYearAndIncomeOfThePeriods) {
   EXPECT_EQ(Asked("20 2003-04-01 2003-04-30"), 0);
 }
 
-TEST_F(PastTransactions, AskTheYearBeforeThePlansForExpensesByDefault) {
+TEST_F(PastTransactions, RequestExpensesOfTheYearBeforeThePlansByDefault) {
   surroundings.state.options.period.startingYear = 0;
   Collect();
   EXPECT_EQ(Asked("10 2002-04-01 2002-04-30"), 3);
   EXPECT_EQ(surroundings.state.options.period.startingYear, 2002);
 }
 
-TEST_F(PastTransactions, AskExpensesBeforeIncomeInEachPeriod) {
+TEST_F(PastTransactions, RequestExpensesBeforeIncomeInEachPeriod) {
   Collect();
   const std::string journal = surroundings.journal->Text();
   const auto firstIncome = journal.find("ProcessRequest 20 2000-04-01");
@@ -95,7 +95,7 @@ TEST_F(PastTransactions, AskExpensesBeforeIncomeInEachPeriod) {
   EXPECT_LT(secondPeriod, journal.find("ProcessRequest 20 2001-04-01"));
 }
 
-TEST_F(PastTransactions, OfFourteenPeriodsFillTheTwoYearsAndTheLastAlone) {
+TEST_F(PastTransactions, FillOnlyTheTwoYearsAndTheLastOfFourteenPeriods) {
   surroundings.state.options.krnProduct = QBKRN_COR;
   surroundings.state.options.period.startingYear = 1999;
   Sell("2000-05-01", "1");
@@ -113,7 +113,7 @@ TEST_F(PastTransactions, OfFourteenPeriodsFillTheTwoYearsAndTheLastAlone) {
   EXPECT_EQ(Asked("10 1999-03-01 1999-03-31"), 1) << "the last period begins in March";
 }
 
-TEST_F(PastTransactions, BeginEachPeriodAnew) {
+TEST_F(PastTransactions, StartEachPeriodAtZero) {
   surroundings.state.expenseSubtotals = fakes::ImportSurroundings::Zeros({"Old"});
   surroundings.state.incomeSubtotals = fakes::ImportSurroundings::Zeros({"Old"});
   surroundings.state.incomeSubtotals->At("Old").SubTotal(1, 500);
@@ -158,30 +158,30 @@ TEST_F(PastTransactions, EndInTheFirstPeriodWithoutCostOfGoodsSold) {
   }
 }
 
-TEST_F(PastTransactions, GoOnWhenAPassEnds) {
+TEST_F(PastTransactions, ContinueIfAPassFails) {
   surroundings.state.options.period.krnStartingMonth = 13;
   Collect();
   EXPECT_EQ(Periods("Income"), First({}));
-  EXPECT_EQ(surroundings.NoticesOf(NoticeKind::OperationEnded), 6U) << "both passes of three periods";
+  EXPECT_EQ(surroundings.NoticesOf(NoticeKind::OperationEnded), 6U) << "two passes in each of three periods";
   EXPECT_EQ(surroundings.NoticesOf(NoticeKind::PastPerformanceEnded), 0U);
 }
 
-TEST_F(PastTransactions, GoOnWhenASinkEndsAPass) {
+TEST_F(PastTransactions, ContinueIfASinkEndsAPass) {
   Sell("2001-04-01", "1");
   Sell("2002-06-01", "2");
   surroundings.journal->Fail("ProgressBarChange 17 Importing income balances...", Error(17, "sink"));
   Collect();
-  EXPECT_EQ(Periods("Income"), First({0, 1, 0})) << "the first month of each year alone";
+  EXPECT_EQ(Periods("Income"), First({0, 1, 0})) << "only the first month of each year";
   EXPECT_EQ(surroundings.NoticesOf(NoticeKind::OperationEnded), 3U);
 }
 
-TEST_F(PastTransactions, BeginEachExpensePassWithNoBillableExpenses) {
+TEST_F(PastTransactions, ClearTheBillableExpensesInEachExpensePass) {
   surroundings.state.billableExpenses->Add("E-1", "K-1,75.00");
   Collect();
   EXPECT_EQ(surroundings.state.billableExpenses->Count(), 0U);
 }
 
-TEST_F(PastTransactions, AreNotAskedWhenTheYearsLeaveSixteenBits) {
+TEST_F(PastTransactions, AreNotRequestedIfTheYearsLeaveSixteenBits) {
   surroundings.state.options.period.krnStartingYear = -32765;
   Collect();
   EXPECT_EQ(surroundings.journal->Text(), "ProcessRequest 60\n");
@@ -189,7 +189,7 @@ TEST_F(PastTransactions, AreNotAskedWhenTheYearsLeaveSixteenBits) {
   EXPECT_EQ(Types().size(), 6U);
 }
 
-TEST_F(PastTransactions, AreNeitherAskedNorReportedWithAnyOtherVersion) {
+TEST_F(PastTransactions, AreNotRequestedWithAnyOtherVersion) {
   surroundings.sessionState.qbMajorVersion = 3;
   Collect();
   EXPECT_EQ(surroundings.journal->Text(), "ProcessRequest 60\n");
@@ -202,28 +202,28 @@ TEST_F(PastTransactions, EndInTheFirstPeriodWithoutExpenseAccountsWithALaterVers
   surroundings.state.expenseAccounts = AccountList();
   Collect();
   EXPECT_EQ(surroundings.journal->Text(), "ProcessRequest 60\n");
-  ASSERT_EQ(surroundings.NoticesOf(NoticeKind::OperationEnded), 2U) << "the subtotals, then the collecting";
+  ASSERT_EQ(surroundings.NoticesOf(NoticeKind::OperationEnded), 2U) << "the subtotals and the collection";
   const Notice& last = surroundings.observer.notices.back();
   EXPECT_EQ(last.place.operation, Operation::CollectPastPerformance);
   EXPECT_EQ(last.number, error_number::objectNotSet);
 }
 
-TEST_F(PastTransactions, EndWithAnIncomeOfZeroWhereTwoIncomeAccountsHaveTheSameName) {
+TEST_F(PastTransactions, EndWithAnIncomeOfZeroIfTwoIncomeAccountsHaveTheSameName) {
   SetAccounts(tests::costAccount + TypedAccount("Income", "Plants", "50"));
   surroundings.state.incomeAccounts = fakes::ImportSurroundings::List(
       "1", {fakes::Account("I-1", "Plants"), fakes::Account("I-2", "plants")});
   Collect();
-  EXPECT_EQ(Periods("Income"), First({0, 50, 50})) << "the balances of the periods that were not reached";
+  EXPECT_EQ(Periods("Income"), First({0, 50, 50})) << "periods not reached keep their balances";
 }
 
-TEST_F(PastTransactions, ReadTheYearsThatTheProductShowsWhenTheyAreReached) {
+TEST_F(PastTransactions, FollowAProductThatChangesToCOR) {
   Sell("2000-04-01", "1");
   Sell("2001-04-01", "2");
   Sell("2002-04-01", "4");
   surroundings.journal->OnOccurrence("ProgressBarChange 100 Importing income balances...", 2,
                                      [this] { surroundings.state.options.krnProduct = QBKRN_COR; });
   Collect();
-  EXPECT_EQ(Periods("Income"), First({1, 2})) << "the third period is a month then, without transactions";
+  EXPECT_EQ(Periods("Income"), First({1, 2})) << "the third period is now a month, which has no transactions";
 }
 
 }  // namespace

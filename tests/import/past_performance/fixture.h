@@ -18,11 +18,11 @@ inline std::string TypedAccount(std::string_view type, std::string_view name, st
                                    Element("AccountType", type) + Element("TotalBalance", balance));
 }
 
-/// An account of the one type that every company must have.
+/// An account of the type without which past performance ends.
 inline const std::string costAccount = TypedAccount("CostOfGoodsSold", "Seeds", "0");
 
-/// The collecting of past performance for a plan that starts in April 2003, in the company of the import
-/// surroundings with one item that posts to Plants.
+/// Collects past performance for a plan that starts in April 2003, from a company with one item that posts to
+/// Plants.
 class CollectingPastPerformance : public testing::Test {
  protected:
   CollectingPastPerformance() {
@@ -34,7 +34,7 @@ class CollectingPastPerformance : public testing::Test {
     SetAccounts(costAccount);
   }
 
-  /// The answer to the query for all accounts.
+  /// Sets the answer to the query for all accounts.
   void SetAccounts(const std::string& records) {
     surroundings.quickBooks->answers["60"] = fakes::AccountAnswer("60", {records});
   }
@@ -43,13 +43,13 @@ class CollectingPastPerformance : public testing::Test {
   const cSubtotals& Figures(std::string_view type) const {
     return surroundings.state.pastPerformance->At(type);
   }
-  /// The figures of the periods 1 to 14.
+  /// Returns the figures of periods 1 to 14.
   std::vector<double> Periods(std::string_view type) const {
     std::vector<double> periods;
     for (std::int16_t period = 1; period <= 14; ++period) periods.push_back(Figures(type).SubTotal(period));
     return periods;
   }
-  /// The given figures, then zeros.
+  /// Returns the figures of the first periods, followed by zeros.
   static std::vector<double> First(std::vector<double> figures) {
     figures.resize(14);
     return figures;
@@ -60,7 +60,7 @@ class CollectingPastPerformance : public testing::Test {
       types.push_back(record.Description());
     return types;
   }
-  bool WasAsked(const std::string& question) const {
+  bool WasRequested(const std::string& question) const {
     return surroundings.journal->Count("ProcessRequest " + question) > 0;
   }
 

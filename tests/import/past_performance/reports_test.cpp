@@ -5,7 +5,7 @@
 
 #include "import/past_performance/fixture.h"
 
-// The periods with qbXML 2.0: from reports.
+// With qbXML 2.0, the periods are read from reports.
 
 namespace krnqb {
 namespace {
@@ -41,7 +41,7 @@ class PastReports : public CollectingPastPerformance {
   }
 };
 
-TEST_F(PastReports, AskThreeReportsAndTheBalanceSheetOfEachOfThreeYears) {
+TEST_F(PastReports, RequestThreeReportsAndTheBalanceSheetOfThreeYears) {
   Collect();
   std::string expected = "ProcessRequest 60\n";
   for (const auto& [from, to] : {std::pair("2000-04-01", "2001-03-31"), std::pair("2001-04-01", "2002-03-31"),
@@ -55,7 +55,7 @@ TEST_F(PastReports, AskThreeReportsAndTheBalanceSheetOfEachOfThreeYears) {
   EXPECT_EQ(surroundings.journal->Text(), expected);
 }
 
-TEST_F(PastReports, AskTwoYearsAndTwelveMonthsForCOR) {
+TEST_F(PastReports, RequestTwoYearsAndTwelveMonthsForCOR) {
   struct Period {
     const char* from;
     const char* to;
@@ -98,18 +98,18 @@ TEST_F(PastReports, FollowAProductThatChangesToCORButKeepTheNumberOfPeriods) {
   EXPECT_EQ(surroundings.journal->Text(), expected);
 }
 
-TEST_F(PastReports, StayMonthsOnceOneWasReachedWhenTheProductChangesFromCOR) {
+TEST_F(PastReports, RemainMonthsIfTheProductChangesFromCORAfterTheFirst) {
   surroundings.state.options.krnProduct = QBKRN_COR;
   surroundings.journal->On("ProcessRequest 310 2002-04-01 2002-04-30",
                            [this] { surroundings.state.options.krnProduct = QBKRN_ALD; });
   Collect();
-  EXPECT_FALSE(WasAsked("300 2002-05-01 2002-05-31"));
+  EXPECT_FALSE(WasRequested("300 2002-05-01 2002-05-31"));
   for (const std::string year : {"2003", "2008", "2013"}) {
-    EXPECT_TRUE(WasAsked("300 " + year + "-04-01 " + year + "-04-30")) << year;
+    EXPECT_TRUE(WasRequested("300 " + year + "-04-01 " + year + "-04-30")) << year;
   }
 }
 
-TEST_F(PastReports, GiveTheTotalsOfEachPeriod) {
+TEST_F(PastReports, YieldTheTotalsOfEachPeriod) {
   Report("300 2000-04-01", ReportRow("Plants", {"1", "2", "4"}) + ReportRow("Tools", {"8"}));
   Report("300 2002-04-01", ReportRow("Tools", {"-16"}));
   Report("320 2001-04-01", ReportRow("Seeds", {"32"}) + ReportRow("Freight", {"64"}));
@@ -119,11 +119,11 @@ TEST_F(PastReports, GiveTheTotalsOfEachPeriod) {
   EXPECT_EQ(Periods("CostOfGoodsSold"), First({0, 96}));
   EXPECT_EQ(Periods("Expense"), First({0, 0, 896}));
   EXPECT_EQ(Periods("CostOfGoodSold"), First({}));
-  EXPECT_EQ(surroundings.Expense("Utilities", 2), 512) << "the subtotals are those of the last period";
+  EXPECT_EQ(surroundings.Expense("Utilities", 2), 512) << "the subtotals hold the last period";
   EXPECT_EQ(surroundings.Income("Plants", 1), 0);
 }
 
-TEST_F(PastReports, GiveTheBalanceSheetOfEachPeriodInsteadOfTodaysBalances) {
+TEST_F(PastReports, YieldTheBalanceSheetOfEachPeriodInsteadOfTodaysBalances) {
   Report("330 Bank 2001-03-31", ReportRow("Checking", {"100"}) + ReportRow("Savings", {"10"}));
   Report("330 Bank 2003-03-31", ReportRow("Checking", {"-7"}));
   Report("330 RetainedEarnings", ReportRow("Retained Earnings", {"3"}));
@@ -134,7 +134,7 @@ TEST_F(PastReports, GiveTheBalanceSheetOfEachPeriodInsteadOfTodaysBalances) {
   EXPECT_EQ(surroundings.state.pastPerformance->Find("Equity"), nullptr) << "the company has no such type";
 }
 
-TEST_F(PastReports, GiveFourteenPeriodsForCOR) {
+TEST_F(PastReports, YieldFourteenPeriodsForCOR) {
   surroundings.state.options.krnProduct = QBKRN_COR;
   Report("300", ReportRow("Plants", {"1"}));
   Report("300 2003-03-01", ReportRow("Plants", {"5"}));
@@ -176,7 +176,7 @@ TEST_F(PastReports, EndInTheFirstPeriodWithoutCostOfGoodsSold) {
   EXPECT_EQ(surroundings.NoticesOf(NoticeKind::PastPerformanceEnded), 1U);
 }
 
-TEST_F(PastReports, EndAtAnAnswerThatIsNoDocumentAndKeepTheFiguresSoFar) {
+TEST_F(PastReports, EndAtAMalformedAnswerAndKeepEarlierFigures) {
   Report("300", ReportRow("Plants", {"1"}));
   surroundings.quickBooks->answers["320 2001-04-01"] = "no document";
   Collect();
@@ -190,7 +190,7 @@ TEST_F(PastReports, EndAtAnAnswerThatIsNoDocumentAndKeepTheFiguresSoFar) {
   EXPECT_EQ(Periods("Bank"), First({7, 7}));
 }
 
-TEST_F(PastReports, EndWithTheErrorOfARefusalOrASink) {
+TEST_F(PastReports, EndAtARefusedRequestOrASinksError) {
   Report("300", ReportRow("Plants", {"1"}));
   surroundings.journal->Fail("ProcessRequest 310 2001-04-01 2002-03-31", Error(-2147220477, "unexpected"));
   Collect();

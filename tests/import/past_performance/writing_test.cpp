@@ -18,7 +18,7 @@ using Texts = std::vector<std::string>;
 constexpr auto sales = "db_pastperformance_sales";
 constexpr auto shortTermAssets = "db_pastperformance_shorttermassets";
 
-/// The types with figures that tell them apart: in period k the base and k hundredths.
+/// A type and its figures: `base` plus 0.25 per period.
 struct TypeFigures {
   const char* type;
   double base;
@@ -44,7 +44,7 @@ class WritingPastPerformance : public testing::Test {
  protected:
   WritingPastPerformance() { Collect(); }
 
-  /// Makes the collection that an earlier run left, without one type.
+  /// Creates the collection of an earlier run, without one type.
   void Collect(std::string_view without = {}) {
     surroundings.state.pastPerformance.emplace();
     for (const auto& [type, base] : allTypes) {
@@ -58,7 +58,7 @@ class WritingPastPerformance : public testing::Test {
   std::string Write(const std::string& table = PastPerformanceTable()) {
     return WritePastPerformance(surroundings.context, table, surroundings.sessionState.qbMajorVersion);
   }
-  /// What must stand in a row: figures up to a period, then what was there.
+  /// Returns the expected row: a name, the figures of the first periods, then the previous cells.
   static Texts Row(const Texts& figures) {
     Texts cells{"name"};
     cells.insert(cells.end(), figures.begin(), figures.end());
@@ -71,7 +71,7 @@ class WritingPastPerformance : public testing::Test {
 
 const Texts untouched = Cells("name", 14, "old");
 
-TEST_F(WritingPastPerformance, PutsEachFigureIntoItsRow) {
+TEST_F(WritingPastPerformance, WritesEachFigureIntoItsRow) {
   const std::string written = Write();
   EXPECT_EQ(CellsOf(written, sales, 0), Row({"9000.25", "9000.5", "9000.75"}));
   EXPECT_EQ(CellsOf(written, sales, 1), Row({"8600", "8600", "8600"})) << "income minus cost of goods sold";
@@ -92,7 +92,7 @@ TEST_F(WritingPastPerformance, PutsEachFigureIntoItsRow) {
   EXPECT_TRUE(surroundings.observer.notices.empty());
 }
 
-TEST_F(WritingPastPerformance, GivesBackTheWholeTable) {
+TEST_F(WritingPastPerformance, ReturnsTheWholeTable) {
   const std::string table = PastPerformanceTable();
   const auto firstRow = table.find("<row>");
   const std::string written = Write(table);
@@ -127,7 +127,7 @@ struct FigureCase {
   const char* text;
 };
 
-TEST_F(WritingPastPerformance, SpellsFiguresWithoutAnExponent) {
+TEST_F(WritingPastPerformance, WritesFiguresWithoutAnExponent) {
   for (const auto& [figure, text] : {FigureCase{1200, "1200"},
                                      {-250.5, "-250.5"},
                                      {-0.0, "0"},
@@ -146,7 +146,7 @@ TEST_F(WritingPastPerformance, SpellsFiguresWithoutAnExponent) {
   }
 }
 
-// Where it ends.
+// Failures.
 
 TEST_F(WritingPastPerformance, EndsInTheFirstColumnWithoutCostOfGoodsSold) {
   Collect("CostOfGoodsSold");
@@ -176,7 +176,7 @@ TEST_F(WritingPastPerformance, EndsInTheFirstColumnOfTheAssetsWithoutOtherAssets
   }
 }
 
-TEST_F(WritingPastPerformance, EndsAtAnyTypeThatIsMissing) {
+TEST_F(WritingPastPerformance, EndsAtAnyMissingType) {
   const std::string whole = Write();
   for (const auto& [type, base] : allTypes) {
     surroundings.observer.notices.clear();
@@ -188,33 +188,33 @@ TEST_F(WritingPastPerformance, EndsAtAnyTypeThatIsMissing) {
   }
 }
 
-TEST_F(WritingPastPerformance, GivesTheEmptyTextWhenNothingWasWritten) {
+TEST_F(WritingPastPerformance, ReturnsTheEmptyTextIfNothingWasWritten) {
   Collect("Income");
   EXPECT_EQ(Write(), "");
   surroundings.state.pastPerformance.reset();
   EXPECT_EQ(Write(), "");
 }
 
-TEST_F(WritingPastPerformance, GivesTheEmptyTextForATableThatIsNoDocument) {
+TEST_F(WritingPastPerformance, ReturnsTheEmptyTextForAMalformedTable) {
   EXPECT_EQ(Write("<tableitem>"), "");
   EXPECT_EQ(Write(""), "");
 }
 
-TEST_F(WritingPastPerformance, EndsAtABlockThatIsMissing) {
+TEST_F(WritingPastPerformance, EndsAtAMissingBlock) {
   EXPECT_EQ(Write(PastPerformanceTable(14, sales)), "") << "no cell was written";
   const std::string written = Write(PastPerformanceTable(14, "db_pastperformance_longtermassets"));
   EXPECT_EQ(CellsOf(written, shortTermAssets, 3), Row({"8.5", "9", "9.5"}));
   EXPECT_EQ(CellsOf(written, "db_pastperformance_liabilities", 0), untouched);
 }
 
-TEST_F(WritingPastPerformance, EndsAtACellThatIsMissing) {
+TEST_F(WritingPastPerformance, EndsAtAMissingCell) {
   const std::string written = Write(PastPerformanceTable(2));
   EXPECT_EQ(CellsOf(written, sales, 0), (Texts{"name", "9000.25", "9000.5"}));
   EXPECT_EQ(CellsOf(written, sales, 3), (Texts{"name", "300.25", "300.5"}));
   EXPECT_EQ(CellsOf(written, shortTermAssets, 0), Cells("name", 2, "old"));
 }
 
-TEST_F(WritingPastPerformance, EndsWhereASumLeavesTheRangeOfADouble) {
+TEST_F(WritingPastPerformance, EndsIfASumIsOutOfRange) {
   Figures("OtherAsset").SubTotal(2, 1.7E308);
   Figures("OtherCurrentAsset").SubTotal(2, 1.7E308);
   const std::string written = Write();
@@ -222,7 +222,7 @@ TEST_F(WritingPastPerformance, EndsWhereASumLeavesTheRangeOfADouble) {
   EXPECT_EQ(CellsOf(written, shortTermAssets, 0), Row({"1.25", "1.5"}));
 }
 
-TEST_F(WritingPastPerformance, CountsRowsAndCellsThatAreElementsAlone) {
+TEST_F(WritingPastPerformance, CountsOnlyElementsAsRowsAndCells) {
   std::string table = PastPerformanceTable();
   const auto replaceAll = [&table](const std::string& what, const std::string& with) {
     for (auto at = table.find(what); at != std::string::npos; at = table.find(what, at + with.size())) {
@@ -235,9 +235,9 @@ TEST_F(WritingPastPerformance, CountsRowsAndCellsThatAreElementsAlone) {
   EXPECT_EQ(CellsOf(written, sales, 3), Row({"300.25", "300.5", "300.75"}));
 }
 
-// Whether it collects first.
+// Collecting before writing.
 
-TEST_F(WritingPastPerformance, CollectsOnlyForBalancesWithPastPerformance) {
+TEST_F(WritingPastPerformance, CollectsOnlyWithBalancesAndPastPerformance) {
   struct Case {
     QBKRN_BalancesImport balances;
     bool include;
@@ -257,12 +257,12 @@ TEST_F(WritingPastPerformance, CollectsOnlyForBalancesWithPastPerformance) {
   }
 }
 
-TEST_F(WritingPastPerformance, HasNothingToWriteAfterTheAccountsWereRefused) {
+TEST_F(WritingPastPerformance, WritesNothingIfTheAccountRequestIsRefused) {
   surroundings.state.options.balancesImport = BalImport_All;
   surroundings.state.options.includePastPerformance = true;
   surroundings.journal->Fail("ProcessRequest 60", Error(-2147220477, "unexpected"));
   EXPECT_EQ(Write(), "");
-  EXPECT_FALSE(surroundings.state.pastPerformance) << "the earlier collection is gone";
+  EXPECT_FALSE(surroundings.state.pastPerformance) << "the earlier collection is discarded";
   EXPECT_EQ(surroundings.errorPair.number, 0);
 }
 
