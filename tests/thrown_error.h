@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <optional>
 #include <utility>
 
@@ -26,6 +27,13 @@ Error ThrownError(Action&& action) {
   const std::optional<Error> error = ErrorOf(std::forward<Action>(action));
   if (!error) ADD_FAILURE() << "the action threw no Error";
   return error.value_or(Error(0, ""));
+}
+
+/// Returns the number of the Error that an action throws, or 0 if it throws none.
+template <typename Action>
+std::int32_t NumberThrownBy(Action&& action) {
+  const std::optional<Error> error = ErrorOf(std::forward<Action>(action));
+  return error ? error->Number() : 0;
 }
 
 }  // namespace krnqb::tests

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "error_number.h"
 #include "fakes/outside_element.h"
 #include "fakes/test_host.h"
+#include "thrown_error.h"
 
 namespace krnqb {
 namespace {

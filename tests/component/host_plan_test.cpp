@@ -2,7 +2,6 @@
 
 #include <stdexcept>
 
-#include "error_number.h"
 #include "fakes/releasable_object.h"
 #include "fakes/test_host.h"
 #include "thrown_error.h"

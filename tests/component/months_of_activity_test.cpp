@@ -3,8 +3,8 @@
 #include <cmath>
 #include <limits>
 
-#include "error_number.h"
 #include "fakes/test_host.h"
+#include "thrown_error.h"
 
 namespace krnqb {
 namespace {

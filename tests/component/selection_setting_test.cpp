@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "error_number.h"
 #include "fakes/outside_element.h"
 #include "fakes/releasable_object.h"
 #include "fakes/test_host.h"

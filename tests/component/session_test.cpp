@@ -3,7 +3,6 @@
 #include <new>
 #include <stdexcept>
 
-#include "error_number.h"
 #include "expected_sequences.h"
 #include "fakes/test_host.h"
 #include "thrown_error.h"

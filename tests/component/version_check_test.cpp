@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "error_number.h"
 #include "expected_sequences.h"
 #include "fakes/test_host.h"
 #include "thrown_error.h"

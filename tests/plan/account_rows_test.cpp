@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "error_number.h"
 #include "fakes/answer_texts.h"
+#include "thrown_error.h"
 
 namespace krnqb {
 namespace {

@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "error_number.h"
 #include "fakes/plan.h"
 #include "fakes/recording_observer.h"
 #include "krnqb/subtotals.h"
 #include "plan/table_identifiers.h"
+#include "thrown_error.h"
 
 namespace krnqb {
 namespace {

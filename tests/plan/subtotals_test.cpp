@@ -4,7 +4,7 @@
 
 #include <limits>
 
-#include "error_number.h"
+#include "thrown_error.h"
 
 namespace krnqb {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "error_number.h"
+#include "thrown_error.h"
 
 namespace krnqb {
 namespace {

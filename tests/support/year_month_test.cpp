@@ -4,7 +4,7 @@
 
 #include <ostream>
 
-#include "error_number.h"
+#include "thrown_error.h"
 
 namespace krnqb {
 

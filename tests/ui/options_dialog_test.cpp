@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "error_number.h"
 #include "fakes/scripted_toolkit.h"
 #include "fakes/test_host.h"
+#include "thrown_error.h"
 
 namespace krnqb::ui {
 namespace {

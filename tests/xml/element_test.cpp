@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "error_number.h"
 #include "fakes/outside_element.h"
+#include "thrown_error.h"
 
 namespace krnqb {
 namespace {

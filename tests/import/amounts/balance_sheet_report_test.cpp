@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "error_number.h"
 #include "fakes/import_surroundings.h"
 #include "import/amounts/report_reading.h"
 #include "qbxml/request_catalogue.h"
+#include "thrown_error.h"
 
 namespace krnqb {
 namespace {

@@ -4,9 +4,9 @@
 #include <limits>
 #include <string>
 
-#include "error_number.h"
 #include "fakes/import_surroundings.h"
 #include "import/amounts/sales_transactions.h"
+#include "thrown_error.h"
 
 namespace krnqb {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "error_number.h"
+#include "thrown_error.h"
 
 namespace krnqb {
 namespace {
