@@ -19,21 +19,21 @@ class PlanTables : public PlanData {
   /// `Serialize` returns the current `tableitem` element.
   std::shared_ptr<PlanTable> tables(std::string_view id) override;
 
-  /// Loads every `tableitem` of a document, wherever it stands in it, in order: its `tableblocks` and, where
-  /// it has one, its `lastsavedid` replace the table's own. Attributes and other elements of the table are
-  /// the planning program's and stay.
+  /// Loads every `tableitem` of a document, at any depth, in document order: its `tableblocks` and, if it has
+  /// one, its `lastsavedid` replace the table's own. The table's attributes and other elements belong to the
+  /// planning program and stay.
   ///
   /// A text that is empty or does not parse changes nothing; one that does not parse is added to
-  /// `RefusedLoads`. Otherwise everything is checked first, and
-  /// nothing is changed when there is an Error: 9 for an id that the plan does not have, 5 for a `tableitem`
-  /// without an id or without `tableblocks`. `text` itself is left as it is.
+  /// `RefusedLoads`. Any other document is checked first and changes nothing if it has a fault: throws
+  /// Error 9 for an id that the plan does not have, and Error 5 for a `tableitem` without an id or
+  /// `tableblocks`. `text` is unchanged.
   void Deserialize(std::string& text) override;
 
   const PlanDocument& Document() const noexcept { return document_; }
-  /// The `tableitem` element of that id; error 9 as in `tables`.
+  /// Returns the `tableitem` element with that id. Throws Error 9 as `tables` does.
   XmlElement Element(std::string_view id) const;
 
-  /// Whether tables have been loaded since the plan was opened or last saved.
+  /// Returns whether tables have been loaded since the plan was opened or last saved.
   bool Changed() const noexcept { return changed_; }
   void Saved() noexcept { changed_ = false; }
 

@@ -114,7 +114,7 @@ TEST(Lifetime, TenThousandObjectsAreReleased) {
 }
 
 // An import's plan that records its own destruction.
-Held<IDispatch> PlanThatTells(std::string& order, const char* name) {
+Held<IDispatch> PlanThatReports(std::string& order, const char* name) {
   const auto object = NamedObject::Make();
   const std::shared_ptr<void> ending(nullptr, [&order, name](void*) { order += name; });
   object->Add(L"Nothing", DISPATCH_METHOD, [ending](const HostCall&) { return S_OK; });
@@ -125,8 +125,8 @@ TEST(Lifetime, HostObjectsAreReleasedInOrderAtTheEnd) {
   std::string order;
   {
     const Exchange exchange = NewExchange();
-    exchange->putref_KRNPlanData(Value(PlanThatTells(order, "plan ").Get()).Raw());
-    exchange->putref_mQBDataExchangeObject(PlanThatTells(order, "slot ").Get());
+    exchange->putref_KRNPlanData(Value(PlanThatReports(order, "plan ").Get()).Raw());
+    exchange->putref_mQBDataExchangeObject(PlanThatReports(order, "slot ").Get());
     EXPECT_EQ("", order);
   }
   EXPECT_EQ("slot plan ", order);
@@ -135,8 +135,8 @@ TEST(Lifetime, HostObjectsAreReleasedInOrderAtTheEnd) {
 TEST(Lifetime, ReplacedObjectsAreReleasedAtOnce) {
   std::string order;
   const Exchange exchange = NewExchange();
-  exchange->putref_KRNPlanData(Value(PlanThatTells(order, "first ").Get()).Raw());
-  exchange->putref_KRNPlanData(Value(PlanThatTells(order, "second ").Get()).Raw());
+  exchange->putref_KRNPlanData(Value(PlanThatReports(order, "first ").Get()).Raw());
+  exchange->putref_KRNPlanData(Value(PlanThatReports(order, "second ").Get()).Raw());
   EXPECT_EQ("first ", order);
 }
 

@@ -11,8 +11,8 @@ namespace {
 
 const wchar_t* const programKey = L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\qbw32.exe";
 
-// Returns the list as text without the line breaks and indents that some systems write, or nothing if there
-// is none.
+// Returns the list as text without the line breaks and indents that some systems write, or nothing if the
+// list is missing.
 std::optional<std::wstring> Companies() {
   const Exchange exchange = NewExchange();
   Held<IDispatch> list;
