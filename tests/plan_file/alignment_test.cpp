@@ -73,6 +73,7 @@ INSTANTIATE_TEST_SUITE_P(
         MatchCase{"ClearedNameOfAClosingRow", "a 0|=A1 =S", "a 0|n 0|_ _", "0 + 1"},
         MatchCase{"NamesThatOccurTwice", "a 1|a 2|b 0", "a 1|n 0|a 2|b 0", "0 + 1 2"},
         MatchCase{"NameThatOccursTwiceAfterwards", "a 1 1|b 0", "a 1 2|a 9 9|b 7", "0 + 1"},
+        MatchCase{"NameThatOccurredTwiceBefore", "a 1 2|a 9 9|b 7", "a 1 1|b 0", "0 2"},
         MatchCase{"NamesThatSwapPlaces", "a 1|b 2|c 3", "b 2|a 1|c 3", "1 + 2"},
         MatchCase{"OneBlankRowAndAllChanged", "_ 1|b 2", "_ 3|_ 4|b 5", "0 + 1"},
         MatchCase{"RowsWithoutCells", "a 0||b 0", "a 0|||b 0", "0 1 + 2"}),
