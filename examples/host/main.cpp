@@ -1,6 +1,7 @@
 // A miniature planning program: it holds a plan, supplies QuickBooks, and imports the shop's accounts into
 // the plan.
 
+#include <krnqb/import_report.h>
 #include <krnqb/qb_data_exchange.h>
 
 #include <iostream>
@@ -57,18 +58,22 @@ int main() {
   krnqb::OutsideWorld world;
   world.processors = std::make_shared<CannedQuickBooks>();
   world.sinks.push_back(std::make_shared<PrintingSink>());
+  const auto report = std::make_shared<krnqb::ImportReport>();
+  world.observer = report;
   krnqb::QBDataExchange exchange(world);
   exchange.KRNPlanData(plan);
-  exchange.KRNProduct(krnqb::QBKRN_ALD);
-  exchange.KRNStartingMonth(4);
-  exchange.KRNStartingYear(2003);
-  exchange.IncludeExpenseAccounts(true);
-  exchange.BalancesImport(krnqb::BalImport_None);
+  krnqb::ImportOptions options;
+  options.includeExpenseAccounts = true;
+  options.krnProduct = krnqb::QBKRN_ALD;
+  options.period.krnStartingMonth = 4;
+  options.period.krnStartingYear = 2003;
+  exchange.Options(options);
 
   if (!exchange.Go() || exchange.ErrorNumber() != 0) {
     std::cout << "import failed: " << exchange.ErrorDescription() << "\n";
     return 1;
   }
+  std::cout << (report->Complete() ? "everything was read\n" : "something could not be read\n");
   std::cout << "the fiscal year begins in month " << exchange.QBStartingMonth() << "\n";
   std::cout << "expense rows after the import\n";
   PrintExpenseRows(*plan);
