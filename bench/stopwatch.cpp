@@ -30,6 +30,8 @@ Elapsed Stopwatch::Now() noexcept {
 }
 
 std::int64_t PeakMemory() noexcept {
+  // The C library declares this field as a union of two types of the same size.
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-union-access)
   return Usage().ru_maxrss * std::int64_t{1024};
 }
 
