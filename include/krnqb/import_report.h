@@ -60,7 +60,7 @@ class ImportReport : public Observer {
  private:
   void Keep(const Notice& notice);
   void KeepMissing(const Notice& notice);
-  void AddLeftOut(const Notice& notice);
+  void AddLeftOut(const Place& place, const Skipped& skipped);
 
   std::shared_ptr<Observer> next_;
   std::vector<Notice> missing_;

@@ -49,7 +49,7 @@ void ImportReport::Keep(const Notice& notice) {
   switch (notice.kind) {
     case NoticeKind::AmountSkipped:
       if (!notice.skipped) return;
-      AddLeftOut(notice);
+      AddLeftOut(notice.place, *notice.skipped);
       break;
     case NoticeKind::AccountInSeveralRows:
       if (std::ranges::find(repeatedAccounts_, notice.description) == repeatedAccounts_.end()) {
@@ -72,11 +72,11 @@ void ImportReport::KeepMissing(const Notice& notice) {
   if (std::ranges::none_of(missing_, same)) missing_.push_back(notice);
 }
 
-void ImportReport::AddLeftOut(const Notice& notice) {
-  const double amount = ConvertToDouble(notice.skipped->amount).value_or(0);
-  if (notice.place.pastPeriod) return AddTo(leftOutOfPast_, amount);
+void ImportReport::AddLeftOut(const Place& place, const Skipped& skipped) {
+  const double amount = ConvertToDouble(skipped.amount).value_or(0);
+  if (place.pastPeriod) return AddTo(leftOutOfPast_, amount);
   AddTo(leftOut_, amount);
-  AddTo(leftOutByReason_[notice.skipped->reason], amount);
+  AddTo(leftOutByReason_[skipped.reason], amount);
 }
 
 }  // namespace krnqb

@@ -93,6 +93,8 @@ Variant QBDataExchange::KRNDeserialize(const Variant& SerialData,
   return krnqb::KRNDeserialize(state_->context, SerialData);
 }
 
+// A host calls this on an object, as it does every other operation.
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static)
 Variant QBDataExchange::KRNSerialize(QBKRN_SerializeOptions /*SerializeOptions*/) {
   return {};
 }
@@ -142,6 +144,8 @@ XmlElement QBDataExchange::QBCompanies() {
   return companies;
 }
 
+// As `KRNSerialize`.
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static)
 Variant QBDataExchange::Execute(std::string& /*Action*/, const Variant& /*Args*/) {
   return {};
 }

@@ -21,6 +21,11 @@ Error OpeningError(const Error& error) {
           fmt::format("Error ({}): {}", error.Number(), error.Description())};
 }
 
+std::string MonthOfFiscalYear(const XmlElement& answer) {
+  const XmlElement month = answer.Select("//FirstMonthFiscalYear");
+  return month ? month.Text() : std::string();
+}
+
 }  // namespace
 
 bool Session::IsSessionOpen() {
@@ -74,11 +79,6 @@ bool Session::CheckCompany() {
   return true;
 }
 
-std::string Session::MonthOfFiscalYear(const XmlElement& answer) {
-  const XmlElement month = answer.Select("//FirstMonthFiscalYear");
-  return month ? month.Text() : std::string();
-}
-
 void Session::CloseSession() noexcept {
   state_.requestProcessor.reset();
   state_.companyPath.clear();
@@ -91,7 +91,7 @@ std::string Session::Send(std::string_view request, const Place& place) {
     const Error error = CaughtError();
     const Error refusal(ErrorKind::RequestRefused, error.Number(), error.Description());
     ReportError(observer_, NoticeKind::RequestRefused, NoticeMeaning::Incomplete, place, refusal);
-    throw refusal;
+    throw Error(refusal);
   }
 }
 

@@ -70,7 +70,6 @@ class Session {
   void OpenSession();
   bool CheckCompany();
   std::string Send(std::string_view request, const Place& place);
-  std::string MonthOfFiscalYear(const XmlElement& answer);
 
   SessionState& state_;
   ErrorPair& errorPair_;

@@ -40,7 +40,7 @@ std::int16_t DaysInCalendarMonth(std::int16_t month, std::int16_t year) {
 
 std::optional<std::int16_t> MonthNumber(std::string_view name) {
   const std::string_view trimmed = Trimmed(name);
-  const auto found = std::ranges::find_if(monthNames, [&](std::string_view monthName) {
+  const auto* const found = std::ranges::find_if(monthNames, [&](std::string_view monthName) {
     return std::ranges::equal(monthName, trimmed, {}, AsciiLower, AsciiLower);
   });
   if (found == monthNames.end()) return std::nullopt;

@@ -1,5 +1,6 @@
 #include <utf8proc.h>
 
+#include <algorithm>
 #include <array>
 
 #include "krnqb/keyed_collection.h"
@@ -8,10 +9,8 @@ namespace krnqb {
 namespace {
 
 bool IsAscii(std::string_view text) {
-  for (const char character : text) {
-    if (static_cast<unsigned char>(character) >= 0x80) return false;
-  }
-  return true;
+  return std::ranges::all_of(text,
+                             [](char character) { return static_cast<unsigned char>(character) < 0x80; });
 }
 
 std::string LowerAscii(std::string_view text) {

@@ -207,10 +207,9 @@ std::int16_t RequireInteger(double number) {
   const double fraction = number - floor;
   const bool up = fraction > 0.5 || (fraction == 0.5 && std::fmod(floor, 2) != 0);
   const double rounded = up ? floor + 1 : floor;
-  if (!(rounded >= std::numeric_limits<std::int16_t>::min() &&
-        rounded <= std::numeric_limits<std::int16_t>::max())) {
-    throw Error(error_number::overflow);
-  }
+  const bool fits = rounded >= std::numeric_limits<std::int16_t>::min() &&
+                    rounded <= std::numeric_limits<std::int16_t>::max();
+  if (!fits) throw Error(error_number::overflow);
   return static_cast<std::int16_t>(rounded);
 }
 

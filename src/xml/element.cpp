@@ -176,9 +176,9 @@ XmlElement XmlElement::Root() const noexcept {
 }
 
 XmlElement XmlElement::NextInDocument() const noexcept {
-  if (const XmlElement child = FirstChild()) return child;
+  if (XmlElement child = FirstChild()) return child;
   for (XmlElement element = *this; element; element = element.Parent()) {
-    if (const XmlElement sibling = element.NextSibling()) return sibling;
+    if (XmlElement sibling = element.NextSibling()) return sibling;
   }
   return {};
 }

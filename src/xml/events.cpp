@@ -2,6 +2,7 @@
 
 #include <libxml/parser.h>
 
+#include <cstddef>
 #include <exception>
 
 #include "xml/strict_parser.h"
@@ -16,7 +17,7 @@ class LibraryAttributes final : public XmlEventAttributes {
 
   std::optional<std::string> Find(std::string_view name) const override {
     for (int index = 0; index < count_; ++index) {
-      const xmlChar** const attribute = pointers_ + index * 5;
+      const xmlChar** const attribute = pointers_ + std::ptrdiff_t{index} * 5;
       if (attribute[1] != nullptr || reinterpret_cast<const char*>(attribute[0]) != name) continue;
       return Decoded(
           {reinterpret_cast<const char*>(attribute[3]), reinterpret_cast<const char*>(attribute[4])});

@@ -13,6 +13,7 @@ std::string_view TextArena::Keep(std::string_view text) {
   if (text.empty()) return "";
   if (capacity_ - used_ < text.size()) {
     capacity_ = std::max(pieceSize, text.size());
+    // NOLINTNEXTLINE(cppcoreguidelines-avoid-c-arrays,modernize-avoid-c-arrays)
     pieces_.push_back(std::make_unique_for_overwrite<char[]>(capacity_));
     used_ = 0;
   }

@@ -15,6 +15,8 @@ class TextArena {
   std::string_view Keep(std::string_view text);
 
  private:
+  // Arrays of a size known at run time, left uninitialized.
+  // NOLINTNEXTLINE(cppcoreguidelines-avoid-c-arrays,modernize-avoid-c-arrays)
   std::vector<std::unique_ptr<char[]>> pieces_;
   std::size_t used_ = 0;
   std::size_t capacity_ = 0;

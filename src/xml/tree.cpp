@@ -51,6 +51,8 @@ class DocumentOfDetached {
 }  // namespace
 
 XmlTree::XmlTree(xmlDoc* ownedDocument) : document(ownedDocument) {
+  // The library declares the text that it allocated for us as constant.
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
   if (document->encoding != nullptr) xmlFree(const_cast<xmlChar*>(document->encoding));
   document->encoding = xmlCharStrdup("UTF-8");
 }

@@ -39,8 +39,10 @@ Variant Show(const std::shared_ptr<ui::Dialogs>& dialogs, QBKRN_Dialogs dialog) 
   world.observer = listener;
   world.userInterface = dialogs;
   QBDataExchange exchange(world);
-  const Variant result = exchange.ShowDialog(dialog);
-  if (listener->failure) throw Failure(ExitCode::Failed, showingFailed, *listener->failure, "try again");
+  Variant result = exchange.ShowDialog(dialog);
+  if (const std::optional<Error> failure = listener->failure) {
+    throw Failure(ExitCode::Failed, showingFailed, *failure, "try again");
+  }
   return result;
 }
 

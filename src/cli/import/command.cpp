@@ -121,7 +121,7 @@ class PlanImport {
   }
 
   bool Complete() const {
-    return outcome_.report.Complete() && !(options_.strict && outcome_.report.LeftOut().count != 0);
+    return outcome_.report.Complete() && (!options_.strict || outcome_.report.LeftOut().count == 0);
   }
 
   void RequireComplete() const {

@@ -1,5 +1,8 @@
 #include "import/accounts/selection.h"
 
+#include <fmt/format.h>
+
+#include <ranges>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -42,8 +45,8 @@ std::string SelectionDocument(const XmlElement& tableBlocks, const XmlElement& a
     const std::string id = account.Child("ListID").Text();
     const std::string name = account.Child("Name").Text();
     const bool selected = cellTexts.contains(LowerAscii(Searchable(name)));
-    document += "\r\n<account id=\"" + id + "\" selected=\"" + (selected ? "True" : "False") +
-                "\"><name><![CDATA[" + name + "]]></name></account>";
+    document += fmt::format("\r\n<account id=\"{}\" selected=\"{}\"><name><![CDATA[{}]]></name></account>",
+                            id, selected ? "True" : "False", name);
   }
   return document += "</expenseAccounts>";
 }
@@ -61,10 +64,10 @@ class AccountsById {
  public:
   explicit AccountsById(const XmlElement& accounts) {
     const std::vector<XmlElement> children = accounts.Children();
-    for (auto account = children.rbegin(); account != children.rend(); ++account) {
-      if (!account->IsNamed("AccountRet")) continue;
-      for (const XmlElement& field : account->Children()) {
-        if (field.IsNamed("ListID")) accountsLastFirst_[field.Text()].push_back(*account);
+    for (const XmlElement& account : children | std::views::reverse) {
+      if (!account.IsNamed("AccountRet")) continue;
+      for (const XmlElement& field : account.Children()) {
+        if (field.IsNamed("ListID")) accountsLastFirst_[field.Text()].push_back(account);
       }
     }
   }

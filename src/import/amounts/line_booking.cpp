@@ -45,7 +45,7 @@ const std::string& LineBooking::TopLevelName(AccountGroup group, std::string_vie
 
 const CostOfSale& LineBooking::CostOfSaleIn(const SalePosting& posting) {
   if (const auto* const sale = std::get_if<CostOfSale>(&posting)) return *sale;
-  const AccountId& marker = std::get<AccountId>(posting);
+  const auto& marker = std::get<AccountId>(posting);
   const auto found = costs_.find(marker);
   return found != costs_.end() ? found->second
                                : costs_.emplace(marker, ReadCostOfGoodsMarker(marker)).first->second;

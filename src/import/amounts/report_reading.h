@@ -13,9 +13,9 @@ namespace krnqb {
 
 /// Adds a monthly profit-and-loss report to the subtotals of the accounts that its rows name: "ColData" m of
 /// a row is added to month m. Skips rows of sub-accounts, whose names contain ":", and of accounts without a
-/// subtotal. Adds every other row, even if several name the same account. Throws Error 91 if `answer` is
+/// subtotal. Adds every other row, even if several name the same account. Throws Error 91 if `response` is
 /// empty and Error 6 if a sum is out of range.
-void ParseProfitAndLossReport(const XmlElement& answer, std::optional<SubtotalCollection>& target,
+void ParseProfitAndLossReport(const XmlElement& response, std::optional<SubtotalCollection>& target,
                               Observer& observer, const Place& place);
 
 /// Requests report 300, 310 or 320 over a range and adds it as above. Also throws the error with which

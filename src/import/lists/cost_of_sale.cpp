@@ -16,7 +16,7 @@ bool ReadsBackUnchanged(std::string_view text) {
 }  // namespace
 
 std::string CostOfGoodsMarker(const CostOfSale& sale) {
-  return fmt::format("<COGS  cogsid=\"{}\" workid=\"{}\" averagecost=\"{}\"/>", sale.costAccount,
+  return fmt::format(R"(<COGS  cogsid="{}" workid="{}" averagecost="{}"/>)", sale.costAccount,
                      sale.incomeAccount, sale.averageCost);
 }
 

@@ -26,9 +26,9 @@ constexpr std::array<std::string_view, 5> seededTypes = {"Income", "Expense", "C
 
 // A past year or month.
 struct PastPeriod {
-  std::int16_t number;  // the slot for its figures: 1 to 14
+  std::int16_t number = 0;  // the slot for its figures: 1 to 14
   YearMonth start;
-  bool isMonth;
+  bool isMonth = false;
 };
 
 // Adds the past period to the notices raised while it is read, because the import itself may read the same
@@ -102,7 +102,7 @@ class PastCollecting {
   }
 
  private:
-  SubtotalCollection& Collection() { return *state_.pastPerformance; }
+  SubtotalCollection& Collection() { return state_.pastPerformance.value(); }
 
   // qbXML 1.x has no balances of past days, so all three years show today's.
   void AddAccountType(const XmlElement& account) {
