@@ -50,7 +50,7 @@ AboutDialog::AboutDialog(Toolkit& toolkit, std::optional<SystemInformation> syst
 void AboutDialog::Pressed(std::string_view button) {
   if (button == control::okButton.name) {
     Unload();
-  } else if (!StartSysInfo(*system_)) {
+  } else if (system_ && !StartSysInfo(*system_)) {
     toolkit_.ShowMessage(text::systemInformationUnavailable);
   }
 }

@@ -10,9 +10,7 @@ namespace {
 // Records which options dialog is shown.
 class ShownOptions {
  public:
-  ShownOptions(OptionsDialog*& options, OptionsDialog& shown) noexcept : options_(options) {
-    options_ = &shown;
-  }
+  ShownOptions(OptionsDialog*& options, OptionsDialog& shown) noexcept : options_(options = &shown) {}
   ~ShownOptions() { options_ = nullptr; }
   ShownOptions(const ShownOptions&) = delete;
   ShownOptions& operator=(const ShownOptions&) = delete;
@@ -69,7 +67,9 @@ void Dialogs::ShowOptions(QBDataExchange& component, OptionsQBKRNEnum mode) {
 }
 
 std::string Dialogs::AskForFile(QBKRN_Dialogs dialog) {
-  std::optional<std::string> path = toolkit_->AskForFile(SettingsOf(dialog).value());
+  const auto settings = SettingsOf(dialog);
+  if (!settings) throw Error(error_number::invalidProcedureCall);
+  std::optional<std::string> path = toolkit_->AskForFile(*settings);
   if (!path) throw Error(error_number::dialogCancelled);
   return std::move(*path);
 }

@@ -5,7 +5,7 @@
 namespace krnqb {
 namespace {
 
-constexpr std::size_t pieceSize = 64 * 1024;
+constexpr std::size_t pieceSize = std::size_t{64} * 1024;
 
 }  // namespace
 

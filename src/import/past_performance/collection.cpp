@@ -102,7 +102,10 @@ class PastCollecting {
   }
 
  private:
-  SubtotalCollection& Collection() { return state_.pastPerformance.value(); }
+  SubtotalCollection& Collection() {
+    if (!state_.pastPerformance) throw Error(error_number::objectNotSet);
+    return *state_.pastPerformance;
+  }
 
   // qbXML 1.x has no balances of past days, so all three years show today's.
   void AddAccountType(const XmlElement& account) {
