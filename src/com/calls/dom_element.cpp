@@ -103,8 +103,8 @@ std::string DomElement::Xml() const {
   return XmlOf(object_);
 }
 
-// The topmost element stands for the document: what surrounds it, such as a document type, contains no
-// elements.
+// The topmost element has all of the document's elements: what surrounds it, such as a document type, has
+// none.
 std::string DomElement::DocumentXml() const {
   ComPointer<IDispatch> top = object_;
   while (ComPointer<IDispatch> parent = ParentElement(top)) top = std::move(parent);
