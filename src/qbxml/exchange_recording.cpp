@@ -10,6 +10,12 @@ namespace {
 // Keeps the keys in the documented order.
 using Line = nlohmann::ordered_json;
 
+// Returns the line with its end. Bytes that are not UTF-8 become U+FFFD: a company's path may hold some, and
+// what is recorded must not end an import.
+std::string TextOf(const Line& line) {
+  return line.dump(-1, ' ', false, Line::error_handler_t::replace) + '\n';
+}
+
 class RecordingProcessor final : public RequestProcessor {
  public:
   RecordingProcessor(std::unique_ptr<RequestProcessor> inner, std::shared_ptr<ExchangeRecorder> recorder)
@@ -68,17 +74,16 @@ class RecordingFactory final : public RequestProcessorFactory {
 void ExchangeRecorder::RecordSession(std::string_view company, std::int16_t major, std::int16_t minor) {
   if (sessionRecorded_) return;
   sessionRecorded_ = true;
-  output_ << Line{{"exchange", 1}, {"company", company}, {"major", major}, {"minor", minor}}.dump() << '\n';
+  output_ << TextOf({{"exchange", 1}, {"company", company}, {"major", major}, {"minor", minor}});
 }
 
 void ExchangeRecorder::RecordAnswer(std::string_view request, std::string_view response) {
-  output_ << Line{{"request", request}, {"response", response}}.dump() << '\n';
+  output_ << TextOf({{"request", request}, {"response", response}});
 }
 
 void ExchangeRecorder::RecordRefusal(std::string_view request, std::int32_t number,
                                      std::string_view description) {
-  output_ << Line{{"request", request}, {"error", {{"number", number}, {"description", description}}}}.dump()
-          << '\n';
+  output_ << TextOf({{"request", request}, {"error", {{"number", number}, {"description", description}}}});
 }
 
 std::shared_ptr<RequestProcessorFactory> RecordingProcessors(std::shared_ptr<RequestProcessorFactory> inner,

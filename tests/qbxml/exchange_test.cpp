@@ -71,6 +71,18 @@ TEST(ExchangeRecorder, WritesTheSessionOnceForSeveralSessions) {
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1);
 }
 
+TEST(ExchangeRecorder, ReplacesBytesThatAreNotUtf8AndChangesNoAnswer) {
+  Recorded recorded;
+  recorded.quickBooks->company = "caf\xE9.qbw";
+  recorded.quickBooks->answers["4"] = "<QBXML>\xFF</QBXML>";
+  const auto processor = recorded.processors->Create();
+  const std::string ticket = processor->BeginSession("caf\xE9.qbw", 2);
+  EXPECT_EQ(processor->ProcessRequest(ticket, "requestID=\"4\""), "<QBXML>\xFF</QBXML>");
+  EXPECT_EQ(recorded.lines.str(),
+            "{\"exchange\":1,\"company\":\"caf\uFFFD.qbw\",\"major\":1,\"minor\":1}\n"
+            "{\"request\":\"requestID=\\\"4\\\"\",\"response\":\"<QBXML>\uFFFD</QBXML>\"}\n");
+}
+
 TEST(ReplayingProcessors, AnswerAsRecorded) {
   const auto processor = Replayed(std::string(session) + "{\"request\":\"a\",\"response\":\"1\"}\n");
   processor->OpenConnection("id", "name");
