@@ -26,13 +26,15 @@ constexpr std::size_t mostNames = std::size_t{64} * 1024;
 void KeepError(void* context, xmlErrorPtr error) {
   if (error == nullptr || error->message == nullptr || error->level < XML_ERR_ERROR) return;
   StrictParser& parser = StrictParser::Of(context);
+  // The library reports that it may not keep another name like a lack of memory.
+  if (parser.NamesExhausted() && (error->code == XML_ERR_NO_MEMORY || error->code == XML_ERR_NAME_REQUIRED)) {
+    return parser.KeepFault(error->line, "the document has too many different names");
+  }
   if (error->code == XML_ERR_NO_MEMORY) return parser.KeepOutOfMemory();
   // A document is not required to be valid.
   if (error->domain == XML_FROM_VALID || error->domain == XML_FROM_DTD) return;
   std::string_view message = error->message;
   while (message.ends_with('\n')) message.remove_suffix(1);
-  if (error->code == XML_ERR_NAME_REQUIRED && parser.NamesExhausted())
-    message = "the document has too many different names";
   parser.KeepFault(error->line, message);
 }
 

@@ -20,8 +20,13 @@ std::vector<AccountNode> Tree(const std::string& accounts) {
 
 std::string Outline(const std::vector<AccountNode>& accounts) {
   std::string text;
-  for (const AccountNode& account : accounts) text += account.name + "(" + Outline(account.subAccounts) + ")";
-  return text;
+  std::size_t open = 0;
+  for (const AccountNode& account : accounts) {
+    for (; open > account.level; --open) text += ")";
+    text += account.name + "(";
+    ++open;
+  }
+  return text + std::string(open, ')');
 }
 
 TEST(AccountTree, PutsSubAccountsBelowTheirParents) {
