@@ -103,7 +103,7 @@ TEST(PlanTableView, DoesNotPadToACellThatIsWiderThanALine) {
   for (int row = 0; row < 3'000; ++row) table.blocks[0].rows.push_back({"Fuel", "20", "300"});
   table.blocks[0].rows.push_back({std::string(300'000, 'x')});
   EXPECT_TRUE(tests::StaysWithinLimits(600'000, [&] {
-    return TableView(table, std::nullopt).find("\n  Fuel   20  300\n") != std::string::npos;
+    return TableView(table, std::nullopt).find("\n  Fuel  20  300\n") != std::string::npos;
   }));
 }
 
