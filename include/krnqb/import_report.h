@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "krnqb/observer.h"
@@ -60,15 +62,20 @@ class ImportReport : public Observer {
  private:
   void Keep(const Notice& notice);
   void KeepMissing(const Notice& notice);
+  void KeepRepeated(const std::string& account);
   void AddLeftOut(const Place& place, const Skipped& skipped);
 
   std::shared_ptr<Observer> next_;
+  using Positions = std::unordered_multimap<std::size_t, std::size_t>;  // by hash
+
   std::vector<Notice> missing_;
+  Positions missingPositions_;
   std::vector<Notice> journal_;
   Total leftOut_;
   Total leftOutOfPast_;
   std::map<SkipReason, Total> leftOutByReason_;
   std::vector<std::string> repeatedAccounts_;
+  Positions repeatedPositions_;
   std::string pastPerformanceEnd_;
   bool noticeLost_ = false;
 };

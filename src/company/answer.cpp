@@ -98,7 +98,7 @@ class AnswerWriter {
 
   // A report is answered even if it has no rows.
   void Report(const CompanyRequest& request) {
-    if (const auto refusal = FindReportRefusal(request)) {
+    if (const auto refusal = FindReportRefusal(database_, request)) {
       StartTag(request, {refusal->code, "Error", refusal->message}, " />\n");
       return;
     }

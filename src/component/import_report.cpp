@@ -1,7 +1,7 @@
 #include "krnqb/import_report.h"
 
-#include <algorithm>
 #include <cmath>
+#include <functional>
 #include <tuple>
 #include <utility>
 
@@ -22,6 +22,32 @@ bool IsSame(const Notice& one, const Notice& other) {
                     place.fromDate, place.toDate);
   };
   return contents(one) == contents(other) && OperationOf(one) == OperationOf(other);
+}
+
+std::size_t HashOf(const Notice& notice) {
+  const std::hash<std::string> ofText;
+  std::size_t hash = 0;
+  const auto add = [&](std::size_t part) { hash = hash * 31 + part; };
+  add(static_cast<std::size_t>(notice.kind));
+  add(static_cast<std::size_t>(notice.number));
+  add(ofText(notice.description));
+  add(static_cast<std::size_t>(notice.place.request.value_or(0)));
+  add(ofText(notice.place.fromDate));
+  add(ofText(notice.place.toDate));
+  add(static_cast<std::size_t>(OperationOf(notice)));
+  return hash;
+}
+
+// Appends the item unless one that is the same is there.
+template <typename Item, typename Same>
+void AppendOnce(std::vector<Item>& items, std::unordered_multimap<std::size_t, std::size_t>& positions,
+                std::size_t hash, const Item& item, const Same& isSame) {
+  const auto [begin, end] = positions.equal_range(hash);
+  for (auto found = begin; found != end; ++found) {
+    if (isSame(items[found->second], item)) return;
+  }
+  items.push_back(item);
+  positions.emplace(hash, items.size() - 1);
 }
 
 void AddTo(ImportReport::Total& total, double amount) {
@@ -52,9 +78,7 @@ void ImportReport::Keep(const Notice& notice) {
       AddLeftOut(notice.place, *notice.skipped);
       break;
     case NoticeKind::AccountInSeveralRows:
-      if (std::ranges::find(repeatedAccounts_, notice.description) == repeatedAccounts_.end()) {
-        repeatedAccounts_.push_back(notice.description);
-      }
+      KeepRepeated(notice.description);
       break;
     case NoticeKind::PastPerformanceEnded:
       if (pastPerformanceEnd_.empty()) pastPerformanceEnd_ = notice.description;
@@ -68,8 +92,12 @@ void ImportReport::Keep(const Notice& notice) {
 void ImportReport::KeepMissing(const Notice& notice) {
   // A list that could not be read leaves no tables to load; its own notice names the cause.
   if (notice.kind == NoticeKind::TablesNotLoaded && !missing_.empty()) return;
-  const auto same = [&](const Notice& other) { return IsSame(notice, other); };
-  if (std::ranges::none_of(missing_, same)) missing_.push_back(notice);
+  AppendOnce(missing_, missingPositions_, HashOf(notice), notice, IsSame);
+}
+
+void ImportReport::KeepRepeated(const std::string& account) {
+  AppendOnce(repeatedAccounts_, repeatedPositions_, std::hash<std::string>()(account), account,
+             std::equal_to<std::string>());
 }
 
 void ImportReport::AddLeftOut(const Place& place, const Skipped& skipped) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include "plan_file/alignment.h"
@@ -14,7 +15,18 @@ std::string_view CellOf(const PlanRow& row, std::size_t column) noexcept {
   return column < row.size() ? std::string_view(row[column]) : std::string_view();
 }
 
+// A row may have any number of changed cells, each with its name.
+std::string Shortened(const std::string& text) {
+  constexpr std::size_t longest = 200;
+  if (text.size() <= longest) return text;
+  std::size_t end = longest;
+  while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) --end;
+  return text.substr(0, end) + "...";
+}
+
 void CompareRow(const PlanRow& before, const PlanRow& after, const RowChange& place, TableChange& change) {
+  const std::string block = Shortened(place.block);
+  const std::string name = Shortened(place.name);
   for (std::size_t column = 0; column < std::max(before.size(), after.size()); ++column) {
     const std::string_view earlier = CellOf(before, column);
     const std::string_view later = CellOf(after, column);
@@ -22,7 +34,7 @@ void CompareRow(const PlanRow& before, const PlanRow& after, const RowChange& pl
     if (there && earlier == later) continue;
     const bool clears = there && IsFormula(earlier) && later == emptyCellText;
     (clears ? change.cleared : change.changed)
-        .push_back({place.block, place.row, place.name, column, std::string(earlier), std::string(later)});
+        .push_back({block, place.row, name, column, std::string(earlier), std::string(later)});
   }
 }
 
@@ -84,22 +96,27 @@ TableChange CompareTable(const PlanTableContent& before, const PlanTableContent&
   return change;
 }
 
-const PlanTableContent* TableOf(const PlanContent& content, const std::string& id) {
-  const auto found = std::find_if(content.begin(), content.end(),
-                                  [&](const PlanTableContent& table) { return table.id == id; });
-  return found == content.end() ? nullptr : &*found;
+using TablesById = std::unordered_map<std::string_view, const PlanTableContent*>;
+
+TablesById ById(const PlanContent& content) {
+  TablesById tables;
+  for (const PlanTableContent& table : content) tables.emplace(table.id, &table);
+  return tables;
 }
 
 }  // namespace
 
 std::vector<TableChange> CompareTables(const PlanContent& before, const PlanContent& after) {
   std::vector<TableChange> changes;
+  const TablesById earlierTables = ById(before);
+  const TablesById laterTables = ById(after);
   for (const PlanTableContent& table : before) {
-    const PlanTableContent* later = TableOf(after, table.id);
-    changes.push_back(later == nullptr ? CompareTable(table, {table.id, {}}) : CompareTable(table, *later));
+    const auto later = laterTables.find(table.id);
+    changes.push_back(later == laterTables.end() ? CompareTable(table, {table.id, {}})
+                                                 : CompareTable(table, *later->second));
   }
   for (const PlanTableContent& table : after) {
-    if (TableOf(before, table.id) == nullptr) changes.push_back(CompareTable({table.id, {}}, table));
+    if (!earlierTables.contains(table.id)) changes.push_back(CompareTable({table.id, {}}, table));
   }
   return changes;
 }

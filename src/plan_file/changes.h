@@ -20,7 +20,8 @@ struct RowChange {
 };
 
 /// A cell that differs between two states of the same row. `row` is the index in the later state, from 0;
-/// `column` counts from 0. A missing cell counts as the empty text.
+/// `column` counts from 0. A missing cell counts as the empty text. Of a block id or a name of more than 200
+/// bytes only the beginning is kept.
 struct CellChange {
   std::string block;
   std::size_t row = 0;

@@ -33,8 +33,11 @@ XmlElement PlanElement(std::string_view bytes, const Faults& faults) {
     throw faults.At(parsed.fault->line, fmt::format("not well-formed XML ({})", parsed.fault->message),
                     restore);
   }
-  if (const std::string name = parsed.element.Name(); name != "plan") {
-    throw faults.At(parsed.element.Line(), fmt::format(R"(the root element is "{}", not "plan")", name),
+  if (!parsed.element.IsNamed("plan")) {
+    const std::string name = parsed.element.Name();
+    throw faults.At(parsed.element.Line(),
+                    name == "plan" ? R"(the root element "plan" is in a namespace)"
+                                   : fmt::format(R"(the root element is "{}", not "plan")", name),
                     checkPath);
   }
   return std::move(parsed.element);
@@ -65,20 +68,41 @@ XmlElement TablesElement(const XmlElement& plan, const Faults& faults) {
   XmlElement tables = plan.Child("tables");
   if (!tables) throw faults.At(plan.Line(), "the plan has no \"tables\"", restore);
   for (XmlElement other = tables.NextSibling(); other; other = other.NextSibling()) {
-    if (other.Name() == "tables") throw faults.At(other.Line(), "the plan has two \"tables\"", restore);
+    if (other.IsNamed("tables")) throw faults.At(other.Line(), "the plan has two \"tables\"", restore);
   }
   return tables;
+}
+
+// Loading a table also loads those inside it, which would replace other tables of the plan.
+void RefuseInnerTables(const XmlElement& table, const std::string& id, const Faults& faults) {
+  if (const XmlElement inner = table.Select("descendant::tableitem")) {
+    throw faults.At(inner.Line(), fmt::format("the table {} contains another table", id), restore);
+  }
+}
+
+// Listings repeat the ids in every line.
+void RefuseLongId(const XmlElement& element, std::string_view what, const Faults& faults) {
+  constexpr std::size_t longest = 1000;
+  if (element.Attribute("id").value_or("").size() > longest) {
+    throw faults.At(element.Line(), fmt::format("the id of a {} is longer than 1,000 bytes", what), restore);
+  }
 }
 
 std::vector<StoredTable> TablesOf(const XmlElement& plan, const Faults& faults) {
   std::vector<StoredTable> tables;
   std::unordered_set<std::string> ids;
   for (const XmlElement& element : TablesElement(plan, faults).Children()) {
-    if (element.Name() != "tableitem") continue;
+    if (!element.IsNamed("tableitem")) continue;
     const std::string id = element.Attribute("id").value_or("");
     if (id.empty()) throw faults.At(element.Line(), "a table has no id", restore);
     if (!ids.insert(id).second) {
       throw faults.At(element.Line(), fmt::format("the table {} occurs twice", id), restore);
+    }
+    RefuseLongId(element, "table", faults);
+    RefuseInnerTables(element, id, faults);
+    const XmlElement blocks = element.Child("tableblocks");
+    for (XmlElement block = blocks.FirstChild(); block; block = block.NextSibling()) {
+      RefuseLongId(block, "block", faults);
     }
     tables.push_back({id, element});
   }

@@ -2,13 +2,14 @@
 
 #include <algorithm>
 
-#include "krnqb/xml_element.h"
+#include "plan_file/prolog.h"
+#include "xml/parser.h"
+#include "xml/surroundings.h"
 
 namespace krnqb::plan_file {
 namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view blanks = " \t\r\n";
 
 char LowerCase(char letter) noexcept {
   return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
@@ -27,52 +28,13 @@ bool IsInUtf8(std::string_view bytes) {
       text.substr(0, 2).find('\0') != std::string_view::npos) {
     return false;
   }
-  if (!text.starts_with("<?xml")) return true;
+  if (!text.starts_with("<?xml ") && !text.starts_with("<?xml\t") && !text.starts_with("<?xml\r") &&
+      !text.starts_with("<?xml\n")) {
+    return true;
+  }
   std::string declaration(text.substr(0, text.find("?>")));
   std::transform(declaration.begin(), declaration.end(), declaration.begin(), LowerCase);
   return declaration.find("encoding") == std::string::npos || declaration.find("utf-8") != std::string::npos;
-}
-
-// Returns the end of a processing instruction, comment or document type at the start of the text.
-std::size_t EndOfMarkup(std::string_view text) noexcept {
-  std::string_view end;
-  if (text.starts_with("<?")) {
-    end = "?>";
-  } else if (text.starts_with("<!--")) {
-    end = "-->";
-  } else if (text.starts_with("<!")) {
-    const std::size_t mark = text.find_first_of("[>");
-    end = mark != std::string_view::npos && text[mark] == '[' ? "]>" : ">";
-  } else {
-    return std::string_view::npos;
-  }
-  const std::size_t found = text.find(end);
-  return found == std::string_view::npos ? std::string_view::npos : found + end.size();
-}
-
-std::size_t HeadLength(std::string_view bytes) noexcept {
-  std::size_t length = bytes.size() - AfterMark(bytes).size();
-  for (;;) {
-    const std::size_t next = bytes.find_first_not_of(blanks, length);
-    if (next == std::string_view::npos) return length;
-    const std::size_t end = EndOfMarkup(bytes.substr(next));
-    if (end == std::string_view::npos) return next;
-    length = next + end;
-  }
-}
-
-std::size_t TailBegin(std::string_view bytes) noexcept {
-  std::size_t begin = bytes.size();
-  for (;;) {
-    const std::size_t last = bytes.substr(0, begin).find_last_not_of(blanks);
-    if (last == std::string_view::npos) return begin;
-    const std::string_view rest = bytes.substr(0, last + 1);
-    const std::size_t markup = rest.ends_with("-->")  ? rest.rfind("<!--")
-                               : rest.ends_with("?>") ? rest.rfind("<?")
-                                                      : std::string_view::npos;
-    if (markup == std::string_view::npos) return rest.size();
-    begin = markup;
-  }
 }
 
 std::string WithLineFeeds(std::string_view text) {
@@ -87,17 +49,21 @@ std::string WithLineFeeds(std::string_view text) {
   return lines;
 }
 
+// The frame of a document whose bytes cannot be copied: what its tree contains, written in UTF-8.
+PlanFrame WrittenFrame(const XmlElement& plan) {
+  const XmlSurroundings surroundings = SurroundingsOf(plan);
+  PlanFrame frame;
+  frame.head += surroundings.before;
+  frame.tail += surroundings.after;
+  return frame;
+}
+
 }  // namespace
 
 PlanFrame FrameOf(std::string_view bytes) {
-  if (!IsInUtf8(bytes)) return {};
-  const std::size_t head = HeadLength(bytes);
-  const std::size_t tail = TailBegin(bytes);
-  PlanFrame frame{WithLineFeeds(bytes.substr(0, head)), WithLineFeeds(bytes.substr(tail))};
-  // Comments and instructions may contain each other's delimiters; a frame cut in the wrong place is
-  // discarded.
-  if (!XmlElement::Parse(std::string(AfterMark(frame.head)) + "<plan/>" + frame.tail)) return {};
-  return frame;
+  if (!IsInUtf8(bytes)) return WrittenFrame(ParseXmlBytes(bytes).element);
+  const ElementPlace plan = FindDocumentElement(bytes);
+  return {WithLineFeeds(bytes.substr(0, plan.begin)), WithLineFeeds(bytes.substr(plan.end))};
 }
 
 }  // namespace krnqb::plan_file

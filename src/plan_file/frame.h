@@ -11,8 +11,9 @@ struct PlanFrame {
   std::string tail = "\n";
 };
 
-/// Returns the frame of a well-formed file, with LF line ends. A file in an encoding other than UTF-8 gets
-/// the frame of a new plan, because plans are written in UTF-8.
+/// Returns the frame of a well-formed file, with LF line ends. Plans are written in UTF-8: of a file in
+/// another encoding, the comments, instructions and document type are kept, one per line, after the
+/// declaration of a new plan.
 PlanFrame FrameOf(std::string_view bytes);
 
 }  // namespace krnqb::plan_file

@@ -13,6 +13,9 @@ namespace {
 constexpr std::string_view emptyCellSign = "·";
 constexpr std::string_view columnGap = "  ";
 
+// In characters. A wider cell is shown in full; the others are not padded to it.
+constexpr std::size_t widestColumn = 100;
+
 // Replaces control characters, which could be terminal commands, with blanks, so that a cell takes one line.
 std::string CellView(std::string_view cell) {
   if (cell == emptyCellText) return std::string(emptyCellSign);
@@ -31,7 +34,8 @@ std::vector<std::size_t> ColumnWidths(const std::vector<PlanRow>& lines) {
   for (const PlanRow& line : lines) {
     if (line.size() > widths.size()) widths.resize(line.size());
     for (std::size_t column = 0; column < line.size(); ++column) {
-      widths[column] = std::max(widths[column], CharacterCount(line[column]));
+      const std::size_t width = CharacterCount(line[column]);
+      if (width <= widestColumn) widths[column] = std::max(widths[column], width);
     }
   }
   return widths;
@@ -40,7 +44,8 @@ std::vector<std::size_t> ColumnWidths(const std::vector<PlanRow>& lines) {
 std::string LineView(const PlanRow& cells, const std::vector<std::size_t>& widths) {
   std::string line(columnGap);
   for (std::size_t column = 0; column < cells.size(); ++column) {
-    const std::string padding(widths[column] - CharacterCount(cells[column]), ' ');
+    const std::size_t width = CharacterCount(cells[column]);
+    const std::string padding(widths[column] - std::min(widths[column], width), ' ');
     if (column > 0) line += columnGap;
     line += column == 0 ? cells[column] + padding : padding + cells[column];
   }

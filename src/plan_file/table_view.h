@@ -11,8 +11,9 @@
 namespace krnqb::plan_file {
 
 /// Returns a table as readable text: a title, and for each block its name, headings and rows. Columns are
-/// aligned by number of characters, names to the left and everything else to the right. An empty cell is
-/// shown as "·". `start` is the plan's start, for the headings. The text is UTF-8; every line ends with LF.
+/// aligned by number of characters, names to the left and everything else to the right; cells of more than
+/// 100 characters are not aligned. An empty cell is shown as "·". `start` is the plan's start, for the
+/// headings. The text is UTF-8; every line ends with LF.
 std::string TableView(const PlanTableContent& table, std::optional<YearMonth> start);
 
 /// Returns all tables of a plan, separated by empty lines, or the table of an id. Throws Error 9 if the plan

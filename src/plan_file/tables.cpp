@@ -2,7 +2,8 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <unordered_map>
+#include <utility>
 
 #include "krnqb/error.h"
 #include "xml/parser.h"
@@ -38,25 +39,47 @@ Load CheckedLoad(const XmlElement& item, const PlanTables& tables) {
   return {item, tables.Element(*id)};
 }
 
-void ReplaceChild(const Load& load, std::string_view name) {
-  const XmlElement replacement = load.from.Child(name);
-  if (!replacement) return;
-  XmlElement table = load.into;
-  XmlElement present = table.Child(name);
-  table.InsertCopy(replacement, present);
-  if (present) present.Remove();
-}
+// What the last of several loads of one table leaves. The others are not copied: each may contain the next.
+class Replacements {
+ public:
+  void Add(const Load& load) {
+    into_ = load.into;
+    if (XmlElement stamp = load.from.Child("lastsavedid")) stamp_ = std::move(stamp);
+    blocks_ = load.from.Child("tableblocks");
+  }
+
+  void Apply() const {
+    Replace("lastsavedid", stamp_);
+    Replace("tableblocks", blocks_);
+  }
+
+ private:
+  void Replace(std::string_view name, const XmlElement& replacement) const {
+    if (!replacement) return;
+    XmlElement table = into_;
+    XmlElement present = table.Child(name);
+    table.InsertCopy(replacement, present);
+    if (present) present.Remove();
+  }
+
+  XmlElement into_;
+  XmlElement stamp_;
+  XmlElement blocks_;
+};
 
 }  // namespace
 
+PlanTables::PlanTables(PlanDocument document) : document_(std::move(document)) {
+  for (const StoredTable& table : document_.tables) elements_.emplace(table.id, table.element);
+}
+
 XmlElement PlanTables::Element(std::string_view id) const {
-  const auto found = std::find_if(document_.tables.begin(), document_.tables.end(),
-                                  [&](const StoredTable& table) { return table.id == id; });
-  if (found == document_.tables.end()) {
+  const auto found = elements_.find(std::string(id));
+  if (found == elements_.end()) {
     throw Error(error_number::subscriptOutOfRange,
                 fmt::format("Subscript out of range: the plan has no table {}", id));
   }
-  return found->element;
+  return found->second;
 }
 
 std::shared_ptr<PlanTable> PlanTables::tables(std::string_view id) {
@@ -71,13 +94,12 @@ void PlanTables::Deserialize(std::string& text) {
     }
     return;
   }
-  std::vector<Load> loads;
+  std::unordered_map<std::string, Replacements> lastById;
   for (const XmlElement& item : parsed.element.SelectAll("descendant-or-self::tableitem")) {
-    loads.push_back(CheckedLoad(item, *this));
+    lastById[item.Attribute("id").value_or("")].Add(CheckedLoad(item, *this));
   }
-  for (const Load& load : loads) {
-    ReplaceChild(load, "lastsavedid");
-    ReplaceChild(load, "tableblocks");
+  for (const auto& [id, last] : lastById) {
+    last.Apply();
     changed_ = true;
   }
 }

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "krnqb/plan_object.h"
@@ -13,7 +14,7 @@ namespace krnqb::plan_file {
 /// The tables of an open plan, in memory. Loaded tables reach the file when the plan is saved.
 class PlanTables : public PlanData {
  public:
-  explicit PlanTables(PlanDocument document) : document_(std::move(document)) {}
+  explicit PlanTables(PlanDocument document);
 
   /// Returns the table with exactly that id. Throws Error 9, naming the id, if the plan has none. The table's
   /// `Serialize` returns the current `tableitem` element.
@@ -42,6 +43,7 @@ class PlanTables : public PlanData {
 
  private:
   PlanDocument document_;
+  std::unordered_map<std::string, XmlElement> elements_;  // the tables by id
   bool changed_ = false;
   std::vector<std::string> refusedLoads_;
 };

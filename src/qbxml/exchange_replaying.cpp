@@ -3,12 +3,14 @@
 #include <fmt/format.h>
 
 #include <cstdint>
+#include <limits>
 #include <nlohmann/json.hpp>
 #include <unordered_map>
 #include <variant>
 #include <vector>
 
 #include "krnqb/error.h"
+#include "qbxml/recording_lines.h"
 
 namespace krnqb {
 namespace {
@@ -16,6 +18,74 @@ namespace {
 using Line = nlohmann::json;
 
 constexpr std::string_view replayTicket = "replay";
+
+// An error is an object in the object that is the line.
+constexpr int deepestValue = 2;
+
+Error Fault(const std::string& description) {
+  return {error_number::unspecified, description};
+}
+
+// Returns a value as a message shows it. A line may hold gigabytes.
+std::string Shown(const Line& value) {
+  constexpr std::size_t longest = 40;
+  if (value.is_object()) return "an object";
+  if (value.is_array()) return "an array";
+  if (!value.is_string()) return value.dump();
+  const auto& text = value.get_ref<const std::string&>();
+  if (text.size() <= longest) return '"' + text + '"';
+  std::size_t end = longest;
+  while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) --end;
+  return '"' + text.substr(0, end) + "...";
+}
+
+const Line& Value(const Line& object, std::string_view name, std::string_view expected) {
+  const auto found = object.find(name);
+  if (found == object.end()) throw Fault(fmt::format("\"{}\" is missing; {} is expected", name, expected));
+  return *found;
+}
+
+std::string Text(const Line& object, std::string_view name) {
+  constexpr std::string_view expected = "a text";
+  const Line& value = Value(object, name, expected);
+  if (!value.is_string())
+    throw Fault(fmt::format("\"{}\" is {}; {} is expected", name, Shown(value), expected));
+  return value.get<std::string>();
+}
+
+// Returns an integer from `least` to the largest of its type. A fraction or an exponent makes none.
+template <typename Number>
+Number WholeNumber(const Line& object, std::string_view name, Number least) {
+  constexpr Number most = std::numeric_limits<Number>::max();
+  const std::string expected = fmt::format("a whole number from {} to {}", least, most);
+  const Line& value = Value(object, name, expected);
+  const bool fits =
+      value.is_number_unsigned()
+          ? value.get<std::uint64_t>() <= std::uint64_t{most} && value.get<std::int64_t>() >= least
+      : value.is_number_integer() ? value.get<std::int64_t>() >= least && value.get<std::int64_t>() <= most
+                                  : false;
+  if (!fits) throw Fault(fmt::format("\"{}\" is {}; {} is expected", name, Shown(value), expected));
+  return value.get<Number>();
+}
+
+// Parses a line. Deeper values than a recording has are refused at once, since each takes far more memory
+// than its text.
+Line ParsedLine(const std::string& text) {
+  const auto limitDepth = [](int depth, Line::parse_event_t event, const Line& /*parsed*/) {
+    const bool begins =
+        event == Line::parse_event_t::object_start || event == Line::parse_event_t::array_start;
+    if (begins && depth >= deepestValue)
+      throw Fault(fmt::format("values are nested more than {} deep", deepestValue));
+    return true;
+  };
+  try {
+    Line line = Line::parse(text, limitDepth);
+    if (!line.is_object()) throw Fault(fmt::format("the line is {}; an object is expected", Shown(line)));
+    return line;
+  } catch (const Line::parse_error& error) {
+    throw Fault(fmt::format("not JSON from column {} on", error.byte));
+  }
+}
 
 // The recorded answers to one request text, in order, and the index of the next one.
 struct RecordedAnswers {
@@ -26,22 +96,27 @@ struct RecordedAnswers {
 class Recording {
  public:
   void ReadSession(const Line& line) {
-    if (line.at("exchange").get<int>() != 1)
-      throw Error(error_number::unspecified, "the exchange's version is not 1");
-    company = line.at("company").get<std::string>();
-    major = line.at("major").get<std::int16_t>();
-    minor = line.at("minor").get<std::int16_t>();
+    const auto version = WholeNumber<std::int16_t>(line, "exchange", 1);
+    if (version != 1) {
+      throw Fault(fmt::format("\"exchange\" is {}; this program reads recordings of version 1", version));
+    }
+    company = Text(line, "company");
+    major = WholeNumber<std::int16_t>(line, "major", 0);
+    minor = WholeNumber<std::int16_t>(line, "minor", 0);
   }
 
   void ReadAnswer(const Line& line) {
-    RecordedAnswers& recorded = requests_[line.at("request").get<std::string>()];
-    if (line.contains("response")) {
-      recorded.answers.emplace_back(line.at("response").get<std::string>());
-    } else {
-      const Line& error = line.at("error");
-      recorded.answers.emplace_back(
-          Error(error.at("number").get<std::int32_t>(), error.at("description").get<std::string>()));
+    RecordedAnswers& recorded = requests_[Text(line, "request")];
+    const auto error = line.find("error");
+    if (line.contains("response") || error == line.end()) {
+      recorded.answers.emplace_back(Text(line, "response"));
+      return;
     }
+    if (!error->is_object()) {
+      throw Fault(fmt::format("\"error\" is {}; an object is expected", Shown(*error)));
+    }
+    const auto number = WholeNumber<std::int32_t>(*error, "number", std::numeric_limits<std::int32_t>::min());
+    recorded.answers.emplace_back(Error(number, Text(*error, "description")));
   }
 
   std::string NextAnswer(const std::string& request) {
@@ -102,27 +177,20 @@ class ReplayingFactory final : public RequestProcessorFactory {
 std::shared_ptr<RequestProcessorFactory> ReplayingProcessors(std::istream& recording,
                                                              const std::string& recordingName) {
   auto replayed = std::make_shared<Recording>();
-  std::string text;
-  std::size_t number = 0;
-  const auto fail = [&](std::string_view fault) {
-    throw Error(error_number::unspecified, fmt::format("{}, line {}: {}", recordingName, number, fault));
-  };
-  while (std::getline(recording, text)) {
-    ++number;
+  RecordingLines lines(recording, recordingName);
+  for (std::string text; lines.Next(text);) {
     try {
-      const Line line = Line::parse(text);
-      if (number == 1) {
+      const Line line = ParsedLine(text);
+      if (lines.Number() == 1) {
         replayed->ReadSession(line);
       } else {
         replayed->ReadAnswer(line);
       }
-    } catch (const Line::exception& error) {
-      fail(error.what());
     } catch (const Error& error) {
-      fail(error.Description());
+      lines.Fail(error.Description());
     }
   }
-  if (number == 0) fail("the recording is empty");
+  if (lines.Number() == 0) lines.Fail("the recording is empty");
   return std::make_shared<ReplayingFactory>(std::move(replayed));
 }
 

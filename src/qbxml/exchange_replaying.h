@@ -13,7 +13,8 @@ namespace krnqb {
 /// one repeatedly. A request that was not recorded throws Error -2147467259 with its text in the description.
 /// All processors of the factory share the position in the recording.
 ///
-/// Throws Error -2147467259, naming `recordingName`, the line and the fault, if the recording is invalid.
+/// Throws Error -2147467259, naming `recordingName`, the line and the fault, if the recording is invalid,
+/// cannot be read or has a line of more than 2 GiB; std::bad_alloc if memory runs out.
 std::shared_ptr<RequestProcessorFactory> ReplayingProcessors(std::istream& recording,
                                                              const std::string& recordingName);
 

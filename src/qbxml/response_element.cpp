@@ -1,5 +1,7 @@
 #include "qbxml/response_element.h"
 
+#include <fmt/format.h>
+
 #include <charconv>
 
 #include "xml/parser.h"
@@ -69,7 +71,7 @@ void ReportUnreadable(const XmlFault& fault, Observer& observer, const Place& pl
   observer.Notify(Notice{.kind = NoticeKind::AnswerUnreadable,
                          .meaning = NoticeMeaning::Incomplete,
                          .place = place,
-                         .description = fault.message});
+                         .description = fmt::format("line {}: {}", fault.line, fault.message)});
 }
 
 }  // namespace krnqb

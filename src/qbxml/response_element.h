@@ -33,7 +33,7 @@ XmlElement AnswerElement(const Variant& answer, Observer& observer, const Place&
 void ReportStatus(const std::function<std::optional<std::string>(std::string_view)>& attribute,
                   Observer& observer, const Place& place, ErrorStatus errorStatus = ErrorStatus::DataMissing);
 
-/// Reports that an answer is not a well-formed document.
+/// Reports that an answer is not a well-formed document, with the line and the reason.
 void ReportUnreadable(const XmlFault& fault, Observer& observer, const Place& place);
 
 }  // namespace krnqb

@@ -52,10 +52,17 @@ xmlNode* LastElement(xmlNode* node) {
   return node;
 }
 
-void AppendText(const xmlNode* node, std::string& text) {
-  for (const xmlNode* child = node->children; child != nullptr; child = child->next) {
-    if (IsText(child)) text += View(child->content);
-    if (IsElement(child)) AppendText(child, text);
+// Walks without recursion: what is inserted may make a tree deeper than any document that is parsed.
+void AppendText(const xmlNode* top, std::string& text) {
+  const xmlNode* node = top->children;
+  while (node != nullptr) {
+    if (IsText(node)) text += View(node->content);
+    if (IsElement(node) && node->children != nullptr) {
+      node = node->children;
+      continue;
+    }
+    while (node != top && node->next == nullptr) node = node->parent;
+    node = node == top ? nullptr : node->next;
   }
 }
 

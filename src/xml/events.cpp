@@ -19,20 +19,25 @@ class LibraryAttributes final : public XmlEventAttributes {
     for (int index = 0; index < count_; ++index) {
       const xmlChar** const attribute = pointers_ + std::ptrdiff_t{index} * 5;
       if (attribute[1] != nullptr || reinterpret_cast<const char*>(attribute[0]) != name) continue;
-      return Decoded(
-          {reinterpret_cast<const char*>(attribute[3]), reinterpret_cast<const char*>(attribute[4])});
+      return Decoded({reinterpret_cast<const char*>(attribute[3]),
+                      static_cast<std::size_t>(attribute[4] - attribute[3])});
     }
     return std::nullopt;
   }
 
  private:
   // With entities unexpanded, the library leaves an ampersand as a character reference.
-  static std::string Decoded(std::string value) {
+  static std::string Decoded(std::string_view value) {
     constexpr std::string_view reference = "&#38;";
-    for (auto at = value.find(reference); at != std::string::npos; at = value.find(reference, at + 1)) {
-      value.replace(at, reference.size(), "&");
+    std::string decoded;
+    decoded.reserve(value.size());
+    for (;;) {
+      const std::size_t at = value.find(reference);
+      decoded += value.substr(0, at);
+      if (at == std::string_view::npos) return decoded;
+      decoded += '&';
+      value.remove_prefix(at + reference.size());
     }
-    return value;
   }
 
   const xmlChar** pointers_;

@@ -15,12 +15,15 @@ class XmlTextIndex {
   /// Indexes the elements called `name` in the whole document of `element`. The index of an empty handle is
   /// empty.
   XmlTextIndex(const XmlElement& element, std::string_view name);
+  XmlTextIndex(const XmlTextIndex&) = delete;
+  XmlTextIndex& operator=(const XmlTextIndex&) = delete;
 
   /// Returns the first element in document order with exactly this text, or an empty handle.
   XmlElement Find(const std::string& text) const;
 
  private:
-  std::unordered_map<std::string, XmlElement> elements_;
+  std::string texts_;  // of all elements, one after the other; that of a nested one is part of its parent's
+  std::unordered_map<std::string_view, XmlElement> elements_;  // by parts of `texts_`
 };
 
 }  // namespace krnqb

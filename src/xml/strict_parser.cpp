@@ -5,6 +5,8 @@
 #include <limits>
 #include <new>
 
+#include "xml/attribute_count.h"
+
 namespace krnqb {
 namespace {
 
@@ -12,30 +14,80 @@ namespace {
 constexpr int strictOptions =
     XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_BIG_LINES | XML_PARSE_HUGE;
 
+// A plan or an answer has about 10 levels, 5 attributes and no namespace. The library and the walkers of
+// trees take time or stack for each.
+constexpr int mostLevels = 1000;
+constexpr int mostAttributes = 1000;
+constexpr int mostNamespaces = 1000;
+
+// In bytes. Bounds the attributes of a tag in an encoding in which `FindCrowdedTag` finds none.
+constexpr std::size_t mostNames = std::size_t{64} * 1024;
+
 void KeepError(void* context, xmlErrorPtr error) {
   if (error == nullptr || error->message == nullptr || error->level < XML_ERR_ERROR) return;
-  std::string message = error->message;
-  while (message.ends_with('\n')) message.pop_back();
-  StrictParser::Of(context).KeepFault(error->line, std::move(message));
+  StrictParser& parser = StrictParser::Of(context);
+  // The library reports that it may not keep another name like a lack of memory.
+  if (parser.NamesExhausted() && (error->code == XML_ERR_NO_MEMORY || error->code == XML_ERR_NAME_REQUIRED)) {
+    return parser.KeepFault(error->line, "the document has too many different names");
+  }
+  if (error->code == XML_ERR_NO_MEMORY) return parser.KeepOutOfMemory();
+  // A document is not required to be valid.
+  if (error->domain == XML_FROM_VALID || error->domain == XML_FROM_DTD) return;
+  std::string_view message = error->message;
+  while (message.ends_with('\n')) message.remove_suffix(1);
+  parser.KeepFault(error->line, message);
 }
 
-void RefuseEntity(void* context) {
+long LineOf(void* context) {
   const xmlParserInput* const input = static_cast<xmlParserCtxt*>(context)->input;
-  StrictParser::Of(context).KeepFault(input == nullptr ? 0 : input->line, "the document declares entities");
+  return input == nullptr ? 0 : input->line;
+}
+
+void Refuse(void* context, std::string_view reason) {
+  StrictParser::Of(context).KeepFault(LineOf(context), reason);
   StrictParser::Stop(context);
 }
 
 void RefuseEntityDeclaration(void* context, const xmlChar* /*name*/, int /*type*/,
                              const xmlChar* /*publicId*/, const xmlChar* /*systemId*/, xmlChar* /*content*/) {
-  RefuseEntity(context);
+  Refuse(context, "the document declares entities");
 }
 
 void RefuseUnparsedEntity(void* context, const xmlChar* /*name*/, const xmlChar* /*publicId*/,
                           const xmlChar* /*systemId*/, const xmlChar* /*notation*/) {
-  RefuseEntity(context);
+  Refuse(context, "the document declares entities");
 }
 
 }  // namespace
+
+// The library calls these before the handlers of the parser's user.
+struct StrictParser::Limits {
+  static void StartDocument(void* context) {
+    StrictParser& parser = Of(context);
+    // The option for large texts has lifted this limit.
+    if (parser.limitsNames_) xmlDictSetLimit(parser.context_->dict, mostNames);
+    parser.startDocument_(context);
+  }
+
+  static void StartElement(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri,
+                           int namespaceCount, const xmlChar** namespaces, int attributeCount, int defaulted,
+                           const xmlChar** attributes) {
+    StrictParser& parser = Of(context);
+    if (parser.context_->nameNr >= mostLevels) {
+      return Refuse(context, "elements are nested more than 1,000 deep");
+    }
+    if (attributeCount + namespaceCount > mostAttributes) {
+      return Refuse(context, "an element has more than 1,000 attributes");
+    }
+    if (parser.context_->nsNr / 2 > mostNamespaces) {
+      return Refuse(context, "more than 1,000 namespaces are declared around an element");
+    }
+    // Identifiers mean nothing here, and may occur twice. Set earlier, this would load external subsets.
+    parser.context_->loadsubset |= XML_SKIP_IDS;
+    parser.startElement_(context, name, prefix, uri, namespaceCount, namespaces, attributeCount, defaulted,
+                         attributes);
+  }
+};
 
 StrictParser::StrictParser() : context_(xmlNewParserCtxt()) {
   if (context_ == nullptr) throw std::bad_alloc();
@@ -67,22 +119,43 @@ void StrictParser::Stop(void* parserContext) noexcept {
   xmlStopParser(parser);
 }
 
-void StrictParser::KeepFault(long line, std::string message) {
-  if (!fault_) fault_ = XmlFault{line, std::move(message)};
+void StrictParser::KeepFault(long line, std::string_view message) noexcept {
+  if (fault_ || outOfMemory_) return;
+  try {
+    fault_ = XmlFault{line, std::string(message)};
+  } catch (const std::bad_alloc&) {
+    outOfMemory_ = true;
+  }
+}
+
+bool StrictParser::NamesExhausted() const noexcept {
+  return limitsNames_ && xmlDictGetUsage(context_->dict) > mostNames;
 }
 
 xmlDoc* StrictParser::Parse(std::string_view source, XmlEncoding encoding) {
   if (source.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
-    KeepFault(1, "the document is larger than 2 GB");
+    KeepFault(1, "the document has 2 GiB or more");
     return nullptr;
   }
+  if (const std::optional<long> line = FindCrowdedTag(source, mostAttributes)) {
+    KeepFault(*line, "an element has more than 1,000 attributes");
+    return nullptr;
+  }
+  startDocument_ = context_->sax->startDocument;
+  startElement_ = context_->sax->startElementNs;
+  context_->sax->startDocument = Limits::StartDocument;
+  context_->sax->startElementNs = Limits::StartElement;
   const bool utf8 = encoding == XmlEncoding::Utf8;
+  limitsNames_ = !utf8;
   const int options = utf8 ? strictOptions | XML_PARSE_IGNORE_ENC : strictOptions;
   xmlDoc* document = xmlCtxtReadMemory(context_, source.data(), static_cast<int>(source.size()), nullptr,
                                        utf8 ? "UTF-8" : nullptr, options);
   if (document == nullptr) KeepFault(1, "the document is empty");
-  if (!fault_) return document;
+  // The document shares the names; what is added to it later has no limit.
+  if (document != nullptr && document->dict != nullptr) xmlDictSetLimit(document->dict, 0);
+  if (!fault_ && !outOfMemory_) return document;
   xmlFreeDoc(document);
+  if (outOfMemory_) throw std::bad_alloc();
   return nullptr;
 }
 

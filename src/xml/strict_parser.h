@@ -19,7 +19,9 @@ enum class XmlEncoding {
 };
 
 /// Parses one document strictly, without network access, external subsets or recovery. Refuses a document
-/// that declares entities at the declaration, so that expanding them cannot exhaust memory.
+/// that declares entities at the declaration, so that expanding them cannot exhaust memory, and one that
+/// nests elements more than 1,000 deep, has an element with more than 1,000 attributes or declares more than
+/// 1,000 namespaces around an element. Time and memory are proportional to the document.
 class StrictParser {
  public:
   StrictParser();
@@ -35,16 +37,27 @@ class StrictParser {
   /// Ends the parse. For use in handlers.
   static void Stop(void* context) noexcept;
 
-  /// Parses the source. Returns the document, which the caller owns, or null with `Fault` set.
+  /// Parses the source. Call it once. Returns the document, which the caller owns, or null with `Fault` set.
+  /// Throws std::bad_alloc if memory runs out.
   _xmlDoc* Parse(std::string_view source, XmlEncoding encoding);
   const std::optional<XmlFault>& Fault() const noexcept { return fault_; }
 
   /// Records a fault. Only the first is kept, because it usually causes the others.
-  void KeepFault(long line, std::string message);
+  void KeepFault(long line, std::string_view message) noexcept;
+  void KeepOutOfMemory() noexcept { outOfMemory_ = true; }
+  /// Returns whether the names of the document take more memory than they may.
+  bool NamesExhausted() const noexcept;
   static StrictParser& Of(void* context) noexcept;
 
  private:
+  struct Limits;
+
   _xmlParserCtxt* context_;
+  void (*startDocument_)(void*) = nullptr;
+  void (*startElement_)(void*, const unsigned char*, const unsigned char*, const unsigned char*, int,
+                        const unsigned char**, int, int, const unsigned char**) = nullptr;
+  bool limitsNames_ = false;
+  bool outOfMemory_ = false;
   std::optional<XmlFault> fault_;
   void* subject_ = nullptr;
 };

@@ -4,6 +4,7 @@
 #include <libxml/xpath.h>
 #include <libxml/xpathInternals.h>
 
+#include <algorithm>
 #include <new>
 #include <optional>
 
@@ -75,17 +76,21 @@ xmlNode* XmlTree::NodeOf(const XmlElement& element) noexcept {
   return reinterpret_cast<xmlNode*>(element.node_);
 }
 
-std::vector<xmlNode*> XmlTree::Evaluate(const std::string& path, xmlNode* from) {
+std::vector<xmlNode*> XmlTree::Evaluate(const std::string& path, xmlNode* from, unsigned long* visitsLeft) {
   if (evaluation_ == nullptr) {
     evaluation_ = xmlXPathNewContext(document);
+    if (evaluation_ == nullptr) throw std::bad_alloc();
     evaluation_->error = IgnoreError;
   }
   std::optional<DocumentOfDetached> detached;
   if (xmlNode* const top = TopmostElement(from); top->parent == nullptr) detached.emplace(top);
   evaluation_->doc = detached ? detached->Document() : document;
   evaluation_->node = from;
+  evaluation_->opCount = 0;
+  evaluation_->opLimit = visitsLeft == nullptr ? 0 : *visitsLeft;  // 0: no limit
   const std::unique_ptr<xmlXPathObject, FreeXPathObject> result(
       xmlXPathEvalExpression(reinterpret_cast<const xmlChar*>(path.c_str()), evaluation_));
+  if (visitsLeft != nullptr) *visitsLeft -= std::min(*visitsLeft, evaluation_->opCount);
   if (result == nullptr || result->type != XPATH_NODESET) throw Error(error_number::unspecified);
   std::vector<xmlNode*> nodes;
   if (result->nodesetval == nullptr) return nodes;

@@ -31,7 +31,10 @@ struct XmlTree {
 
   /// Returns the elements that an XPath expression selects from a node, in document order. A detached node is
   /// searched in its topmost ancestor. Throws Error -2147467259 if the expression is malformed.
-  std::vector<_xmlNode*> Evaluate(const std::string& path, _xmlNode* from);
+  /// With `visitsLeft`, throws the same error if the evaluation visits more nodes, and subtracts those
+  /// visited.
+  std::vector<_xmlNode*> Evaluate(const std::string& path, _xmlNode* from,
+                                  unsigned long* visitsLeft = nullptr);
 
   _xmlDoc* document;
   std::vector<_xmlNode*> removed;  ///< the detached elements; owned

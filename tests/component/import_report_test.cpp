@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "fakes/test_host.h"
+#include "limited_child.h"
 
 namespace krnqb {
 namespace {
@@ -258,6 +259,20 @@ TEST_F(ReportedImport, LeavesTheFailureOfTheWholeImportToTheErrorPair) {
   EXPECT_TRUE(Go());
   EXPECT_NE(number, 0);
   EXPECT_TRUE(report->Complete());
+}
+
+TEST(ImportReport, KeepsThirtyTwoThousandNoticesInTime) {
+  EXPECT_TRUE(tests::StaysWithinLimits(32'000 * 100, [] {
+    ImportReport report;
+    for (int repetition = 0; repetition < 2; ++repetition) {
+      for (int index = 0; index < 32'000; ++index) {
+        report.Notify(Incomplete(NoticeKind::AnswerStatus, januaryBills, index, "refused"));
+        report.Notify(Described(NoticeKind::AccountInSeveralRows, "account " + std::to_string(index)));
+      }
+    }
+    return report.Missing().size() == 32'000 && report.RepeatedAccounts().size() == 32'000 &&
+           report.Missing()[7].number == 7 && report.RepeatedAccounts()[7] == "account 7";
+  }));
 }
 
 }  // namespace

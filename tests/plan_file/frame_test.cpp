@@ -26,14 +26,26 @@ TEST_P(KeptFrame, IsTheTextAroundTheElement) {
 
 INSTANTIATE_TEST_SUITE_P(
     PlanFrame, KeptFrame,
-    testing::Values(FrameCase{"Nothing", "", ""}, FrameCase{"Declaration", "<?xml version='1.0'?>\n", "\n"},
-                    FrameCase{"DeclarationOfUtf8",
-                              "<?xml version=\"1.0\" encoding=\"utf-8\" standalone='yes'?>", ""},
-                    FrameCase{"ByteOrderMark", "\xEF\xBB\xBF<?xml version='1.0'?>\n", "\n"},
-                    FrameCase{"Comments", "<!-- <plan> -->\n\n<!-- b -->", "\n<!-- </plan> --> <!---->\n"},
-                    FrameCase{"Instructions", "<?style a=\"b\"?>", "\n<?end of it?>\n"},
-                    FrameCase{"DocumentType", "<!DOCTYPE plan SYSTEM 'plan.dtd'>\n", ""},
-                    FrameCase{"DocumentTypeWithSubset", "<!DOCTYPE plan [ <!ELEMENT plan ANY> ]>\n", ""}),
+    testing::Values(
+        FrameCase{"Nothing", "", ""}, FrameCase{"Declaration", "<?xml version='1.0'?>\n", "\n"},
+        FrameCase{"DeclarationOfUtf8", "<?xml version=\"1.0\" encoding=\"utf-8\" standalone='yes'?>", ""},
+        FrameCase{"ByteOrderMark", "\xEF\xBB\xBF<?xml version='1.0'?>\n", "\n"},
+        FrameCase{"Comments", "<!-- <plan> -->\n\n<!-- b -->", "\n<!-- </plan> --> <!---->\n"},
+        FrameCase{"Instructions", "<?style a=\"b\"?>", "\n<?end of it?>\n"},
+        FrameCase{"DocumentType", "<!DOCTYPE plan SYSTEM 'plan.dtd'>\n", ""},
+        FrameCase{"DocumentTypeWithSubset", "<!DOCTYPE plan [ <!ELEMENT plan ANY> ]>\n", ""},
+        FrameCase{"CommentsAroundADocumentType", "<!-- a -->\n<!DOCTYPE plan>\n<!-- b -->\n", "\n<!-- c -->"},
+        FrameCase{"SubsetEndingInABlank", "<!DOCTYPE plan [ ] ><!-- a -->", "<!-- ]> -->"},
+        FrameCase{"SubsetWithBracketsInTexts",
+                  "<!DOCTYPE plan [<!ATTLIST plan a CDATA \"]>\" b CDATA ']'>\n]>\n<!-- a -->", ""},
+        FrameCase{"SubsetWithComments", "<!DOCTYPE plan [<!-- ]> ' \" --><?p ]> '?>]><!-- a -->\n", ""},
+        FrameCase{"SystemIdentifierWithBrackets", "<!DOCTYPE plan SYSTEM \"a>[b\">\n<!-- a -->\n", ""},
+        FrameCase{"QuotesInComments", "<!-- it's > \"here -->\n<?p it's > \"here?>\n", "<!-- it's -->"},
+        FrameCase{"MarkupInsideMarkup", "<!-- <?a --><?b <!-- ?>\n", "<?b <? <!-- ?>\n<!-- ?> <? -->\n"},
+        FrameCase{"StyleSheetWithoutADeclaration", "<?xml-stylesheet href='a' encoding='b'?><!-- a -->\n",
+                  ""},
+        FrameCase{"DeclarationThatNamesUtf8Elsewhere",
+                  "<?xml version='1.0' encoding=\"UTF-8\"?><!-- encoding='latin1' -->", ""}),
     [](const testing::TestParamInfo<FrameCase>& test) { return std::string(test.param.name); });
 
 TEST(PlanFrame, HasOnlyLineFeeds) {
@@ -48,20 +60,33 @@ TEST(PlanFrame, ConvertsCarriageReturnsAtItsEnds) {
   EXPECT_EQ(frame.tail, "\n");
 }
 
-TEST(PlanFrame, OfAnotherEncodingIsReplaced) {
-  const PlanFrame ofNewPlan;
-  EXPECT_EQ(FrameOf("<?xml version='1.0' encoding='windows-1252'?><!-- caf\xE9 --><plan/>").head,
-            ofNewPlan.head);
-  EXPECT_EQ(FrameOf(std::string("\xFF\xFE<\0p\0l\0a\0n\0/\0>\0", 16)).head, ofNewPlan.head);
-  EXPECT_EQ(FrameOf(std::string("<\0p\0l\0a\0n\0/\0>\0", 14)).tail, ofNewPlan.tail);
+TEST(PlanFrame, EndsBehindCharactersThatLookLikeMarkup) {
+  const std::string head = "<!-- a -->\n";
+  for (const char* element :
+       {"<plan><![CDATA[</plan><!-- ]]></plan>", "<plan><!-- </plan> --><?p </plan>?></plan>",
+        "<plan><plan/><plan a='>'></plan></plan\n>", "<plan a=\"/>\"/>",
+        "<plan><plan><![CDATA[]]]]><![CDATA[>]]></plan></plan>"}) {
+    const PlanFrame frame = FrameOf(head + element + "\n<!-- b -->\n");
+    EXPECT_EQ(frame.head, head) << element;
+    EXPECT_EQ(frame.tail, "\n<!-- b -->\n") << element;
+  }
 }
 
-TEST(PlanFrame, ThatIsAmbiguousIsReplaced) {
-  for (const char* bytes : {"<!-- a --><plan/><?b <? ?>", "<!DOCTYPE plan [ ] ><plan/><!-- ]> -->"}) {
-    const PlanFrame frame = FrameOf(bytes);
-    EXPECT_EQ(frame.head, PlanFrame().head) << bytes;
-    EXPECT_EQ(frame.tail, PlanFrame().tail) << bytes;
-  }
+TEST(PlanFrame, OfAnotherEncodingIsWrittenInUtf8) {
+  const std::string declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+  const PlanFrame latin = FrameOf(
+      "<?xml version='1.0' encoding='windows-1252'?><!-- caf\xE9 -->\n<?p a?><!DOCTYPE plan SYSTEM "
+      "'p.dtd'>\n<plan/><!-- \x80 -->");
+  EXPECT_EQ(latin.head, declaration + "<!-- caf\u00e9 -->\n<?p a?>\n<!DOCTYPE plan SYSTEM \"p.dtd\">\n");
+  EXPECT_EQ(latin.tail, "\n<!-- \u20ac -->\n");
+  std::string wide = "\xFF\xFE";
+  for (const char character : std::string("<!-- a --><plan/><?b?>")) wide += std::string{character, '\0'};
+  EXPECT_EQ(FrameOf(wide).head, declaration + "<!-- a -->\n");
+  EXPECT_EQ(FrameOf(wide).tail, "\n<?b?>\n");
+  EXPECT_EQ(FrameOf("<?xml version='1.0' encoding='US-ASCII'?><!-- a -->\n<plan/>").head,
+            declaration + "<!-- a -->\n");
+  EXPECT_EQ(FrameOf("<?xml version='1.0' encoding='ISO-8859-1'?><plan/>").head, PlanFrame().head);
+  EXPECT_EQ(FrameOf("<?xml version='1.0' encoding='ISO-8859-1'?><plan/>").tail, PlanFrame().tail);
 }
 
 }  // namespace

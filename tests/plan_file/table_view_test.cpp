@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "limited_child.h"
 #include "plan_file/fixture.h"
 #include "plan_file/headings.h"
 
@@ -95,6 +96,15 @@ TEST(PlanHeadings, OfPastPerformanceAreTheYearsBeforeThePlan) {
 TEST(PlanHeadings, AreEmptyForRowsOfAnotherWidth) {
   EXPECT_TRUE(ColumnHeadings("db_income_range_cat3", 3, YearMonth{2003, 1}).empty());
   EXPECT_TRUE(ColumnHeadings("db_pastperformance_sales", 14, YearMonth{2003, 1}).empty());
+}
+
+TEST(PlanTableView, DoesNotPadToACellThatIsWiderThanALine) {
+  PlanTableContent table{"1", {{"b", "", {{"Rent", std::string(300'000, '9'), "1"}}}}};
+  for (int row = 0; row < 3'000; ++row) table.blocks[0].rows.push_back({"Fuel", "20", "300"});
+  table.blocks[0].rows.push_back({std::string(300'000, 'x')});
+  EXPECT_TRUE(tests::StaysWithinLimits(600'000, [&] {
+    return TableView(table, std::nullopt).find("\n  Fuel  20  300\n") != std::string::npos;
+  }));
 }
 
 }  // namespace

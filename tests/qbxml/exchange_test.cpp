@@ -6,6 +6,7 @@
 
 #include "fakes/request_processor.h"
 #include "krnqb/error.h"
+#include "limited_child.h"
 #include "qbxml/exchange_recording.h"
 #include "qbxml/exchange_replaying.h"
 
@@ -128,12 +129,90 @@ TEST(ReplayingProcessors, NameTheRequestThatWasNotRecorded) {
 TEST(ReplayingProcessors, NameTheInvalidLineOfARecording) {
   EXPECT_NE(FaultOf("").find("empty"), std::string::npos);
   EXPECT_NE(FaultOf("nonsense\n").find("recording, line 1"), std::string::npos);
-  EXPECT_NE(FaultOf("{\"exchange\":2,\"company\":\"\",\"major\":1,\"minor\":1}\n").find("version is not 1"),
-            std::string::npos);
   EXPECT_NE(FaultOf(std::string(session) + "{\"request\":\"a\"}\n").find("recording, line 2"),
             std::string::npos);
   EXPECT_NE(FaultOf(std::string(session) + "{\"request\":\"a\",\"response\":\"1\"}\n[").find("line 3"),
             std::string::npos);
+}
+
+TEST(ReplayingProcessors, SayWhatIsExpectedOfTheFirstLine) {
+  struct Case {
+    const char* line;
+    const char* fault;
+  };
+  for (const auto& [line, fault] : {
+           Case{R"({"exchange":2,"company":"","major":1,"minor":1})",
+                "\"exchange\" is 2; this program reads recordings of version 1"},
+           Case{R"({"exchange":1.0,"company":"","major":1,"minor":1})",
+                "\"exchange\" is 1.0; a whole number from 1 to 32767 is expected"},
+           Case{R"({"exchange":true,"company":"","major":1,"minor":1})",
+                "\"exchange\" is true; a whole number from 1 to 32767 is expected"},
+           Case{R"({"company":"","major":1,"minor":1})",
+                "\"exchange\" is missing; a whole number from 1 to 32767 is expected"},
+           Case{R"({"exchange":1,"company":"","major":1.9,"minor":1})",
+                "\"major\" is 1.9; a whole number from 0 to 32767 is expected"},
+           Case{R"({"exchange":1,"company":"","major":2e32,"minor":1})",
+                "\"major\" is 2e+32; a whole number from 0 to 32767 is expected"},
+           Case{R"({"exchange":1,"company":"","major":1,"minor":99999})",
+                "\"minor\" is 99999; a whole number from 0 to 32767 is expected"},
+           Case{R"({"exchange":1,"company":"","major":18446744073709551615,"minor":1})",
+                "\"major\" is 18446744073709551615; a whole number from 0 to 32767 is expected"},
+           Case{R"({"exchange":1,"company":"","major":1,"minor":-1})",
+                "\"minor\" is -1; a whole number from 0 to 32767 is expected"},
+           Case{R"({"exchange":1,"company":"","major":"1","minor":1})",
+                "\"major\" is \"1\"; a whole number from 0 to 32767 is expected"},
+           Case{R"({"exchange":1,"company":"","major":{"a":1},"minor":1})",
+                "\"major\" is an object; a whole number from 0 to 32767 is expected"},
+           Case{R"({"exchange":1,"company":7,"major":1,"minor":1})", "\"company\" is 7; a text is expected"},
+           Case{R"({"exchange":1,"major":1,"minor":1})", "\"company\" is missing; a text is expected"},
+           Case{R"({"request":"a","response":"1"})",
+                "\"exchange\" is missing; a whole number from 1 to 32767 is expected"},
+           Case{"[1]", "the line is an array; an object is expected"},
+           Case{"nonsense", "not JSON from column 2 on"},
+       }) {
+    EXPECT_EQ(FaultOf(std::string(line) + "\n"), std::string("recording, line 1: ") + fault) << line;
+  }
+  EXPECT_EQ(FaultOf(R"({"exchange":1,"company":"","major":0,"minor":32767})"), "");
+}
+
+TEST(ReplayingProcessors, SayWhatIsExpectedOfALaterLine) {
+  struct Case {
+    const char* line;
+    const char* fault;
+  };
+  for (const auto& [line, fault] : {
+           Case{R"({"response":"1"})", "\"request\" is missing; a text is expected"},
+           Case{R"({"request":"a"})", "\"response\" is missing; a text is expected"},
+           Case{R"({"request":"a","response":null})", "\"response\" is null; a text is expected"},
+           Case{R"({"request":"a","error":5})", "\"error\" is 5; an object is expected"},
+           Case{R"({"request":"a","error":{"description":"d"}})",
+                "\"number\" is missing; a whole number from -2147483648 to 2147483647 is expected"},
+           Case{R"({"request":"a","error":{"number":2147483648,"description":"d"}})",
+                "\"number\" is 2147483648; a whole number from -2147483648 to 2147483647 is expected"},
+           Case{R"({"request":"a","error":{"number":5}})", "\"description\" is missing; a text is expected"},
+           Case{R"({"request":"a","response":[[[1]]]})", "values are nested more than 2 deep"},
+       }) {
+    EXPECT_EQ(FaultOf(std::string(session) + line + "\n"), std::string("recording, line 2: ") + fault)
+        << line;
+  }
+  EXPECT_EQ(
+      FaultOf(std::string(session) + R"({"request":"a","error":{"number":-2147483648,"description":"d"}})"),
+      "");
+}
+
+TEST(ReplayingProcessors, NameAnEndlessValueByItsBeginning) {
+  const std::string fault =
+      FaultOf(R"({"exchange":1,"company":"","minor":1,"major":")" + std::string(5000, 'x') + "\"}");
+  EXPECT_EQ(fault, "recording, line 1: \"major\" is \"" + std::string(40, 'x') +
+                       "...; a whole number from 0 to 32767 is expected");
+}
+
+TEST(ReplayingProcessors, ReadNestedValuesWithinTheirLimits) {
+  const std::string nested = std::string(1'000'000, '[');
+  for (const std::string& line : {nested, "{\"request\":" + nested, "{\"request\":\"a\",\"x\":" + nested}) {
+    EXPECT_TRUE(tests::StaysWithinLimits(
+        line.size(), [&] { return FaultOf(std::string(session) + line).find("recording, line 2: ") == 0; }));
+  }
 }
 
 TEST(Recording, ReplaysTheRecordedExchange) {

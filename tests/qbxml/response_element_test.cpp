@@ -82,7 +82,16 @@ TEST(AnswerElement, ReportsAnAnswerThatIsNotWellFormed) {
   ASSERT_EQ(observer.notices.size(), 1U);
   EXPECT_EQ(observer.notices[0].kind, NoticeKind::AnswerUnreadable);
   EXPECT_EQ(observer.notices[0].meaning, NoticeMeaning::Incomplete);
-  EXPECT_FALSE(observer.notices[0].description.empty());
+  EXPECT_EQ(observer.notices[0].description.find("line 1: "), 0U) << observer.notices[0].description;
+}
+
+TEST(AnswerElement, ReportsAnAnswerThatIsNestedTooDeepWithItsLine) {
+  fakes::RecordingObserver observer;
+  std::string answer = "<QBXML>\n<AccountQueryRs><AccountRet><ListID>\n";
+  for (int level = 0; level < 100'000; ++level) answer += "<a>";
+  EXPECT_FALSE(AnswerElement(answer, observer, place));
+  ASSERT_EQ(observer.notices.size(), 1U);
+  EXPECT_EQ(observer.notices[0].description, "line 3: elements are nested more than 1,000 deep");
 }
 
 TEST(AnswerElement, ReportsNothingWithoutAnAnswer) {

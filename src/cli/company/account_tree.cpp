@@ -1,8 +1,10 @@
 #include "cli/company/account_tree.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
-#include <cstddef>
 #include <unordered_map>
+#include <utility>
 
 #include "cli/console/text_table.h"
 
@@ -22,11 +24,11 @@ AccountNode NodeOf(const XmlElement& account) {
           .balance = TextOf(account.Child("Balance")),
           .totalBalance = TextOf(account.Child("TotalBalance")),
           .selected = std::nullopt,
-          .subAccounts = {}};
+          .level = 0};
 }
 
-// The index of each account's parent, or `none` for top-level accounts.
-std::vector<std::size_t> ParentsOf(const std::vector<XmlElement>& accounts) {
+// Returns the index of each account's parent as the answer states it, or `none`.
+std::vector<std::size_t> StatedParents(const std::vector<XmlElement>& accounts) {
   std::unordered_map<std::string, std::size_t> positions;
   for (std::size_t index = 0; index < accounts.size(); ++index) {
     positions.emplace(TextOf(accounts[index].Child("ListID")), index);
@@ -34,20 +36,25 @@ std::vector<std::size_t> ParentsOf(const std::vector<XmlElement>& accounts) {
   std::vector<std::size_t> parents(accounts.size(), none);
   for (std::size_t index = 0; index < accounts.size(); ++index) {
     const auto parent = positions.find(TextOf(accounts[index].Child("ParentRef").Child("ListID")));
-    if (parent == positions.end()) continue;
-    std::size_t ancestor = parent->second;
-    while (ancestor != none && ancestor != index) ancestor = parents[ancestor];
-    if (ancestor == none) parents[index] = parent->second;
+    if (parent != positions.end()) parents[index] = parent->second;
   }
   return parents;
 }
 
-AccountNode TreeOf(std::size_t index, const std::vector<XmlElement>& accounts,
-                   const std::vector<std::vector<std::size_t>>& children) {
-  AccountNode node = NodeOf(accounts[index]);
-  for (const std::size_t child : children[index])
-    node.subAccounts.push_back(TreeOf(child, accounts, children));
-  return node;
+// Makes the last account of each cycle a top-level account. Every account is passed once.
+void BreakCycles(std::vector<std::size_t>& parents) {
+  std::vector<std::size_t> passedFrom(parents.size(), none);
+  for (std::size_t start = 0; start < parents.size(); ++start) {
+    std::size_t index = start;
+    while (index != none && passedFrom[index] == none) {
+      passedFrom[index] = start;
+      index = parents[index];
+    }
+    if (index == none || passedFrom[index] != start) continue;
+    std::size_t last = index;
+    for (std::size_t next = parents[index]; next != index; next = parents[next]) last = std::max(last, next);
+    parents[last] = none;
+  }
 }
 
 bool AnySelection(const std::vector<AccountNode>& accounts) {
@@ -55,28 +62,35 @@ bool AnySelection(const std::vector<AccountNode>& accounts) {
                      [](const AccountNode& account) { return account.selected.has_value(); });
 }
 
-void AddRows(TextTable& table, const std::vector<AccountNode>& accounts, std::size_t depth, bool selection) {
-  for (const AccountNode& account : accounts) {
-    std::vector<std::string> row{std::string(2 * depth, ' ') + account.name, account.type, account.balance,
-                                 account.totalBalance};
-    if (selection) row.emplace_back(account.selected.value_or(false) ? "selected" : "");
-    table.AddRow(std::move(row));
-    AddRows(table, account.subAccounts, depth + 1, selection);
-  }
+std::string IndentedName(const AccountNode& account) {
+  constexpr std::size_t deepest = 20;
+  if (account.level < deepest) return std::string(2 * account.level, ' ') + account.name;
+  return fmt::format("{}[{}] {}", std::string(2 * deepest, ' '), account.level, account.name);
 }
 
 }  // namespace
 
 std::vector<AccountNode> AccountTree(const XmlElement& answer) {
   const std::vector<XmlElement> accounts = answer.SelectAll("//AccountRet");
-  const std::vector<std::size_t> parents = ParentsOf(accounts);
+  std::vector<std::size_t> parents = StatedParents(accounts);
+  BreakCycles(parents);
   std::vector<std::vector<std::size_t>> children(accounts.size());
-  for (std::size_t index = 0; index < accounts.size(); ++index) {
-    if (parents[index] != none) children[parents[index]].push_back(index);
+  std::vector<std::pair<std::size_t, std::size_t>> waiting;  // indexes and levels; the next account is last
+  for (std::size_t index = accounts.size(); index-- > 0;) {
+    if (parents[index] == none) {
+      waiting.emplace_back(index, 0);
+    } else {
+      children[parents[index]].push_back(index);
+    }
   }
   std::vector<AccountNode> trees;
-  for (std::size_t index = 0; index < accounts.size(); ++index) {
-    if (parents[index] == none) trees.push_back(TreeOf(index, accounts, children));
+  trees.reserve(accounts.size());
+  while (!waiting.empty()) {
+    const auto [index, level] = waiting.back();
+    waiting.pop_back();
+    trees.push_back(NodeOf(accounts[index]));
+    trees.back().level = level;
+    for (const std::size_t child : children[index]) waiting.emplace_back(child, level + 1);
   }
   return trees;
 }
@@ -87,7 +101,11 @@ std::string AccountTreeText(const std::vector<AccountNode>& accounts) {
   std::vector<std::string> headings{"Account", "Type", "Balance", "With sub-accounts"};
   if (selection) headings.emplace_back("In the plan");
   table.AddRow(std::move(headings));
-  AddRows(table, accounts, 0, selection);
+  for (const AccountNode& account : accounts) {
+    std::vector<std::string> row{IndentedName(account), account.type, account.balance, account.totalBalance};
+    if (selection) row.emplace_back(account.selected.value_or(false) ? "selected" : "");
+    table.AddRow(std::move(row));
+  }
   return table.Text();
 }
 

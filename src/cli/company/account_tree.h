@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,8 +9,7 @@
 
 namespace krnqb::cli {
 
-/// An account with its sub-accounts, in the order of the account list. Texts are as QuickBooks sends them; a
-/// missing one is empty.
+/// An account of a tree. Texts are as QuickBooks sends them; a missing one is empty.
 struct AccountNode {
   std::string listId;
   std::string name;
@@ -17,16 +17,17 @@ struct AccountNode {
   std::string balance;
   std::string totalBalance;      ///< including sub-accounts
   std::optional<bool> selected;  ///< in the plan; absent for sub-accounts, and without a plan
-  std::vector<AccountNode> subAccounts;
+  std::size_t level = 0;         ///< the number of its ancestors
 };
 
-/// Returns the accounts of an answer to an account query as trees. An account is placed below its parent,
-/// whichever comes first in the answer; it is placed at the top if its parent is missing, or if it is its own
-/// ancestor.
+/// Returns the accounts of an answer to an account query as trees: each account is followed by its
+/// sub-accounts, in the order of the answer. An account is placed below its parent, whichever comes first in
+/// the answer; it is placed at the top if its parent is missing, or if it is its own ancestor.
 std::vector<AccountNode> AccountTree(const XmlElement& answer);
 
-/// Returns the trees as a table for people: name indented by depth, type, balances and, if any account has a
-/// selection, which accounts are selected.
+/// Returns the trees as a table for people: name indented by level, type, balances and, if any account has a
+/// selection, which accounts are selected. From level 20 on the indentation stays the same and the level
+/// precedes the name in brackets.
 std::string AccountTreeText(const std::vector<AccountNode>& accounts);
 
 }  // namespace krnqb::cli

@@ -28,7 +28,9 @@ bool HasSelection(const plan_file::PlanFile& plan, ListedAccounts list, const Co
 void MarkSelected(std::vector<AccountNode>& accounts, const XmlElement& selection) {
   const std::vector<std::string> names = SelectionNames(selection, SelectionPart::Selected);
   const std::unordered_set<std::string> selected(names.begin(), names.end());
-  for (AccountNode& account : accounts) account.selected = selected.contains(account.name);
+  for (AccountNode& account : accounts) {
+    if (account.level == 0) account.selected = selected.contains(account.name);
+  }
 }
 
 }  // namespace

@@ -1,9 +1,17 @@
 #include "cli/company/json_output.h"
 
+#include <fmt/format.h>
+
+#include <vector>
+
+#include "cli/console/failure.h"
 #include "cli/console/json_text.h"
 
 namespace krnqb::cli {
 namespace {
+
+// Indentation makes a deeper text grow with the square of the depth, and few programs read it.
+constexpr std::size_t mostLevels = 100;
 
 Json AccountJson(const AccountNode& account) {
   Json json{{"list_id", account.listId},
@@ -13,8 +21,6 @@ Json AccountJson(const AccountNode& account) {
             {"total_balance", account.totalBalance}};
   if (account.selected) json["selected"] = *account.selected;
   json["accounts"] = Json::array();
-  for (const AccountNode& subAccount : account.subAccounts)
-    json["accounts"].push_back(AccountJson(subAccount));
   return json;
 }
 
@@ -22,7 +28,17 @@ Json AccountJson(const AccountNode& account) {
 
 std::string AccountsJson(const std::vector<AccountNode>& accounts) {
   Json json{{"result", "done"}, {"accounts", Json::array()}};
-  for (const AccountNode& account : accounts) json["accounts"].push_back(AccountJson(account));
+  std::vector<Json*> lists{&json["accounts"]};  // those that the current account may be added to, by level
+  for (const AccountNode& account : accounts) {
+    if (account.level >= mostLevels) {
+      throw CommandFailure("listing accounts failed",
+                           fmt::format("the accounts are nested more than {} deep", mostLevels),
+                           "list the accounts without --json");
+    }
+    lists.resize(account.level + 1);
+    lists.back()->push_back(AccountJson(account));
+    lists.push_back(&lists.back()->back()["accounts"]);
+  }
   return JsonText(json);
 }
 

@@ -10,6 +10,9 @@ namespace {
 
 constexpr std::string_view columnGap = "  ";
 
+// In characters. A wider cell is printed in full; the others are not padded to it.
+constexpr std::size_t widestColumn = 100;
+
 }  // namespace
 
 void TextTable::AddRow(std::vector<std::string> cells) {
@@ -24,7 +27,8 @@ std::string TextTable::Text(std::string_view indent) const {
     std::string line(indent);
     for (std::size_t column = 0; column < row.size(); ++column) {
       if (column > 0) line += columnGap;
-      const std::string padding(widths[column] - CharacterCount(row[column]), ' ');
+      const std::size_t width = CharacterCount(row[column]);
+      const std::string padding(widths[column] - std::min(widths[column], width), ' ');
       const bool right = alignments_[column] == Alignment::Right;
       line += right ? padding + row[column] : row[column] + padding;
     }
@@ -38,7 +42,8 @@ std::vector<std::size_t> TextTable::ColumnWidths() const {
   std::vector<std::size_t> widths(alignments_.size());
   for (const std::vector<std::string>& row : rows_) {
     for (std::size_t column = 0; column < row.size(); ++column) {
-      widths[column] = std::max(widths[column], CharacterCount(row[column]));
+      const std::size_t width = CharacterCount(row[column]);
+      if (width <= widestColumn) widths[column] = std::max(widths[column], width);
     }
   }
   return widths;

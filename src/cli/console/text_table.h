@@ -11,7 +11,7 @@ namespace krnqb::cli {
 
 enum class Alignment : std::uint8_t { Left, Right };
 
-/// A table of text for people, each column padded to its widest cell.
+/// A table of text for people, each column padded to its widest cell of at most 100 characters.
 class TextTable {
  public:
   /// Takes one alignment per column. A row may have fewer cells than columns, but not more. Cells are printed

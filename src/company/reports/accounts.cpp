@@ -29,6 +29,21 @@ std::string LabelOf(const XmlElement& record, bool withNumber) {
 
 }  // namespace
 
+std::string FullName(std::string_view ancestors, std::string_view label) {
+  constexpr std::size_t longest = 500;
+  constexpr std::string_view ellipsis = "...";
+  std::string name;
+  if (ancestors.size() <= longest) {
+    name = ancestors;
+  } else {
+    std::size_t end = longest - ellipsis.size();
+    while (end > 0 && (static_cast<unsigned char>(ancestors[end]) & 0xC0U) == 0x80U) --end;
+    name = ancestors.substr(0, end);
+    name += ellipsis;
+  }
+  return name.append(":").append(label);
+}
+
 ReportAccounts ReadReportAccounts(const Database& database, std::string_view accountType) {
   const bool withNumbers = UsesAccountNumbers(database);
   ReportAccounts list;
@@ -45,7 +60,7 @@ ReportAccounts ReadReportAccounts(const Database& database, std::string_view acc
     // Only an earlier account counts as a parent, so that a cycle of parents still has a top level.
     if (const auto parent = positions.find(std::string(records.Text(1))); parent != positions.end()) {
       ReportAccount& above = list.accounts[parent->second];
-      account.fullName = above.fullName + ":" + account.label;
+      account.fullName = FullName(above.fullName, account.label);
       above.children.push_back(position);
     } else {
       list.topLevel.push_back(position);

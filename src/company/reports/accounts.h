@@ -14,7 +14,7 @@ namespace krnqb::company {
 struct ReportAccount {
   std::string key;                    ///< ListID
   std::string label;                  ///< its name, preceded by its number if numbers are in use
-  std::string fullName;               ///< the labels from the top level down, separated by ":"
+  std::string fullName;               ///< see `FullName`
   std::int64_t balance = 0;           ///< its own, in hundredths, as in its record
   std::vector<std::size_t> children;  ///< indexes into the accounts
 };
@@ -24,6 +24,10 @@ struct ReportAccounts {
   std::vector<ReportAccount> accounts;  ///< in the list's order, parents before their children
   std::vector<std::size_t> topLevel;    ///< indexes of the top-level accounts
 };
+
+/// Returns an account's labels from the top level down, separated by ":". What exceeds 500 bytes of its
+/// ancestors' labels is replaced by "...": QuickBooks allows five levels of 31 characters.
+std::string FullName(std::string_view ancestors, std::string_view label);
 
 ReportAccounts ReadReportAccounts(const Database& database, std::string_view accountType);
 

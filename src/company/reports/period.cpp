@@ -103,6 +103,12 @@ ReportPeriod MonthsBetween(std::string_view firstDay, std::string_view lastDay) 
   return period;
 }
 
+int CountMonths(std::string_view firstDay, std::string_view lastDay) {
+  const Day first = ReadDay(firstDay);
+  const Day last = ReadDay(lastDay);
+  return (last.year - first.year) * 12 + last.month - first.month + 1;
+}
+
 ReportPeriod AsOf(std::string_view day) {
   const Day date = ReadDay(day);
   const std::string title =

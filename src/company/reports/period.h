@@ -23,6 +23,10 @@ struct ReportPeriod {
 /// the range ("Jan 15 - 31, 02"). No columns if the first day is after the last.
 ReportPeriod MonthsBetween(std::string_view firstDay, std::string_view lastDay);
 
+/// Returns the number of months that a range of calendar dates touches; 0 or less if the first day is after
+/// the last.
+int CountMonths(std::string_view firstDay, std::string_view lastDay);
+
 /// Returns one column as of a calendar date: "Dec 31, 02".
 ReportPeriod AsOf(std::string_view day);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <string_view>
+#include <utility>
 
 namespace krnqb::company {
 namespace {
@@ -22,38 +23,66 @@ class AccountRows {
               const std::vector<std::optional<RowAmounts>>& ownAmounts, std::size_t columns)
       : accounts_(accounts), ownAmounts_(ownAmounts), columns_(columns) {}
 
-  /// Appends the rows of an account and its sub-accounts and returns their sum.
+  /// Appends the rows of an account and its sub-accounts and returns their sum. Without recursion: accounts
+  /// may be nested to any depth.
   RowAmounts Append(std::size_t position) {
-    const ReportAccount& account = accounts_[position];
-    if (!account.children.empty()) return AppendParent(position);
-    return AppendOwn(position, account.label);
+    RowAmounts sum(columns_);
+    Open(position);
+    while (!open_.empty()) {
+      OpenParent& parent = open_.back();
+      const ReportAccount& account = accounts_[parent.position];
+      if (parent.nextChild < account.children.size()) {
+        Open(account.children[parent.nextChild++]);
+        continue;
+      }
+      RowAmounts ended = Close();
+      Add(open_.empty() ? sum : open_.back().sum, ended);
+    }
+    return sum;
   }
 
   std::vector<ReportRow> rows;
 
  private:
-  RowAmounts AppendParent(std::size_t position) {
+  // An account whose sub-accounts are being appended.
+  struct OpenParent {
+    std::size_t position;
+    std::size_t firstRow;
+    std::size_t nextChild;
+    RowAmounts sum;
+  };
+
+  void Open(std::size_t position) {
+    open_.push_back({position, rows.size(), 0, RowAmounts(columns_)});
     const ReportAccount& account = accounts_[position];
-    const std::size_t begin = rows.size();
+    if (account.children.empty()) return;
     rows.push_back({ReportRowKind::Text, account.label, std::nullopt, {}});
-    RowAmounts sum(columns_);
-    for (const std::size_t child : account.children) Add(sum, Append(child));
-    Add(sum, AppendOwn(position, account.label + " - Other"));
-    if (rows.size() == begin + 1) {
+  }
+
+  // Ends the account opened last and returns its sum.
+  RowAmounts Close() {
+    OpenParent parent = std::move(open_.back());
+    open_.pop_back();
+    const ReportAccount& account = accounts_[parent.position];
+    const bool hasChildren = !account.children.empty();
+    AppendOwn(parent.position, hasChildren ? account.label + " - Other" : account.label, parent.sum);
+    if (!hasChildren) return std::move(parent.sum);
+    if (rows.size() == parent.firstRow + 1) {
       rows.pop_back();
     } else {
-      rows.push_back({ReportRowKind::Subtotal, "Total " + account.label, account.fullName, sum});
+      rows.push_back({ReportRowKind::Subtotal, "Total " + account.label, account.fullName, parent.sum});
     }
-    return sum;
+    return std::move(parent.sum);
   }
 
-  RowAmounts AppendOwn(std::size_t position, const std::string& label) {
+  void AppendOwn(std::size_t position, std::string label, RowAmounts& sum) {
     const std::optional<RowAmounts>& own = ownAmounts_[position];
-    if (!own) return RowAmounts(columns_);
-    rows.push_back({ReportRowKind::Data, label, accounts_[position].fullName, *own});
-    return *own;
+    if (!own) return;
+    rows.push_back({ReportRowKind::Data, std::move(label), accounts_[position].fullName, *own});
+    Add(sum, *own);
   }
 
+  std::vector<OpenParent> open_;  // the outermost first
   const std::vector<ReportAccount>& accounts_;
   const std::vector<std::optional<RowAmounts>>& ownAmounts_;
   std::size_t columns_;

@@ -15,6 +15,9 @@ constexpr int unsupportedMessage = 1030;
 constexpr int invalidDateRange = 3030;
 constexpr int invalidFieldValue = 3210;
 
+// Twenty years. Every row has an amount per month.
+constexpr int mostMonths = 240;
+
 constexpr std::string_view wholeTime = "All Transactions";
 
 // The amounts of each account itself.
@@ -24,16 +27,22 @@ std::int64_t Shown(std::int64_t amount, const ReportLayout& layout) {
   return layout.normalSide == NormalSide::Debit ? amount : -amount;
 }
 
+// Returns the first and last day of a report by month, or nothing if the company has no transactions that
+// could end an open period.
+std::optional<LedgerDays> DaysAsked(const Database& database, const CompanyRequest& request) {
+  LedgerDays asked{request.fromDate, request.toDate};
+  if (!asked.first.empty() && !asked.last.empty()) return asked;
+  const std::optional<LedgerDays> days = ReadLedgerDays(database);
+  if (!days) return std::nullopt;
+  if (asked.first.empty()) asked.first = FirstDayOfMonth(days->first);
+  if (asked.last.empty()) asked.last = LastDayOfMonth(days->last);
+  return asked;
+}
+
 ReportPeriod MonthsAsked(const Database& database, const CompanyRequest& request) {
-  std::string firstDay = request.fromDate;
-  std::string lastDay = request.toDate;
-  if (firstDay.empty() || lastDay.empty()) {
-    const std::optional<LedgerDays> days = ReadLedgerDays(database);
-    if (!days) return {std::string(wholeTime), {}};
-    if (firstDay.empty()) firstDay = FirstDayOfMonth(days->first);
-    if (lastDay.empty()) lastDay = LastDayOfMonth(days->last);
-  }
-  ReportPeriod period = MonthsBetween(firstDay, lastDay);
+  const std::optional<LedgerDays> days = DaysAsked(database, request);
+  if (!days) return {std::string(wholeTime), {}};
+  ReportPeriod period = MonthsBetween(days->first, days->last);
   if (period.columns.empty()) period.subtitle = wholeTime;
   return period;
 }
@@ -83,7 +92,7 @@ void AddTotals(OwnAmounts& amounts) {
 
 }  // namespace
 
-std::optional<ReportRefusal> FindReportRefusal(const CompanyRequest& request) {
+std::optional<ReportRefusal> FindReportRefusal(const Database& database, const CompanyRequest& request) {
   if (!FindReportKind(request.reportType) || request.accountTypeFilter.empty() ||
       request.columns != "Month") {
     return ReportRefusal{unsupportedMessage, "This request is not supported."};
@@ -95,6 +104,12 @@ std::optional<ReportRefusal> FindReportRefusal(const CompanyRequest& request) {
   }
   if (!request.fromDate.empty() && !request.toDate.empty() && request.fromDate > request.toDate) {
     return ReportRefusal{invalidDateRange, "Invalid date range: From date is greater than To date."};
+  }
+  if (FindReportKind(request.reportType) != ReportKind::ProfitAndLoss) return std::nullopt;
+  const std::optional<LedgerDays> days = DaysAsked(database, request);
+  if (days && CountMonths(days->first, days->last) > mostMonths) {
+    return ReportRefusal{invalidDateRange,
+                         fmt::format("Invalid date range: a report shows at most {} months.", mostMonths)};
   }
   return std::nullopt;
 }

@@ -15,9 +15,9 @@ struct ReportRefusal {
   std::string message;
 };
 
-/// Returns nullopt if the requested report can be computed: profit and loss by month, or the balance sheet,
-/// on the accounts of one type.
-std::optional<ReportRefusal> FindReportRefusal(const CompanyRequest& request);
+/// Returns nullopt if the requested report can be computed: profit and loss of at most 240 months, or the
+/// balance sheet, on the accounts of one type.
+std::optional<ReportRefusal> FindReportRefusal(const Database& database, const CompanyRequest& request);
 
 /// Computes a report that is not refused from the company's postings. An open end of its period becomes the
 /// month of the company's first or last transaction.

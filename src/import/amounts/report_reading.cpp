@@ -51,13 +51,8 @@ class RowReporting {
       Report(NoticeKind::AccountInSeveralRows, NoticeMeaning::Complete, name);
   }
 
-  void Columns(const std::vector<XmlElement>& columns, const std::string& name) {
-    for (std::size_t index = 0; index < columns.size(); ++index) {
-      const std::optional<std::string> number = columns[index].Attribute("colID");
-      if (!number || *number == fmt::format("{}", index + 1)) continue;
-      Report(NoticeKind::ColumnsMisaligned, NoticeMeaning::Incomplete, name);
-      return;
-    }
+  void Misaligned(const std::string& name) {
+    Report(NoticeKind::ColumnsMisaligned, NoticeMeaning::Incomplete, name);
   }
 
   void NoSubtotal(const std::string& name, const std::vector<XmlElement>& columns, std::size_t amountCount) {
@@ -86,14 +81,37 @@ class RowReporting {
   std::unordered_set<std::string> names_;
 };
 
-// Returns the columns of the row that contains a "RowData" element. Column 0 is the label.
-std::vector<XmlElement> ColumnsOf(const XmlElement& rowData) {
-  std::vector<XmlElement> columns;
-  for (XmlElement child = rowData.Parent().FirstChild(); child; child = child.NextSibling()) {
-    if (child.IsNamed("ColData")) columns.push_back(child);
+// The columns of the row that contains a "RowData" element; column 0 is the label. They are kept for the next
+// one, because a row may contain several.
+class RowColumns {
+ public:
+  const std::vector<XmlElement>& Of(const XmlElement& rowData) {
+    if (XmlElement row = rowData.Parent(); !(row == row_)) {
+      row_ = std::move(row);
+      Read();
+    }
+    return columns_;
   }
-  return columns;
-}
+
+  // Returns whether the columns read last are numbered from 1 on.
+  bool Aligned() const noexcept { return aligned_; }
+
+ private:
+  void Read() {
+    columns_.clear();
+    aligned_ = true;
+    for (XmlElement child = row_.FirstChild(); child; child = child.NextSibling()) {
+      if (!child.IsNamed("ColData")) continue;
+      columns_.push_back(child);
+      const std::optional<std::string> number = child.Attribute("colID");
+      if (number && *number != fmt::format("{}", columns_.size())) aligned_ = false;
+    }
+  }
+
+  XmlElement row_;
+  std::vector<XmlElement> columns_;
+  bool aligned_ = true;
+};
 
 double AmountOf(const XmlElement& column) {
   return LeadingNumber(column.Attribute("value").value_or(""));
@@ -109,17 +127,18 @@ std::optional<std::string> TopLevelLabel(const XmlElement& rowData) {
 void AddTypeReport(const XmlElement& response, std::int16_t period, const std::string& type,
                    SubtotalCollection& target, Observer& observer, const Place& place) {
   RowReporting reporting(observer, place);
+  RowColumns rowColumns;
   for (const XmlElement& rowData : response.SelectAll(accountRows)) {
     const std::optional<std::string> label = TopLevelLabel(rowData);
     if (!label) continue;
-    const std::vector<XmlElement> columns = ColumnsOf(rowData);
+    const std::vector<XmlElement>& columns = rowColumns.Of(rowData);
     cSubtotals* const subtotal = target.Find(type);
     if (subtotal == nullptr) {
       reporting.NoSubtotal(*label, columns, 1);
       continue;
     }
     reporting.Added(*label);
-    reporting.Columns(columns, *label);
+    if (!rowColumns.Aligned()) reporting.Misaligned(*label);
     if (columns.size() > 1) subtotal->AddToSubTotal(period, AmountOf(columns[1]));
   }
 }
@@ -145,18 +164,19 @@ void ParseProfitAndLossReport(Session& session, std::int32_t requestNumber, cons
 void ParseProfitAndLossReport(const XmlElement& response, std::optional<SubtotalCollection>& target,
                               Observer& observer, const Place& place) {
   RowReporting reporting(observer, place);
+  RowColumns rowColumns;
   for (const XmlElement& rowData : response.SelectAll(accountRows)) {
     const std::optional<std::string> label = TopLevelLabel(rowData);
     if (!label) continue;
     const std::string name(AccountNameOfLabel(*label));
-    const std::vector<XmlElement> columns = ColumnsOf(rowData);
+    const std::vector<XmlElement>& columns = rowColumns.Of(rowData);
     cSubtotals* const subtotal = target ? target->Find(name) : nullptr;
     if (subtotal == nullptr) {
       reporting.NoSubtotal(name, columns, cSubtotals::monthCount);
       continue;
     }
     reporting.Added(name);
-    reporting.Columns(columns, name);
+    if (!rowColumns.Aligned()) reporting.Misaligned(name);
     for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
       const auto column = static_cast<std::size_t>(month);
       if (column < columns.size()) subtotal->AddToSubTotal(month, AmountOf(columns[column]));

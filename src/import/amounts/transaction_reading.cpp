@@ -2,7 +2,7 @@
 
 #include <array>
 #include <cstdint>
-#include <map>
+#include <deque>
 
 #include "qbxml/response_element.h"
 #include "xml/events.h"
@@ -88,19 +88,20 @@ class LineHandler final : public XmlEventHandler {
 
   void EndElement() override {
     while (!captures_.empty() && captures_.back().depth == open_.size()) {
-      const Capture& capture = captures_.back();
-      frames_[capture.frame].*capture.field =
-          lines_.texts.Keep(std::string_view(captured_).substr(capture.begin));
+      Capture& capture = captures_.back();
+      capture.end = captured_.size();
+      FieldOf(capture) = std::string_view();  // the field is taken; its text follows
+      ended_.push_back(capture);
       captures_.pop_back();
-      if (captures_.empty()) captured_.clear();
     }
+    if (captures_.empty() && !ended_.empty()) KeepTexts();
     open_.pop_back();
   }
 
   // Reports the answer's statuses and returns the lines. Call it after the end of the document.
   TransactionLines Lines() && {
     for (const auto& status : statuses_) {
-      ReportStatus([&](std::string_view name) { return status.at(name); }, observer_, place_);
+      ReportStatus([&](std::string_view name) { return status.AttributeOf(name); }, observer_, place_);
     }
     if (!responseSeen_) return {};
     lines_.lines.reserve(found_.size());
@@ -115,14 +116,36 @@ class LineHandler final : public XmlEventHandler {
     std::size_t frame;
     Field Frame::*field;
     std::size_t begin;  // in `captured_`; a nested element's text belongs to both fields
+    std::size_t end = 0;
   };
-  using Status = std::map<std::string_view, std::optional<std::string>>;
+
+  struct Status {
+    std::optional<std::string> code;
+    std::optional<std::string> severity;
+    std::optional<std::string> message;
+
+    const std::optional<std::string>& AttributeOf(std::string_view name) const {
+      return name == "statusCode" ? code : name == "statusSeverity" ? severity : message;
+    }
+  };
 
   void KeepStatus(const XmlEventAttributes& attributes) {
-    Status& status = statuses_.emplace_back();
-    for (const std::string_view name : {"statusCode", "statusSeverity", "statusMessage"}) {
-      status.emplace(name, attributes.Find(name));
+    std::optional<std::string> code = attributes.Find("statusCode");
+    if (!code) return;
+    statuses_.push_back(
+        {std::move(code), attributes.Find("statusSeverity"), attributes.Find("statusMessage")});
+  }
+
+  Field& FieldOf(const Capture& capture) { return frames_[capture.frame].*capture.field; }
+
+  // Keeps the text of the outermost field, which contains the others', once.
+  void KeepTexts() {
+    const std::string_view kept = lines_.texts.Keep(captured_);
+    for (const Capture& capture : ended_) {
+      FieldOf(capture) = kept.substr(capture.begin, capture.end - capture.begin);
     }
+    ended_.clear();
+    captured_.clear();
   }
 
   void BeginField(std::string_view name, OpenElement& element) {
@@ -211,12 +234,13 @@ class LineHandler final : public XmlEventHandler {
   Observer& observer_;
   const Place& place_;
   std::vector<OpenElement> open_;
-  std::vector<Frame> frames_;
+  std::deque<Frame> frames_;
   std::vector<FoundLine> found_;
   TransactionLines lines_;
   bool responseSeen_ = false;
   std::vector<Status> statuses_;
   std::vector<Capture> captures_;
+  std::vector<Capture> ended_;  // inside the outermost of `captures_`
   std::string captured_;
 };
 

@@ -11,34 +11,43 @@ const AccountList::RollUp& AccountList::RollUpOf(std::string_view listId) const 
   if (lookUps_ == nullptr) lookUps_ = std::make_shared<LookUps>(answer_);
   const std::string id(listId);
   if (const auto found = lookUps_->rollUps.find(id); found != lookUps_->rollUps.end()) return found->second;
+  std::vector<std::string> path{id};
   RollUp rollUp;
   // The failure is cached like a name; the caller reports it.
   try {
-    rollUp.name = Climb(id);
+    rollUp = Climb(path);
   } catch (...) {
     rollUp.failure = CaughtError();
   }
-  return lookUps_->rollUps.emplace(id, std::move(rollUp)).first->second;
+  // Every account on the way has the same top-level account, or fails for the same reason.
+  for (const std::string& climbed : path) lookUps_->rollUps.try_emplace(climbed, rollUp);
+  return lookUps_->rollUps.at(id);
 }
 
-std::string AccountList::Climb(const std::string& listId) const {
-  XmlElement listIdElement = FindListId(listId);
+AccountList::RollUp AccountList::Climb(std::vector<std::string>& path) const {
+  XmlElement listIdElement = FindListId(path.back());
   if (!listIdElement) return {};
   std::unordered_set<std::string> visited;
   for (;;) {
     const XmlElement account = listIdElement.Parent();
-    if (account.Child("Sublevel").Text() == "0") return account.Child("Name").Text();
-    const std::string parentId = account.Select("./ParentRef/ListID").Text();
+    if (account.Child("Sublevel").Text() == "0") return {account.Child("Name").Text(), std::nullopt};
+    std::string parentId = account.Select("./ParentRef/ListID").Text();
     if (!visited.insert(parentId).second) {
       throw Error(error_number::unspecified, "the account's parents form a cycle");
     }
     listIdElement = FindListId(parentId);
+    if (!listIdElement) continue;
+    if (const auto found = lookUps_->rollUps.find(parentId); found != lookUps_->rollUps.end()) {
+      return found->second;
+    }
+    path.push_back(std::move(parentId));
   }
 }
 
 // An id with a double quote goes through the path, whose error or match differs from that of the index.
 XmlElement AccountList::FindListId(const std::string& listId) const {
-  if (listId.find('"') != std::string::npos) return answer_.Select("//ListID[. = \"" + listId + "\"]");
+  if (listId.find('"') != std::string::npos)
+    return lookUps_->paths.Select(answer_, "//ListID[. = \"" + listId + "\"]");
   return lookUps_->index.Find(listId);
 }
 

@@ -5,11 +5,13 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "krnqb/error.h"
 #include "krnqb/observer.h"
 #include "krnqb/subtotals.h"
 #include "krnqb/xml_element.h"
+#include "xml/bounded_paths.h"
 #include "xml/index.h"
 
 namespace krnqb {
@@ -40,11 +42,13 @@ class AccountList {
   struct LookUps {
     explicit LookUps(const XmlElement& answer) : index(answer, "ListID") {}
     XmlTextIndex index;
+    BoundedPaths paths;
     std::unordered_map<std::string, RollUp> rollUps;
   };
 
   XmlElement FindListId(const std::string& listId) const;
-  std::string Climb(const std::string& listId) const;
+  // Climbs from the account whose id is the only one in `path` and appends the ids of the ancestors reached.
+  RollUp Climb(std::vector<std::string>& path) const;
 
   XmlElement answer_;
   mutable std::shared_ptr<LookUps> lookUps_;

@@ -64,8 +64,8 @@ const Found& ItemList::LookUp(std::string_view itemId, std::unordered_map<std::s
 // Returns the parent of the document's first "ListID" element with this text, or an empty handle.
 XmlElement ItemList::FindItem(const std::string& itemId) const {
   const bool quoted = itemId.find('"') != std::string::npos;
-  const XmlElement listId =
-      quoted ? answer_.Select("//ListID[. = \"" + itemId + "\"]") : lookUps_->index.Find(itemId);
+  const XmlElement listId = quoted ? lookUps_->paths.Select(answer_, "//ListID[. = \"" + itemId + "\"]")
+                                   : lookUps_->index.Find(itemId);
   return listId ? listId.Parent() : XmlElement();
 }
 

@@ -8,6 +8,7 @@
 #include "import/lists/cost_of_sale.h"
 #include "krnqb/observer.h"
 #include "krnqb/xml_element.h"
+#include "xml/bounded_paths.h"
 #include "xml/index.h"
 
 namespace krnqb {
@@ -34,6 +35,7 @@ class ItemList {
   struct LookUps {
     explicit LookUps(const XmlElement& answer) : index(answer, "ListID") {}
     XmlTextIndex index;
+    BoundedPaths paths;
     std::unordered_map<std::string, SalePosting> incomePostings;
     std::unordered_map<std::string, AccountId> expenseAccounts;
   };

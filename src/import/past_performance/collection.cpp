@@ -121,10 +121,11 @@ class PastCollecting {
 
   // A negative fixed asset is accumulated depreciation. All equity is retained earnings if the company's
   // first account has that name.
-  static std::string BalanceType(const XmlElement& account, const std::string& type, double balance) {
+  std::string BalanceType(const XmlElement& account, const std::string& type, double balance) {
     if (type == "FixedAsset" && balance < 0) return "Depreciation";
-    if (type == "Equity" && account.Select("//Name").Text() == "Retained Earnings") return "RetainedEarnings";
-    return type;
+    if (type != "Equity") return type;
+    if (!firstName_) firstName_ = account.Select("//Name").Text();
+    return *firstName_ == "Retained Earnings" ? "RetainedEarnings" : type;
   }
 
   void CollectPeriod(const PastPeriod& period, std::int16_t periodCount) {
@@ -196,6 +197,7 @@ class PastCollecting {
   ImportState& state_;
   ImportOptions& options_;
   const std::int16_t majorVersion_;
+  std::optional<std::string> firstName_;  // of the whole list
 };
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "limited_child.h"
 namespace krnqb::cli {
 namespace {
 
@@ -19,8 +20,13 @@ std::vector<AccountNode> Tree(const std::string& accounts) {
 
 std::string Outline(const std::vector<AccountNode>& accounts) {
   std::string text;
-  for (const AccountNode& account : accounts) text += account.name + "(" + Outline(account.subAccounts) + ")";
-  return text;
+  std::size_t open = 0;
+  for (const AccountNode& account : accounts) {
+    for (; open > account.level; --open) text += ")";
+    text += account.name + "(";
+    ++open;
+  }
+  return text + std::string(open, ')');
 }
 
 TEST(AccountTree, PutsSubAccountsBelowTheirParents) {
@@ -61,6 +67,39 @@ TEST(AccountTreeText, ShowsTheSelectionIfThereIsOne) {
             "Account  Type     Balance  With sub-accounts  In the plan\n"
             "Rent     Expense     1.50              22.00  selected\n"
             "Fuel     Expense     1.50              22.00\n");
+}
+
+std::string Chain(int depth) {
+  std::string accounts;
+  for (int level = 0; level < depth; ++level) {
+    accounts += Account(std::to_string(level), "N" + std::to_string(level),
+                        level == 0 ? std::string() : std::to_string(level - 1));
+  }
+  return accounts;
+}
+
+TEST(AccountTree, OfTwentyThousandLevelsIsWalkedWithoutTheStack) {
+  const std::string accounts = Chain(20'000);
+  EXPECT_TRUE(tests::StaysWithinLimits(accounts.size(), [&] {
+    const std::string text = AccountTreeText(Tree(accounts));
+    return std::count(text.begin(), text.end(), '\n') == 20'001 && text.find("N19999 ") != std::string::npos;
+  }));
+}
+
+TEST(AccountTree, WithTheDeepestAccountFirstIsFoundInTime) {
+  std::string accounts;
+  for (int level = 20'000; level > 0; --level) {
+    accounts += Account(std::to_string(level), "N", std::to_string(level - 1));
+  }
+  EXPECT_TRUE(
+      tests::StaysWithinLimits(accounts.size(), [&] { return !AccountTreeText(Tree(accounts)).empty(); }));
+}
+
+TEST(AccountTreeText, WithAnEndlessNameDoesNotPadEveryLine) {
+  std::string accounts = Account("0", std::string(300'000, 'x'), "");
+  for (int index = 1; index < 2'000; ++index) accounts += Account(std::to_string(index), "Rent", "");
+  EXPECT_TRUE(tests::StaysWithinLimits(
+      accounts.size(), [&] { return AccountTreeText(Tree(accounts)).size() < 2 * accounts.size(); }));
 }
 
 }  // namespace

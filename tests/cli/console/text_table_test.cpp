@@ -41,5 +41,15 @@ TEST(TextTable, AcceptsRowsWithFewerCells) {
   EXPECT_EQ(table.Text(), "a\nbb  c\n");
 }
 
+TEST(TextTable, DoesNotPadToACellThatIsWiderThanALine) {
+  TextTable table({Alignment::Left, Alignment::Right, Alignment::Left});
+  table.AddRow({"Account", "Balance", "Type"});
+  table.AddRow({std::string(101, 'x'), "1.00", "Expense"});
+  table.AddRow({std::string(100, 'y'), std::string(101, '9'), "Income"});
+  EXPECT_EQ(table.Text(), "Account" + std::string(93, ' ') + "  Balance  Type\n" + std::string(101, 'x') +
+                              "     1.00  Expense\n" + std::string(100, 'y') + "  " + std::string(101, '9') +
+                              "  Income\n");
+}
+
 }  // namespace
 }  // namespace krnqb::cli

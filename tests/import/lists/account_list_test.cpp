@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "fakes/answer_texts.h"
 #include "fakes/recording_observer.h"
+#include "limited_child.h"
 
 namespace krnqb {
 namespace {
@@ -131,6 +134,67 @@ TEST(TopLevelSubtotals, AreAnEmptyCollectionForAnEmptyList) {
   const auto subtotals = TopLevelSubtotals(List({}), observer);
   ASSERT_TRUE(subtotals);
   EXPECT_EQ(subtotals->Count(), 0U);
+}
+
+std::string ChainOfAccounts(int depth) {
+  std::string records = Account("0", "Top");
+  for (int level = 1; level < depth; ++level) {
+    records += SubAccount(std::to_string(level), "N", std::to_string(level - 1), std::to_string(level));
+  }
+  return records;
+}
+
+TEST(TopLevelAccountName, OfATreeThatIsTwentyThousandDeepIsFoundInTime) {
+  const std::string answer = AccountAnswer("4", {ChainOfAccounts(20'000)});
+  EXPECT_TRUE(tests::StaysWithinLimits(answer.size(), [&] {
+    fakes::RecordingObserver observer;
+    const AccountList list(XmlElement::Parse(answer));
+    for (int level = 19'999; level >= 0; --level) {
+      if (TopLevelAccountName(list, std::to_string(level), observer) != "Top") return false;
+    }
+    return observer.notices.empty();
+  }));
+  EXPECT_TRUE(tests::StaysWithinLimits(answer.size(), [&] {
+    fakes::RecordingObserver observer;
+    const AccountList list(XmlElement::Parse(answer));
+    for (int level = 0; level < 20'000; ++level) {
+      if (TopLevelAccountName(list, std::to_string(level), observer) != "Top") return false;
+    }
+    return true;
+  }));
+}
+
+TEST(TopLevelAccountName, IsEmptyForEveryAccountThatLeadsIntoACycleOrNowhere) {
+  for (const bool fromTheTop : {true, false}) {
+    fakes::RecordingObserver observer;
+    const AccountList list =
+        List({SubAccount("1", "A", "2"), SubAccount("2", "B", "3"), SubAccount("3", "C", "2"),
+              SubAccount("4", "D", "99"), SubAccount("5", "E", "4")});
+    std::vector<std::string> ids{"1", "2", "3", "4", "5"};
+    if (fromTheTop) std::reverse(ids.begin(), ids.end());
+    for (const std::string& id : ids) EXPECT_EQ(TopLevelAccountName(list, id, observer), "") << id;
+    ASSERT_EQ(observer.notices.size(), 5U);
+    EXPECT_EQ(TopLevelAccountName(list, "99", observer), "");
+    EXPECT_EQ(observer.notices.size(), 5U);
+    for (const Notice& notice : observer.notices) EXPECT_EQ(notice.number, error_number::objectNotSet);
+  }
+}
+
+TEST(TopLevelAccountName, OfAnIdThatIsAnExpressionIsFoundInTime) {
+  const std::string answer = AccountAnswer("4", {ChainOfAccounts(3'000)});
+  EXPECT_TRUE(tests::StaysWithinLimits(answer.size(), [&] {
+    fakes::RecordingObserver observer;
+    const AccountList list(XmlElement::Parse(answer));
+    return TopLevelAccountName(list, "\" or //*[//*[//*[. = \"x\"]]] or . = \"", observer).empty();
+  }));
+  EXPECT_TRUE(tests::StaysWithinLimits(answer.size(), [&] {
+    fakes::RecordingObserver observer;
+    const AccountList list(XmlElement::Parse(answer));
+    for (int index = 0; index < 5'000; ++index) {
+      TopLevelAccountName(list, "\" or . = \"" + std::to_string(index) + "x", observer);
+    }
+    return true;
+  }));
 }
 
 }  // namespace
