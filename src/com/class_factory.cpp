@@ -8,8 +8,10 @@ STDMETHODIMP ClassFactory::CreateInstance(IUnknown* outer, REFIID interfaceId, v
   if (object == nullptr) return E_POINTER;
   *object = nullptr;
   if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-  return Guarded({serverClass_.programName, IID_IClassFactory},
-                 [&] { Check(serverClass_.create()->QueryInterface(interfaceId, object)); });
+  HRESULT found = S_OK;
+  const HRESULT made = Guarded({serverClass_.programName, IID_IClassFactory},
+                               [&] { found = serverClass_.create()->QueryInterface(interfaceId, object); });
+  return FAILED(made) ? made : found;
 }
 
 STDMETHODIMP ClassFactory::LockServer(BOOL lock) noexcept {

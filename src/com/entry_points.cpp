@@ -15,9 +15,11 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID interfaceId, void** object) {
   *object = nullptr;
   for (const ServerClass& serverClass : ServerClasses()) {
     if (serverClass.classId != classId) continue;
-    return Guarded({serverClass.programName, IID_IClassFactory}, [&] {
-      Check(MakeObject<ClassFactory>(serverClass)->QueryInterface(interfaceId, object));
+    HRESULT found = S_OK;
+    const HRESULT made = Guarded({serverClass.programName, IID_IClassFactory}, [&] {
+      found = MakeObject<ClassFactory>(serverClass)->QueryInterface(interfaceId, object);
     });
+    return FAILED(made) ? made : found;
   }
   return CLASS_E_CLASSNOTAVAILABLE;
 }

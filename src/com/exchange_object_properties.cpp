@@ -13,7 +13,10 @@ STDMETHODIMP ExchangeObject::putref_mQBDataExchangeObject(IDispatch* value) noex
 }
 
 STDMETHODIMP ExchangeObject::get_KRNPlanData(VARIANT* result) noexcept {
-  return Give(result, [&] { return component_.KRNPlanData(); });
+  return Give(result, [&]() -> Variant {
+    Variant plan = component_.KRNPlanData();
+    return plan.IsEmpty() ? Variant(ObjectReference()) : plan;
+  });
 }
 STDMETHODIMP ExchangeObject::putref_KRNPlanData(VARIANT value) noexcept {
   return Do([&] { component_.KRNPlanData(HostObjectOf(value)); });

@@ -13,7 +13,7 @@ HRESULT Answered(Body&& body) noexcept {
   try {
     return body();
   } catch (const Error& error) {
-    return error.Number() < 0 ? error.Number() : E_FAIL;
+    return ResultOf(error);
   } catch (...) {
     return E_OUTOFMEMORY;
   }

@@ -9,7 +9,7 @@ std::wstring OwnPath() {
   std::wstring path(MAX_PATH, L'\0');
   for (;;) {
     const DWORD length = GetModuleFileNameW(OwnModule(), path.data(), static_cast<DWORD>(path.size()));
-    if (length == 0) throw ErrorOf(HRESULT_FROM_WIN32(GetLastError()));
+    if (length == 0) throw SystemError(GetLastError());
     // A path that fills the buffer has been truncated.
     if (length < path.size()) return path.substr(0, length);
     path.resize(path.size() * 2);

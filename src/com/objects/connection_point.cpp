@@ -3,6 +3,7 @@
 #include <olectl.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "com/objects/enumerator.h"
 
@@ -41,6 +42,10 @@ bool AdvisedSinks::Remove(DWORD cookie) noexcept {
   return true;
 }
 
+void AdvisedSinks::RemoveAll() noexcept {
+  const std::vector<Advised> removed = std::exchange(sinks_, {});
+}
+
 bool AdvisedSinks::Has(DWORD cookie) const noexcept {
   return std::any_of(sinks_.begin(), sinks_.end(),
                      [&](const Advised& advised) { return advised.cookie == cookie; });
@@ -49,6 +54,11 @@ bool AdvisedSinks::Has(DWORD cookie) const noexcept {
 ConnectionPoint::ConnectionPoint(IConnectionPointContainer* container, const IID& eventsInterfaceId,
                                  std::shared_ptr<AdvisedSinks> sinks)
     : container_(container), eventsInterfaceId_(eventsInterfaceId), sinks_(std::move(sinks)) {}
+
+void ConnectionPoint::Disconnect() noexcept {
+  container_ = nullptr;
+  sinks_->RemoveAll();
+}
 
 STDMETHODIMP ConnectionPoint::GetConnectionInterface(IID* interfaceId) noexcept {
   if (interfaceId == nullptr) return E_POINTER;
@@ -66,6 +76,7 @@ STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) noexcept {
   if (cookie == nullptr) return E_POINTER;
   *cookie = 0;
   if (sink == nullptr) return E_POINTER;
+  if (container_ == nullptr) return CO_E_OBJNOTCONNECTED;
   void* events = nullptr;
   if (FAILED(sink->QueryInterface(eventsInterfaceId_, &events))) return CONNECT_E_CANNOTCONNECT;
   try {

@@ -22,6 +22,7 @@ class AdvisedSinks {
   DWORD Add(ComPointer<IDispatch> sink);
   /// Removes the sink with this cookie; returns whether it existed.
   bool Remove(DWORD cookie) noexcept;
+  void RemoveAll() noexcept;
   const std::vector<Advised>& All() const noexcept { return sinks_; }
   bool Has(DWORD cookie) const noexcept;
 
@@ -31,14 +32,14 @@ class AdvisedSinks {
 };
 
 /// Where hosts connect to a component's events. May outlive the component if a host still holds it, but then
-/// raises no events.
+/// it holds and accepts no sinks.
 class ConnectionPoint final : public ComObject<IConnectionPoint> {
  public:
   ConnectionPoint(IConnectionPointContainer* container, const IID& eventsInterfaceId,
                   std::shared_ptr<AdvisedSinks> sinks);
 
-  /// Detaches from the component, which is being destroyed.
-  void Disconnect() noexcept { container_ = nullptr; }
+  /// Detaches from the component, which is being destroyed, and releases the sinks.
+  void Disconnect() noexcept;
 
   STDMETHODIMP GetConnectionInterface(IID* interfaceId) noexcept override;
   STDMETHODIMP GetConnectionPointContainer(IConnectionPointContainer** result) noexcept override;

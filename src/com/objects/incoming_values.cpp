@@ -30,6 +30,7 @@ Variant HostObjectOf(IUnknown* object) {
 
 Variant HostObjectOf(const VARIANT& value) {
   const VariantValue copy = VariantValue::CopyOf(value);
+  if (copy.Type() == VT_EMPTY || copy.Type() == VT_NULL) return ObjectReference();
   if (!copy.IsObject()) throw Error(error_number::typeMismatch);
   return HostObjectOf(copy.Get().punkVal);
 }

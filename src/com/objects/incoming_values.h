@@ -8,8 +8,8 @@ namespace krnqb::com {
 
 // Conversions of incoming values, by purpose.
 
-/// Converts a value for one of the component's object slots: Nothing or the host's object. Throws Error 13
-/// for any other value.
+/// Converts a value for one of the component's object slots: the host's object, or Nothing for Nothing, Empty
+/// and Null. Throws Error 13 for any other value.
 Variant HostObjectOf(const VARIANT& value);
 Variant HostObjectOf(IUnknown* object);
 

@@ -4,7 +4,9 @@
 #include <ole2.h>
 
 #include <array>
+#include <exception>
 
+#include "com/registration/registry_changes.h"
 #include "krnqb/error.h"
 
 namespace krnqb::com {
@@ -112,11 +114,6 @@ void AddTypeLibrary(Table& table, const std::wstring& path) {
   table.Key(version + L"\\0\\" + ownPlatform, path);
 }
 
-void WriteKey(RegistryWriter& registry, RegistryHive hive, const RegisteredKey& key) {
-  registry.Create(hive, key.path);
-  if (key.HasValue()) registry.Write(hive, key.path, key.name, key.value);
-}
-
 // Removes inner keys first, so that each key is empty by the time it is removed.
 void RemoveKeys(RegistryWriter& registry, RegistryHive hive, const Registration& registration) {
   const bool otherStays = registry.Has(hive, registration.otherServerKey);
@@ -127,12 +124,19 @@ void RemoveKeys(RegistryWriter& registry, RegistryHive hive, const Registration&
   }
 }
 
-RegistryHive WritableHive(RegistryWriter& registry, const RegisteredKey& first) {
+void WriteKey(RegistryChanges& changes, const RegisteredKey& key) {
+  changes.Create(key.path);
+  if (key.HasValue()) changes.Write(key.path, key.name, key.value);
+}
+
+// Returns whether the first key of a registration can be written for all users. Changes nothing if it cannot.
+bool IsMachineWritable(RegistryWriter& registry, const RegisteredKey& first) {
+  RegistryChanges trial(registry, allUsers);
   try {
-    WriteKey(registry, allUsers, first);
-    return allUsers;
+    WriteKey(trial, first);
+    return true;
   } catch (const Error&) {
-    return oneUser;
+    return false;
   }
 }
 
@@ -155,19 +159,23 @@ Registration RegistrationOf(std::span<const ServerClass> classes, const std::wst
 }
 
 void Register(RegistryWriter& registry, const Registration& registration) {
-  const RegistryHive hive = WritableHive(registry, registration.keys.front());
-  try {
-    for (const RegisteredKey& key : registration.keys) WriteKey(registry, hive, key);
-  } catch (...) {
-    RemoveKeys(registry, hive, registration);
-    throw;
-  }
+  const bool forAllUsers = IsMachineWritable(registry, registration.keys.front());
+  RegistryChanges changes(registry, forAllUsers ? allUsers : oneUser);
+  for (const RegisteredKey& key : registration.keys) WriteKey(changes, key);
+  changes.Keep();
 }
 
 void Unregister(RegistryWriter& registry, const Registration& registration) {
+  std::exception_ptr refusal;
   for (const RegistryHive hive : {allUsers, oneUser}) {
-    if (registry.Has(hive, registration.ownServerKey)) RemoveKeys(registry, hive, registration);
+    try {
+      if (registry.Has(hive, registration.ownServerKey)) RemoveKeys(registry, hive, registration);
+    } catch (const Error&) {
+      // A user may remove an own registration even where the machine's may not be touched.
+      if (refusal == nullptr) refusal = std::current_exception();
+    }
   }
+  if (refusal != nullptr) std::rethrow_exception(refusal);
 }
 
 }  // namespace krnqb::com

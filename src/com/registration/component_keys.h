@@ -30,10 +30,13 @@ struct Registration {
 Registration RegistrationOf(std::span<const ServerClass> classes, const std::wstring& libraryPath);
 
 /// Writes all keys for every user of the machine, or for the current user only if the first write is denied.
-/// Never leaves half a registration: if a later write fails, removes what was written and rethrows.
+/// Never leaves half a registration: if a later write fails, takes back what it has changed, so that an
+/// earlier registration is whole again, and rethrows.
 void Register(RegistryWriter& registry, const Registration& registration);
 
-/// Removes everything `Register` wrote; leaves keys and values of others beside or inside it.
+/// Removes everything `Register` wrote, for all users and for the current user; leaves keys and values of
+/// others beside or inside it. If the keys for all users cannot be removed, removes the user's nevertheless,
+/// then throws.
 void Unregister(RegistryWriter& registry, const Registration& registration);
 
 }  // namespace krnqb::com

@@ -7,7 +7,7 @@ namespace krnqb::com {
 namespace {
 
 void CheckStatus(LSTATUS status) {
-  if (status != ERROR_SUCCESS) throw ErrorOf(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
+  if (status != ERROR_SUCCESS) throw SystemError(static_cast<DWORD>(status));
 }
 
 std::wstring PathOf(const std::wstring& key) {
@@ -32,11 +32,29 @@ class SystemRegistry final : public RegistryWriter {
 
   void Write(RegistryHive hive, const std::wstring& key, const std::wstring& name,
              const std::wstring& value) override {
+    const auto size = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
+    Store(hive, key, name, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()), size);
+  }
+
+  void Restore(RegistryHive hive, const std::wstring& key, const std::wstring& name,
+               const StoredValue& value) override {
+    Store(hive, key, name, value.type, reinterpret_cast<const BYTE*>(value.bytes.data()),
+          static_cast<DWORD>(value.bytes.size()));
+  }
+
+  std::optional<StoredValue> Read(RegistryHive hive, const std::wstring& key,
+                                  const std::wstring& name) override {
     RegistryKey opened;
-    if (!Open(hive, key, KEY_SET_VALUE, opened)) throw ErrorOf(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
-    const auto bytes = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
-    CheckStatus(RegSetValueExW(opened.get(), name.c_str(), 0, REG_SZ,
-                               reinterpret_cast<const BYTE*>(value.c_str()), bytes));
+    if (!Open(hive, key, KEY_QUERY_VALUE, opened)) return std::nullopt;
+    DWORD type = REG_NONE;
+    DWORD size = 0;
+    const LSTATUS status = RegQueryValueExW(opened.get(), name.c_str(), nullptr, &type, nullptr, &size);
+    if (status == ERROR_FILE_NOT_FOUND) return std::nullopt;
+    CheckStatus(status);
+    StoredValue value{type, std::vector<std::byte>(size)};
+    CheckStatus(RegQueryValueExW(opened.get(), name.c_str(), nullptr, nullptr,
+                                 reinterpret_cast<BYTE*>(value.bytes.data()), &size));
+    return value;
   }
 
   bool Has(RegistryHive hive, const std::wstring& key) override {
@@ -62,6 +80,14 @@ class SystemRegistry final : public RegistryWriter {
       if (keys != 0 || values != 0) return;
     }
     CheckStatus(RegDeleteKeyW(RootOf(hive), PathOf(key).c_str()));
+  }
+
+ private:
+  static void Store(RegistryHive hive, const std::wstring& key, const std::wstring& name, DWORD type,
+                    const BYTE* bytes, DWORD size) {
+    RegistryKey opened;
+    if (!Open(hive, key, KEY_SET_VALUE, opened)) throw SystemError(ERROR_FILE_NOT_FOUND);
+    CheckStatus(RegSetValueExW(opened.get(), name.c_str(), 0, type, bytes, size));
   }
 };
 

@@ -1,11 +1,23 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "krnqb/outside_world.h"
 
 namespace krnqb::com {
+
+/// A value of any type, as the registry stores it.
+struct StoredValue {
+  std::uint32_t type = 0;
+  std::vector<std::byte> bytes;
+
+  bool operator==(const StoredValue&) const = default;
+};
 
 /// Write access to Software\Classes of a hive, where classes are registered. A failure throws Error with the
 /// system's error code as an HRESULT.
@@ -18,6 +30,12 @@ class RegistryWriter {
   /// Writes a text value of an existing key; an empty name is the unnamed value.
   virtual void Write(RegistryHive hive, const std::wstring& key, const std::wstring& name,
                      const std::wstring& value) = 0;
+  /// Writes back a value that `Read` returned.
+  virtual void Restore(RegistryHive hive, const std::wstring& key, const std::wstring& name,
+                       const StoredValue& value) = 0;
+  /// Returns a value; absent if the key or the value is missing.
+  virtual std::optional<StoredValue> Read(RegistryHive hive, const std::wstring& key,
+                                          const std::wstring& name) = 0;
   virtual bool Has(RegistryHive hive, const std::wstring& key) = 0;
   /// Removes a value if it exists.
   virtual void RemoveValue(RegistryHive hive, const std::wstring& key, const std::wstring& name) = 0;

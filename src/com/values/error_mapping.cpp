@@ -1,9 +1,9 @@
 #include "com/values/error_mapping.h"
 
-#include <algorithm>
 #include <array>
 
 #include "com/values/com_pointer.h"
+#include "com/values/run_time_errors.h"
 #include "com/values/text.h"
 #include "support/error_handling.h"
 
@@ -14,29 +14,16 @@ namespace {
 constexpr std::uint32_t runTimeErrors = 0x800A0000U;
 constexpr std::uint32_t numberMask = 0xFFFFU;
 
-struct Meaning {
-  HRESULT result;
-  std::int32_t number;
-};
+bool IsRunTimeError(HRESULT result) noexcept {
+  return (static_cast<std::uint32_t>(result) & ~numberMask) == runTimeErrors;
+}
 
-constexpr std::int32_t divisionByZero = 11;
-
-const std::array meanings{
-    Meaning{DISP_E_TYPEMISMATCH, error_number::typeMismatch},
-    Meaning{DISP_E_OVERFLOW, error_number::overflow},
-    Meaning{DISP_E_DIVBYZERO, divisionByZero},
-    Meaning{DISP_E_BADINDEX, error_number::subscriptOutOfRange},
-    Meaning{DISP_E_UNKNOWNNAME, error_number::memberNotSupported},
-    Meaning{DISP_E_MEMBERNOTFOUND, error_number::memberNotSupported},
-    Meaning{E_OUTOFMEMORY, error_number::outOfMemory},
-};
-
-std::int32_t NumberOf(HRESULT result) {
-  const auto bits = static_cast<std::uint32_t>(result);
-  if ((bits & ~numberMask) == runTimeErrors) return static_cast<std::int32_t>(bits & numberMask);
-  const auto* meaning = std::find_if(meanings.begin(), meanings.end(),
-                                     [&](const Meaning& entry) { return entry.result == result; });
-  return meaning == meanings.end() ? result : meaning->number;
+// A failure that comes with its own description is known by its result; one without is known by the run-time
+// error that automation has for the result.
+std::int32_t NumberOf(HRESULT result, bool isDescribed) {
+  if (IsRunTimeError(result))
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(result) & numberMask);
+  return isDescribed ? result : RunTimeErrorOf(result).value_or(result);
 }
 
 std::string SystemText(std::int32_t number) {
@@ -48,14 +35,20 @@ std::string SystemText(std::int32_t number) {
   return Utf8({text.data(), length});
 }
 
-// The standard texts are always English, whatever the system's language.
+// The texts of run-time errors are always English, whatever the system's language.
 std::string DescriptionOf(std::int32_t number) {
+  const std::string_view runTime = RunTimeErrorText(number);
+  if (!runTime.empty()) return std::string(runTime);
   const std::string_view standard = StandardDescription(number);
   const std::string_view unknown = StandardDescription(0);
   if (standard != unknown) return std::string(standard);
   // Small system error codes mean something else, so only HRESULTs are looked up in the system.
   const std::string system = number < 0 ? SystemText(number) : std::string();
   return system.empty() ? std::string(unknown) : system;
+}
+
+Error NumberedError(std::int32_t number, std::string description) {
+  return {number, description.empty() ? DescriptionOf(number) : std::move(description)};
 }
 
 std::string DescriptionFromErrorObject(IUnknown& object, REFIID interfaceId) {
@@ -68,7 +61,7 @@ std::string DescriptionFromErrorObject(IUnknown& object, REFIID interfaceId) {
   return Utf8(TextOf(description.get()));
 }
 
-HRESULT ResultOf(std::int32_t number) {
+HRESULT ResultOfNumber(std::int32_t number) noexcept {
   if (number < 0) return number;
   const auto bits = static_cast<std::uint32_t>(number);
   if (bits == 0 || bits > numberMask) return E_FAIL;
@@ -89,8 +82,8 @@ void LeaveErrorObject(const ErrorSource& source, const Error& error) {
 }  // namespace
 
 Error ErrorOf(HRESULT result, std::string description) {
-  const std::int32_t number = NumberOf(result);
-  return {number, description.empty() ? DescriptionOf(number) : std::move(description)};
+  const bool isDescribed = !description.empty();
+  return NumberedError(NumberOf(result, isDescribed), std::move(description));
 }
 
 Error ErrorOf(HRESULT result, EXCEPINFO& exception) {
@@ -99,14 +92,26 @@ Error ErrorOf(HRESULT result, EXCEPINFO& exception) {
   const Bstr description = Bstr::Adopt(exception.bstrDescription);
   const Bstr helpFile = Bstr::Adopt(exception.bstrHelpFile);
   const std::string text = Utf8(TextOf(description.get()));
-  if (result != DISP_E_EXCEPTION) return ErrorOf(result, text);
+  // Only DISP_E_EXCEPTION describes itself in `exception`; a text beside another result does not change its
+  // number.
+  if (result != DISP_E_EXCEPTION) return NumberedError(NumberOf(result, false), text);
   if (exception.scode != 0) return ErrorOf(exception.scode, text);
-  if (exception.wCode != 0) return ErrorOf(ResultOf(exception.wCode), text);
+  if (exception.wCode != 0) return ErrorOf(ResultOfNumber(exception.wCode), text);
   return ErrorOf(result, text);
 }
 
 Error ErrorOf(HRESULT result, IUnknown& object, REFIID interfaceId) {
   return ErrorOf(result, DescriptionFromErrorObject(object, interfaceId));
+}
+
+Error SystemError(DWORD code) {
+  const HRESULT result = HRESULT_FROM_WIN32(code);
+  const std::string text = SystemText(result);
+  return {result, text.empty() ? std::string(StandardDescription(0)) : text};
+}
+
+HRESULT ResultOf(const Error& error) noexcept {
+  return ResultOfNumber(error.Number());
 }
 
 void ForgetErrors() noexcept {
@@ -117,7 +122,7 @@ HRESULT ReportCaughtError(const ErrorSource& source) noexcept {
   try {
     const Error error = CaughtError();
     LeaveErrorObject(source, error);
-    return ResultOf(error.Number());
+    return ResultOf(error);
   } catch (...) {
     return E_OUTOFMEMORY;
   }

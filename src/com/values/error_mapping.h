@@ -9,9 +9,9 @@
 
 namespace krnqb::com {
 
-// Inward: converts the result of an external call to the component's Error. Run-time errors arrive as
-// 0x800A0000 plus their number or as an equivalent automation code; any other HRESULT is itself the error
-// number.
+// Inward: converts the result of an external call to the component's Error. A run-time error arrives as
+// 0x800A0000 plus its number, or as a result that automation has a run-time error for. Such a result becomes
+// that error unless it comes with a description of its own. Any other HRESULT is itself the error number.
 
 /// Returns the error of a failed call. An empty description is replaced by the number's standard text, else
 /// by the system's text, else by "Automation error".
@@ -22,6 +22,8 @@ Error ErrorOf(HRESULT result, EXCEPINFO& exception);
 /// Returns the error of a failed call to an interface of `object`, with the description from the error object
 /// if the interface supports one. Call `ForgetErrors` before the call.
 Error ErrorOf(HRESULT result, IUnknown& object, REFIID interfaceId);
+/// Returns the error of a failed call of the system: its code as an HRESULT, with the system's text.
+Error SystemError(DWORD code);
 /// Clears the thread's error object, so that any new one belongs to the next call.
 void ForgetErrors() noexcept;
 
@@ -31,6 +33,9 @@ inline void Check(HRESULT result) {
 }
 
 // Outward: every method of every object reports its failures through these functions.
+
+/// Returns an error's HRESULT: 0x800A0000 plus the number of a run-time error, or the error number itself.
+HRESULT ResultOf(const Error& error) noexcept;
 
 /// The object and interface that raise an error.
 struct ErrorSource {

@@ -97,7 +97,25 @@ TEST(Errors, KeepThePlansNumbers) {
       {"E_OUTOFMEMORY", [](const HostCall&) { return E_OUTOFMEMORY; }, RunTimeError(7), L"Out of memory"},
       {"any other", [](const HostCall&) { return static_cast<HRESULT>(0x80040321); },
        static_cast<HRESULT>(0x80040321), L"Automation error"},
-      {"a refusal of the system", [](const HostCall&) { return E_ACCESSDENIED; }, E_ACCESSDENIED, L""}};
+      {"E_ACCESSDENIED", [](const HostCall&) { return E_ACCESSDENIED; }, RunTimeError(70),
+       L"Permission denied"},
+      {"E_NOTIMPL", [](const HostCall&) { return E_NOTIMPL; }, RunTimeError(445),
+       L"Object doesn't support this action"},
+      {"TYPE_E_DLLFUNCTIONNOTFOUND", [](const HostCall&) { return TYPE_E_DLLFUNCTIONNOTFOUND; },
+       RunTimeError(453), L"Specified DLL function not found"},
+      {"a server that is gone", [](const HostCall&) { return HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE); },
+       RunTimeError(462), L"The remote server machine does not exist or is unavailable"},
+      {"a run-time error of others",
+       [](const HostCall& call) { return Raise(call, RunTimeError(70), 0, nullptr); }, RunTimeError(70),
+       L"Permission denied"},
+      {"scode with a run-time error of its own",
+       [](const HostCall& call) { return Raise(call, E_ACCESSDENIED, 0, nullptr); }, RunTimeError(70),
+       L"Permission denied"},
+      {"the same with a description",
+       [](const HostCall& call) { return Raise(call, E_ACCESSDENIED, 0, L"locked by another user"); },
+       E_ACCESSDENIED, L"locked by another user"},
+      {"a refusal of the system", [](const HostCall&) { return HRESULT_FROM_WIN32(ERROR_SHARING_VIOLATION); },
+       HRESULT_FROM_WIN32(ERROR_SHARING_VIOLATION), L""}};
   for (const Failure& failure : failures) {
     SCOPED_TRACE(failure.what);
     const auto state = std::make_shared<PlanState>("recordings\\ald.kpf");

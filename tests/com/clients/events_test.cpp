@@ -169,6 +169,24 @@ TEST(Events, RefuseAnObjectThatIsNotASink) {
   EXPECT_FALSE(point);
 }
 
+TEST(Events, APointWithoutItsComponentReleasesAndRefusesSinks) {
+  const long before = HostObject::Alive();
+  Exchange exchange = NewExchange();
+  Held<IConnectionPoint> point;
+  ASSERT_EQ(S_OK, exchange.As<IConnectionPointContainer>()->FindConnectionPoint(__uuidof(__QBDataExchange),
+                                                                                point.Receive()));
+  DWORD advised = 0;
+  ASSERT_EQ(S_OK, point->Advise(ClientSink::Make().Get(), &advised));
+  EXPECT_EQ(before + 1, HostObject::Alive());
+  exchange.Reset();
+  EXPECT_EQ(before, HostObject::Alive());
+  EXPECT_EQ(CONNECT_E_NOCONNECTION, point->Unadvise(advised));
+  DWORD refused = 7;
+  EXPECT_EQ(CO_E_OBJNOTCONNECTED, point->Advise(ClientSink::Make().Get(), &refused));
+  EXPECT_EQ(0U, refused);
+  EXPECT_EQ(before, HostObject::Alive());
+}
+
 TEST(Events, AreNotRaisedIfNothingIsImported) {
   const auto sink = ClientSink::Make();
   const Exchange exchange = NewExchange();

@@ -179,6 +179,7 @@ TEST(Members, ThePlanIsHeldAndReleased) {
   const Exchange exchange = NewExchange();
   Value plan;
   ASSERT_EQ(S_OK, exchange->get_KRNPlanData(plan.Receive()));
+  EXPECT_EQ(VT_DISPATCH, plan.Type());
   EXPECT_EQ(nullptr, plan.AsObject().Get());
   ASSERT_EQ(S_OK, exchange->putref_KRNPlanData(Value(NamedObject::Make().Get()).Raw()));
   ASSERT_EQ(S_OK, exchange->get_KRNPlanData(plan.Receive()));
@@ -187,6 +188,24 @@ TEST(Members, ThePlanIsHeldAndReleased) {
   EXPECT_EQ(before + 1, HostObject::Alive());
   ASSERT_EQ(S_OK, exchange->putref_KRNPlanData(Value(static_cast<IDispatch*>(nullptr)).Raw()));
   EXPECT_EQ(before, HostObject::Alive());
+}
+
+TEST(Members, NothingEmptyAndNullReleaseThePlan) {
+  const long before = HostObject::Alive();
+  const Exchange exchange = NewExchange();
+  Value empty;
+  for (const Value& value :
+       {Value(static_cast<IDispatch*>(nullptr)), Value(), Value::Null(), Value::Reference(empty)}) {
+    SCOPED_TRACE(value.Type());
+    ASSERT_EQ(S_OK, exchange->putref_KRNPlanData(Value(NamedObject::Make().Get()).Raw()));
+    EXPECT_EQ(before + 1, HostObject::Alive());
+    EXPECT_EQ(S_OK, exchange->putref_KRNPlanData(value.Raw()));
+    EXPECT_EQ(before, HostObject::Alive());
+    Value plan;
+    ASSERT_EQ(S_OK, exchange->get_KRNPlanData(plan.Receive()));
+    EXPECT_EQ(VT_DISPATCH, plan.Type());
+    EXPECT_EQ(nullptr, plan.AsObject().Get());
+  }
 }
 
 TEST(Members, APlanThatIsNotAnObjectIsATypeMismatch) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include <map>
 #include <optional>
 #include <string>
@@ -19,6 +21,20 @@ constexpr std::int32_t accessDenied = -2147024891;
 constexpr RegistryHive machine = RegistryHive::LocalMachine;
 constexpr RegistryHive user = RegistryHive::CurrentUser;
 
+constexpr std::uint32_t textType = 1;
+
+StoredValue Stored(const std::wstring& text) {
+  StoredValue stored{textType, std::vector<std::byte>(text.size() * sizeof(wchar_t))};
+  std::memcpy(stored.bytes.data(), text.data(), stored.bytes.size());
+  return stored;
+}
+
+std::wstring TextOf(const StoredValue& stored) {
+  std::wstring text(stored.bytes.size() / sizeof(wchar_t), L'\0');
+  std::memcpy(text.data(), stored.bytes.data(), stored.bytes.size());
+  return text;
+}
+
 // An in-memory registry that can refuse writes.
 class FakeRegistry final : public RegistryWriter {
  public:
@@ -31,11 +47,22 @@ class FakeRegistry final : public RegistryWriter {
     Refuse(hive);
     hives[hive].at(key)[name] = value;
   }
+  void Restore(RegistryHive hive, const std::wstring& key, const std::wstring& name,
+               const StoredValue& value) override {
+    hives[hive].at(key)[name] = TextOf(value);
+  }
+  std::optional<StoredValue> Read(RegistryHive hive, const std::wstring& key,
+                                  const std::wstring& name) override {
+    if (!Has(hive, key) || !hives[hive][key].contains(name)) return std::nullopt;
+    return Stored(hives[hive][key][name]);
+  }
   bool Has(RegistryHive hive, const std::wstring& key) override { return hives[hive].contains(key); }
   void RemoveValue(RegistryHive hive, const std::wstring& key, const std::wstring& name) override {
+    RefuseRemoval(hive);
     if (Has(hive, key)) hives[hive][key].erase(name);
   }
   void RemoveEmptyKey(RegistryHive hive, const std::wstring& key) override {
+    RefuseRemoval(hive);
     Keys& keys = hives[hive];
     if (!Has(hive, key) || !keys[key].empty()) return;
     const auto next = keys.upper_bound(key + L"\\");
@@ -45,12 +72,16 @@ class FakeRegistry final : public RegistryWriter {
 
   std::map<RegistryHive, Keys> hives;
   bool machineRefuses = false;
+  bool machineRefusesRemoval = false;
   std::optional<int> writesUntilRefusal;
 
  private:
   void Refuse(RegistryHive hive) {
     if (hive == machine && machineRefuses) throw Error(accessDenied);
     if (writesUntilRefusal && (*writesUntilRefusal)-- == 0) throw Error(accessDenied);
+  }
+  void RefuseRemoval(RegistryHive hive) const {
+    if (hive == machine && machineRefusesRemoval) throw Error(accessDenied);
   }
 };
 
@@ -114,6 +145,66 @@ TEST(Register, LeavesNothingBehindIfALaterWriteIsRefused) {
     EXPECT_TRUE(registry.hives[machine].empty()) << written;
     EXPECT_TRUE(registry.hives[user].empty()) << written;
   }
+}
+
+// Registers at `path`, and refuses every write after the first `written` ones.
+void ExpectRefusal(FakeRegistry& registry, const wchar_t* path, int written) {
+  registry.writesUntilRefusal = written;
+  try {
+    Register(registry, RegistrationOf(ServerClasses(), path));
+    FAIL() << "nothing was refused after " << written;
+  } catch (const Error& error) {
+    EXPECT_EQ(accessDenied, error.Number());
+  }
+  registry.writesUntilRefusal.reset();
+}
+
+TEST(Register, LeavesAnEarlierRegistrationWholeIfALaterWriteIsRefused) {
+  for (const bool forOneUser : {false, true}) {
+    for (const int written : {3, 4, 5, 10, 30}) {
+      FakeRegistry registry;
+      registry.machineRefuses = forOneUser;
+      Register(registry, Own());
+      const RegistryHive hive = forOneUser ? user : machine;
+      // An earlier version had no such key, and stored a value of its own.
+      registry.hives[hive].erase(Own().keys[6].path);
+      registry.hives[hive][Own().keys.front().path][L""] = L"an earlier description";
+      const auto before = registry.hives;
+      ExpectRefusal(registry, L"D:\\Elsewhere\\KRN6_QB2002.dll", written);
+      EXPECT_EQ(before.at(hive), registry.hives[hive]) << written;
+    }
+  }
+}
+
+TEST(Register, LeavesKeysOfOthersIfALaterWriteIsRefused) {
+  FakeRegistry registry;
+  RegisterOther(registry, Own());
+  const std::wstring own = Own().keys.front().path;
+  registry.hives[machine][own];
+  registry.hives[machine][L"CLSID"];
+  registry.hives[machine][own + L"\\Notes"][L""] = L"a key of somebody else's";
+  const Keys before = registry.hives[machine];
+  ExpectRefusal(registry, L"D:\\Elsewhere\\KRN6_QB2002.dll", 20);
+  EXPECT_EQ(before, registry.hives[machine]);
+}
+
+TEST(Unregister, RemovesAUsersKeysWhereTheMachinesKeysRefuse) {
+  FakeRegistry registry;
+  Register(registry, Own());
+  registry.machineRefuses = true;
+  Register(registry, Own());
+  ASSERT_FALSE(registry.hives[user].empty());
+  registry.machineRefusesRemoval = true;
+  const Keys before = registry.hives[machine];
+  try {
+    Unregister(registry, Own());
+    FAIL() << "the refusal was not reported";
+  } catch (const Error& error) {
+    EXPECT_EQ(accessDenied, error.Number());
+  }
+  EXPECT_FALSE(registry.Has(user, Own().ownServerKey));
+  EXPECT_FALSE(registry.Has(user, Own().keys.front().path));
+  EXPECT_EQ(before, registry.hives[machine]);
 }
 
 TEST(Unregister, RemovesEveryKeyThatRegisterWrote) {
