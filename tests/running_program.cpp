@@ -25,12 +25,13 @@ Pipe MakePipe() {
   return {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
 }
 
-// Restores SIGINT, which is ignored in background jobs of a shell and in the processes that they start.
+// Restores the signals that end a program: background jobs of a shell ignore SIGINT, those of nohup SIGHUP,
+// and so do the processes that they start.
 struct DefaultInterrupts {
   DefaultInterrupts() {
     sigset_t interrupts;
     sigemptyset(&interrupts);
-    sigaddset(&interrupts, SIGINT);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&interrupts, signal);
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setsigdefault(&attributes, &interrupts);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);

@@ -14,8 +14,8 @@ namespace krnqb::tests {
 int ExitStatus(int waitStatus) noexcept;
 
 /// A program running in its own process, with its standard output and standard error connected to pipes. It
-/// does not inherit that SIGINT is ignored, as background jobs of a shell would. The destructor kills it if
-/// it is still running.
+/// does not inherit that SIGINT, SIGTERM or SIGHUP is ignored, as background jobs of a shell would. The
+/// destructor kills it if it is still running.
 class RunningProgram {
  public:
   /// Whether the program can write to its standard output, or is blocked at its first write until `Drain`.

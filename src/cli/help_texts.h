@@ -14,8 +14,8 @@ inline constexpr std::string_view program =
   krnqb import --company nursery.qbw --plan nursery.kpf --expenses --income
   krnqb plan show nursery.kpf
 
-Exit status: 0 done; 1 failed, nothing written; 2 usage error; 3 written, but
-incomplete; 130 interrupted, nothing written.
+Exit status: 0 done; 1 failed, nothing written; 2 usage error; 3 done, but
+incomplete; 129, 130 or 143 interrupted, nothing written.
 "krnqb COMMAND --help" describes a command.)";
 
 inline constexpr std::string_view import =

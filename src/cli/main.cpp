@@ -1,16 +1,24 @@
 #include <unistd.h>
 
-#include <iostream>
 #include <string>
 #include <vector>
 
+#include "cli/console/failure.h"
+#include "cli/console/standard_streams.h"
 #include "cli/dialog/toolkit.h"
 #include "cli/run_krnqb.h"
 
 int main(int argumentCount, char** arguments) {
+  using namespace krnqb::cli;
+  if (!PrepareStandardStreams()) return static_cast<int>(ExitCode::Failed);  // there is nowhere to say why
   const std::vector<std::string> words(arguments + (argumentCount > 0 ? 1 : 0), arguments + argumentCount);
-  const krnqb::cli::Surroundings surroundings{.clock = nullptr,
-                                              .errorIsTerminal = ::isatty(STDERR_FILENO) == 1,
-                                              .dialogToolkit = krnqb::cli::DialogToolkit()};
-  return krnqb::cli::RunKrnqb(words, std::cout, std::cerr, surroundings);
+  StandardStream output(STDOUT_FILENO);
+  StandardStream errors(STDERR_FILENO);
+  errors.Stream() << std::unitbuf;
+  const Surroundings surroundings{.clock = nullptr,
+                                  .errorIsTerminal = ::isatty(STDERR_FILENO) == 1,
+                                  .dialogToolkit = DialogToolkit(),
+                                  .environment = {},
+                                  .readerHasEnded = [&] { return output.ReaderHasEnded(); }};
+  return RunKrnqb(words, output.Stream(), errors.Stream(), surroundings);
 }

@@ -4,6 +4,7 @@
 
 #include "cli/command_line.h"
 #include "cli/console/json_text.h"
+#include "cli/console/printable_buffer.h"
 #include "cli/console/streams.h"
 #include "cli/import/command.h"
 #include "cli/import/json_output.h"
@@ -62,20 +63,30 @@ ExitCode Fail(const Failure& failure, std::span<const std::string> arguments, co
   return failure.Code();
 }
 
-// If the output could not be written, the command failed, unless it had already changed a file.
-ExitCode Flushed(ExitCode code, bool changesFiles, const Console& console) {
+// If the output could not be written, the command failed, unless it had already changed a file. A reader that
+// ends early, such as head, has what it needs: nothing is said then.
+ExitCode Flushed(ExitCode code, bool changesFiles, const Console& console, const Surroundings& surroundings) {
   console.out.flush();
-  if (console.out) return code;
-  console.err << "krnqb: printing failed: cannot write to standard output; check the disk or the program "
-                 "that reads it\n";
-  return code == ExitCode::Done && !changesFiles ? ExitCode::Failed : code;
+  if (console.out || IsInterruption(code)) return code;
+  const bool readerHasEnded = surroundings.readerHasEnded && surroundings.readerHasEnded();
+  if (!readerHasEnded) {
+    PrintError(console,
+               "krnqb: printing failed: cannot write to standard output; check the disk or the program that "
+               "reads it");
+  }
+  if (code != ExitCode::Done || changesFiles) return code;
+  return readerHasEnded ? ExitCode::OutputClosed : ExitCode::Failed;
 }
 
 }  // namespace
 
 int RunKrnqb(std::span<const std::string> arguments, std::ostream& out, std::ostream& err,
              const Surroundings& surroundings) noexcept {
-  const Console console{out, err, surroundings.errorIsTerminal};
+  PrintableBuffer printableOut(out, PrintableBuffer::CarriageReturns::AtLineEnds);
+  PrintableBuffer printableErr(err, PrintableBuffer::CarriageReturns::Everywhere);
+  std::ostream results(&printableOut);
+  std::ostream errors(&printableErr);
+  const Console console{results, errors, surroundings.errorIsTerminal};
   ExitCode code = ExitCode::Failed;
   bool changesFiles = false;
   try {
@@ -87,7 +98,9 @@ int RunKrnqb(std::span<const std::string> arguments, std::ostream& out, std::ost
   } catch (...) {
     code = Fail({ExitCode::Failed, "the command failed", CaughtError(), "try again"}, arguments, console);
   }
-  return static_cast<int>(Flushed(code, changesFiles, console));
+  code = Flushed(code, changesFiles, console, surroundings);
+  errors.flush();
+  return static_cast<int>(code);
 }
 
 }  // namespace krnqb::cli

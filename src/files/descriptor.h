@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace krnqb::files {
@@ -30,6 +31,12 @@ class FileDescriptor {
 
   explicit operator bool() const noexcept { return descriptor_ >= 0; }
   int Number() const noexcept { return descriptor_; }
+
+  /// Gives up ownership without closing the file, and returns its number.
+  int Release() noexcept { return std::exchange(descriptor_, -1); }
+
+  /// Closes the file, if there is one, and returns the error of close(2).
+  std::error_code Close() noexcept;
 
  private:
   int descriptor_ = -1;

@@ -27,6 +27,10 @@ std::string_view FileAdvice(std::error_code reason) noexcept {
       return "give the path of a file, not of a folder";
     case ELOOP:
       return "check the symbolic links in the path";
+    case EFBIG:
+      return "raise the limit of the size of files (ulimit -f) and try again";
+    case EPIPE:
+      return "let the program that reads it read to the end";
     case ENAMETOOLONG:
       return "give the file a shorter name";
     case EBUSY:
@@ -37,8 +41,13 @@ std::string_view FileAdvice(std::error_code reason) noexcept {
 }
 
 Error FileError(std::string_view failure, const std::filesystem::path& file, std::error_code reason) {
+  return FileError(failure, file, reason.message(), FileAdvice(reason));
+}
+
+Error FileError(std::string_view failure, const std::filesystem::path& file, std::string_view reason,
+                std::string_view advice) {
   return Error(error_number::unspecified,
-               fmt::format("{} {}: {}; {}", failure, file.string(), reason.message(), FileAdvice(reason)));
+               fmt::format("{} {}: {}; {}", failure, file.string(), reason, advice));
 }
 
 std::filesystem::path WithSuffix(const std::filesystem::path& file, std::string_view suffix) {

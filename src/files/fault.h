@@ -19,6 +19,10 @@ std::string_view FileAdvice(std::error_code reason) noexcept;
 /// and what to do. `failure` is the text before the path, such as "cannot read the plan".
 Error FileError(std::string_view failure, const std::filesystem::path& file, std::error_code reason);
 
+/// Does the same for a reason and an advice in words.
+Error FileError(std::string_view failure, const std::filesystem::path& file, std::string_view reason,
+                std::string_view advice);
+
 /// Returns `file` with `suffix` appended to its name, the path of a companion file in the same folder.
 std::filesystem::path WithSuffix(const std::filesystem::path& file, std::string_view suffix);
 

@@ -1,6 +1,5 @@
 #include "files/lock.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/file.h>
 
@@ -13,20 +12,42 @@
 namespace krnqb::files {
 namespace {
 
-FileDescriptor OpenLockFile(const std::filesystem::path& lockFile) {
-  FileDescriptor opened = FileDescriptor::Open(lockFile, O_RDWR | O_CREAT, 0666);
-  // Locking another user's lock file needs no write permission.
-  if (!opened && (errno == EACCES || errno == EROFS)) {
-    opened = FileDescriptor::Open(lockFile, O_RDONLY);
+FileDescriptor OpenLockFile(const std::filesystem::path& lockFile, FileOperations& operations) {
+  constexpr std::string_view failed = "cannot lock the plan with";
+  constexpr std::string_view remove = "move it away and try again";
+  FileDescriptor opened;
+  const std::error_code failure = operations.OpenLockFile(lockFile, opened);
+  if (failure == std::errc::too_many_symbolic_link_levels) {
+    throw FileError(failed, lockFile, "it is a symbolic link", remove);
   }
-  if (!opened) throw FileError("cannot lock the plan with", lockFile, LastSystemError());
+  if (failure == std::errc::invalid_argument) {
+    throw FileError(failed, lockFile, "it is not a regular file", remove);
+  }
+  if (failure) throw FileError(failed, lockFile, failure);
   return opened;
+}
+
+FileDescriptor OpenLockFile(const std::filesystem::path& lockFile) {
+  SystemFileOperations operations;
+  return OpenLockFile(lockFile, operations);
+}
+
+std::filesystem::path LockFileOf(const std::filesystem::path& plan) {
+  return WithSuffix(FollowedPlanPath(plan), ".lock");
 }
 
 }  // namespace
 
-PlanLock::PlanLock(const std::filesystem::path& plan)
-    : lockFile_(OpenLockFile(WithSuffix(FollowedPlanPath(plan), ".lock"))) {
+PlanLock::PlanLock(const std::filesystem::path& plan) : lockFile_(OpenLockFile(LockFileOf(plan))) {
+  Claim(plan);
+}
+
+PlanLock::PlanLock(const std::filesystem::path& plan, FileOperations& operations)
+    : lockFile_(OpenLockFile(LockFileOf(plan), operations)) {
+  Claim(plan);
+}
+
+void PlanLock::Claim(const std::filesystem::path& plan) const {
   if (::flock(lockFile_.Number(), LOCK_EX | LOCK_NB) == 0) return;
   if (errno != EWOULDBLOCK) throw FileError("cannot lock the plan", plan, LastSystemError());
   throw Error(

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "files/descriptor.h"
+#include "files/operations.h"
 
 namespace krnqb::files {
 
@@ -14,10 +15,14 @@ class PlanLock {
  public:
   /// Locks the plan; paths that reach the same plan through symbolic links share one lock. Throws Error
   /// without waiting if another import holds the lock, if the plan is missing, or if PLAN.lock cannot be
-  /// created.
+  /// created or is no regular file; a symbolic link of that name is not followed.
   explicit PlanLock(const std::filesystem::path& plan);
+  /// Opens PLAN.lock with the given file operations.
+  PlanLock(const std::filesystem::path& plan, FileOperations& operations);
 
  private:
+  void Claim(const std::filesystem::path& plan) const;
+
   FileDescriptor lockFile_;
 };
 

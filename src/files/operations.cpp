@@ -82,6 +82,18 @@ std::error_code CopyFile(const fs::path& from, const fs::path& to, SystemFileOpe
   return system.SystemFileOperations::Sync(copy);
 }
 
+// The result of read(2) or write(2), with the number of bytes in `length`.
+std::error_code PartResult(ssize_t result, std::size_t& length) noexcept {
+  length = result < 0 ? 0 : static_cast<std::size_t>(result);
+  return result < 0 ? LastSystemError() : Success();
+}
+
+std::error_code Opened(FileDescriptor opened, FileDescriptor& file) noexcept {
+  if (!opened) return LastSystemError();
+  file = std::move(opened);
+  return Success();
+}
+
 }  // namespace
 
 std::error_code SystemFileOperations::CheckWritable(const fs::path& file) {
@@ -163,6 +175,44 @@ std::error_code SystemFileOperations::AddName(const fs::path& file, const fs::pa
 
 void SystemFileOperations::Remove(const fs::path& file) noexcept {
   ::unlink(file.c_str());
+}
+
+std::error_code SystemFileOperations::OpenForReading(const fs::path& file, FileDescriptor& opened) {
+  return Opened(FileDescriptor::Open(file, O_RDONLY | O_NONBLOCK | O_NOCTTY), opened);
+}
+
+std::error_code SystemFileOperations::Read(const FileDescriptor& file, std::span<char> part,
+                                           std::size_t& length) {
+  return PartResult(::read(file.Number(), part.data(), part.size()), length);
+}
+
+std::error_code SystemFileOperations::OpenForWriting(const fs::path& file, FileDescriptor& opened) {
+  constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOCTTY;
+  return Opened(FileDescriptor::Open(file, flags, 0666), opened);
+}
+
+std::error_code SystemFileOperations::WritePart(const FileDescriptor& file, std::string_view contents,
+                                                std::size_t& length) {
+  return PartResult(::write(file.Number(), contents.data(), contents.size()), length);
+}
+
+std::error_code SystemFileOperations::Close(FileDescriptor& file) {
+  return file.Close();
+}
+
+std::error_code SystemFileOperations::OpenLockFile(const fs::path& file, FileDescriptor& opened) {
+  constexpr int flags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
+  std::error_code failure = Opened(FileDescriptor::Open(file, O_RDWR | O_CREAT | flags, 0666), opened);
+  // Locking another user's lock file needs no write permission.
+  if (failure == std::errc::permission_denied || failure == std::errc::read_only_file_system) {
+    // If the file is missing too, the reason is that it cannot be created.
+    if (!Opened(FileDescriptor::Open(file, O_RDONLY | flags), opened)) failure.clear();
+  }
+  struct stat status {};
+  if (!failure && ::fstat(opened.Number(), &status) != 0) failure = LastSystemError();
+  if (!failure && !S_ISREG(status.st_mode)) failure = SystemError(EINVAL);
+  if (failure) opened = FileDescriptor();
+  return failure;
 }
 
 }  // namespace krnqb::files

@@ -2,7 +2,9 @@
 
 #include <sys/types.h>
 
+#include <cstddef>
 #include <filesystem>
+#include <span>
 #include <string_view>
 #include <system_error>
 
@@ -10,8 +12,8 @@
 
 namespace krnqb::files {
 
-/// The steps of replacing a file, each one or two system calls. A step returns its failure as an error code
-/// and does not throw. Tests override steps to make them fail.
+/// The steps of replacing, reading, writing and locking files, each one or two system calls. A step returns
+/// its failure as an error code and does not throw. Tests override steps to make them fail.
 class FileOperations {
  public:
   virtual ~FileOperations() = default;
@@ -52,6 +54,30 @@ class FileOperations {
 
   /// Removes a file if it exists.
   virtual void Remove(const std::filesystem::path& file) noexcept = 0;
+
+  /// Opens a file for reading without waiting: a named pipe without a writer is opened at once.
+  virtual std::error_code OpenForReading(const std::filesystem::path& file, FileDescriptor& opened) = 0;
+
+  /// Reads the next bytes into `part` and sets `length` to their number, 0 at the end of the file. Fails with
+  /// EAGAIN if a pipe is empty but has a writer.
+  virtual std::error_code Read(const FileDescriptor& file, std::span<char> part, std::size_t& length) = 0;
+
+  /// Creates a file, or opens it and removes its contents, without waiting: fails with ENXIO if a named pipe
+  /// has no reader.
+  virtual std::error_code OpenForWriting(const std::filesystem::path& file, FileDescriptor& opened) = 0;
+
+  /// Writes the beginning of `contents` and sets `length` to the number of bytes written. Fails with EAGAIN
+  /// if a pipe is full.
+  virtual std::error_code WritePart(const FileDescriptor& file, std::string_view contents,
+                                    std::size_t& length) = 0;
+
+  /// Closes the file and reports what the system could not write until now.
+  virtual std::error_code Close(FileDescriptor& file) = 0;
+
+  /// Opens a file for locking, and creates it if it is missing. A file that may only be read is opened for
+  /// reading. Fails with ELOOP if it is a symbolic link, which is not followed, and with EINVAL if it is
+  /// neither that nor a regular file.
+  virtual std::error_code OpenLockFile(const std::filesystem::path& file, FileDescriptor& opened) = 0;
 };
 
 /// The steps as system calls.
@@ -69,6 +95,13 @@ class SystemFileOperations : public FileOperations {
   std::error_code RenameToNew(const std::filesystem::path& from, const std::filesystem::path& to) override;
   std::error_code SyncFolder(const std::filesystem::path& folder) override;
   void Remove(const std::filesystem::path& file) noexcept override;
+  std::error_code OpenForReading(const std::filesystem::path& file, FileDescriptor& opened) override;
+  std::error_code Read(const FileDescriptor& file, std::span<char> part, std::size_t& length) override;
+  std::error_code OpenForWriting(const std::filesystem::path& file, FileDescriptor& opened) override;
+  std::error_code WritePart(const FileDescriptor& file, std::string_view contents,
+                            std::size_t& length) override;
+  std::error_code Close(FileDescriptor& file) override;
+  std::error_code OpenLockFile(const std::filesystem::path& file, FileDescriptor& opened) override;
 
  protected:
   /// Creates a hard link; fails if the name is taken or the file system has no hard links.

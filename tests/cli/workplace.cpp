@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <sstream>
 
@@ -19,13 +20,22 @@ namespace {
 // The program expects its process to end soon and leaves interrupts without effect; a test's process goes on.
 class KeptInterrupts {
  public:
-  KeptInterrupts() { sigaction(SIGINT, nullptr, &action_); }
-  ~KeptInterrupts() { sigaction(SIGINT, &action_, nullptr); }
+  KeptInterrupts() {
+    for (std::size_t index = 0; index < signals.size(); ++index) {
+      sigaction(signals[index], nullptr, &actions_[index]);
+    }
+  }
+  ~KeptInterrupts() {
+    for (std::size_t index = 0; index < signals.size(); ++index) {
+      sigaction(signals[index], &actions_[index], nullptr);
+    }
+  }
   KeptInterrupts(const KeptInterrupts&) = delete;
   KeptInterrupts& operator=(const KeptInterrupts&) = delete;
 
  private:
-  struct sigaction action_ {};
+  static constexpr std::array signals{SIGINT, SIGTERM, SIGHUP};
+  std::array<struct sigaction, signals.size()> actions_{};
 };
 
 }  // namespace

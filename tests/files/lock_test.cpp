@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <csignal>
 
+#include "files/unprivileged_user.h"
 #include "plan_file/write_process.h"
 #include "temporary_folder.h"
 #include "thrown_error.h"
@@ -14,6 +17,7 @@ namespace {
 using plan_file::WriteProcess;
 using tests::ErrorOf;
 using tests::TemporaryFolder;
+using tests::ThrownError;
 using tests::WriteText;
 
 namespace fs = std::filesystem;
@@ -70,6 +74,62 @@ TEST_F(PlanLockTest, DoesNotLockOtherPlans) {
 TEST_F(PlanLockTest, NeedsAnExistingPlanAndLeavesNoFile) {
   EXPECT_TRUE(ErrorOf([&] { const PlanLock lock(folder / "none.kpf"); }));
   EXPECT_FALSE(fs::exists(folder / "none.kpf.lock"));
+}
+
+TEST_F(PlanLockTest, DoesNotFollowASymbolicLink) {
+  for (const char* target : {"victim", "garden.kpf"}) {
+    fs::create_symlink(target, folder / "garden.kpf.lock");
+    EXPECT_EQ(ThrownError([&] { const PlanLock lock(file); }).Description(),
+              "cannot lock the plan with " + (folder / "garden.kpf.lock").string() +
+                  ": it is a symbolic link; move it away and try again");
+    EXPECT_FALSE(fs::exists(folder / "victim"));
+    fs::remove(folder / "garden.kpf.lock");
+  }
+}
+
+TEST_F(PlanLockTest, RefusesAPipeWithoutWaiting) {
+  ASSERT_EQ(::mkfifo((folder / "garden.kpf.lock").c_str(), 0600), 0);
+  EXPECT_EQ(ThrownError([&] { const PlanLock lock(file); }).Description(),
+            "cannot lock the plan with " + (folder / "garden.kpf.lock").string() +
+                ": it is not a regular file; move it away and try again");
+}
+
+TEST_F(PlanLockTest, NamesThePermissionIfItsFolderIsReadOnly) {
+  fs::permissions(folder.Path(), fs::perms(0555));
+  const UnprivilegedUser user;
+  if (!user.Restricted()) GTEST_SKIP() << "permissions are not checked for this user";
+  EXPECT_EQ(ThrownError([&] { const PlanLock lock(file); }).Description(),
+            "cannot lock the plan with " + (folder / "garden.kpf.lock").string() +
+                ": Permission denied; make sure that you have permission to use the file and its folder");
+}
+
+TEST_F(PlanLockTest, NeedsNoPermissionToWriteAnExistingLockFile) {
+  WriteText(folder / "garden.kpf.lock", "");
+  fs::permissions(folder / "garden.kpf.lock", fs::perms(0444));
+  fs::permissions(folder.Path(), fs::perms(0555));
+  const UnprivilegedUser user;
+  if (!user.Restricted()) GTEST_SKIP() << "permissions are not checked for this user";
+  EXPECT_FALSE(ErrorOf([&] { const PlanLock lock(file); }));
+}
+
+class FailingLockFile : public SystemFileOperations {
+ public:
+  explicit FailingLockFile(std::errc failure) : failure_(failure) {}
+  std::error_code OpenLockFile(const fs::path& /*file*/, FileDescriptor& /*opened*/) override {
+    return std::make_error_code(failure_);
+  }
+
+ private:
+  const std::errc failure_;
+};
+
+TEST_F(PlanLockTest, ReportsEveryReasonForWhichItsFileCannotBeOpened) {
+  for (const std::errc reason : {std::errc::io_error, std::errc::no_space_on_device,
+                                 std::errc::too_many_files_open, std::errc::read_only_file_system}) {
+    FailingLockFile failing(reason);
+    const std::string description = ThrownError([&] { const PlanLock lock(file, failing); }).Description();
+    EXPECT_NE(description.find(std::make_error_code(reason).message()), std::string::npos) << description;
+  }
 }
 
 }  // namespace

@@ -2,17 +2,12 @@
 
 #include <fmt/format.h>
 
-#include <cerrno>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-#include <system_error>
-
 #include "cli/company/json_output.h"
 #include "cli/console/attempt.h"
 #include "cli/console/text_table.h"
 #include "company/file.h"
 #include "company/records/errors.h"
+#include "files/reading.h"
 #include "support/date.h"
 
 namespace krnqb::cli {
@@ -39,20 +34,6 @@ std::string LoadText(const company::LoadSummary& summary) {
   return text + '\n';
 }
 
-std::string BytesOf(const std::string& document) {
-  if (std::filesystem::is_directory(document)) {
-    throw Error(error_number::unspecified, fmt::format("{}: is a directory", document));
-  }
-  std::ifstream file(document, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << file.rdbuf();
-  if (!file.is_open() || file.bad() || bytes.bad()) {
-    throw Error(error_number::unspecified,
-                fmt::format("{}: {}", document, std::generic_category().message(errno)));
-  }
-  return std::move(bytes).str();
-}
-
 struct Document {
   std::string name;
   std::string bytes;
@@ -63,7 +44,7 @@ std::vector<Document> Documents(const std::vector<std::string>& names) {
   return Attempt("loading failed", "check the path and load again (nothing was loaded)", [&] {
     std::vector<Document> documents;
     documents.reserve(names.size());
-    for (const std::string& name : names) documents.push_back({name, BytesOf(name)});
+    for (const std::string& name : names) documents.push_back({name, files::ReadDocument(name, {})});
     return documents;
   });
 }

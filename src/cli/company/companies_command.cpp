@@ -2,10 +2,14 @@
 
 #include <fmt/format.h>
 
+#include <set>
+#include <utility>
+
 #include "cli/company/json_output.h"
 #include "cli/company/quickbooks_folder.h"
 #include "cli/console/text_table.h"
 #include "krnqb/qb_data_exchange.h"
+#include "support/system_files.h"
 
 namespace krnqb::cli {
 namespace {
@@ -27,41 +31,75 @@ std::vector<Company> CompaniesIn(const XmlElement& list) {
   return companies;
 }
 
-// Prints every file that could not be listed except the last, which the failure reports.
-Failure ListingFailure(const Listener& listener, const std::string& folder, const Console& console) {
-  constexpr std::string_view rename = "rename the file and try again";
-  std::string reason = fmt::format("the folder {} cannot be read", folder);
-  std::string_view whatToDo = "check the path and its permissions";
-  std::string pending;
-  for (const Notice& notice : listener.notices) {
-    if (notice.kind != NoticeKind::CompanyFileUnlisted) continue;
-    if (!pending.empty())
-      PrintError(console, fmt::format("krnqb: {}: {}; {}", listingFailed, pending, rename));
-    pending = reason = fmt::format("{}: {}", notice.file, notice.description);
-    whatToDo = rename;
+// The machine's files, without those that cannot be listed.
+class ListableFiles final : public FileSystem {
+ public:
+  explicit ListableFiles(std::set<std::string> omitted)
+      : files_(SystemFiles()), omitted_(std::move(omitted)) {}
+
+  std::vector<std::string> FileNames(const std::string& folder) override {
+    std::vector<std::string> names = files_->FileNames(folder);
+    std::erase_if(names, [&](const std::string& name) { return omitted_.contains(folder + name); });
+    return names;
   }
-  return CommandFailure(listingFailed, reason, whatToDo);
+  bool FileExists(const std::string& path) override { return files_->FileExists(path); }
+
+ private:
+  std::shared_ptr<FileSystem> files_;
+  std::set<std::string> omitted_;
+};
+
+// A list either has all companies or is nothing; `notices` says why.
+XmlElement ListOf(const std::string& folder, std::shared_ptr<FileSystem> files,
+                  std::vector<Notice>& notices) {
+  const auto listener = std::make_shared<Listener>();
+  OutsideWorld world;
+  world.observer = listener;
+  world.files = std::move(files);
+  world.quickBooksFolder = folder;
+  XmlElement list = QBDataExchange(world).QBCompanies();
+  notices = listener->notices;
+  return list;
+}
+
+// The companies of a folder, and the reports about files that cannot be listed.
+struct Listing {
+  std::vector<Company> companies;
+  std::vector<UnlistedCompany> unlisted;
+};
+
+Listing ListCompanies(const std::string& folder) {
+  Listing listing;
+  std::vector<Notice> notices;
+  XmlElement list = ListOf(folder, nullptr, notices);
+  std::set<std::string> omitted;
+  for (const Notice& notice : notices) {
+    if (notice.kind != NoticeKind::CompanyFileUnlisted) continue;
+    listing.unlisted.push_back({notice.file, notice.description});
+    omitted.insert(notice.file);
+  }
+  if (!list && !omitted.empty()) list = ListOf(folder, std::make_shared<ListableFiles>(omitted), notices);
+  if (!list) {
+    throw CommandFailure(listingFailed, fmt::format("the folder {} cannot be read", folder),
+                         "check the path and its permissions");
+  }
+  listing.companies = CompaniesIn(list);
+  return listing;
 }
 
 }  // namespace
 
 ExitCode Run(const CompaniesOptions& options, const Console& console, const Surroundings& surroundings) {
-  const std::string folder = QuickBooksFolderPath(options.quickBooksFolder, surroundings);
-  const auto listener = std::make_shared<Listener>();
-  OutsideWorld world;
-  world.observer = listener;
-  world.quickBooksFolder = folder;
-  QBDataExchange exchange(world);
-  const XmlElement list = exchange.QBCompanies();
-  if (!list) throw ListingFailure(*listener, folder, console);
-
-  const std::vector<Company> companies = CompaniesIn(list);
-  if (options.json) {
-    console.out << CompaniesJson(companies) << '\n';
-  } else {
-    for (const Company& company : companies) console.out << OneLine(company.path) << '\n';
+  const Listing listing = ListCompanies(QuickBooksFolderPath(options.quickBooksFolder, surroundings));
+  for (const UnlistedCompany& company : listing.unlisted) {
+    Warn(console, fmt::format("{} is not listed: {}; rename the file", company.path, company.reason));
   }
-  return ExitCode::Done;
+  if (options.json) {
+    console.out << CompaniesJson(listing.companies, listing.unlisted) << '\n';
+  } else {
+    for (const Company& company : listing.companies) console.out << OneLine(company.path) << '\n';
+  }
+  return listing.unlisted.empty() ? ExitCode::Done : ExitCode::Incomplete;
 }
 
 }  // namespace krnqb::cli

@@ -14,7 +14,8 @@ struct CompaniesOptions {
   bool json = false;
 };
 
-/// Lists the company files in the folder of the QuickBooks program, one path per line or as JSON.
+/// Lists the company files in the folder of the QuickBooks program, one path per line or as JSON. Warns of
+/// each file whose path the list cannot represent, and then returns Incomplete.
 ExitCode Run(const CompaniesOptions& options, const Console& console, const Surroundings& surroundings);
 
 }  // namespace krnqb::cli

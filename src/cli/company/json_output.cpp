@@ -53,10 +53,14 @@ std::string CompanyInfoJson(const company::CompanyInfo& info) {
   return JsonText(json);
 }
 
-std::string CompaniesJson(const std::vector<Company>& companies) {
-  Json json{{"result", "done"}, {"companies", Json::array()}};
+std::string CompaniesJson(const std::vector<Company>& companies,
+                          const std::vector<UnlistedCompany>& unlisted) {
+  Json json{{"result", unlisted.empty() ? "done" : "incomplete"}, {"companies", Json::array()}};
   for (const Company& company : companies) {
     json["companies"].push_back({{"name", company.name}, {"path", company.path}});
+  }
+  for (const UnlistedCompany& company : unlisted) {
+    json["unlisted"].push_back({{"path", company.path}, {"reason", company.reason}});
   }
   return JsonText(json);
 }

@@ -22,7 +22,14 @@ struct Company {
   std::string path;
 };
 
-/// Returns the list of company files.
-std::string CompaniesJson(const std::vector<Company>& companies);
+/// A company file that the list cannot represent.
+struct UnlistedCompany {
+  std::string path;
+  std::string reason;
+};
+
+/// Returns the list of company files, and the files that it lacks if there are any.
+std::string CompaniesJson(const std::vector<Company>& companies,
+                          const std::vector<UnlistedCompany>& unlisted);
 
 }  // namespace krnqb::cli

@@ -5,9 +5,10 @@
 #include <CLI/CLI.hpp>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
+#include <sstream>
 
-#include "cli/console/failure.h"
+#include "cli/console/attempt.h"
+#include "files/input_file.h"
 
 namespace krnqb::cli {
 namespace {
@@ -27,9 +28,22 @@ std::optional<std::string> Variable(const std::string& name, const Surroundings&
   return value && value->empty() ? std::nullopt : value;
 }
 
+// Returns the file's text, or nothing if there is no such file.
+std::optional<std::string> ConfigurationText(const std::filesystem::path& file) {
+  constexpr std::uint64_t limit = std::uint64_t{64} * 1024;
+  std::error_code failure;
+  const std::filesystem::file_status status = std::filesystem::status(file, failure);
+  if (status.type() == std::filesystem::file_type::not_found) return std::nullopt;
+  return Attempt(listingFailed, "make it a text file of your own, or give --quickbooks-folder DIR", [&] {
+    files::SystemFileOperations operations;
+    return files::InputFile(file, {}, operations).ReadAll(limit);
+  });
+}
+
 std::optional<std::string> ConfiguredFolder(const std::filesystem::path& file) {
-  std::ifstream lines(file);
-  if (!lines) return std::nullopt;
+  const auto text = ConfigurationText(file);
+  if (!text) return std::nullopt;
+  std::istringstream lines(*text);
   try {
     for (const CLI::ConfigItem& item : CLI::ConfigINI().from_config(lines)) {
       if (item.fullname() == folderItem && !item.inputs.empty() && !item.inputs.front().empty()) {

@@ -17,6 +17,10 @@ Error Reason(std::string_view why) {
 
 }  // namespace
 
+bool IsInterruption(ExitCode code) noexcept {
+  return code == ExitCode::HungUp || code == ExitCode::Interrupted || code == ExitCode::Terminated;
+}
+
 Failure::Failure(ExitCode code, std::string_view whatFailed, const Error& why, std::string_view whatToDo)
     : Error(why),
       code_(code),

@@ -12,9 +12,16 @@ enum class ExitCode : int {
   Done = 0,
   Failed = 1,      ///< nothing was written
   WrongUsage = 2,  ///< nothing was attempted
-  Incomplete = 3,  ///< written, but something is missing
-  Interrupted = 130
+  Incomplete = 3,  ///< done, but something is missing
+  // Ended from outside: 128 and the number of the signal. Nothing was written.
+  HungUp = 129,        ///< SIGHUP
+  Interrupted = 130,   ///< SIGINT
+  OutputClosed = 141,  ///< SIGPIPE: the program that read the output has ended
+  Terminated = 143     ///< SIGTERM
 };
+
+/// Returns whether a signal ended the command.
+bool IsInterruption(ExitCode code) noexcept;
 
 /// A command that failed. Number and description hold the reason; the line is printed on standard error.
 class Failure : public Error {

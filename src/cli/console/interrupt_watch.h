@@ -1,15 +1,23 @@
 #pragma once
 
+#include <array>
 #include <csignal>
+
+#include "cli/console/failure.h"
 
 namespace krnqb::cli {
 
-/// Remembers an interrupt (SIGINT) instead of letting it end the process, so that the work can stop where
-/// nothing is half done. A second interrupt ends the process as usual. Interrupts that are already ignored,
-/// as in background jobs, stay ignored.
+/// Remembers an interrupt (SIGINT, SIGTERM or SIGHUP) instead of letting it end the process, so that the work
+/// can stop where nothing is half done. After that, a SIGINT or SIGTERM ends the process at once; a further
+/// SIGHUP does not, since a terminal that closes may send several. Signals that are already ignored, as in
+/// background jobs, stay ignored.
 ///
-/// Once the result is being written, or the watch is destroyed, interrupts have no effect until the process
-/// ends: an exit status that reports an interrupt means that nothing was written. One watch at a time.
+/// Once the result is being written, interrupts have no effect until the process ends: an exit status that
+/// reports an interrupt means that nothing was written. Otherwise the destructor restores what the signals
+/// did before. One watch at a time.
+///
+/// A watch can also leave the signals as they are, for a user who starts and ends the work in a dialog. Then
+/// they only have no effect from the point of no return until the watch is destroyed.
 class InterruptWatch {
  public:
   enum class Interrupts { Remembered, LeftAsTheyAre };
@@ -26,12 +34,28 @@ class InterruptWatch {
   void StopWhenRequested() const;
 
   /// Call just before writing. Throws Error if an interrupt has arrived; any later interrupt has no effect.
-  void PassPointOfNoReturn() const;
+  void PassPointOfNoReturn();
+
+  /// Returns the failure of a command that the user has interrupted. Its exit code is 128 and the number of
+  /// the signal.
+  Failure Interruption(std::string_view whatFailed, std::string_view whatToDo) const;
 
  private:
-  void DisregardInterrupts() const noexcept;
+  struct WatchedSignal {
+    int number;
+    bool watched = false;
+    struct sigaction before {};
+  };
 
-  bool watching_ = false;
+  void HandleWith(void (*handler)(int)) const noexcept;
+  void RestoreActions() const noexcept;
+
+  std::array<WatchedSignal, 3> signals_;
+  const bool remembers_;
+  bool pastPointOfNoReturn_ = false;
 };
+
+/// Returns whether an interrupt has arrived at the latest watch.
+bool InterruptRequested() noexcept;
 
 }  // namespace krnqb::cli

@@ -19,6 +19,8 @@ struct Surroundings {
   /// Returns the value of an environment variable, or nothing if it is unset. Null: the process's
   /// environment.
   std::function<std::optional<std::string>(const std::string& name)> environment = {};
+  /// Returns whether the program that reads the results has ended. Null: it is not known to have ended.
+  std::function<bool()> readerHasEnded = {};
 };
 
 }  // namespace krnqb::cli

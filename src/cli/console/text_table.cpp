@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "cli/console/control_characters.h"
 #include "support/characters.h"
 
 namespace krnqb::cli {
@@ -52,10 +53,11 @@ std::vector<std::size_t> TextTable::ColumnWidths() const {
 std::string OneLine(std::string_view text) {
   std::string line;
   bool afterControl = false;
-  for (const char byte : text) {
-    const bool control = static_cast<unsigned char>(byte) < ' ' || byte == '\x7F';
+  while (!text.empty()) {
+    const TextPart part = TakePart(text);
+    const bool control = IsControl(part.character);
     if (control && !afterControl) line += ' ';
-    if (!control) line += byte;
+    if (!control) line += part.bytes;
     afterControl = control;
   }
   return line;

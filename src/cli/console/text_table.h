@@ -31,7 +31,8 @@ class TextTable {
   std::vector<std::vector<std::string>> rows_;
 };
 
-/// Returns the text on one line: each run of line ends and other control characters becomes one space.
+/// Returns the text on one line: each run of line ends and other control characters (see `IsControl`)
+/// becomes one space.
 std::string OneLine(std::string_view text);
 
 }  // namespace krnqb::cli

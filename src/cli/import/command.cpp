@@ -8,6 +8,7 @@
 #include "cli/import/change_report.h"
 #include "cli/import/expense_selection.h"
 #include "cli/import/failure.h"
+#include "cli/import/file_guard.h"
 #include "cli/import/interruptible_processors.h"
 #include "cli/import/log.h"
 #include "cli/import/omissions.h"
@@ -49,9 +50,12 @@ class PlanImport {
  private:
   void ReadAndSave() {
     if (dialogs_ == nullptr) CheckImportOptions(options_);
+    CheckImportFiles(options_);
     const ImportSource source = OpenImportSource(options_);
+    interrupts_.StopWhenRequested();
     LockPlan();
     plan_ = Attempt([&] { return plan_file::PlanFile::Open(options_.planFile); });
+    interrupts_.StopWhenRequested();
     const ImportSettings settings = SettleImport(options_, *plan_);
     if (dialogs_ == nullptr) Announce(settings, source);
 
@@ -154,10 +158,9 @@ class PlanImport {
     if (bar_) bar_->Wipe();
     const bool interrupted = interrupts_.Requested() && !saving_;
     const Failure reported =
-        interrupted ? Failure(ExitCode::Interrupted, "import interrupted",
-                              Error(error_number::unspecified, "stopped on request"), "nothing was written")
-                    : failure;
+        interrupted ? interrupts_.Interruption("import interrupted", "nothing was written") : failure;
     outcome_.result = ResultOf(reported.Code());
+    if (interrupted) outcome_.interruption = reported.Code();
     outcome_.errorNumber = reported.Number();
     outcome_.errorDescription = reported.Description();
     outcome_.errorLine = reported.Line();
@@ -171,7 +174,7 @@ class PlanImport {
   const Console& console_;
   const Surroundings& surroundings_;
   ImportOutcome& outcome_;
-  const InterruptWatch interrupts_;
+  InterruptWatch interrupts_;
   std::optional<ProgressBar> bar_;
   std::optional<files::PlanLock> lock_;
   std::shared_ptr<plan_file::PlanFile> plan_;
@@ -187,7 +190,7 @@ ExitCode Run(const ImportCommand& options, const Console& console, const Surroun
   const auto elapsed = std::chrono::steady_clock::now() - begun;
   outcome.elapsedMilliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count();
   PrintOutcome(outcome, options, console);
-  return ExitCodeOf(outcome.result);
+  return ExitCodeOf(outcome);
 }
 
 ExitCode RunWithDialog(const ImportCommand& options, const std::shared_ptr<ui::Dialogs>& dialogs,
@@ -197,7 +200,7 @@ ExitCode RunWithDialog(const ImportCommand& options, const std::shared_ptr<ui::D
   PrintOutcome(outcome, options, console);
   const bool importStarted = !outcome.events.empty();
   if (importStarted && !outcome.errorLine.empty()) dialogs->ShowMessage(outcome.errorDescription);
-  return ExitCodeOf(outcome.result);
+  return ExitCodeOf(outcome);
 }
 
 }  // namespace krnqb::cli

@@ -12,7 +12,9 @@ class InterruptibleProcessor : public RequestProcessor {
 
   std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
     interrupts_.StopWhenRequested();
-    return inner_->ProcessRequest(ticket, request);
+    std::string answer = inner_->ProcessRequest(ticket, request);
+    interrupts_.StopWhenRequested();
+    return answer;
   }
 
   void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
@@ -21,10 +23,12 @@ class InterruptibleProcessor : public RequestProcessor {
   }
 
   std::string BeginSession(std::string_view companyFile, std::int32_t fileMode) override {
+    interrupts_.StopWhenRequested();
     return inner_->BeginSession(companyFile, fileMode);
   }
 
   std::string GetCurrentCompanyFileName(std::string_view ticket) override {
+    interrupts_.StopWhenRequested();
     return inner_->GetCurrentCompanyFileName(ticket);
   }
 

@@ -24,8 +24,8 @@ std::string_view ResultWord(ImportResult result) noexcept {
   return "failed";
 }
 
-ExitCode ExitCodeOf(ImportResult result) noexcept {
-  switch (result) {
+ExitCode ExitCodeOf(const ImportOutcome& outcome) noexcept {
+  switch (outcome.result) {
     case ImportResult::Imported:
     case ImportResult::Unchanged:
     case ImportResult::DryRun:
@@ -35,7 +35,7 @@ ExitCode ExitCodeOf(ImportResult result) noexcept {
     case ImportResult::WrongUsage:
       return ExitCode::WrongUsage;
     case ImportResult::Interrupted:
-      return ExitCode::Interrupted;
+      return outcome.interruption;
     case ImportResult::Cancelled:
     case ImportResult::Failed:
       break;
@@ -51,8 +51,11 @@ ImportResult ResultOf(ExitCode code) noexcept {
       return ImportResult::WrongUsage;
     case ExitCode::Incomplete:
       return ImportResult::Incomplete;
+    case ExitCode::HungUp:
     case ExitCode::Interrupted:
+    case ExitCode::Terminated:
       return ImportResult::Interrupted;
+    case ExitCode::OutputClosed:
     case ExitCode::Failed:
       break;
   }

@@ -32,6 +32,7 @@ struct ImportEvent {
 /// The outcome of an import, filled in as it runs.
 struct ImportOutcome {
   ImportResult result = ImportResult::Failed;
+  ExitCode interruption = ExitCode::Interrupted;  ///< the signal's exit code, if the result is Interrupted
   std::int32_t errorNumber = 0;
   std::string errorDescription;
   std::string errorLine;            ///< the failure as printed on standard error; empty if there is none
@@ -46,7 +47,7 @@ struct ImportOutcome {
 /// Returns a result as one word, such as "imported".
 std::string_view ResultWord(ImportResult result) noexcept;
 
-ExitCode ExitCodeOf(ImportResult result) noexcept;
+ExitCode ExitCodeOf(const ImportOutcome& outcome) noexcept;
 ImportResult ResultOf(ExitCode code) noexcept;
 
 }  // namespace krnqb::cli

@@ -2,9 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <filesystem>
-#include <system_error>
-
 #include "cli/console/failure.h"
 
 namespace krnqb::cli {
@@ -13,22 +10,6 @@ namespace {
 // The default import covers the twelve months before the plan.
 YearMonth YearBefore(const YearMonth& start) {
   return {.year = static_cast<std::int16_t>(start.year - 1), .month = start.month};
-}
-
-bool SameFile(const std::string& path, const std::string& other) {
-  std::error_code ignored;
-  return path == other || std::filesystem::equivalent(path, other, ignored);
-}
-
-// Recordings and journals replace the contents of their files.
-void CheckOutputFile(std::string_view option, const std::string& file, const ImportCommand& options) {
-  for (const std::string& other : {options.planFile, options.planFile + ".bak", options.planFile + ".lock",
-                                   options.companyFile.value_or(""), options.replayFile.value_or("")}) {
-    if (SameFile(file, other)) {
-      throw WrongUsage(fmt::format("{} {} would replace a file that the import needs", option, file),
-                       "give another file");
-    }
-  }
 }
 
 }  // namespace
@@ -40,8 +21,6 @@ void CheckImportOptions(const ImportCommand& options) {
   if (!options.companyFile && !options.replayFile) {
     throw WrongUsage("no company is given", "give --company FILE, or --replay FILE for a recorded exchange");
   }
-  if (options.recordFile) CheckOutputFile("--record", *options.recordFile, options);
-  if (options.journalFile) CheckOutputFile("--journal", *options.journalFile, options);
 }
 
 ImportSettings SettleImport(const ImportCommand& options, const plan_file::PlanFile& plan) {

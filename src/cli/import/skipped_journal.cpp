@@ -2,16 +2,15 @@
 
 #include <fmt/format.h>
 
-#include <fstream>
-#include <nlohmann/json.hpp>
-
-#include "cli/console/failure.h"
+#include "cli/console/attempt.h"
+#include "cli/console/interrupt_watch.h"
+#include "cli/console/json_text.h"
 #include "cli/import/skipped_amounts.h"
+#include "files/fault.h"
+#include "files/output_file.h"
 
 namespace krnqb::cli {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 std::string_view KindWord(NoticeKind kind) {
   switch (kind) {
@@ -47,15 +46,18 @@ Json LineOf(const Notice& notice) {
 }  // namespace
 
 void WriteJournal(const std::string& file, const ImportReport& report) {
-  std::ofstream lines(file, std::ios::binary | std::ios::trunc);
-  for (const Notice& notice : report.Journal()) {
-    lines << LineOf(notice).dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
-  }
-  lines.close();
-  if (!lines) {
-    throw CommandFailure("import failed", fmt::format("the journal {} cannot be written", file),
-                         "choose a file in a folder that you can write to");
-  }
+  constexpr std::string_view failed = "writing the journal failed";
+  files::SystemFileOperations operations;
+  Attempt(failed, "choose a file in a folder that you can write to", [&] {
+    files::OutputFile lines(file, InterruptRequested, operations);
+    for (const Notice& notice : report.Journal()) lines.Stream() << JsonLine(LineOf(notice)) << '\n';
+    const std::error_code failure = lines.Finish();
+    if (failure) {
+      throw CommandFailure(failed,
+                           fmt::format("{} could not be written completely: {}", file, failure.message()),
+                           fmt::format("{}, or import without --journal", files::FileAdvice(failure)));
+    }
+  });
 }
 
 }  // namespace krnqb::cli

@@ -2,22 +2,21 @@
 
 #include <fmt/format.h>
 
-#include <cerrno>
-#include <system_error>
+#include <istream>
+#include <optional>
 #include <utility>
 
 #include "cli/console/attempt.h"
+#include "cli/console/interrupt_watch.h"
 #include "company/file.h"
 #include "company/processor.h"
+#include "files/fault.h"
+#include "files/input_buffer.h"
 #include "qbxml/exchange_recording.h"
 #include "qbxml/exchange_replaying.h"
 
 namespace krnqb::cli {
 namespace {
-
-std::string LastSystemMessage() {
-  return std::generic_category().message(errno);
-}
 
 ImportSource CompanySource(const std::string& path) {
   return Attempt(
@@ -34,10 +33,15 @@ ImportSource CompanySource(const std::string& path) {
 
 ImportSource RecordedSource(const std::string& path) {
   constexpr std::string_view failed = "opening the recording failed";
-  std::ifstream recording(path, std::ios::binary);
-  if (!recording) {
-    throw CommandFailure(failed, fmt::format("{}: {}", path, LastSystemMessage()), "check the path");
-  }
+  files::SystemFileOperations operations;
+  std::optional<files::InputFile> file;
+  Attempt(failed, "check the path", [&] {
+    file.emplace(path, files::ReadingRules{.pipes = true, .failure = {}, .interrupted = InterruptRequested},
+                 operations);
+  });
+  files::InputBuffer buffer(*file);
+  std::istream recording(&buffer);
+  recording.exceptions(std::ios::badbit);  // a failure to read is not the recording's end
   return Attempt(failed, "record the exchange again with --record", [&] {
     ImportSource source{.processors = ReplayingProcessors(recording, path),
                         .companyPath = {},
@@ -48,6 +52,11 @@ ImportSource RecordedSource(const std::string& path) {
   });
 }
 
+files::OutputFile CreateRecording(const std::string& path, files::FileOperations& operations) {
+  return Attempt("recording failed", "check the path and the permissions of its folder",
+                 [&] { return files::OutputFile(path, InterruptRequested, operations); });
+}
+
 }  // namespace
 
 ImportSource OpenImportSource(const ImportCommand& options) {
@@ -55,24 +64,19 @@ ImportSource OpenImportSource(const ImportCommand& options) {
                             : CompanySource(options.companyFile.value_or(""));
 }
 
-ExchangeFile::ExchangeFile(const std::string& path) : name_(path) {
-  lines_.open(path, std::ios::binary | std::ios::trunc);
-  if (!lines_) {
-    throw CommandFailure("recording failed", fmt::format("{}: {}", path, LastSystemMessage()),
-                         "check the path and the permissions of its folder");
-  }
-}
+ExchangeFile::ExchangeFile(const std::string& path)
+    : name_(path), lines_(CreateRecording(path, operations_)) {}
 
 std::shared_ptr<RequestProcessorFactory> ExchangeFile::Recording(
     std::shared_ptr<RequestProcessorFactory> inner) {
-  return RecordingProcessors(std::move(inner), std::make_shared<ExchangeRecorder>(lines_));
+  return RecordingProcessors(std::move(inner), std::make_shared<ExchangeRecorder>(lines_.Stream()));
 }
 
 void ExchangeFile::Finish() {
-  lines_.close();
-  if (!lines_) {
-    throw CommandFailure("recording failed", fmt::format("{} could not be written completely", name_),
-                         "free some disk space, or import without --record");
+  if (const std::error_code failure = lines_.Finish()) {
+    throw CommandFailure("recording failed",
+                         fmt::format("{} could not be written completely: {}", name_, failure.message()),
+                         fmt::format("{}, or import without --record", files::FileAdvice(failure)));
   }
 }
 

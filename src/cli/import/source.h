@@ -1,11 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <fstream>
 #include <memory>
 #include <string>
 
 #include "cli/import/options.h"
+#include "files/operations.h"
+#include "files/output_file.h"
 #include "krnqb/request_processor.h"
 
 namespace krnqb::cli {
@@ -19,13 +20,15 @@ struct ImportSource {
 };
 
 /// Opens the source that the options name, without sending a request. A recording takes precedence over a
-/// company. Throws Failure if the source cannot be opened.
+/// company, and may be a named pipe. Throws Failure if the source cannot be opened or reading the recording
+/// fails or is interrupted.
 ImportSource OpenImportSource(const ImportCommand& options);
 
 /// The file to which an exchange is recorded.
 class ExchangeFile {
  public:
-  /// Creates or truncates the file. Throws Failure if it cannot be written.
+  /// Creates or truncates the file; waits for the reader of a named pipe. Throws Failure if it cannot be
+  /// written.
   explicit ExchangeFile(const std::string& path);
 
   /// Returns processors that forward every call to those of `inner` and record it in the file. This object
@@ -37,7 +40,8 @@ class ExchangeFile {
 
  private:
   std::string name_;
-  std::ofstream lines_;
+  files::SystemFileOperations operations_;
+  files::OutputFile lines_;
 };
 
 }  // namespace krnqb::cli

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "cli/console/attempt.h"
+#include "cli/console/interrupt_watch.h"
 #include "cli/plan/json_output.h"
 #include "plan_file/listing.h"
 #include "plan_file/table_view.h"
@@ -38,6 +39,9 @@ std::string Shown(const PlanFile& plan, const ShowPlanOptions& options) {
 }  // namespace
 
 ExitCode Run(const NewPlanOptions& options, const Console& console) {
+  // A signal that arrives while the file is created would leave its temporary file.
+  InterruptWatch interrupts;
+  interrupts.PassPointOfNoReturn();
   Attempt([&] { PlanFile::Create(options.file, options.product, options.start); });
   console.out << fmt::format("Created {}: plan of product {}, from {}.\n", options.file,
                              plan_file::ProductText(options.product),

@@ -110,18 +110,58 @@ TEST_F(CompaniesCommand, ReportsAFolderThatCannotBeRead) {
                          " cannot be read; check the path and its permissions\n");
 }
 
-TEST_F(CompaniesCommand, ReportsEachFileThatCannotBeListed) {
+TEST_F(CompaniesCommand, ListsTheOtherFilesIfSomeCannotBeListed) {
   WriteText(place / "typed/c]]>.qbw", "");
   WriteText(place / "typed/d\xE9.qbw", "");
   const ProgramRun run = List({"--quickbooks-folder", place / "typed"});
-  EXPECT_EQ(run.code, 1);
-  EXPECT_EQ(run.out, "");
-  EXPECT_EQ(run.err.find("krnqb: listing companies failed: " + (place / "typed/c]]>.qbw") +
-                         ": its path contains \"]]>\"; rename the file and try again\n"
-                         "krnqb: listing companies failed: " +
-                         (place / "typed/d\xE9.qbw") + ": its path contains bytes that are not text: "),
+  EXPECT_EQ(run.code, 3);
+  EXPECT_EQ(run.out, place / "typed/a.qbw" + "\n" + (place / "typed/b.QBW") + "\n");
+  EXPECT_EQ(run.err.find("krnqb: warning: " + (place / "typed/c]]>.qbw") +
+                         " is not listed: its path contains \"]]>\"; rename the file\n"
+                         "krnqb: warning: " +
+                         (place / "typed/d\xE9.qbw") +
+                         " is not listed: its path contains bytes that are not text: "),
             0U)
       << run.err;
+  const auto json = nlohmann::json::parse(List({"--quickbooks-folder", place / "typed", "--json"}).out);
+  EXPECT_EQ(json["result"], "incomplete");
+  EXPECT_EQ(json["companies"].size(), 2U);
+  ASSERT_EQ(json["unlisted"].size(), 2U);
+  EXPECT_EQ(json["unlisted"][0]["path"], place / "typed/c]]>.qbw");
+  EXPECT_EQ(json["unlisted"][0]["reason"], "its path contains \"]]>\"");
+}
+
+TEST_F(CompaniesCommand, SaysSoIfNoFileCanBeListed) {
+  const ProgramRun run = List({"--quickbooks-folder", FolderWith("c]]>.qbw")});
+  EXPECT_EQ(run.code, 3);
+  EXPECT_EQ(run.out, "");
+  EXPECT_NE(run.err.find("c]]>.qbw is not listed: "), std::string::npos) << run.err;
+}
+
+TEST_F(CompaniesCommand, PrintsNamesWithoutControlCharacters) {
+  WriteText(place /
+                "typed/c\xC2\x9B"
+                "31m.qbw",
+            "");
+  EXPECT_EQ(
+      List({"--quickbooks-folder", place / "typed"}).out,
+      place / "typed/a.qbw" + "\n" + (place / "typed/b.QBW") + "\n" + (place / "typed/c 31m.qbw") + "\n");
+  EXPECT_NE(List({"--quickbooks-folder", place / "typed", "--json"}).out.find("c\\u009b31m.qbw"),
+            std::string::npos);
+}
+
+TEST_F(CompaniesCommand, RefusesAConfigurationThatIsNoSmallFile) {
+  const std::string file = place / ".config/krnqb/config.ini";
+  const std::string advice = "; make it a text file of your own, or give --quickbooks-folder DIR\n";
+  Configure("");
+  fs::resize_file(file, 65536);
+  EXPECT_EQ(List({}).err, "krnqb: listing companies failed: " + file + ": it holds 64 KiB or more" + advice);
+  fs::remove(file);
+  fs::create_directory(file);
+  EXPECT_EQ(List({}).err, "krnqb: listing companies failed: " + file + ": Is a directory" + advice);
+  fs::remove(file);
+  fs::create_symlink("/dev/zero", file);
+  EXPECT_EQ(List({}).err, "krnqb: listing companies failed: " + file + ": it is a device" + advice);
 }
 
 TEST_F(CompaniesCommand, MakesPathsAbsolute) {

@@ -17,11 +17,12 @@ using tests::Workplace;
 // each table that it rebuilds.
 class InterruptingClock : public Clock {
  public:
-  explicit InterruptingClock(int interruptAt = 1) : interruptAt_(interruptAt) {}
+  explicit InterruptingClock(int interruptAt = 1, int signal = SIGINT)
+      : interruptAt_(interruptAt), signal_(signal) {}
 
   LocalDateTime Now() override {
     ++asked_;
-    if (asked_ == interruptAt_) std::raise(SIGINT);
+    if (asked_ == interruptAt_) std::raise(signal_);
     return tests::JanuaryClock()->Now();
   }
 
@@ -29,6 +30,7 @@ class InterruptingClock : public Clock {
 
  private:
   const int interruptAt_;
+  const int signal_;
   int asked_ = 0;
 };
 
@@ -47,6 +49,29 @@ TEST(InterruptedImport, EndsWith130AndWritesNothing) {
   EXPECT_EQ(run.out.find("Wrote"), std::string::npos);
   EXPECT_EQ(ReadText(place / "ald.kpf"), before);
   EXPECT_FALSE(std::filesystem::exists(place / "ald.kpf.bak"));
+}
+
+TEST(InterruptedImport, EndsWith128AndTheNumberOfTheSignal) {
+  struct Case {
+    int signal;
+    int code;
+    const char* line;
+  };
+  const Workplace place;
+  place.Nursery();
+  const std::string before = ReadText(place / "ald.kpf");
+  for (const auto& [signal, code, line] :
+       {Case{SIGTERM, 143, "krnqb: import interrupted: asked to end (SIGTERM); nothing was written\n"},
+        Case{SIGHUP, 129,
+             "krnqb: import interrupted: the terminal was closed (SIGHUP); nothing was written\n"}}) {
+    const ProgramRun run =
+        RunProgram(place.ImportArguments("ald.kpf", {"--expenses"}),
+                   {.clock = std::make_shared<InterruptingClock>(1, signal), .errorIsTerminal = false});
+    EXPECT_EQ(run.code, code);
+    EXPECT_EQ(run.err, line);
+    EXPECT_EQ(ReadText(place / "ald.kpf"), before);
+    EXPECT_FALSE(std::filesystem::exists(place / "ald.kpf.tmp"));
+  }
 }
 
 TEST(InterruptedImport, IsReportedAsJson) {

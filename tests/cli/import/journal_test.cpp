@@ -43,6 +43,24 @@ TEST(ImportJournal, ListsEachAmountThatWasLeftOut) {
   EXPECT_EQ(skipped.at("count"), count);
 }
 
+TEST(ImportJournal, ReportsAFileThatCannotBeWritten) {
+  const Workplace place;
+  place.NurseryYear();
+  const std::string before = ReadText(place / "ald.kpf");
+  const auto error = [&](const std::string& file) {
+    const ProgramRun run = RunProgram(place.ImportArguments("ald.kpf", With(amounts, {"--journal", file})));
+    EXPECT_EQ(run.code, 1) << file;
+    return run.err;
+  };
+  EXPECT_EQ(error("/dev/full"),
+            "krnqb: writing the journal failed: /dev/full could not be written completely: No space left on "
+            "device; free some disk space and try again, or import without --journal\n");
+  EXPECT_EQ(error(place / "none/journal"), "krnqb: writing the journal failed: " + (place / "none/journal") +
+                                               ": No such file or directory; choose a file in a folder that "
+                                               "you can write to\n");
+  EXPECT_EQ(ReadText(place / "ald.kpf"), before);
+}
+
 TEST(ImportReport, ListsLeftOutAmountsByReason) {
   const Workplace place;
   place.NurseryYear();

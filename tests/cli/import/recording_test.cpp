@@ -132,6 +132,17 @@ TEST(ImportRecording, ReportsAFileThatCannotBeReplayed) {
   EXPECT_TRUE(message.ends_with("; record the exchange again with --record\n")) << message;
 }
 
+TEST(ImportRecording, IsNeitherAFolderNorADevice) {
+  const Workplace place;
+  for (const auto& [file, reason] :
+       {std::pair<std::string, std::string>{place.Folder().string(), "Is a directory"},
+        std::pair<std::string, std::string>{"/dev/zero", "it is a device"}}) {
+    const ProgramRun run = RunProgram({"import", "--replay", file, "--plan", place / "ald.kpf", "--income"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.err, "krnqb: opening the recording failed: " + file + ": " + reason + "; check the path\n");
+  }
+}
+
 TEST(ImportRecording, ReportsAFileThatCannotBeWritten) {
   const Workplace place;
   place.Nursery();
@@ -144,10 +155,10 @@ TEST(ImportRecording, ReportsAFileThatCannotBeWritten) {
                 ": No such file or directory; check the path and the permissions of its folder\n");
   const ProgramRun full = RunProgram(place.ImportArguments("ald.kpf", {"--income", "--record", "/dev/full"}));
   EXPECT_EQ(full.code, 1);
-  EXPECT_EQ(
-      full.err,
-      "krnqb: recording failed: /dev/full could not be written completely; free some disk space, or import "
-      "without --record\n");
+  EXPECT_EQ(full.err,
+            "krnqb: recording failed: /dev/full could not be written completely: No space left on device; "
+            "free some "
+            "disk space and try again, or import without --record\n");
   EXPECT_EQ(ReadText(place / "ald.kpf"), before);
 }
 
@@ -155,11 +166,12 @@ TEST(ImportRecording, NeverReplacesAFileThatTheImportNeeds) {
   const Workplace place;
   const std::string company = place.Nursery();
   const std::string before = ReadText(place / "ald.kpf");
-  for (const std::string& file : {place / "ald.kpf", company}) {
+  for (const std::string& option : {"--plan " + (place / "ald.kpf"), "--company " + company}) {
+    const std::string file = option.substr(option.find(' ') + 1);
     const ProgramRun run = RunProgram(place.ImportArguments("ald.kpf", {"--income", "--record", file}));
     EXPECT_EQ(run.code, 2);
-    EXPECT_EQ(run.err, "krnqb: wrong usage: --record " + file +
-                           " would replace a file that the import needs; give another file\n");
+    EXPECT_EQ(run.err, "krnqb: wrong usage: --record " + file + " and " + option +
+                           " are the same file; give another file\n");
   }
   EXPECT_EQ(ReadText(place / "ald.kpf"), before);
   EXPECT_EQ(RunProgram({"company", "info", company}).code, 0);

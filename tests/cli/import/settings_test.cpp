@@ -67,25 +67,6 @@ TEST(CheckImportOptions, RequiresACompanyOrARecording) {
   EXPECT_EQ(LineOf(options), "no failure");
 }
 
-TEST(CheckImportOptions, RefusesToRecordOverAFileThatTheImportNeeds) {
-  for (const std::string file : {"nursery.qbw", "plan.kpf", "plan.kpf.bak", "plan.kpf.lock"}) {
-    ImportCommand options = Options();
-    options.recordFile = file;
-    EXPECT_EQ(LineOf(options), "krnqb: wrong usage: --record " + file +
-                                   " would replace a file that the import needs; give another file");
-  }
-}
-
-TEST(CheckImportOptions, RefusesToRecordOverAnotherNameOfTheReplayedFile) {
-  const tests::Workplace place;
-  tests::WriteText(place / "exchange.jsonl", "");
-  std::filesystem::create_symlink("exchange.jsonl", place / "other.jsonl");
-  ImportCommand options = Options();
-  options.replayFile = place / "exchange.jsonl";
-  options.recordFile = place / "other.jsonl";
-  EXPECT_NE(LineOf(options).find("would replace a file that the import needs"), std::string::npos);
-}
-
 TEST(SettleImport, TakesProductAndStartFromThePlan) {
   const ImportSettings settings = SettleImport(Options(), *Plan(" product='cor' start='2004-07'"));
   EXPECT_EQ(settings.product, QBKRN_COR);

@@ -59,15 +59,62 @@ TEST_F(WaitingImport, ContinuesIfNotInterrupted) {
   EXPECT_NE(ReadText(place / "ald.kpf"), before);
 }
 
-TEST_F(WaitingImport, IsEndedByASecondInterrupt) {
+TEST_F(WaitingImport, HeedsEverySignalWhileItWaitsForAPipeToBeWritten) {
+  struct Case {
+    int signal;
+    int code;
+  };
+  for (const auto& [signal, code] : {Case{SIGINT, 130}, Case{SIGTERM, 143}, Case{SIGHUP, 129}}) {
+    ChildProcess import(Arguments());
+    // Opening waits until the import has opened the pipe, and so watches for signals.
+    const std::ofstream recording(place / "fifo");
+    import.Signal(signal);
+    EXPECT_EQ(import.Wait(), code);
+    EXPECT_NE(import.Errors().find("krnqb: import interrupted: "), std::string::npos);
+    EXPECT_EQ(ReadText(place / "ald.kpf"), before);
+  }
+}
+
+TEST_F(WaitingImport, HeedsSignalsWhileNobodyOpensThePipe) {
   ChildProcess import(Arguments());
-  std::ofstream recording(place / "fifo");
-  import.Signal(SIGINT);
-  // Pending signals are not counted: the first one must be delivered before the second is sent.
-  ::usleep(50000);
-  import.Signal(SIGINT);
-  EXPECT_EQ(import.Wait(), -SIGINT);
+  ::usleep(200000);  // until it waits; if it does not yet, the default action has the same exit status
+  import.Signal(SIGTERM);
+  const int status = import.Wait();
+  EXPECT_TRUE(status == 143 || status == -SIGTERM) << status;
+}
+
+TEST_F(WaitingImport, HeedsSignalsWhileNobodyReadsItsRecording) {
+  ChildProcess import(place.ImportArguments("ald.kpf", {"--expenses", "--record", place / "fifo"}));
+  EXPECT_EQ(import.ReadLine().find("Importing expense accounts from "), 0U);
+  import.Signal(SIGTERM);
+  EXPECT_EQ(import.Wait(), 143);
   EXPECT_EQ(ReadText(place / "ald.kpf"), before);
+}
+
+TEST_F(WaitingImport, HeedsSignalsWhileNobodyReadsItsOutput) {
+  ChildProcess import(place.ImportArguments("ald.kpf", {"--expenses"}), ChildProcess::Output::Blocked);
+  for (int waits = 0; waits < 1000 && !std::filesystem::exists(place / "ald.kpf.lock"); ++waits)
+    ::usleep(10000);
+  ::usleep(100000);  // until it announces itself
+  import.Signal(SIGTERM);
+  EXPECT_EQ(import.Wait(), 143);
+  EXPECT_EQ(import.Errors(), "krnqb: import interrupted: asked to end (SIGTERM); nothing was written\n");
+  EXPECT_EQ(ReadText(place / "ald.kpf"), before);
+}
+
+TEST_F(WaitingImport, IsEndedAtOnceByASecondSignal) {
+  for (const int second : {SIGINT, SIGTERM}) {
+    const int first = second == SIGINT ? SIGTERM : SIGINT;
+    ChildProcess import(Arguments());
+    std::ofstream recording(place / "fifo");
+    // Stopped, it cannot heed the first one before the second arrives.
+    for (const int signal : {SIGSTOP, first}) import.Signal(signal);
+    ::usleep(20000);
+    for (const int signal : {second, SIGCONT}) import.Signal(signal);
+    const int status = import.Wait();
+    EXPECT_TRUE(status == -SIGTERM || status == -SIGINT) << status;
+    EXPECT_EQ(ReadText(place / "ald.kpf"), before);
+  }
 }
 
 TEST_F(WaitingImport, SucceedsIfInterruptedOnceThePlanIsWritten) {

@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 
+#include "build_paths.h"
 #include "cli/program/child_process.h"
 #include "cli/workplace.h"
 
@@ -38,6 +39,83 @@ TEST_F(Program, EndsQuietlyIfItsReaderClosesThePipe) {
   const ShellRun run = Shell("krnqb plan show large.kpf --cells | head -n 1");
   EXPECT_EQ(run.out, "20000000000000000000000000000600\tdb_income_range_cat3\t0\t0\tAccount\n");
   EXPECT_EQ(run.err, "");
+}
+
+// The shell commands with which a program's output has lost its reader before the program starts.
+std::string WithoutReader(const std::string& command) {
+  return "mkfifo go; { read line <go; " + command + "; echo $? >code; } | { exec <&-; echo >go; }";
+}
+
+TEST_F(Program, ExitsWith141IfItsReaderEndsBeforeItPrints) {
+  EXPECT_EQ(Shell(WithoutReader("krnqb plan show ald.kpf")).err, "");
+  EXPECT_EQ(ReadText(place / "code"), "141\n");
+}
+
+TEST_F(Program, WritesThePlanEvenIfTheReaderOfItsReportEnds) {
+  const ShellRun run = Shell(WithoutReader("krnqb import --company nursery.qbw --plan ald.kpf --expenses"));
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(ReadText(place / "code"), "0\n");
+  EXPECT_NE(ReadText(place / "ald.kpf").find("<c>Advertising</c>"), std::string::npos);
+}
+
+TEST(ProgramWithAYear, SaysSoIfTheReaderOfItsRecordingEnds) {
+  const Workplace place;
+  place.NurseryYear();
+  const std::string before = ReadText(place / "ald.kpf");
+  // The recording is larger than the pipe: it is full when its reader ends.
+  const ShellRun run = RunShell(
+      place.Folder().string(),
+      "mkfifo recording; head -c 1 recording >first & krnqb import --company nursery.qbw --plan ald.kpf "
+      "--expenses --income --balances all --quiet --record recording");
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(
+      run.err,
+      "krnqb: recording failed: recording could not be written completely: Broken pipe; let the program "
+      "that reads it read to the end, or import without --record\n");
+  EXPECT_EQ(ReadText(place / "ald.kpf"), before);
+}
+
+TEST_F(Program, SaysSoIfAFileMayNotBeLarger) {
+  const std::string before = ReadText(place / "ald.kpf");
+  const ShellRun recording = Shell(
+      "ulimit -f 1; krnqb import --company nursery.qbw --plan ald.kpf --expenses --quiet --record recording");
+  EXPECT_EQ(recording.code, 1);
+  EXPECT_EQ(
+      recording.err,
+      "krnqb: recording failed: recording could not be written completely: File too large; raise the limit "
+      "of the size of files (ulimit -f) and try again, or import without --record\n");
+  const ShellRun plan =
+      Shell("ulimit -f 1; krnqb import --company nursery.qbw --plan ald.kpf --expenses --quiet");
+  EXPECT_EQ(plan.code, 1);
+  EXPECT_NE(plan.err.find("ald.kpf.tmp failed: File too large; the file is unchanged, raise the limit"),
+            std::string::npos)
+      << plan.err;
+  EXPECT_EQ(ReadText(place / "ald.kpf"), before);
+  EXPECT_FALSE(std::filesystem::exists(place / "ald.kpf.tmp"));
+}
+
+TEST_F(Program, ReplaysARecordingFromAPipe) {
+  const ShellRun run = Shell(
+      "krnqb import --company nursery.qbw --plan ald.kpf --expenses --dry-run --quiet --record recording && "
+      "cat recording | krnqb import --replay /dev/stdin --plan ald.kpf --expenses --quiet");
+  EXPECT_EQ(run.code, 0) << run.err;
+  EXPECT_NE(ReadText(place / "ald.kpf").find("<c>Advertising</c>"), std::string::npos);
+}
+
+TEST_F(Program, LoadsADocumentFromAPipe) {
+  ASSERT_EQ(Shell("krnqb company new other.qbw --name Other --fiscal-month 1 --processor 1.1").code, 0);
+  std::filesystem::copy_file(krnqb::tests::SamplesFolder() + "/nursery/accounts.xml", place / "accounts.xml");
+  const ShellRun run = Shell("cat accounts.xml | krnqb company load other.qbw /dev/stdin");
+  EXPECT_EQ(run.code, 0) << run.err;
+  EXPECT_EQ(run.out.find("/dev/stdin: added "), 0U) << run.out;
+}
+
+TEST_F(Program, RefusesADeviceAsADocument) {
+  const ShellRun run = Shell("krnqb company load nursery.qbw /dev/zero");
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.err,
+            "krnqb: loading failed: /dev/zero: it is a device; check the path and load again (nothing was "
+            "loaded)\n");
 }
 
 TEST_F(Program, LeavesThePlanWholeIfNobodyReadsItsOutput) {

@@ -1,0 +1,81 @@
+#include "files/input_file.h"
+
+#include <fmt/format.h>
+#include <sys/stat.h>
+
+#include <array>
+#include <cerrno>
+#include <utility>
+
+#include "files/fault.h"
+
+namespace krnqb::files {
+namespace {
+
+constexpr std::size_t partSize = 65536;
+
+std::string SizeText(std::uint64_t bytes) {
+  constexpr std::uint64_t kibibyte = 1024;
+  constexpr std::uint64_t gibibyte = kibibyte * kibibyte * kibibyte;
+  return bytes >= gibibyte ? fmt::format("{} GiB", bytes / gibibyte)
+                           : fmt::format("{} KiB", bytes / kibibyte);
+}
+
+}  // namespace
+
+InputFile::InputFile(std::filesystem::path file, ReadingRules rules, FileOperations& operations)
+    : file_(std::move(file)), rules_(std::move(rules)), operations_(operations) {
+  if (const std::error_code failure = operations_.OpenForReading(file_, opened_)) Fail(failure);
+  struct stat status {};
+  if (::fstat(opened_.Number(), &status) != 0) Fail(LastSystemError());
+  if (S_ISDIR(status.st_mode)) Fail(std::make_error_code(std::errc::is_a_directory));
+  if (S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode)) Fail("it is a device", "give the path of a file");
+  const bool readable = S_ISREG(status.st_mode) || (rules_.pipes && S_ISFIFO(status.st_mode));
+  if (!readable) Fail("it is not a regular file", "give the path of a regular file");
+  stamp_ = StampFrom(status);
+}
+
+std::size_t InputFile::Read(std::span<char> part) {
+  StopIfInterrupted(rules_.interrupted);
+  // Without this, a pipe that no program has opened yet would look like an empty one.
+  if (rules_.pipes) WaitFor(opened_, Readiness::ToRead, rules_.interrupted);
+  for (;;) {
+    std::size_t length = 0;
+    const std::error_code failure = operations_.Read(opened_, part, length);
+    if (!failure) return length;
+    if (failure == std::errc::resource_unavailable_try_again) {
+      WaitFor(opened_, Readiness::ToRead, rules_.interrupted);
+    } else if (failure == std::errc::interrupted) {
+      StopIfInterrupted(rules_.interrupted);
+    } else {
+      Fail(failure);
+    }
+  }
+}
+
+std::string InputFile::ReadAll(std::uint64_t limit) {
+  const auto tooLarge = [&] {
+    Fail(fmt::format("it holds {} or more", SizeText(limit)), "give a smaller file");
+  };
+  const auto expected = static_cast<std::uint64_t>(stamp_.size);
+  if (expected >= limit) tooLarge();
+  std::string bytes;
+  bytes.reserve(static_cast<std::size_t>(expected));
+  std::array<char, partSize> part{};
+  while (const std::size_t length = Read(part)) {
+    if (bytes.size() + length >= limit) tooLarge();
+    bytes.append(part.data(), length);
+  }
+  return bytes;
+}
+
+void InputFile::Fail(std::string_view reason, std::string_view advice) const {
+  if (!rules_.failure.empty()) throw FileError(rules_.failure, file_, reason, advice);
+  throw Error(error_number::unspecified, fmt::format("{}: {}", file_.string(), reason));
+}
+
+void InputFile::Fail(std::error_code reason) const {
+  Fail(reason.message(), FileAdvice(reason));
+}
+
+}  // namespace krnqb::files
