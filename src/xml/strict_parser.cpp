@@ -3,7 +3,10 @@
 #include <libxml/parser.h>
 
 #include <limits>
+#include <memory>
 #include <new>
+
+#include "xml/library_memory.h"
 
 namespace krnqb {
 namespace {
@@ -12,11 +15,17 @@ namespace {
 constexpr int strictOptions =
     XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_BIG_LINES | XML_PARSE_HUGE;
 
+struct FreeDocument {
+  void operator()(xmlDoc* document) const noexcept { xmlFreeDoc(document); }
+};
+
 void KeepError(void* context, xmlErrorPtr error) {
-  if (error == nullptr || error->message == nullptr || error->level < XML_ERR_ERROR) return;
-  std::string message = error->message;
-  while (message.ends_with('\n')) message.pop_back();
-  StrictParser::Of(context).KeepFault(error->line, std::move(message));
+  if (error == nullptr || error->level < XML_ERR_ERROR) return;
+  if (error->code == XML_ERR_NO_MEMORY) return StrictParser::Of(context).KeepShortage();
+  if (error->message == nullptr) return;
+  std::string_view message = error->message;
+  while (message.ends_with('\n')) message.remove_suffix(1);
+  StrictParser::Of(context).KeepFault(error->line, message);
 }
 
 void RefuseEntity(void* context) {
@@ -67,8 +76,13 @@ void StrictParser::Stop(void* parserContext) noexcept {
   xmlStopParser(parser);
 }
 
-void StrictParser::KeepFault(long line, std::string message) {
-  if (!fault_) fault_ = XmlFault{line, std::move(message)};
+// Called within the library, which no exception may cross.
+void StrictParser::KeepFault(long line, std::string_view message) noexcept {
+  try {
+    if (!fault_) fault_ = XmlFault{line, std::string(message)};
+  } catch (...) {
+    KeepShortage();
+  }
 }
 
 xmlDoc* StrictParser::Parse(std::string_view source, XmlEncoding encoding) {
@@ -78,12 +92,13 @@ xmlDoc* StrictParser::Parse(std::string_view source, XmlEncoding encoding) {
   }
   const bool utf8 = encoding == XmlEncoding::Utf8;
   const int options = utf8 ? strictOptions | XML_PARSE_IGNORE_ENC : strictOptions;
-  xmlDoc* document = xmlCtxtReadMemory(context_, source.data(), static_cast<int>(source.size()), nullptr,
-                                       utf8 ? "UTF-8" : nullptr, options);
+  const LibraryMemory memory;
+  std::unique_ptr<xmlDoc, FreeDocument> document(xmlCtxtReadMemory(
+      context_, source.data(), static_cast<int>(source.size()), nullptr, utf8 ? "UTF-8" : nullptr, options));
+  if (outOfMemory_ || memory.RanOut()) throw std::bad_alloc();
   if (document == nullptr) KeepFault(1, "the document is empty");
-  if (!fault_) return document;
-  xmlFreeDoc(document);
-  return nullptr;
+  if (outOfMemory_) throw std::bad_alloc();
+  return fault_ ? nullptr : document.release();
 }
 
 }  // namespace krnqb

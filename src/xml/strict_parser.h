@@ -40,12 +40,15 @@ class StrictParser {
   const std::optional<XmlFault>& Fault() const noexcept { return fault_; }
 
   /// Records a fault. Only the first is kept, because it usually causes the others.
-  void KeepFault(long line, std::string message);
+  void KeepFault(long line, std::string_view message) noexcept;
+  /// Makes `Parse` fail because memory ran out.
+  void KeepShortage() noexcept { outOfMemory_ = true; }
   static StrictParser& Of(void* context) noexcept;
 
  private:
   _xmlParserCtxt* context_;
   std::optional<XmlFault> fault_;
+  bool outOfMemory_ = false;
   void* subject_ = nullptr;
 };
 
