@@ -74,7 +74,7 @@ ExitCode Flushed(ExitCode code, bool changesFiles, const Console& console) {
 }  // namespace
 
 int RunKrnqb(std::span<const std::string> arguments, std::ostream& out, std::ostream& err,
-             const Surroundings& surroundings) noexcept {
+             const Surroundings& surroundings) noexcept try {
   const Console console{out, err, surroundings.errorIsTerminal};
   ExitCode code = ExitCode::Failed;
   bool changesFiles = false;
@@ -88,6 +88,10 @@ int RunKrnqb(std::span<const std::string> arguments, std::ostream& out, std::ost
     code = Fail({ExitCode::Failed, "the command failed", CaughtError(), "try again"}, arguments, console);
   }
   return static_cast<int>(Flushed(code, changesFiles, console));
+} catch (...) {
+  // There is no memory to report the failure in its own words.
+  err << "krnqb: the command failed: Out of memory; close other programs and try again" << std::endl;
+  return static_cast<int>(ExitCode::Failed);
 }
 
 }  // namespace krnqb::cli
