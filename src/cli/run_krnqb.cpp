@@ -81,7 +81,7 @@ ExitCode Flushed(ExitCode code, bool changesFiles, const Console& console, const
 }  // namespace
 
 int RunKrnqb(std::span<const std::string> arguments, std::ostream& out, std::ostream& err,
-             const Surroundings& surroundings) noexcept {
+             const Surroundings& surroundings) noexcept try {
   PrintableBuffer printableOut(out, PrintableBuffer::CarriageReturns::AtLineEnds);
   PrintableBuffer printableErr(err, PrintableBuffer::CarriageReturns::Everywhere);
   std::ostream results(&printableOut);
@@ -101,6 +101,10 @@ int RunKrnqb(std::span<const std::string> arguments, std::ostream& out, std::ost
   code = Flushed(code, changesFiles, console, surroundings);
   errors.flush();
   return static_cast<int>(code);
+} catch (...) {
+  // There is no memory to report the failure in its own words.
+  err << "krnqb: the command failed: Out of memory; close other programs and try again" << std::endl;
+  return static_cast<int>(ExitCode::Failed);
 }
 
 }  // namespace krnqb::cli

@@ -42,18 +42,24 @@ std::error_code RemoveUnlessClaimed(const fs::path& file) {
 }
 
 // Between creating and locking a file, another process may have removed it as left behind.
-bool StillNamed(const FileDescriptor& file, const fs::path& name) noexcept {
+std::error_code CheckStillNamed(const FileDescriptor& file, const fs::path& name) {
   struct stat opened {};
   struct stat named {};
-  return ::fstat(file.Number(), &opened) == 0 && ::lstat(name.c_str(), &named) == 0 &&
-         opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+  if (::fstat(file.Number(), &opened) != 0) return LastSystemError();
+  if (::lstat(name.c_str(), &named) != 0) return errno == ENOENT ? SystemError(EBUSY) : LastSystemError();
+  const bool same = opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+  return same ? Success() : SystemError(EBUSY);
 }
 
 std::error_code ClaimNew(const FileDescriptor& created, const fs::path& name) {
-  if (Claim(created)) return StillNamed(created, name) ? Success() : SystemError(EBUSY);
-  if (errno == EWOULDBLOCK) return SystemError(EBUSY);
-  const std::error_code failure = LastSystemError();
-  ::unlink(name.c_str());
+  std::error_code failure;
+  if (Claim(created)) {
+    failure = CheckStillNamed(created, name);
+  } else {
+    failure = errno == EWOULDBLOCK ? SystemError(EBUSY) : LastSystemError();
+  }
+  // A busy file belongs to another process now.
+  if (failure && failure != std::errc::device_or_resource_busy) ::unlink(name.c_str());
   return failure;
 }
 

@@ -9,9 +9,10 @@ namespace krnqb {
 
 /// The exception being handled, as an Error: itself, or 7 for a failed allocation, or 51 for any other. Call
 /// it in a catch block only.
-Error CaughtError();
+Error CaughtError() noexcept;
 
-/// Reports an error to the observer.
+/// Reports an error to the observer. Error 7 makes the import incomplete whatever `meaning` says, and a
+/// notice for which there is no memory is reported as one of Error 7 without its place.
 void ReportError(Observer& observer, NoticeKind kind, NoticeMeaning meaning, const Place& place,
                  const Error& error) noexcept;
 

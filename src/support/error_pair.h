@@ -14,10 +14,17 @@ struct ErrorPair {
   std::string description;
   ErrorKind kind = ErrorKind::Other;
 
-  void Set(const Error& error) {
-    number = error.Number();
-    description = error.Description();
-    kind = error.Kind();
+  /// Stores Error 7 instead if there is no memory for the description.
+  void Set(const Error& error) noexcept {
+    try {
+      description = error.Description();
+      number = error.Number();
+      kind = error.Kind();
+    } catch (...) {
+      description = "Out of memory";  // fits where the last description was
+      number = error_number::outOfMemory;
+      kind = ErrorKind::OutOfMemory;
+    }
   }
 };
 

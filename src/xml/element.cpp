@@ -3,6 +3,7 @@
 #include <libxml/tree.h>
 
 #include "krnqb/error.h"
+#include "xml/library_memory.h"
 #include "xml/parser.h"
 #include "xml/tree.h"
 
@@ -68,9 +69,11 @@ void AppendText(const xmlNode* top, std::string& text) {
 
 // Copies the source for its new document, because a document owns the names of its nodes.
 xmlNode* CopyInto(xmlDoc* document, xmlNode* source) {
-  xmlNode* const copy = xmlDocCopyNode(source, document, 1);
+  const LibraryMemory memory;
+  std::unique_ptr<xmlNode, FreeNode> copy(xmlDocCopyNode(source, document, 1));
+  memory.Check();  // a copy may lack texts
   if (copy == nullptr) throw std::bad_alloc();
-  return copy;
+  return copy.release();
 }
 
 bool AncestorDeclaresNamespaces(const xmlNode* node) {
@@ -115,7 +118,9 @@ std::string XmlElement::Text() const {
 
 std::optional<std::string> XmlElement::Attribute(std::string_view name) const {
   if (node_ == nullptr) return std::nullopt;
+  const LibraryMemory memory;
   const LibraryText value(xmlGetNoNsProp(XmlTree::NodeOf(*this), LibraryString(std::string(name))));
+  memory.Check();
   if (value == nullptr) return std::nullopt;
   return std::string(View(value.get()));
 }
@@ -126,11 +131,13 @@ std::string XmlElement::Xml() const {
   // A copy declares the namespaces that it uses and inherits; an element prints only its own declarations.
   const std::unique_ptr<xmlNode, FreeNode> copy(
       AncestorDeclaresNamespaces(self) ? CopyInto(tree_->document, self) : nullptr);
+  const LibraryMemory memory;
   const std::unique_ptr<xmlBuffer, FreeBuffer> buffer(xmlBufferCreate());
   if (buffer == nullptr) throw std::bad_alloc();
   xmlBufferSetAllocationScheme(buffer.get(), XML_BUFFER_ALLOC_DOUBLEIT);
-  if (xmlNodeDump(buffer.get(), tree_->document, copy ? copy.get() : self, 0, 0) < 0)
-    throw Error(error_number::unspecified);
+  const int length = xmlNodeDump(buffer.get(), tree_->document, copy ? copy.get() : self, 0, 0);
+  memory.Check();
+  if (length < 0) throw Error(error_number::unspecified);
   return {View(xmlBufferContent(buffer.get())).data(),
           static_cast<std::size_t>(xmlBufferLength(buffer.get()))};
 }
@@ -212,35 +219,35 @@ std::vector<XmlElement> XmlElement::SelectAll(const std::string& path) const {
 
 void XmlElement::SetText(std::string_view text) {
   xmlNode* const self = Required(*this);
+  // Setting the element's content instead would parse "&" as the start of a reference.
+  const LibraryMemory memory;
+  std::unique_ptr<xmlNode, FreeNode> content(xmlNewDocTextLen(
+      tree_->document, reinterpret_cast<const xmlChar*>(text.data()), static_cast<int>(text.size())));
+  memory.Check();
+  if (content == nullptr) throw std::bad_alloc();
   while (self->children != nullptr) {
     xmlNode* const child = self->children;
+    if (IsElement(child)) tree_->removed.push_back(child);
     xmlUnlinkNode(child);
-    if (IsElement(child)) {
-      tree_->removed.push_back(child);
-    } else {
-      xmlFreeNode(child);
-    }
+    if (!IsElement(child)) xmlFreeNode(child);
   }
-  if (text.empty()) return;
-  // Setting the element's content instead would parse "&" as the start of a reference.
-  xmlNode* const content = xmlNewDocTextLen(tree_->document, reinterpret_cast<const xmlChar*>(text.data()),
-                                            static_cast<int>(text.size()));
-  if (content == nullptr) throw std::bad_alloc();
-  xmlAddChild(self, content);
+  if (!text.empty()) xmlAddChild(self, content.release());
 }
 
 void XmlElement::SetAttribute(std::string_view name, std::string_view value) {
   xmlNode* const self = Required(*this);
+  const LibraryMemory memory;
   if (xmlSetProp(self, LibraryString(std::string(name)), LibraryString(std::string(value))) == nullptr) {
     throw std::bad_alloc();
   }
+  memory.Check();
 }
 
 XmlElement XmlElement::Clone() const {
   xmlNode* const self = Required(*this);
   xmlDoc* const document = xmlNewDoc(reinterpret_cast<const xmlChar*>("1.0"));
   if (document == nullptr) throw std::bad_alloc();
-  auto clone = std::make_shared<XmlTree>(document);
+  auto clone = XmlTree::Owning(document);
   xmlNode* const copy = CopyInto(document, self);
   xmlDocSetRootElement(document, copy);
   return XmlTree::Handle(std::move(clone), copy);
@@ -259,8 +266,8 @@ XmlElement XmlElement::InsertCopy(const XmlElement& source, const XmlElement& be
 
 void XmlElement::Remove() {
   xmlNode* const self = Required(*this);
-  xmlUnlinkNode(self);
   tree_->removed.push_back(self);
+  xmlUnlinkNode(self);
 }
 
 }  // namespace krnqb

@@ -12,7 +12,7 @@ XmlParseResult ParseXml(std::string_view source, XmlEncoding encoding) {
   StrictParser parser;
   xmlDoc* const document = parser.Parse(source, encoding);
   if (document == nullptr) return {{}, parser.Fault()};
-  auto tree = std::make_shared<XmlTree>(document);
+  auto tree = XmlTree::Owning(document);
   xmlNode* const root = xmlDocGetRootElement(document);
   return {XmlTree::Handle(std::move(tree), root), std::nullopt};
 }

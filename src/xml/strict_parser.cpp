@@ -3,9 +3,11 @@
 #include <libxml/parser.h>
 
 #include <limits>
+#include <memory>
 #include <new>
 
 #include "xml/attribute_count.h"
+#include "xml/library_memory.h"
 
 namespace krnqb {
 namespace {
@@ -23,14 +25,19 @@ constexpr int mostNamespaces = 1000;
 // In bytes. Bounds the attributes of a tag in an encoding in which `FindCrowdedTag` finds none.
 constexpr std::size_t mostNames = std::size_t{64} * 1024;
 
+struct FreeDocument {
+  void operator()(xmlDoc* document) const noexcept { xmlFreeDoc(document); }
+};
+
 void KeepError(void* context, xmlErrorPtr error) {
-  if (error == nullptr || error->message == nullptr || error->level < XML_ERR_ERROR) return;
+  if (error == nullptr || error->level < XML_ERR_ERROR) return;
   StrictParser& parser = StrictParser::Of(context);
   // The library reports that it may not keep another name like a lack of memory.
   if (parser.NamesExhausted() && (error->code == XML_ERR_NO_MEMORY || error->code == XML_ERR_NAME_REQUIRED)) {
     return parser.KeepFault(error->line, "the document has too many different names");
   }
   if (error->code == XML_ERR_NO_MEMORY) return parser.KeepOutOfMemory();
+  if (error->message == nullptr) return;
   // A document is not required to be valid.
   if (error->domain == XML_FROM_VALID || error->domain == XML_FROM_DTD) return;
   std::string_view message = error->message;
@@ -119,12 +126,13 @@ void StrictParser::Stop(void* parserContext) noexcept {
   xmlStopParser(parser);
 }
 
+// Called within the library, which no exception may cross.
 void StrictParser::KeepFault(long line, std::string_view message) noexcept {
   if (fault_ || outOfMemory_) return;
   try {
     fault_ = XmlFault{line, std::string(message)};
-  } catch (const std::bad_alloc&) {
-    outOfMemory_ = true;
+  } catch (...) {
+    KeepOutOfMemory();
   }
 }
 
@@ -148,15 +156,15 @@ xmlDoc* StrictParser::Parse(std::string_view source, XmlEncoding encoding) {
   const bool utf8 = encoding == XmlEncoding::Utf8;
   limitsNames_ = !utf8;
   const int options = utf8 ? strictOptions | XML_PARSE_IGNORE_ENC : strictOptions;
-  xmlDoc* document = xmlCtxtReadMemory(context_, source.data(), static_cast<int>(source.size()), nullptr,
-                                       utf8 ? "UTF-8" : nullptr, options);
+  const LibraryMemory memory;
+  std::unique_ptr<xmlDoc, FreeDocument> document(xmlCtxtReadMemory(
+      context_, source.data(), static_cast<int>(source.size()), nullptr, utf8 ? "UTF-8" : nullptr, options));
+  if (memory.RanOut() && !NamesExhausted()) KeepOutOfMemory();
   if (document == nullptr) KeepFault(1, "the document is empty");
+  if (outOfMemory_) throw std::bad_alloc();
   // The document shares the names; what is added to it later has no limit.
   if (document != nullptr && document->dict != nullptr) xmlDictSetLimit(document->dict, 0);
-  if (!fault_ && !outOfMemory_) return document;
-  xmlFreeDoc(document);
-  if (outOfMemory_) throw std::bad_alloc();
-  return nullptr;
+  return fault_ ? nullptr : document.release();
 }
 
 }  // namespace krnqb

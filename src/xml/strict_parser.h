@@ -44,6 +44,7 @@ class StrictParser {
 
   /// Records a fault. Only the first is kept, because it usually causes the others.
   void KeepFault(long line, std::string_view message) noexcept;
+  /// Makes `Parse` fail because memory ran out.
   void KeepOutOfMemory() noexcept { outOfMemory_ = true; }
   /// Returns whether the names of the document take more memory than they may.
   bool NamesExhausted() const noexcept;

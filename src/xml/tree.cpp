@@ -9,9 +9,14 @@
 #include <optional>
 
 #include "krnqb/error.h"
+#include "xml/library_memory.h"
 
 namespace krnqb {
 namespace {
+
+struct FreeDocument {
+  void operator()(xmlDoc* document) const noexcept { xmlFreeDoc(document); }
+};
 
 struct FreeXPathObject {
   void operator()(xmlXPathObject* object) const noexcept { xmlXPathFreeObject(object); }
@@ -51,11 +56,19 @@ class DocumentOfDetached {
 
 }  // namespace
 
+std::shared_ptr<XmlTree> XmlTree::Owning(xmlDoc* document) {
+  std::unique_ptr<xmlDoc, FreeDocument> owned(document);
+  auto tree = std::make_shared<XmlTree>(document);
+  owned.release();
+  return tree;
+}
+
 XmlTree::XmlTree(xmlDoc* ownedDocument) : document(ownedDocument) {
   // The library declares the text that it allocated for us as constant.
   // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
   if (document->encoding != nullptr) xmlFree(const_cast<xmlChar*>(document->encoding));
   document->encoding = xmlCharStrdup("UTF-8");
+  if (document->encoding == nullptr) throw std::bad_alloc();
 }
 
 XmlTree::~XmlTree() {
@@ -77,6 +90,7 @@ xmlNode* XmlTree::NodeOf(const XmlElement& element) noexcept {
 }
 
 std::vector<xmlNode*> XmlTree::Evaluate(const std::string& path, xmlNode* from, unsigned long* visitsLeft) {
+  const LibraryMemory memory;
   if (evaluation_ == nullptr) {
     evaluation_ = xmlXPathNewContext(document);
     if (evaluation_ == nullptr) throw std::bad_alloc();
@@ -91,6 +105,7 @@ std::vector<xmlNode*> XmlTree::Evaluate(const std::string& path, xmlNode* from, 
   const std::unique_ptr<xmlXPathObject, FreeXPathObject> result(
       xmlXPathEvalExpression(reinterpret_cast<const xmlChar*>(path.c_str()), evaluation_));
   if (visitsLeft != nullptr) *visitsLeft -= std::min(*visitsLeft, evaluation_->opCount);
+  memory.Check();
   if (result == nullptr || result->type != XPATH_NODESET) throw Error(error_number::unspecified);
   std::vector<xmlNode*> nodes;
   if (result->nodesetval == nullptr) return nodes;

@@ -15,8 +15,10 @@ namespace krnqb {
 /// A parsed document and the elements detached from it, which live as long as the document because handles
 /// may still refer to them.
 struct XmlTree {
-  /// Takes ownership of the document and marks it as UTF-8, so that it is written without character
-  /// references.
+  /// Returns a tree that owns the document and marks it as UTF-8, so that it is written without character
+  /// references. Frees the document if it throws.
+  static std::shared_ptr<XmlTree> Owning(_xmlDoc* document);
+  /// As `Owning`, but leaves the document to the caller if it throws.
   explicit XmlTree(_xmlDoc* document);
   ~XmlTree();
   XmlTree(const XmlTree&) = delete;

@@ -146,7 +146,10 @@ class PlanImport {
     saving_ = true;
     const bool changed = AnyChange(outcome_.tables);
     if (changed && !options_.dryRun) {
-      outcome_.backupFile = Attempt([&] { return plan_->Save().string(); });
+      // Once the plan is saved nothing may fail any more, so there is room for the name already.
+      constexpr std::size_t roomForSuffix = 16;
+      outcome_.backupFile.reserve(plan_->Path().native().size() + roomForSuffix);
+      Attempt([&] { outcome_.backupFile = plan_->Save().native(); });
     }
     outcome_.result = options_.dryRun ? ImportResult::DryRun
                       : changed       ? ImportResult::Imported

@@ -17,9 +17,7 @@ std::string EndText(const ImportOutcome& outcome, const ImportCommand& options) 
   return fmt::format("Wrote {}. Its previous version is kept as {}.\n", options.planFile, outcome.backupFile);
 }
 
-}  // namespace
-
-void PrintOutcome(const ImportOutcome& outcome, const ImportCommand& options, const Console& console) {
+void Print(const ImportOutcome& outcome, const ImportCommand& options, const Console& console) {
   for (const Notice& omission : outcome.report.Missing()) {
     PrintError(console, fmt::format("krnqb: incomplete: {}", OmissionText(omission)));
   }
@@ -30,6 +28,18 @@ void PrintOutcome(const ImportOutcome& outcome, const ImportCommand& options, co
     console.out << ImportOutcomeJson(outcome) << '\n';
   } else if (!options.quiet && !failed) {
     console.out << ChangeReport(outcome.tables) << SkippedReport(outcome.report) << EndText(outcome, options);
+  }
+}
+
+}  // namespace
+
+void PrintOutcome(const ImportOutcome& outcome, const ImportCommand& options, const Console& console) {
+  try {
+    Print(outcome, options, console);
+  } catch (...) {
+    // The plan may be saved by now, so this is no failure of the import.
+    console.err << "krnqb: printing the report failed: Out of memory; the exit code says how the import ended"
+                << std::endl;
   }
 }
 
