@@ -144,5 +144,11 @@ TEST(PlanAlignment, MatchesTheRowsOfALargeBlockOnBothSidesOfOneGap) {
   for (std::size_t row = 100; row < 160; ++row) ASSERT_EQ(added[row], row - 40);
 }
 
+TEST(PlanAlignment, TakesTheLastOfManyEqualRowsInALargeBlockAsAdded) {
+  const auto matches = MatchRows(LargeBlock(120, 0, 0, "1"), LargeBlock(160, 0, 0, "2"));
+  for (std::size_t row = 0; row < 120; ++row) ASSERT_EQ(matches[row], row);
+  for (std::size_t row = 120; row < 160; ++row) ASSERT_EQ(matches[row], std::nullopt);
+}
+
 }  // namespace
 }  // namespace krnqb::plan_file
