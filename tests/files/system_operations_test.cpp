@@ -6,9 +6,11 @@
 
 #include <array>
 #include <csignal>
+#include <optional>
 #include <string>
 
 #include "files/operations.h"
+#include "files/reading.h"
 #include "temporary_folder.h"
 
 namespace krnqb::files {
@@ -83,6 +85,19 @@ TEST(KeptMode, IncludesTheBitThatMakesAFileItsGroups) {
 TEST(SyncedFolder, MayBeInAFileSystemThatNeedsNoFlushing) {
   SystemFileOperations operations;
   EXPECT_FALSE(operations.SyncFolder("/proc"));
+}
+
+TEST(FileStamp, DiffersAfterAnotherWriteWithinTheSecond) {
+  const TemporaryFolder folder;
+  WriteText(folder / "plan", "same size");
+  std::array<timespec, 2> times{{{0, UTIME_OMIT}, {1'000'000'000, 250'000'000}}};
+  ASSERT_EQ(::utimensat(AT_FDCWD, (folder / "plan").c_str(), times.data(), 0), 0);
+  const std::optional<FileStamp> stamp = StampOf(folder / "plan");
+  ASSERT_TRUE(stamp);
+  EXPECT_EQ(StampOf(folder / "plan"), stamp);
+  times[1].tv_nsec = 750'000'000;
+  ASSERT_EQ(::utimensat(AT_FDCWD, (folder / "plan").c_str(), times.data(), 0), 0);
+  EXPECT_NE(StampOf(folder / "plan"), stamp);
 }
 
 }  // namespace
