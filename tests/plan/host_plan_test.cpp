@@ -60,6 +60,7 @@ TEST(ReadPlanTable, ReportsATableThatCannotBeRead) {
     EXPECT_FALSE(HostPlan(plan, observer).ReadPlanTable(id)) << text;
     ASSERT_EQ(observer.notices.size(), 1U) << text;
     EXPECT_EQ(observer.notices[0].kind, NoticeKind::TableUnreadable);
+    EXPECT_EQ(observer.notices[0].meaning, NoticeMeaning::Incomplete);
     EXPECT_EQ(observer.notices[0].description, id);
   }
 }
@@ -73,6 +74,7 @@ TEST(HostPlan, ReportsAnEmptyText) {
   HostPlan(plan, observer).Load("");
   ASSERT_EQ(observer.notices.size(), 1U);
   EXPECT_EQ(observer.notices[0].kind, NoticeKind::TablesNotLoaded);
+  EXPECT_EQ(observer.notices[0].meaning, NoticeMeaning::Incomplete);
   EXPECT_EQ(observer.notices[0].place.operation, Operation::Deserialize);
   EXPECT_EQ(content->loaded, (std::vector<std::string>{"<tables/>", ""})) << "the plan receives every text";
 }

@@ -124,5 +124,31 @@ INSTANTIATE_TEST_SUITE_P(PlanAlignment, ManyMatchedRows, testing::Bool(),
                            return test.param ? "Named" : "Blank";
                          });
 
+// Rows of three names, each occurring many times.
+Rows LargeBlock(std::size_t first, std::size_t middle, std::size_t last, std::string_view amount) {
+  Rows rows(first, PlanRow{"Plants", std::string(amount)});
+  rows.resize(first + middle, PlanRow{"Seeds", std::string(amount)});
+  rows.resize(first + middle + last, PlanRow{"Tools", std::string(amount)});
+  return rows;
+}
+
+TEST(PlanAlignment, MatchesTheRowsOfALargeBlockOnBothSidesOfOneGap) {
+  const Rows longer = LargeBlock(60, 40, 60, "1");
+  const Rows shorter = LargeBlock(60, 0, 60, "2");
+  const auto removed = MatchRows(longer, shorter);
+  for (std::size_t row = 0; row < 60; ++row) ASSERT_EQ(removed[row], row);
+  for (std::size_t row = 60; row < 120; ++row) ASSERT_EQ(removed[row], row + 40);
+  const auto added = MatchRows(shorter, longer);
+  for (std::size_t row = 0; row < 60; ++row) ASSERT_EQ(added[row], row);
+  for (std::size_t row = 60; row < 100; ++row) ASSERT_EQ(added[row], std::nullopt);
+  for (std::size_t row = 100; row < 160; ++row) ASSERT_EQ(added[row], row - 40);
+}
+
+TEST(PlanAlignment, TakesTheLastOfManyEqualRowsInALargeBlockAsAdded) {
+  const auto matches = MatchRows(LargeBlock(120, 0, 0, "1"), LargeBlock(160, 0, 0, "2"));
+  for (std::size_t row = 0; row < 120; ++row) ASSERT_EQ(matches[row], row);
+  for (std::size_t row = 120; row < 160; ++row) ASSERT_EQ(matches[row], std::nullopt);
+}
+
 }  // namespace
 }  // namespace krnqb::plan_file

@@ -170,5 +170,10 @@ TEST_F(SkippedAmounts, ChangeNeitherOtherAmountsNorTheErrorPair) {
   EXPECT_EQ(surroundings.errorPair.description, "");
 }
 
+TEST_F(SkippedAmounts, IncludeALineWithoutAnAmount) {
+  EXPECT_EQ(Spend(ExpenseLine(AccountRef("E-1"))), Reasons{SkipReason::AmountIsNoNumber});
+  EXPECT_EQ(Sell(Sale(ItemRef("IT-1"))), Reasons{SkipReason::AmountIsNoNumber});
+}
+
 }  // namespace
 }  // namespace krnqb

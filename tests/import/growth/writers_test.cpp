@@ -302,5 +302,12 @@ TEST_P(GrowthWriters, KeepTheRestOfATable) {
   EXPECT_EQ(Write(rest), TextOf("<t a=\"b\">\n<!-- e --><![CDATA[<f>]]></t>"));
 }
 
+TEST_P(GrowthWriters, ReportABlockWithoutAStartRow) {
+  Write(AmountBlock(Planned(), "startrow=\"5\"", PlannedRow("Blue")));
+  EXPECT_FALSE(observer.Reported(NoticeKind::StatementSkipped, error_number::typeMismatch));
+  Write(AmountBlock(Planned(), "", PlannedRow("Blue")));
+  EXPECT_TRUE(observer.Reported(NoticeKind::StatementSkipped, error_number::typeMismatch));
+}
+
 }  // namespace
 }  // namespace krnqb

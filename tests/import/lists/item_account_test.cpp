@@ -192,5 +192,10 @@ TEST_F(ItemAccountTest, IsTheSameOnRepeatedCalls) {
   }
 }
 
+TEST_F(ItemAccountTest, IsReportedAsAnErrorWithoutAList) {
+  EXPECT_EQ(ItemList().ExpenseAccount("IT-1", observer), "");
+  EXPECT_TRUE(observer.Reported(NoticeKind::StatementSkipped, error_number::objectNotSet));
+}
+
 }  // namespace
 }  // namespace krnqb
