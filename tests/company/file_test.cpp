@@ -200,5 +200,11 @@ TEST_F(CompanyFiles, ThatAreDamagedAreReported) {
   EXPECT_NE(error.Description().find("is damaged"), std::string::npos) << error.Description();
 }
 
+TEST_F(CompanyFiles, ThatCannotBeFilledAreRemoved) {
+  std::filesystem::create_directory(folder / "company.qbw-journal");  // where the database keeps its journal
+  EXPECT_EQ(ThrownError([&] { NewCompany("1.1"); }).Number(), company_error::cannotOpen);
+  EXPECT_EQ(folder.FileNames(), std::vector<std::string>{"company.qbw-journal"});
+}
+
 }  // namespace
 }  // namespace krnqb::company

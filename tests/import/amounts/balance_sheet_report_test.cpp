@@ -212,5 +212,14 @@ TEST_F(BalanceSheetReport, FailsWithoutASession) {
   EXPECT_EQ(NumberThrownBy([&] { Parse(); }), error_number::objectNotSet);
 }
 
+TEST_F(BalanceSheetReport, ReportsTheFirstAmountOfARowOfAMissingType) {
+  target = SubtotalCollection();
+  Answer("Bank", ReportRow("Checking", {"1", "70"}));
+  Parse();
+  const auto skipped = surroundings.SkippedAmounts();
+  ASSERT_EQ(skipped.size(), 1U);
+  EXPECT_EQ(skipped[0].skipped->amount, "1");
+}
+
 }  // namespace
 }  // namespace krnqb

@@ -264,5 +264,10 @@ TEST(RequestedProfitAndLossReport, ReportsAnErrorStatus) {
   EXPECT_EQ(notice.place.fromDate, "2002-01-01");
 }
 
+TEST_F(ProfitAndLossReport, DoesNotReportAnAccountWithoutSubtotalWhoseAmountsAreZero) {
+  ParseRows(ReportRow("Wages", {"0.00", "0.00"}) + ReportRow("Freight", {}));
+  EXPECT_TRUE(observer.notices.empty());
+}
+
 }  // namespace
 }  // namespace krnqb

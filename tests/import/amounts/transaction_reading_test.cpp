@@ -327,5 +327,10 @@ TEST_F(ReadingTransactions, KeepsTheTextsOfMovedLines) {
   }
 }
 
+TEST_F(ReadingTransactions, IgnoresStatusesInsideAnAnswer) {
+  Bills("<BillRet statusCode=\"500\">" + ExpenseLine(Amount("1")) + "</BillRet>");
+  EXPECT_TRUE(observer.notices.empty());
+}
+
 }  // namespace
 }  // namespace krnqb
