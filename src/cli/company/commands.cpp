@@ -8,11 +8,11 @@
 #include <sstream>
 #include <system_error>
 
+#include "cli/company/interruptible.h"
 #include "cli/company/json_output.h"
 #include "cli/console/attempt.h"
 #include "cli/console/text_table.h"
-#include "company/file.h"
-#include "company/records/errors.h"
+#include "cli/import/company_file.h"
 #include "support/date.h"
 
 namespace krnqb::cli {
@@ -21,8 +21,6 @@ namespace {
 using company::CompanyFile;
 using company::FileAccess;
 using company::RecordCount;
-
-constexpr std::string_view createCompany = "check the path, or create a company with krnqb company new";
 
 // "52 AccountRet, 3 ItemServiceRet", or "nothing".
 std::string CountsText(const std::vector<RecordCount>& counts) {
@@ -83,6 +81,42 @@ std::string InfoText(const company::CompanyInfo& info) {
   return text + records.Text("  ");
 }
 
+void WarnOfChecksums(const CompanyFile& company, const std::string& path, const Console& console) {
+  if (const auto warning = ChecksumWarning(path, company.HasChecksums())) Warn(console, *warning);
+}
+
+company::CompanyInfo InfoOf(const CompanyFile& company) {
+  try {
+    return company.Info();
+  } catch (...) {
+    throw CompanyFailure("reading the company failed", CaughtError(), "run krnqb company check");
+  }
+}
+
+// Returns the failure of a load from the exception being handled. Each document is loaded whole or not at
+// all.
+Failure LoadFailure(std::size_t loaded, bool interrupted) {
+  const ExitCode code = loaded > 0    ? ExitCode::Incomplete
+                        : interrupted ? ExitCode::Interrupted
+                                      : ExitCode::Failed;
+  if (interrupted) {
+    return {code, "loading interrupted", Error(error_number::unspecified, "stopped on request"),
+            loaded == 0 ? "nothing was loaded" : "load the rest of the documents (those before are loaded)"};
+  }
+  const std::string rest = loaded == 0
+                               ? "fix the document and load it again (nothing was loaded)"
+                               : "fix the document, then load it and the rest (those before it are loaded)";
+  try {
+    throw;
+  } catch (const Failure& failure) {
+    return failure;
+  } catch (...) {
+    const Error error = CaughtError();
+    if (error.Kind() == ErrorKind::Unspecified) return {code, error};
+    return {code, "loading failed", error, rest};
+  }
+}
+
 }  // namespace
 
 ExitCode Run(const NewCompanyOptions& options, const Console& console) {
@@ -97,20 +131,17 @@ ExitCode Run(const NewCompanyOptions& options, const Console& console) {
 
 ExitCode Run(const LoadCompanyOptions& options, const Console& console) {
   const std::vector<Document> documents = Documents(options.documents);
-  CompanyFile company = Attempt("opening the company failed", createCompany,
-                                [&] { return CompanyFile::Open(options.file, FileAccess::ReadWrite); });
+  const InterruptWatch interrupts;
   std::size_t loaded = 0;
-  for (const auto& [document, bytes] : documents) {
-    try {
+  try {
+    CompanyFile company = OpenCompany(options.file, FileAccess::ReadWrite, interrupts);
+    WarnOfChecksums(company, options.file, console);
+    for (const auto& [document, bytes] : documents) {
       console.out << LoadText(company.Load(document, bytes));
       ++loaded;
-    } catch (...) {
-      const std::string rest =
-          loaded == 0 ? "fix the document and load it again (nothing was loaded)"
-                      : "fix the document, then load it and the rest (those before it are loaded)";
-      throw Failure(loaded == 0 ? ExitCode::Failed : ExitCode::Incomplete, "loading failed", CaughtError(),
-                    rest);
     }
+  } catch (...) {
+    throw LoadFailure(loaded, interrupts.Requested());
   }
   return ExitCode::Done;
 }
@@ -120,9 +151,13 @@ ExitCode Run(const GenerateCompanyOptions& options, const Console& console) {
   settings.firstYear = options.years.first;
   settings.lastYear = options.years.last;
   settings.seed = static_cast<std::uint64_t>(options.seed);
-  const sample_company::GeneratorSummary made =
-      Attempt("creating the company failed", "change the setting or give another path",
-              [&] { return sample_company::GenerateCompany(options.file, settings); });
+  sample_company::GeneratorSummary made;
+  RunInterruptibly("creating the company", "no file was created", [&](const InterruptWatch& interrupts) {
+    made = Attempt("creating the company failed", "change the setting or give another path", [&] {
+      return sample_company::GenerateCompany(options.file, settings, FollowInterrupts(interrupts));
+    });
+    return ExitCode::Done;
+  });
   console.out << fmt::format("Created {}: company {}, {} to {}, answers qbXML up to {}.\n", options.file,
                              settings.companyName, settings.firstYear, settings.lastYear,
                              settings.processorVersion);
@@ -133,11 +168,14 @@ ExitCode Run(const GenerateCompanyOptions& options, const Console& console) {
 }
 
 ExitCode Run(const CompanyInfoOptions& options, const Console& console) {
-  const company::CompanyInfo info = Attempt("opening the company failed", createCompany, [&] {
-    return CompanyFile::Open(options.file, FileAccess::ReadOnly).Info();
-  });
-  console.out << (options.json ? CompanyInfoJson(info) + '\n' : InfoText(info));
-  return ExitCode::Done;
+  return RunInterruptibly(
+      "reading the company", "nothing was changed", [&](const InterruptWatch& interrupts) {
+        const CompanyFile company = OpenCompany(options.file, FileAccess::ReadOnly, interrupts);
+        const company::CompanyInfo info = InfoOf(company);
+        WarnOfChecksums(company, options.file, console);
+        console.out << (options.json ? CompanyInfoJson(info) + '\n' : InfoText(info));
+        return ExitCode::Done;
+      });
 }
 
 }  // namespace krnqb::cli

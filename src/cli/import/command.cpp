@@ -49,7 +49,7 @@ class PlanImport {
  private:
   void ReadAndSave() {
     if (dialogs_ == nullptr) CheckImportOptions(options_);
-    const ImportSource source = OpenImportSource(options_);
+    const ImportSource source = OpenImportSource(options_, interrupts_);
     LockPlan();
     plan_ = Attempt([&] { return plan_file::PlanFile::Open(options_.planFile); });
     const ImportSettings settings = SettleImport(options_, *plan_);
