@@ -32,8 +32,8 @@ void ThrowFault(const std::string& file, const FileSystem& files) {
                       file, files.Journal()));
     case StorageFault::ForeignJournal:
       throw CompanyNeedsRepair(
-          fmt::format("The journal {} names another file or is none, so no load has left it; remove it and "
-                      "run krnqb company check {}",
+          fmt::format("The journal {} names another file or is not a regular file, so no load has left it; "
+                      "remove it and run krnqb company check {}",
                       files.Journal(), file));
     case StorageFault::WriteAheadLog:
       throw CompanyNeedsRepair(

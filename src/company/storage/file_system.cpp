@@ -147,7 +147,7 @@ int FileSystem::OpenJournal(const char* name, sqlite3_file* handle, int flags, i
   return SQLITE_OK;
 }
 
-// SQLite regards an empty journal as none. Anything but a file counts, so that opening it is tried and
+// To SQLite an empty journal is a missing one. Anything but a file counts, so that opening it is tried and
 // refused.
 bool FileSystem::JournalExists() const noexcept {
   struct stat status {};
