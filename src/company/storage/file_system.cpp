@@ -98,7 +98,8 @@ int FileSystem::Open(const std::filesystem::path& file, int flags, sqlite3** con
   const int found = system_->own->xFullPathname(system_->own, file.c_str(), static_cast<int>(resolved.size()),
                                                 resolved.data());
   if (found != SQLITE_OK && found != SQLITE_OK_SYMLINK) return found;
-  path_ = resolved.c_str();
+  resolved.resize(std::strlen(resolved.c_str()));
+  path_ = resolved;
   journal_ = path_ + "-journal";
 
   // Only this connection uses the file system; it needs the name no longer than to find it.

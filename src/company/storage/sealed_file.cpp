@@ -20,7 +20,9 @@ constexpr auto pageLength = static_cast<sqlite3_int64>(pageSize);
 // SQLite locks bytes of this page, so it never writes it.
 constexpr sqlite3_int64 lockPage = 0x4000'0000 / pageLength + 1;
 
+// SQLite passes only handles that `OpenHandle` has opened.
 SealedFile& Of(sqlite3_file* handle) noexcept {
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-static-cast-downcast)
   return *static_cast<SealedFileHandle*>(handle)->sealed;
 }
 
@@ -207,7 +209,8 @@ void OpenHandle(sqlite3_file* handle, SealedFile& file) noexcept {
 }
 
 sqlite3_file* SystemFileOf(sqlite3_file* handle) noexcept {
-  return static_cast<sqlite3_file*>(static_cast<void*>(static_cast<SealedFileHandle*>(handle) + 1));
+  auto* const bytes = static_cast<char*>(static_cast<void*>(handle));
+  return static_cast<sqlite3_file*>(static_cast<void*>(bytes + sizeof(SealedFileHandle)));
 }
 
 int LearnFormat(SealedFile& file) noexcept {
