@@ -9,6 +9,10 @@ set(KRNQB_XML LibXml2::LibXml2)
 find_package(SQLite3 3.40 REQUIRED)
 set(KRNQB_DATABASE SQLite::SQLite3)
 
+# The checksums of its pages.
+pkg_check_modules(XXHASH REQUIRED IMPORTED_TARGET libxxhash>=0.8)
+set(KRNQB_CHECKSUM PkgConfig::XXHASH)
+
 # The lower case of collection keys.
 pkg_check_modules(UTF8PROC REQUIRED IMPORTED_TARGET libutf8proc)
 set(KRNQB_UNICODE PkgConfig::UTF8PROC)

@@ -116,6 +116,12 @@ void AddCompanyInfo(Options options, CompanyInfoOptions& info) {
   options.Flag("--json", info.json, "Print one JSON object");
 }
 
+void AddCheckCompany(Options options, CheckCompanyOptions& check) {
+  options.Argument("FILE", check.file, "Company file to check");
+  options.Flag("--fix", check.fix, "Undo an interrupted load; add checksums to a file without them");
+  options.Flag("--json", check.json, "Print one JSON object");
+}
+
 void AddGenerateCompany(Options options, GenerateCompanyOptions& company) {
   sample_company::GeneratorSettings& settings = company.settings;
   options.Argument("FILE", company.file, "Company file to create (.qbw)");
@@ -195,6 +201,8 @@ class CommandTree {
                             help_text::loadCompany, AddLoadCompany);
     Add<CompanyInfoOptions>(company, "info", "Show what a company file contains", help_text::companyInfo,
                             AddCompanyInfo);
+    Add<CheckCompanyOptions>(company, "check", "Check a company file for damage", help_text::checkCompany,
+                             AddCheckCompany);
     Add<GenerateCompanyOptions>(company, "generate", "Generate a company with years of transactions",
                                 help_text::generateCompany, AddGenerateCompany);
     CLI::App& plan = AddFamily("plan", "Create and show plan files", help_text::plan);

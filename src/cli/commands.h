@@ -4,6 +4,7 @@
 #include <variant>
 
 #include "cli/company/accounts_command.h"
+#include "cli/company/check_command.h"
 #include "cli/company/commands.h"
 #include "cli/company/companies_command.h"
 #include "cli/company/question_commands.h"
@@ -21,7 +22,7 @@ struct PrintedText {
 /// A parsed command line: one command with its options.
 using Command =
     std::variant<PrintedText, ImportCommand, AccountsOptions, TablesOptions, RequestOptions, SupportsOptions,
-                 NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, GenerateCompanyOptions,
-                 NewPlanOptions, ShowPlanOptions, CompaniesOptions, DialogOptions>;
+                 NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, CheckCompanyOptions,
+                 GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions, CompaniesOptions, DialogOptions>;
 
 }  // namespace krnqb::cli

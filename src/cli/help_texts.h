@@ -86,6 +86,7 @@ inline constexpr std::string_view company =
   krnqb company new nursery.qbw --name "Nursery" --fiscal-month January --processor 1.1
   krnqb company load nursery.qbw samples/nursery/*.xml
   krnqb company info nursery.qbw
+  krnqb company check nursery.qbw
   krnqb company generate large.qbw --transactions 100000 --years 2001-2002)";
 
 inline constexpr std::string_view newCompany =
@@ -104,6 +105,17 @@ inline constexpr std::string_view companyInfo =
     R"(Examples:
   krnqb company info nursery.qbw
   krnqb company info nursery.qbw --json)";
+
+inline constexpr std::string_view checkCompany =
+    R"(Checks that every page of the file has its checksum, and that the amounts of reports
+are those of the records. Prints each finding; exit status 1 if there is any.
+--fix undoes a load that was interrupted, and writes a file of an earlier version of
+this program anew with checksums; its previous version is kept beside it as .bak.
+
+Examples:
+  krnqb company check nursery.qbw
+  krnqb company check --fix nursery.qbw
+  krnqb company check nursery.qbw --json)";
 
 inline constexpr std::string_view generateCompany =
     R"(The company has accounts three levels deep, items of every kind, and seasonal bills,

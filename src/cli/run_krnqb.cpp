@@ -32,8 +32,9 @@ ExitCode RunCommand(const Command& command, const Console& console, const Surrou
 
 bool ChangesFiles(const Command& command) {
   const auto* dialog = std::get_if<DialogOptions>(&command);
+  const auto* check = std::get_if<CheckCompanyOptions>(&command);
   return std::holds_alternative<ImportCommand>(command) ||
-         (dialog != nullptr && dialog->dialog == DialogName::Options) ||
+         (dialog != nullptr && dialog->dialog == DialogName::Options) || (check != nullptr && check->fix) ||
          std::holds_alternative<NewCompanyOptions>(command) ||
          std::holds_alternative<LoadCompanyOptions>(command) ||
          std::holds_alternative<GenerateCompanyOptions>(command) ||

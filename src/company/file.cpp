@@ -57,7 +57,18 @@ void MakeNewFile(const std::filesystem::path& file) {
                                                      file.string(), std::generic_category().message(errno)));
 }
 
-void CheckFile(const std::filesystem::path& file) {
+void Count(std::vector<RecordCount>& counts, std::string_view kind) {
+  const auto found = std::ranges::find(counts, kind, &RecordCount::kind);
+  if (found == counts.end()) {
+    counts.push_back({std::string(kind), 1});
+  } else {
+    ++found->count;
+  }
+}
+
+}  // namespace
+
+void RequireFile(const std::filesystem::path& file) {
   std::error_code fault;
   const std::filesystem::file_status status = std::filesystem::status(file, fault);
   if (status.type() == std::filesystem::file_type::not_found) {
@@ -72,27 +83,8 @@ void CheckFile(const std::filesystem::path& file) {
   }
 }
 
-// A killed load leaves its journal. Reading once through a writable connection restores the file to its state
-// before that load. Without a journal, or with that of a load in progress, nothing changes.
-void UndoInterruptedLoad(const std::filesystem::path& file) {
-  std::error_code ignored;
-  if (!std::filesystem::exists(file.string() + "-journal", ignored)) return;
-  Database(file, FileAccess::ReadWrite).Integer("SELECT count(*) FROM sqlite_master");
-}
-
-void Count(std::vector<RecordCount>& counts, std::string_view kind) {
-  const auto found = std::ranges::find(counts, kind, &RecordCount::kind);
-  if (found == counts.end()) {
-    counts.push_back({std::string(kind), 1});
-  } else {
-    ++found->count;
-  }
-}
-
-}  // namespace
-
-CompanyFile::CompanyFile(std::filesystem::path path, FileAccess access)
-    : path_(std::move(path)), access_(access), database_(path_, access_) {
+CompanyFile::CompanyFile(std::filesystem::path path, FileAccess access, Interruption interrupted)
+    : path_(std::move(path)), access_(access), database_(path_, access_, std::move(interrupted)) {
   // A reader keeps one transaction open, so that it sees one state of the company.
   if (access_ == FileAccess::ReadOnly) database_.Execute("BEGIN");
   // Postings are spread over all pages of their index: with a cache of 64 MiB a load seldom writes a page
@@ -103,14 +95,15 @@ CompanyFile::CompanyFile(std::filesystem::path path, FileAccess access)
 }
 
 CompanyFile CompanyFile::Create(const std::filesystem::path& file, std::string_view name,
-                                std::int16_t fiscalMonth, std::string_view processorVersion) {
+                                std::int16_t fiscalMonth, std::string_view processorVersion,
+                                Interruption interrupted) {
   CheckNewCompany(fiscalMonth, processorVersion);
   const std::string settings = SettingsDocument(name, fiscalMonth);
   const std::filesystem::path path = std::filesystem::absolute(file);
   MakeNewFile(path);
   try {
     CreateSchema(Database(path, FileAccess::ReadWrite), processorVersion);
-    CompanyFile company(path, FileAccess::ReadWrite);
+    CompanyFile company(path, FileAccess::ReadWrite, std::move(interrupted));
     company.Load("the company's settings", settings);
     return company;
   } catch (...) {
@@ -120,11 +113,11 @@ CompanyFile CompanyFile::Create(const std::filesystem::path& file, std::string_v
   }
 }
 
-CompanyFile CompanyFile::Open(const std::filesystem::path& file, FileAccess access) {
+CompanyFile CompanyFile::Open(const std::filesystem::path& file, FileAccess access,
+                              Interruption interrupted) {
   const std::filesystem::path path = std::filesystem::absolute(file);
-  CheckFile(path);
-  UndoInterruptedLoad(path);
-  return CompanyFile(path, access);
+  RequireFile(path);
+  return CompanyFile(path, access, std::move(interrupted));
 }
 
 CompanyInfo CompanyFile::Info() const {

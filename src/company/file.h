@@ -31,22 +31,30 @@ struct LoadSummary {
 
 /// A company file: a database of accounts, items and transactions, stored as qbXML records, that answers
 /// requests for them as QuickBooks does. A file opened for reading shows one state of the company as long as
-/// it is open, changes neither the file nor its folder, and blocks loading meanwhile.
+/// it is open, changes neither the file nor its folder, and blocks loading meanwhile. Every page has a
+/// checksum, which is verified whenever the page is read.
 ///
 /// Every operation throws Error `company_error::cannotOpen` if the file cannot be used; the description
-/// distinguishes a missing file, a file that is not a company file, and a locked one.
+/// distinguishes a missing file, a file that is not a company file, a locked one, and a damaged one. The
+/// error is of kind `Unspecified` if its description says what to do about it. Operations end with the error
+/// "interrupted" soon after `interrupted` returns true.
 class CompanyFile {
  public:
   /// Creates a company file without accounts and opens it for reading and writing. Throws Error 5 if
   /// `fiscalMonth` is not 1 to 12, `processorVersion` is not "1.0", "1.1" or "2.0", or `name` contains
   /// characters that XML cannot represent; Error 58 if the file exists, which is then unchanged.
   static CompanyFile Create(const std::filesystem::path& file, std::string_view name,
-                            std::int16_t fiscalMonth, std::string_view processorVersion);
+                            std::int16_t fiscalMonth, std::string_view processorVersion,
+                            Interruption interrupted = {});
 
-  static CompanyFile Open(const std::filesystem::path& file, FileAccess access);
+  /// A load that was interrupted is undone if the file is opened for writing; a reader refuses the file then.
+  static CompanyFile Open(const std::filesystem::path& file, FileAccess access,
+                          Interruption interrupted = {});
 
   const std::filesystem::path& Path() const noexcept { return path_; }
   const std::string& ProcessorVersion() const noexcept { return processorVersion_; }
+  /// Returns false for a file of layout 1, whose pages have no checksums.
+  bool HasChecksums() const noexcept { return database_.HasChecksums(); }
   CompanyInfo Info() const;
 
   /// Loads the records of a qbXML response document, given as `bytes` in the encoding that it declares.
@@ -65,12 +73,15 @@ class CompanyFile {
   std::string Answer(std::string_view request) const;
 
  private:
-  CompanyFile(std::filesystem::path path, FileAccess access);
+  CompanyFile(std::filesystem::path path, FileAccess access, Interruption interrupted);
 
   std::filesystem::path path_;
   FileAccess access_;
   Database database_;
   std::string processorVersion_;
 };
+
+/// Throws Error `company_error::cannotOpen` unless a file is there and can be a company.
+void RequireFile(const std::filesystem::path& file);
 
 }  // namespace krnqb::company

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <optional>
+#include <utility>
 
 #include "company/file.h"
 #include "company/records/errors.h"
@@ -13,6 +14,8 @@ namespace {
 
 class CompanyProcessor : public RequestProcessor {
  public:
+  explicit CompanyProcessor(Interruption interrupted) : interrupted_(std::move(interrupted)) {}
+
   std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
     return SessionCompany(ticket).Answer(request);
   }
@@ -27,7 +30,7 @@ class CompanyProcessor : public RequestProcessor {
     if (company_) throw Error(company_error::unexpected, "A session is already open.");
     if (companyFile.empty())
       throw Error(company_error::noCompanyOpen, "No company file was named, and none is open.");
-    company_ = CompanyFile::Open(companyFile, FileAccess::ReadOnly);
+    company_ = CompanyFile::Open(companyFile, FileAccess::ReadOnly, interrupted_);
     sessionTicket_ = fmt::format("session with {}", company_->Path().string());
     return sessionTicket_;
   }
@@ -53,6 +56,7 @@ class CompanyProcessor : public RequestProcessor {
     return static_cast<std::int16_t>(company_->ProcessorVersion()[position] - '0');
   }
 
+  Interruption interrupted_;
   bool connected_ = false;
   std::optional<CompanyFile> company_;
   std::string sessionTicket_;
@@ -60,13 +64,20 @@ class CompanyProcessor : public RequestProcessor {
 
 class CompanyProcessorFactory : public RequestProcessorFactory {
  public:
-  std::unique_ptr<RequestProcessor> Create() override { return std::make_unique<CompanyProcessor>(); }
+  explicit CompanyProcessorFactory(Interruption interrupted) : interrupted_(std::move(interrupted)) {}
+
+  std::unique_ptr<RequestProcessor> Create() override {
+    return std::make_unique<CompanyProcessor>(interrupted_);
+  }
+
+ private:
+  Interruption interrupted_;
 };
 
 }  // namespace
 
-std::shared_ptr<RequestProcessorFactory> EmbeddedProcessors() {
-  return std::make_shared<CompanyProcessorFactory>();
+std::shared_ptr<RequestProcessorFactory> EmbeddedProcessors(Interruption interrupted) {
+  return std::make_shared<CompanyProcessorFactory>(std::move(interrupted));
 }
 
 }  // namespace krnqb::company

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "company/storage/interruption.h"
 #include "krnqb/request_processor.h"
 
 namespace krnqb::company {
@@ -10,7 +11,7 @@ namespace krnqb::company {
 /// with the file's path; an empty path fails with `company_error::noCompanyOpen`, because no company is ever
 /// open already. The file mode is ignored. Operations out of order fail with `company_error::unexpected`: a
 /// session without a connection, a second session, a request with a ticket of another session, a version
-/// query without a session.
-std::shared_ptr<RequestProcessorFactory> EmbeddedProcessors();
+/// query without a session. Requests end with the error "interrupted" soon after `interrupted` returns true.
+std::shared_ptr<RequestProcessorFactory> EmbeddedProcessors(Interruption interrupted = {});
 
 }  // namespace krnqb::company

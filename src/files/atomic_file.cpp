@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
 #include "files/fault.h"
 #include "krnqb/error.h"
 
@@ -73,9 +75,9 @@ void WriteTemporary(const FileDescriptor& written, const fs::path& temporary, st
   steps.Check(operations.Sync(written), "flushing", temporary);
 }
 
-}  // namespace
-
-fs::path ReplaceFile(const fs::path& file, std::string_view contents, FileOperations& operations) {
+// Replaces the file by one that `fill` fills; it is given the open temporary file, its name and the steps.
+template <typename Fill>
+fs::path Replace(const fs::path& file, FileOperations& operations, Fill&& fill) {
   const fs::path temporary = WithSuffix(file, ".tmp");
   fs::path backup = WithSuffix(file, ".bak");
   const fs::path folder = FolderOf(file);
@@ -86,7 +88,7 @@ fs::path ReplaceFile(const fs::path& file, std::string_view contents, FileOperat
   steps.Check(operations.CreateTemporary(temporary, ownerOnly, written), "creating", temporary);
   TemporaryFile unfinished(temporary, operations);
   steps.Check(operations.KeepOwnerAndMode(written, file), "setting the permissions of", temporary);
-  WriteTemporary(written, temporary, contents, steps, operations);
+  std::forward<Fill>(fill)(written, temporary, steps);
   steps.Check(operations.KeepPrevious(file, backup), "keeping the previous version as", backup);
   steps.Check(operations.Rename(temporary, file), "renaming", temporary);
   unfinished.Renamed();
@@ -98,6 +100,24 @@ fs::path ReplaceFile(const fs::path& file, std::string_view contents, FileOperat
     lastStep.Check(failure, "flushing the folder", folder);
   }
   return backup;
+}
+
+}  // namespace
+
+fs::path ReplaceFile(const fs::path& file, std::string_view contents, FileOperations& operations) {
+  return Replace(file, operations,
+                 [&](const FileDescriptor& written, const fs::path& temporary, const Steps& steps) {
+                   WriteTemporary(written, temporary, contents, steps, operations);
+                 });
+}
+
+fs::path ReplaceFile(const fs::path& file, const std::function<void(const fs::path& temporary)>& write,
+                     FileOperations& operations) {
+  return Replace(file, operations,
+                 [&](const FileDescriptor& written, const fs::path& temporary, const Steps& steps) {
+                   write(temporary);
+                   steps.Check(operations.Sync(written), "flushing", temporary);
+                 });
 }
 
 void CreateFile(const fs::path& file, std::string_view contents, FileOperations& operations) {

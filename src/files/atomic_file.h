@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string_view>
 
 #include "files/operations.h"
@@ -17,6 +18,12 @@ namespace krnqb::files {
 /// FILE.tmp is then removed and the file unchanged, unless the folder cannot be flushed and the old file
 /// cannot be restored, which the description says.
 std::filesystem::path ReplaceFile(const std::filesystem::path& file, std::string_view contents,
+                                  FileOperations& operations);
+
+/// Does the same with contents that `write` writes into the empty file FILE.tmp by its name. What `write`
+/// throws is passed on, and the file is unchanged.
+std::filesystem::path ReplaceFile(const std::filesystem::path& file,
+                                  const std::function<void(const std::filesystem::path& temporary)>& write,
                                   FileOperations& operations);
 
 /// Creates a file together with its whole contents. Throws Error if anything of that name exists or a step

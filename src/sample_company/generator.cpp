@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <system_error>
+#include <utility>
 
 #include "company/file.h"
 #include "krnqb/error.h"
@@ -81,10 +82,11 @@ GeneratorSummary Fill(company::CompanyFile company, const GeneratorSettings& set
 
 }  // namespace
 
-GeneratorSummary GenerateCompany(const std::filesystem::path& file, const GeneratorSettings& settings) {
+GeneratorSummary GenerateCompany(const std::filesystem::path& file, const GeneratorSettings& settings,
+                                 company::Interruption interrupted) {
   CheckSettings(settings);
-  company::CompanyFile company =
-      company::CompanyFile::Create(file, settings.companyName, fiscalMonth, settings.processorVersion);
+  company::CompanyFile company = company::CompanyFile::Create(
+      file, settings.companyName, fiscalMonth, settings.processorVersion, std::move(interrupted));
   const std::filesystem::path made = company.Path();
   try {
     GeneratorSummary summary = Fill(std::move(company), settings);

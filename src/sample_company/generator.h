@@ -64,7 +64,9 @@ struct GeneratorSummary {
 /// company has no sales tax.
 ///
 /// Throws Error 5 if a setting is out of bounds, Error 58 if the file exists, which is then unchanged, and
-/// `company::company_error::cannotOpen` or `unexpected` if it cannot be written; no file is left then.
-GeneratorSummary GenerateCompany(const std::filesystem::path& file, const GeneratorSettings& settings);
+/// `company::company_error::cannotOpen` or `unexpected` if it cannot be written, and "interrupted" soon after
+/// `interrupted` returns true; no file is left then.
+GeneratorSummary GenerateCompany(const std::filesystem::path& file, const GeneratorSettings& settings,
+                                 company::Interruption interrupted = {});
 
 }  // namespace krnqb::sample_company

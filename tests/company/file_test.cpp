@@ -172,23 +172,6 @@ TEST_F(CompanyFiles, ShowAReaderOneStateAndBlockLoading) {
   EXPECT_EQ(loader.Load("a.xml", Accounts(Account("a", "Income"))).added.at(0).count, 1);
 }
 
-TEST_F(CompanyFiles, AreRestoredAfterAKilledLoad) {
-  NewCompany("1.1").Load("a.xml", Accounts(Account("a", "Income")));
-  const Database loader(folder / "company.qbw", FileAccess::ReadWrite);
-  loader.Execute(
-      "PRAGMA cache_size = 1; BEGIN IMMEDIATE");  // so small that changes reach the file before the commit
-  loader.Execute("UPDATE record SET xml = xml || hex(zeroblob(100000))");
-  std::filesystem::copy(folder / "company.qbw", folder / "killed.qbw");
-  std::filesystem::copy(folder / "company.qbw-journal", folder / "killed.qbw-journal");
-  ASSERT_GT(std::filesystem::file_size(folder / "killed.qbw"), 200'000U);
-
-  const CompanyFile company = CompanyFile::Open(folder / "killed.qbw", FileAccess::ReadOnly);
-  EXPECT_NE(company.Answer(Request("1.0", "<AccountQueryRq/>"))
-                .find(">\n" + Account("a", "Income") + "</AccountQueryRs>"),
-            std::string::npos);
-  EXPECT_FALSE(std::filesystem::exists(folder / "killed.qbw-journal"));
-}
-
 TEST_F(CompanyFiles, ThatAreDamagedAreReported) {
   NewCompany("1.1");
   std::string bytes = ReadText(folder / "company.qbw");

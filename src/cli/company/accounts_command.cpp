@@ -4,6 +4,7 @@
 
 #include "cli/company/account_tree.h"
 #include "cli/company/inquiry.h"
+#include "cli/company/interruptible.h"
 #include "cli/company/json_output.h"
 #include "cli/console/attempt.h"
 #include "cli/import/expense_selection.h"
@@ -33,12 +34,11 @@ void MarkSelected(std::vector<AccountNode>& accounts, const XmlElement& selectio
   }
 }
 
-}  // namespace
-
-ExitCode Run(const AccountsOptions& options, const Console& console) {
+ExitCode ListAccounts(const AccountsOptions& options, const Console& console,
+                      const InterruptWatch& interrupts) {
   std::shared_ptr<plan_file::PlanFile> plan;
   if (options.planFile) plan = Attempt([&] { return plan_file::PlanFile::Open(*options.planFile); });
-  CompanyInquiry inquiry(options.companyFile);
+  CompanyInquiry inquiry(options.companyFile, console, interrupts);
   QBDataExchange& exchange = inquiry.Exchange();
 
   const XmlElement answer =
@@ -54,6 +54,14 @@ ExitCode Run(const AccountsOptions& options, const Console& console) {
   }
   console.out << (options.json ? AccountsJson(accounts) + '\n' : AccountTreeText(accounts));
   return ExitCode::Done;
+}
+
+}  // namespace
+
+ExitCode Run(const AccountsOptions& options, const Console& console) {
+  return RunInterruptibly("listing accounts", "nothing was listed", [&](const InterruptWatch& interrupts) {
+    return ListAccounts(options, console, interrupts);
+  });
 }
 
 }  // namespace krnqb::cli

@@ -2,11 +2,11 @@
 
 #include <fmt/format.h>
 
+#include "cli/company/interruptible.h"
 #include "cli/company/json_output.h"
 #include "cli/console/attempt.h"
 #include "cli/console/text_table.h"
-#include "company/file.h"
-#include "company/records/errors.h"
+#include "cli/import/company_file.h"
 #include "files/reading.h"
 #include "support/date.h"
 
@@ -16,8 +16,6 @@ namespace {
 using company::CompanyFile;
 using company::FileAccess;
 using company::RecordCount;
-
-constexpr std::string_view createCompany = "check the path, or create a company with krnqb company new";
 
 // "52 AccountRet, 3 ItemServiceRet", or "nothing".
 std::string CountsText(const std::vector<RecordCount>& counts) {
@@ -44,7 +42,8 @@ std::vector<Document> Documents(const std::vector<std::string>& names) {
   return Attempt("loading failed", "check the path and load again (nothing was loaded)", [&] {
     std::vector<Document> documents;
     documents.reserve(names.size());
-    for (const std::string& name : names) documents.push_back({name, files::ReadDocument(name, {})});
+    for (const std::string& name : names)
+      documents.push_back({name, files::ReadDocument(name, InterruptRequested)});
     return documents;
   });
 }
@@ -64,6 +63,42 @@ std::string InfoText(const company::CompanyInfo& info) {
   return text + records.Text("  ");
 }
 
+void WarnOfChecksums(const CompanyFile& company, const std::string& path, const Console& console) {
+  if (const auto warning = ChecksumWarning(path, company.HasChecksums())) Warn(console, *warning);
+}
+
+company::CompanyInfo InfoOf(const CompanyFile& company) {
+  try {
+    return company.Info();
+  } catch (...) {
+    throw CompanyFailure("reading the company failed", CaughtError(), "run krnqb company check");
+  }
+}
+
+// Returns the failure of a load from the exception being handled. Each document is loaded whole or not at
+// all.
+Failure LoadFailure(std::size_t loaded, const InterruptWatch& interrupts) {
+  const ExitCode code = loaded > 0 ? ExitCode::Incomplete : ExitCode::Failed;
+  constexpr std::string_view interrupted = "loading interrupted";
+  if (interrupts.Requested()) {
+    const Failure nothingLoaded = interrupts.Interruption(interrupted, "nothing was loaded");
+    if (loaded == 0) return nothingLoaded;
+    return {code, interrupted, nothingLoaded, "load the rest of the documents (those before are loaded)"};
+  }
+  const std::string rest = loaded == 0
+                               ? "fix the document and load it again (nothing was loaded)"
+                               : "fix the document, then load it and the rest (those before it are loaded)";
+  try {
+    throw;
+  } catch (const Failure& failure) {
+    return failure;
+  } catch (...) {
+    const Error error = CaughtError();
+    if (error.Kind() == ErrorKind::Unspecified) return {code, error};
+    return {code, "loading failed", error, rest};
+  }
+}
+
 }  // namespace
 
 ExitCode Run(const NewCompanyOptions& options, const Console& console) {
@@ -77,21 +112,18 @@ ExitCode Run(const NewCompanyOptions& options, const Console& console) {
 }
 
 ExitCode Run(const LoadCompanyOptions& options, const Console& console) {
-  const std::vector<Document> documents = Documents(options.documents);
-  CompanyFile company = Attempt("opening the company failed", createCompany,
-                                [&] { return CompanyFile::Open(options.file, FileAccess::ReadWrite); });
+  const InterruptWatch interrupts;
   std::size_t loaded = 0;
-  for (const auto& [document, bytes] : documents) {
-    try {
+  try {
+    const std::vector<Document> documents = Documents(options.documents);
+    CompanyFile company = OpenCompany(options.file, FileAccess::ReadWrite, interrupts);
+    WarnOfChecksums(company, options.file, console);
+    for (const auto& [document, bytes] : documents) {
       console.out << LoadText(company.Load(document, bytes));
       ++loaded;
-    } catch (...) {
-      const std::string rest =
-          loaded == 0 ? "fix the document and load it again (nothing was loaded)"
-                      : "fix the document, then load it and the rest (those before it are loaded)";
-      throw Failure(loaded == 0 ? ExitCode::Failed : ExitCode::Incomplete, "loading failed", CaughtError(),
-                    rest);
     }
+  } catch (...) {
+    throw LoadFailure(loaded, interrupts);
   }
   return ExitCode::Done;
 }
@@ -101,9 +133,13 @@ ExitCode Run(const GenerateCompanyOptions& options, const Console& console) {
   settings.firstYear = options.years.first;
   settings.lastYear = options.years.last;
   settings.seed = static_cast<std::uint64_t>(options.seed);
-  const sample_company::GeneratorSummary made =
-      Attempt("creating the company failed", "change the setting or give another path",
-              [&] { return sample_company::GenerateCompany(options.file, settings); });
+  sample_company::GeneratorSummary made;
+  RunInterruptibly("creating the company", "no file was created", [&](const InterruptWatch& interrupts) {
+    made = Attempt("creating the company failed", "change the setting or give another path", [&] {
+      return sample_company::GenerateCompany(options.file, settings, FollowInterrupts(interrupts));
+    });
+    return ExitCode::Done;
+  });
   console.out << fmt::format("Created {}: company {}, {} to {}, answers qbXML up to {}.\n", options.file,
                              settings.companyName, settings.firstYear, settings.lastYear,
                              settings.processorVersion);
@@ -114,11 +150,14 @@ ExitCode Run(const GenerateCompanyOptions& options, const Console& console) {
 }
 
 ExitCode Run(const CompanyInfoOptions& options, const Console& console) {
-  const company::CompanyInfo info = Attempt("opening the company failed", createCompany, [&] {
-    return CompanyFile::Open(options.file, FileAccess::ReadOnly).Info();
-  });
-  console.out << (options.json ? CompanyInfoJson(info) + '\n' : InfoText(info));
-  return ExitCode::Done;
+  return RunInterruptibly(
+      "reading the company", "nothing was changed", [&](const InterruptWatch& interrupts) {
+        const CompanyFile company = OpenCompany(options.file, FileAccess::ReadOnly, interrupts);
+        const company::CompanyInfo info = InfoOf(company);
+        WarnOfChecksums(company, options.file, console);
+        console.out << (options.json ? CompanyInfoJson(info) + '\n' : InfoText(info));
+        return ExitCode::Done;
+      });
 }
 
 }  // namespace krnqb::cli

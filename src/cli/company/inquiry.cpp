@@ -7,17 +7,21 @@
 namespace krnqb::cli {
 namespace {
 
-std::shared_ptr<RequestProcessorFactory> ProcessorsOf(const std::string& companyFile) {
+std::shared_ptr<RequestProcessorFactory> ProcessorsOf(const std::string& companyFile, const Console& console,
+                                                      const InterruptWatch& interrupts) {
   ImportCommand options;
   options.companyFile = companyFile;
-  return OpenImportSource(options).processors;
+  const ImportSource source = OpenImportSource(options, interrupts);
+  if (source.warning) Warn(console, *source.warning);
+  return source.processors;
 }
 
 }  // namespace
 
-CompanyInquiry::CompanyInquiry(const std::string& companyFile)
+CompanyInquiry::CompanyInquiry(const std::string& companyFile, const Console& console,
+                               const InterruptWatch& interrupts)
     : report_(std::make_shared<ImportReport>()),
-      exchange_({.processors = ProcessorsOf(companyFile),
+      exchange_({.processors = ProcessorsOf(companyFile, console, interrupts),
                  .sinks = {},
                  .observer = report_,
                  .userInterface = nullptr,

@@ -53,6 +53,21 @@ std::string CompanyInfoJson(const company::CompanyInfo& info) {
   return JsonText(json);
 }
 
+std::string CompanyCheckJson(const company::FixReport& report) {
+  const company::CheckReport& check = report.check;
+  Json json{{"result", check.findingCount == 0 ? "done" : "failed"},
+            {"path", check.path},
+            {"checksums", check.checksums || report.backup.has_value()},
+            {"pages", check.pages},
+            {"records", check.records},
+            {"postings", check.postings},
+            {"finding_count", check.findingCount},
+            {"findings", check.findings},
+            {"load_undone", report.loadUndone}};
+  if (report.backup) json["backup"] = report.backup->string();
+  return JsonText(json);
+}
+
 std::string CompaniesJson(const std::vector<Company>& companies,
                           const std::vector<UnlistedCompany>& unlisted) {
   Json json{{"result", unlisted.empty() ? "done" : "incomplete"}, {"companies", Json::array()}};

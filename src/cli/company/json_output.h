@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "cli/company/account_tree.h"
+#include "company/check.h"
 #include "company/file.h"
 
 namespace krnqb::cli {
@@ -15,6 +16,9 @@ std::string AccountsJson(const std::vector<AccountNode>& accounts);
 
 /// Returns a company file's properties and its number of records of each kind.
 std::string CompanyInfoJson(const company::CompanyInfo& info);
+
+/// Returns what a check of a company file has found and fixed; "result" is "failed" if it is damaged.
+std::string CompanyCheckJson(const company::FixReport& report);
 
 /// A company file in the folder of the QuickBooks program.
 struct Company {

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "cli/company/inquiry.h"
+#include "cli/company/interruptible.h"
 #include "cli/console/attempt.h"
 #include "cli/import/request_names.h"
 #include "plan_file/headings.h"
@@ -24,14 +25,19 @@ ExitCode Run(const RequestOptions& options, const Console& console) {
 }
 
 ExitCode Run(const SupportsOptions& options, const Console& console) {
-  CompanyInquiry inquiry(options.companyFile);
-  const bool supported = Attempt("asking the company failed", "check the version and the company file", [&] {
-    const Variant answer = inquiry.Exchange().IsSDKVersionSupported(options.version);
-    const bool* truth = answer.AsBoolean();
-    return truth != nullptr && *truth;
-  });
-  console.out << (supported ? "yes\n" : "no\n");
-  return supported ? ExitCode::Done : ExitCode::Failed;
+  const auto ask = [&](const InterruptWatch& interrupts) {
+    CompanyInquiry inquiry(options.companyFile, console, interrupts);
+    const bool supported =
+        Attempt("asking the company failed", "check the version and the company file", [&] {
+          const Variant answer = inquiry.Exchange().IsSDKVersionSupported(options.version);
+          const bool* truth = answer.AsBoolean();
+          return truth != nullptr && *truth;
+        });
+    interrupts.StopWhenRequested();
+    console.out << (supported ? "yes\n" : "no\n");
+    return supported ? ExitCode::Done : ExitCode::Failed;
+  };
+  return RunInterruptibly("asking the company", "it did not answer", ask);
 }
 
 ExitCode Run(const TablesOptions& options, const Console& console) {

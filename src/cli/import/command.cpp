@@ -51,7 +51,7 @@ class PlanImport {
   void ReadAndSave() {
     if (dialogs_ == nullptr) CheckImportOptions(options_);
     CheckImportFiles(options_);
-    const ImportSource source = OpenImportSource(options_);
+    const ImportSource source = OpenImportSource(options_, interrupts_);
     interrupts_.StopWhenRequested();
     LockPlan();
     plan_ = Attempt([&] { return plan_file::PlanFile::Open(options_.planFile); });

@@ -8,7 +8,7 @@
 
 #include "cli/console/attempt.h"
 #include "cli/console/interrupt_watch.h"
-#include "company/file.h"
+#include "cli/import/company_file.h"
 #include "company/processor.h"
 #include "files/fault.h"
 #include "files/input_buffer.h"
@@ -18,17 +18,17 @@
 namespace krnqb::cli {
 namespace {
 
-ImportSource CompanySource(const std::string& path) {
-  return Attempt(
-      "opening the company failed", "check the path, or create a company with krnqb company new", [&] {
-        const auto company = company::CompanyFile::Open(path, company::FileAccess::ReadOnly);
-        const company::CompanyInfo info = company.Info();
-        return ImportSource{
-            .processors = company::EmbeddedProcessors(),
-            .companyPath = path,
-            .description = fmt::format("{} ({})", info.name, path),
-            .majorVersion = static_cast<std::int16_t>(info.processorVersion.starts_with("2.") ? 2 : 1)};
-      });
+ImportSource CompanySource(const std::string& path, const InterruptWatch& interrupts) {
+  const company::CompanyFile company = OpenCompany(path, company::FileAccess::ReadOnly, interrupts);
+  return Attempt("opening the company failed", "run krnqb company check", [&] {
+    const company::CompanyInfo info = company.Info();
+    return ImportSource{
+        .processors = company::EmbeddedProcessors(FollowInterrupts(interrupts)),
+        .companyPath = path,
+        .description = fmt::format("{} ({})", info.name, path),
+        .majorVersion = static_cast<std::int16_t>(info.processorVersion.starts_with("2.") ? 2 : 1),
+        .warning = ChecksumWarning(path, company.HasChecksums())};
+  });
 }
 
 ImportSource RecordedSource(const std::string& path) {
@@ -59,9 +59,9 @@ files::OutputFile CreateRecording(const std::string& path, files::FileOperations
 
 }  // namespace
 
-ImportSource OpenImportSource(const ImportCommand& options) {
+ImportSource OpenImportSource(const ImportCommand& options, const InterruptWatch& interrupts) {
   return options.replayFile ? RecordedSource(*options.replayFile)
-                            : CompanySource(options.companyFile.value_or(""));
+                            : CompanySource(options.companyFile.value_or(""), interrupts);
 }
 
 ExchangeFile::ExchangeFile(const std::string& path)

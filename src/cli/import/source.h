@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "cli/console/interrupt_watch.h"
 #include "cli/import/options.h"
 #include "files/operations.h"
 #include "files/output_file.h"
@@ -17,12 +19,13 @@ struct ImportSource {
   std::string companyPath;        ///< what the session opens; empty for a recording
   std::string description;        ///< for people: "Nursery (nursery.qbw)" or "the recording exchange.jsonl"
   std::int16_t majorVersion = 0;  ///< of the processor: 1 imports from transactions, 2 from reports
+  std::optional<std::string> warning = {};  ///< about the source itself
 };
 
 /// Opens the source that the options name, without sending a request. A recording takes precedence over a
-/// company, and may be a named pipe. Throws Failure if the source cannot be opened or reading the recording
-/// fails or is interrupted.
-ImportSource OpenImportSource(const ImportCommand& options);
+/// company, whose processors heed `interrupts`, which must outlive them; it may be a named pipe. Throws Failure
+/// if the source cannot be opened, or if reading the recording fails or is interrupted.
+ImportSource OpenImportSource(const ImportCommand& options, const InterruptWatch& interrupts);
 
 /// The file to which an exchange is recorded.
 class ExchangeFile {

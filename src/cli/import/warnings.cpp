@@ -68,6 +68,7 @@ void WarnOfSelection(Warnings& warnings, const ImportSettings& settings) {
 Warnings ImportWarnings(const ImportSettings& settings, const ImportSource& source,
                         const plan_file::PlanFile& plan) {
   Warnings warnings;
+  if (source.warning) warnings.push_back(*source.warning);
   WarnOfFiles(warnings, settings, plan);
   WarnOfPastPerformance(warnings, settings, source);
   WarnOfAmounts(warnings, settings.options);

@@ -1,47 +1,30 @@
 #include "company/records/database.h"
 
-#include <fmt/format.h>
 #include <sqlite3.h>
 
 #include <string>
+#include <utility>
 
-#include "company/records/errors.h"
+#include "company/records/failures.h"
+#include "company/storage/file_system.h"
 #include "krnqb/error.h"
 
 namespace krnqb::company {
 namespace {
 
 constexpr int busyMilliseconds = 250;
-
-[[noreturn]] void Fail(int resultCode, const std::string& file, const char* message) {
-  switch (resultCode & 0xFF) {  // the low byte is the kind of failure, the rest its details
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-      throw Error(company_error::cannotOpen,
-                  fmt::format("The company file {} is locked: another program is using it.", file));
-    case SQLITE_NOTADB:
-      throw Error(company_error::cannotOpen, fmt::format("The file {} is not a company file.", file));
-    case SQLITE_CORRUPT:
-      throw Error(company_error::cannotOpen,
-                  fmt::format("The company file {} is damaged: {}.", file, message));
-    case SQLITE_CANTOPEN:
-    case SQLITE_PERM:
-    case SQLITE_AUTH:
-      throw Error(company_error::cannotOpen,
-                  fmt::format("The company file {} cannot be opened: {}.", file, message));
-    case SQLITE_READONLY:
-      throw Error(company_error::cannotOpen,
-                  fmt::format("The company file {} cannot be written: {}.", file, message));
-    default:
-      throw Error(company_error::unexpected,
-                  fmt::format("An operation on the company file {} failed: {}.", file, message));
-  }
-}
+constexpr int instructionsBetweenPolls = 1000;  // some microseconds
 
 void Check(int resultCode, sqlite3* connection) {
   if (resultCode == SQLITE_OK) return;
   const char* const file = sqlite3_db_filename(connection, "main");
-  Fail(resultCode, file == nullptr ? "" : file, sqlite3_errmsg(connection));
+  ThrowFailure(
+      {.code = resultCode, .file = file == nullptr ? "" : file, .message = sqlite3_errmsg(connection)},
+      FileSystem::Of(connection));
+}
+
+int IsInterrupted(void* interruption) {
+  return static_cast<int>((*static_cast<Interruption*>(interruption))());
 }
 
 }  // namespace
@@ -72,6 +55,12 @@ Statement& Statement::BindNull(int parameter) {
   return *this;
 }
 
+Statement& Statement::BindColumn(int parameter, const Statement& row, int column) {
+  Check(sqlite3_bind_value(handle_.get(), parameter, sqlite3_column_value(row.handle_.get(), column)),
+        sqlite3_db_handle(handle_.get()));
+  return *this;
+}
+
 bool Statement::Step() {
   const int result = sqlite3_step(handle_.get());
   if (result == SQLITE_ROW) return true;
@@ -90,7 +79,11 @@ void Statement::Run() {
 
 std::string_view Statement::Text(int column) const {
   const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(handle_.get(), column));
-  if (text == nullptr) return {};
+  if (text == nullptr) {  // NULL, or there was no memory to end the text with a zero
+    sqlite3* const connection = sqlite3_db_handle(handle_.get());
+    if (sqlite3_errcode(connection) == SQLITE_NOMEM) Check(SQLITE_NOMEM, connection);
+    return {};
+  }
   return {text, static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column))};
 }
 
@@ -98,38 +91,104 @@ std::int64_t Statement::Integer(int column) const {
   return sqlite3_column_int64(handle_.get(), column);
 }
 
+double Statement::Real(int column) const {
+  return sqlite3_column_double(handle_.get(), column);
+}
+
 bool Statement::IsNull(int column) const {
   return sqlite3_column_type(handle_.get(), column) == SQLITE_NULL;
 }
 
-void Database::Close::operator()(sqlite3* connection) const noexcept {
-  sqlite3_close_v2(connection);
+int Statement::Columns() const noexcept {
+  return sqlite3_column_count(handle_.get());
 }
 
-Database::Database(const std::filesystem::path& file, FileAccess access) {
-  const int flags = access == FileAccess::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
-  sqlite3* connection = nullptr;
-  const int result = sqlite3_open_v2(file.c_str(), &connection, flags | SQLITE_OPEN_EXRESCODE, nullptr);
-  handle_.reset(connection);  // a failed connection must be closed too
-  if (result != SQLITE_OK) Fail(result, file.string(), sqlite3_errstr(result));
-  sqlite3_busy_timeout(connection, busyMilliseconds);
+// The connection is closed before its file system and the interruption that it polls are gone.
+struct Database::Connection {
+  explicit Connection(Interruption interruption) : interrupted(std::move(interruption)), files(interrupted) {}
+  ~Connection() { sqlite3_close_v2(handle); }
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  void Restrict() const;
+
+  Interruption interrupted;
+  FileSystem files;
+  sqlite3* handle = nullptr;
+};
+
+// What a company file contains is data: it may neither run functions nor attach other databases. Freed pages
+// are overwritten, so that each page in the file is one that was written with its checksum.
+void Database::Connection::Restrict() const {
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+  sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
+  int reserved = static_cast<int>(checksumSize);
+  sqlite3_file_control(handle, "main", SQLITE_FCNTL_RESERVE_BYTES, &reserved);
 }
+
+Database::Database(const std::filesystem::path& file, FileAccess access, Interruption interrupted)
+    : connection_(std::make_unique<Connection>(std::move(interrupted))) {
+  const int flags = access == FileAccess::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  const int result = connection_->files.Open(file, flags | SQLITE_OPEN_EXRESCODE, &connection_->handle);
+  if (result != SQLITE_OK) {
+    ThrowFailure({.code = result, .file = file.string(), .message = sqlite3_errstr(result)},
+                 connection_->files);
+  }
+  connection_->Restrict();
+  if (connection_->interrupted) {
+    sqlite3_progress_handler(connection_->handle, instructionsBetweenPolls, IsInterrupted,
+                             &connection_->interrupted);
+  }
+  sqlite3_busy_timeout(connection_->handle, busyMilliseconds);
+  // The page size has an effect on new files only.
+  static_assert(pageSize == 16'384);
+  Execute(
+      "PRAGMA page_size = 16384; PRAGMA temp_store = MEMORY; PRAGMA cell_size_check = ON;"
+      "PRAGMA secure_delete = ON; PRAGMA mmap_size = 0;");
+}
+
+Database::~Database() = default;
+Database::Database(Database&& other) noexcept = default;
+Database& Database::operator=(Database&& other) noexcept = default;
 
 void Database::Execute(const char* statements) const {
-  Check(sqlite3_exec(handle_.get(), statements, nullptr, nullptr, nullptr), handle_.get());
+  sqlite3* const connection = connection_->handle;
+  Check(sqlite3_exec(connection, statements, nullptr, nullptr, nullptr), connection);
 }
 
 Statement Database::Prepare(std::string_view statement) const {
   sqlite3_stmt* prepared = nullptr;
-  Check(sqlite3_prepare_v2(handle_.get(), statement.data(), static_cast<int>(statement.size()), &prepared,
-                           nullptr),
-        handle_.get());
+  Check(sqlite3_prepare_v2(connection_->handle, statement.data(), static_cast<int>(statement.size()),
+                           &prepared, nullptr),
+        connection_->handle);
   return Statement(prepared);
 }
 
 std::int64_t Database::Integer(std::string_view query) const {
   Statement statement = Prepare(query);
   return statement.Step() ? statement.Integer(0) : 0;
+}
+
+bool Database::HasChecksums() const noexcept {
+  return connection_->files.HasChecksums();
+}
+
+bool Database::FoundDamage() const noexcept {
+  return (sqlite3_errcode(connection_->handle) & 0xFF) == SQLITE_CORRUPT &&
+         connection_->files.Fault() != StorageFault::DamagedJournal;
+}
+
+Database::Survey Database::SurveyPages() const {
+  FileSystem::Survey survey = connection_->files.SurveyPages();
+  if (survey.result != SQLITE_OK) {
+    ThrowFailure(
+        {.code = survey.result, .file = connection_->files.Path(), .message = sqlite3_errstr(survey.result)},
+        connection_->files);
+  }
+  return {survey.pages, std::move(survey.damaged)};
 }
 
 Transaction::Transaction(const Database& database) : database_(database) {

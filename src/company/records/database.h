@@ -4,6 +4,9 @@
 #include <filesystem>
 #include <memory>
 #include <string_view>
+#include <vector>
+
+#include "company/storage/interruption.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -21,6 +24,8 @@ class Statement {
   Statement& Bind(int parameter, std::int64_t number);
   Statement& Bind(int parameter, double number);
   Statement& BindNull(int parameter);
+  /// Binds the value in a column of another statement's current row.
+  Statement& BindColumn(int parameter, const Statement& row, int column);
 
   /// Advances to the next row; returns false if there are no more.
   bool Step();
@@ -32,7 +37,11 @@ class Statement {
   /// Returns a column of the current row as UTF-8 text, valid until the next step; empty for NULL.
   std::string_view Text(int column) const;
   std::int64_t Integer(int column) const;
+  /// Returns a column of the current row as a floating-point number; 0 for NULL.
+  double Real(int column) const;
   bool IsNull(int column) const;
+  /// Returns the number of columns of a row.
+  int Columns() const noexcept;
 
  private:
   friend class Database;
@@ -44,13 +53,21 @@ class Statement {
   std::unique_ptr<sqlite3_stmt, Finalize> handle_;
 };
 
-/// A connection to an existing database file. Throws Error `company_error::cannotOpen` if the file is locked,
-/// not a database, damaged or not accessible, each with its own description, and `unexpected` for any other
-/// failure.
+/// A connection to an existing database file, through a file system that has only this file and its journal.
+/// The connection runs nothing that the file itself contains, such as triggers, and keeps temporary data in
+/// memory. An empty file becomes a database whose pages have checksums.
+///
+/// Throws Error `company_error::cannotOpen` if the file is locked, not a database, damaged or not accessible,
+/// each with its own description, 7 if memory runs out, `unspecified` with the description "interrupted" if
+/// `interrupted` says so, and `unexpected` for any other failure.
 class Database {
  public:
-  /// Opens `file`, an absolute path. Waits at most a quarter of a second for another program's lock.
-  Database(const std::filesystem::path& file, FileAccess access);
+  /// Opens `file`, an absolute path. Waits at most a quarter of a second for another program's lock. Every
+  /// statement ends soon after `interrupted` returns true; it must be valid as long as the database.
+  Database(const std::filesystem::path& file, FileAccess access, Interruption interrupted = {});
+  ~Database();
+  Database(Database&& other) noexcept;
+  Database& operator=(Database&& other) noexcept;
 
   /// Runs statements that return no rows.
   void Execute(const char* statements) const;
@@ -58,11 +75,22 @@ class Database {
   /// Returns the first column of a query's first row, or 0 if there are no rows.
   std::int64_t Integer(std::string_view query) const;
 
- private:
-  struct Close {
-    void operator()(sqlite3* connection) const noexcept;
+  /// Returns whether the file's pages have checksums; known once anything has been read.
+  bool HasChecksums() const noexcept;
+
+  /// Returns whether the last operation failed because the file is damaged.
+  bool FoundDamage() const noexcept;
+
+  struct Survey {
+    std::int64_t pages = 0;
+    std::vector<std::int64_t> damaged;  ///< counted from 1
   };
-  std::unique_ptr<sqlite3, Close> handle_;
+  /// Reads all pages of the file, including unused ones, and checks them if they have checksums.
+  Survey SurveyPages() const;
+
+ private:
+  struct Connection;
+  std::unique_ptr<Connection> connection_;
 };
 
 /// A database transaction, rolled back unless committed.

@@ -2,25 +2,33 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 
 #include "company/records/errors.h"
+#include "company/records/failures.h"
 #include "company/records/versions.h"
+#include "company/storage/format.h"
 #include "krnqb/error.h"
 
 namespace krnqb::company {
 namespace {
 
-constexpr std::int64_t applicationId = 0x4B51'4257;  // "KQBW"
-constexpr std::int64_t schemaVersion = 1;
+struct SchemaPart {
+  std::string_view type;
+  std::string_view name;
+  std::string_view table;
+  std::string_view sql;  // as the database keeps it
+};
 
 // Record ids increase in the order of loading. The position is the place in the list or, for transactions,
 // which are ordered by date first, the id. List records have no date, so one index orders both. Reports are
 // sums over postings and the accounts of items; the index on postings covers all columns of a sum.
-constexpr const char* tables = R"(
-  CREATE TABLE company (
-    processor_version TEXT NOT NULL);
-  CREATE TABLE record (
+constexpr std::array parts = {
+    SchemaPart{"table", "company", "company", R"(CREATE TABLE company (
+    processor_version TEXT NOT NULL))"},
+    SchemaPart{"table", "record", "record", R"(CREATE TABLE record (
     id           INTEGER PRIMARY KEY,
     family       TEXT NOT NULL,
     kind         TEXT NOT NULL,
@@ -31,12 +39,16 @@ constexpr const char* tables = R"(
     position     INTEGER NOT NULL,
     lines_begin  INTEGER NOT NULL,
     lines_end    INTEGER NOT NULL,
-    xml          TEXT NOT NULL);
-  CREATE UNIQUE INDEX record_by_key ON record (family, key);
-  CREATE INDEX record_in_order ON record (family, txn_date, position);
-  CREATE INDEX record_by_account_type ON record (account_type, position) WHERE account_type IS NOT NULL;
-  CREATE INDEX record_by_kind ON record (kind);
-  CREATE TABLE posting (
+    xml          TEXT NOT NULL))"},
+    SchemaPart{"index", "record_by_key", "record",
+               "CREATE UNIQUE INDEX record_by_key ON record (family, key)"},
+    SchemaPart{"index", "record_in_order", "record",
+               "CREATE INDEX record_in_order ON record (family, txn_date, position)"},
+    SchemaPart{"index", "record_by_account_type", "record",
+               "CREATE INDEX record_by_account_type ON record (account_type, position) WHERE account_type IS "
+               "NOT NULL"},
+    SchemaPart{"index", "record_by_kind", "record", "CREATE INDEX record_by_kind ON record (kind)"},
+    SchemaPart{"table", "posting", "posting", R"(CREATE TABLE posting (
     record_id INTEGER NOT NULL,
     number    INTEGER NOT NULL,
     target    INTEGER NOT NULL,
@@ -44,40 +56,81 @@ constexpr const char* tables = R"(
     txn_date  TEXT NOT NULL,
     amount    INTEGER NOT NULL,
     quantity  REAL NOT NULL,
-    PRIMARY KEY (record_id, number)) WITHOUT ROWID;
-  CREATE INDEX posting_by_target ON posting (target, key, txn_date, amount, quantity);
-  CREATE TABLE item_account (
+    PRIMARY KEY (record_id, number)) WITHOUT ROWID)"},
+    SchemaPart{"index", "posting_by_target", "posting",
+               "CREATE INDEX posting_by_target ON posting (target, key, txn_date, amount, quantity)"},
+    SchemaPart{"table", "item_account", "item_account", R"(CREATE TABLE item_account (
     item      TEXT NOT NULL,
     target    INTEGER NOT NULL,
     account   TEXT NOT NULL,
-    unit_cost REAL);
-  CREATE INDEX item_account_by_item ON item_account (item);
-  CREATE INDEX item_account_by_account ON item_account (account);
-)";
+    unit_cost REAL))"},
+    SchemaPart{"index", "item_account_by_item", "item_account",
+               "CREATE INDEX item_account_by_item ON item_account (item)"},
+    SchemaPart{"index", "item_account_by_account", "item_account",
+               "CREATE INDEX item_account_by_account ON item_account (account)"},
+};
+
+constexpr std::array<std::string_view, 3> recordTables = {"record", "posting", "item_account"};
+
+[[noreturn]] void RefuseSchema(const std::filesystem::path& file, const std::string& reason) {
+  throw CompanyNeedsRepair(
+      fmt::format("The company file {} {}; restore a copy of the file", file.string(), reason));
+}
+
+void CheckLayout(const Database& database, const std::filesystem::path& file) {
+  const std::int64_t layout = database.Integer("PRAGMA user_version");
+  if (database.Integer("PRAGMA application_id") != companyMark) {
+    throw Error(company_error::cannotOpen, fmt::format("The file {} is not a company file.", file.string()));
+  }
+  if (layout > presentLayout) {
+    throw Error(
+        company_error::cannotOpen,
+        fmt::format("The company file {} was written by a newer version of this program.", file.string()));
+  }
+  if (layout != presentLayout && layout != layoutWithoutChecksums) {
+    RefuseSchema(file, fmt::format("has the unknown layout {}", layout));
+  }
+  if (database.HasChecksums() != (layout == presentLayout)) {
+    RefuseSchema(file, fmt::format("has layout {}, but its pages {} checksums", layout,
+                                   database.HasChecksums() ? "have" : "lack"));
+  }
+}
 
 }  // namespace
 
 void CreateSchema(const Database& database, std::string_view processorVersion) {
-  // A transaction with its lines takes some thousand bytes and would waste much of the default page of 4096.
-  database.Execute("PRAGMA page_size = 16384");
   Transaction transaction(database);
   database.Execute(
-      fmt::format("PRAGMA application_id = {}; PRAGMA user_version = {};", applicationId, schemaVersion)
+      fmt::format("PRAGMA application_id = {}; PRAGMA user_version = {};", companyMark, presentLayout)
           .c_str());
-  database.Execute(tables);
+  for (const SchemaPart& part : parts) database.Execute(std::string(part.sql).c_str());
   database.Prepare("INSERT INTO company (processor_version) VALUES (?1)").Bind(1, processorVersion).Run();
   transaction.Commit();
 }
 
 void CheckSchema(const Database& database, const std::filesystem::path& file) {
-  if (database.Integer("PRAGMA application_id") != applicationId) {
-    throw Error(company_error::cannotOpen, fmt::format("The file {} is not a company file.", file.string()));
+  CheckLayout(database, file);
+  std::size_t found = 0;
+  Statement schema = database.Prepare("SELECT type, name, tbl_name, sql FROM sqlite_master");
+  while (schema.Step()) {
+    const auto* const part = std::ranges::find(parts, schema.Text(1), &SchemaPart::name);
+    if (part == parts.end()) {
+      RefuseSchema(file, fmt::format("contains the {} \"{}\", which this program has not written",
+                                     schema.Text(0), schema.Text(1)));
+    }
+    if (schema.Text(0) != part->type || schema.Text(2) != part->table || schema.Text(3) != part->sql) {
+      RefuseSchema(file,
+                   fmt::format("has another {} \"{}\" than this program writes", part->type, part->name));
+    }
+    ++found;
   }
-  if (database.Integer("PRAGMA user_version") != schemaVersion) {
-    throw Error(
-        company_error::cannotOpen,
-        fmt::format("The company file {} was written by a newer version of this program.", file.string()));
+  if (found != parts.size()) {
+    RefuseSchema(file, fmt::format("has {} of {} tables and indexes", found, parts.size()));
   }
+}
+
+std::span<const std::string_view> RecordTables() noexcept {
+  return recordTables;
 }
 
 std::string ReadProcessorVersion(const Database& database) {

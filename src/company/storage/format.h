@@ -1,0 +1,35 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace krnqb::company {
+
+/// The number in a database's header that marks it as a company: "KQBW".
+inline constexpr std::uint32_t companyMark = 0x4B51'4257;
+
+/// The layouts of company files. They have the same tables; since the second one, pages have checksums.
+inline constexpr std::uint32_t layoutWithoutChecksums = 1;
+inline constexpr std::uint32_t presentLayout = 2;
+
+/// How the pages of a database are stored.
+enum class PageFormat {
+  Plain,         ///< without checksums: a company of the first layout, or no company at all
+  Checked,       ///< every page has a checksum
+  WriteAheadLog  ///< marked as having a write-ahead log, which company files never have
+};
+
+inline constexpr std::size_t headerSize = 100;
+using DatabaseHeader = std::array<unsigned char, headerSize>;
+
+/// Returns how the pages of the database with this header are stored. A damaged header does not make a file
+/// with checksums pass for one without: more than one bit of it would have to change.
+PageFormat FormatOf(const DatabaseHeader& header) noexcept;
+
+/// Returns whether the header, read from a page with its checksum, leaves the room for checksums that it
+/// should.
+bool HasRoomForChecksums(const DatabaseHeader& header) noexcept;
+
+}  // namespace krnqb::company
