@@ -41,5 +41,9 @@ TEST(TextTable, AcceptsRowsWithFewerCells) {
   EXPECT_EQ(table.Text(), "a\nbb  c\n");
 }
 
+TEST(OneLine, HasABlankInPlaceOfADeleteCharacter) {
+  EXPECT_EQ(OneLine("Ren\x7Ft"), "Ren t");
+}
+
 }  // namespace
 }  // namespace krnqb::cli
