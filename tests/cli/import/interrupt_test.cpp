@@ -99,7 +99,7 @@ TEST(InterruptedImport, ReleasesThePlanForTheNextImport) {
 TEST(InterruptedImport, WritesNoJournal) {
   const Workplace place;
   place.Nursery();
-  const std::string journal = (place / "journal").string();
+  const std::string journal = place / "journal";
   EXPECT_EQ(
       RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--journal", journal}), Interrupting()).code,
       130);
