@@ -52,5 +52,10 @@ TEST(AlternativesText, JoinsQuotedNames) {
   EXPECT_EQ(AlternativesText(Names{"A", "B", "C"}), "\"A\", \"B\" or \"C\"");
 }
 
+TEST(NearestNames, MayDifferInAThirdOfTheirCharacters) {
+  EXPECT_EQ(NearestNames("Bex", Names{"Bed"}), Names{"Bed"});
+  EXPECT_EQ(NearestNames("Bxx", Names{"Bed"}), Names{});
+}
+
 }  // namespace
 }  // namespace krnqb::cli

@@ -51,5 +51,9 @@ TEST(TextTable, DoesNotPadToACellThatIsWiderThanALine) {
                               "  Income\n");
 }
 
+TEST(OneLine, HasABlankInPlaceOfADeleteCharacter) {
+  EXPECT_EQ(OneLine("Ren\x7Ft"), "Ren t");
+}
+
 }  // namespace
 }  // namespace krnqb::cli

@@ -121,5 +121,15 @@ TEST(InterruptedImport, ReleasesThePlanForTheNextImport) {
   EXPECT_EQ(RunProgram(arguments).code, 0);
 }
 
+TEST(InterruptedImport, WritesNoJournal) {
+  const Workplace place;
+  place.Nursery();
+  const std::string journal = place / "journal";
+  EXPECT_EQ(
+      RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--journal", journal}), Interrupting()).code,
+      130);
+  EXPECT_FALSE(std::filesystem::exists(journal));
+}
+
 }  // namespace
 }  // namespace krnqb::cli

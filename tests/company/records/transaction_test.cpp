@@ -106,5 +106,11 @@ TEST_F(CompanyTransactions, AreAnsweredOnlyToTheirOwnRequest) {
   }
 }
 
+TEST_F(CompanyTransactions, AreReadToTheLastDayOfTheCalendarWithoutAnEnd) {
+  company.Load("bills.xml", "<QBXML><QBXMLMsgsRs><BillQueryRs>" + Transaction("Bill", "1", "9999-12-31") +
+                                "</BillQueryRs></QBXMLMsgsRs></QBXML>");
+  EXPECT_EQ(IdsOf("<BillQueryRq/>"), Ids{"1"});
+}
+
 }  // namespace
 }  // namespace krnqb::company
