@@ -117,8 +117,8 @@ TEST_F(RefusedSave, NamesAWriteProtectedPlan) {
 TEST_F(RefusedSave, ReportsAFileSizeLimit) {
   EXPECT_EQ(FailureOfChild("limited"),
             "cannot save " + file.string() + ": writing " + file.string() +
-                ".tmp failed: File too large; the file is unchanged, check the disk and "
-                "try again");
+                ".tmp failed: File too large; the file is unchanged, raise the limit of "
+                "the size of files (ulimit -f) and try again");
 }
 
 TEST_F(RefusedSave, KeepsTheChangesOfAnotherProgram) {

@@ -149,7 +149,7 @@ TEST(CompanyLoad, ReportsThatADocumentIsADirectory) {
   RunProgram(NewCompany(file));
   const ProgramRun run = RunProgram({"company", "load", file, place.Folder().string()});
   EXPECT_EQ(run.code, 1);
-  EXPECT_NE(run.err.find("is a directory"), std::string::npos) << run.err;
+  EXPECT_NE(run.err.find("Is a directory"), std::string::npos) << run.err;
 }
 
 TEST(CompanyGenerate, CreatesACompanyAndCountsItsRecords) {

@@ -174,8 +174,11 @@ TEST(TopLevelAccountName, IsEmptyForEveryAccountThatLeadsIntoACycleOrNowhere) {
     if (fromTheTop) std::reverse(ids.begin(), ids.end());
     for (const std::string& id : ids) EXPECT_EQ(TopLevelAccountName(list, id, observer), "") << id;
     ASSERT_EQ(observer.notices.size(), 5U);
+    // This id is in the answer only as a parent's.
     EXPECT_EQ(TopLevelAccountName(list, "99", observer), "");
-    EXPECT_EQ(observer.notices.size(), 5U);
+    ASSERT_EQ(observer.notices.size(), 6U);
+    EXPECT_EQ(TopLevelAccountName(list, "100", observer), "");
+    EXPECT_EQ(observer.notices.size(), 6U);
     for (const Notice& notice : observer.notices) EXPECT_EQ(notice.number, error_number::objectNotSet);
   }
 }
