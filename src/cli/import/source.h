@@ -23,8 +23,8 @@ struct ImportSource {
 };
 
 /// Opens the source that the options name, without sending a request. A recording takes precedence over a
-/// company, whose processors heed `interrupts`, which must outlive them; it may be a named pipe. Throws Failure
-/// if the source cannot be opened, or if reading the recording fails or is interrupted.
+/// company, whose processors heed `interrupts`, which must outlive them; it may be a named pipe. Throws
+/// Failure if the source cannot be opened, or if reading the recording fails or is interrupted.
 ImportSource OpenImportSource(const ImportCommand& options, const InterruptWatch& interrupts);
 
 /// The file to which an exchange is recorded.
