@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include <istream>
-#include <optional>
+#include <memory>
 #include <utility>
 
 #include "cli/console/attempt.h"
@@ -34,10 +34,10 @@ ImportSource CompanySource(const std::string& path, const InterruptWatch& interr
 ImportSource RecordedSource(const std::string& path) {
   constexpr std::string_view failed = "opening the recording failed";
   files::SystemFileOperations operations;
-  std::optional<files::InputFile> file;
-  Attempt(failed, "check the path", [&] {
-    file.emplace(path, files::ReadingRules{.pipes = true, .failure = {}, .interrupted = InterruptRequested},
-                 operations);
+  const auto file = Attempt(failed, "check the path", [&] {
+    return std::make_unique<files::InputFile>(
+        path, files::ReadingRules{.pipes = true, .failure = {}, .interrupted = InterruptRequested},
+        operations);
   });
   files::InputBuffer buffer(*file);
   std::istream recording(&buffer);

@@ -66,6 +66,8 @@ class Database {
   /// statement ends soon after `interrupted` returns true; it must be valid as long as the database.
   Database(const std::filesystem::path& file, FileAccess access, Interruption interrupted = {});
   ~Database();
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
   Database(Database&& other) noexcept;
   Database& operator=(Database&& other) noexcept;
 
