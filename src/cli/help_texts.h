@@ -109,8 +109,8 @@ inline constexpr std::string_view companyInfo =
 inline constexpr std::string_view checkCompany =
     R"(Checks that every page of the file has its checksum, and that the amounts of reports
 are those of the records. Prints each finding; exit status 1 if there is any.
---fix undoes a load that was interrupted, and writes a file of an earlier version of
-this program anew with checksums; its previous version is kept beside it as .bak.
+--fix undoes a load that was interrupted, and writes a file without checksums anew;
+its previous version is kept beside it as .bak.
 
 Examples:
   krnqb company check nursery.qbw

@@ -13,7 +13,7 @@ namespace krnqb::company {
 /// The result of checking a company file.
 struct CheckReport {
   std::string path;        ///< absolute
-  bool checksums = false;  ///< whether the pages have checksums; those of an earlier version have none
+  bool checksums = false;  ///< whether the pages have checksums; those of layout 1 have none
   std::int64_t pages = 0;  ///< including unused ones
   std::int64_t records = 0;
   std::int64_t postings = 0;

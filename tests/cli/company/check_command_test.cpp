@@ -30,8 +30,8 @@ class CheckCommand : public testing::Test {
     WriteText(file, bytes);
   }
 
-  // Replaces the company with one as an earlier version of the program wrote it.
-  void MakeEarlier() const {
+  // Replaces the company with one of layout 1.
+  void MakeLayout1() const {
     std::filesystem::rename(file, file + ".present");
     company::testing::WriteEarlierFile(file + ".present", file);
     std::filesystem::remove(file + ".present");
@@ -96,7 +96,7 @@ TEST_F(CheckCommand, UndoesAnInterruptedLoad) {
 }
 
 TEST_F(CheckCommand, AddsChecksumsOfWhichReadersWarn) {
-  MakeEarlier();
+  MakeLayout1();
   const std::string warning = "krnqb: warning: the company file " + file +
                               " has no checksums, so damage may go unnoticed; add them with krnqb company "
                               "check --fix " +

@@ -166,7 +166,7 @@ TEST(Register, LeavesAnEarlierRegistrationWholeIfALaterWriteIsRefused) {
       registry.machineRefuses = forOneUser;
       Register(registry, Own());
       const RegistryHive hive = forOneUser ? user : machine;
-      // An earlier version had no such key, and stored a value of its own.
+      // The registration before had no such key, and a value of its own.
       registry.hives[hive].erase(Own().keys[6].path);
       registry.hives[hive][Own().keys.front().path][L""] = L"an earlier description";
       const auto before = registry.hives;
