@@ -8,6 +8,7 @@
 #include "fakes/memory_registry.h"
 #include "fakes/recording_observer.h"
 #include "krnqb/qb_data_exchange.h"
+#include "support/system_files.h"
 
 namespace krnqb {
 namespace {
@@ -249,6 +250,13 @@ TEST_F(RealFolder, ListsFilesButNotFolders) {
   ASSERT_TRUE(companies);
   EXPECT_EQ(NamesIn(companies), (std::vector<std::string>{"a.qbw", "B.QBW", "link.qbw"}));
   EXPECT_EQ(companies.FirstChild().Child("fullpath").Text(), (folder / "a.qbw").string());
+}
+
+TEST_F(RealFolder, ContainsFilesButIsNone) {
+  Touch("a.qbw");
+  EXPECT_TRUE(SystemFiles()->FileExists((folder / "a.qbw").string()));
+  EXPECT_FALSE(SystemFiles()->FileExists((folder / "b.qbw").string()));
+  EXPECT_FALSE(SystemFiles()->FileExists(folder.string()));
 }
 
 TEST_F(RealFolder, IsNothingWhenMissingOrNotAFolder) {

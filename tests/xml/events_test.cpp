@@ -44,6 +44,10 @@ TEST(ParseXmlEvents, DecodesAttributeValues) {
   EXPECT_EQ(EventsOf("<a id='&amp;&lt;&quot;&#233; &amp;amp;'/>"), "<a &<\"\u00e9 &amp;></>");
 }
 
+TEST(ParseXmlEvents, ReportsTextsOfBlanksAlone) {
+  EXPECT_EQ(EventsOf("<a>  <b> </b>\n</a>"), "<a ->  <b -> </>\n</>");
+}
+
 TEST(ParseXmlEvents, ReturnsTheFaultOfATextThatIsNotWellFormed) {
   EventLog handler;
   const auto fault = ParseXmlEvents("<a>\n<b></a>", handler);

@@ -146,6 +146,11 @@ TEST_F(Program, ExitsWithZeroIfOnlyTheReportOfAnImportCannotBePrinted) {
   EXPECT_NE(ReadText(place / "ald.kpf").find("<c>Advertising</c>"), std::string::npos);
 }
 
+TEST_F(Program, ExitsWithZeroIfOnlyTheReportOfALoadCannotBePrinted) {
+  const std::string accounts = tests::SamplesFolder() + "/nursery/accounts.xml";
+  EXPECT_EQ(Shell("krnqb company load nursery.qbw " + accounts + " >/dev/full").code, 0);
+}
+
 TEST_F(Program, PrintsErrorsOnlyOnStandardError) {
   const ShellRun run = Shell("krnqb import --company none.qbw --plan ald.kpf --expenses");
   EXPECT_EQ(run.code, 1);
