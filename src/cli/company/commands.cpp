@@ -81,7 +81,7 @@ Failure LoadFailure(std::size_t loaded, const InterruptWatch& interrupts) {
   const ExitCode code = loaded > 0 ? ExitCode::Incomplete : ExitCode::Failed;
   constexpr std::string_view interrupted = "loading interrupted";
   if (interrupts.Requested()) {
-    const Failure nothingLoaded = interrupts.Interruption(interrupted, "nothing was loaded");
+    Failure nothingLoaded = interrupts.Interruption(interrupted, "nothing was loaded");
     if (loaded == 0) return nothingLoaded;
     return {code, interrupted, nothingLoaded, "load the rest of the documents (those before are loaded)"};
   }

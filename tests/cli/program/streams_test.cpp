@@ -147,7 +147,7 @@ TEST_F(Program, ExitsWithZeroIfOnlyTheReportOfAnImportCannotBePrinted) {
 }
 
 TEST_F(Program, ExitsWithZeroIfOnlyTheReportOfALoadCannotBePrinted) {
-  const std::string accounts = tests::SamplesFolder() + "/nursery/accounts.xml";
+  const std::string accounts = krnqb::tests::SamplesFolder() + "/nursery/accounts.xml";
   EXPECT_EQ(Shell("krnqb company load nursery.qbw " + accounts + " >/dev/full").code, 0);
 }
 
