@@ -120,10 +120,14 @@ struct Database::Connection {
 // What a company file contains is data: it may neither run functions nor attach other databases. Freed pages
 // are overwritten, so that each page in the file is one that was written with its checksum.
 void Database::Connection::Restrict() const {
-  sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-  sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-  sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
-  sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+  constexpr std::pair<int, int> settings[] = {{SQLITE_DBCONFIG_DEFENSIVE, 1},
+                                              {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
+                                              {SQLITE_DBCONFIG_ENABLE_TRIGGER, 0},
+                                              {SQLITE_DBCONFIG_ENABLE_VIEW, 0}};
+  for (const auto& [setting, value] : settings) {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): SQLite has no other function for this
+    sqlite3_db_config(handle, setting, value, nullptr);
+  }
   sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
   int reserved = static_cast<int>(checksumSize);
   sqlite3_file_control(handle, "main", SQLITE_FCNTL_RESERVE_BYTES, &reserved);
