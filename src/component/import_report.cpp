@@ -97,7 +97,7 @@ void ImportReport::KeepMissing(const Notice& notice) {
 
 void ImportReport::KeepRepeated(const std::string& account) {
   AppendOnce(repeatedAccounts_, repeatedPositions_, std::hash<std::string>()(account), account,
-             std::equal_to<std::string>());
+             std::equal_to<>());
 }
 
 void ImportReport::AddLeftOut(const Place& place, const Skipped& skipped) {

@@ -15,6 +15,7 @@ class XmlTextIndex {
   /// Indexes the elements called `name` in the whole document of `element`. The index of an empty handle is
   /// empty.
   XmlTextIndex(const XmlElement& element, std::string_view name);
+  ~XmlTextIndex() = default;
   XmlTextIndex(const XmlTextIndex&) = delete;
   XmlTextIndex& operator=(const XmlTextIndex&) = delete;
 
