@@ -59,7 +59,7 @@ class DocumentOfDetached {
 std::shared_ptr<XmlTree> XmlTree::Owning(xmlDoc* document) {
   std::unique_ptr<xmlDoc, FreeDocument> owned(document);
   auto tree = std::make_shared<XmlTree>(document);
-  owned.release();
+  static_cast<void>(owned.release());  // the tree owns it now
   return tree;
 }
 

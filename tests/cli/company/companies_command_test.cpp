@@ -36,7 +36,7 @@ struct CompaniesCommand : testing::Test {
 
   // Makes a folder that holds one company of that name.
   std::string FolderWith(const std::string& company) const {
-    const std::string folder = place / ("folder of " + company);
+    std::string folder = place / ("folder of " + company);
     fs::create_directory(folder);
     WriteText(folder + "/" + company, "");
     return folder;

@@ -69,6 +69,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"\xE9", "\xE9", "\xE9", "\"\uFFFD\""},
         Case{"\u00DB\u20AC\U0001F600", "\u00DB\u20AC\U0001F600", "\u00DB\u20AC\U0001F600",
              "\"\u00DB\u20AC\U0001F600\""},
+        // NOLINTNEXTLINE(misc-misleading-bidirectional): what is printed instead
         Case{"\u202Elbp.exe\u2069", "\uFFFDlbp.exe\uFFFD", " lbp.exe ", R"("\u202elbp.exe\u2069")"},
         Case{"two\nlines\tand\u2028three", "two\nlines\tand\uFFFDthree", "two lines and three",
              R"("two\nlines\tand\u2028three")"},
