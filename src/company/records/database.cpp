@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <array>
 #include <string>
 #include <utility>
 
@@ -120,10 +121,10 @@ struct Database::Connection {
 // What a company file contains is data: it may neither run functions nor attach other databases. Freed pages
 // are overwritten, so that each page in the file is one that was written with its checksum.
 void Database::Connection::Restrict() const {
-  constexpr std::pair<int, int> settings[] = {{SQLITE_DBCONFIG_DEFENSIVE, 1},
-                                              {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
-                                              {SQLITE_DBCONFIG_ENABLE_TRIGGER, 0},
-                                              {SQLITE_DBCONFIG_ENABLE_VIEW, 0}};
+  using Setting = std::pair<int, int>;
+  constexpr std::array settings{
+      Setting{SQLITE_DBCONFIG_DEFENSIVE, 1}, Setting{SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
+      Setting{SQLITE_DBCONFIG_ENABLE_TRIGGER, 0}, Setting{SQLITE_DBCONFIG_ENABLE_VIEW, 0}};
   for (const auto& [setting, value] : settings) {
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): SQLite has no other function for this
     sqlite3_db_config(handle, setting, value, nullptr);
