@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 
 #include "cli/console/interrupt_watch.h"
@@ -11,7 +12,8 @@ namespace krnqb::cli {
 namespace {
 
 bool IsOpen(int descriptor) noexcept {
-  return ::fcntl(descriptor, F_GETFD) != -1;  // NOLINT(cppcoreguidelines-pro-type-vararg)
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg)
+  return ::fcntl(descriptor, F_GETFD) != -1 || errno != EBADF;
 }
 
 // The lowest closed number is the one that the next file gets.
