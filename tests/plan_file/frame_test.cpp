@@ -39,6 +39,7 @@ INSTANTIATE_TEST_SUITE_P(
         FrameCase{"SubsetWithBracketsInTexts",
                   "<!DOCTYPE plan [<!ATTLIST plan a CDATA \"]>\" b CDATA ']'>\n]>\n<!-- a -->", ""},
         FrameCase{"SubsetWithComments", "<!DOCTYPE plan [<!-- ]> ' \" --><?p ]> '?>]><!-- a -->\n", ""},
+        FrameCase{"SystemIdentifierWithATag", "<!DOCTYPE plan SYSTEM \"a><b\">\n<!-- a -->\n", ""},
         FrameCase{"SystemIdentifierWithBrackets", "<!DOCTYPE plan SYSTEM \"a>[b\">\n<!-- a -->\n", ""},
         FrameCase{"QuotesInComments", "<!-- it's > \"here -->\n<?p it's > \"here?>\n", "<!-- it's -->"},
         FrameCase{"MarkupInsideMarkup", "<!-- <?a --><?b <!-- ?>\n", "<?b <? <!-- ?>\n<!-- ?> <? -->\n"},
