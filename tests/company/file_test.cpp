@@ -172,6 +172,14 @@ TEST_F(CompanyFiles, ShowAReaderOneStateAndBlockLoading) {
   EXPECT_EQ(loader.Load("a.xml", Accounts(Account("a", "Income"))).added.at(0).count, 1);
 }
 
+TEST_F(CompanyFiles, ShowWhatAnotherProgramHasLoaded) {
+  const CompanyFile first = NewCompany("1.1");
+  EXPECT_EQ(first.Info().records.size(), 1U);
+  CompanyFile::Open(folder / "company.qbw", FileAccess::ReadWrite)
+      .Load("a.xml", Accounts(Account("a", "Income")));
+  EXPECT_EQ(first.Info().records.size(), 2U);
+}
+
 TEST_F(CompanyFiles, ThatAreDamagedAreReported) {
   NewCompany("1.1");
   std::string bytes = ReadText(folder / "company.qbw");
