@@ -20,8 +20,8 @@ struct StoredTable {
 };
 
 /// A parsed plan file: the element `plan` with its attributes `product` and `start`, and the `tableitem`
-/// elements of its child `tables`, in order, with unique ids and none inside another. Elements in a namespace
-/// are none of these; they stay in the plan.
+/// elements of its child `tables`, in order, with unique ids and none inside another. Elements of these names
+/// in a namespace are ignored and remain in the plan.
 struct PlanDocument {
   PlanFrame frame;
   XmlElement plan;

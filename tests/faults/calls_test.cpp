@@ -24,7 +24,8 @@ bool IsPairOf(Fault fault, const Ending& ending) {
          ending.description == fmt::format("Error ({}): {}", thrown.number, thrown.description);
 }
 
-// The company check says only that there is no month; the version check, that there is no answer.
+// The company check and the version check report a failed call by their own errors: a missing fiscal month, a
+// missing answer or an outdated version.
 bool IsPairOfACheck(const Ending& ending) {
   return ending.number == NumberOf(ErrorKind::FiscalMonthMissing) ||
          ending.number == NumberOf(ErrorKind::ObjectNotSet) ||

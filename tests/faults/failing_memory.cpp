@@ -76,7 +76,7 @@ void* DatabaseResized(void* block, int size) {
 void IgnoreMessage(void* /*context*/, const char* /*format*/, ...) {}
 
 bool Installed() {
-  // The database keeps small blocks in reserve unless it is told not to.
+  // Disables the database's pool of small blocks, whose allocations would never fail.
   if (sqlite3_config(SQLITE_CONFIG_LOOKASIDE, 0, 0) != SQLITE_OK) return false;
   if (sqlite3_config(SQLITE_CONFIG_GETMALLOC, &databaseMemory) != SQLITE_OK) return false;
   sqlite3_mem_methods failing = databaseMemory;

@@ -90,7 +90,7 @@ class ImportWorld {
 const Ending& Undisturbed(ImportKind kind);
 
 /// Returns what is wrong with how a disturbed import ended; empty if nothing is. The plan is complete, or the
-/// host has been told that it is not; the session is closed wherever `Go` returned true.
+/// failure has been reported to the host; the session is closed wherever `Go` returned true.
 std::string Unsound(const Ending& ending, ImportKind kind);
 
 /// Returns what is wrong with an import by the same component after a disturbed one; empty if nothing is.

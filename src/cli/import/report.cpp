@@ -37,7 +37,7 @@ void PrintOutcome(const ImportOutcome& outcome, const ImportCommand& options, co
   try {
     Print(outcome, options, console);
   } catch (...) {
-    // The plan may be saved by now, so this is no failure of the import.
+    // The plan may already be saved, so the import has not failed.
     console.err << "krnqb: printing the report failed: Out of memory; the exit code says how the import ended"
                 << std::endl;
   }

@@ -14,8 +14,8 @@ struct ProvedRecords {
   std::int64_t postings = 0;
 };
 
-/// Reads the text of each record again and compares what it gives with what the company stores: the columns
-/// by which records are found, the postings of transactions and the accounts of items. Passes a sentence
+/// Parses the text of each record again and compares the result with what the company stores: the columns by
+/// which records are found, the postings of transactions and the accounts of items. Passes a sentence
 /// about each difference to `report`.
 ProvedRecords ProveRecords(const Database& database, const std::function<void(std::string)>& report);
 

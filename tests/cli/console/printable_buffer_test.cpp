@@ -64,7 +64,7 @@ INSTANTIATE_TEST_SUITE_P(
              "31m",
              "\uFFFD31m", " 31m", R"("\u009b31m")"},
         Case{"\xC2\x80\xC2\x9F\u00A0", "\uFFFD\uFFFD\u00A0", " \u00A0", "\"\\u0080\\u009f\u00A0\""},
-        // A byte that is no text is passed on unless a terminal without UTF-8 would obey it.
+        // Bytes that are not UTF-8 are passed on, except those that a terminal without UTF-8 would obey.
         Case{"caf\xE9.qbw \x9B", "caf\xE9.qbw \uFFFD", "caf\xE9.qbw  ", "\"caf\uFFFD.qbw \uFFFD\""},
         Case{"\xE9", "\xE9", "\xE9", "\"\uFFFD\""},
         Case{"\u00DB\u20AC\U0001F600", "\u00DB\u20AC\U0001F600", "\u00DB\u20AC\U0001F600",
