@@ -15,8 +15,8 @@ struct ProvedRecords {
 };
 
 /// Parses the text of each record again and compares the result with what the company stores: the columns by
-/// which records are found, the postings of transactions and the accounts of items. Passes a sentence
-/// about each difference to `report`.
+/// which records are found, the postings of transactions and the accounts of items. Passes a sentence about
+/// each difference to `report`.
 ProvedRecords ProveRecords(const Database& database, const std::function<void(std::string)>& report);
 
 }  // namespace krnqb::company
