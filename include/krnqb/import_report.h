@@ -7,9 +7,11 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "krnqb/observer.h"
+#include "krnqb/warning.h"
 
 namespace krnqb {
 
@@ -23,6 +25,14 @@ class ImportReport : public Observer {
     std::int64_t count = 0;
     /// Includes an amount that is not a number as 0. Empty if the sum exceeds the range of a double.
     std::optional<double> sum = 0.0;
+  };
+
+  /// The amounts that were left out for one reason.
+  struct LeftOutGroup {
+    SkipKind kind = SkipKind::NotImported;
+    SkipReason reason = SkipReason::NoAccount;
+    Total total;
+    std::vector<std::string> names;  ///< of the accounts and items concerned, each once
   };
 
   /// Creates an empty report that passes every notice on to `next`, which may be null.
@@ -53,6 +63,13 @@ class ImportReport : public Observer {
   const Total& LeftOutOfPast() const noexcept { return leftOutOfPast_; }
   /// Returns `LeftOut` by reason, without the reasons that did not occur.
   const std::map<SkipReason, Total>& LeftOutByReason() const noexcept { return leftOutByReason_; }
+  /// Returns `LeftOut` by kind and reason, without those that did not occur.
+  std::vector<LeftOutGroup> LeftOutGroups() const;
+  /// Returns whether any amount was left out although its account's list is included.
+  bool AnyLeftOutOfRequested() const noexcept;
+
+  /// Returns the warnings, one per code, in the order in which they were first reported.
+  const std::vector<Warning>& Warnings() const noexcept { return warnings_; }
 
   /// Returns the accounts that a report names in more than one row, each once.
   const std::vector<std::string>& RepeatedAccounts() const noexcept { return repeatedAccounts_; }
@@ -63,6 +80,7 @@ class ImportReport : public Observer {
   void Keep(const Notice& notice);
   void KeepMissing(const Notice& notice);
   void KeepRepeated(const std::string& account);
+  void KeepFinding(const Finding& finding);
   void AddLeftOut(const Place& place, const Skipped& skipped);
 
   std::shared_ptr<Observer> next_;
@@ -74,6 +92,13 @@ class ImportReport : public Observer {
   Total leftOut_;
   Total leftOutOfPast_;
   std::map<SkipReason, Total> leftOutByReason_;
+  struct NamedGroup {
+    LeftOutGroup group;
+    Positions namePositions;
+  };
+  std::map<std::pair<SkipKind, SkipReason>, NamedGroup> leftOutGroups_;
+  std::vector<Warning> warnings_;
+  std::map<WarningCode, Positions> findingPositions_;
   std::vector<std::string> repeatedAccounts_;
   Positions repeatedPositions_;
   std::string pastPerformanceEnd_;

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "krnqb/error.h"
+#include "krnqb/warning.h"
 
 namespace krnqb {
 
@@ -78,7 +79,8 @@ enum class NoticeKind {
   PastPerformanceEnded,  ///< an account type is missing; `description` names it
   CompanyFileUnlisted,   ///< the list of companies cannot be built, since it cannot represent the path in
                          ///< `file`; `description` is the reason
-  RequestRefused         ///< QuickBooks refused a request; the sender also receives the error
+  RequestRefused,        ///< QuickBooks refused a request; the sender also receives the error
+  Warning                ///< the plan differs from the books although every rule was followed, see `Finding`
 };
 
 /// The effect of a notice on the result of the import.
@@ -101,13 +103,24 @@ enum class SkipReason {
   SubtotalOutOfRange     ///< the sum would exceed the range of a double
 };
 
+/// What it means that an amount was left out.
+enum class SkipKind : std::uint8_t {
+  NotRequested,  ///< the import does not include the account's list
+  NotImported,   ///< the rules of the import do not book such lines
+  Lost           ///< the line is incomplete or its amount cannot be added
+};
+
 /// An amount that was left out.
 struct Skipped {
   SkipReason reason = SkipReason::NoAccount;
+  SkipKind kind = SkipKind::NotImported;
   std::string transactionId = {};    ///< empty for a report row
   std::string transactionDate = {};  ///< year-month-day; empty for a report row
   std::string source = {};           ///< the line's element name, or the report row's account name
-  std::string account = {};          ///< the account's or item's id, if known
+  std::string account = {};          ///< the account's or item's id, or an account's name, if known
+  std::string accountName = {};      ///< the account's or item's full name, if known
+  std::string customer = {};         ///< the customer's id, if the line or its transaction has one
+  std::string customerName = {};     ///< the customer's full name, if known
   std::string amount = {};           ///< the text in the answer
 };
 
@@ -121,7 +134,8 @@ struct Notice {
   std::string description = {};  ///< the error's description, the answer's statusMessage, the table's id or
                                  ///< the account's name
   std::optional<Skipped> skipped = {};
-  std::string file = {};  ///< the path concerned, in the system's bytes; not necessarily UTF-8
+  std::optional<Finding> finding = {};  ///< set if the kind is `Warning`
+  std::string file = {};                ///< the path concerned, in the system's bytes; not necessarily UTF-8
   ErrorKind errorKind = ErrorKind::Other;  ///< the error's kind; `Other` without an error
 };
 

@@ -30,6 +30,8 @@ std::string_view WhatHappened(NoticeKind kind) {
       return "found columns out of step";
     case NoticeKind::PastPerformanceEnded:
       return "ended past performance";
+    case NoticeKind::Warning:
+      return "has a warning";
     case NoticeKind::CompanyFileUnlisted:
       return "could not list a company file";
     default:
@@ -44,9 +46,11 @@ class DebuggerLines final : public Observer {
     // The operation that sent the request reports the refusal as its own end or skipped statement.
     if (notice.kind == NoticeKind::RequestRefused) return;
     try {
+      const std::string description =
+          notice.finding ? WarningText({notice.finding->code, {*notice.finding}}) : notice.description;
       const std::string line =
           fmt::format("KRN6_QB2002: {} {} ({}): {}\n", OperationName(notice.place.operation),
-                      WhatHappened(notice.kind), notice.number, notice.description);
+                      WhatHappened(notice.kind), notice.number, description);
       OutputDebugStringW(Wide(line).c_str());
     } catch (...) {
       // Failing to write a debug line must not fail the import.

@@ -1,5 +1,7 @@
 #include "component/import_driver.h"
 
+#include <fmt/format.h>
+
 #include "import/accounts/deserialize.h"
 #include "import/accounts/quickbooks_lists.h"
 #include "import/amounts/balances.h"
@@ -12,6 +14,7 @@
 #include "plan/table_identifiers.h"
 #include "qbxml/request_catalogue.h"
 #include "support/error_handling.h"
+#include "support/warning_report.h"
 
 namespace krnqb {
 namespace {
@@ -71,6 +74,7 @@ class ImportRun {
   // Reads the major version once: later changes by a handler do not affect this import.
   void ImportBalances() {
     const std::int16_t majorVersion = context_.session.MajorVersion();
+    if (majorVersion != 1 && majorVersion != 2) WarnOfVersion(majorVersion);
     ReadAmounts(majorVersion);
     if (options_.includeExpenseAccounts && expenseTables_) {
       WriteExpenseGrowth(context_.state, *expenseTables_, context_.observer);
@@ -94,25 +98,49 @@ class ImportRun {
   // Each pass settles the start again, since a handler may have changed it.
   void ReadTransactions() {
     if (!options_.includeExpenseAccounts && !options_.includeIncomeAccounts) return;
+    context_.state.tally.lines = 0;
     ImportExpenseBalances(context_, SettleStart());
-    ImportIncomeBalances(context_, SettleStart());
+    const YearMonth start = SettleStart();
+    ImportIncomeBalances(context_, start);
+    if (context_.state.tally.lines == 0) WarnOfEmptyPeriod(SettleTwelveMonths(start, options_.period));
   }
 
   void ReadReports() {
-    const DateRange range = FiscalYearRange(TwelveMonths(SettleStart()));
+    const TwelveMonths months(SettleStart());
+    const DateRange range = FiscalYearRange(months);
     ImportState& state = context_.state;
+    const bool anyReport = options_.includeIncomeAccounts || options_.includeExpenseAccounts;
+    bool anyAmount = false;
     if (options_.includeIncomeAccounts) {
-      ReadReport(request_number::incomeByMonth, range, state.incomeSubtotals);
-      ReadReport(request_number::costByMonth, range, state.costSubtotals);
+      anyAmount = ReadReport(request_number::incomeByMonth, range, state.incomeSubtotals);
+      anyAmount = ReadReport(request_number::costByMonth, range, state.costSubtotals) || anyAmount;
     }
     if (options_.includeExpenseAccounts) {
-      ReadReport(request_number::expenseByMonth, range, state.expenseSubtotals);
+      anyAmount = ReadReport(request_number::expenseByMonth, range, state.expenseSubtotals) || anyAmount;
     }
+    if (anyReport && !anyAmount) WarnOfEmptyPeriod(months);
   }
 
-  void ReadReport(std::int32_t requestNumber, const DateRange& range,
+  bool ReadReport(std::int32_t requestNumber, const DateRange& range,
                   std::optional<SubtotalCollection>& target) {
-    ParseProfitAndLossReport(context_.session, requestNumber, range, target, context_.observer);
+    return ParseProfitAndLossReport(context_.session, requestNumber, range, target, context_.observer);
+  }
+
+  void WarnOfVersion(std::int16_t majorVersion) {
+    ReportWarning(
+        context_.observer, {.operation = Operation::Go},
+        [&] {
+          return Finding{.code = WarningCode::UnsupportedProcessor, .name = fmt::format("{}", majorVersion)};
+        },
+        NoticeMeaning::Incomplete);
+  }
+
+  void WarnOfEmptyPeriod(const TwelveMonths& months) {
+    ReportWarning(context_.observer, {.operation = Operation::Go}, [&] {
+      const YearMonth first = months.First();
+      return Finding{.code = WarningCode::EmptyPeriod,
+                     .text = fmt::format("{:04}-{:02}", first.year, first.month)};
+    });
   }
 
   // Like the property `StartingMonth`, opens a session first if none is open.

@@ -1,5 +1,6 @@
 #include "krnqb/import_report.h"
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <tuple>
@@ -21,7 +22,8 @@ bool IsSame(const Notice& one, const Notice& other) {
     return std::tie(notice.kind, notice.number, notice.severity, notice.description, place.request,
                     place.fromDate, place.toDate);
   };
-  return contents(one) == contents(other) && OperationOf(one) == OperationOf(other);
+  return contents(one) == contents(other) && OperationOf(one) == OperationOf(other) &&
+         one.finding == other.finding;
 }
 
 std::size_t HashOf(const Notice& notice) {
@@ -48,6 +50,19 @@ void AppendOnce(std::vector<Item>& items, std::unordered_multimap<std::size_t, s
   }
   items.push_back(item);
   positions.emplace(hash, items.size() - 1);
+}
+
+std::size_t HashOf(const Finding& finding) {
+  const std::hash<std::string> ofText;
+  std::size_t hash = 0;
+  for (const std::string* text : {&finding.name, &finding.other, &finding.text})
+    hash = hash * 31 + ofText(*text);
+  return hash;
+}
+
+// The finding that a notice of another kind amounts to.
+Finding TablesNotTaken(const Notice& notice) {
+  return {.code = WarningCode::TablesNotLoaded, .name = notice.description};
 }
 
 void AddTo(ImportReport::Total& total, double amount) {
@@ -80,6 +95,9 @@ void ImportReport::Keep(const Notice& notice) {
     case NoticeKind::AccountInSeveralRows:
       KeepRepeated(notice.description);
       break;
+    case NoticeKind::Warning:
+      if (notice.finding) KeepFinding(*notice.finding);
+      return;
     case NoticeKind::PastPerformanceEnded:
       if (pastPerformanceEnd_.empty()) pastPerformanceEnd_ = notice.description;
       break;
@@ -93,6 +111,17 @@ void ImportReport::KeepMissing(const Notice& notice) {
   // A list that could not be read leaves no tables to load; its own notice names the cause.
   if (notice.kind == NoticeKind::TablesNotLoaded && !missing_.empty()) return;
   AppendOnce(missing_, missingPositions_, HashOf(notice), notice, IsSame);
+  if (notice.kind == NoticeKind::TablesNotLoaded || notice.kind == NoticeKind::TablesRefused)
+    KeepFinding(TablesNotTaken(notice));
+}
+
+void ImportReport::KeepFinding(const Finding& finding) {
+  // A period of which something could not be read is not known to be empty.
+  if (finding.code == WarningCode::EmptyPeriod && !missing_.empty()) return;
+  const auto hasCode = [&](const Warning& kept) { return kept.code == finding.code; };
+  auto warning = std::find_if(warnings_.begin(), warnings_.end(), hasCode);
+  if (warning == warnings_.end()) warning = warnings_.insert(warnings_.end(), {finding.code, {}});
+  AppendOnce(warning->findings, findingPositions_[finding.code], HashOf(finding), finding, std::equal_to<>());
 }
 
 void ImportReport::KeepRepeated(const std::string& account) {
@@ -105,6 +134,24 @@ void ImportReport::AddLeftOut(const Place& place, const Skipped& skipped) {
   if (place.pastPeriod) return AddTo(leftOutOfPast_, amount);
   AddTo(leftOut_, amount);
   AddTo(leftOutByReason_[skipped.reason], amount);
+  NamedGroup& named = leftOutGroups_[{skipped.kind, skipped.reason}];
+  named.group.kind = skipped.kind;
+  named.group.reason = skipped.reason;
+  AddTo(named.group.total, amount);
+  const std::string& name = skipped.accountName.empty() ? skipped.account : skipped.accountName;
+  if (name.empty()) return;
+  AppendOnce(named.group.names, named.namePositions, std::hash<std::string>()(name), name, std::equal_to<>());
+}
+
+std::vector<ImportReport::LeftOutGroup> ImportReport::LeftOutGroups() const {
+  std::vector<LeftOutGroup> groups;
+  for (const auto& [key, named] : leftOutGroups_) groups.push_back(named.group);
+  return groups;
+}
+
+bool ImportReport::AnyLeftOutOfRequested() const noexcept {
+  return std::any_of(leftOutGroups_.begin(), leftOutGroups_.end(),
+                     [](const auto& entry) { return entry.first.first != SkipKind::NotRequested; });
 }
 
 }  // namespace krnqb

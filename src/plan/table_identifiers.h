@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string_view>
 #include <vector>
 
@@ -30,6 +31,21 @@ inline constexpr std::string_view actualIncomeRange = "db_income_range_cat3_actu
 inline constexpr std::string_view contributionMargin = "db_contributionmargin_cat2";
 inline constexpr std::string_view actualContributionMargin = "db_contributionmargin_cat2_actual";
 }  // namespace block_id
+
+/// A planned table and the table of its actual values.
+struct TableTwins {
+  std::string_view planned;
+  std::string_view actual;
+  std::string_view plannedName;  ///< for messages
+  std::string_view actualName;
+};
+
+/// Every table that has a twin.
+inline constexpr std::array<TableTwins, 3> tableTwins{
+    {{table_id::plannedSales, table_id::actualSales, "planned sales and costs", "actual sales and costs"},
+     {table_id::plannedIncomeRange, table_id::actualIncomeRange, "planned expenses", "actual expenses"},
+     {table_id::plannedContributionMargin, table_id::actualContributionMargin, "planned contribution margin",
+      "actual contribution margin"}}};
 
 /// The text of a cell that holds no value.
 inline constexpr std::string_view emptyCellText = "*null*";

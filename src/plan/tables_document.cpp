@@ -2,12 +2,18 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "support/date.h"
 
 namespace krnqb {
 
 void TablesDocument::Add(std::string_view tableId, const XmlElement& tableBlocks, Clock& clock) {
   tables_.push_back({std::string(tableId), RoundedDateSerial(clock.Now()), tableBlocks});
+}
+
+bool TablesDocument::Contains(std::string_view tableId) const noexcept {
+  return std::any_of(tables_.begin(), tables_.end(), [&](const Table& table) { return table.id == tableId; });
 }
 
 XmlElement TablesDocument::FirstBlock(std::string_view blockId) const {

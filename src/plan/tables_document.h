@@ -17,6 +17,9 @@ class TablesDocument {
   /// shared, not copied: later changes to its rows and cells appear in this document.
   void Add(std::string_view tableId, const XmlElement& tableBlocks, Clock& clock);
 
+  /// Returns whether a table with this id has been added.
+  bool Contains(std::string_view tableId) const noexcept;
+
   /// Returns whether no table has been added.
   bool Empty() const noexcept { return tables_.empty(); }
 

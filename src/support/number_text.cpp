@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -183,6 +184,19 @@ double LeadingNumber(std::string_view text) {
     magnitude = *tiny;
   }
   return negative ? -magnitude : magnitude;
+}
+
+bool ReadsWhole(std::string_view text) noexcept {
+  // Nearly every text is a plain decimal number.
+  constexpr std::string_view plainCharacters = "0123456789.";
+  const std::string_view magnitude = text.substr(text.starts_with('-') ? 1 : 0);
+  const bool plain = !magnitude.empty() && IsDigit(magnitude.front()) &&
+                     magnitude.find_first_not_of(plainCharacters) == std::string_view::npos &&
+                     magnitude.find('.') == magnitude.rfind('.');
+  if (plain) return true;
+  const std::optional<double> number = ConvertToDouble(text);
+  if (!number) return std::all_of(text.begin(), text.end(), IsBlank);
+  return LeadingNumber(text) == *number;
 }
 
 std::string GeneralNumberText(double number) {

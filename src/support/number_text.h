@@ -19,6 +19,10 @@ double RequireDouble(std::string_view text);
 /// leading white space and whatever follows the number are ignored. Throws Error 6 if the number overflows.
 double LeadingNumber(std::string_view text);
 
+/// Returns whether `LeadingNumber` takes a text at its whole value: the text is blank, or it is a number that
+/// `ConvertToDouble` reads alike. "1,234.56", "(5.00)" and "5 units" are not.
+bool ReadsWhole(std::string_view text) noexcept;
+
 /// Formats a number with at most 15 significant digits, no trailing zeros and "." as the decimal point. From
 /// 1E+15 up and below 1E-4 it has an exponent: "E", a sign and at least two digits. Zero has no sign.
 std::string GeneralNumberText(double number);

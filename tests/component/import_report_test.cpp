@@ -275,5 +275,83 @@ TEST(ImportReport, KeepsThirtyTwoThousandNoticesInTime) {
   }));
 }
 
+Notice Warned(const Finding& finding, NoticeMeaning meaning = NoticeMeaning::Complete) {
+  Notice notice{.kind = NoticeKind::Warning, .meaning = meaning};
+  notice.finding = finding;
+  return notice;
+}
+
+TEST(ImportReport, KeepsEachFindingOnceUnderItsCode) {
+  ImportReport report;
+  for (int pass = 0; pass < 2; ++pass) {
+    report.Notify(Warned({.code = WarningCode::NoRow, .name = "Rent", .amount = 5}));
+    report.Notify(Warned({.code = WarningCode::RowTwice, .name = "Gas", .amount = 5}));
+    report.Notify(Warned({.code = WarningCode::NoRow, .name = "Gas", .amount = 5}));
+  }
+  report.Notify(Warned({.code = WarningCode::NoRow, .name = "Gas", .amount = 6}));
+  ASSERT_EQ(report.Warnings().size(), 2U);
+  EXPECT_EQ(report.Warnings()[0].code, WarningCode::NoRow);
+  ASSERT_EQ(report.Warnings()[0].findings.size(), 3U);
+  EXPECT_EQ(report.Warnings()[0].findings[1].name, "Gas");
+  EXPECT_EQ(report.Warnings()[1].findings.size(), 1U);
+  EXPECT_TRUE(report.Complete());
+}
+
+TEST(ImportReport, IsIncompleteAfterAWarningThatMakesItSo) {
+  ImportReport report;
+  report.Notify(Warned({.code = WarningCode::UnsupportedProcessor, .name = "16"}, NoticeMeaning::Incomplete));
+  EXPECT_FALSE(report.Complete());
+  ASSERT_EQ(report.Missing().size(), 1U);
+  EXPECT_EQ(report.Missing()[0].finding->name, "16");
+  EXPECT_EQ(report.Warnings().size(), 1U);
+}
+
+TEST(ImportReport, DoesNotCallAPeriodEmptyThatCouldNotBeRead) {
+  const Notice empty = Warned({.code = WarningCode::EmptyPeriod, .text = "2002-01"});
+  ImportReport report;
+  report.Notify(empty);
+  EXPECT_EQ(report.Warnings().size(), 1U);
+  ImportReport unread;
+  unread.Notify(Incomplete(NoticeKind::AnswerStatus, januaryBills, 3260, "No permission"));
+  unread.Notify(empty);
+  EXPECT_TRUE(unread.Warnings().empty());
+}
+
+TEST(ImportReport, WarnsOfTablesThatThePlanDidNotTake) {
+  for (const NoticeKind kind : {NoticeKind::TablesRefused, NoticeKind::TablesNotLoaded}) {
+    ImportReport report;
+    report.Notify(Incomplete(kind, {.operation = Operation::Deserialize}, 0, "line 3: no root"));
+    ASSERT_EQ(report.Warnings().size(), 1U);
+    EXPECT_EQ(report.Warnings()[0].code, WarningCode::TablesNotLoaded);
+    EXPECT_EQ(report.Warnings()[0].findings[0].name, "line 3: no root");
+  }
+  ImportReport explained;
+  explained.Notify(Incomplete(NoticeKind::AnswerStatus, januaryBills, 500));
+  explained.Notify(Incomplete(NoticeKind::TablesNotLoaded, {.operation = Operation::Deserialize}));
+  EXPECT_TRUE(explained.Warnings().empty());
+}
+
+TEST(ImportReport, GroupsWhatWasLeftOutByKindAndReasonWithNames) {
+  ImportReport report;
+  const auto leftOut = [](SkipKind kind, SkipReason reason, const char* name) {
+    Notice notice = LeftOut(reason, "5");
+    notice.skipped->kind = kind;
+    notice.skipped->account = "8000-1";
+    notice.skipped->accountName = name;
+    return notice;
+  };
+  report.Notify(leftOut(SkipKind::NotRequested, SkipReason::AccountInNoList, "Checking"));
+  EXPECT_FALSE(report.AnyLeftOutOfRequested());
+  for (const char* name : {"Stock", "Deposits", "Stock", ""})
+    report.Notify(leftOut(SkipKind::NotImported, SkipReason::AccountInNoList, name));
+  const auto groups = report.LeftOutGroups();
+  ASSERT_EQ(groups.size(), 2U);
+  EXPECT_EQ(groups[1].kind, SkipKind::NotImported);
+  EXPECT_EQ(groups[1].total.count, 4);
+  EXPECT_EQ(groups[1].total.sum, 20);
+  EXPECT_EQ(groups[1].names, (std::vector<std::string>{"Stock", "Deposits", "8000-1"}));
+  EXPECT_TRUE(report.AnyLeftOutOfRequested());
+}
+
 }  // namespace
 }  // namespace krnqb

@@ -63,8 +63,9 @@ TEST(Observer, GetsANoticeWhenATableDoesNotParseOrHasNoBlocks) {
     TestHost host;
     host.planContent->tables[fakes::TableId("21", "0600")] = table;
     host.component.KRNDeserialize(Variant(host.quickBooks->answers["4"]));
-    ASSERT_EQ(host.observer->notices.size(), 1U) << table;
+    ASSERT_EQ(host.observer->notices.size(), 2U) << table;
     EXPECT_EQ(host.observer->notices.front().kind, NoticeKind::TableUnreadable) << table;
+    EXPECT_EQ(host.observer->notices.back().kind, NoticeKind::Warning) << "the planned table is changed";
     EXPECT_EQ(host.observer->notices.front().description, "21000000000000000000000000000600") << table;
   }
 }

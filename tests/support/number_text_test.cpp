@@ -121,5 +121,15 @@ TEST(RequireInteger, RoundsHalvesToEvenAndChecksSixteenBits) {
   EXPECT_THROW(RequireInteger(std::numeric_limits<double>::quiet_NaN()), Error);
 }
 
+TEST(ReadsWhole, HoldsForBlankTextsAndNumbersWithOneReading) {
+  for (const char* text : {"", "  ", "0", "12", "-12.50", "+3", " 7 ", "1e3", ".5", "5."})
+    EXPECT_TRUE(ReadsWhole(text)) << text;
+}
+
+TEST(ReadsWhole, FailsForATextOfWhichOnlyAPartCounts) {
+  for (const char* text : {"1,234.56", "(5.00)", "5-", "$5", "5 units", "50%", "abc", "-", "1.2.3", "1e999"})
+    EXPECT_FALSE(ReadsWhole(text)) << text;
+}
+
 }  // namespace
 }  // namespace krnqb

@@ -2,9 +2,11 @@
 
 #include "import/accounts/selection.h"
 #include "plan/account_writers.h"
+#include "plan/table_identifiers.h"
 #include "qbxml/request_catalogue.h"
 #include "support/error_handling.h"
 #include "support/number_text.h"
+#include "support/warning_report.h"
 
 namespace krnqb {
 namespace {
@@ -31,6 +33,19 @@ void WriteTables(ImportContext& context, TablesDocument& changed, const XmlEleme
   }
 }
 
+void WarnOfHalfTwins(const TablesDocument& changed, Observer& observer, const Place& place) {
+  for (const TableTwins& twins : tableTwins) {
+    const bool planned = changed.Contains(twins.planned);
+    const bool actual = changed.Contains(twins.actual);
+    if (planned == actual) continue;
+    ReportWarning(observer, place, [&] {
+      return Finding{.code = WarningCode::HalfLoadedTwins,
+                     .name = std::string(planned ? twins.plannedName : twins.actualName),
+                     .other = std::string(planned ? twins.actualName : twins.plannedName)};
+    });
+  }
+}
+
 }  // namespace
 
 std::optional<TablesDocument> ChangedTables(ImportContext& context, const Variant& serialData) {
@@ -45,6 +60,7 @@ std::optional<TablesDocument> ChangedTables(ImportContext& context, const Varian
     if (!accounts) throw Error(error_number::objectNotSet);
     WriteTables(context, changed, accounts);
   });
+  WarnOfHalfTwins(changed, context.observer, place);
   if (!documentFound || (!complete && changed.Empty())) return std::nullopt;
   return changed;
 }

@@ -13,7 +13,9 @@ void LoadQuickBooksLists(ImportContext& context) {
   ImportState& state = context.state;
   const ImportOptions& options = state.options;
   const auto accounts = [&](std::int32_t requestNumber) {
-    return AccountList(context.session.Ask(requestNumber, operation));
+    AccountList list(context.session.Ask(requestNumber, operation));
+    WarnOfNamesThatDifferInCase(list, context.observer);
+    return list;
   };
   if (options.includeExpenseAccounts) {
     state.expenseAccounts = accounts(request_number::expenseAccounts);

@@ -12,6 +12,7 @@
 #include "qbxml/request_catalogue.h"
 #include "support/error_handling.h"
 #include "support/number_text.h"
+#include "support/warning_report.h"
 
 namespace krnqb {
 namespace {
@@ -49,6 +50,21 @@ std::string SelectionDocument(const XmlElement& tableBlocks, const XmlElement& a
                             id, selected ? "True" : "False", name);
   }
   return document += "</expenseAccounts>";
+}
+
+// Warns of the accounts whose name or id the selection document cannot hold.
+void WarnOfUnselectable(const XmlElement& answer, Observer& observer, const Place& place) {
+  for (const XmlElement& account : answer.SelectAll("//AccountRet")) {
+    if (!IsTopLevelAccount(account)) continue;
+    const std::string id = account.Child("ListID").Text();
+    const std::string name = account.Child("Name").Text();
+    const bool selectable = name.find('"') == std::string::npos && name.find("]]>") == std::string::npos &&
+                            id.find_first_of("\"<&") == std::string::npos;
+    if (selectable) continue;
+    ReportWarning(observer, place, [&] {
+      return Finding{.code = WarningCode::NameWithQuote, .name = name.empty() ? id : name};
+    });
+  }
 }
 
 bool SelectedAttribute(const XmlElement& record) {
@@ -116,6 +132,7 @@ XmlElement BuildSelectedExpenses(ImportContext& context) {
     if (!tableBlocks) return;
     context.state.expenseAccounts =
         AccountList(context.session.Ask(request_number::expenseAccounts, place.operation));
+    WarnOfUnselectable(context.state.expenseAccounts.Element(), context.observer, place);
     const std::string document = SelectionDocument(tableBlocks, context.state.expenseAccounts.Element());
     selection = XmlElement::Parse(document);
     if (!selection)

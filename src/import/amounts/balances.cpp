@@ -1,8 +1,10 @@
 #include "import/amounts/balances.h"
 
 #include <array>
+#include <map>
 #include <optional>
 #include <span>
+#include <unordered_map>
 
 #include "import/amounts/expense_transactions.h"
 #include "import/amounts/sales_transactions.h"
@@ -13,6 +15,7 @@
 #include "qbxml/request_catalogue.h"
 #include "support/error_handling.h"
 #include "support/number_text.h"
+#include "support/warning_report.h"
 
 namespace krnqb {
 namespace {
@@ -51,15 +54,84 @@ void ReadMonths(ImportContext& context, const MonthlyPass& pass, const YearMonth
 // The level is compared as a number, so "0.0" is top-level too.
 constexpr auto topLevelExpenseAccounts = "//AccountRet[AccountType = \"Expense\" and Sublevel = 0]";
 
-void SpreadBalance(SubtotalCollection& subtotals, const XmlElement& account, std::int16_t months) {
-  const XmlElement balanceElement = account.Child("Balance");
-  const XmlElement name = account.Child("Name");
-  if (!balanceElement || !name) return;
-  const double balance = LeadingNumber(balanceElement.Text());
-  if (balance == 0) return;
-  cSubtotals* const subtotal = subtotals.Find(name.Text());
-  if (subtotal == nullptr || subtotal->Total() != 0) return;
-  for (std::int16_t month = 1; month <= months; ++month) subtotal->SubTotal(month, balance / months);
+class BalanceSpreading {
+ public:
+  BalanceSpreading(SubtotalCollection& subtotals, std::int16_t months, ImportContext& context)
+      : subtotals_(subtotals), months_(months), context_(context) {}
+
+  void Spread(const XmlElement& account) {
+    const XmlElement balanceElement = account.Child("Balance");
+    const XmlElement name = account.Child("Name");
+    if (!balanceElement || !name) return;
+    const std::string text = balanceElement.Text();
+    const double balance = LeadingNumber(text);
+    if (balance == 0 && ReadsWhole(text)) return;
+    cSubtotals* const subtotal = subtotals_.Find(name.Text());
+    if (subtotal == nullptr || subtotal->Total() != 0) return;
+    if (!ReadsWhole(text)) WarnOfText(name.Text(), text, balance);
+    if (balance == 0) return;
+    for (std::int16_t month = 1; month <= months_; ++month) subtotal->SubTotal(month, balance / months_);
+    WarnOfSpread(name.Text(), balance);
+  }
+
+ private:
+  void WarnOfText(const std::string& name, const std::string& text, double balance) {
+    ReportWarning(context_.observer, place_, [&] {
+      return Finding{.code = WarningCode::TextCut, .name = name, .text = text, .amount = balance};
+    });
+  }
+
+  void WarnOfSpread(const std::string& name, double balance) {
+    ReportWarning(context_.observer, place_, [&] {
+      Finding finding{.code = WarningCode::BalanceSpread,
+                      .name = name,
+                      .amount = balance,
+                      .otherAmount = BalanceOfSubAccounts(name)};
+      for (std::int16_t month = 1; month <= months_; ++month) finding.months.push_back(month);
+      return finding;
+    });
+  }
+
+  double BalanceOfSubAccounts(const std::string& name) {
+    if (!subBalances_) subBalances_ = SubBalances();
+    const auto found = subBalances_->find(FoldedKey(name));
+    return found == subBalances_->end() ? 0 : found->second;
+  }
+
+  // Returns the balances of all sub-accounts by the folded name of their top-level account.
+  std::unordered_map<std::string, double> SubBalances() const {
+    std::unordered_map<std::string, double> balances;
+    const AccountList& accounts = context_.state.expenseAccounts;
+    for (const XmlElement& account : accounts.Element().SelectAll("//AccountRet[Sublevel != 0]")) {
+      const XmlElement id = account.Child("ListID");
+      const XmlElement balance = account.Child("Balance");
+      if (!id || !balance) continue;
+      const std::string& topLevel = accounts.RollUpOf(id.Text()).name;
+      if (!topLevel.empty()) balances[FoldedKey(topLevel)] += ConvertToDouble(balance.Text()).value_or(0);
+    }
+    return balances;
+  }
+
+  SubtotalCollection& subtotals_;
+  const std::int16_t months_;
+  ImportContext& context_;
+  const Place place_{.operation = Operation::SpreadExpenseBalances};
+  std::optional<std::unordered_map<std::string, double>> subBalances_;
+};
+
+// Warns of the expenses that sales took back more often than they were booked.
+void WarnOfBilledAgain(ImportContext& context) {
+  std::map<std::pair<std::string, std::string>, std::int64_t> billedAgain;  // by customer and amount
+  for (const auto& [key, expense] : context.state.tally.billedExpenses) {
+    const std::int64_t again = expense.takenBack - expense.booked;
+    if (expense.booked > 0 && again > 0) billedAgain[{expense.customer, expense.amount}] += again;
+  }
+  for (const auto& [expense, again] : billedAgain) {
+    ReportWarning(context.observer, {.operation = Operation::OffsetBilledExpense}, [&] {
+      const double amount = ConvertToDouble(expense.second).value_or(0) * static_cast<double>(again);
+      return Finding{.code = WarningCode::BilledAgain, .name = expense.first, .amount = amount};
+    });
+  }
 }
 
 }  // namespace
@@ -69,6 +141,7 @@ void ImportExpenseBalances(ImportContext& context, const YearMonth& start) {
                          ReadExpenseTransactions};
   EndOnError(context.observer, {.operation = pass.operation}, [&] {
     context.state.billableExpenses.emplace();
+    context.state.tally.billedExpenses.clear();
     ReadMonths(context, pass, start);
     SpreadExpenseBalances(context);
   });
@@ -77,7 +150,10 @@ void ImportExpenseBalances(ImportContext& context, const YearMonth& start) {
 void ImportIncomeBalances(ImportContext& context, const YearMonth& start) {
   const MonthlyPass pass{Operation::ImportIncomeBalances, "Importing income balances...", incomeKinds,
                          ReadSalesTransactions};
-  EndOnError(context.observer, {.operation = pass.operation}, [&] { ReadMonths(context, pass, start); });
+  EndOnError(context.observer, {.operation = pass.operation}, [&] {
+    ReadMonths(context, pass, start);
+    WarnOfBilledAgain(context);
+  });
 }
 
 void SpreadExpenseBalances(ImportContext& context) {
@@ -88,9 +164,10 @@ void SpreadExpenseBalances(ImportContext& context) {
         auto& subtotals = context.state.expenseSubtotals;
         const std::int16_t activity = MonthsOfActivity(subtotals ? &*subtotals : nullptr);
         const std::int16_t months = activity == 0 ? cSubtotals::monthCount : activity;
-        for (const XmlElement& account : accounts.Element().SelectAll(topLevelExpenseAccounts)) {
-          if (subtotals) SpreadBalance(*subtotals, account, months);
-        }
+        const std::vector<XmlElement> topLevel = accounts.Element().SelectAll(topLevelExpenseAccounts);
+        if (!subtotals) return;
+        BalanceSpreading spreading(*subtotals, months, context);
+        for (const XmlElement& account : topLevel) spreading.Spread(account);
       },
       EndMeaning(accounts));
 }

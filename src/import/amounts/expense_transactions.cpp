@@ -63,10 +63,19 @@ std::string BillableAccount(LineBooking& booking, const TransactionLine& line) {
   return PostingText(items.IncomePosting(*line.anyItemId, booking.context.observer));
 }
 
+// Keeps how often an expense was booked, for the warning about those that were billed again.
+void KeepBooked(LineBooking& booking, const TransactionLine& line, const std::string& key) {
+  BilledExpense& expense = booking.context.state.tally.billedExpenses[FoldedKey(key)];
+  if (expense.booked++ > 0) return;
+  expense.customer = line.customerName.empty() ? *line.customerId : line.customerName;
+  expense.amount = *line.amount;
+}
+
 void RecordBillable(LineBooking& booking, const TransactionLine& line) {
   const std::string key = BillableKey(line.customerId, line.amount);
   const std::string account = BillableAccount(booking, line);
   if (key.empty() || account.empty()) return;
+  KeepBooked(booking, line, key);
   SkipOnError(booking.context.observer, booking.place, [&] {
     auto& billable = booking.context.state.billableExpenses;
     if (!billable) throw Error(error_number::objectNotSet);
@@ -87,6 +96,7 @@ void ReadExpenseTransactions(ImportContext& context, const TransactionQuery& que
               [&] { answer = context.session.QbSerialize(query.request, booking.place); });
   const LineSelection selection{ResponseName(query.kind), LinePlaces::DirectChildren, {}};
   const TransactionLines read = ReadTransactionLines(answer, selection, context.observer, booking.place);
+  context.state.tally.lines += static_cast<std::int64_t>(read.lines.size());
   for (const TransactionLine& line : read.lines) {
     if (line.insideItemGroup) {
       booking.ReportSkipped(line, SkipReason::InsideItemGroup, line.itemId.value_or(""));
@@ -107,6 +117,7 @@ bool OffsetBilledExpense(LineBooking& booking, const TransactionLine& line) {
   bool offset = false;
   EndOnError(booking.context.observer, booking.query.At(Operation::OffsetBilledExpense), [&] {
     offset = booking.AddTo(AccountGroup::Expense, *account, -RequireDouble(*line.amount), line);
+    if (offset) ++booking.context.state.tally.billedExpenses[FoldedKey(key)].takenBack;
   });
   return offset;
 }

@@ -28,15 +28,50 @@ bool LineBooking::AddTo(AccountGroup group, std::string_view accountId, double a
 }
 
 void LineBooking::ReportSkipped(const TransactionLine& line, SkipReason reason, std::string_view account) {
+  const TransactionLine::Field customer = line.customerId         ? line.customerId
+                                          : line.parentCustomerId ? line.parentCustomerId
+                                                                  : line.grandparentCustomerId;
   context.observer.Notify(Notice{.kind = NoticeKind::AmountSkipped,
                                  .meaning = NoticeMeaning::LeftOut,
                                  .place = place,
                                  .skipped = Skipped{.reason = reason,
+                                                    .kind = KindOf(reason),
                                                     .transactionId = std::string(line.transactionId),
                                                     .transactionDate = std::string(line.transactionDate),
                                                     .source = std::string(line.element),
                                                     .account = std::string(account),
+                                                    .accountName = FullNameOf(line, account),
+                                                    .customer = std::string(customer.value_or("")),
+                                                    .customerName = std::string(line.customerName),
                                                     .amount = std::string(line.amount.value_or(""))}});
+}
+
+SkipKind LineBooking::KindOf(SkipReason reason) const {
+  const ImportOptions& options = context.state.options;
+  switch (reason) {
+    case SkipReason::AccountInNoList:
+      // An account of a list that was not read cannot be told from one that no list has.
+      return options.includeExpenseAccounts && options.includeIncomeAccounts ? SkipKind::NotImported
+                                                                             : SkipKind::NotRequested;
+    case SkipReason::ItemWithoutAccount:
+    case SkipReason::DuplicateBillableKey:
+    case SkipReason::InsideItemGroup:
+      return SkipKind::NotImported;
+    default:
+      return SkipKind::Lost;
+  }
+}
+
+std::string LineBooking::FullNameOf(const TransactionLine& line, std::string_view listId) const {
+  if (listId.empty()) return {};
+  if (listId == line.accountId && !line.accountName.empty()) return std::string(line.accountName);
+  const bool isItem = listId == line.itemId || listId == line.itemGroupId || listId == line.parentItemGroupId;
+  if (isItem && !line.itemName.empty()) return std::string(line.itemName);
+  const ImportState& state = context.state;
+  for (const AccountList* list : {&state.expenseAccounts, &state.incomeAccounts, &state.costAccounts}) {
+    if (std::string name = list->FullNameOf(listId); !name.empty()) return name;
+  }
+  return state.itemListDocument.FullNameOf(listId);
 }
 
 const std::string& LineBooking::TopLevelName(AccountGroup group, std::string_view accountId) const {

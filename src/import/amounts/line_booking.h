@@ -31,6 +31,10 @@ class LineBooking {
   /// concerned, or empty.
   void ReportSkipped(const TransactionLine& line, SkipReason reason, std::string_view account);
 
+  /// Returns the full name of an item or account of the line: the line's own, or else that of the lists;
+  /// empty if it is unknown.
+  std::string FullNameOf(const TransactionLine& line, std::string_view listId) const;
+
   /// Returns `TopLevelAccountName` of an account in the group's list.
   const std::string& TopLevelName(AccountGroup group, std::string_view accountId) const;
 
@@ -43,6 +47,8 @@ class LineBooking {
   const Place place;
 
  private:
+  SkipKind KindOf(SkipReason reason) const;
+
   // Parsed markers, because many lines sell the same item.
   std::unordered_map<std::string, CostOfSale> costs_;
 };

@@ -9,6 +9,7 @@
 #include "qbxml/request_catalogue.h"
 #include "qbxml/response_element.h"
 #include "support/number_text.h"
+#include "support/warning_report.h"
 
 namespace krnqb {
 namespace {
@@ -35,6 +36,19 @@ constexpr std::array balanceSheetTypes{BalanceSheetType{"Bank"},
                                        BalanceSheetType{"Equity"},
                                        BalanceSheetType{"RetainedEarnings", ErrorStatus::Expected}};
 
+constexpr std::size_t yearAndMonth = 7;  // of a date, year-month-day
+
+std::string_view ReportedGroup(std::int32_t requestNumber) {
+  switch (requestNumber) {
+    case request_number::incomeByMonth:
+      return "sales";
+    case request_number::costByMonth:
+      return "cost of goods";
+    default:
+      return "expenses";
+  }
+}
+
 std::string_view Trimmed(std::string_view text) {
   const std::size_t first = text.find_first_not_of(' ');
   if (first == std::string_view::npos) return {};
@@ -51,24 +65,45 @@ class RowReporting {
       Report(NoticeKind::AccountInSeveralRows, NoticeMeaning::Complete, name);
   }
 
+  // Warns of an amount that was not read whole. `amount` is what it counted as.
+  void Cut(const std::string& name, const std::string& text, double amount) {
+    ReportWarning(observer_, place_, [&] {
+      return Finding{.code = WarningCode::TextCut, .name = name, .text = text, .amount = amount};
+    });
+  }
+
+  // Warns of the sum of the columns behind the only month of a report.
+  void FurtherColumns(double sum) {
+    ReportWarning(observer_, place_, [&] {
+      return Finding{.code = WarningCode::TotalColumn,
+                     .name = std::string(ReportedGroup(place_.request.value_or(0))),
+                     .text = place_.fromDate.substr(0, yearAndMonth),
+                     .amount = sum};
+    });
+  }
+
   void Misaligned(const std::string& name) {
     Report(NoticeKind::ColumnsMisaligned, NoticeMeaning::Incomplete, name);
   }
 
-  void NoSubtotal(const std::string& name, const std::vector<XmlElement>& columns, std::size_t amountCount) {
+  // Returns whether the row has an amount. `included` is whether the import includes the account's list.
+  bool NoSubtotal(const std::string& name, const std::vector<XmlElement>& columns, std::size_t amountCount,
+                  bool included) {
     double sum = 0;
     for (std::size_t column = 1; column <= amountCount && column < columns.size(); ++column) {
       // A skipped row must not end the report, so an invalid amount is ignored here.
       sum += ConvertToDouble(columns[column].Attribute("value").value_or("")).value_or(0);
     }
-    if (sum == 0) return;
+    if (sum == 0) return false;
     observer_.Notify(Notice{.kind = NoticeKind::AmountSkipped,
                             .meaning = NoticeMeaning::LeftOut,
                             .place = place_,
                             .skipped = Skipped{.reason = SkipReason::NoSubtotal,
+                                               .kind = included ? SkipKind::Lost : SkipKind::NotRequested,
                                                .source = name,
                                                .account = name,
                                                .amount = GeneralNumberText(sum)}});
+    return true;
   }
 
  private:
@@ -113,8 +148,17 @@ class RowColumns {
   bool aligned_ = true;
 };
 
-double AmountOf(const XmlElement& column) {
-  return LeadingNumber(column.Attribute("value").value_or(""));
+// Returns the amount in a column of the row with this name.
+double AmountOf(const XmlElement& column, const std::string& name, RowReporting& reporting) {
+  const std::string text = column.Attribute("value").value_or("");
+  const double amount = LeadingNumber(text);
+  if (!ReadsWhole(text)) reporting.Cut(name, text, amount);
+  return amount;
+}
+
+bool IsOneMonth(const Place& place) {
+  return !place.fromDate.empty() &&
+         place.fromDate.substr(0, yearAndMonth) == place.toDate.substr(0, yearAndMonth);
 }
 
 // Returns the label of a top-level account's row, or nothing for a sub-account or a row without a label.
@@ -134,12 +178,12 @@ void AddTypeReport(const XmlElement& response, std::int16_t period, const std::s
     const std::vector<XmlElement>& columns = rowColumns.Of(rowData);
     cSubtotals* const subtotal = target.Find(type);
     if (subtotal == nullptr) {
-      reporting.NoSubtotal(*label, columns, 1);
+      reporting.NoSubtotal(*label, columns, 1, true);
       continue;
     }
     reporting.Added(*label);
     if (!rowColumns.Aligned()) reporting.Misaligned(*label);
-    if (columns.size() > 1) subtotal->AddToSubTotal(period, AmountOf(columns[1]));
+    if (columns.size() > 1) subtotal->AddToSubTotal(period, AmountOf(columns[1], *label, reporting));
   }
 }
 
@@ -151,20 +195,22 @@ std::string_view AccountNameOfLabel(std::string_view label) {
   return at == std::string_view::npos ? label : Trimmed(label.substr(at + separator.size()));
 }
 
-void ParseProfitAndLossReport(Session& session, std::int32_t requestNumber, const DateRange& range,
+bool ParseProfitAndLossReport(Session& session, std::int32_t requestNumber, const DateRange& range,
                               std::optional<SubtotalCollection>& target, Observer& observer) {
   const Place place{.operation = Operation::ParseProfitAndLossReport,
                     .request = requestNumber,
                     .fromDate = range.fromDate,
                     .toDate = range.toDate};
-  ParseProfitAndLossReport(session.Ask(requestNumber, place.operation, range.fromDate, range.toDate), target,
-                           observer, place);
+  return ParseProfitAndLossReport(session.Ask(requestNumber, place.operation, range.fromDate, range.toDate),
+                                  target, observer, place);
 }
 
-void ParseProfitAndLossReport(const XmlElement& response, std::optional<SubtotalCollection>& target,
+bool ParseProfitAndLossReport(const XmlElement& response, std::optional<SubtotalCollection>& target,
                               Observer& observer, const Place& place) {
   RowReporting reporting(observer, place);
   RowColumns rowColumns;
+  bool anyAmount = false;
+  double furtherColumns = 0;
   for (const XmlElement& rowData : response.SelectAll(accountRows)) {
     const std::optional<std::string> label = TopLevelLabel(rowData);
     if (!label) continue;
@@ -172,16 +218,22 @@ void ParseProfitAndLossReport(const XmlElement& response, std::optional<Subtotal
     const std::vector<XmlElement>& columns = rowColumns.Of(rowData);
     cSubtotals* const subtotal = target ? target->Find(name) : nullptr;
     if (subtotal == nullptr) {
-      reporting.NoSubtotal(name, columns, cSubtotals::monthCount);
+      if (reporting.NoSubtotal(name, columns, cSubtotals::monthCount, target.has_value())) anyAmount = true;
       continue;
     }
     reporting.Added(name);
     if (!rowColumns.Aligned()) reporting.Misaligned(name);
     for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
       const auto column = static_cast<std::size_t>(month);
-      if (column < columns.size()) subtotal->AddToSubTotal(month, AmountOf(columns[column]));
+      if (column >= columns.size()) break;
+      const double amount = AmountOf(columns[column], name, reporting);
+      anyAmount = anyAmount || amount != 0;
+      if (month > 1) furtherColumns += amount;
+      subtotal->AddToSubTotal(month, amount);
     }
   }
+  if (furtherColumns != 0 && IsOneMonth(place)) reporting.FurtherColumns(furtherColumns);
+  return anyAmount;
 }
 
 void ParseBalanceSheetByType(ImportContext& context, std::int16_t period, const std::string& request,

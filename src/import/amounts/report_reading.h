@@ -13,14 +13,15 @@ namespace krnqb {
 
 /// Adds a monthly profit-and-loss report to the subtotals of the accounts that its rows name: "ColData" m of
 /// a row is added to month m. Skips rows of sub-accounts, whose names contain ":", and of accounts without a
-/// subtotal. Adds every other row, even if several name the same account. Throws Error 91 if `response` is
-/// empty and Error 6 if a sum is out of range.
-void ParseProfitAndLossReport(const XmlElement& response, std::optional<SubtotalCollection>& target,
+/// subtotal. Adds every other row, even if several name the same account. Returns whether any row of a
+/// top-level account, added or skipped, has an amount other than 0. Throws Error 91 if `response` is empty
+/// and Error 6 if a sum is out of range.
+bool ParseProfitAndLossReport(const XmlElement& response, std::optional<SubtotalCollection>& target,
                               Observer& observer, const Place& place);
 
 /// Requests report 300, 310 or 320 over a range and adds it as above. Also throws the error with which
 /// QuickBooks refuses the request.
-void ParseProfitAndLossReport(Session& session, std::int32_t requestNumber, const DateRange& range,
+bool ParseProfitAndLossReport(Session& session, std::int32_t requestNumber, const DateRange& range,
                               std::optional<SubtotalCollection>& target, Observer& observer);
 
 /// Whether `ParseBalanceSheetByType` raises a progress event per account type.

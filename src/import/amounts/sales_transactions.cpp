@@ -7,6 +7,7 @@
 #include "qbxml/request_catalogue.h"
 #include "support/error_handling.h"
 #include "support/number_text.h"
+#include "support/warning_report.h"
 
 namespace krnqb {
 namespace {
@@ -19,6 +20,13 @@ std::string_view ItemOf(const TransactionLine& line) {
   return {};
 }
 
+// Returns the item's name, or else its id.
+std::string ItemLabel(const LineBooking& booking, const TransactionLine& line) {
+  const std::string_view item = ItemOf(line);
+  std::string name = booking.FullNameOf(line, item);
+  return name.empty() ? std::string(item) : name;
+}
+
 // Halfway between the largest single-precision number and the next power of two. Smaller numbers round to a
 // finite single.
 constexpr double firstBeyondSingle = 0x1.ffffffp127;
@@ -26,12 +34,19 @@ constexpr double firstBeyondSingle = 0x1.ffffffp127;
 // Returns the quantity in single precision, or 1 if it is missing, 0, not a number or out of range.
 float QuantityOf(LineBooking& booking, const TransactionLine& line) {
   float quantity = 0;
-  SkipOnError(booking.context.observer, booking.place, [&] {
+  const bool read = SkipOnError(booking.context.observer, booking.place, [&] {
     if (!line.quantity) return;
     const double number = RequireDouble(*line.quantity);
     if (std::abs(number) >= firstBeyondSingle) throw Error(error_number::overflow);
     quantity = static_cast<float>(number);
   });
+  if (!read) {
+    ReportWarning(booking.context.observer, booking.place, [&] {
+      return Finding{.code = WarningCode::QuantityAsOne,
+                     .name = ItemLabel(booking, line),
+                     .text = std::string(*line.quantity)};
+    });
+  }
   return quantity == 0 ? 1 : quantity;
 }
 
@@ -81,13 +96,23 @@ void ReadSalesTransactions(ImportContext& context, const TransactionQuery& query
   const LineSelection selection{invoices ? "InvoiceQueryRs" : "SalesReceiptQueryRs", LinePlaces::Anywhere,
                                 invoices ? "InvoiceLineRet" : "SalesReceiptLineRet"};
   const TransactionLines read = ReadTransactionLines(answer, selection, context.observer, booking.place);
+  context.state.tally.lines += static_cast<std::int64_t>(read.lines.size());
   for (const TransactionLine& line : read.lines) BookSale(booking, line);
 }
 
 AccountId BookCostOfSale(LineBooking& booking, const TransactionLine& line, const CostOfSale& sale,
                          float quantity) {
-  const double cost = LeadingNumber(sale.averageCost) * static_cast<double>(quantity);
+  const double averageCost = LeadingNumber(sale.averageCost);
+  const double cost = averageCost * static_cast<double>(quantity);
   if (!std::isfinite(cost)) throw Error(error_number::overflow);
+  if (!ReadsWhole(sale.averageCost)) {
+    ReportWarning(booking.context.observer, booking.place, [&] {
+      return Finding{.code = WarningCode::TextCut,
+                     .name = ItemLabel(booking, line),
+                     .text = sale.averageCost,
+                     .amount = averageCost};
+    });
+  }
   const std::string& name = booking.TopLevelName(AccountGroup::CostOfGoods, sale.costAccount);
   if (name.empty()) {
     booking.ReportSkipped(line, SkipReason::AccountInNoList, sale.costAccount);

@@ -13,22 +13,25 @@ namespace krnqb {
 struct TransactionLine {
   using Field = std::optional<std::string_view>;
 
-  std::string_view element;          ///< such as "ExpenseLineRet"
-  Field amount;                      ///< Amount
-  Field quantity;                    ///< Quantity
-  Field accountId;                   ///< the ListID of its first AccountRef
-  Field itemId;                      ///< the ListID of its first ItemRef
-  Field anyAccountId = {};           ///< the first ListID in all of its AccountRefs
-  Field anyItemId = {};              ///< the first ListID in all of its ItemRefs
-  Field itemGroupId;                 ///< the ListID of its first ItemGroupRef
-  Field parentItemGroupId;           ///< the ListID of the parent element's first ItemGroupRef
-  bool hasCustomer = false;          ///< whether the line has a CustomerRef
-  Field customerId;                  ///< the first ListID in all of its CustomerRefs
-  Field parentCustomerId;            ///< the same of the parent element
-  Field grandparentCustomerId;       ///< the same of the parent's parent element
-  std::string_view transactionId;    ///< TxnID of its transaction; empty if missing
-  std::string_view transactionDate;  ///< TxnDate of its transaction, year-month-day; empty if missing
-  bool insideItemGroup = false;      ///< whether it is a purchase line inside an item group
+  std::string_view element;           ///< such as "ExpenseLineRet"
+  Field amount;                       ///< Amount
+  Field quantity;                     ///< Quantity
+  Field accountId;                    ///< the ListID of its first AccountRef
+  Field itemId;                       ///< the ListID of its first ItemRef
+  Field anyAccountId = {};            ///< the first ListID in all of its AccountRefs
+  Field anyItemId = {};               ///< the first ListID in all of its ItemRefs
+  Field itemGroupId;                  ///< the ListID of its first ItemGroupRef
+  Field parentItemGroupId;            ///< the ListID of the parent element's first ItemGroupRef
+  bool hasCustomer = false;           ///< whether the line has a CustomerRef
+  Field customerId;                   ///< the first ListID in all of its CustomerRefs
+  Field parentCustomerId;             ///< the same of the parent element
+  Field grandparentCustomerId;        ///< the same of the parent's parent element
+  std::string_view accountName = {};  ///< the FullName beside `accountId`; empty if missing
+  std::string_view itemName = {};  ///< the FullName of its item, or else of its item group; empty if missing
+  std::string_view customerName = {};  ///< the FullName of the nearest customer; empty if missing
+  std::string_view transactionId;      ///< TxnID of its transaction; empty if missing
+  std::string_view transactionDate;    ///< TxnDate of its transaction, year-month-day; empty if missing
+  bool insideItemGroup = false;        ///< whether it is a purchase line inside an item group
 };
 
 /// The lines of one response in document order. Owns the texts to which they refer.

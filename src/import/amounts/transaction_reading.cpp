@@ -14,22 +14,30 @@ using Field = TransactionLine::Field;
 using FrameNumber = std::int32_t;
 constexpr FrameNumber noFrame = -1;
 
+// Names are kept apart from the frames: few elements have one, and a frame has to be small.
+using NameNumber = std::int32_t;
+constexpr NameNumber noName = -1;
+
 // The fields of an element that may be a line or contain one.
 struct Frame {
   Field amount;
   Field quantity;
-  bool hasAccount = false;
   Field accountId;
   Field anyAccountId;
-  bool hasItem = false;
   Field itemId;
   Field anyItemId;
-  bool hasItemGroup = false;
   Field itemGroupId;
-  bool hasCustomer = false;
   Field customerId;
   Field transactionId;
   Field transactionDate;
+  NameNumber accountName = noName;
+  NameNumber itemName = noName;
+  NameNumber itemGroupName = noName;
+  NameNumber customerName = noName;
+  bool hasAccount = false;
+  bool hasItem = false;
+  bool hasItemGroup = false;
+  bool hasCustomer = false;
 };
 
 // A child element whose text, or whose ListID's text, is a field of its parent.
@@ -38,16 +46,17 @@ struct FieldElement {
   Field Frame::*first;        // the text of the first one; for a reference, the ListID of the first one
   Field Frame::*any;          // the first ListID in all references of this name
   bool Frame::*hasReference;  // null if the element is not a reference
+  NameNumber Frame::*fullName = nullptr;  // the FullName of the first reference of this name
 };
 constexpr std::array<FieldElement, 8> fieldElements = {
     {{"Amount", &Frame::amount, nullptr, nullptr},
      {"Quantity", &Frame::quantity, nullptr, nullptr},
      {"TxnID", &Frame::transactionId, nullptr, nullptr},
      {"TxnDate", &Frame::transactionDate, nullptr, nullptr},
-     {"AccountRef", &Frame::accountId, &Frame::anyAccountId, &Frame::hasAccount},
-     {"ItemRef", &Frame::itemId, &Frame::anyItemId, &Frame::hasItem},
-     {"ItemGroupRef", &Frame::itemGroupId, nullptr, &Frame::hasItemGroup},
-     {"CustomerRef", nullptr, &Frame::customerId, &Frame::hasCustomer}}};
+     {"AccountRef", &Frame::accountId, &Frame::anyAccountId, &Frame::hasAccount, &Frame::accountName},
+     {"ItemRef", &Frame::itemId, &Frame::anyItemId, &Frame::hasItem, &Frame::itemName},
+     {"ItemGroupRef", &Frame::itemGroupId, nullptr, &Frame::hasItemGroup, &Frame::itemGroupName},
+     {"CustomerRef", nullptr, &Frame::customerId, &Frame::hasCustomer, &Frame::customerName}}};
 
 // A line and the frames that contain its fields.
 struct FoundLine {
@@ -90,7 +99,7 @@ class LineHandler final : public XmlEventHandler {
     while (!captures_.empty() && captures_.back().depth == open_.size()) {
       Capture& capture = captures_.back();
       capture.end = captured_.size();
-      FieldOf(capture) = std::string_view();  // the field is taken; its text follows
+      *capture.field = std::string_view();  // the field is taken; its text follows
       ended_.push_back(capture);
       captures_.pop_back();
     }
@@ -113,8 +122,7 @@ class LineHandler final : public XmlEventHandler {
   // A field whose element is still open.
   struct Capture {
     std::size_t depth;
-    std::size_t frame;
-    Field Frame::*field;
+    Field* field;
     std::size_t begin;  // in `captured_`; a nested element's text belongs to both fields
     std::size_t end = 0;
   };
@@ -136,13 +144,11 @@ class LineHandler final : public XmlEventHandler {
         {std::move(code), attributes.Find("statusSeverity"), attributes.Find("statusMessage")});
   }
 
-  Field& FieldOf(const Capture& capture) { return frames_[capture.frame].*capture.field; }
-
   // Keeps the text of the outermost field, which contains the others', once.
   void KeepTexts() {
     const std::string_view kept = lines_.texts.Keep(captured_);
     for (const Capture& capture : ended_) {
-      FieldOf(capture) = kept.substr(capture.begin, capture.end - capture.begin);
+      *capture.field = kept.substr(capture.begin, capture.end - capture.begin);
     }
     ended_.clear();
     captured_.clear();
@@ -155,6 +161,9 @@ class LineHandler final : public XmlEventHandler {
       if (around.isFirstReference) BeginCapture(parent, around.reference->first);
       BeginCapture(parent, around.reference->any);
       return;
+    }
+    if (around.reference != nullptr && around.isFirstReference && name == "FullName") {
+      return BeginName(open_[open_.size() - 2].frame, around.reference->fullName);
     }
     for (const FieldElement& fieldElement : fieldElements) {
       if (fieldElement.name != name) continue;
@@ -170,9 +179,16 @@ class LineHandler final : public XmlEventHandler {
 
   // The first of several texts of a field counts.
   void BeginCapture(FrameNumber frame, Field Frame::*field) {
-    const auto index = static_cast<std::size_t>(frame);
-    if (field != nullptr && !(frames_[index].*field))
-      captures_.push_back({open_.size() + 1, index, field, captured_.size()});
+    if (field == nullptr) return;
+    Field& target = frames_[static_cast<std::size_t>(frame)].*field;
+    if (!target) captures_.push_back({open_.size() + 1, &target, captured_.size()});
+  }
+
+  void BeginName(FrameNumber frame, NameNumber Frame::*name) {
+    NameNumber& number = frames_[static_cast<std::size_t>(frame)].*name;
+    if (number != noName) return;
+    number = static_cast<NameNumber>(names_.size());
+    captures_.push_back({open_.size() + 1, &names_.emplace_back(), captured_.size()});
   }
 
   bool IsLine(std::string_view name) const {
@@ -202,6 +218,24 @@ class LineHandler final : public XmlEventHandler {
     return element.frame;
   }
 
+  // The item that a line is taken to sell: its own, or else its group, or else the group around it.
+  std::string_view ItemName(const Frame& own, const Frame& parent) const {
+    if (!own.itemId.value_or("").empty()) return Name(own.itemName);
+    if (!own.itemGroupId.value_or("").empty()) return Name(own.itemGroupName);
+    return Name(parent.itemGroupName);
+  }
+
+  std::string_view CustomerName(const Frame& own, const Frame& parent, const Frame& grandparent) const {
+    for (const Frame* frame : {&own, &parent, &grandparent}) {
+      if (frame->customerId) return Name(frame->customerName);
+    }
+    return {};
+  }
+
+  std::string_view Name(NameNumber number) const {
+    return number == noName ? std::string_view() : names_[static_cast<std::size_t>(number)].value_or("");
+  }
+
   TransactionLine LineOf(const FoundLine& line) const {
     static const Frame nothing;
     const auto frameAt = [&](FrameNumber number) -> const Frame& {
@@ -225,6 +259,9 @@ class LineHandler final : public XmlEventHandler {
             .customerId = own.customerId,
             .parentCustomerId = parent.customerId,
             .grandparentCustomerId = grandparent.customerId,
+            .accountName = Name(own.accountName),
+            .itemName = ItemName(own, parent),
+            .customerName = CustomerName(own, parent, grandparent),
             .transactionId = transaction.transactionId.value_or(""),
             .transactionDate = transaction.transactionDate.value_or(""),
             .insideItemGroup = line.insideItemGroup};
@@ -234,7 +271,9 @@ class LineHandler final : public XmlEventHandler {
   Observer& observer_;
   const Place& place_;
   std::vector<OpenElement> open_;
+  // Captures point into these two.
   std::deque<Frame> frames_;
+  std::deque<Field> names_;
   std::vector<FoundLine> found_;
   TransactionLines lines_;
   bool responseSeen_ = false;

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "import/growth/findings.h"
 #include "plan/table_identifiers.h"
 #include "support/error_handling.h"
 #include "support/number_text.h"
@@ -14,13 +15,17 @@ enum class UnmatchedRows { Skipped, DepreciationSummed };
 // What differs between the writers.
 struct GrowthTable {
   Operation operation;
+  std::string_view group;  // for warnings
   std::string_view plannedBlock;
   std::string_view actualBlock;
   std::int16_t growthRate;
   const std::optional<SubtotalCollection>& subtotals;
   std::string_view formulaJoint;
   UnmatchedRows unmatchedRows;
+  std::unordered_set<std::string> notRequested = {};  // folded names of accounts that were not selected
 };
+
+constexpr std::size_t firstPlannedMonth = 2;  // the column of the first month
 
 constexpr std::string_view salesJoint = " * (1 + B";
 constexpr std::string_view costJoint = "* (1 + B";
@@ -28,7 +33,11 @@ constexpr std::string_view costJoint = "* (1 + B";
 class GrowthWriter {
  public:
   GrowthWriter(const GrowthTable& table, QBKRN_BalancesImport balancesImport, Observer& observer)
-      : table_(table), balancesImport_(balancesImport), observer_(observer) {}
+      : table_(table),
+        planned_(balancesImport == BalImport_Planned || balancesImport == BalImport_All),
+        actual_(balancesImport == BalImport_Actual || balancesImport == BalImport_All),
+        observer_(observer),
+        findings_(table.operation, observer) {}
 
   void Write(const TablesDocument& tables) {
     const XmlElement planned = tables.FirstBlock(table_.plannedBlock);
@@ -41,6 +50,8 @@ class GrowthWriter {
       actualRow = actualRow.NextSibling();
       ++rowIndex;
     }
+    if (startRowFault_ && formulasWritten_) findings_.NoStartRow(table_.group, *startRowFault_);
+    if (table_.subtotals) findings_.Finish(*table_.subtotals, table_.notRequested);
   }
 
  private:
@@ -48,9 +59,9 @@ class GrowthWriter {
   std::int32_t StartRow(const XmlElement& planned) {
     std::int32_t startRow = 0;
     if (!planned) return startRow;
-    SkipOnError(observer_, place_, [&] {
-      startRow = RequireInteger(RequireDouble(planned.Attribute("startrow").value_or("")));
-    });
+    const std::string text = planned.Attribute("startrow").value_or("");
+    SkipOnError(observer_, place_, [&] { startRow = RequireInteger(RequireDouble(text)); });
+    if (startRow < 1) startRowFault_ = text;
     return startRow;
   }
 
@@ -59,8 +70,10 @@ class GrowthWriter {
     if (plannedCells.empty()) return;
     const std::string name = plannedCells[0].Text();
     const cSubtotals* subtotal = table_.subtotals ? table_.subtotals->Find(name) : nullptr;
-    if (subtotal != nullptr) return WriteAmounts(plannedCells, actualRow, sheetRow, *subtotal);
-    if (table_.unmatchedRows == UnmatchedRows::DepreciationSummed && name == depreciationKeyword) {
+    if (subtotal != nullptr) {
+      WriteAmounts(plannedCells, actualRow, sheetRow, *subtotal);
+      findings_.RowOf(*subtotal, name);
+    } else if (table_.unmatchedRows == UnmatchedRows::DepreciationSummed && name == depreciationKeyword) {
       WriteAmounts(plannedCells, actualRow, sheetRow, DepreciationSums());
     }
   }
@@ -68,17 +81,19 @@ class GrowthWriter {
   void WriteAmounts(const std::vector<XmlElement>& plannedCells, const XmlElement& actualRow,
                     std::int32_t sheetRow, const cSubtotals& subtotal) {
     SetCell(plannedCells, 1, GeneralNumberText(table_.growthRate / 100.0));
-    const bool planned = balancesImport_ == BalImport_Planned || balancesImport_ == BalImport_All;
-    const bool actual = balancesImport_ == BalImport_Actual || balancesImport_ == BalImport_All;
-    const std::vector<XmlElement> actualCells = actual ? actualRow.Children() : std::vector<XmlElement>();
+    const std::vector<XmlElement> actualCells = actual_ ? actualRow.Children() : std::vector<XmlElement>();
     for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
       const std::string amount = GeneralNumberText(subtotal.SubTotal(month));
       const auto column = static_cast<std::size_t>(month);
-      if (planned) {
+      if (planned_) {
         SetCell(plannedCells, column + 1, fmt::format("={}{}{})", amount, table_.formulaJoint, sheetRow));
       }
-      if (actual) SetCell(actualCells, column, amount);
+      if (actual_) SetCell(actualCells, column, amount);
     }
+    formulasWritten_ = formulasWritten_ || planned_;
+    const std::string name = plannedCells[0].Text();
+    if (planned_) findings_.Cells(name, subtotal, plannedCells.size(), firstPlannedMonth);
+    if (actual_) findings_.ActualRow(name, subtotal, actualRow, actualCells);
   }
 
   void SetCell(const std::vector<XmlElement>& cells, std::size_t column, const std::string& text) {
@@ -98,15 +113,33 @@ class GrowthWriter {
       for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
         SkipOnError(observer_, place_, [&] { sums.AddToSubTotal(month, subtotal.SubTotal(month)); });
       }
+      findings_.SummedAsDepreciation(subtotal);
     }
     return sums;
   }
 
   const GrowthTable& table_;
-  const QBKRN_BalancesImport balancesImport_;
+  const bool planned_;  // whether formulas are written
+  const bool actual_;   // whether amounts are written
   Observer& observer_;
   const Place place_{.operation = table_.operation};
+  GrowthFindings findings_;
+  bool formulasWritten_ = false;
+  std::optional<std::string> startRowFault_;  // the text of an invalid start row
 };
+
+// Returns the folded names of the accounts that a selection leaves out.
+std::unordered_set<std::string> UnselectedNames(const XmlElement& selection) {
+  std::unordered_set<std::string> names;
+  if (!selection) return names;
+  for (const XmlElement& account : selection.Own().Children()) {
+    const std::string selected = FoldedKey(account.Attribute("selected").value_or(""));
+    const XmlElement name = account.Child("name");
+    const bool leftOut = selected == "false" || ConvertToDouble(selected) == 0.0;
+    if (leftOut && name) names.insert(FoldedKey(name.Text()));
+  }
+  return names;
+}
 
 void WriteGrowth(const GrowthTable& table, const ImportOptions& options, TablesDocument& tables,
                  Observer& observer) {
@@ -119,6 +152,7 @@ void WriteGrowth(const GrowthTable& table, const ImportOptions& options, TablesD
 
 void WriteSalesGrowth(const ImportState& state, TablesDocument& tables, Observer& observer) {
   const GrowthTable table{.operation = Operation::WriteSalesGrowth,
+                          .group = "sales",
                           .plannedBlock = block_id::sales,
                           .actualBlock = block_id::actualSales,
                           .growthRate = state.options.growthRateIncome,
@@ -130,6 +164,7 @@ void WriteSalesGrowth(const ImportState& state, TablesDocument& tables, Observer
 
 void WriteCostGrowth(const ImportState& state, TablesDocument& tables, Observer& observer) {
   const GrowthTable table{.operation = Operation::WriteCostGrowth,
+                          .group = "cost of goods",
                           .plannedBlock = block_id::costs,
                           .actualBlock = block_id::actualCosts,
                           .growthRate = state.options.growthRateCogs,
@@ -141,6 +176,7 @@ void WriteCostGrowth(const ImportState& state, TablesDocument& tables, Observer&
 
 void WriteExpenseGrowth(const ImportState& state, TablesDocument& tables, Observer& observer) {
   GrowthTable table{.operation = Operation::WriteExpenseGrowth,
+                    .group = "expenses",
                     .plannedBlock = {},
                     .actualBlock = {},
                     .growthRate = state.options.growthRateExpenses,
@@ -156,6 +192,7 @@ void WriteExpenseGrowth(const ImportState& state, TablesDocument& tables, Observ
     case QBKRN_BRI:
       table.plannedBlock = block_id::contributionMargin;
       table.actualBlock = block_id::actualContributionMargin;
+      table.notRequested = UnselectedNames(state.selectedExpenses);
       break;
     default:
       break;

@@ -2,13 +2,15 @@
 
 #include <unordered_set>
 
+#include "import/lists/full_name.h"
 #include "plan/account_rows.h"
 #include "support/error_handling.h"
+#include "support/warning_report.h"
 
 namespace krnqb {
 
 const AccountList::RollUp& AccountList::RollUpOf(std::string_view listId) const {
-  if (lookUps_ == nullptr) lookUps_ = std::make_shared<LookUps>(answer_);
+  Found();
   const std::string id(listId);
   if (const auto found = lookUps_->rollUps.find(id); found != lookUps_->rollUps.end()) return found->second;
   std::vector<std::string> path{id};
@@ -22,6 +24,16 @@ const AccountList::RollUp& AccountList::RollUpOf(std::string_view listId) const 
   // Every account on the way has the same top-level account, or fails for the same reason.
   for (const std::string& climbed : path) lookUps_->rollUps.try_emplace(climbed, rollUp);
   return lookUps_->rollUps.at(id);
+}
+
+AccountList::LookUps& AccountList::Found() const {
+  if (lookUps_ == nullptr) lookUps_ = std::make_shared<LookUps>(answer_);
+  return *lookUps_;
+}
+
+std::string AccountList::FullNameOf(std::string_view listId) const {
+  if (!answer_ || listId.find('"') != std::string_view::npos) return {};
+  return NameBeside(Found().index.Find(std::string(listId)));
 }
 
 AccountList::RollUp AccountList::Climb(std::vector<std::string>& path) const {
@@ -61,6 +73,21 @@ const std::string& TopLevelAccountName(const AccountList& list, std::string_view
     ReportEnd(observer, {.operation = Operation::TopLevelAccountName}, *rollUp.failure);
   }
   return rollUp.name;
+}
+
+void WarnOfNamesThatDifferInCase(const AccountList& list, Observer& observer) {
+  if (!list) return;
+  std::unordered_map<std::string, std::string> firstNames;  // by folded name
+  for (const XmlElement& account : list.Element().SelectAll("//AccountRet")) {
+    const XmlElement nameElement = account.Child("Name");
+    if (!IsTopLevelAccount(account) || !nameElement) continue;
+    const std::string name = nameElement.Text();
+    const std::string& first = firstNames.try_emplace(FoldedKey(name), name).first->second;
+    if (first == name) continue;
+    ReportWarning(observer, {.operation = Operation::LoadQuickBooksLists}, [&] {
+      return Finding{.code = WarningCode::NamesDifferInCase, .name = first, .other = name};
+    });
+  }
 }
 
 std::optional<SubtotalCollection> TopLevelSubtotals(const AccountList& list, Observer& observer) {

@@ -38,6 +38,10 @@ class AccountList {
   /// Finds the top-level account of an account. Errors are returned in the result.
   const RollUp& RollUpOf(std::string_view listId) const;
 
+  /// Returns the full name of an account in the list, or its name if it has no full name; empty if the list
+  /// does not contain it or its id contains a double quote.
+  std::string FullNameOf(std::string_view listId) const;
+
  private:
   struct LookUps {
     explicit LookUps(const XmlElement& answer) : index(answer, "ListID") {}
@@ -46,6 +50,7 @@ class AccountList {
     std::unordered_map<std::string, RollUp> rollUps;
   };
 
+  LookUps& Found() const;
   XmlElement FindListId(const std::string& listId) const;
   // Climbs from the account whose id is the only one in `path` and appends the ids of the ancestors reached.
   RollUp Climb(std::vector<std::string>& path) const;
@@ -63,6 +68,9 @@ NoticeMeaning EndMeaning(const AccountList& list) noexcept;
 /// account. If a record on the way is incomplete or the parents form a cycle, reports the error to the
 /// observer and returns the empty text.
 const std::string& TopLevelAccountName(const AccountList& list, std::string_view listId, Observer& observer);
+
+/// Warns of the top-level accounts whose names differ only in case: `TopLevelSubtotals` cannot keep both.
+void WarnOfNamesThatDifferInCase(const AccountList& list, Observer& observer);
 
 /// Returns a subtotal of zeros for each top-level account of a list, keyed by its name, in the order of the
 /// list. If there is no list, an account has no name or two accounts have the same name, reports the error to

@@ -1,5 +1,6 @@
 #include "import/lists/item_list.h"
 
+#include "import/lists/full_name.h"
 #include "support/error_handling.h"
 
 namespace krnqb {
@@ -38,6 +39,12 @@ const SalePosting& ItemList::IncomePosting(std::string_view itemId, Observer& ob
 
 const AccountId& ItemList::ExpenseAccount(std::string_view itemId, Observer& observer) const {
   return LookUp(itemId, &LookUps::expenseAccounts, ReadExpenseAccount, observer);
+}
+
+std::string ItemList::FullNameOf(std::string_view listId) const {
+  if (!answer_ || listId.find('"') != std::string_view::npos) return {};
+  if (lookUps_ == nullptr) lookUps_ = std::make_shared<LookUps>(answer_);
+  return NameBeside(lookUps_->index.Find(std::string(listId)));
 }
 
 template <typename Found>

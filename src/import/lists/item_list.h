@@ -31,6 +31,10 @@ class ItemList {
   /// reported to the observer and returns the empty id.
   const AccountId& ExpenseAccount(std::string_view itemId, Observer& observer) const;
 
+  /// Returns the full name of an item in the list or of an account to which one refers, or its name if it has
+  /// no full name; empty if the list does not contain the id or the id contains a double quote.
+  std::string FullNameOf(std::string_view listId) const;
+
  private:
   struct LookUps {
     explicit LookUps(const XmlElement& answer) : index(answer, "ListID") {}

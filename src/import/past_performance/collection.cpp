@@ -13,6 +13,7 @@
 #include "support/date.h"
 #include "support/error_handling.h"
 #include "support/number_text.h"
+#include "support/warning_report.h"
 
 namespace krnqb {
 namespace {
@@ -35,9 +36,16 @@ struct PastPeriod {
 // transactions.
 class PastObserver final : public Observer {
  public:
-  PastObserver(Observer& observer, std::int16_t period) : observer_(observer), period_(period) {}
+  enum class Warnings : std::uint8_t { Reported, Dropped };
+
+  PastObserver(Observer& observer, std::int16_t period, Warnings warnings)
+      : observer_(observer), period_(period), warnings_(warnings) {}
 
   void Notify(const Notice& notice) noexcept override {
+    if (notice.kind == NoticeKind::Warning && warnings_ == Warnings::Dropped &&
+        notice.meaning == NoticeMeaning::Complete) {
+      return;
+    }
     // A notice that cannot be copied is passed on without the period.
     try {
       Notice past = notice;
@@ -51,6 +59,7 @@ class PastObserver final : public Observer {
  private:
   Observer& observer_;
   std::int16_t period_;
+  Warnings warnings_;
 };
 
 // Steps through the periods in order. Reads the plan's month anew for each because a handler may change it.
@@ -93,6 +102,7 @@ class PastCollecting {
     const XmlElement accounts = context_.session.Ask(request_number::allAccounts, operation);
     state_.pastPerformance.emplace();
     for (const std::string_view type : seededTypes) Collection().Add(cSubtotals(type), type);
+    if (majorVersion_ == 1) WarnOfToday();
     for (const XmlElement& account : accounts.SelectAll("//AccountRet")) {
       if (IsTopLevelAccount(account)) AddAccountType(account);
     }
@@ -113,10 +123,31 @@ class PastCollecting {
     if (Collection().Find(type) == nullptr) Collection().Add(cSubtotals(type), type);
     if (majorVersion_ != 1) return;
     const double balance = RequireDouble(account.Child("TotalBalance").Text());
-    cSubtotals& target = Collection().At(BalanceType(account, type, balance));
+    const std::string balanceType = BalanceType(account, type, balance);
+    cSubtotals& target = Collection().At(balanceType);
+    if (type == "Equity" && balanceType != type) WarnOfEquity(account, balance);
     target.AddToSubTotal(1, balance);
     target.SubTotal(2, target.SubTotal(1));
     target.SubTotal(3, target.SubTotal(1));
+  }
+
+  void WarnOfToday() {
+    const bool monthsShown = options_.krnProduct == QBKRN_COR;
+    ReportWarning(context_.observer, {.operation = operation}, [&] {
+      return Finding{.code = WarningCode::PastFromToday,
+                     .name = monthsShown ? "today's balances in both years and the first month and 0 in the "
+                                           "other months, sales only of both years and the last month, and "
+                                           "no expenses or costs of goods"
+                                         : "today's balances in each of its three years, and no expenses or "
+                                           "costs of goods"};
+    });
+  }
+
+  void WarnOfEquity(const XmlElement& account, double balance) {
+    ReportWarning(context_.observer, {.operation = operation}, [&] {
+      return Finding{
+          .code = WarningCode::EquityNamedFirst, .name = account.Child("Name").Text(), .amount = balance};
+    });
   }
 
   // A negative fixed asset is accumulated depreciation. All equity is retained earnings if the company's
@@ -148,7 +179,8 @@ class PastCollecting {
   // period's.
   void ReadTransactions(const PastPeriod& period) {
     if (options_.krnProduct == QBKRN_COR && period.number >= 3 && period.number <= 13) return;
-    PastObserver observer(context_.observer, period.number);
+    // Of these amounts only the income reaches the plan; the warnings are about expenses and costs.
+    PastObserver observer(context_.observer, period.number, PastObserver::Warnings::Dropped);
     ImportContext past{state_, context_.session, context_.plan, context_.events, observer, context_.clock};
     ImportExpenseBalances(past, {.year = SettleStartingYear(options_.period), .month = period.start.month});
     ImportIncomeBalances(past, period.start);
@@ -163,7 +195,7 @@ class PastCollecting {
 
   void ReadReport(std::int32_t number, const DateRange& range, std::int16_t periodNumber,
                   std::optional<SubtotalCollection>& target) {
-    PastObserver observer(context_.observer, periodNumber);
+    PastObserver observer(context_.observer, periodNumber, PastObserver::Warnings::Reported);
     ParseProfitAndLossReport(context_.session, number, range, target, observer);
   }
 

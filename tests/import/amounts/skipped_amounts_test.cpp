@@ -175,5 +175,60 @@ TEST_F(SkippedAmounts, IncludeALineWithoutAnAmount) {
   EXPECT_EQ(Sell(Sale(ItemRef("IT-1"))), Reasons{SkipReason::AmountIsNoNumber});
 }
 
+using Kinds = std::vector<SkipKind>;
+
+Kinds KindsOf(const std::vector<Notice>& notices) {
+  Kinds kinds;
+  for (const Notice& notice : notices) kinds.push_back(notice.skipped->kind);
+  return kinds;
+}
+
+TEST_F(SkippedAmounts, AreLostOrNotImportedByReason) {
+  surroundings.state.options.includeExpenseAccounts = true;
+  surroundings.state.options.includeIncomeAccounts = true;
+  Spend(ExpenseLine(AccountRef("X-9") + Amount("5")) + ExpenseLine(Amount("5")) +
+        ExpenseLine(AccountRef("E-1")) + fakes::ItemLine(ItemRef("IT-9") + Amount("5")) +
+        fakes::ItemLine(Amount("5")));
+  EXPECT_EQ(
+      KindsOf(surroundings.SkippedAmounts()),
+      (Kinds{SkipKind::NotImported, SkipKind::Lost, SkipKind::Lost, SkipKind::NotImported, SkipKind::Lost}));
+}
+
+TEST_F(SkippedAmounts, OfAListThatIsNotIncludedWereNotRequested) {
+  surroundings.state.options.includeExpenseAccounts = true;
+  Spend(ExpenseLine(AccountRef("X-9") + Amount("5")));
+  EXPECT_EQ(KindsOf(surroundings.SkippedAmounts()), Kinds{SkipKind::NotRequested});
+}
+
+TEST_F(SkippedAmounts, HaveTheNamesBesideTheIds) {
+  const auto reference = [](const char* name, const char* id, const char* fullName) {
+    return fakes::Element(name, fakes::Element("ListID", id) + fakes::Element("FullName", fullName));
+  };
+  Spend(ExpenseLine(reference("AccountRef", "X-9", "Assets:Stock") +
+                    reference("CustomerRef", "K-1", "Ms Wood") + Amount("5")));
+  const Skipped& skipped = *surroundings.SkippedAmounts()[0].skipped;
+  EXPECT_EQ(skipped.account, "X-9");
+  EXPECT_EQ(skipped.accountName, "Assets:Stock");
+  EXPECT_EQ(skipped.customer, "K-1");
+  EXPECT_EQ(skipped.customerName, "Ms Wood");
+}
+
+TEST_F(SkippedAmounts, HaveTheNamesOfTheListsIfTheLineHasNone) {
+  surroundings.SetItems(fakes::Element(
+      "ItemServiceRet",
+      fakes::Element("ListID", "IT-1") + fakes::Element("FullName", "Care:Lawns") +
+          fakes::Element("SalesOrPurchase",
+                         fakes::Element("AccountRef", fakes::Element("ListID", "X-9") +
+                                                          fakes::Element("FullName", "Stock")))));
+  Sell(Sale(ItemRef("IT-1") + Amount("5")));
+  const Skipped& skipped = *surroundings.SkippedAmounts()[0].skipped;
+  EXPECT_EQ(skipped.account, "X-9");
+  EXPECT_EQ(skipped.accountName, "Stock");
+  surroundings.SetItems(
+      fakes::Element("ItemDiscountRet", fakes::Element("ListID", "IT-2") + fakes::Element("Name", "Rebate")));
+  Sell(Sale(ItemRef("IT-2") + Amount("5")));
+  EXPECT_EQ(surroundings.SkippedAmounts().back().skipped->accountName, "Rebate");
+}
+
 }  // namespace
 }  // namespace krnqb
