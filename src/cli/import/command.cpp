@@ -125,15 +125,18 @@ class PlanImport {
   }
 
   bool Complete() const {
-    return outcome_.report.Complete() && (!options_.strict || outcome_.report.LeftOut().count == 0);
+    const ImportReport& report = outcome_.report;
+    return report.Complete() &&
+           (!options_.strict || (!report.AnyLeftOutOfRequested() && report.Warnings().empty()));
   }
 
   void RequireComplete() const {
     if (Complete() || options_.acceptIncomplete) return;
     if (outcome_.report.Complete()) {
-      throw CommandFailure("import failed",
-                           "some amounts could not be imported; nothing was written (--strict)",
-                           "list them with --journal FILE, or import without --strict");
+      throw CommandFailure(
+          "import failed", "the plan would differ from the books; nothing was written (--strict)",
+          "see the warnings and list left-out amounts with --journal FILE, or import without "
+          "--strict");
     }
     throw CommandFailure("import failed", "some data could not be read; nothing was written",
                          dialogs_ != nullptr

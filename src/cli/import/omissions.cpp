@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "cli/import/request_names.h"
+#include "cli/import/warning_advice.h"
 #include "plan_file/headings.h"
 
 namespace krnqb::cli {
@@ -29,6 +30,8 @@ std::string_view KindWord(NoticeKind kind) noexcept {
       return "load";
     case NoticeKind::ColumnsMisaligned:
       return "columns";
+    case NoticeKind::Warning:
+      return "warning";
     default:
       break;
   }
@@ -57,6 +60,9 @@ std::string OmissionText(const Notice& omission) {
     case NoticeKind::TablesNotLoaded:
     case NoticeKind::TablesRefused:
       return fmt::format("changed tables were not loaded into the plan: {}", omission.description);
+    case NoticeKind::Warning:
+      if (omission.finding) return WarningAdvice({omission.finding->code, {*omission.finding}});
+      return fmt::format("a warning could not be kept: {}", omission.description);
     case NoticeKind::ColumnsMisaligned:
       return fmt::format("{}: the columns of the row {} are misaligned", request, omission.description);
     default:

@@ -6,6 +6,7 @@
 #include "cli/import/json_output.h"
 #include "cli/import/omissions.h"
 #include "cli/import/skipped_amounts.h"
+#include "cli/import/warning_advice.h"
 
 namespace krnqb::cli {
 namespace {
@@ -17,17 +18,24 @@ std::string EndText(const ImportOutcome& outcome, const ImportCommand& options) 
   return fmt::format("Wrote {}. Its previous version is kept as {}.\n", options.planFile, outcome.backupFile);
 }
 
+void PrintWarnings(const ImportOutcome& outcome, const Console& console) {
+  for (const std::string& sentence : WarningSentences(outcome.report)) Warn(console, sentence);
+}
+
 void Print(const ImportOutcome& outcome, const ImportCommand& options, const Console& console) {
   for (const Notice& omission : outcome.report.Missing()) {
     PrintError(console, fmt::format("krnqb: incomplete: {}", OmissionText(omission)));
   }
   if (outcome.result == ImportResult::Cancelled) return;
   const bool failed = !outcome.errorLine.empty();
+  const bool summarized = !options.json && !options.quiet && !failed;
+  if (summarized) console.out << ChangeReport(outcome.tables) << std::flush;
+  PrintWarnings(outcome, console);
   if (failed) PrintError(console, outcome.errorLine);
   if (options.json) {
     console.out << ImportOutcomeJson(outcome) << '\n';
-  } else if (!options.quiet && !failed) {
-    console.out << ChangeReport(outcome.tables) << SkippedReport(outcome.report) << EndText(outcome, options);
+  } else if (summarized) {
+    console.out << SkippedReport(outcome.report) << EndText(outcome, options);
   }
 }
 

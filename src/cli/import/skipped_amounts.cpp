@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
+#include "cli/console/text_table.h"
 #include "cli/console/wrapped_names.h"
 
 namespace krnqb::cli {
@@ -31,8 +34,42 @@ std::string_view ReasonText(SkipReason reason) {
   return "the sum is too large";
 }
 
+constexpr std::size_t namesShown = 5;
+
+// Returns the first names of a group, as ": Rent, Tools and 3 more".
+std::string NamesText(const std::vector<std::string>& names) {
+  std::string text;
+  const std::size_t shown = std::min(names.size(), namesShown);
+  for (std::size_t index = 0; index < shown; ++index)
+    text += (index == 0 ? ": " : ", ") + OneLine(names[index]);
+  if (names.size() > shown) text += fmt::format(" and {} more", names.size() - shown);
+  return text;
+}
+
 std::string SumText(const ImportReport::Total& total) {
   return total.sum ? fmt::format("{:.2f}", *total.sum) : std::string("out of range");
+}
+
+// Returns the groups of one kind under a heading; empty if there are none.
+std::string GroupsText(const std::vector<ImportReport::LeftOutGroup>& groups, SkipKind kind,
+                       std::string_view heading) {
+  std::string text;
+  for (const ImportReport::LeftOutGroup& group : groups) {
+    if (group.kind != kind) continue;
+    text += fmt::format("  {:>6} {:>14}  {}{}\n", group.total.count, SumText(group.total),
+                        ReasonText(group.reason), NamesText(group.names));
+  }
+  return text.empty() ? text : fmt::format("{}\n{}", heading, text);
+}
+
+std::string NotRequestedText(const std::vector<ImportReport::LeftOutGroup>& groups) {
+  std::int64_t count = 0;
+  for (const ImportReport::LeftOutGroup& group : groups) {
+    if (group.kind == SkipKind::NotRequested) count += group.total.count;
+  }
+  return count == 0 ? std::string()
+                    : fmt::format("Not requested: {} line{} of accounts of other kinds.\n", count,
+                                  count == 1 ? "" : "s");
 }
 
 }  // namespace
@@ -61,14 +98,24 @@ std::string_view ReasonWord(SkipReason reason) noexcept {
   return "subtotal-out-of-range";
 }
 
-std::string SkippedReport(const ImportReport& report) {
-  std::string text;
-  if (report.LeftOut().count != 0) {
-    text += "Left out because the import's rules cannot place them (--journal FILE lists each amount):\n";
-    for (const auto& [reason, total] : report.LeftOutByReason()) {
-      text += fmt::format("  {:>6} {:>14}  {}\n", total.count, SumText(total), ReasonText(reason));
-    }
+std::string_view MeaningWord(SkipKind kind) noexcept {
+  switch (kind) {
+    case SkipKind::NotRequested:
+      return "not-requested";
+    case SkipKind::NotImported:
+      return "not-imported";
+    case SkipKind::Lost:
+      break;
   }
+  return "lost";
+}
+
+std::string SkippedReport(const ImportReport& report) {
+  const std::vector<ImportReport::LeftOutGroup> groups = report.LeftOutGroups();
+  std::string text = GroupsText(groups, SkipKind::Lost, "Lost amounts (--journal FILE lists each of them):");
+  text += GroupsText(groups, SkipKind::NotImported,
+                     "Amounts that an import does not bring into a plan (--journal FILE lists them):");
+  text += NotRequestedText(groups);
   if (!report.RepeatedAccounts().empty()) {
     text += WrappedNames("Accounts shown in several rows of a report; all rows were added:",
                          report.RepeatedAccounts());

@@ -25,7 +25,10 @@ std::string_view KindWord(NoticeKind kind) {
 
 Json LineOf(const Notice& notice) {
   Json line{{"kind", KindWord(notice.kind)}};
-  if (notice.skipped) line["reason"] = ReasonWord(notice.skipped->reason);
+  if (notice.skipped) {
+    line["reason"] = ReasonWord(notice.skipped->reason);
+    line["meaning"] = MeaningWord(notice.skipped->kind);
+  }
   line["operation"] = OperationName(notice.place.operation);
   if (notice.place.request) line["request"] = *notice.place.request;
   if (!notice.place.fromDate.empty()) line["from"] = notice.place.fromDate;
@@ -38,6 +41,9 @@ Json LineOf(const Notice& notice) {
     if (!skipped.transactionDate.empty()) line["date"] = skipped.transactionDate;
     line["source"] = skipped.source;
     if (!skipped.account.empty()) line["account"] = skipped.account;
+    if (!skipped.accountName.empty()) line["account_name"] = skipped.accountName;
+    if (!skipped.customer.empty()) line["customer"] = skipped.customer;
+    if (!skipped.customerName.empty()) line["customer_name"] = skipped.customerName;
     line["amount"] = skipped.amount;
   }
   return line;

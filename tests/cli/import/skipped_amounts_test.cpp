@@ -12,7 +12,7 @@ namespace {
 Notice LeftOut(SkipReason reason, const std::string& amount) {
   return {.kind = NoticeKind::AmountSkipped,
           .meaning = NoticeMeaning::LeftOut,
-          .skipped = Skipped{.reason = reason, .amount = amount}};
+          .skipped = Skipped{.reason = reason, .kind = SkipKind::Lost, .amount = amount}};
 }
 
 void Fill(ImportReport& report, const std::vector<Notice>& notices) {
@@ -28,9 +28,29 @@ TEST(SkippedReport, HasALinePerReason) {
   Fill(report, {LeftOut(SkipReason::NoItem, "-2.5"), LeftOut(SkipReason::NoAccount, "1234.5"),
                 LeftOut(SkipReason::NoAccount, "1")});
   EXPECT_EQ(SkippedReport(report),
-            "Left out because the import's rules cannot place them (--journal FILE lists each amount):\n"
+            "Lost amounts (--journal FILE lists each of them):\n"
             "       2        1235.50  the line names no account\n"
             "       1          -2.50  the line names no item\n");
+}
+
+TEST(SkippedReport, SeparatesWhatTheRulesLeaveOutFromWhatWasNotRequested) {
+  ImportReport report;
+  const auto notImported = [](const char* name) {
+    Notice notice = LeftOut(SkipReason::AccountInNoList, "10");
+    notice.skipped->kind = SkipKind::NotImported;
+    notice.skipped->account = "8000-1";
+    notice.skipped->accountName = name;
+    return notice;
+  };
+  for (const char* name : {"A", "B", "C", "D", "E", "F", "G", "A"}) report.Notify(notImported(name));
+  Notice notRequested = LeftOut(SkipReason::AccountInNoList, "10");
+  notRequested.skipped->kind = SkipKind::NotRequested;
+  Fill(report, {notRequested, notRequested});
+  EXPECT_EQ(
+      SkippedReport(report),
+      "Amounts that an import does not bring into a plan (--journal FILE lists them):\n"
+      "       8          80.00  the account is of a type that is not imported: A, B, C, D, E and 2 more\n"
+      "Not requested: 2 lines of accounts of other kinds.\n");
 }
 
 TEST(SkippedReport, SaysThatASumIsOutOfRange) {
