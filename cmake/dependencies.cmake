@@ -47,6 +47,10 @@ if(BUILD_TESTING)
   set(KRNQB_TEST GTest::gtest)
   set(KRNQB_TEST_MAIN GTest::gtest_main)
 
+  # The schemas of what --json prints; header-only.
+  pkg_check_modules(RAPIDJSON REQUIRED IMPORTED_TARGET RapidJSON>=1.1)
+  set(KRNQB_JSON_SCHEMA PkgConfig::RAPIDJSON)
+
   # Property tests over generated cases.
   find_package(rapidcheck REQUIRED)
   set(KRNQB_PROPERTY_TEST rapidcheck)

@@ -18,6 +18,10 @@ std::string ChangesFolder() {
   return KRNQB_CHANGES;
 }
 
+std::string SchemasFolder() {
+  return KRNQB_SCHEMAS;
+}
+
 std::string Program() {
   return KRNQB_PROGRAM;
 }

@@ -14,6 +14,8 @@ std::string GoldenRequestsFolder();
 /// Returns the folder with the recorded exchanges, and the one with the cells that each import changes.
 std::string RecordingsFolder();
 std::string ChangesFolder();
+/// Returns the folder docs/schema/.
+std::string SchemasFolder();
 /// Returns the path of the program krnqb, and that of the program that saves plans until it is killed.
 std::string Program();
 std::string PlanWriteChild();

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "cli/command_line.h"
+#include "cli/console/command_end.h"
 #include "cli/console/json_text.h"
 #include "cli/console/printable_buffer.h"
 #include "cli/console/streams.h"
@@ -18,9 +19,9 @@ ExitCode Run(const PrintedText& printed, const Console& console) {
   return ExitCode::Done;
 }
 
-ExitCode RunCommand(const Command& command, const Console& console, const Surroundings& surroundings) {
+CommandEnd RunCommand(const Command& command, const Console& console, const Surroundings& surroundings) {
   return std::visit(
-      [&](const auto& options) {
+      [&](const auto& options) -> CommandEnd {
         if constexpr (requires { Run(options, console, surroundings); }) {
           return Run(options, console, surroundings);
         } else {
@@ -30,52 +31,50 @@ ExitCode RunCommand(const Command& command, const Console& console, const Surrou
       command);
 }
 
-bool ChangesFiles(const Command& command) {
-  const auto* dialog = std::get_if<DialogOptions>(&command);
-  const auto* check = std::get_if<CheckCompanyOptions>(&command);
-  return std::holds_alternative<ImportCommand>(command) ||
-         (dialog != nullptr && dialog->dialog == DialogName::Options) || (check != nullptr && check->fix) ||
-         std::holds_alternative<NewCompanyOptions>(command) ||
-         std::holds_alternative<LoadCompanyOptions>(command) ||
-         std::holds_alternative<GenerateCompanyOptions>(command) ||
-         std::holds_alternative<NewPlanOptions>(command);
-}
-
 std::string FailureJson(const Failure& failure) {
   return JsonText({{"result", ResultWord(ResultOf(failure.Code()))},
                    {"error_number", failure.Number()},
-                   {"error_description", failure.Description()}});
+                   {"error_description", failure.Description()},
+                   {"remedy", failure.Remedy()}});
 }
 
-// Reports the failure as JSON too if --json was typed, even on an invalid command line.
-ExitCode Fail(const Failure& failure, std::span<const std::string> arguments, const Console& console) {
+// A command that failed has changed no file, unless its exit code says that it is incomplete: it has loaded
+// some of its documents. Reports the failure as JSON too if --json was typed, even on an invalid command
+// line.
+CommandEnd Fail(const Failure& failure, std::span<const std::string> arguments, const Console& console) {
   PrintError(console, failure.Line());
   const bool json = std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
-  if (!json) return failure.Code();
+  const CommandEnd end{failure.Code(), failure.Code() == ExitCode::Incomplete};
+  if (!json) return end;
   if (arguments.front() == "import") {
     ImportOutcome outcome;
-    outcome.result = ResultOf(failure.Code());
-    outcome.errorNumber = failure.Number();
-    outcome.errorDescription = failure.Description();
+    SetFailure(outcome, failure);
     console.out << ImportOutcomeJson(outcome) << '\n';
   } else {
     console.out << FailureJson(failure) << '\n';
   }
-  return failure.Code();
+  return end;
 }
 
-// If the output could not be written, the command failed, unless it had already changed a file. A reader that
-// ends early, such as head, has what it needs: nothing is said then.
-ExitCode Flushed(ExitCode code, bool changesFiles, const Console& console, const Surroundings& surroundings) {
+// If the output could not be written, the command failed, unless it had already changed a file: then it must
+// not look as if it could be repeated. A reader that ends early, such as head, has what it needs: it is not
+// an error then.
+ExitCode Flushed(CommandEnd end, const Console& console, const Surroundings& surroundings) {
   console.out.flush();
-  if (console.out || IsInterruption(code)) return code;
+  if (console.out || IsInterruption(end.code)) return end.code;
   const bool readerHasEnded = surroundings.readerHasEnded && surroundings.readerHasEnded();
+  if (end.changedFiles) {
+    PrintError(console,
+               "krnqb: printing the report failed: cannot write to standard output; the command has written "
+               "its file and need not be repeated");
+    return end.code;
+  }
   if (!readerHasEnded) {
     PrintError(console,
                "krnqb: printing failed: cannot write to standard output; check the disk or the program that "
                "reads it");
   }
-  if (code != ExitCode::Done || changesFiles) return code;
+  if (end.code != ExitCode::Done && end.code != ExitCode::Incomplete) return end.code;
   return readerHasEnded ? ExitCode::OutputClosed : ExitCode::Failed;
 }
 
@@ -88,18 +87,15 @@ int RunKrnqb(std::span<const std::string> arguments, std::ostream& out, std::ost
   std::ostream results(&printableOut);
   std::ostream errors(&printableErr);
   const Console console{results, errors, surroundings.errorIsTerminal};
-  ExitCode code = ExitCode::Failed;
-  bool changesFiles = false;
+  CommandEnd end = ExitCode::Failed;
   try {
-    const Command command = ParseCommandLine(arguments);
-    changesFiles = ChangesFiles(command);
-    code = RunCommand(command, console, surroundings);
+    end = RunCommand(ParseCommandLine(arguments), console, surroundings);
   } catch (const Failure& failure) {
-    code = Fail(failure, arguments, console);
+    end = Fail(failure, arguments, console);
   } catch (...) {
-    code = Fail({ExitCode::Failed, "the command failed", CaughtError(), "try again"}, arguments, console);
+    end = Fail({ExitCode::Failed, "the command failed", CaughtError(), "try again"}, arguments, console);
   }
-  code = Flushed(code, changesFiles, console, surroundings);
+  const ExitCode code = Flushed(end, console, surroundings);
   errors.flush();
   return static_cast<int>(code);
 } catch (...) {

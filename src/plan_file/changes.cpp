@@ -24,9 +24,11 @@ std::string Shortened(const std::string& text) {
   return text.substr(0, end) + "...";
 }
 
-void CompareRow(const PlanRow& before, const PlanRow& after, const RowChange& place, TableChange& change) {
-  const std::string block = Shortened(place.block);
-  const std::string name = Shortened(place.name);
+// `row` is the index of the row in the later state.
+void CompareRow(const PlanRow& before, const PlanRow& after, const std::string& blockId, std::size_t row,
+                TableChange& change) {
+  const std::string block = Shortened(blockId);
+  const std::string name = Shortened(std::string(CellOf(after, 0)));
   for (std::size_t column = 0; column < std::max(before.size(), after.size()); ++column) {
     const std::string_view earlier = CellOf(before, column);
     const std::string_view later = CellOf(after, column);
@@ -34,8 +36,13 @@ void CompareRow(const PlanRow& before, const PlanRow& after, const RowChange& pl
     if (there && earlier == later) continue;
     const bool clears = there && IsFormula(earlier) && later == emptyCellText;
     (clears ? change.cleared : change.changed)
-        .push_back({block, place.row, name, column, std::string(earlier), std::string(later)});
+        .push_back({block, row, name, column, std::string(earlier), std::string(later), after.size()});
   }
+}
+
+RowChange ChangeOf(const PlanBlock& block, const std::string& id, std::size_t row) {
+  const PlanRow& cells = block.rows[row];
+  return {id, row, std::string(CellOf(cells, 0)), cells};
 }
 
 void CompareBlock(const PlanBlock& before, const PlanBlock& after, const std::string& id,
@@ -43,18 +50,17 @@ void CompareBlock(const PlanBlock& before, const PlanBlock& after, const std::st
   std::size_t nextBefore = 0;
   const auto removeUpTo = [&](std::size_t end) {
     for (; nextBefore < end; ++nextBefore) {
-      change.removed.push_back({id, nextBefore, std::string(CellOf(before.rows[nextBefore], 0))});
+      change.removed.push_back(ChangeOf(before, id, nextBefore));
     }
   };
   const std::vector<std::optional<std::size_t>> partners = MatchRows(before.rows, after.rows);
   for (std::size_t row = 0; row < after.rows.size(); ++row) {
-    RowChange place{id, row, std::string(CellOf(after.rows[row], 0))};
     if (const std::optional<std::size_t>& partner = partners[row]) {
       removeUpTo(*partner);
-      CompareRow(before.rows[*partner], after.rows[row], place, change);
+      CompareRow(before.rows[*partner], after.rows[row], id, row, change);
       nextBefore = *partner + 1;
     } else {
-      change.added.push_back(std::move(place));
+      change.added.push_back(ChangeOf(after, id, row));
     }
   }
   removeUpTo(before.rows.size());

@@ -14,7 +14,8 @@ namespace krnqb::plan_file {
 struct RowChange {
   std::string block;
   std::size_t row = 0;
-  std::string name;  ///< cell 0; "*null*" for a row without a name
+  std::string name;    ///< cell 0; "*null*" for a row without a name
+  PlanRow cells = {};  ///< all of its cells
 
   bool operator==(const RowChange&) const = default;
 };
@@ -29,6 +30,7 @@ struct CellChange {
   std::size_t column = 0;
   std::string before;
   std::string after;
+  std::size_t width = 0;  ///< the number of cells of the row in the later state
 
   bool operator==(const CellChange&) const = default;
 };

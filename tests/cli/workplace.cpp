@@ -10,6 +10,7 @@
 #include "build_paths.h"
 #include "cli/run_krnqb.h"
 #include "fakes/fixed_clock.h"
+#include "json_schema.h"
 
 namespace krnqb::cli::tests {
 
@@ -38,7 +39,33 @@ class KeptInterrupts {
   std::array<struct sigaction, signals.size()> actions_{};
 };
 
+using Words = std::vector<std::string>;
+
+bool Contains(const Words& words, std::string_view word) {
+  return std::ranges::find(words, word) != words.end();
+}
+
+// The journal is complete once the import has succeeded.
+void ExpectValidJournal(const Words& arguments) {
+  const auto option = std::ranges::find(arguments, "--journal");
+  if (option == arguments.end() || option + 1 == arguments.end() || !fs::is_regular_file(*(option + 1)))
+    return;
+  std::istringstream lines(ReadText(*(option + 1)));
+  for (std::string line; std::getline(lines, line);) {
+    EXPECT_EQ(krnqb::tests::SchemaViolation("journal", line), "") << line;
+  }
+}
+
 }  // namespace
+
+std::string SchemaOf(const Words& arguments) {
+  const auto word = [&](std::size_t index) { return index < arguments.size() ? arguments[index] : ""; };
+  const Words alone{"import", "accounts", "companies"};
+  if (Contains(alone, word(0))) return word(0);
+  const Words pairs{"company info", "company check", "plan show", "plan history", "plan diff"};
+  if (Contains(pairs, word(0) + ' ' + word(1))) return word(0) + '-' + word(1);
+  return "failure";
+}
 
 ProgramRun RunProgram(const std::vector<std::string>& arguments) {
   return RunProgram(arguments, {.clock = JanuaryClock(), .errorIsTerminal = false});
@@ -49,6 +76,11 @@ ProgramRun RunProgram(const std::vector<std::string>& arguments, const Surroundi
   std::ostringstream out;
   std::ostringstream err;
   const int code = RunKrnqb(arguments, out, err, surroundings);
+  const bool help = Contains(arguments, "--help") || Contains(arguments, "-h");
+  if (Contains(arguments, "--json") && !help) {
+    EXPECT_EQ(krnqb::tests::SchemaViolation(SchemaOf(arguments), out.str()), "") << out.str();
+  }
+  if (code == 0 || code == 3) ExpectValidJournal(arguments);
   return {code, out.str(), err.str()};
 }
 

@@ -17,9 +17,14 @@ struct ProgramRun {
   std::string err;
 };
 
-/// Runs the program in this process; by default at 2003-01-15 12:00 and without a terminal.
+/// Runs the program in this process; by default at 2003-01-15 12:00 and without a terminal. Fails the test if
+/// the command line has --json and what is printed breaks the command's schema, or if a line of a journal
+/// does.
 ProgramRun RunProgram(const std::vector<std::string>& arguments);
 ProgramRun RunProgram(const std::vector<std::string>& arguments, const Surroundings& surroundings);
+
+/// Returns the name of the schema in docs/schema/ for what a command with --json prints.
+std::string SchemaOf(const std::vector<std::string>& arguments);
 
 std::shared_ptr<Clock> JanuaryClock();
 

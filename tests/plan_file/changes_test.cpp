@@ -33,11 +33,11 @@ TEST(PlanChanges, AreCountedAndListedPerTable) {
   EXPECT_EQ(changes[0].cellsChanged, 2);
   EXPECT_EQ(changes[0].formulasCleared, 1);
   EXPECT_TRUE(changes[0].Any());
-  EXPECT_EQ(changes[0].added, (std::vector<RowChange>{{"sales", 1, "n"}}));
-  EXPECT_EQ(changes[0].removed, (std::vector<RowChange>{{"sales", 1, "b"}}));
-  EXPECT_EQ(changes[0].changed,
-            (std::vector<CellChange>{{"sales", 0, "a", 2, "2", "7"}, {"sales", 2, "total", 2, "=T", "5"}}));
-  EXPECT_EQ(changes[0].cleared, (std::vector<CellChange>{{"sales", 2, "total", 1, "=S", "*null*"}}));
+  EXPECT_EQ(changes[0].added, (std::vector<RowChange>{{"sales", 1, "n", {"n", "8", "9"}}}));
+  EXPECT_EQ(changes[0].removed, (std::vector<RowChange>{{"sales", 1, "b", {"b", "3", "4"}}}));
+  EXPECT_EQ(changes[0].changed, (std::vector<CellChange>{{"sales", 0, "a", 2, "2", "7", 3},
+                                                         {"sales", 2, "total", 2, "=T", "5", 3}}));
+  EXPECT_EQ(changes[0].cleared, (std::vector<CellChange>{{"sales", 2, "total", 1, "=S", "*null*", 3}}));
 }
 
 TEST(PlanChanges, CountABlankRowAboveTheClosingRowsAsAdded) {

@@ -60,7 +60,7 @@ Failure DamageFailure(const CheckReport& check) {
           "restore a copy of the file"};
 }
 
-ExitCode Report(const FixReport& report, const CheckCompanyOptions& options, const Console& console) {
+CommandEnd Report(const FixReport& report, const CheckCompanyOptions& options, const Console& console) {
   const CheckReport& check = report.check;
   const bool damaged = check.findingCount > 0;
   console.out << (options.json ? CompanyCheckJson(report) + '\n' : ReportText(report));
@@ -69,12 +69,12 @@ ExitCode Report(const FixReport& report, const CheckCompanyOptions& options, con
   } else if (const auto warning = ChecksumWarning(check.path, check.checksums || report.backup)) {
     Warn(console, *warning);
   }
-  return damaged ? ExitCode::Failed : ExitCode::Done;
+  return {damaged ? ExitCode::Failed : ExitCode::Done, report.backup.has_value() || report.loadUndone};
 }
 
 }  // namespace
 
-ExitCode Run(const CheckCompanyOptions& options, const Console& console) {
+CommandEnd Run(const CheckCompanyOptions& options, const Console& console) {
   return RunInterruptibly(
       "checking the company", "the file was not written anew",
       [&](const InterruptWatch& interrupts) { return Report(Check(options, interrupts), options, console); });

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "cli/console/command_end.h"
 #include "cli/console/streams.h"
 
 namespace krnqb::cli {
@@ -15,6 +16,6 @@ struct CheckCompanyOptions {
 
 /// Checks a company file and prints what is damaged, one finding a line or as JSON; returns Failed if
 /// anything is. With `fix`, undoes a load that was interrupted, and adds checksums to a file that has none.
-ExitCode Run(const CheckCompanyOptions& options, const Console& console);
+CommandEnd Run(const CheckCompanyOptions& options, const Console& console);
 
 }  // namespace krnqb::cli

@@ -101,17 +101,17 @@ Failure LoadFailure(std::size_t loaded, const InterruptWatch& interrupts) {
 
 }  // namespace
 
-ExitCode Run(const NewCompanyOptions& options, const Console& console) {
+CommandEnd Run(const NewCompanyOptions& options, const Console& console) {
   Attempt("creating the company failed", "give another path or name", [&] {
     CompanyFile::Create(options.file, options.name, options.fiscalMonth, options.processorVersion);
   });
   console.out << fmt::format("Created {}: company {}, fiscal year from {}, answers qbXML up to {}.\n",
                              options.file, options.name, EnglishMonthName(options.fiscalMonth),
                              options.processorVersion);
-  return ExitCode::Done;
+  return {ExitCode::Done, true};
 }
 
-ExitCode Run(const LoadCompanyOptions& options, const Console& console) {
+CommandEnd Run(const LoadCompanyOptions& options, const Console& console) {
   const InterruptWatch interrupts;
   std::size_t loaded = 0;
   try {
@@ -125,10 +125,10 @@ ExitCode Run(const LoadCompanyOptions& options, const Console& console) {
   } catch (...) {
     throw LoadFailure(loaded, interrupts);
   }
-  return ExitCode::Done;
+  return {ExitCode::Done, true};
 }
 
-ExitCode Run(const GenerateCompanyOptions& options, const Console& console) {
+CommandEnd Run(const GenerateCompanyOptions& options, const Console& console) {
   sample_company::GeneratorSettings settings = options.settings;
   settings.firstYear = options.years.first;
   settings.lastYear = options.years.last;
@@ -146,7 +146,7 @@ ExitCode Run(const GenerateCompanyOptions& options, const Console& console) {
   console.out << fmt::format("Records: {}.\n", CountsText(made.records));
   console.out << fmt::format("Transaction lines: {}. File: {:.1f} MiB.\n", made.transactionLines,
                              static_cast<double>(made.fileSize) / (1024.0 * 1024.0));
-  return ExitCode::Done;
+  return {ExitCode::Done, true};
 }
 
 ExitCode Run(const CompanyInfoOptions& options, const Console& console) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/console/command_end.h"
 #include "cli/console/option_values.h"
 #include "cli/console/streams.h"
 #include "sample_company/generator.h"
@@ -37,14 +38,14 @@ struct CompanyInfoOptions {
 };
 
 /// Creates a company file without accounts and transactions.
-ExitCode Run(const NewCompanyOptions& options, const Console& console);
+CommandEnd Run(const NewCompanyOptions& options, const Console& console);
 
 /// Loads documents one after the other, each whole or not at all. If one fails, the documents before it stay
 /// loaded: throws Failure, with Failed if none was loaded, and Incomplete otherwise.
-ExitCode Run(const LoadCompanyOptions& options, const Console& console);
+CommandEnd Run(const LoadCompanyOptions& options, const Console& console);
 
 /// Generates a company file, and prints how many records and lines it has and its size.
-ExitCode Run(const GenerateCompanyOptions& options, const Console& console);
+CommandEnd Run(const GenerateCompanyOptions& options, const Console& console);
 
 /// Shows what a company file contains.
 ExitCode Run(const CompanyInfoOptions& options, const Console& console);

@@ -10,10 +10,10 @@
 
 namespace krnqb::cli {
 
-/// Runs a command that heeds interrupts through the watch that it is passed. Whatever it throws after an
-/// interrupt is reported as the interruption: "krnqb: WHAT interrupted: REASON; STATE".
+/// Runs a command that heeds interrupts through the watch that it is passed, and returns its end. Whatever it
+/// throws after an interrupt is reported as the interruption: "krnqb: WHAT interrupted: REASON; STATE".
 template <typename Body>
-ExitCode RunInterruptibly(std::string_view what, std::string_view state, Body&& body) {
+auto RunInterruptibly(std::string_view what, std::string_view state, Body&& body) {
   const InterruptWatch interrupts;
   try {
     return std::forward<Body>(body)(interrupts);

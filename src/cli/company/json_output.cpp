@@ -6,6 +6,7 @@
 
 #include "cli/console/failure.h"
 #include "cli/console/json_text.h"
+#include "cli/console/money_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -13,12 +14,18 @@ namespace {
 // Indentation makes a deeper text grow with the square of the depth, and few programs read it.
 constexpr std::size_t mostLevels = 100;
 
+// A balance that the company does not state is null.
+Json BalanceJson(const std::string& text) {
+  const std::optional<std::string> money = MoneyText(std::string_view(text));
+  return money ? Json(*money) : Json();
+}
+
 Json AccountJson(const AccountNode& account) {
   Json json{{"list_id", account.listId},
             {"name", account.name},
             {"type", account.type},
-            {"balance", account.balance},
-            {"total_balance", account.totalBalance}};
+            {"balance", BalanceJson(account.balance)},
+            {"total_balance", BalanceJson(account.totalBalance)}};
   if (account.selected) json["selected"] = *account.selected;
   json["accounts"] = Json::array();
   return json;

@@ -36,10 +36,13 @@ class Failure : public Error {
   ExitCode Code() const noexcept { return code_; }
   /// Returns the line without a line end.
   const std::string& Line() const noexcept { return line_; }
+  /// Returns the line's last part, what to do.
+  const std::string& Remedy() const noexcept { return remedy_; }
 
  private:
   ExitCode code_;
   std::string line_;
+  std::string remedy_;
 };
 
 /// Returns a usage error (exit code 2).

@@ -64,7 +64,7 @@ void CheckOptions(const DialogOptions& options, const Console& console) {
 
 }  // namespace
 
-ExitCode Run(const DialogOptions& options, const Console& console, const Surroundings& surroundings) {
+CommandEnd Run(const DialogOptions& options, const Console& console, const Surroundings& surroundings) {
   CheckOptions(options, console);
   const std::shared_ptr<ui::Dialogs> dialogs = MakeDialogs(surroundings);
   switch (options.dialog) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "cli/console/command_end.h"
 #include "cli/console/streams.h"
 #include "cli/console/surroundings.h"
 
@@ -20,6 +21,6 @@ struct DialogOptions {
 
 /// Shows a dialog and returns once it is closed. The options dialog imports into the plan, as `krnqb import`
 /// does; the file dialogs print the chosen path.
-ExitCode Run(const DialogOptions& options, const Console& console, const Surroundings& surroundings);
+CommandEnd Run(const DialogOptions& options, const Console& console, const Surroundings& surroundings);
 
 }  // namespace krnqb::cli

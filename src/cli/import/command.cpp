@@ -21,6 +21,13 @@
 namespace krnqb::cli {
 namespace {
 
+ImportCompany CompanyOf(const ImportSource& source) {
+  return {.path = source.companyPath,
+          .name = source.companyName,
+          .processorVersion = source.processorVersion,
+          .majorVersion = source.majorVersion};
+}
+
 class PlanImport {
  public:
   // With dialogs the user starts the import; without them (null) it starts at once.
@@ -33,6 +40,11 @@ class PlanImport {
         outcome_(outcome),
         interrupts_(dialogs_ == nullptr ? InterruptWatch::Interrupts::Remembered
                                         : InterruptWatch::Interrupts::LeftAsTheyAre) {
+    outcome_.basis = ImportBasis{.options = options_,
+                                 .product = options_.product,
+                                 .planStart = options_.planStart,
+                                 .importStart = options_.importStart,
+                                 .company = {}};
     if (console_.errIsTerminal && !options_.quiet && dialogs_ == nullptr) bar_.emplace(console_.err);
   }
 
@@ -52,11 +64,15 @@ class PlanImport {
     if (dialogs_ == nullptr) CheckImportOptions(options_);
     CheckImportFiles(options_);
     const ImportSource source = OpenImportSource(options_, interrupts_);
+    outcome_.basis->company = CompanyOf(source);
     interrupts_.StopWhenRequested();
     LockPlan();
     plan_ = Attempt([&] { return plan_file::PlanFile::Open(options_.planFile); });
     interrupts_.StopWhenRequested();
     const ImportSettings settings = SettleImport(options_, *plan_);
+    outcome_.basis->product = settings.product;
+    outcome_.basis->planStart = settings.planStart;
+    outcome_.basis->importStart = settings.importStart;
     if (dialogs_ == nullptr) Announce(settings, source);
 
     const plan_file::PlanContent before = plan_file::ReadPlanContent(*plan_);
@@ -73,8 +89,13 @@ class PlanImport {
   }
 
   void Announce(const ImportSettings& settings, const ImportSource& source) {
-    for (const std::string& warning : ImportWarnings(settings, source, *plan_)) Warn(console_, warning);
+    for (const ImportWarning& warning : ImportWarnings(settings, source, *plan_)) Report(warning);
     if (Chatty()) console_.out << OneLine(AnnouncementText(settings, source)) << std::endl;
+  }
+
+  void Report(const ImportWarning& warning) {
+    Warn(console_, warning.message);
+    outcome_.warnings.push_back(warning);
   }
 
   void ReadIntoPlan(const ImportSettings& settings, const ImportSource& source) {
@@ -107,11 +128,13 @@ class PlanImport {
   }
 
   void SelectExpensesOf(QBDataExchange& exchange) {
+    std::optional<ImportWarning> warning;
     if (dialogs_ != nullptr) {
-      ReadSelectedExpenses(exchange, console_);
+      warning = ReadSelectedExpenses(exchange);
     } else if (options_.expenses) {
-      SelectExpenses(exchange, options_, console_);
+      warning = SelectExpenses(exchange, options_);
     }
+    if (warning) Report(*warning);
   }
 
   // The dialog returns no result: it was cancelled if no event was raised.
@@ -165,11 +188,8 @@ class PlanImport {
     const bool interrupted = interrupts_.Requested() && !saving_;
     const Failure reported =
         interrupted ? interrupts_.Interruption("import interrupted", "nothing was written") : failure;
-    outcome_.result = ResultOf(reported.Code());
+    SetFailure(outcome_, reported);
     if (interrupted) outcome_.interruption = reported.Code();
-    outcome_.errorNumber = reported.Number();
-    outcome_.errorDescription = reported.Description();
-    outcome_.errorLine = reported.Line();
     outcome_.tables.clear();
   }
 
@@ -187,26 +207,30 @@ class PlanImport {
   bool saving_ = false;
 };
 
+CommandEnd EndOf(const ImportOutcome& outcome) {
+  return {ExitCodeOf(outcome), !outcome.backupFile.empty()};
+}
+
 }  // namespace
 
-ExitCode Run(const ImportCommand& options, const Console& console, const Surroundings& surroundings) {
+CommandEnd Run(const ImportCommand& options, const Console& console, const Surroundings& surroundings) {
   const auto begun = std::chrono::steady_clock::now();
   ImportOutcome outcome;
   PlanImport(options, nullptr, console, surroundings, outcome).Run();
   const auto elapsed = std::chrono::steady_clock::now() - begun;
   outcome.elapsedMilliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count();
   PrintOutcome(outcome, options, console);
-  return ExitCodeOf(outcome);
+  return EndOf(outcome);
 }
 
-ExitCode RunWithDialog(const ImportCommand& options, const std::shared_ptr<ui::Dialogs>& dialogs,
-                       const Console& console, const Surroundings& surroundings) {
+CommandEnd RunWithDialog(const ImportCommand& options, const std::shared_ptr<ui::Dialogs>& dialogs,
+                         const Console& console, const Surroundings& surroundings) {
   ImportOutcome outcome;
   PlanImport(options, dialogs, console, surroundings, outcome).Run();
   PrintOutcome(outcome, options, console);
   const bool importStarted = !outcome.events.empty();
   if (importStarted && !outcome.errorLine.empty()) dialogs->ShowMessage(outcome.errorDescription);
-  return ExitCodeOf(outcome);
+  return EndOf(outcome);
 }
 
 }  // namespace krnqb::cli

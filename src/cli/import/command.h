@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/console/command_end.h"
 #include "cli/console/streams.h"
 #include "cli/console/surroundings.h"
 #include "cli/import/options.h"
@@ -9,12 +10,12 @@ namespace krnqb::cli {
 
 /// Imports from a company or a recording into a plan and prints the result, including failures. Leaves the
 /// plan's file untouched until everything has been read.
-ExitCode Run(const ImportCommand& options, const Console& console, const Surroundings& surroundings);
+CommandEnd Run(const ImportCommand& options, const Console& console, const Surroundings& surroundings);
 
 /// Shows the options dialog, in which the user chooses what to import and starts the import. Only company and
 /// plan come from `options`. Also shows a failed import in a message. Prints and writes nothing if the dialog
 /// is cancelled.
-ExitCode RunWithDialog(const ImportCommand& options, const std::shared_ptr<ui::Dialogs>& dialogs,
-                       const Console& console, const Surroundings& surroundings);
+CommandEnd RunWithDialog(const ImportCommand& options, const std::shared_ptr<ui::Dialogs>& dialogs,
+                         const Console& console, const Surroundings& surroundings);
 
 }  // namespace krnqb::cli

@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::string_view selectingFailed = "selecting expense accounts failed";
 constexpr const char* selectedText = "True";
+constexpr const char* noneSelected = "no-expense-selected";
 
 std::string NameOf(const XmlElement& account) {
   const XmlElement name = account.Child("name");
@@ -50,10 +51,10 @@ void CheckNames(const std::vector<std::string>& typed, const std::vector<std::st
 
 }  // namespace
 
-void SelectExpenses(QBDataExchange& exchange, const ImportCommand& options, const Console& console) {
+std::optional<ImportWarning> SelectExpenses(QBDataExchange& exchange, const ImportCommand& options) {
   const XmlElement selection = exchange.SelectedExpenses();
   RequireNoError(exchange);
-  if (!selection && options.acceptIncomplete && options.selectedExpenses.empty()) return;
+  if (!selection && options.acceptIncomplete && options.selectedExpenses.empty()) return std::nullopt;
   if (!selection) {
     throw CommandFailure(selectingFailed,
                          "the accounts or the plan's contribution margin table cannot be read",
@@ -67,17 +68,16 @@ void SelectExpenses(QBDataExchange& exchange, const ImportCommand& options, cons
     }
   }
   exchange.SelectedExpenses(selection);
-  if (SelectionNames(selection, SelectionPart::Selected).empty()) {
-    Warn(console, "no expense account is selected: give --select-expense NAME or --select-all-expenses");
-  }
+  if (!SelectionNames(selection, SelectionPart::Selected).empty()) return std::nullopt;
+  return ImportWarning{noneSelected,
+                       "no expense account is selected: give --select-expense NAME or --select-all-expenses"};
 }
 
-void ReadSelectedExpenses(QBDataExchange& exchange, const Console& console) {
+std::optional<ImportWarning> ReadSelectedExpenses(QBDataExchange& exchange) {
   const XmlElement selection = exchange.SelectedExpenses();
   RequireNoError(exchange);
-  if (SelectionNames(selection, SelectionPart::Selected).empty()) {
-    Warn(console, "no expense account is in the plan, so the dialog will import none");
-  }
+  if (!SelectionNames(selection, SelectionPart::Selected).empty()) return std::nullopt;
+  return ImportWarning{noneSelected, "no expense account is in the plan, so the dialog will import none"};
 }
 
 std::vector<std::string> SelectionNames(const XmlElement& selection, SelectionPart part) {

@@ -1,11 +1,87 @@
 #include "cli/import/json_output.h"
 
+#include <cmath>
+
+#include "cli/console/changes_json.h"
 #include "cli/console/json_text.h"
+#include "cli/console/money_text.h"
+#include "cli/console/option_values.h"
 #include "cli/import/omissions.h"
 #include "cli/import/skipped_amounts.h"
+#include "cli/import/warning_advice.h"
+#include "support/date.h"
 
 namespace krnqb::cli {
 namespace {
+
+template <typename Value>
+Json OrNull(const std::optional<Value>& value) {
+  return value ? Json(*value) : Json();
+}
+
+Json OrNull(const std::optional<YearMonth>& month) {
+  return month ? Json(plan_file::PlanStartText(*month)) : Json();
+}
+
+Json TextOrNull(const std::string& text) {
+  return text.empty() ? Json() : Json(text);
+}
+
+Json AmountsFromJson(const ImportBasis& basis) {
+  const std::int16_t version = basis.company ? basis.company->majorVersion : std::int16_t{0};
+  if (version == 1) return "transactions";
+  return version == 2 ? Json("reports") : Json();
+}
+
+Json SettingsJson(const ImportBasis& basis) {
+  const ImportCommand& options = basis.options;
+  return {{"product", basis.product ? Json(plan_file::ProductText(*basis.product)) : Json()},
+          {"plan_start", OrNull(basis.planStart)},
+          {"import_start", OrNull(basis.importStart)},
+          {"fiscal_month", OrNull(options.fiscalMonth)},
+          {"expenses", options.expenses},
+          {"income", options.income},
+          {"past_performance", options.pastPerformance},
+          {"balances", BalancesName(options.balances)},
+          {"amounts_from", AmountsFromJson(basis)},
+          {"growth_income", OrNull(options.growthRateIncome)},
+          {"growth_cogs", OrNull(options.growthRateCogs)},
+          {"growth_expenses", OrNull(options.growthRateExpenses)},
+          {"select_expenses", options.selectedExpenses},
+          {"select_all_expenses", options.selectAllExpenses},
+          {"accept_incomplete", options.acceptIncomplete},
+          {"strict", options.strict},
+          {"dry_run", options.dryRun}};
+}
+
+// The company with its path, name and qbXML version.
+Json CompanyJson(const ImportBasis& basis) {
+  if (!basis.company) return {};
+  const ImportCompany& company = *basis.company;
+  return {{"path", TextOrNull(company.path)},
+          {"name", TextOrNull(company.name)},
+          {"processor", company.processorVersion}};
+}
+
+// The first and the last day of the twelve months.
+Json PeriodJson(const ImportBasis& basis) {
+  if (!basis.importStart) return {};
+  const YearMonth first = *basis.importStart;
+  const YearMonth last = TwelveMonths(first).Last();
+  constexpr std::int16_t lastYear = 9999;
+  if (last.year > lastYear) return {};  // its days are no dates
+  return {{"from", DateText(first.year, first.month, 1)},
+          {"to", DateText(last.year, last.month, DaysInCalendarMonth(last.month, last.year))}};
+}
+
+// The files of the import as they were typed.
+Json PathsJson(const ImportBasis& basis) {
+  const ImportCommand& options = basis.options;
+  return {{"plan", options.planFile},
+          {"journal", OrNull(options.journalFile)},
+          {"recording", OrNull(options.recordFile)},
+          {"replay", OrNull(options.replayFile)}};
+}
 
 Json EventJson(const ImportEvent& event) {
   Json json{{"event", event.name}};
@@ -29,9 +105,31 @@ Json OmissionJson(const Notice& omission) {
   return json;
 }
 
-// JSON has no number for a sum beyond the range of a double.
+Json WarningJson(const ImportWarning& warning) {
+  Json amounts = Json::array();
+  for (const double amount : warning.amounts) amounts.push_back(MoneyText(amount));
+  return {{"code", warning.code},
+          {"message", warning.message},
+          {"accounts", warning.accounts},
+          {"amounts", amounts}};
+}
+
+Json WarningJson(const Warning& warning) {
+  Json names = Json::array();
+  Json amounts = Json::array();
+  for (const Finding& finding : warning.findings) {
+    if (!finding.name.empty()) names.push_back(finding.name);
+    if (finding.amount && std::isfinite(*finding.amount)) amounts.push_back(MoneyText(*finding.amount));
+  }
+  return {{"code", WarningWord(warning.code)},
+          {"message", WarningAdvice(warning)},
+          {"accounts", names},
+          {"amounts", amounts}};
+}
+
+// A sum beyond the range of a double is unknown.
 Json SumJson(const ImportReport::Total& total) {
-  return total.sum ? Json(*total.sum) : Json("out of range");
+  return total.sum ? Json(MoneyText(*total.sum)) : Json();
 }
 
 // Counts and sums of the left-out amounts, in total and by reason.
@@ -49,14 +147,26 @@ Json SkippedJson(const ImportReport& report) {
 }  // namespace
 
 std::string ImportOutcomeJson(const ImportOutcome& outcome) {
+  const std::optional<ImportBasis>& basis = outcome.basis;
   Json json{{"result", ResultWord(outcome.result)},
             {"error_number", outcome.errorNumber},
             {"error_description", outcome.errorDescription},
+            {"remedy", outcome.remedy},
+            {"settings", basis ? SettingsJson(*basis) : Json()},
+            {"company", basis ? CompanyJson(*basis) : Json()},
+            {"period", basis ? PeriodJson(*basis) : Json()},
+            {"paths", basis ? PathsJson(*basis) : Json()},
+            {"backup", TextOrNull(outcome.backupFile)},
+            {"history", Json()},
+            {"warnings", Json::array()},
             {"events", Json::array()},
             {"tables", Json::array()},
+            {"changes", ChangesJson(outcome.tables, basis ? basis->planStart : std::nullopt)},
             {"incomplete", Json::array()},
             {"skipped", SkippedJson(outcome.report)},
             {"elapsed_ms", outcome.elapsedMilliseconds}};
+  for (const ImportWarning& warning : outcome.warnings) json["warnings"].push_back(WarningJson(warning));
+  for (const Warning& warning : outcome.report.Warnings()) json["warnings"].push_back(WarningJson(warning));
   for (const ImportEvent& event : outcome.events) json["events"].push_back(EventJson(event));
   for (const plan_file::TableChange& table : outcome.tables) json["tables"].push_back(TableJson(table));
   for (const Notice& omission : outcome.report.Missing())

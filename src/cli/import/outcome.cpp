@@ -24,6 +24,14 @@ std::string_view ResultWord(ImportResult result) noexcept {
   return "failed";
 }
 
+void SetFailure(ImportOutcome& outcome, const Failure& failure) {
+  outcome.result = ResultOf(failure.Code());
+  outcome.errorNumber = failure.Number();
+  outcome.errorDescription = failure.Description();
+  outcome.errorLine = failure.Line();
+  outcome.remedy = failure.Remedy();
+}
+
 ExitCode ExitCodeOf(const ImportOutcome& outcome) noexcept {
   switch (outcome.result) {
     case ImportResult::Imported:

@@ -6,6 +6,7 @@
 
 #include "cli/import/options.h"
 #include "cli/import/source.h"
+#include "cli/import/warning.h"
 #include "krnqb/qb_data_exchange.h"
 #include "plan_file/file.h"
 
@@ -34,7 +35,7 @@ void Configure(QBDataExchange& exchange, const ImportSettings& settings, const I
 std::string AnnouncementText(const ImportSettings& settings, const ImportSource& source);
 
 /// Returns a warning for each option that is ignored, or has less effect than it promises.
-std::vector<std::string> ImportWarnings(const ImportSettings& settings, const ImportSource& source,
-                                        const plan_file::PlanFile& plan);
+std::vector<ImportWarning> ImportWarnings(const ImportSettings& settings, const ImportSource& source,
+                                          const plan_file::PlanFile& plan);
 
 }  // namespace krnqb::cli

@@ -27,7 +27,9 @@ ImportSource CompanySource(const std::string& path, const InterruptWatch& interr
         .companyPath = path,
         .description = fmt::format("{} ({})", info.name, path),
         .majorVersion = static_cast<std::int16_t>(info.processorVersion.starts_with("2.") ? 2 : 1),
-        .warning = ChecksumWarning(path, company.HasChecksums())};
+        .warning = ChecksumWarning(path, company.HasChecksums()),
+        .companyName = info.name,
+        .processorVersion = info.processorVersion};
   });
 }
 
@@ -47,7 +49,9 @@ ImportSource RecordedSource(const std::string& path) {
                         .companyPath = {},
                         .description = fmt::format("the recording {}", path),
                         .majorVersion = 0};
-    source.majorVersion = source.processors->Create()->MajorVersion();
+    const auto processor = source.processors->Create();
+    source.majorVersion = processor->MajorVersion();
+    source.processorVersion = fmt::format("{}.{}", processor->MajorVersion(), processor->MinorVersion());
     return source;
   });
 }

@@ -20,6 +20,8 @@ struct ImportSource {
   std::string description;        ///< for people: "Nursery (nursery.qbw)" or "the recording exchange.jsonl"
   std::int16_t majorVersion = 0;  ///< of the processor: 1 imports from transactions, 2 from reports
   std::optional<std::string> warning = {};  ///< about the source itself
+  std::string companyName = {};             ///< empty for a recording
+  std::string processorVersion = {};        ///< such as "1.1"
 };
 
 /// Opens the source that the options name, without sending a request. A recording takes precedence over a

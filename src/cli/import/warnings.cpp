@@ -5,18 +5,18 @@
 namespace krnqb::cli {
 namespace {
 
-using Warnings = std::vector<std::string>;
+using Warnings = std::vector<ImportWarning>;
 
 void WarnOfFiles(Warnings& warnings, const ImportSettings& settings, const plan_file::PlanFile& plan) {
   const ImportCommand& options = settings.options;
   if (options.replayFile && options.companyFile) {
-    warnings.emplace_back("--company is ignored because --replay is given");
+    warnings.push_back({"company-ignored", "--company is ignored because --replay is given"});
   }
   const auto product = plan.Product();
   if (product && *product != settings.product) {
-    warnings.push_back(fmt::format("the plan states product {}, but --product is {}",
-                                   plan_file::ProductText(*product),
-                                   plan_file::ProductText(settings.product)));
+    warnings.push_back({"product-differs", fmt::format("the plan states product {}, but --product is {}",
+                                                       plan_file::ProductText(*product),
+                                                       plan_file::ProductText(settings.product))});
   }
 }
 
@@ -24,30 +24,33 @@ void WarnOfPastPerformance(Warnings& warnings, const ImportSettings& settings, c
   const ImportCommand& options = settings.options;
   if (!options.pastPerformance) return;
   if (settings.product == QBKRN_BRI) {
-    warnings.emplace_back("--past-performance is ignored because plans of product bri have none");
+    warnings.push_back(
+        {"past-performance-ignored", "--past-performance is ignored because plans of product bri have none"});
   } else if (options.balances == BalImport_None) {
-    warnings.emplace_back("--past-performance is ignored because --balances is none");
+    warnings.push_back(
+        {"past-performance-ignored", "--past-performance is ignored because --balances is none"});
   } else if (source.majorVersion == 2 && !options.expenses) {
     // Reports are collected up to the first figure that needs the expense accounts.
-    warnings.emplace_back(
-        "--past-performance without --expenses ends after the first year's income because this company "
-        "answers with reports");
+    warnings.push_back({"past-performance-without-expenses",
+                        "--past-performance without --expenses ends after the first year's income because "
+                        "this company answers with reports"});
   }
 }
 
 void WarnOfAmounts(Warnings& warnings, const ImportCommand& options) {
   const auto warn = [&](std::string_view option, bool given, bool included, std::string_view needed) {
     if (!given) return;
+    const std::string code = fmt::format("{}-ignored", option);
     if (options.balances == BalImport_None) {
-      warnings.push_back(fmt::format("{} is ignored because --balances is none", option));
+      warnings.push_back({code, fmt::format("--{} is ignored because --balances is none", option)});
     } else if (!included) {
-      warnings.push_back(fmt::format("{} is ignored without {}", option, needed));
+      warnings.push_back({code, fmt::format("--{} is ignored without {}", option, needed)});
     }
   };
-  warn("--import-start", options.importStart.has_value(), true, {});
-  warn("--growth-income", options.growthRateIncome.has_value(), options.income, "--income");
-  warn("--growth-cogs", options.growthRateCogs.has_value(), options.income, "--income");
-  warn("--growth-expenses", options.growthRateExpenses.has_value(), options.expenses, "--expenses");
+  warn("import-start", options.importStart.has_value(), true, {});
+  warn("growth-income", options.growthRateIncome.has_value(), options.income, "--income");
+  warn("growth-cogs", options.growthRateCogs.has_value(), options.income, "--income");
+  warn("growth-expenses", options.growthRateExpenses.has_value(), options.expenses, "--expenses");
 }
 
 void WarnOfSelection(Warnings& warnings, const ImportSettings& settings) {
@@ -56,10 +59,12 @@ void WarnOfSelection(Warnings& warnings, const ImportSettings& settings) {
   const std::string_view reason =
       options.expenses ? "only plans of product bri select expense accounts" : "--expenses is not given";
   if (!selects && !options.selectedExpenses.empty()) {
-    warnings.push_back(fmt::format("--select-expense is ignored because {}", reason));
+    warnings.push_back(
+        {"select-expense-ignored", fmt::format("--select-expense is ignored because {}", reason)});
   }
   if (!selects && options.selectAllExpenses) {
-    warnings.push_back(fmt::format("--select-all-expenses is ignored because {}", reason));
+    warnings.push_back(
+        {"select-all-expenses-ignored", fmt::format("--select-all-expenses is ignored because {}", reason)});
   }
 }
 
@@ -68,7 +73,7 @@ void WarnOfSelection(Warnings& warnings, const ImportSettings& settings) {
 Warnings ImportWarnings(const ImportSettings& settings, const ImportSource& source,
                         const plan_file::PlanFile& plan) {
   Warnings warnings;
-  if (source.warning) warnings.push_back(*source.warning);
+  if (source.warning) warnings.push_back({"company-without-checksums", *source.warning});
   WarnOfFiles(warnings, settings, plan);
   WarnOfPastPerformance(warnings, settings, source);
   WarnOfAmounts(warnings, settings.options);

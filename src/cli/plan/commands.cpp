@@ -38,7 +38,7 @@ std::string Shown(const PlanFile& plan, const ShowPlanOptions& options) {
 
 }  // namespace
 
-ExitCode Run(const NewPlanOptions& options, const Console& console) {
+CommandEnd Run(const NewPlanOptions& options, const Console& console) {
   // A signal that arrives while the file is created would leave its temporary file.
   InterruptWatch interrupts;
   interrupts.PassPointOfNoReturn();
@@ -46,7 +46,7 @@ ExitCode Run(const NewPlanOptions& options, const Console& console) {
   console.out << fmt::format("Created {}: plan of product {}, from {}.\n", options.file,
                              plan_file::ProductText(options.product),
                              plan_file::PlanStartText(options.start));
-  return ExitCode::Done;
+  return {ExitCode::Done, true};
 }
 
 ExitCode Run(const ShowPlanOptions& options, const Console& console) {

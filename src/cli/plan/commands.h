@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "cli/console/command_end.h"
 #include "cli/console/streams.h"
 #include "krnqb/enumerations.h"
 #include "plan_file/attributes.h"
@@ -25,7 +26,7 @@ struct ShowPlanOptions {
 };
 
 /// Creates a plan file with the tables of its product.
-ExitCode Run(const NewPlanOptions& options, const Console& console);
+CommandEnd Run(const NewPlanOptions& options, const Console& console);
 
 /// Prints a plan's tables, or one of them, for people, cell by cell or as JSON.
 ExitCode Run(const ShowPlanOptions& options, const Console& console);

@@ -52,6 +52,30 @@ TEST(AccountsCommand, ShowsWhichAccountsAreInThePlan) {
             (std::vector<std::string>{"Meals & Entertainment", "Payroll Expenses", "Rent", "Utilities"}));
 }
 
+TEST(AccountsCommand, PrintsBalancesAsDecimalTexts) {
+  const Workplace place;
+  const std::string company = place / "small.qbw";
+  RunProgram({"company", "new", company, "--name", "Small", "--fiscal-month", "1", "--processor", "1.1"});
+  tests::WriteText(
+      place / "accounts.xml",
+      "<QBXML><QBXMLMsgsRs><AccountQueryRs>"
+      "<AccountRet><ListID>1</ListID><Name>Rent</Name><FullName>Rent</FullName><Sublevel>0</Sublevel>"
+      "<AccountType>Expense</AccountType><Balance>-5</Balance>"
+      "<TotalBalance>28414.8</TotalBalance></AccountRet>"
+      "<AccountRet><ListID>2</ListID><Name>Fuel</Name><FullName>Fuel</FullName><Sublevel>0</Sublevel>"
+      "<AccountType>Expense</AccountType></AccountRet>"
+      "</AccountQueryRs></QBXMLMsgsRs></QBXML>");
+  ASSERT_EQ(RunProgram({"company", "load", company, place / "accounts.xml"}).code, 0);
+  const auto accounts =
+      nlohmann::json::parse(RunProgram({"accounts", "expense", "--company", company, "--json"}).out)
+          .at("accounts");
+  ASSERT_EQ(accounts.size(), 2U);
+  EXPECT_EQ(accounts[0].at("balance"), "-5.00");
+  EXPECT_EQ(accounts[0].at("total_balance"), "28414.80");
+  EXPECT_TRUE(accounts[1].at("balance").is_null());
+  EXPECT_TRUE(accounts[1].at("total_balance").is_null());
+}
+
 TEST(AccountsCommand, WarnsThatAPlanIsIgnored) {
   const Workplace place;
   const std::string company = place.Nursery();

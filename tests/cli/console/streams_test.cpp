@@ -32,6 +32,17 @@ TEST(FailureLine, IsTheErrorsDescriptionIfThatSaysItAll) {
   EXPECT_EQ(failure.Line(), "krnqb: cannot open x: no such file; check the path");
 }
 
+TEST(FailureRemedy, IsTheLastPartOfTheLine) {
+  const auto remedy = [](std::string_view description) {
+    return Failure(ExitCode::Failed, Error(53, std::string(description))).Remedy();
+  };
+  EXPECT_EQ(CommandFailure("opening failed", "there is no file x; y", "check the path; nothing was written")
+                .Remedy(),
+            "check the path; nothing was written");
+  EXPECT_EQ(remedy("cannot open a; b: no such file; check the path"), "check the path");
+  EXPECT_EQ(remedy("there is no advice"), "");
+}
+
 TEST(WrongUsage, HasExitCodeTwo) {
   EXPECT_EQ(static_cast<int>(WrongUsage("no file is given", "give one").Code()), 2);
   EXPECT_EQ(WrongUsage("no file is given", "give one").Line(),

@@ -84,6 +84,10 @@ TEST(InterruptedImport, IsReportedAsJson) {
   EXPECT_EQ(object.at("result"), "interrupted");
   EXPECT_TRUE(object.at("incomplete").empty());
   EXPECT_TRUE(object.at("tables").empty());
+  EXPECT_TRUE(object.at("changes").empty());
+  EXPECT_TRUE(object.at("backup").is_null());
+  EXPECT_EQ(object.at("remedy"), "nothing was written");
+  EXPECT_EQ(object.at("settings").at("product"), "ald");
   // The tables are rebuilt between 80 and 100.
   EXPECT_EQ(object.at("events").back().at("percent"), 100);
 }

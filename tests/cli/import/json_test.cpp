@@ -16,8 +16,9 @@ ordered_json Object(const ProgramRun& run) {
   ordered_json object = ordered_json::parse(run.out);
   Words members;
   for (const auto& member : object.items()) members.push_back(member.key());
-  EXPECT_EQ(members, (Words{"result", "error_number", "error_description", "events", "tables", "incomplete",
-                            "skipped", "elapsed_ms"}));
+  EXPECT_EQ(members, (Words{"result", "error_number", "error_description", "remedy", "settings", "company",
+                            "period", "paths", "backup", "history", "warnings", "events", "tables", "changes",
+                            "incomplete", "skipped", "elapsed_ms"}));
   EXPECT_TRUE(object.at("elapsed_ms").is_number_integer());
   EXPECT_GE(object.at("elapsed_ms").get<int>(), 0);
   return object;
@@ -55,6 +56,154 @@ TEST(ImportJson, DescribesAnImport) {
   EXPECT_GT(rows, 0);
 }
 
+TEST(ImportJson, SaysWhatWasAskedAndWhere) {
+  const Workplace place;
+  const std::string company = place.Nursery("2.0");
+  const std::string plan = place / "ald.kpf";
+  const ordered_json object = Object(RunProgram(place.ImportArguments(
+      "ald.kpf", {"--expenses", "--balances", "planned", "--growth-expenses", "-5", "--import-start",
+                  "2000-03", "--fiscal-month", "July", "--strict", "--json", "--journal", place / "journal",
+                  "--record", place / "recording"})));
+  EXPECT_EQ(object.at("settings"), (ordered_json{{"product", "ald"},
+                                                 {"plan_start", "2003-01"},
+                                                 {"import_start", "2000-03"},
+                                                 {"fiscal_month", 7},
+                                                 {"expenses", true},
+                                                 {"income", false},
+                                                 {"past_performance", false},
+                                                 {"balances", "planned"},
+                                                 {"amounts_from", "reports"},
+                                                 {"growth_income", nullptr},
+                                                 {"growth_cogs", nullptr},
+                                                 {"growth_expenses", -5},
+                                                 {"select_expenses", ordered_json::array()},
+                                                 {"select_all_expenses", false},
+                                                 {"accept_incomplete", false},
+                                                 {"strict", true},
+                                                 {"dry_run", false}}));
+  EXPECT_EQ(object.at("company"),
+            (ordered_json{{"path", company}, {"name", "Hollow Creek Nursery"}, {"processor", "2.0"}}));
+  EXPECT_EQ(object.at("period"), (ordered_json{{"from", "2000-03-01"}, {"to", "2001-02-28"}}));
+  EXPECT_EQ(object.at("paths"), (ordered_json{{"plan", plan},
+                                              {"journal", place / "journal"},
+                                              {"recording", place / "recording"},
+                                              {"replay", nullptr}}));
+  EXPECT_EQ(object.at("backup"), plan + ".bak");
+}
+
+TEST(ImportJson, SaysWhatARecordingHolds) {
+  const Workplace place;
+  place.Nursery();
+  const std::string recording = place / "exchange.jsonl";
+  RunProgram(place.ImportArguments("ald.kpf", {"--income", "--dry-run", "--record", recording}));
+  const ordered_json object = Object(RunProgram(
+      {"import", "--replay", recording, "--plan", place / "ald.kpf", "--income", "--dry-run", "--json"}));
+  EXPECT_EQ(object.at("company"), (ordered_json{{"path", nullptr}, {"name", nullptr}, {"processor", "1.1"}}));
+  EXPECT_EQ(object.at("settings").at("amounts_from"), "transactions");
+  EXPECT_EQ(object.at("paths").at("replay"), recording);
+  EXPECT_TRUE(object.at("backup").is_null());
+}
+
+TEST(ImportJson, HasTheOptionsIfThePlanCannotBeRead) {
+  const Workplace place;
+  const std::string company = place.Nursery();
+  const ordered_json object =
+      Object(RunProgram(place.ImportArguments("none.kpf", {"--income", "--growth-income", "7", "--json"})));
+  EXPECT_EQ(object.at("settings").at("growth_income"), 7);
+  EXPECT_TRUE(object.at("settings").at("product").is_null());
+  EXPECT_TRUE(object.at("settings").at("plan_start").is_null());
+  EXPECT_EQ(object.at("company").at("path"), company);
+  EXPECT_TRUE(object.at("period").is_null());
+  EXPECT_EQ(object.at("paths").at("plan"), place / "none.kpf");
+  EXPECT_EQ(object.at("remedy"), "check the path");
+}
+
+TEST(ImportJson, HasNoPeriodThatEndsAfterTheYear9999) {
+  const Workplace place;
+  place.Nursery();
+  const ProgramRun run = RunProgram(
+      place.ImportArguments("ald.kpf", {"--income", "--import-start", "9999-02", "--dry-run", "--json"}));
+  EXPECT_EQ(run.code, 0) << run.err;
+  const ordered_json object = Object(run);
+  EXPECT_TRUE(object.at("period").is_null());
+  EXPECT_EQ(object.at("settings").at("import_start"), "9999-02");
+}
+
+TEST(ImportJson, ListsTheWarningsThatArePrinted) {
+  const Workplace place;
+  place.Nursery();
+  const ProgramRun run = RunProgram(place.ImportArguments(
+      "bri.kpf", {"--expenses", "--growth-expenses", "3", "--past-performance", "--dry-run", "--json"}));
+  const ordered_json object = Object(run);
+  EXPECT_EQ(run.err,
+            "krnqb: warning: --past-performance is ignored because plans of product bri have none\n"
+            "krnqb: warning: --growth-expenses is ignored because --balances is none\n");
+  const auto warning = [](const char* code, const char* message) {
+    return ordered_json{{"code", code},
+                        {"message", message},
+                        {"accounts", ordered_json::array()},
+                        {"amounts", ordered_json::array()}};
+  };
+  EXPECT_EQ(object.at("warnings"),
+            (ordered_json{warning("past-performance-ignored",
+                                  "--past-performance is ignored because plans of product bri have none"),
+                          warning("growth-expenses-ignored",
+                                  "--growth-expenses is ignored because --balances is none")}));
+}
+
+TEST(ImportJson, WarnsIfNoExpenseAccountIsSelected) {
+  const Workplace place;
+  place.Nursery();
+  RunProgram({"plan", "new", place / "new.kpf", "--product", "bri", "--start", "2003-01"});
+  const ordered_json object =
+      Object(RunProgram(place.ImportArguments("new.kpf", {"--expenses", "--dry-run", "--json"})));
+  ASSERT_EQ(object.at("warnings").size(), 1U);
+  EXPECT_EQ(object.at("warnings")[0].at("code"), "no-expense-selected");
+}
+
+TEST(ImportJson, ListsTheChangesByTableRowAndColumn) {
+  const Workplace place;
+  place.NurseryYear();
+  RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--balances", "all"}));
+  const ordered_json object = Object(RunProgram(place.ImportArguments(
+      "ald.kpf", {"--expenses", "--balances", "planned", "--growth-expenses", "5", "--json"})));
+  ASSERT_EQ(object.at("changes").size(), 1U);
+  const ordered_json& table = object.at("changes")[0];
+  EXPECT_EQ(table.at("id"), "20000000000000000000000000000600");
+  EXPECT_EQ(table.at("title"), "Planned expenses");
+  EXPECT_EQ(table.at("added"), ordered_json::array());
+  std::size_t rates = 0;
+  for (const ordered_json& cell : table.at("changed")) {
+    if (cell.at("heading") != "Rate") continue;
+    EXPECT_EQ(cell.at("before"), "0");
+    EXPECT_EQ(cell.at("after"), "0.05");
+    EXPECT_NE(cell.at("name"), "*null*");
+    ++rates;
+  }
+  EXPECT_GT(rates, 5U);
+  std::size_t counted = 0;
+  for (const ordered_json& counts : object.at("tables"))
+    counted += counts.at("cells_changed").get<std::size_t>();
+  EXPECT_EQ(table.at("changed").size(), counted);
+}
+
+TEST(ImportJson, HasTheCellsOfAddedRows) {
+  const Workplace place;
+  place.NurseryYear();
+  const ordered_json object = Object(RunProgram(
+      place.ImportArguments("ald.kpf", {"--expenses", "--balances", "planned", "--dry-run", "--json"})));
+  std::map<std::string, std::string> january;
+  for (const ordered_json& table : object.at("changes")) {
+    for (const ordered_json& row : table.at("added")) {
+      const Words headings = row.at("headings");
+      const auto column = std::ranges::find(headings, "Jan") - headings.begin();
+      ASSERT_EQ(row.at("cells").size(), headings.size());
+      january.emplace(row.at("name"), row.at("cells").at(static_cast<std::size_t>(column)));
+    }
+  }
+  EXPECT_TRUE(january["Insurance"].starts_with("=2600* (1 + B")) << object.at("changes");
+}
+
 TEST(ImportJson, ReportsThatNothingChanged) {
   const Workplace place;
   place.Nursery();
@@ -87,6 +236,7 @@ TEST(ImportJson, ReportsWrongUsage) {
     EXPECT_EQ(object.at("events"), ordered_json::array());
     EXPECT_EQ(object.at("tables"), ordered_json::array());
     EXPECT_EQ(run.err.find("krnqb: wrong usage: "), 0U) << run.err;
+    EXPECT_TRUE(run.err.ends_with("; " + object.at("remedy").get<std::string>() + "\n")) << run.err;
   }
 }
 
@@ -98,6 +248,9 @@ TEST(ImportJson, ReportsAFailureBeforeTheImport) {
   EXPECT_EQ(object.at("result"), "failed");
   EXPECT_EQ(object.at("error_number"), -2147220472);
   EXPECT_EQ(object.at("error_description"), "There is no company file " + (place / "nursery.qbw") + ".");
+  EXPECT_NE(object.at("remedy"), "");
+  EXPECT_TRUE(run.err.ends_with("; " + object.at("remedy").get<std::string>() + "\n")) << run.err;
+  EXPECT_TRUE(object.at("company").is_null());
   EXPECT_EQ(object.at("events"), ordered_json::array());
 }
 
@@ -177,8 +330,9 @@ TEST(OtherCommandsJson, ReportsWrongUsageIfJsonIsAmongTheArguments) {
     const ProgramRun run = RunProgram(arguments);
     EXPECT_EQ(run.code, 2);
     const auto object = ordered_json::parse(run.out);
-    EXPECT_EQ(object.size(), 3U);
+    EXPECT_EQ(object.size(), 4U);
     EXPECT_EQ(object.at("result"), "wrong-usage");
+    EXPECT_NE(object.at("remedy"), "");
   }
 }
 

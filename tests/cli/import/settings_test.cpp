@@ -46,7 +46,12 @@ std::string LineOf(const ImportCommand& options,
 Texts Warnings(const ImportCommand& options, std::int16_t majorVersion = 1,
                const std::string& planAttributes = " product='ald' start='2003-01'") {
   const auto plan = Plan(planAttributes);
-  return ImportWarnings(SettleImport(options, *plan), Source(majorVersion), *plan);
+  Texts texts;
+  for (const ImportWarning& warning :
+       ImportWarnings(SettleImport(options, *plan), Source(majorVersion), *plan)) {
+    texts.push_back(warning.message);
+  }
+  return texts;
 }
 
 TEST(CheckImportOptions, RequiresSomethingToImport) {
@@ -259,6 +264,36 @@ TEST(ImportWarnings, SayThatThePlanStatesAnotherProduct) {
   options.product = QBKRN_COR;
   EXPECT_EQ(Warnings(options), Texts{"the plan states product ald, but --product is cor"});
   EXPECT_EQ(Warnings(options, 1, " start='2003-01'"), Texts{});
+}
+
+TEST(ImportWarnings, HaveACodeThatSaysWhichOptionIsIgnored) {
+  const auto codes = [](const ImportCommand& options, const std::string& product) {
+    const auto plan = Plan(" product='" + product + "' start='2003-01'");
+    Texts texts;
+    for (const ImportWarning& warning : ImportWarnings(SettleImport(options, *plan), Source(2), *plan)) {
+      texts.push_back(warning.code);
+    }
+    return texts;
+  };
+  ImportCommand options = Options();
+  options.replayFile = "exchange.jsonl";
+  options.pastPerformance = options.selectAllExpenses = true;
+  options.selectedExpenses = {"Rent"};
+  options.importStart = YearMonth{2001, 9};
+  options.growthRateIncome = options.growthRateCogs = options.growthRateExpenses = std::int16_t{0};
+  EXPECT_EQ(codes(options, "ald"),
+            (Texts{"company-ignored", "past-performance-ignored", "import-start-ignored",
+                   "growth-income-ignored", "growth-cogs-ignored", "growth-expenses-ignored",
+                   "select-expense-ignored", "select-all-expenses-ignored"}));
+  options = Options();
+  options.pastPerformance = true;
+  options.balances = BalImport_All;
+  EXPECT_EQ(codes(options, "bri"), Texts{"past-performance-ignored"});
+  options.expenses = false;
+  EXPECT_EQ(codes(options, "ald"), Texts{"past-performance-without-expenses"});
+  options = Options();
+  options.product = QBKRN_COR;
+  EXPECT_EQ(codes(options, "ald"), Texts{"product-differs"});
 }
 
 }  // namespace
