@@ -145,7 +145,8 @@ void AddNewPlan(Options options, NewPlanOptions& plan) {
 
 void AddShowPlan(Options options, ShowPlanOptions& plan) {
   options.Argument("FILE", plan.file, "Plan file to show");
-  options.Text("--table", "ID", plan.table, "Show only this table");
+  options.Text("--table", "NAME", plan.table, "Show only this table, named by its title or its id");
+  options.Flag("--values", plan.values, "Compute growth formulas; show amounts with two decimals");
   options.Flag("--cells", plan.cells, "Print one line per cell, for comparing");
   options.Flag("--json", plan.json, "Print one JSON object");
 }

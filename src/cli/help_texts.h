@@ -137,12 +137,19 @@ inline constexpr std::string_view newPlan =
   krnqb plan new margin.kpf --product bri --start 2003-07)";
 
 inline constexpr std::string_view showPlan =
-    R"(With --cells each line holds table id, block, row, column and text, separated by
+    R"(A line is no wider than the terminal, or 80 columns: where that is needed, a year
+is shown in parts, one below the other. A name in parentheses is that of the planned
+row at the same place; the row itself has none. With --values a growth formula is
+shown as the amount it gives; a formula that refers to other cells stays as it is.
+
+With --cells each line holds table id, block, row, column and text, separated by
 tabs. Rows and columns count from 0. The text is ASCII: tabs, line ends, backslashes
 and other characters are written as \t, \n, \r, \\ and \u00e9.
 
 Examples:
   krnqb plan show nursery.kpf
+  krnqb plan show nursery.kpf --values
+  krnqb plan show nursery.kpf --table "planned expenses" --values
   krnqb plan show nursery.kpf --table 20000000000000000000000000000600
   krnqb plan show nursery.kpf --cells >after.txt
   krnqb plan show nursery.kpf --json)";

@@ -5,8 +5,17 @@
 
 #include "cli/console/failure.h"
 #include "cli/console/standard_streams.h"
+#include "cli/console/terminal_width.h"
 #include "cli/dialog/toolkit.h"
 #include "cli/run_krnqb.h"
+
+namespace {
+
+std::size_t WidthOf(int descriptor) noexcept {
+  return krnqb::cli::TerminalWidth(descriptor).value_or(krnqb::cli::defaultWidth);
+}
+
+}  // namespace
 
 int main(int argumentCount, char** arguments) {
   using namespace krnqb::cli;
@@ -19,6 +28,9 @@ int main(int argumentCount, char** arguments) {
                                   .errorIsTerminal = ::isatty(STDERR_FILENO) == 1,
                                   .dialogToolkit = DialogToolkit(),
                                   .environment = {},
-                                  .readerHasEnded = [&] { return output.ReaderHasEnded(); }};
+                                  .readerHasEnded = [&] { return output.ReaderHasEnded(); },
+                                  .outputWidth = [] { return WidthOf(STDOUT_FILENO); },
+                                  .errorWidth = [] { return WidthOf(STDERR_FILENO); },
+                                  .stopwatch = {}};
   return RunKrnqb(words, output.Stream(), errors.Stream(), surroundings);
 }

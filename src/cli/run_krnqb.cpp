@@ -86,7 +86,9 @@ int RunKrnqb(std::span<const std::string> arguments, std::ostream& out, std::ost
   PrintableBuffer printableErr(err, PrintableBuffer::CarriageReturns::Everywhere);
   std::ostream results(&printableOut);
   std::ostream errors(&printableErr);
-  const Console console{results, errors, surroundings.errorIsTerminal};
+  const Console console{results, errors, surroundings.errorIsTerminal,
+                        surroundings.outputWidth ? surroundings.outputWidth() : defaultWidth,
+                        surroundings.errorWidth};
   CommandEnd end = ExitCode::Failed;
   try {
     end = RunCommand(ParseCommandLine(arguments), console, surroundings);

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 
 #include "krnqb/warning.h"
+#include "support/money_text.h"
 
 namespace krnqb {
 namespace {
@@ -67,14 +67,7 @@ const WarningWords& WordsOf(WarningCode code) noexcept {
   return found == warningWords.end() ? warningWords.front() : *found;
 }
 
-// Returns an amount with two decimals and a comma between thousands.
-std::string MoneyText(double amount) {
-  std::string text = fmt::format("{:.2f}", std::abs(amount));
-  for (std::size_t at = text.find('.'); at > 3; at -= 3) text.insert(at - 3, 1, ',');
-  return std::signbit(amount) && text.find_first_of("123456789") != std::string::npos ? "-" + text : text;
-}
-
-std::string MoneyText(const std::optional<double>& amount) {
+std::string SumText(const std::optional<double>& amount) {
   return MoneyText(amount.value_or(0));
 }
 
@@ -100,8 +93,8 @@ std::string BalanceSpreadText(const Finding& finding) {
   const std::string excluded =
       finding.otherAmount.value_or(0) == 0
           ? std::string()
-          : fmt::format(", without {} in its sub-accounts", MoneyText(finding.otherAmount));
-  return fmt::format("{} ({} over {}{})", finding.name, MoneyText(finding.amount), MonthsText(finding.months),
+          : fmt::format(", without {} in its sub-accounts", SumText(finding.otherAmount));
+  return fmt::format("{} ({} over {}{})", finding.name, SumText(finding.amount), MonthsText(finding.months),
                      excluded);
 }
 
@@ -113,20 +106,20 @@ std::string FindingText(const Finding& finding) {
       return BalanceSpreadText(finding);
     case WarningCode::RowTwice:
       return fmt::format("{} and {} ({} counted twice)", finding.other, finding.name,
-                         MoneyText(finding.amount));
+                         SumText(finding.amount));
     case WarningCode::TwinMisaligned:
-      return fmt::format("{} in the row {} ({})", finding.name, finding.other, MoneyText(finding.amount));
+      return fmt::format("{} in the row {} ({})", finding.name, finding.other, SumText(finding.amount));
     case WarningCode::ShortRow:
       return fmt::format("{} ({} missing: {})", finding.name, MonthsText(finding.months),
-                         MoneyText(finding.amount));
+                         SumText(finding.amount));
     case WarningCode::DepreciationAndOwnRow:
-      return fmt::format("{} ({} counted twice)", finding.name, MoneyText(finding.amount));
+      return fmt::format("{} ({} counted twice)", finding.name, SumText(finding.amount));
     case WarningCode::TextCut:
-      return fmt::format("{} \"{}\" as {}", finding.name, finding.text, MoneyText(finding.amount));
+      return fmt::format("{} \"{}\" as {}", finding.name, finding.text, SumText(finding.amount));
     case WarningCode::QuantityAsOne:
       return fmt::format("{} \"{}\"", finding.name, finding.text);
     case WarningCode::TotalColumn:
-      return fmt::format("{} of {} ({} too much)", finding.name, finding.text, MoneyText(finding.amount));
+      return fmt::format("{} of {} ({} too much)", finding.name, finding.text, SumText(finding.amount));
     case WarningCode::NoStartRow:
       return finding.text.empty() ? finding.name : fmt::format("{} (\"{}\")", finding.name, finding.text);
     case WarningCode::NamesDifferInCase:
@@ -137,7 +130,7 @@ std::string FindingText(const Finding& finding) {
     case WarningCode::NoRow:
     case WarningCode::BilledAgain:
     case WarningCode::EquityNamedFirst:
-      return fmt::format("{} ({})", finding.name, MoneyText(finding.amount));
+      return fmt::format("{} ({})", finding.name, SumText(finding.amount));
     case WarningCode::UnsupportedProcessor:
     case WarningCode::NameWithQuote:
     case WarningCode::PastFromToday:

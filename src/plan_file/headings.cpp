@@ -48,6 +48,10 @@ std::string MonthHeading(std::int16_t month) {
   return std::string(EnglishMonthName(month).substr(0, 3));
 }
 
+std::string MonthOfYear(const YearMonth& month) {
+  return fmt::format("{} {}", EnglishMonthName(month.month), month.year);
+}
+
 void AppendMonths(std::vector<std::string>& headings, std::optional<YearMonth> start) {
   for (std::int16_t index = 0; index < monthsPerYear; ++index) {
     if (!start) {
@@ -85,6 +89,13 @@ std::string_view BlockTitle(std::string_view blockId) noexcept {
     if (id == blockId) return title;
   }
   return blockId;
+}
+
+std::string TwelveMonthsText(const YearMonth& start) {
+  if (start.month == 1) return fmt::format("January to December {}", start.year);
+  const YearMonth last{.year = static_cast<std::int16_t>(start.year + 1),
+                       .month = static_cast<std::int16_t>(start.month - 1)};
+  return fmt::format("{} to {}", MonthOfYear(start), MonthOfYear(last));
 }
 
 std::vector<std::string> ColumnHeadings(std::string_view blockId, std::size_t cells,

@@ -17,6 +17,9 @@ std::string TableTitle(std::string_view tableId);
 /// Returns the title of a block, such as "Annual growth of sales"; for an unknown block, its id.
 std::string_view BlockTitle(std::string_view blockId) noexcept;
 
+/// Returns the twelve months from `start` as "January to December 2002" or "July 2001 to June 2002".
+std::string TwelveMonthsText(const YearMonth& start);
+
 /// Returns the headings of a block's columns after the row names, for rows of `cells` cells: rate and months
 /// of a planned block, months of an actual one, past years (and months) of past performance. Months are named
 /// from the plan's start, or numbered if it is unknown. Empty if no layout has that many cells.

@@ -115,18 +115,6 @@ TEST(WarningSentence, NamesTheFirstFiveFindingsAndCountsTheOthers) {
   EXPECT_TRUE(WarningText(warning).ends_with("A, B, C, D, E and 12 more"));
 }
 
-TEST(WarningSentence, WritesAmountsWithTwoDecimalsAndCommas) {
-  const auto text = [](double amount) {
-    const std::string sentence =
-        WarningText({WarningCode::NoRow, {{.code = WarningCode::NoRow, .name = "X", .amount = amount}}});
-    return sentence.substr(sentence.find("X ("));
-  };
-  EXPECT_EQ(text(0), "X (0.00)");
-  EXPECT_EQ(text(-0.001), "X (0.00)");
-  EXPECT_EQ(text(999.999), "X (1,000.00)");
-  EXPECT_EQ(text(-1234567.5), "X (-1,234,567.50)");
-}
-
 TEST(WarningSentence, WritesMonthsAsRanges) {
   const auto text = [](std::vector<std::int16_t> months) {
     const Finding finding{

@@ -1,7 +1,10 @@
 #include "fuzz/input.h"
 #include "fuzz/plan_promises.h"
 #include "plan_file/changes.h"
-#include "plan_file/table_view.h"
+#include "plan_file/views/figures.h"
+#include "plan_file/views/planned_names.h"
+#include "plan_file/views/table_view.h"
+#include "support/display_width.h"
 
 // Plan files: the input is a file's bytes; what follows its first NUL, if there is one, is loaded into it.
 
@@ -54,6 +57,22 @@ void RequireMatches(const PlanContent& content) {
   }
 }
 
+void RequireViews(PlanContent content, std::optional<YearMonth> start) {
+  constexpr std::size_t width = 40;
+  plan_file::NameRowsAfterPlanned(content);
+  for (const auto& table : content) {
+    for (const plan_file::CellView cells : {plan_file::CellView::Texts, plan_file::CellView::Values}) {
+      const std::string view = plan_file::TableView(table, start, {.width = width, .cells = cells});
+      for (std::size_t at = 0; at < view.size(); at = view.find('\n', at) + 1) {
+        const std::string line = view.substr(at, view.find('\n', at) - at);
+        Require(DisplayWidth(line) <= width, "no line of a view is wider than asked for", line);
+      }
+    }
+  }
+  plan_file::FiguresOf(content, QBKRN_ALD, plan_file::BlockKind::Planned);
+  plan_file::FiguresOf(content, QBKRN_BRI, plan_file::BlockKind::Actual);
+}
+
 void Run(Input input) {
   const std::string bytes = input.Text();
   plan_file::PlanDocument document;
@@ -71,7 +90,7 @@ void Run(Input input) {
   Require(plan_file::CellListing(content) == plan_file::CellListing(again), "a plan keeps its cells", text);
   RequireListing(content);
   RequireMatches(content);
-  for (const auto& table : content) plan_file::TableView(table, document.start);
+  RequireViews(content, document.start);
 
   MemoryPlan plan(std::move(document));
   std::string tables = input.Text();

@@ -5,7 +5,7 @@
 #include "limited_child.h"
 #include "plan_file/changes.h"
 #include "plan_file/fixture.h"
-#include "plan_file/table_view.h"
+#include "plan_file/views/table_view.h"
 
 namespace krnqb::plan_file {
 namespace {

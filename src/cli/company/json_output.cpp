@@ -4,9 +4,9 @@
 
 #include <vector>
 
+#include "cli/console/decimal_text.h"
 #include "cli/console/failure.h"
 #include "cli/console/json_text.h"
-#include "cli/console/money_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -16,7 +16,7 @@ constexpr std::size_t mostLevels = 100;
 
 // A balance that the company does not state is null.
 Json BalanceJson(const std::string& text) {
-  const std::optional<std::string> money = MoneyText(std::string_view(text));
+  const std::optional<std::string> money = DecimalText(std::string_view(text));
   return money ? Json(*money) : Json();
 }
 

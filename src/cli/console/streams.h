@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <ostream>
 #include <string_view>
 
 #include "cli/console/failure.h"
+#include "cli/console/terminal_width.h"
 
 namespace krnqb::cli {
 
@@ -12,6 +15,9 @@ struct Console {
   std::ostream& out;
   std::ostream& err;
   bool errIsTerminal = false;
+  std::size_t outWidth = defaultWidth;  ///< longest line of results, in columns
+  /// Returns how many columns `err` has at the moment. Null: 80.
+  std::function<std::size_t()> errWidth = {};
 };
 
 /// Prints a text on one line of `err`, even if it quotes line ends or control characters.

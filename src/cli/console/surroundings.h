@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -21,6 +23,12 @@ struct Surroundings {
   std::function<std::optional<std::string>(const std::string& name)> environment = {};
   /// Returns whether the program that reads the results has ended. Null: it is not known to have ended.
   std::function<bool()> readerHasEnded = {};
+  /// Returns how many columns the terminal of standard output has at the moment. Null: 80, as for a file.
+  std::function<std::size_t()> outputWidth = {};
+  /// Returns the same for standard error.
+  std::function<std::size_t()> errorWidth = {};
+  /// Returns the time since a fixed moment. Null: the system's steady clock.
+  std::function<std::chrono::milliseconds()> stopwatch = {};
 };
 
 }  // namespace krnqb::cli

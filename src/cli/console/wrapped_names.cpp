@@ -3,19 +3,13 @@
 #include "support/characters.h"
 
 namespace krnqb::cli {
-namespace {
-
-constexpr std::size_t lineWidth = 79;
-
-}  // namespace
-
-std::string WrappedNames(std::string_view lead, const std::vector<std::string>& names) {
+std::string WrappedNames(std::string_view lead, const std::vector<std::string>& names, std::size_t width) {
   constexpr std::string_view indent = "    ";
   std::string text;
   std::string line(lead);
   for (std::size_t index = 0; index < names.size(); ++index) {
     const std::string word = names[index] + (index + 1 < names.size() ? "," : "");
-    const bool fits = CharacterCount(line) + 1 + CharacterCount(word) <= lineWidth;
+    const bool fits = CharacterCount(line) + 1 + CharacterCount(word) <= width;
     if (!fits) {
       text += line + '\n';
       line = std::string(indent) + word;

@@ -2,6 +2,7 @@
 
 #include "cli/console/option_values.h"
 #include "cli/import/settings.h"
+#include "plan_file/headings.h"
 #include "support/date.h"
 
 namespace krnqb::cli {
@@ -9,14 +10,6 @@ namespace {
 
 std::string MonthOfYear(const YearMonth& start) {
   return fmt::format("{} {}", EnglishMonthName(start.month), start.year);
-}
-
-// Returns the twelve months from `start` as "January to December 2002" or "July 2001 to June 2002".
-std::string PeriodText(const YearMonth& start) {
-  if (start.month == 1) return fmt::format("January to December {}", start.year);
-  const YearMonth last{.year = static_cast<std::int16_t>(start.year + 1),
-                       .month = static_cast<std::int16_t>(start.month - 1)};
-  return fmt::format("{} to {}", MonthOfYear(start), MonthOfYear(last));
 }
 
 std::string Joined(const std::vector<std::string>& parts) {
@@ -72,10 +65,10 @@ std::string OtherOptionsText(const ImportCommand& options) {
 std::string AnnouncementText(const ImportSettings& settings, const ImportSource& source) {
   const ImportCommand& options = settings.options;
   return fmt::format("Importing {} from {}, {}, into {} (product {}, from {}): {}{}{}.",
-                     ContentsText(options), source.description, PeriodText(settings.importStart),
-                     options.planFile, plan_file::ProductText(settings.product),
-                     MonthOfYear(settings.planStart), AmountsText(options), GrowthText(options),
-                     OtherOptionsText(options));
+                     ContentsText(options), source.description,
+                     plan_file::TwelveMonthsText(settings.importStart), options.planFile,
+                     plan_file::ProductText(settings.product), MonthOfYear(settings.planStart),
+                     AmountsText(options), GrowthText(options), OtherOptionsText(options));
 }
 
 }  // namespace krnqb::cli

@@ -5,7 +5,6 @@
 
 #include "cli/console/attempt.h"
 #include "cli/console/text_table.h"
-#include "cli/import/change_report.h"
 #include "cli/import/expense_selection.h"
 #include "cli/import/failure.h"
 #include "cli/import/file_guard.h"
@@ -16,6 +15,7 @@
 #include "cli/import/settings.h"
 #include "cli/import/skipped_journal.h"
 #include "cli/import/source.h"
+#include "cli/import/summary/report.h"
 #include "files/lock.h"
 
 namespace krnqb::cli {
@@ -45,7 +45,8 @@ class PlanImport {
                                  .planStart = options_.planStart,
                                  .importStart = options_.importStart,
                                  .company = {}};
-    if (console_.errIsTerminal && !options_.quiet && dialogs_ == nullptr) bar_.emplace(console_.err);
+    if (console_.errIsTerminal && !options_.quiet && dialogs_ == nullptr)
+      bar_.emplace(console_.err, console_.errWidth);
   }
 
   // Records every result, including failures, in the outcome.
@@ -78,7 +79,9 @@ class PlanImport {
     const plan_file::PlanContent before = plan_file::ReadPlanContent(*plan_);
     ReadIntoPlan(settings, source);
     if (outcome_.result == ImportResult::Cancelled) return;
-    outcome_.tables = plan_file::CompareTables(before, plan_file::ReadPlanContent(*plan_));
+    const plan_file::PlanContent after = plan_file::ReadPlanContent(*plan_);
+    outcome_.tables = plan_file::CompareTables(before, after);
+    outcome_.summary = SummarizeImport(before, after, outcome_.tables, outcome_.summary.scope);
     interrupts_.PassPointOfNoReturn();
     Save();
   }
@@ -102,7 +105,9 @@ class PlanImport {
     std::optional<ExchangeFile> recording;
     auto processors = source.processors;
     if (options_.recordFile) processors = recording.emplace(*options_.recordFile).Recording(processors);
-    const auto log = std::make_shared<ImportLog>(outcome_, interrupts_, bar_ ? &*bar_ : nullptr);
+    std::optional<ProgressDisplay> progress;
+    if (bar_) progress.emplace(*bar_, ScopeOf(settings, source), surroundings_.stopwatch);
+    const auto log = std::make_shared<ImportLog>(outcome_, interrupts_, progress ? &*progress : nullptr);
     QBDataExchange exchange({.processors = InterruptibleProcessors(processors, interrupts_),
                              .sinks = Sinks(log),
                              .observer = log,
@@ -113,6 +118,7 @@ class PlanImport {
     if (settings.product == QBKRN_BRI) SelectExpensesOf(exchange);
     const bool goResult = dialogs_ == nullptr ? exchange.Go() : ImportFromDialog(exchange);
     if (outcome_.result == ImportResult::Cancelled) return;
+    outcome_.summary.scope = SummaryScopeOf(exchange.Options(), settings);
     if (bar_) bar_->Wipe();
     interrupts_.StopWhenRequested();
     for (const std::string& reason : plan_->RefusedLoads()) outcome_.report.Notify(RefusedLoad(reason));
@@ -191,6 +197,7 @@ class PlanImport {
     SetFailure(outcome_, reported);
     if (interrupted) outcome_.interruption = reported.Code();
     outcome_.tables.clear();
+    outcome_.summary = {};
   }
 
   bool Chatty() const noexcept { return !options_.json && !options_.quiet; }

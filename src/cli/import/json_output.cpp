@@ -3,8 +3,8 @@
 #include <cmath>
 
 #include "cli/console/changes_json.h"
+#include "cli/console/decimal_text.h"
 #include "cli/console/json_text.h"
-#include "cli/console/money_text.h"
 #include "cli/console/option_values.h"
 #include "cli/import/omissions.h"
 #include "cli/import/skipped_amounts.h"
@@ -107,7 +107,7 @@ Json OmissionJson(const Notice& omission) {
 
 Json WarningJson(const ImportWarning& warning) {
   Json amounts = Json::array();
-  for (const double amount : warning.amounts) amounts.push_back(MoneyText(amount));
+  for (const double amount : warning.amounts) amounts.push_back(DecimalText(amount));
   return {{"code", warning.code},
           {"message", warning.message},
           {"accounts", warning.accounts},
@@ -119,7 +119,7 @@ Json WarningJson(const Warning& warning) {
   Json amounts = Json::array();
   for (const Finding& finding : warning.findings) {
     if (!finding.name.empty()) names.push_back(finding.name);
-    if (finding.amount && std::isfinite(*finding.amount)) amounts.push_back(MoneyText(*finding.amount));
+    if (finding.amount && std::isfinite(*finding.amount)) amounts.push_back(DecimalText(*finding.amount));
   }
   return {{"code", WarningWord(warning.code)},
           {"message", WarningAdvice(warning)},
@@ -129,7 +129,7 @@ Json WarningJson(const Warning& warning) {
 
 // A sum beyond the range of a double is unknown.
 Json SumJson(const ImportReport::Total& total) {
-  return total.sum ? Json(MoneyText(*total.sum)) : Json();
+  return total.sum ? Json(DecimalText(*total.sum)) : Json();
 }
 
 // Counts and sums of the left-out amounts, in total and by reason.

@@ -14,11 +14,12 @@ void ImportLog::TableModified(std::string_view sTableID) {
 
 void ImportLog::AfterImport() {
   afterImportRaised_ = true;
+  if (progress_ != nullptr) progress_->ShowEnd();
   Record({.name = "AfterImport", .percent = 0, .description = {}});
 }
 
 void ImportLog::ProgressBarChange(std::int16_t PercentValue, std::string_view Description) {
-  if (bar_ != nullptr) bar_->Show(PercentValue, Description);
+  if (progress_ != nullptr) progress_->Show(PercentValue, Description);
   Record({.name = "ProgressBarChange", .percent = PercentValue, .description = std::string(Description)});
 }
 

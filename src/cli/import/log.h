@@ -1,19 +1,19 @@
 #pragma once
 
 #include "cli/console/interrupt_watch.h"
-#include "cli/console/progress_bar.h"
 #include "cli/import/outcome.h"
+#include "cli/import/progress/display.h"
 #include "krnqb/outside_world.h"
 
 namespace krnqb::cli {
 
-/// Records an import's events and notices, moves the progress bar, and stops an interrupted import at its
+/// Records an import's events and notices, shows the progress, and stops an interrupted import at its
 /// next event.
 class ImportLog : public EventSink, public Observer {
  public:
-  /// All arguments must outlive the log. `bar` is null if no progress bar is shown.
-  ImportLog(ImportOutcome& outcome, const InterruptWatch& interrupts, ProgressBar* bar) noexcept
-      : outcome_(outcome), interrupts_(interrupts), bar_(bar) {}
+  /// All arguments must outlive the log. `progress` is null if no progress is shown.
+  ImportLog(ImportOutcome& outcome, const InterruptWatch& interrupts, ProgressDisplay* progress) noexcept
+      : outcome_(outcome), interrupts_(interrupts), progress_(progress) {}
 
   void XMLprocessing(Variant& oXML) override;
   void TableModified(std::string_view sTableID) override;
@@ -29,7 +29,7 @@ class ImportLog : public EventSink, public Observer {
 
   ImportOutcome& outcome_;
   const InterruptWatch& interrupts_;
-  ProgressBar* bar_;
+  ProgressDisplay* progress_;
   bool afterImportRaised_ = false;
 };
 

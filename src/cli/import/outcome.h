@@ -8,6 +8,7 @@
 
 #include "cli/console/failure.h"
 #include "cli/import/options.h"
+#include "cli/import/summary/figures.h"
 #include "cli/import/warning.h"
 #include "krnqb/import_report.h"
 #include "plan_file/changes.h"
@@ -62,6 +63,7 @@ struct ImportOutcome {
   std::vector<ImportEvent> events;  ///< in the order in which they were raised
   std::vector<plan_file::TableChange>
       tables;              ///< all tables of the plan, including unchanged ones; empty after a failure
+  ImportSummary summary;   ///< the changes as figures; empty after a failure
   ImportReport report;     ///< what could not be read and what was left out
   std::string backupFile;  ///< the plan's previous version; empty if the plan was not written
   std::optional<ImportBasis> basis;     ///< empty if the command line is invalid

@@ -2,10 +2,10 @@
 
 #include <fmt/format.h>
 
-#include "cli/import/change_report.h"
 #include "cli/import/json_output.h"
 #include "cli/import/omissions.h"
 #include "cli/import/skipped_amounts.h"
+#include "cli/import/summary/report.h"
 #include "cli/import/warning_advice.h"
 
 namespace krnqb::cli {
@@ -29,7 +29,8 @@ void Print(const ImportOutcome& outcome, const ImportCommand& options, const Con
   if (outcome.result == ImportResult::Cancelled) return;
   const bool failed = !outcome.errorLine.empty();
   const bool summarized = !options.json && !options.quiet && !failed;
-  if (summarized) console.out << ChangeReport(outcome.tables) << std::flush;
+  if (summarized)
+    console.out << ChangeReport(outcome.summary, outcome.tables, console.outWidth) << std::flush;
   PrintWarnings(outcome, console);
   if (failed) PrintError(console, outcome.errorLine);
   if (options.json) {

@@ -61,4 +61,24 @@ void Configure(QBDataExchange& exchange, const ImportSettings& settings, const I
   if (options.fiscalMonth) exchange.QBStartingMonth(*options.fiscalMonth);
 }
 
+ImportScope ScopeOf(const ImportSettings& settings, const ImportSource& source) {
+  const ImportCommand& options = settings.options;
+  return {.expenses = options.expenses,
+          .income = options.income,
+          .pastPerformance = options.pastPerformance,
+          .balances = options.balances,
+          .product = settings.product,
+          .majorVersion = source.majorVersion,
+          .planStart = settings.planStart,
+          .importStart = settings.importStart};
+}
+
+SummaryScope SummaryScopeOf(const ImportOptions& used, const ImportSettings& settings) {
+  return {.balances = used.balancesImport,
+          .product = settings.product,
+          .pastPerformance = used.includePastPerformance,
+          .planStart = settings.planStart,
+          .importStart = settings.importStart};
+}
+
 }  // namespace krnqb::cli

@@ -5,7 +5,9 @@
 #include <vector>
 
 #include "cli/import/options.h"
+#include "cli/import/progress/phases.h"
 #include "cli/import/source.h"
+#include "cli/import/summary/figures.h"
 #include "cli/import/warning.h"
 #include "krnqb/qb_data_exchange.h"
 #include "plan_file/file.h"
@@ -30,6 +32,13 @@ ImportSettings SettleImport(const ImportCommand& options, const plan_file::PlanF
 /// Sets the component's options and its plan.
 void Configure(QBDataExchange& exchange, const ImportSettings& settings, const ImportSource& source,
                const std::shared_ptr<plan_file::PlanFile>& plan);
+
+/// Returns what decides which phases the import has.
+ImportScope ScopeOf(const ImportSettings& settings, const ImportSource& source);
+
+/// Returns what decides which figures the summary of the import shows. `used` are the component's options
+/// after the import, which a dialog may have chosen.
+SummaryScope SummaryScopeOf(const ImportOptions& used, const ImportSettings& settings);
 
 /// Returns what the import will do, in one line without a line end.
 std::string AnnouncementText(const ImportSettings& settings, const ImportSource& source);

@@ -6,6 +6,7 @@
 
 #include "cli/console/text_table.h"
 #include "cli/console/wrapped_names.h"
+#include "support/money_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -47,7 +48,7 @@ std::string NamesText(const std::vector<std::string>& names) {
 }
 
 std::string SumText(const ImportReport::Total& total) {
-  return total.sum ? fmt::format("{:.2f}", *total.sum) : std::string("out of range");
+  return total.sum ? MoneyText(*total.sum) : std::string("out of range");
 }
 
 // Returns the groups of one kind under a heading; empty if there are none.

@@ -2,27 +2,19 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <vector>
 
 #include "cli/console/attempt.h"
 #include "cli/console/interrupt_watch.h"
 #include "cli/plan/json_output.h"
+#include "cli/plan/table_choice.h"
 #include "plan_file/listing.h"
-#include "plan_file/table_view.h"
+#include "plan_file/views/table_view.h"
 
 namespace krnqb::cli {
 namespace {
 
 using plan_file::PlanFile;
-
-void RequireTable(const PlanFile& plan, const ShowPlanOptions& options) {
-  const std::vector<std::string> ids = plan.TableIds();
-  if (!options.table || std::find(ids.begin(), ids.end(), *options.table) != ids.end()) return;
-  throw CommandFailure("showing the plan failed",
-                       fmt::format("{} has no table {}", options.file, *options.table),
-                       ids.empty() ? std::string("the plan has no tables")
-                                   : fmt::format("its tables are {}", fmt::join(ids, ", ")));
-}
 
 std::string Cells(const PlanFile& plan, const std::optional<std::string>& tableId) {
   plan_file::PlanContent content = plan_file::ReadPlanContent(plan);
@@ -30,10 +22,22 @@ std::string Cells(const PlanFile& plan, const std::optional<std::string>& tableI
   return plan_file::CellListing(content);
 }
 
-std::string Shown(const PlanFile& plan, const ShowPlanOptions& options) {
-  if (options.json) return PlanJson(plan, options.table) + '\n';
-  if (options.cells) return Cells(plan, options.table);
-  return options.table ? plan_file::TableView(plan, *options.table) : plan_file::TableView(plan);
+std::string Shown(const PlanFile& plan, const ShowPlanOptions& options, std::size_t width) {
+  const std::optional<std::string> table = ChosenTable(plan, options.file, options.table);
+  if (options.json) return PlanJson(plan, table) + '\n';
+  if (options.cells) return Cells(plan, table);
+  const plan_file::TableViewOptions view{
+      .width = width, .cells = options.values ? plan_file::CellView::Values : plan_file::CellView::Texts};
+  return table ? plan_file::TableView(plan, *table, view) : plan_file::TableView(plan, view);
+}
+
+void RequireOneForm(const ShowPlanOptions& options) {
+  const auto require = [](bool first, bool second, std::string_view both) {
+    if (first && second) throw WrongUsage(fmt::format("{} are both given", both), "give one of them");
+  };
+  require(options.cells, options.json, "--cells and --json");
+  require(options.values, options.cells, "--values and --cells");
+  require(options.values, options.json, "--values and --json");
 }
 
 }  // namespace
@@ -50,11 +54,9 @@ CommandEnd Run(const NewPlanOptions& options, const Console& console) {
 }
 
 ExitCode Run(const ShowPlanOptions& options, const Console& console) {
-  if (options.cells && options.json)
-    throw WrongUsage("--cells and --json are both given", "give one of them");
+  RequireOneForm(options);
   const auto plan = Attempt([&] { return PlanFile::Open(options.file); });
-  RequireTable(*plan, options);
-  console.out << Shown(*plan, options);
+  console.out << Shown(*plan, options, console.outWidth);
   return ExitCode::Done;
 }
 

@@ -21,6 +21,7 @@ struct NewPlanOptions {
 struct ShowPlanOptions {
   std::string file;
   std::optional<std::string> table;
+  bool values = false;
   bool cells = false;
   bool json = false;
 };

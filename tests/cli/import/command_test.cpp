@@ -1,8 +1,12 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <sstream>
+
 #include "cli/workplace.h"
 #include "files/lock.h"
+#include "support/characters.h"
 
 namespace krnqb::cli {
 namespace {
@@ -67,14 +71,11 @@ TEST(ImportCommand, AnnouncesItselfAndReportsTheChangesAndTheBackup) {
   EXPECT_EQ(run.out, "Importing expense and income accounts from Acme (" + company +
                          "), January to December 2002, into " + plan +
                          " (product ald, from January 2003): no amounts.\n"
-                         "Plan table               Rows added  Cells changed  Formulas cleared\n"
-                         "Planned sales and costs           3              0                60\n"
-                         "Actual sales and costs            1              0                24\n"
-                         "Planned expenses                  2              0                12\n"
-                         "Actual expenses                   2              0                12\n"
-                         "New rows, by name:\n"
-                         "  Planned sales and costs: Sales\n"
-                         "  Planned expenses: Café, Rent\n"
+                         "Rows added (no amounts were imported):\n"
+                         "  Sales: Sales\n"
+                         "  Expenses: Café, Rent\n"
+                         "\n"
+                         "4 tables change: 8 rows added, 108 formulas cleared.\n"
                          "The planning program computes the cleared formulas again.\n"
                          "Wrote " +
                          plan + ". Its previous version is kept as " + plan + ".bak.\n");
@@ -106,7 +107,7 @@ TEST(ImportCommand, ShowsChangesInADryRunAndTouchesNoFile) {
   const FileState before = StateOf(plan);
   const ProgramRun dry = RunProgram(place.ImportArguments("plan.kpf", {"--expenses", "--dry-run"}));
   EXPECT_EQ(dry.code, 0);
-  EXPECT_NE(dry.out.find("  Planned expenses: Café, Rent\n"), std::string::npos);
+  EXPECT_NE(dry.out.find("  Expenses: Café, Rent\n"), std::string::npos);
   EXPECT_TRUE(dry.out.ends_with("Dry run: nothing was written.\n")) << dry.out;
   EXPECT_EQ(StateOf(plan), before);
   EXPECT_FALSE(fs::exists(plan + ".bak"));
@@ -140,10 +141,11 @@ TEST(ImportCommand, MovesAProgressBarOnATerminal) {
   NewPlan(place);
   const Surroundings terminal{.clock = tests::JanuaryClock(), .errorIsTerminal = true};
   const ProgramRun run = RunProgram(place.ImportArguments("plan.kpf", {"--expenses"}), terminal);
-  EXPECT_EQ(
-      run.err.find("\r[#####....................]  20% Processing...\r[##########...............]  40% "), 0U)
-      << run.err;
-  EXPECT_TRUE(run.err.ends_with("100% Processing...\r" + std::string(46, ' ') + "\r")) << run.err;
+  EXPECT_EQ(run.err.find("\r[........................]   0% opening the company\r"), 0U) << run.err;
+  EXPECT_NE(run.err.find("% adding expense accounts"), std::string::npos) << run.err;
+  EXPECT_EQ(run.err.find("income"), std::string::npos) << run.err;
+  EXPECT_NE(run.err.find("] 100% writing the plan"), std::string::npos) << run.err;
+  EXPECT_TRUE(run.err.ends_with(" \r")) << run.err;
   EXPECT_EQ(run.out.find('\r'), std::string::npos);
 }
 
@@ -154,6 +156,61 @@ TEST(ImportCommand, WipesTheProgressBarBeforeAnError) {
   const Surroundings terminal{.clock = tests::JanuaryClock(), .errorIsTerminal = true};
   const ProgramRun run = RunProgram(place.ImportArguments("plan.kpf", {"--expenses"}), terminal);
   EXPECT_NE(run.err.find(std::string(46, ' ') + "\rkrnqb: import failed: "), std::string::npos) << run.err;
+}
+
+TEST(ImportCommand, ShowsTheFiguresBeforeAndAfterAndTheSumsOfNewRows) {
+  const Workplace place;
+  place.NurseryYear();
+  const auto arguments = place.ImportArguments("ald.kpf", {"--expenses", "--income", "--balances", "all"});
+  const ProgramRun run = RunProgram(arguments);
+  ASSERT_EQ(run.code, 0) << run.err;
+  const std::size_t planned = run.out.find("\nPlanned amounts with growth, January to December 2003:\n");
+  const std::size_t actual = run.out.find("\n\nActual amounts, January to December 2002:\n");
+  const std::size_t rows = run.out.find("\n\nRows added, with the sum of the year:\n");
+  ASSERT_TRUE(planned < actual && actual < rows && rows != std::string::npos) << run.out;
+  EXPECT_EQ(run.out.find("\nSales\n  before", planned), run.out.find("\nSales\n", planned)) << run.out;
+  EXPECT_NE(run.out.find("\nResult\n  before", planned), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("\nExpenses\n  Automobile", rows), std::string::npos) << run.out;
+  const ProgramRun again = RunProgram(arguments);
+  EXPECT_EQ(again.out.find("  before"), std::string::npos) << again.out;
+  EXPECT_NE(again.out.find("\n  same"), std::string::npos) << again.out;
+  EXPECT_NE(again.out.find("\nNothing in the plan changes.\n"), std::string::npos) << again.out;
+}
+
+TEST(ImportCommand, ShowsTheActualFiguresAsPlannedOnesWithoutGrowth) {
+  const Workplace place;
+  place.NurseryYear();
+  NewPlan(place);
+  const ProgramRun run = RunProgram(
+      place.ImportArguments("plan.kpf", {"--expenses", "--income", "--balances", "all", "--dry-run"}));
+  ASSERT_EQ(run.code, 0) << run.err;
+  const std::size_t planned = run.out.find("Planned amounts");
+  const std::size_t actual = run.out.find("Actual amounts");
+  const std::size_t rows = run.out.find("Rows added");
+  ASSERT_NE(rows, std::string::npos) << run.out;
+  const auto withoutTitle = [&](std::size_t from, std::size_t end) {
+    const std::size_t table = run.out.find('\n', from);
+    return run.out.substr(table, end - table);
+  };
+  EXPECT_EQ(withoutTitle(planned, actual), withoutTitle(actual, rows)) << run.out;
+}
+
+TEST(ImportCommand, FitsItsSummaryIntoTheTerminal) {
+  const Workplace place;
+  place.NurseryYear();
+  const auto arguments = place.ImportArguments(
+      "cor.kpf", {"--expenses", "--income", "--past-performance", "--balances", "all", "--dry-run"});
+  for (const std::size_t width : {60U, 80U, 160U}) {
+    const ProgramRun run =
+        RunProgram(arguments, {.clock = tests::JanuaryClock(), .outputWidth = [width] { return width; }});
+    const std::size_t summary = run.out.find("Planned amounts");
+    ASSERT_NE(summary, std::string::npos) << run.out;
+    std::istringstream lines(run.out.substr(summary, run.out.find(" tables change:") - summary));
+    std::size_t longest = 0;
+    for (std::string line; std::getline(lines, line);) longest = std::max(longest, CharacterCount(line));
+    EXPECT_LE(longest, width) << run.out;
+    EXPECT_GT(longest, width == 160 ? 100U : 40U) << run.out;
+  }
 }
 
 TEST(ImportCommand, ImportsAmountsByTheBalancesOption) {

@@ -29,7 +29,7 @@ TEST(SkippedReport, HasALinePerReason) {
                 LeftOut(SkipReason::NoAccount, "1")});
   EXPECT_EQ(SkippedReport(report),
             "Lost amounts (--journal FILE lists each of them):\n"
-            "       2        1235.50  the line names no account\n"
+            "       2       1,235.50  the line names no account\n"
             "       1          -2.50  the line names no item\n");
 }
 

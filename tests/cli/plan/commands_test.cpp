@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include "cli/workplace.h"
+#include "support/characters.h"
 
 namespace krnqb::cli {
 namespace {
@@ -100,8 +103,76 @@ TEST(PlanShow, ListsThePlansTablesIfTheOneAskedForIsMissing) {
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.err, "krnqb: showing the plan failed: " + (place / "small.kpf") +
-                         " has no table 20; its tables are 20000000000000000000000000002000, "
-                         "21000000000000000000000000002000\n");
+                         " has no table \"20\"; did you mean \"20000000000000000000000000002000\" or "
+                         "\"21000000000000000000000000002000\"?\n");
+  EXPECT_EQ(RunProgram({"plan", "show", place / "small.kpf", "--table", "sales"}).err,
+            "krnqb: showing the plan failed: " + (place / "small.kpf") +
+                " has no table \"sales\"; its tables are \"Planned contribution margin expenses\", \"Actual "
+                "contribution margin expenses\"\n");
+  EXPECT_EQ(RunProgram({"plan", "show", place / "ald.kpf", "--table", "planned expense"}).err,
+            "krnqb: showing the plan failed: " + (place / "ald.kpf") +
+                " has no table \"planned expense\"; did you mean \"Planned expenses\"?\n");
+}
+
+TEST(PlanShow, FindsATableByItsTitle) {
+  const Workplace place;
+  const std::string byId =
+      RunProgram({"plan", "show", place / "ald.kpf", "--table", "20000000000000000000000000000600"}).out;
+  for (const std::string title : {"Planned expenses", "planned EXPENSES"}) {
+    const ProgramRun run = RunProgram({"plan", "show", place / "ald.kpf", "--table", title});
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_EQ(run.out, byId);
+  }
+  const auto json = nlohmann::json::parse(
+      RunProgram({"plan", "show", place / "ald.kpf", "--json", "--table", "past performance"}).out);
+  ASSERT_EQ(json.at("tables").size(), 1U);
+  EXPECT_EQ(json.at("tables")[0].at("title"), "Past performance");
+}
+
+TEST(PlanShow, AsksForTheIdIfTwoTablesShareATitle) {
+  const Workplace place;
+  const std::string blocks = "<tableblocks/></tableitem>";
+  tests::WriteText(place / "twice.kpf", "<plan><tables><tableitem id=\"20000000000000000000000000000600\">" +
+                                            blocks + "<tableitem id=\"20000000000000000000000000010600\">" +
+                                            blocks + "</tables></plan>");
+  const ProgramRun run = RunProgram({"plan", "show", place / "twice.kpf", "--table", "planned expenses"});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.err, "krnqb: showing the plan failed: " + (place / "twice.kpf") +
+                         " has several tables \"planned expenses\"; give the id: "
+                         "\"20000000000000000000000000000600\" or \"20000000000000000000000000010600\"\n");
+}
+
+TEST(PlanShow, ComputesGrowthFormulasWithValues) {
+  const Workplace place;
+  place.NurseryYear();
+  ASSERT_EQ(RunProgram(place.ImportArguments("ald.kpf",
+                                             {"--expenses", "--balances", "all", "--growth-expenses", "10"}))
+                .code,
+            0);
+  const auto show = [&](const std::string& table, const std::vector<std::string>& more) {
+    std::vector<std::string> arguments{"plan", "show", place / "ald.kpf", "--table", table};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return RunProgram(arguments).out;
+  };
+  EXPECT_NE(show("planned expenses", {}).find("* (1 + B"), std::string::npos);
+  const std::string values = show("planned expenses", {"--values"});
+  EXPECT_EQ(values.find("* (1 + B"), std::string::npos) << values;
+  EXPECT_NE(values.find("  Rent  "), std::string::npos) << values;
+  const std::string actual = show("actual expenses", {"--values"});
+  EXPECT_NE(actual.find("  (Rent)  "), std::string::npos) << actual;
+}
+
+TEST(PlanShow, HasNoLineWiderThanTheTerminal) {
+  const Workplace place;
+  for (const std::size_t width : {40U, 80U, 300U}) {
+    const ProgramRun run = RunProgram({"plan", "show", place / "cor.kpf"},
+                                      {.clock = nullptr, .outputWidth = [width] { return width; }});
+    std::istringstream lines(run.out);
+    std::size_t longest = 0;
+    for (std::string line; std::getline(lines, line);) longest = std::max(longest, CharacterCount(line));
+    EXPECT_LE(longest, width);
+    EXPECT_GT(longest, std::min<std::size_t>(width, 150) - 20);
+  }
 }
 
 TEST(PlanShow, RejectsTwoOutputFormats) {
@@ -110,6 +181,10 @@ TEST(PlanShow, RejectsTwoOutputFormats) {
   EXPECT_EQ(run.code, 2);
   EXPECT_EQ(run.err, "krnqb: wrong usage: --cells and --json are both given; give one of them\n");
   EXPECT_EQ(nlohmann::json::parse(run.out).at("result"), "wrong-usage");
+  EXPECT_EQ(RunProgram({"plan", "show", place / "ald.kpf", "--values", "--json"}).err,
+            "krnqb: wrong usage: --values and --json are both given; give one of them\n");
+  EXPECT_EQ(RunProgram({"plan", "show", place / "ald.kpf", "--values", "--cells"}).err,
+            "krnqb: wrong usage: --values and --cells are both given; give one of them\n");
 }
 
 TEST(PlanShow, ReportsWhatIsWrongWithAFileThatIsNotAPlan) {

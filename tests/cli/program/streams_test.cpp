@@ -1,11 +1,15 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
 
 #include <cstdlib>
+#include <sstream>
 
 #include "build_paths.h"
 #include "cli/program/child_process.h"
 #include "cli/workplace.h"
+#include "support/characters.h"
 
 namespace krnqb::cli {
 namespace {
@@ -166,22 +170,66 @@ TEST_F(Program, ShowsNoProgressBarOutsideATerminal) {
   EXPECT_EQ(run.err, "");
 }
 
+// A terminal whose contents can be read after the programs that use it have ended. It holds 4 KiB.
+class PseudoTerminal {
+ public:
+  PseudoTerminal() : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK)) {
+    EXPECT_EQ(::grantpt(master_.Number()), 0);
+    EXPECT_EQ(::unlockpt(master_.Number()), 0);
+    name_ = ::ptsname(master_.Number());
+    slave_ = ::open(name_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+  }
+  ~PseudoTerminal() { ::close(slave_); }
+  PseudoTerminal(const PseudoTerminal&) = delete;
+  PseudoTerminal& operator=(const PseudoTerminal&) = delete;
+
+  const std::string& Name() const noexcept { return name_; }
+
+  void SetWidth(unsigned short columns) const {
+    const winsize size{.ws_row = 24, .ws_col = columns, .ws_xpixel = 0, .ws_ypixel = 0};
+    EXPECT_EQ(::ioctl(slave_, TIOCSWINSZ, &size), 0);
+  }
+
+  std::string Text() const {
+    std::string text;
+    char part[1024] = {};
+    for (ssize_t count = 0; (count = ::read(master_.Number(), part, sizeof part)) > 0;) {
+      text.append(part, static_cast<std::size_t>(count));
+    }
+    return text;
+  }
+
+ private:
+  files::FileDescriptor master_;
+  std::string name_;
+  int slave_ = -1;
+};
+
 TEST_F(Program, ShowsAProgressBarOnATerminal) {
-  const files::FileDescriptor terminal(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
-  ASSERT_TRUE(terminal);
-  ASSERT_EQ(::grantpt(terminal.Number()), 0);
-  ASSERT_EQ(::unlockpt(terminal.Number()), 0);
-  const std::string name = ::ptsname(terminal.Number());
-  // Keeps the terminal open, so that its contents can be read after the program ends.
-  const files::FileDescriptor slave(::open(name.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
-  ASSERT_TRUE(slave);
-  EXPECT_EQ(Shell("krnqb import --company nursery.qbw --plan ald.kpf --expenses 2>" + name).code, 0);
-  char drawn[256] = {};
-  const auto count = ::read(terminal.Number(), drawn, sizeof drawn);
-  ASSERT_GT(count, 0);
-  EXPECT_EQ(std::string(drawn, static_cast<std::size_t>(count))
-                .find("\r[#####....................]  20% Processing..."),
-            0U);
+  const PseudoTerminal terminal;
+  EXPECT_EQ(Shell("krnqb import --company nursery.qbw --plan ald.kpf --expenses 2>" + terminal.Name()).code,
+            0);
+  EXPECT_EQ(terminal.Text().find("\r[........................]   0% opening the company"), 0U);
+}
+
+TEST_F(Program, FitsItsBarAndItsTablesIntoTheTerminal) {
+  const PseudoTerminal terminal;
+  terminal.SetWidth(50);
+  EXPECT_EQ(Shell("krnqb import --company nursery.qbw --plan ald.kpf --expenses 2>" + terminal.Name()).code,
+            0);
+  EXPECT_EQ(terminal.Text().find("\r[..............]   0% opening the company"), 0U);
+  terminal.SetWidth(19);
+  EXPECT_EQ(
+      Shell("krnqb import --company nursery.qbw --plan ald.kpf --expenses --dry-run 2>" + terminal.Name())
+          .code,
+      0);
+  terminal.SetWidth(30);
+  EXPECT_EQ(Shell("krnqb plan show ald.kpf --table 'actual expenses' >" + terminal.Name()).code, 0);
+  std::istringstream lines(terminal.Text());
+  std::string line;
+  ASSERT_TRUE(std::getline(lines, line));
+  EXPECT_EQ(line, "Actual expenses (210000000000…\r") << "the narrow import draws no bar";
+  while (std::getline(lines, line)) EXPECT_LE(CharacterCount(line), 30U + 1) << line;
 }
 
 TEST_F(Program, RefusesASecondImportIntoThePlan) {

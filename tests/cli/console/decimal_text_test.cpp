@@ -1,4 +1,4 @@
-#include "cli/console/money_text.h"
+#include "cli/console/decimal_text.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 namespace krnqb::cli {
 namespace {
 
-TEST(MoneyText, OfANumberHasAtLeastTwoDecimalsAndNoExponent) {
+TEST(DecimalText, OfANumberHasAtLeastTwoDecimalsAndNoExponent) {
   struct Case {
     double amount;
     std::string text;
@@ -28,19 +28,19 @@ TEST(MoneyText, OfANumberHasAtLeastTwoDecimalsAndNoExponent) {
                                 {1e-7, "0.0000001"},
                                 {-2.5e-5, "-0.000025"},
                                 {-2e-300, "-0." + std::string(299, '0') + "2"}};
-  for (const Case& tested : cases) EXPECT_EQ(MoneyText(tested.amount), tested.text);
+  for (const Case& tested : cases) EXPECT_EQ(DecimalText(tested.amount), tested.text);
 }
 
-TEST(MoneyText, OfANumberIsADecimalNumberOfItsSize) {
+TEST(DecimalText, OfANumberIsADecimalNumberOfItsSize) {
   for (const double amount : {1.0 / 3, 123456789012345678.0, std::numeric_limits<double>::max(),
                               std::numeric_limits<double>::lowest(), std::numeric_limits<double>::min()}) {
-    const std::string text = MoneyText(amount);
+    const std::string text = DecimalText(amount);
     EXPECT_EQ(text.find_first_not_of("-.0123456789"), std::string::npos) << text;
     EXPECT_NEAR(*ConvertToDouble(text) / amount, 1, 1e-14) << text;
   }
 }
 
-TEST(MoneyText, OfATextKeepsItsDigits) {
+TEST(DecimalText, OfATextKeepsItsDigits) {
   struct Case {
     std::string text;
     std::optional<std::string> money;
@@ -69,7 +69,7 @@ TEST(MoneyText, OfATextKeepsItsDigits) {
                                 {"1.2.3", std::nullopt},
                                 {"1E999", std::nullopt}};
   for (const Case& tested : cases)
-    EXPECT_EQ(MoneyText(std::string_view(tested.text)), tested.money) << tested.text;
+    EXPECT_EQ(DecimalText(std::string_view(tested.text)), tested.money) << tested.text;
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "cli/console/money_text.h"
+#include "cli/console/decimal_text.h"
 
 #include "support/number_text.h"
 
@@ -38,15 +38,15 @@ bool IsDecimalNumber(std::string_view text) {
 
 }  // namespace
 
-std::string MoneyText(double amount) {
+std::string DecimalText(double amount) {
   return WithoutSignOfZero(WithTwoDecimals(PlainNumberText(amount)));
 }
 
-std::optional<std::string> MoneyText(std::string_view amount) {
+std::optional<std::string> DecimalText(std::string_view amount) {
   if (IsDecimalNumber(amount)) return WithoutSignOfZero(WithTwoDecimals(std::string(amount)));
   const std::optional<double> number = ConvertToDouble(amount);
   if (!number) return std::nullopt;
-  return MoneyText(*number);
+  return DecimalText(*number);
 }
 
 }  // namespace krnqb::cli

@@ -1,6 +1,8 @@
-#include "plan_file/table_view.h"
+#include "plan_file/views/table_view.h"
 
 #include <gtest/gtest.h>
+
+#include <sstream>
 
 #include "limited_child.h"
 #include "plan_file/fixture.h"
@@ -46,6 +48,48 @@ TEST(PlanTableView, ReplacesControlCharactersWithBlanks) {
                                                           "1"}}}}},
                                      std::nullopt);
   EXPECT_NE(view.find("  a b c  1\n"), std::string::npos) << view;
+}
+
+PlanTableContent GrownExpenses() {
+  PlanRow rent{"Rent", "0.1"};
+  PlanRow total{"Total", "*null*"};
+  for (int month = 1; month <= 12; ++month) {
+    rent.push_back("=" + std::to_string(month * 100) + "* (1 + B5)");
+    total.push_back("=SUM(X)");
+  }
+  rent[13] = "=1200* (1 + B9)";
+  return {"20000000000000000000000000000600", {{"db_income_range_cat3", "5", {rent, total}}}};
+}
+
+TEST(PlanTableView, ComputesGrowthFormulasOfTheirOwnRow) {
+  const std::string view =
+      TableView(GrownExpenses(), YearMonth{2003, 1}, {.width = 200, .cells = CellView::Values});
+  EXPECT_NE(
+      view.find("\n  Rent    0.1   110.00   220.00   330.00   440.00   550.00   660.00   770.00   880.00   "
+                "990.00  1,100.00  1,210.00  =1200* (1 + B9)\n"),
+      std::string::npos)
+      << view;
+  EXPECT_NE(view.find("  =SUM(X)  "), std::string::npos) << view;
+}
+
+TEST(PlanTableView, SplitsTheYearWhereALineIsTooShort) {
+  const std::string view =
+      TableView(GrownExpenses(), YearMonth{2003, 1}, {.width = 60, .cells = CellView::Values});
+  EXPECT_NE(view.find("         Rate      Jan      Feb      Mar      Apr\n"), std::string::npos) << view;
+  EXPECT_NE(view.find("\n\n             May"), std::string::npos) << view;
+  std::istringstream lines(TableView(GrownExpenses(), YearMonth{2003, 1}, {.width = 40}));
+  for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 42U) << line;
+}
+
+TEST(PlanTableView, LeavesRatesAndAssumptionsAsTheyAre) {
+  const PlanTableContent table{"1",
+                               {{"db_general_assumptions", "4", {{"Tax rate", "0.285", "30"}}},
+                                {"db_sales_values_annual_growth", "8", {{"Plants", "0.075"}}},
+                                {"db_pastperformance_sales", "12", {{"Sales", "1500", "=B1/B2", "*null*"}}}}};
+  const std::string view = TableView(table, YearMonth{2003, 1}, {.cells = CellView::Values});
+  EXPECT_NE(view.find("  Tax rate  0.285  30\n"), std::string::npos) << view;
+  EXPECT_NE(view.find("  Plants  0.075\n"), std::string::npos) << view;
+  EXPECT_NE(view.find("  Sales  1,500.00  =B1/B2     ·\n"), std::string::npos) << view;
 }
 
 TEST(PlanTableView, ReportsMissingRowsAndBlocks) {
@@ -98,12 +142,15 @@ TEST(PlanHeadings, AreEmptyForRowsOfAnotherWidth) {
   EXPECT_TRUE(ColumnHeadings("db_pastperformance_sales", 14, YearMonth{2003, 1}).empty());
 }
 
-TEST(PlanTableView, DoesNotPadToACellThatIsWiderThanALine) {
+TEST(PlanTableView, ShortensACellThatIsWiderThanALine) {
   PlanTableContent table{"1", {{"b", "", {{"Rent", std::string(300'000, '9'), "1"}}}}};
   for (int row = 0; row < 3'000; ++row) table.blocks[0].rows.push_back({"Fuel", "20", "300"});
   table.blocks[0].rows.push_back({std::string(300'000, 'x')});
   EXPECT_TRUE(tests::StaysWithinLimits(600'000, [&] {
-    return TableView(table, std::nullopt).find("\n  Fuel  20  300\n") != std::string::npos;
+    const std::string view = TableView(table, std::nullopt);
+    return view.find("\n  Rent  " + std::string(71, '9') + "…\n") != std::string::npos &&
+           view.find("\n  " + std::string(77, 'x') + "…\n") != std::string::npos &&
+           view.find("\n  Fuel  300\n") != std::string::npos;
   }));
 }
 
