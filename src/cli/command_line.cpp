@@ -22,6 +22,13 @@ constexpr std::string_view files = "Files";
 constexpr std::string_view periods = "Product and periods";
 constexpr std::string_view output = "Output";
 
+AmountsPath ParseAmountsPath(std::string_view option, std::string_view text) {
+  if (text == "transactions") return AmountsPath::Transactions;
+  if (text == "reports") return AmountsPath::Reports;
+  throw WrongUsage(fmt::format("{} \"{}\" is not one of the choices", option, text),
+                   "give transactions or reports");
+}
+
 void AddImport(Options options, ImportCommand& import) {
   options.Group(whatToImport);
   options.Flag("--expenses", import.expenses, "Expense accounts");
@@ -29,6 +36,8 @@ void AddImport(Options options, ImportCommand& import) {
   options.Flag("--past-performance", import.pastPerformance, "Past performance (products ald and cor)");
   options.Parsed("--balances", "CHOICE", import.balances, ParseBalances,
                  "Monthly amounts: none, planned, actual or all [none]");
+  options.Parsed("--amounts-from", "CHOICE", import.amountsFrom, ParseAmountsPath,
+                 "Take them from transactions or reports [as the company's version says]");
   options.Group(files);
   options.Text("--company", "FILE", import.companyFile, "Company file to read (not needed with --replay)");
   options.Text("--plan", "FILE", import.planFile, "Plan file to import into")->required();
@@ -209,6 +218,7 @@ class CommandTree {
     CLI::App& plan = AddFamily("plan", "Create and show plan files", help_text::plan);
     Add<NewPlanOptions>(plan, "new", "Create a plan file", help_text::newPlan, AddNewPlan);
     Add<ShowPlanOptions>(plan, "show", "Show a plan's tables", help_text::showPlan, AddShowPlan);
+    AddHelp();
   }
 
   Command Read(std::span<const std::string> arguments) {
@@ -245,6 +255,16 @@ class CommandTree {
     app.final_callback([this, options] { chosen_ = [options] { return Command(*options); }; });
   }
 
+  void AddHelp() {
+    CLI::App& app = *program_.add_subcommand("help", "Describe a command")->group("Commands");
+    const auto words = std::make_shared<std::vector<std::string>>();
+    app.add_option("COMMAND", *words, "Command to describe, such as company new")->option_text(" ");
+    app.final_callback(
+        [this, words] { chosen_ = [this, words] { return Command(PrintedText{HelpOf(*words)}); }; });
+  }
+
+  std::string HelpOf(const std::vector<std::string>& words) const;
+
   const CLI::App& DeepestCommand() const {
     const CLI::App* app = &program_;
     while (!app->get_subcommands().empty()) app = app->get_subcommands().back();
@@ -260,6 +280,17 @@ class CommandTree {
 
 std::string FullName(const CLI::App& app) {
   return app.get_parent() == nullptr ? app.get_name() : FullName(*app.get_parent()) + ' ' + app.get_name();
+}
+
+std::string CommandTree::HelpOf(const std::vector<std::string>& words) const {
+  const CLI::App* app = &program_;
+  for (const std::string& word : words) {
+    const auto named =
+        app->get_subcommands([&](const CLI::App* command) { return command->get_name() == word; });
+    if (named.empty()) throw UnknownWord(*app, word, fmt::format("see {} --help", FullName(*app)));
+    app = named.front();
+  }
+  return app->get_formatter()->make_help(app, FullName(*app), CLI::AppFormatMode::Normal);
 }
 
 // The library's message, replaced where it is unclear.

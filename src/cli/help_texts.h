@@ -16,7 +16,7 @@ inline constexpr std::string_view program =
 
 Exit status: 0 done; 1 failed, nothing written; 2 usage error; 3 done, but
 incomplete; 129, 130 or 143 interrupted, nothing written.
-"krnqb COMMAND --help" describes a command.)";
+"krnqb help COMMAND" or "krnqb COMMAND --help" describes a command.)";
 
 inline constexpr std::string_view import =
     R"(Examples:

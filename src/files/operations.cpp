@@ -194,7 +194,7 @@ std::error_code SystemFileOperations::Read(const FileDescriptor& file, std::span
 
 std::error_code SystemFileOperations::OpenForWriting(const fs::path& file, FileDescriptor& opened) {
   constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOCTTY;
-  return Opened(FileDescriptor::Open(file, flags, 0666), opened);
+  return Opened(FileDescriptor::Open(file, flags, 0600), opened);
 }
 
 std::error_code SystemFileOperations::WritePart(const FileDescriptor& file, std::string_view contents,

@@ -62,8 +62,8 @@ class FileOperations {
   /// EAGAIN if a pipe is empty but has a writer.
   virtual std::error_code Read(const FileDescriptor& file, std::span<char> part, std::size_t& length) = 0;
 
-  /// Creates a file, or opens it and removes its contents, without waiting: fails with ENXIO if a named pipe
-  /// has no reader.
+  /// Creates a file that only its owner may read and write, or opens an existing file, which keeps its
+  /// permissions, and removes its contents. Does not wait: fails with ENXIO if a named pipe has no reader.
   virtual std::error_code OpenForWriting(const std::filesystem::path& file, FileDescriptor& opened) = 0;
 
   /// Writes the beginning of `contents` and sets `length` to the number of bytes written. Fails with EAGAIN

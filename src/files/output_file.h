@@ -14,8 +14,9 @@ namespace krnqb::files {
 /// another program reads it.
 class OutputFile {
  public:
-  /// Creates the file, or removes its contents. Throws Error "FILE: REASON" if it cannot be written, or if
-  /// the user interrupts the wait. `operations` must outlive the object.
+  /// Creates the file for its owner alone, or removes an existing file's contents and keeps its permissions.
+  /// Throws Error "FILE: REASON" if it cannot be written, or if the user interrupts the wait. `operations`
+  /// must outlive the object.
   OutputFile(const std::filesystem::path& file, const InterruptQuery& interrupted,
              FileOperations& operations);
 

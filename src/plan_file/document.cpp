@@ -10,7 +10,7 @@
 namespace krnqb::plan_file {
 namespace {
 
-// Builds errors that name the file and the line.
+// Builds errors that name the file and mostly the line.
 class Faults {
  public:
   explicit Faults(const std::filesystem::path& file) : file_(file) {}
@@ -20,6 +20,11 @@ class Faults {
                                                         file_.string(), line, fault, remedy));
   }
 
+  Error InFile(std::string_view fault, std::string_view remedy) const {
+    return Error(error_number::unspecified,
+                 fmt::format("cannot open the plan {}: {}; {}", file_.string(), fault, remedy));
+  }
+
  private:
   const std::filesystem::path& file_;
 };
@@ -27,8 +32,25 @@ class Faults {
 constexpr std::string_view checkPath = "check that the path is that of a plan";
 constexpr std::string_view restore = "correct it, or restore the plan from its .bak file";
 
+// Returns whether a file begins as XML does, after blanks: in UTF-16 with a byte order mark or a "<".
+bool LooksLikeXml(std::string_view bytes) {
+  for (const std::string_view mark : {"\xEF\xBB\xBF", "\xFE\xFF", "\xFF\xFE"}) {
+    if (!bytes.starts_with(mark)) continue;
+    if (mark.size() == 2) return true;
+    bytes.remove_prefix(mark.size());
+  }
+  constexpr std::string_view blanks(" \t\r\n\0", 5);
+  const std::size_t begin = bytes.find_first_not_of(blanks);
+  return begin != std::string_view::npos && bytes[begin] == '<';
+}
+
 XmlElement PlanElement(std::string_view bytes, const Faults& faults) {
   XmlParseResult parsed = ParseXmlBytes(bytes);
+  if (parsed.fault && !LooksLikeXml(bytes)) {
+    if (bytes.empty())
+      throw faults.InFile("it is empty", "check the path, or restore the plan from its .bak file");
+    throw faults.InFile("it is not an XML document", checkPath);
+  }
   if (parsed.fault) {
     throw faults.At(parsed.fault->line, fmt::format("not well-formed XML ({})", parsed.fault->message),
                     restore);

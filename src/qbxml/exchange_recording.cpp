@@ -1,20 +1,10 @@
 #include "qbxml/exchange_recording.h"
 
-#include <nlohmann/json.hpp>
-
+#include "qbxml/recording_text.h"
 #include "support/error_handling.h"
 
 namespace krnqb {
 namespace {
-
-// Keeps the keys in the documented order.
-using Line = nlohmann::ordered_json;
-
-// Returns the line with its end. Bytes that are not UTF-8 become U+FFFD: a company's path may hold some, and
-// what is recorded must not end an import.
-std::string TextOf(const Line& line) {
-  return line.dump(-1, ' ', false, Line::error_handler_t::replace) + '\n';
-}
 
 class RecordingProcessor final : public RequestProcessor {
  public:
@@ -39,8 +29,8 @@ class RecordingProcessor final : public RequestProcessor {
 
   std::string BeginSession(std::string_view companyFile, std::int32_t fileMode) override {
     std::string ticket = inner_->BeginSession(companyFile, fileMode);
-    recorder_->RecordSession(inner_->GetCurrentCompanyFileName(ticket), inner_->MajorVersion(),
-                             inner_->MinorVersion());
+    recorder_->RecordSession(inner_->GetCurrentCompanyFileName(ticket),
+                             {.major = inner_->MajorVersion(), .minor = inner_->MinorVersion()});
     return ticket;
   }
 
@@ -71,19 +61,22 @@ class RecordingFactory final : public RequestProcessorFactory {
 
 }  // namespace
 
-void ExchangeRecorder::RecordSession(std::string_view company, std::int16_t major, std::int16_t minor) {
+void ExchangeRecorder::RecordSession(std::string_view company, const ProcessorVersion& processor) {
   if (sessionRecorded_) return;
   sessionRecorded_ = true;
-  output_ << TextOf({{"exchange", 1}, {"company", company}, {"major", major}, {"minor", minor}});
+  header_.company = company;
+  header_.processor = processor;
+  output_ << ExchangeHeaderLine(header_);
 }
 
 void ExchangeRecorder::RecordAnswer(std::string_view request, std::string_view response) {
-  output_ << TextOf({{"request", request}, {"response", response}});
+  output_ << RecordedLineText({{"request", request}, {"response", response}});
 }
 
 void ExchangeRecorder::RecordRefusal(std::string_view request, std::int32_t number,
                                      std::string_view description) {
-  output_ << TextOf({{"request", request}, {"error", {{"number", number}, {"description", description}}}});
+  output_ << RecordedLineText(
+      {{"request", request}, {"error", {{"number", number}, {"description", description}}}});
 }
 
 std::shared_ptr<RequestProcessorFactory> RecordingProcessors(std::shared_ptr<RequestProcessorFactory> inner,

@@ -2,13 +2,15 @@
 
 #include <memory>
 #include <ostream>
+#include <utility>
 
 #include "krnqb/request_processor.h"
+#include "qbxml/exchange_header.h"
 
 namespace krnqb {
 
-/// Writes an exchange with a request processor as JSON lines, UTF-8: first the company's path and the
-/// processor's versions,
+/// Writes an exchange with a request processor as JSON lines, UTF-8: first the company's path, the
+/// processor's version and what is known of the import (see `ExchangeHeader`),
 ///
 ///     {"exchange":1,"company":"...","major":1,"minor":1}
 ///
@@ -18,16 +20,18 @@ namespace krnqb {
 ///     {"request":"...","error":{"number":-2147220480,"description":"..."}}
 class ExchangeRecorder {
  public:
-  /// `lines` must outlive the recorder.
-  explicit ExchangeRecorder(std::ostream& lines) noexcept : output_(lines) {}
+  /// `lines` must outlive the recorder. `header` holds the optional members of the first line.
+  explicit ExchangeRecorder(std::ostream& lines, ExchangeHeader header = {})
+      : output_(lines), header_(std::move(header)) {}
 
   /// Writes the first line on the first call; does nothing on later calls.
-  void RecordSession(std::string_view company, std::int16_t major, std::int16_t minor);
+  void RecordSession(std::string_view company, const ProcessorVersion& processor);
   void RecordAnswer(std::string_view request, std::string_view response);
   void RecordRefusal(std::string_view request, std::int32_t number, std::string_view description);
 
  private:
   std::ostream& output_;
+  ExchangeHeader header_;
   bool sessionRecorded_ = false;
 };
 

@@ -2,20 +2,33 @@
 
 #include <istream>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "krnqb/request_processor.h"
+#include "qbxml/exchange_header.h"
 
 namespace krnqb {
 
-/// Reads a recorded exchange (see `ExchangeRecorder`) to its end and returns a factory of processors that
-/// answer from it. The n-th request with a given text receives the n-th recorded answer to it, then the last
-/// one repeatedly. A request that was not recorded throws Error -2147467259 with its text in the description.
-/// All processors of the factory share the position in the recording.
+/// A recorded exchange. Its processors answer from it and share the position in it. Their version is the
+/// recorded processor's own, whatever the recorded import was shown.
+class ReplayedExchange : public RequestProcessorFactory {
+ public:
+  /// Returns what the recording's first line says.
+  virtual const ExchangeHeader& Header() const noexcept = 0;
+
+  /// Returns the first request that the recording held no answer to; nullopt while there is none.
+  virtual const std::optional<std::string>& UnansweredRequest() const noexcept = 0;
+};
+
+/// Reads a recorded exchange (see `ExchangeRecorder`) to its end. The n-th request with a given text receives
+/// the n-th recorded answer to it, then the last one repeatedly. A request that was not recorded throws Error
+/// -2147467259 with the beginning of its message in the description.
 ///
-/// Throws Error -2147467259, naming `recordingName`, the line and the fault, if the recording is invalid,
-/// cannot be read or has a line of more than 2 GiB; std::bad_alloc if memory runs out.
-std::shared_ptr<RequestProcessorFactory> ReplayingProcessors(std::istream& recording,
-                                                             const std::string& recordingName);
+/// Throws Error -2147467259 if the recording is invalid, cannot be read or has a line of more than 2 GiB: its
+/// description names `recordingName` and the fault, and the line unless the first one shows that the file is
+/// not a recording at all. Throws std::bad_alloc if memory runs out.
+std::shared_ptr<ReplayedExchange> ReplayingProcessors(std::istream& recording,
+                                                      const std::string& recordingName);
 
 }  // namespace krnqb

@@ -177,6 +177,13 @@ INSTANTIATE_TEST_SUITE_P(
         InvalidLine{{"company", "load", "c"}, "DOC is required; see krnqb company load --help"},
         InvalidLine{{"plan", "new", "p", "--product", "ald"},
                     "--start is required; see krnqb plan new --help"},
+        InvalidLine{{"help", "imprt"}, "krnqb has no command \"imprt\"; did you mean \"import\"?"},
+        InvalidLine{{"help", "company", "frobnicate"},
+                    "krnqb company has no command \"frobnicate\"; see krnqb company --help"},
+        InvalidLine{{"help", "import", "now"},
+                    "krnqb import has no argument \"now\"; see krnqb import --help"},
+        InvalidLine{{"help", "--jsn"}, "krnqb help has no option \"--jsn\"; see krnqb help --help"},
+        InvalidLine{{"hlep"}, "krnqb has no command \"hlep\"; did you mean \"help\"?"},
         InvalidLine{{"plan", "show"}, "FILE is required; see krnqb plan show --help"},
         InvalidLine{{"plan", "show", "a", "b"},
                     "krnqb plan show has no argument \"b\"; see krnqb plan show --help"}));
@@ -201,6 +208,17 @@ INSTANTIATE_TEST_SUITE_P(OfEveryCommand, Helps,
                                          Words{"company", "new"}, Words{"company", "load"},
                                          Words{"company", "info"}, Words{"plan"}, Words{"plan", "new"},
                                          Words{"plan", "show"}));
+
+TEST_P(Helps, AreAlsoShownByTheCommandHelp) {
+  Words help{"help"};
+  help.insert(help.end(), GetParam().begin(), GetParam().end());
+  Words option = GetParam();
+  option.emplace_back("--help");
+  const tests::ProgramRun run = RunProgram(help);
+  EXPECT_EQ(run.code, 0);
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(run.out, RunProgram(option).out);
+}
 
 TEST(Help, HasNoLineLongerThanAHundredCharacters) {
   for (const Words& words : {Words{"--help"}, Words{"import", "--help"}, Words{"request", "--help"}}) {

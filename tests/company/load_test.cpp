@@ -55,6 +55,38 @@ TEST_F(CompanyLoad, IgnoresTheVersionsInAHostRecord) {
             (Values{"1.0", "1.1"}));
 }
 
+std::string AccountWith(const std::string& members) {
+  return Accounts("<AccountRet><ListID>a</ListID>" + members +
+                  "<AccountType>Income</AccountType></AccountRet>");
+}
+
+TEST_F(CompanyLoad, RefusesABalanceThatIsNotANumberWithItsRecord) {
+  const auto refusal = [&](const std::string& members) {
+    return ThrownError([&] { company.Load("doc.xml", AccountWith(members)); }).Description();
+  };
+  const std::string line = "doc.xml, line 5: ";
+  EXPECT_EQ(refusal("<Name>Rent</Name><Balance>n/a</Balance>"),
+            line + "AccountRet Rent has the Balance \"n/a\", which is not a number");
+  EXPECT_EQ(refusal("<Name>Rent</Name><Balance/>"),
+            line + "AccountRet Rent has the Balance \"\", which is not a number");
+  EXPECT_EQ(refusal("<Name>Rent</Name><TotalBalance>12.5.1</TotalBalance>"),
+            line + "AccountRet Rent has the TotalBalance \"12.5.1\", which is not a number");
+  EXPECT_EQ(refusal("<Balance>five</Balance>"),
+            line + "AccountRet a has the Balance \"five\", which is not a number");
+  EXPECT_EQ(refusal("<Name>" + std::string(300'000, 'n') + "</Name><Balance>" + std::string(300'000, 'b') +
+                    "</Balance>"),
+            line + "AccountRet " + std::string(40, 'n') + "... has the Balance \"" + std::string(40, 'b') +
+                "...\", which is not a number");
+  EXPECT_EQ(Texts("//ListID"), Values{});
+}
+
+TEST_F(CompanyLoad, TakesABalanceInEveryFormOfANumber) {
+  for (const char* balance : {"0", "-12.50", "1,234.56", "(5.00)", " 7 ", "$3"}) {
+    company.Load("doc.xml", AccountWith(std::string("<Balance>") + balance + "</Balance>"));
+    EXPECT_EQ(Texts("//Balance"), Values{balance});
+  }
+}
+
 TEST_F(CompanyLoad, ReplacesARecordInItsPlace) {
   company.Load("first.xml",
                Accounts(Account("a", "Income") + Account("b", "Income") + Account("c", "Income")));

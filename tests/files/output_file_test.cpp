@@ -59,6 +59,22 @@ TEST_F(WrittenFiles, ReplaceWhatTheFileHeld) {
   EXPECT_EQ(ReadText(file), "new 7");
 }
 
+TEST_F(WrittenFiles, AreReadableByTheirOwnerAloneWhenNew) {
+  const mode_t before = ::umask(0);
+  OutputFile output(file, {}, system);
+  ::umask(before);
+  EXPECT_EQ(fs::status(file).permissions(), fs::perms(0600));
+}
+
+TEST_F(WrittenFiles, KeepThePermissionsThatTheyHad) {
+  WriteText(file, "shared");
+  fs::permissions(file, fs::perms(0644));
+  OutputFile output(file, {}, system);
+  output.Stream() << "new";
+  EXPECT_FALSE(output.Finish());
+  EXPECT_EQ(fs::status(file).permissions(), fs::perms(0644));
+}
+
 TEST_F(WrittenFiles, ReportEveryReasonForWhichAWriteFails) {
   for (const std::errc reason : {std::errc::no_space_on_device, std::errc::io_error,
                                  std::errc::file_too_large, std::errc::broken_pipe}) {

@@ -38,8 +38,9 @@ void ReplayRecording(const std::string& recording) {
   std::shared_ptr<RequestProcessorFactory> processors;
   const auto refusal = ErrorOf([&] { processors = Replay(recording); });
   if (refusal) {
-    Require(refusal->Description().starts_with("exchange.jsonl, line "), "a fault is reported with its line",
-            refusal->Description());
+    Require(refusal->Description().starts_with("exchange.jsonl, line ") ||
+                refusal->Description().starts_with("exchange.jsonl is not a recording: "),
+            "a fault is reported with its line", refusal->Description());
     return;
   }
   // An exchange with a recording, recorded again, is the same exchange.

@@ -70,7 +70,13 @@ TEST_P(UnreadablePlan, IsRefusedNamingFileLineAndFault) {
 INSTANTIATE_TEST_SUITE_P(
     PlanFile, UnreadablePlan,
     testing::Values(
-        BadPlan{"Empty", "", "line 1: not well-formed XML ("},
+        BadPlan{"Empty", "", "it is empty; check the path, or restore the plan from its .bak file"},
+        BadPlan{"Text", "\nDear reader,", "it is not an XML document; check that the path is that of a plan"},
+        BadPlan{"Blank", " \n", "it is not an XML document; check that the path is that of a plan"},
+        BadPlan{"Binary", "SQLite format 3", "it is not an XML document; check"},
+        BadPlan{"TextWithAMark", "\xEF\xBB\xBFplan", "it is not an XML document; check"},
+        BadPlan{"BrokenWithAMark", "\xEF\xBB\xBF <plan>", "line 1: not well-formed XML ("},
+        BadPlan{"BrokenUtf16", "\xFF\xFEp", "line 1: not well-formed XML ("},
         BadPlan{"Truncated", SmallPlanText().substr(0, SmallPlanText().find("<notes>")),
                 "line 8: not well-formed XML ("},
         BadPlan{"DeclaringEntities", "<!DOCTYPE plan [<!ENTITY a 'b'>]>\n<plan><tables/></plan>",

@@ -9,9 +9,13 @@
 #include "limited_child.h"
 #include "qbxml/exchange_recording.h"
 #include "qbxml/exchange_replaying.h"
+#include "qbxml/request_catalogue.h"
+#include "thrown_error.h"
 
 namespace krnqb {
 namespace {
+
+using tests::ErrorOf;
 
 // QuickBooks behind a recorder.
 struct Recorded {
@@ -23,9 +27,13 @@ struct Recorded {
                           std::make_shared<ExchangeRecorder>(lines));
 };
 
-std::unique_ptr<RequestProcessor> Replayed(const std::string& lines) {
+std::shared_ptr<ReplayedExchange> Exchange(const std::string& lines) {
   std::istringstream input(lines);
-  return ReplayingProcessors(input, "recording")->Create();
+  return ReplayingProcessors(input, "recording");
+}
+
+std::unique_ptr<RequestProcessor> Replayed(const std::string& lines) {
+  return Exchange(lines)->Create();
 }
 
 std::string FaultOf(const std::string& lines) {
@@ -84,6 +92,36 @@ TEST(ExchangeRecorder, ReplacesBytesThatAreNotUtf8AndChangesNoAnswer) {
             "{\"request\":\"requestID=\\\"4\\\"\",\"response\":\"<QBXML>\uFFFD</QBXML>\"}\n");
 }
 
+TEST(ExchangeRecorder, WritesWhatTheImportWasShownAndAskedFor) {
+  const auto quickBooks = std::make_shared<fakes::FakeQuickBooks>();
+  std::ostringstream lines;
+  const ExchangeHeader header{.company = {},
+                              .processor = {},
+                              .presented = ProcessorVersion{2, 0},
+                              .import = RecordedImport{.start = {2002, 7},
+                                                       .product = QBKRN_COR,
+                                                       .amounts = AmountsPath::Reports,
+                                                       .expenses = true,
+                                                       .income = false,
+                                                       .pastPerformance = true,
+                                                       .fiscalMonth = std::int16_t{4}}};
+  RecordingProcessors(
+      std::make_shared<fakes::FakeProcessorFactory>(quickBooks, std::make_shared<fakes::Journal>()),
+      std::make_shared<ExchangeRecorder>(lines, header))
+      ->Create()
+      ->BeginSession("", 2);
+  EXPECT_EQ(lines.str(), R"({"exchange":1,"company":"C:\\Companies\\Nursery.qbw","major":1,"minor":1,)"
+                         R"("presented":{"major":2,"minor":0},"import":{"start":"2002-07","product":"cor",)"
+                         R"("amounts":"reports","expenses":true,"income":false,"past_performance":true,)"
+                         R"("fiscal_month":4}})"
+                         "\n");
+  const ExchangeHeader read = Exchange(lines.str())->Header();
+  EXPECT_EQ(read.company, "C:\\Companies\\Nursery.qbw");
+  EXPECT_EQ(read.processor, (ProcessorVersion{1, 1}));
+  EXPECT_EQ(read.presented, header.presented);
+  EXPECT_EQ(read.import, header.import);
+}
+
 TEST(ReplayingProcessors, AnswerAsRecorded) {
   const auto processor = Replayed(std::string(session) + "{\"request\":\"a\",\"response\":\"1\"}\n");
   processor->OpenConnection("id", "name");
@@ -92,6 +130,14 @@ TEST(ReplayingProcessors, AnswerAsRecorded) {
   EXPECT_EQ(processor->MajorVersion(), 2);
   EXPECT_EQ(processor->MinorVersion(), 0);
   EXPECT_EQ(processor->ProcessRequest(ticket, "a"), "1");
+}
+
+TEST(ReplayingProcessors, HaveTheProcessorsOwnVersionWhateverTheImportWasShown) {
+  const auto exchange = Exchange(
+      "{\"exchange\":1,\"company\":\"\",\"major\":16,\"minor\":1,\"presented\":{\"major\":2,\"minor\":0}}\n");
+  EXPECT_EQ(exchange->Create()->MajorVersion(), 16);
+  EXPECT_EQ(exchange->Create()->MinorVersion(), 1);
+  EXPECT_EQ(exchange->Header().presented, (ProcessorVersion{2, 0}));
 }
 
 TEST(ReplayingProcessors, ReturnTheNthAnswerToTheNthRequestAndThenRepeatTheLast) {
@@ -116,23 +162,58 @@ TEST(ReplayingProcessors, ReturnTheNthAnswerToTheNthRequestAndThenRepeatTheLast)
 }
 
 TEST(ReplayingProcessors, NameTheRequestThatWasNotRecorded) {
-  const auto processor = Replayed(session);
-  try {
-    processor->ProcessRequest("", "<Unheard/>");
-    FAIL() << "no error";
-  } catch (const Error& error) {
-    EXPECT_EQ(error.Number(), -2147467259);
-    EXPECT_NE(error.Description().find("<Unheard/>"), std::string::npos);
+  const auto refusal = [](const std::string& request) {
+    return ErrorOf([&] { Replayed(session)->ProcessRequest("", request); });
+  };
+  const auto error = refusal("<Unheard/>");
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error->Number(), -2147467259);
+  EXPECT_EQ(error->Description(), "the recording holds no answer to the request <Unheard/>");
+  EXPECT_EQ(refusal(BuildRequest(4, {}, {}))->Description(),
+            "the recording holds no answer to the request <AccountQueryRq requestID=\"4\">");
+  EXPECT_EQ(refusal("<QBXMLMsgsRq")->Description(), "the recording holds no answer to the request ");
+}
+
+TEST(ReplayingProcessors, RememberTheFirstRequestThatWasNotRecorded) {
+  const auto exchange = Exchange(std::string(session) + "{\"request\":\"a\",\"response\":\"1\"}\n");
+  exchange->Create()->ProcessRequest("", "a");
+  EXPECT_EQ(exchange->UnansweredRequest(), std::nullopt);
+  for (const std::string request : {"b", "c"}) {
+    EXPECT_TRUE(ErrorOf([&] { exchange->Create()->ProcessRequest("", request); }));
+  }
+  EXPECT_EQ(exchange->UnansweredRequest(), "b");
+}
+
+TEST(ReplayingProcessors, SayThatAnotherFileIsNotARecording) {
+  struct Case {
+    const char* text;
+    const char* reason;
+  };
+  for (const auto& [text, reason] : {
+           Case{"", "it is empty"},
+           Case{"Dear reader,\n", "line 1 is not JSON"},
+           Case{"{\n", "line 1 is not JSON"},
+           Case{"\n{}", "line 1 is not JSON"},
+           Case{"SQLite format 3", "line 1 is not JSON"},
+           Case{"\xFF\xFE{", "line 1 is not JSON"},
+           Case{"[1]", "line 1 is an array"},
+           Case{"\"text\"", "line 1 is \"text\""},
+           Case{R"({"kind":"skipped","amount":"5"})", "line 1 has no \"exchange\""},
+           Case{R"({"request":"a","response":"1"})", "line 1 has no \"exchange\""},
+           Case{R"({"company":"","major":1,"minor":1})", "line 1 has no \"exchange\""},
+       }) {
+    EXPECT_EQ(FaultOf(text), std::string("recording is not a recording: ") + reason) << text;
   }
 }
 
 TEST(ReplayingProcessors, NameTheInvalidLineOfARecording) {
-  EXPECT_NE(FaultOf("").find("empty"), std::string::npos);
-  EXPECT_NE(FaultOf("nonsense\n").find("recording, line 1"), std::string::npos);
-  EXPECT_NE(FaultOf(std::string(session) + "{\"request\":\"a\"}\n").find("recording, line 2"),
-            std::string::npos);
-  EXPECT_NE(FaultOf(std::string(session) + "{\"request\":\"a\",\"response\":\"1\"}\n[").find("line 3"),
-            std::string::npos);
+  EXPECT_EQ(FaultOf(std::string(session) + "\n"), "recording, line 2: not JSON from column 1 on");
+  EXPECT_EQ(FaultOf(std::string(session) + "{\"request\":\"a\",\"response\":\"1\"}\n["),
+            "recording, line 3: not JSON from column 2 on");
+  EXPECT_EQ(FaultOf(std::string(session) + "[1]\n"),
+            "recording, line 2: the line is an array; an object is expected");
+  EXPECT_EQ(FaultOf(std::string(session) + "{\"request\":1e999}\n"),
+            "recording, line 2: a number is out of range");
 }
 
 TEST(ReplayingProcessors, SayWhatIsExpectedOfTheFirstLine) {
@@ -147,8 +228,6 @@ TEST(ReplayingProcessors, SayWhatIsExpectedOfTheFirstLine) {
                 "\"exchange\" is 1.0; a whole number from 1 to 32767 is expected"},
            Case{R"({"exchange":true,"company":"","major":1,"minor":1})",
                 "\"exchange\" is true; a whole number from 1 to 32767 is expected"},
-           Case{R"({"company":"","major":1,"minor":1})",
-                "\"exchange\" is missing; a whole number from 1 to 32767 is expected"},
            Case{R"({"exchange":1,"company":"","major":1.9,"minor":1})",
                 "\"major\" is 1.9; a whole number from 0 to 32767 is expected"},
            Case{R"({"exchange":1,"company":"","major":2e32,"minor":1})",
@@ -165,14 +244,73 @@ TEST(ReplayingProcessors, SayWhatIsExpectedOfTheFirstLine) {
                 "\"major\" is an object; a whole number from 0 to 32767 is expected"},
            Case{R"({"exchange":1,"company":7,"major":1,"minor":1})", "\"company\" is 7; a text is expected"},
            Case{R"({"exchange":1,"major":1,"minor":1})", "\"company\" is missing; a text is expected"},
-           Case{R"({"request":"a","response":"1"})",
-                "\"exchange\" is missing; a whole number from 1 to 32767 is expected"},
-           Case{"[1]", "the line is an array; an object is expected"},
-           Case{"nonsense", "not JSON from column 2 on"},
+           Case{R"({"exchange":1e999})", "a number is out of range"},
        }) {
     EXPECT_EQ(FaultOf(std::string(line) + "\n"), std::string("recording, line 1: ") + fault) << line;
   }
   EXPECT_EQ(FaultOf(R"({"exchange":1,"company":"","major":0,"minor":32767})"), "");
+}
+
+TEST(ReplayingProcessors, SayWhatIsExpectedOfTheVersionThatTheImportWasShown) {
+  struct Case {
+    const char* version;
+    const char* fault;
+  };
+  for (const auto& [version, fault] : {
+           Case{"2", "\"presented\" is 2; an object is expected"},
+           Case{R"("2.0")", "\"presented\" is \"2.0\"; an object is expected"},
+           Case{"null", "\"presented\" is null; an object is expected"},
+           Case{R"({"major":2})", "\"minor\" is missing; a whole number from 0 to 32767 is expected"},
+           Case{R"({"major":-2,"minor":0})", "\"major\" is -2; a whole number from 0 to 32767 is expected"},
+           Case{R"({"major":2,"minor":0.5})", "\"minor\" is 0.5; a whole number from 0 to 32767 is expected"},
+       }) {
+    EXPECT_EQ(FaultOf(R"({"exchange":1,"company":"","major":1,"minor":1,"presented":)" +
+                      std::string(version) + "}\n"),
+              std::string("recording, line 1: ") + fault)
+        << version;
+  }
+}
+
+TEST(ReplayingProcessors, SayWhatIsExpectedOfTheImport) {
+  struct Case {
+    const char* member;
+    const char* malformed;  // null: the member is missing
+    const char* fault;
+  };
+  const nlohmann::json import = {{"start", "2002-01"}, {"product", "ald"}, {"amounts", "none"},
+                                 {"expenses", true},   {"income", false},  {"past_performance", false}};
+  const auto faultWith = [](const nlohmann::json& edited) {
+    return FaultOf(R"({"exchange":1,"company":"","major":1,"minor":1,"import":)" + edited.dump() + "}\n");
+  };
+  EXPECT_EQ(faultWith(import), "");
+  EXPECT_EQ(faultWith("ald"), "recording, line 1: \"import\" is \"ald\"; an object is expected");
+  for (const auto& [member, malformed, fault] : {
+           Case{"start", nullptr, "\"start\" is missing; a month written YYYY-MM is expected"},
+           Case{"start", "2002", "\"start\" is 2002; a month written YYYY-MM is expected"},
+           Case{"start", R"("2002-13")", "\"start\" is \"2002-13\"; a month written YYYY-MM is expected"},
+           Case{"start", R"("2002-1")", "\"start\" is \"2002-1\"; a month written YYYY-MM is expected"},
+           Case{"start", R"("2002--1")", "\"start\" is \"2002--1\"; a month written YYYY-MM is expected"},
+           Case{"start", R"("-200-01")", "\"start\" is \"-200-01\"; a month written YYYY-MM is expected"},
+           Case{"product", nullptr, "\"product\" is missing; \"ald\", \"bri\" or \"cor\" is expected"},
+           Case{"product", R"("ALD")", "\"product\" is \"ALD\"; \"ald\", \"bri\" or \"cor\" is expected"},
+           Case{"amounts", nullptr,
+                "\"amounts\" is missing; \"none\", \"transactions\" or \"reports\" is expected"},
+           Case{"amounts", "1", "\"amounts\" is 1; \"none\", \"transactions\" or \"reports\" is expected"},
+           Case{"expenses", nullptr, "\"expenses\" is missing; true or false is expected"},
+           Case{"expenses", "1", "\"expenses\" is 1; true or false is expected"},
+           Case{"income", R"("yes")", "\"income\" is \"yes\"; true or false is expected"},
+           Case{"past_performance", "null", "\"past_performance\" is null; true or false is expected"},
+           Case{"fiscal_month", "0", "\"fiscal_month\" is 0; a whole number from 1 to 12 is expected"},
+           Case{"fiscal_month", "13", "\"fiscal_month\" is 13; a whole number from 1 to 12 is expected"},
+       }) {
+    nlohmann::json edited = import;
+    if (malformed == nullptr) {
+      edited.erase(member);
+    } else {
+      edited[member] = nlohmann::json::parse(malformed);
+    }
+    EXPECT_EQ(faultWith(edited), std::string("recording, line 1: ") + fault);
+  }
 }
 
 TEST(ReplayingProcessors, SayWhatIsExpectedOfALaterLine) {

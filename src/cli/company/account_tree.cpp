@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "cli/console/text_table.h"
+#include "support/characters.h"
 
 namespace krnqb::cli {
 namespace {
@@ -62,10 +63,21 @@ bool AnySelection(const std::vector<AccountNode>& accounts) {
                      [](const AccountNode& account) { return account.selected.has_value(); });
 }
 
+// Shortens a name that would fill the screen; QuickBooks itself accepts no such name.
+std::string ShownName(std::string_view name) {
+  constexpr std::size_t longest = 100;
+  constexpr std::string_view ellipsis = "...";
+  if (CharacterCount(name) <= longest) return std::string(name);
+  std::string_view rest = name;
+  for (std::size_t count = 0; count < longest - ellipsis.size(); ++count) TakeCharacter(rest);
+  return std::string(name.substr(0, name.size() - rest.size())).append(ellipsis);
+}
+
 std::string IndentedName(const AccountNode& account) {
   constexpr std::size_t deepest = 20;
-  if (account.level < deepest) return std::string(2 * account.level, ' ') + account.name;
-  return fmt::format("{}[{}] {}", std::string(2 * deepest, ' '), account.level, account.name);
+  const std::string name = ShownName(account.name);
+  if (account.level < deepest) return std::string(2 * account.level, ' ') + name;
+  return fmt::format("{}[{}] {}", std::string(2 * deepest, ' '), account.level, name);
 }
 
 }  // namespace

@@ -26,8 +26,8 @@ struct AccountNode {
 std::vector<AccountNode> AccountTree(const XmlElement& answer);
 
 /// Returns the trees as a table for people: name indented by level, type, balances and, if any account has a
-/// selection, which accounts are selected. From level 20 on the indentation stays the same and the level
-/// precedes the name in brackets.
+/// selection, which accounts are selected. A name of more than 100 characters is shortened. From level 20 on
+/// the indentation stays the same and the level precedes the name in brackets.
 std::string AccountTreeText(const std::vector<AccountNode>& accounts);
 
 }  // namespace krnqb::cli

@@ -5,7 +5,7 @@
 #include "cli/company/interruptible.h"
 #include "cli/company/json_output.h"
 #include "cli/console/text_table.h"
-#include "cli/import/company_file.h"
+#include "cli/exchange/company_file.h"
 #include "company/check.h"
 #include "company/records/errors.h"
 #include "support/error_handling.h"

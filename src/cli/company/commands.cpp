@@ -6,7 +6,7 @@
 #include "cli/company/json_output.h"
 #include "cli/console/attempt.h"
 #include "cli/console/text_table.h"
-#include "cli/import/company_file.h"
+#include "cli/exchange/company_file.h"
 #include "files/reading.h"
 #include "support/date.h"
 

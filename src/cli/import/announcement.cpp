@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include "cli/console/option_values.h"
+#include "cli/import/asked_data.h"
 #include "cli/import/settings.h"
 #include "plan_file/headings.h"
 #include "support/date.h"
@@ -21,18 +22,9 @@ std::string Joined(const std::vector<std::string>& parts) {
   return text;
 }
 
-std::string ContentsText(const ImportCommand& options) {
-  std::vector<std::string> contents;
-  if (options.expenses && options.income) contents.emplace_back("expense and income accounts");
-  if (options.expenses && !options.income) contents.emplace_back("expense accounts");
-  if (options.income && !options.expenses) contents.emplace_back("income accounts");
-  if (options.pastPerformance) contents.emplace_back("past performance");
-  return Joined(contents);
-}
-
-std::string AmountsText(const ImportCommand& options) {
+std::string AmountsText(const ImportCommand& options, AmountsPath path) {
   if (options.balances == BalImport_None) return "no amounts";
-  return fmt::format("{} amounts", BalancesName(options.balances));
+  return fmt::format("{} amounts{}", BalancesName(options.balances), PathText(path));
 }
 
 std::string GrowthText(const ImportCommand& options) {
@@ -64,11 +56,11 @@ std::string OtherOptionsText(const ImportCommand& options) {
 
 std::string AnnouncementText(const ImportSettings& settings, const ImportSource& source) {
   const ImportCommand& options = settings.options;
-  return fmt::format("Importing {} from {}, {}, into {} (product {}, from {}): {}{}{}.",
-                     ContentsText(options), source.description,
-                     plan_file::TwelveMonthsText(settings.importStart), options.planFile,
+  const RecordedImport asked = AskedData(settings, source);
+  return fmt::format("Importing {} from {}, {}, into {} (product {}, from {}): {}{}{}.", ContentsText(asked),
+                     source.description, plan_file::TwelveMonthsText(settings.importStart), options.planFile,
                      plan_file::ProductText(settings.product), MonthOfYear(settings.planStart),
-                     AmountsText(options), GrowthText(options), OtherOptionsText(options));
+                     AmountsText(options, asked.amounts), GrowthText(options), OtherOptionsText(options));
 }
 
 }  // namespace krnqb::cli

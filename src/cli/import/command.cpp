@@ -5,18 +5,22 @@
 
 #include "cli/console/attempt.h"
 #include "cli/console/text_table.h"
+#include "cli/exchange/interruptible_processors.h"
+#include "cli/exchange/presented_processors.h"
+#include "cli/import/asked_data.h"
 #include "cli/import/expense_selection.h"
 #include "cli/import/failure.h"
 #include "cli/import/file_guard.h"
-#include "cli/import/interruptible_processors.h"
 #include "cli/import/log.h"
 #include "cli/import/omissions.h"
+#include "cli/import/replay_failure.h"
 #include "cli/import/report.h"
 #include "cli/import/settings.h"
 #include "cli/import/skipped_journal.h"
 #include "cli/import/source.h"
 #include "cli/import/summary/report.h"
 #include "files/lock.h"
+#include "files/reading.h"
 
 namespace krnqb::cli {
 namespace {
@@ -67,17 +71,20 @@ class PlanImport {
     const ImportSource source = OpenImportSource(options_, interrupts_);
     outcome_.basis->company = CompanyOf(source);
     interrupts_.StopWhenRequested();
-    LockPlan();
-    plan_ = Attempt([&] { return plan_file::PlanFile::Open(options_.planFile); });
+    const ImportSettings settings = OpenPlan();
     interrupts_.StopWhenRequested();
-    const ImportSettings settings = SettleImport(options_, *plan_);
     outcome_.basis->product = settings.product;
     outcome_.basis->planStart = settings.planStart;
     outcome_.basis->importStart = settings.importStart;
     if (dialogs_ == nullptr) Announce(settings, source);
 
     const plan_file::PlanContent before = plan_file::ReadPlanContent(*plan_);
-    ReadIntoPlan(settings, source);
+    try {
+      ReadIntoPlan(settings, source);
+    } catch (const Failure&) {
+      FailIfAnswersAreMissing(settings, source);
+      throw;
+    }
     if (outcome_.result == ImportResult::Cancelled) return;
     const plan_file::PlanContent after = plan_file::ReadPlanContent(*plan_);
     outcome_.tables = plan_file::CompareTables(before, after);
@@ -86,13 +93,26 @@ class PlanImport {
     Save();
   }
 
+  // Reads the plan before locking it, so that no lock file is left beside a file that is no plan or that the
+  // options contradict, and again if another import has replaced it in between.
+  ImportSettings OpenPlan() {
+    const auto open = [&] {
+      plan_ = Attempt([&] { return plan_file::PlanFile::Open(options_.planFile); });
+      return SettleImport(options_, *plan_);
+    };
+    const auto stamp = files::StampOf(options_.planFile);
+    ImportSettings settings = open();
+    LockPlan();
+    return files::StampOf(options_.planFile) == stamp ? settings : open();
+  }
+
   // A dry run writes nothing, not even a lock file. It needs no lock: it reads the plan only once.
   void LockPlan() {
     if (!options_.dryRun) lock_ = Attempt([&] { return std::optional<files::PlanLock>(options_.planFile); });
   }
 
   void Announce(const ImportSettings& settings, const ImportSource& source) {
-    for (const ImportWarning& warning : ImportWarnings(settings, source, *plan_)) Report(warning);
+    for (const ImportWarning& warning : ImportWarnings(settings, source)) Report(warning);
     if (Chatty()) console_.out << OneLine(AnnouncementText(settings, source)) << std::endl;
   }
 
@@ -104,7 +124,9 @@ class PlanImport {
   void ReadIntoPlan(const ImportSettings& settings, const ImportSource& source) {
     std::optional<ExchangeFile> recording;
     auto processors = source.processors;
-    if (options_.recordFile) processors = recording.emplace(*options_.recordFile).Recording(processors);
+    if (options_.recordFile)
+      processors = recording.emplace(*options_.recordFile).Recording(source, AskedData(settings, source));
+    processors = PresentedProcessors(processors, source.presented);
     std::optional<ProgressDisplay> progress;
     if (bar_) progress.emplace(*bar_, ScopeOf(settings, source), surroundings_.stopwatch);
     const auto log = std::make_shared<ImportLog>(outcome_, interrupts_, progress ? &*progress : nullptr);
@@ -126,6 +148,14 @@ class PlanImport {
     RequireSuccess(exchange, goResult, log->AfterImportRaised());
     RequireComplete();
     if (recording) recording->Finish();
+  }
+
+  // One sentence says all that there is to say about a recording that lacks answers.
+  void FailIfAnswersAreMissing(const ImportSettings& settings, const ImportSource& source) {
+    const auto failure = ReplayFailure(settings, source);
+    if (!failure) return;
+    outcome_.report = ImportReport();
+    throw Failure(*failure);
   }
 
   std::vector<std::shared_ptr<EventSink>> Sinks(const std::shared_ptr<EventSink>& log) const {

@@ -7,6 +7,7 @@
 
 #include "krnqb/enumerations.h"
 #include "plan_file/attributes.h"
+#include "qbxml/exchange_header.h"
 
 namespace krnqb::cli {
 
@@ -18,6 +19,7 @@ struct ImportCommand {
   bool income = false;
   bool pastPerformance = false;
   QBKRN_BalancesImport balances = BalImport_None;
+  std::optional<AmountsPath> amountsFrom;        ///< transactions or reports
   std::optional<std::int16_t> growthRateIncome;  ///< annual growth in whole percent, as the next two
   std::optional<std::int16_t> growthRateCogs;
   std::optional<std::int16_t> growthRateExpenses;

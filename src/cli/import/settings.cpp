@@ -12,6 +12,34 @@ YearMonth YearBefore(const YearMonth& start) {
   return {.year = static_cast<std::int16_t>(start.year - 1), .month = start.month};
 }
 
+std::string PlanText(const plan_file::PlanFile& plan) {
+  std::string text;
+  if (const auto product = plan.Product())
+    text = fmt::format("is of product {}", plan_file::ProductText(*product));
+  if (const auto start = plan.Start()) {
+    text += fmt::format("{}begins in {}", text.empty() ? "" : " and ", plan_file::PlanStartText(*start));
+  }
+  return text;
+}
+
+// An option that contradicts the plan would import into another product's tables, or into other months.
+void CheckAgainstPlan(const ImportCommand& options, const plan_file::PlanFile& plan) {
+  std::vector<std::string> wrong;
+  std::vector<std::string_view> names;
+  if (options.product && plan.Product() && *options.product != *plan.Product()) {
+    names.emplace_back("--product");
+    wrong.push_back(fmt::format("--product is {}", plan_file::ProductText(*options.product)));
+  }
+  if (options.planStart && plan.Start() && *options.planStart != *plan.Start()) {
+    names.emplace_back("--plan-start");
+    wrong.push_back(fmt::format("--plan-start is {}", plan_file::PlanStartText(*options.planStart)));
+  }
+  if (wrong.empty()) return;
+  throw WrongUsage(
+      fmt::format("the plan {} {}, but {}", options.planFile, PlanText(plan), fmt::join(wrong, " and ")),
+      fmt::format("leave out {}, or give another plan", fmt::join(names, " and ")));
+}
+
 }  // namespace
 
 void CheckImportOptions(const ImportCommand& options) {
@@ -24,6 +52,7 @@ void CheckImportOptions(const ImportCommand& options) {
 }
 
 ImportSettings SettleImport(const ImportCommand& options, const plan_file::PlanFile& plan) {
+  CheckAgainstPlan(options, plan);
   const auto product = options.product ? options.product : plan.Product();
   if (!product) {
     throw WrongUsage(fmt::format("the plan {} does not state its product", options.planFile),

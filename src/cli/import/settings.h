@@ -25,8 +25,8 @@ struct ImportSettings {
 /// Throws Failure (WrongUsage) if the options allow no import, whatever the files contain.
 void CheckImportOptions(const ImportCommand& options);
 
-/// Returns the settings of an import, with product and start from the plan if they are not among the options.
-/// Throws Failure (WrongUsage) if the plan does not state them either.
+/// Returns the settings of an import, with product and start from the plan, or from the options if the plan
+/// does not state them. Throws Failure (WrongUsage) if neither does, or if an option contradicts the plan.
 ImportSettings SettleImport(const ImportCommand& options, const plan_file::PlanFile& plan);
 
 /// Sets the component's options and its plan.
@@ -44,7 +44,6 @@ SummaryScope SummaryScopeOf(const ImportOptions& used, const ImportSettings& set
 std::string AnnouncementText(const ImportSettings& settings, const ImportSource& source);
 
 /// Returns a warning for each option that is ignored, or has less effect than it promises.
-std::vector<ImportWarning> ImportWarnings(const ImportSettings& settings, const ImportSource& source,
-                                          const plan_file::PlanFile& plan);
+std::vector<ImportWarning> ImportWarnings(const ImportSettings& settings, const ImportSource& source);
 
 }  // namespace krnqb::cli

@@ -8,35 +8,56 @@
 
 #include "cli/console/attempt.h"
 #include "cli/console/interrupt_watch.h"
-#include "cli/import/company_file.h"
+#include "cli/exchange/company_file.h"
 #include "company/processor.h"
 #include "files/fault.h"
 #include "files/input_buffer.h"
 #include "qbxml/exchange_recording.h"
-#include "qbxml/exchange_replaying.h"
 
 namespace krnqb::cli {
 namespace {
 
-ImportSource CompanySource(const std::string& path, const InterruptWatch& interrupts) {
+// Without amounts the component asks for neither transactions nor reports.
+std::optional<ProcessorVersion> ChosenVersion(const ImportCommand& options) {
+  if (!options.amountsFrom || options.balances == BalImport_None) return std::nullopt;
+  if (*options.amountsFrom == AmountsPath::Reports) return ProcessorVersion{.major = 2, .minor = 0};
+  return ProcessorVersion{.major = 1, .minor = 1};
+}
+
+void RequireReports(const ImportCommand& options, const company::CompanyInfo& info) {
+  const auto chosen = ChosenVersion(options);
+  if (!chosen || chosen->major != 2 || info.processorVersion.starts_with("2.")) return;
+  throw WrongUsage(
+      fmt::format("--amounts-from is reports, but {} ({}) has none: it answers qbXML up to {}, and "
+                  "reports need 2.0",
+                  info.name, *options.companyFile, info.processorVersion),
+      "give --amounts-from transactions, or leave it out");
+}
+
+ImportSource CompanySource(const ImportCommand& options, const InterruptWatch& interrupts) {
+  const std::string path = options.companyFile.value_or("");
   const company::CompanyFile company = OpenCompany(path, company::FileAccess::ReadOnly, interrupts);
   return Attempt("opening the company failed", "run krnqb company check", [&] {
     const company::CompanyInfo info = company.Info();
-    return ImportSource{
-        .processors = company::EmbeddedProcessors(FollowInterrupts(interrupts)),
-        .companyPath = path,
-        .description = fmt::format("{} ({})", info.name, path),
-        .majorVersion = static_cast<std::int16_t>(info.processorVersion.starts_with("2.") ? 2 : 1),
-        .warning = ChecksumWarning(path, company.HasChecksums()),
-        .companyName = info.name,
-        .processorVersion = info.processorVersion};
+    RequireReports(options, info);
+    const auto own = static_cast<std::int16_t>(info.processorVersion.starts_with("2.") ? 2 : 1);
+    const auto presented = ChosenVersion(options);
+    return ImportSource{.processors = company::EmbeddedProcessors(FollowInterrupts(interrupts)),
+                        .companyPath = path,
+                        .description = fmt::format("{} ({})", info.name, path),
+                        .majorVersion = presented ? presented->major : own,
+                        .warning = ChecksumWarning(path, company.HasChecksums()),
+                        .companyName = info.name,
+                        .processorVersion = info.processorVersion,
+                        .presented = presented};
   });
 }
 
-ImportSource RecordedSource(const std::string& path) {
+// A recording is replayed as it was recorded: its own answers fit the version that the import was shown.
+ImportSource RecordedSource(const std::string& path, const ImportCommand& options) {
   constexpr std::string_view failed = "opening the recording failed";
   files::SystemFileOperations operations;
-  const auto file = Attempt(failed, "check the path", [&] {
+  const auto file = Attempt(failed, "check the path and its permissions", [&] {
     return std::make_unique<files::InputFile>(
         path, files::ReadingRules{.pipes = true, .failure = {}, .interrupted = InterruptRequested},
         operations);
@@ -44,15 +65,19 @@ ImportSource RecordedSource(const std::string& path) {
   files::InputBuffer buffer(*file);
   std::istream recording(&buffer);
   recording.exceptions(std::ios::badbit);  // a failure to read is not the recording's end
-  return Attempt(failed, "record the exchange again with --record", [&] {
-    ImportSource source{.processors = ReplayingProcessors(recording, path),
-                        .companyPath = {},
-                        .description = fmt::format("the recording {}", path),
-                        .majorVersion = 0};
-    const auto processor = source.processors->Create();
-    source.majorVersion = processor->MajorVersion();
-    source.processorVersion = fmt::format("{}.{}", processor->MajorVersion(), processor->MinorVersion());
-    return source;
+  return Attempt(failed, "check the path, or record the exchange again with --record", [&] {
+    const auto exchange = ReplayingProcessors(recording, path);
+    const ExchangeHeader& header = exchange->Header();
+    const auto chosen = ChosenVersion(options);
+    const auto presented = chosen ? chosen : header.presented;
+    return ImportSource{
+        .processors = exchange,
+        .companyPath = {},
+        .description = fmt::format("the recording {}", path),
+        .majorVersion = presented.value_or(header.processor).major,
+        .processorVersion = fmt::format("{}.{}", header.processor.major, header.processor.minor),
+        .presented = presented,
+        .recording = exchange};
   });
 }
 
@@ -64,16 +89,17 @@ files::OutputFile CreateRecording(const std::string& path, files::FileOperations
 }  // namespace
 
 ImportSource OpenImportSource(const ImportCommand& options, const InterruptWatch& interrupts) {
-  return options.replayFile ? RecordedSource(*options.replayFile)
-                            : CompanySource(options.companyFile.value_or(""), interrupts);
+  return options.replayFile ? RecordedSource(*options.replayFile, options)
+                            : CompanySource(options, interrupts);
 }
 
 ExchangeFile::ExchangeFile(const std::string& path)
     : name_(path), lines_(CreateRecording(path, operations_)) {}
 
-std::shared_ptr<RequestProcessorFactory> ExchangeFile::Recording(
-    std::shared_ptr<RequestProcessorFactory> inner) {
-  return RecordingProcessors(std::move(inner), std::make_shared<ExchangeRecorder>(lines_.Stream()));
+std::shared_ptr<RequestProcessorFactory> ExchangeFile::Recording(const ImportSource& source,
+                                                                 const RecordedImport& asked) {
+  const ExchangeHeader header{.company = {}, .processor = {}, .presented = source.presented, .import = asked};
+  return RecordingProcessors(source.processors, std::make_shared<ExchangeRecorder>(lines_.Stream(), header));
 }
 
 void ExchangeFile::Finish() {

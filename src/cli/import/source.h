@@ -10,23 +10,29 @@
 #include "files/operations.h"
 #include "files/output_file.h"
 #include "krnqb/request_processor.h"
+#include "qbxml/exchange_replaying.h"
 
 namespace krnqb::cli {
 
 /// The source of an import's answers: a company file, or the recording of an earlier exchange.
 struct ImportSource {
   std::shared_ptr<RequestProcessorFactory> processors;
-  std::string companyPath;        ///< what the session opens; empty for a recording
-  std::string description;        ///< for people: "Nursery (nursery.qbw)" or "the recording exchange.jsonl"
-  std::int16_t majorVersion = 0;  ///< of the processor: 1 imports from transactions, 2 from reports
+  std::string companyPath;  ///< what the session opens; empty for a recording
+  std::string description;  ///< for people: "Nursery (nursery.qbw)" or "the recording exchange.jsonl"
+  std::int16_t majorVersion =
+      0;  ///< that the component is shown: 1 imports from transactions, 2 from reports
   std::optional<std::string> warning = {};  ///< about the source itself
   std::string companyName = {};             ///< empty for a recording
   std::string processorVersion = {};        ///< such as "1.1"
+  /// What the component is shown in place of the version that `processors` state.
+  std::optional<ProcessorVersion> presented = {};
+  std::shared_ptr<const ReplayedExchange> recording = {};  ///< null for a company
 };
 
 /// Opens the source that the options name, without sending a request. A recording takes precedence over a
 /// company, whose processors heed `interrupts`, which must outlive them; it may be a named pipe. Throws
-/// Failure if the source cannot be opened, or if reading the recording fails or is interrupted.
+/// Failure if the source cannot be opened, or if reading the recording fails or is interrupted, and Failure
+/// (WrongUsage) if amounts are asked for from reports, which the company does not have.
 ImportSource OpenImportSource(const ImportCommand& options, const InterruptWatch& interrupts);
 
 /// The file to which an exchange is recorded.
@@ -36,9 +42,9 @@ class ExchangeFile {
   /// written.
   explicit ExchangeFile(const std::string& path);
 
-  /// Returns processors that forward every call to those of `inner` and record it in the file. This object
-  /// must outlive them.
-  std::shared_ptr<RequestProcessorFactory> Recording(std::shared_ptr<RequestProcessorFactory> inner);
+  /// Returns processors that forward every call to those of `source` and record it in the file, with what the
+  /// component is shown and `asked` for. This object must outlive them.
+  std::shared_ptr<RequestProcessorFactory> Recording(const ImportSource& source, const RecordedImport& asked);
 
   /// Closes the file. Throws Failure if the recording could not be written completely.
   void Finish();

@@ -7,16 +7,9 @@ namespace {
 
 using Warnings = std::vector<ImportWarning>;
 
-void WarnOfFiles(Warnings& warnings, const ImportSettings& settings, const plan_file::PlanFile& plan) {
-  const ImportCommand& options = settings.options;
+void WarnOfFiles(Warnings& warnings, const ImportCommand& options) {
   if (options.replayFile && options.companyFile) {
     warnings.push_back({"company-ignored", "--company is ignored because --replay is given"});
-  }
-  const auto product = plan.Product();
-  if (product && *product != settings.product) {
-    warnings.push_back({"product-differs", fmt::format("the plan states product {}, but --product is {}",
-                                                       plan_file::ProductText(*product),
-                                                       plan_file::ProductText(settings.product))});
   }
 }
 
@@ -47,6 +40,7 @@ void WarnOfAmounts(Warnings& warnings, const ImportCommand& options) {
       warnings.push_back({code, fmt::format("--{} is ignored without {}", option, needed)});
     }
   };
+  warn("amounts-from", options.amountsFrom.has_value(), true, {});
   warn("import-start", options.importStart.has_value(), true, {});
   warn("growth-income", options.growthRateIncome.has_value(), options.income, "--income");
   warn("growth-cogs", options.growthRateCogs.has_value(), options.income, "--income");
@@ -70,11 +64,10 @@ void WarnOfSelection(Warnings& warnings, const ImportSettings& settings) {
 
 }  // namespace
 
-Warnings ImportWarnings(const ImportSettings& settings, const ImportSource& source,
-                        const plan_file::PlanFile& plan) {
+Warnings ImportWarnings(const ImportSettings& settings, const ImportSource& source) {
   Warnings warnings;
   if (source.warning) warnings.push_back({"company-without-checksums", *source.warning});
-  WarnOfFiles(warnings, settings, plan);
+  WarnOfFiles(warnings, settings.options);
   WarnOfPastPerformance(warnings, settings, source);
   WarnOfAmounts(warnings, settings.options);
   WarnOfSelection(warnings, settings);

@@ -8,6 +8,7 @@
 #include "company/records/date.h"
 #include "company/records/errors.h"
 #include "krnqb/error.h"
+#include "support/number_text.h"
 #include "xml/parser.h"
 
 namespace krnqb::company {
@@ -26,14 +27,34 @@ std::string RequiredText(const XmlElement& record, std::string_view name) {
   return text;
 }
 
+// Returns a text as a message shows it. A document may hold gigabytes.
+std::string Shown(std::string_view text) {
+  constexpr std::size_t longest = 40;
+  if (text.size() <= longest) return std::string(text);
+  std::size_t end = longest;
+  while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) --end;
+  return std::string(text.substr(0, end)) + "...";
+}
+
+// An import would take a text that is not a number for 0.
+void RequireNumber(const XmlElement& account, std::string_view name) {
+  const XmlElement child = account.Child(name);
+  if (!child || ConvertToDouble(child.Text())) return;
+  const XmlElement accountName = account.Child("Name");
+  Refuse(fmt::format("{} {} has the {} \"{}\", which is not a number", account.Name(),
+                     Shown(accountName ? accountName.Text() : RequiredText(account, "ListID")), name,
+                     Shown(child.Text())));
+}
+
 void ReadListEntry(const XmlElement& element, CompanyRecord& record) {
   record.key = RequiredText(element, "ListID");
   if (const XmlElement parent = element.Child("ParentRef").Child("ListID")) record.parentKey = parent.Text();
   if (record.kind->family == "Item") record.itemAccounts = ReadItemAccounts(element);
   if (record.kind->family != "Account") return;
+  for (const std::string_view balance : {"Balance", "TotalBalance"}) RequireNumber(element, balance);
   record.accountType = RequiredText(element, "AccountType");
   if (!AccountTypeOrder(record.accountType)) {
-    Refuse(fmt::format("AccountRet has the unknown AccountType \"{}\"", record.accountType));
+    Refuse(fmt::format("AccountRet has the unknown AccountType \"{}\"", Shown(record.accountType)));
   }
 }
 
@@ -42,7 +63,7 @@ void ReadTransaction(const XmlElement& element, CompanyRecord& record) {
   record.date = RequiredText(element, "TxnDate");
   if (!IsCalendarDate(record.date)) {
     Refuse(fmt::format("{} has the TxnDate \"{}\", which is not a date written YYYY-MM-DD", element.Name(),
-                       record.date));
+                       Shown(record.date)));
   }
   record.postings = ReadPostings(element);
 }

@@ -1,8 +1,12 @@
 #include "company/records/failures.h"
 
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
+#include <cerrno>
+#include <filesystem>
 #include <system_error>
 
 #include "company/records/errors.h"
@@ -45,9 +49,47 @@ void ThrowFault(const std::string& file, const FileSystem& files) {
   }
 }
 
+// Returns why this process may not use a file in this way (R_OK, W_OK); 0 if it may. Does not open the file:
+// closing it would release the locks of the process's other connections to it.
+int AccessFault(const std::string& file, int access) noexcept {
+  return ::faccessat(AT_FDCWD, file.c_str(), access, AT_EACCESS) == 0 ? 0 : errno;
+}
+
+std::string SystemText(int systemError) {
+  return std::generic_category().message(systemError);
+}
+
+[[noreturn]] void ThrowUnopened(const DatabaseFailure& failure, int systemError) {
+  const std::string& file = failure.file;
+  if (const int fault = AccessFault(file, R_OK); fault != 0) {
+    throw CompanyNeedsRepair(
+        fmt::format("The company file {} cannot be opened: {}; make sure that you have permission to read it",
+                    file, SystemText(fault)));
+  }
+  CannotOpen(fmt::format("The company file {} cannot be opened: {}.", file,
+                         systemError == 0 ? failure.message : SystemText(systemError)));
+}
+
+// A load writes the file itself and its journal, beside it.
+[[noreturn]] void ThrowReadOnly(const DatabaseFailure& failure) {
+  const std::string& file = failure.file;
+  if (const int fault = AccessFault(file, W_OK); fault != 0) {
+    throw CompanyNeedsRepair(fmt::format(
+        "The company file {} cannot be written: {}; make sure that you have permission to change it", file,
+        SystemText(fault)));
+  }
+  const std::string folder = std::filesystem::path(file).parent_path().string();
+  if (const int fault = AccessFault(folder, W_OK); fault != 0) {
+    throw CompanyNeedsRepair(
+        fmt::format("The company file {} cannot be written: no journal can be created in its folder {}: {}; "
+                    "make sure that you have permission to create files there",
+                    file, folder, SystemText(fault)));
+  }
+  CannotOpen(fmt::format("The company file {} cannot be written: {}.", file, failure.message));
+}
+
 [[noreturn]] void ThrowInputOutput(const DatabaseFailure& failure, int systemError) {
-  const std::string reason =
-      systemError == 0 ? failure.message : std::generic_category().message(systemError);
+  const std::string reason = systemError == 0 ? failure.message : SystemText(systemError);
   CannotOpen(fmt::format("The company file {} cannot be read or written: {}.", failure.file, reason));
 }
 
@@ -84,9 +126,9 @@ void ThrowFailure(const DatabaseFailure& failure, const FileSystem& files) {
     case SQLITE_CANTOPEN:
     case SQLITE_PERM:
     case SQLITE_AUTH:
-      CannotOpen(fmt::format("The company file {} cannot be opened: {}.", file, failure.message));
+      ThrowUnopened(failure, files.SystemError());
     case SQLITE_READONLY:
-      CannotOpen(fmt::format("The company file {} cannot be written: {}.", file, failure.message));
+      ThrowReadOnly(failure);
     case SQLITE_FULL:
       CannotOpen(fmt::format("The company file {} cannot be written: the disk is full.", file));
     case SQLITE_IOERR:

@@ -15,7 +15,8 @@ struct DatabaseFailure {
 };
 
 /// Throws the Error that describes a failed operation on a company, as `Database` documents. If the company
-/// or its journal has to be repaired, the error is of kind `Unspecified` and its description says what to do.
+/// or its journal has to be repaired, or may not be read or written, the error is of kind `Unspecified` and
+/// its description says what to do.
 [[noreturn]] void ThrowFailure(const DatabaseFailure& failure, const FileSystem& files);
 
 /// Returns the error for a company that can be used only after something is done about it, which the

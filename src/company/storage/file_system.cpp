@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <array>
+#include <cerrno>
 #include <cstring>
 
 #include "company/storage/journal.h"
@@ -120,7 +121,10 @@ int FileSystem::OpenCompany(const char* name, sqlite3_file* handle, int flags, i
   sqlite3_file* const file = SystemFileOf(handle);
   int opened = 0;
   const int result = system_->own->xOpen(system_->own, name, file, flags, &opened);
-  if (result != SQLITE_OK) return result;
+  if (result != SQLITE_OK) {
+    company_.systemError = errno;
+    return result;
+  }
   if (outFlags != nullptr) *outFlags = opened;
   readOnly_ = (opened & SQLITE_OPEN_READONLY) != 0;
   company_.file = file;

@@ -52,6 +52,22 @@ TEST(AccountTree, IsEmptyWithoutAccounts) {
   EXPECT_EQ(Outline(Tree("")), "");
 }
 
+TEST(AccountTreeText, ShortensANameThatWouldFillTheScreen) {
+  std::string name;
+  for (int count = 0; count < 150'000; ++count) name += "é";
+  std::string shown;
+  for (int count = 0; count < 97; ++count) shown += "é";
+  const std::string text = AccountTreeText(Tree(Account("1", name, "") + Account("2", "Fuel", "1")));
+  EXPECT_NE(text.find('\n' + shown + "...  Expense     1.50              22.00\n"), std::string::npos)
+      << text.substr(0, 1000);
+  EXPECT_LT(text.size(), 1000U);
+}
+
+TEST(AccountTreeText, ShowsANameOfAHundredCharactersInFull) {
+  const std::string name(100, 'n');
+  EXPECT_NE(AccountTreeText(Tree(Account("1", name, ""))).find('\n' + name + "  Expense"), std::string::npos);
+}
+
 TEST(AccountTreeText, IndentsNamesAndAlignsBalances) {
   EXPECT_EQ(AccountTreeText(Tree(Account("1", "Automobile", "") + Account("2", "Fuel", "1"))),
             "Account     Type     Balance  With sub-accounts\n"

@@ -79,6 +79,19 @@ TEST(CompanyLoad, LoadsNothingFromABrokenDocument) {
   EXPECT_EQ(RunProgram({"company", "info", file}).out.find("AccountRet"), std::string::npos);
 }
 
+TEST(CompanyLoad, NamesTheRecordWhoseBalanceIsNotANumber) {
+  const Workplace place;
+  const std::string file = place / "acme.qbw";
+  RunProgram(NewCompany(file));
+  const std::string document = place / "accounts.xml";
+  WriteText(document, tests::Replaced(std::string(twoAccounts), "2.00", "two"));
+  const ProgramRun run = RunProgram({"company", "load", file, document});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.err, "krnqb: loading failed: " + document +
+                         ", line 4: AccountRet Fuel has the Balance \"two\", which is not a number; fix the "
+                         "document and load it again (nothing was loaded)\n");
+}
+
 TEST(CompanyLoad, ExitsWithThreeIfEarlierDocumentsAreLoaded) {
   const Workplace place;
   const std::string file = place / "acme.qbw";

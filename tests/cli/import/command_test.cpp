@@ -267,6 +267,26 @@ TEST(ImportCommand, ReportsAPlanThatCannotBeOpened) {
       << broken.err;
 }
 
+TEST(ImportCommand, LeavesNoLockFileBesideAFileThatItDoesNotChange) {
+  const Workplace place;
+  SmallCompany(place);
+  WriteText(place / "letter.txt", "Dear reader,\n");
+  const ProgramRun letter = RunProgram(place.ImportArguments("letter.txt", {"--expenses"}));
+  EXPECT_EQ(letter.code, 1);
+  EXPECT_EQ(letter.err, "krnqb: cannot open the plan " + (place / "letter.txt") +
+                            ": it is not an XML document; check that the path is that of a plan\n");
+  WriteText(place / "broken.kpf", "<plan>");
+  EXPECT_EQ(RunProgram(place.ImportArguments("broken.kpf", {"--expenses"})).code, 1);
+  const ProgramRun other = RunProgram(place.ImportArguments("bri.kpf", {"--expenses", "--product", "cor"}));
+  EXPECT_EQ(other.code, 2);
+  EXPECT_EQ(other.err, "krnqb: wrong usage: the plan " + (place / "bri.kpf") +
+                           " is of product bri and begins in 2003-01, but --product is cor; leave out "
+                           "--product, or give another plan\n");
+  for (const std::string name : {"letter.txt", "broken.kpf", "bri.kpf"}) {
+    EXPECT_FALSE(fs::exists(place / (name + ".lock"))) << name;
+  }
+}
+
 TEST(ImportCommand, NamesTheOptionForAnUnreadableFiscalMonth) {
   const Workplace place;
   SmallCompany(place, "1.1", "Janvier");

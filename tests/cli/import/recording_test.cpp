@@ -22,7 +22,10 @@ TEST(ImportRecording, HoldsTheWholeExchangeInOrder) {
   ASSERT_EQ(run.code, 0) << run.err;
   const auto lines = RecordingLines(place / "exchange.jsonl");
   ASSERT_GE(lines.size(), 1U);
-  EXPECT_EQ(lines[0].dump(), R"({"exchange":1,"company":")" + company + R"(","major":1,"minor":1})");
+  EXPECT_EQ(lines[0].dump(),
+            R"({"exchange":1,"company":")" + company +
+                R"(","major":1,"minor":1,"import":{"start":"2002-01","product":"ald","amounts":"none",)"
+                R"("expenses":true,"income":true,"past_performance":false}})");
   Words requests;
   for (std::size_t index = 1; index < lines.size(); ++index) requests.push_back(lines[index].at("request"));
   // Only the import's own requests: opening the company sends none.
@@ -101,16 +104,18 @@ TEST(ImportRecording, NamesTheRecordingInTheAnnouncement) {
       << run.out;
 }
 
-TEST(ImportRecording, NamesARequestThatItLacks) {
+TEST(ImportRecording, IsReadableByItsOwnerAlone) {
   const Workplace place;
   place.Nursery();
-  RunProgram(
-      place.ImportArguments("ald.kpf", {"--income", "--dry-run", "--record", place / "exchange.jsonl"}));
-  const ProgramRun run = RunProgram(
-      {"import", "--replay", place / "exchange.jsonl", "--plan", place / "ald.kpf", "--expenses", "--quiet"});
-  EXPECT_EQ(run.code, 1);
-  EXPECT_EQ(run.err.find("krnqb: incomplete: request 4 (expense accounts): refused: "), 0U) << run.err;
-  EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 2) << run.err;
+  const std::string journal = place / "left-out.jsonl";
+  const std::string recording = place / "exchange.jsonl";
+  ASSERT_EQ(RunProgram(place.ImportArguments(
+                           "ald.kpf", {"--income", "--dry-run", "--record", recording, "--journal", journal}))
+                .code,
+            0);
+  for (const std::string& file : {recording, journal}) {
+    EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms(0600)) << file;
+  }
 }
 
 TEST(ImportRecording, ReportsAFileThatCannotBeReplayed) {
@@ -121,15 +126,21 @@ TEST(ImportRecording, ReportsAFileThatCannotBeReplayed) {
     EXPECT_EQ(run.out, "");
     return run.err;
   };
-  EXPECT_EQ(replay(place / "none.jsonl"), "krnqb: opening the recording failed: " + (place / "none.jsonl") +
-                                              ": No such file or directory; check the path\n");
+  EXPECT_EQ(replay(place / "none.jsonl"),
+            "krnqb: opening the recording failed: " + (place / "none.jsonl") +
+                ": No such file or directory; check the path and its permissions\n");
   WriteText(place / "other.jsonl",
             "{\"exchange\":1,\"company\":\"c\",\"major\":1,\"minor\":1}\n{\"request\":\"r\"}\n");
   const std::string message = replay(place / "other.jsonl");
   EXPECT_EQ(message.find("krnqb: opening the recording failed: " + (place / "other.jsonl") + ", line 2: "),
             0U)
       << message;
-  EXPECT_TRUE(message.ends_with("; record the exchange again with --record\n")) << message;
+  constexpr std::string_view advice = "; check the path, or record the exchange again with --record\n";
+  EXPECT_TRUE(message.ends_with(advice)) << message;
+  WriteText(place / "letter.txt", "Dear reader,\n");
+  EXPECT_EQ(replay(place / "letter.txt"), "krnqb: opening the recording failed: " + (place / "letter.txt") +
+                                              " is not a recording: line 1 is not JSON" +
+                                              std::string(advice));
 }
 
 TEST(ImportRecording, IsNeitherAFolderNorADevice) {
@@ -139,7 +150,8 @@ TEST(ImportRecording, IsNeitherAFolderNorADevice) {
         std::pair<std::string, std::string>{"/dev/zero", "it is a device"}}) {
     const ProgramRun run = RunProgram({"import", "--replay", file, "--plan", place / "ald.kpf", "--income"});
     EXPECT_EQ(run.code, 1);
-    EXPECT_EQ(run.err, "krnqb: opening the recording failed: " + file + ": " + reason + "; check the path\n");
+    EXPECT_EQ(run.err, "krnqb: opening the recording failed: " + file + ": " + reason +
+                           "; check the path and its permissions\n");
   }
 }
 

@@ -115,6 +115,8 @@ TEST_F(ExpenseSelection, FailsTheImportIfItCannotBeRead) {
 }
 
 TEST_F(ExpenseSelection, FailsWhenThePlanHasNoTableForIt) {
+  const std::string plan = place / "ald.kpf";
+  tests::WriteText(plan, tests::Replaced(tests::ReadText(plan), " product=\"ald\"", ""));
   const ProgramRun run =
       RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--product", "bri", "--quiet"}));
   EXPECT_EQ(run.code, 1);

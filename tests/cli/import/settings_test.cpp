@@ -45,10 +45,9 @@ std::string LineOf(const ImportCommand& options,
 
 Texts Warnings(const ImportCommand& options, std::int16_t majorVersion = 1,
                const std::string& planAttributes = " product='ald' start='2003-01'") {
-  const auto plan = Plan(planAttributes);
   Texts texts;
   for (const ImportWarning& warning :
-       ImportWarnings(SettleImport(options, *plan), Source(majorVersion), *plan)) {
+       ImportWarnings(SettleImport(options, *Plan(planAttributes)), Source(majorVersion))) {
     texts.push_back(warning.message);
   }
   return texts;
@@ -79,15 +78,46 @@ TEST(SettleImport, TakesProductAndStartFromThePlan) {
   EXPECT_EQ(settings.importStart, (YearMonth{2003, 7}));
 }
 
-TEST(SettleImport, PrefersTheOptions) {
+TEST(SettleImport, TakesWhatThePlanDoesNotStateFromTheOptions) {
   ImportCommand options = Options();
   options.product = QBKRN_BRI;
   options.planStart = YearMonth{2005, 1};
   options.importStart = YearMonth{2002, 3};
-  const ImportSettings settings = SettleImport(options, *Plan(" product='cor' start='2004-07'"));
-  EXPECT_EQ(settings.product, QBKRN_BRI);
-  EXPECT_EQ(settings.planStart, (YearMonth{2005, 1}));
-  EXPECT_EQ(settings.importStart, (YearMonth{2002, 3}));
+  for (const char* attributes :
+       {"", " product='bri'", " start='2005-01'", " product='bri' start='2005-01'"}) {
+    const ImportSettings settings = SettleImport(options, *Plan(attributes));
+    EXPECT_EQ(settings.product, QBKRN_BRI) << attributes;
+    EXPECT_EQ(settings.planStart, (YearMonth{2005, 1})) << attributes;
+    EXPECT_EQ(settings.importStart, (YearMonth{2002, 3})) << attributes;
+  }
+}
+
+TEST(SettleImport, RefusesOptionsThatContradictThePlan) {
+  ImportCommand product = Options();
+  product.product = QBKRN_COR;
+  const std::string begin = "krnqb: wrong usage: the plan plan.kpf ";
+  EXPECT_EQ(LineOf(product, " product='bri' start='2003-01'"),
+            begin +
+                "is of product bri and begins in 2003-01, but --product is cor; leave out --product, or give "
+                "another plan");
+  EXPECT_EQ(LineOf(product, " product='bri'"),
+            begin + "is of product bri, but --product is cor; leave out --product, or give another plan");
+  ImportCommand start = Options();
+  start.planStart = YearMonth{2005, 7};
+  EXPECT_EQ(LineOf(start, " product='bri' start='2003-01'"),
+            begin +
+                "is of product bri and begins in 2003-01, but --plan-start is 2005-07; leave out "
+                "--plan-start, or give another plan");
+  EXPECT_EQ(LineOf(start, " start='2003-01'"),
+            begin +
+                "begins in 2003-01, but --plan-start is 2005-07; leave out --plan-start, or give another "
+                "plan");
+  ImportCommand both = start;
+  both.product = QBKRN_ALD;
+  EXPECT_EQ(LineOf(both, " product='bri' start='2003-01'"),
+            begin +
+                "is of product bri and begins in 2003-01, but --product is ald and --plan-start is 2005-07; "
+                "leave out --product and --plan-start, or give another plan");
 }
 
 TEST(SettleImport, RequiresAProductFromThePlanOrTheOptions) {
@@ -171,7 +201,8 @@ TEST(AnnouncementText, NamesEveryOption) {
   EXPECT_EQ(Announcement(options, " product='bri' start='2003-01'"),
             "Importing expense and income accounts and past performance from Nursery (nursery.qbw), "
             "January to December 2002, into plan.kpf (product bri, from January 2003): "
-            "actual amounts, sales growth 3%, cost growth -4%, expense growth 0%, fiscal year from July, "
+            "actual amounts from transactions, sales growth 3%, cost growth -4%, expense growth 0%, fiscal "
+            "year from July, "
             "selecting Rent, Utilities and Insurance, incomplete data accepted, recorded in exchange.jsonl, "
             "dry run.");
   options.selectAllExpenses = true;
@@ -259,18 +290,11 @@ TEST(ImportWarnings, SayThatARecordingReplacesTheCompany) {
   EXPECT_EQ(Warnings(options), Texts{"--company is ignored because --replay is given"});
 }
 
-TEST(ImportWarnings, SayThatThePlanStatesAnotherProduct) {
-  ImportCommand options = Options();
-  options.product = QBKRN_COR;
-  EXPECT_EQ(Warnings(options), Texts{"the plan states product ald, but --product is cor"});
-  EXPECT_EQ(Warnings(options, 1, " start='2003-01'"), Texts{});
-}
-
 TEST(ImportWarnings, HaveACodeThatSaysWhichOptionIsIgnored) {
   const auto codes = [](const ImportCommand& options, const std::string& product) {
     const auto plan = Plan(" product='" + product + "' start='2003-01'");
     Texts texts;
-    for (const ImportWarning& warning : ImportWarnings(SettleImport(options, *plan), Source(2), *plan)) {
+    for (const ImportWarning& warning : ImportWarnings(SettleImport(options, *plan), Source(2))) {
       texts.push_back(warning.code);
     }
     return texts;
@@ -291,9 +315,6 @@ TEST(ImportWarnings, HaveACodeThatSaysWhichOptionIsIgnored) {
   EXPECT_EQ(codes(options, "bri"), Texts{"past-performance-ignored"});
   options.expenses = false;
   EXPECT_EQ(codes(options, "ald"), Texts{"past-performance-without-expenses"});
-  options = Options();
-  options.product = QBKRN_COR;
-  EXPECT_EQ(codes(options, "ald"), Texts{"product-differs"});
 }
 
 }  // namespace

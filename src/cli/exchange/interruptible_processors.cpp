@@ -1,4 +1,4 @@
-#include "cli/import/interruptible_processors.h"
+#include "cli/exchange/interruptible_processors.h"
 
 #include <utility>
 

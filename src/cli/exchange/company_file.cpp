@@ -1,4 +1,4 @@
-#include "cli/import/company_file.h"
+#include "cli/exchange/company_file.h"
 
 #include <fmt/format.h>
 
