@@ -13,6 +13,10 @@ set(KRNQB_DATABASE SQLite::SQLite3)
 pkg_check_modules(XXHASH REQUIRED IMPORTED_TARGET libxxhash>=0.8)
 set(KRNQB_CHECKSUM PkgConfig::XXHASH)
 
+# The digests of kept versions of plans.
+pkg_check_modules(NETTLE REQUIRED IMPORTED_TARGET nettle>=3.8)
+set(KRNQB_DIGEST PkgConfig::NETTLE)
+
 # The lower case of collection keys.
 pkg_check_modules(UTF8PROC REQUIRED IMPORTED_TARGET libutf8proc)
 set(KRNQB_UNICODE PkgConfig::UTF8PROC)

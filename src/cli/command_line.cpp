@@ -67,6 +67,8 @@ void AddImport(Options options, ImportCommand& import) {
                "Write the plan even if something could not be read (exit status 3)");
   options.Flag("--strict", import.strict, "Treat left-out amounts as an incomplete import");
   options.Flag("--dry-run", import.dryRun, "Show what would change, but write nothing");
+  options.Parsed("--keep", "N", import.keptVersions, ParseVersionNumber,
+                 "Earlier versions that the plan's history keeps, besides the first [20]");
   options.Group(output);
   options.Flag("--json", import.json, "Print one JSON object and nothing else");
   options.Flag("--quiet", import.quiet, "Print nothing but warnings and errors");
@@ -160,6 +162,26 @@ void AddShowPlan(Options options, ShowPlanOptions& plan) {
   options.Flag("--json", plan.json, "Print one JSON object");
 }
 
+void AddPlanHistory(Options options, PlanHistoryOptions& history) {
+  options.Argument("FILE", history.file, "Plan file");
+  options.Flag("--json", history.json, "Print one JSON object");
+}
+
+void AddPlanDiff(Options options, PlanDiffOptions& diff) {
+  options.Argument("FILE", diff.file, "Plan file");
+  options.OptionalArgument("N", diff.from, ParseVersionNumber,
+                           "Earlier version [the one before the last import]");
+  options.OptionalArgument("M", diff.to, ParseVersionNumber, "Version to compare it with [the plan]");
+  options.Flag("--json", diff.json, "Print one JSON object");
+}
+
+void AddPlanUndo(Options options, PlanUndoOptions& undo) {
+  options.Argument("FILE", undo.file, "Plan file");
+  options.Parsed("--to", "N", undo.to, ParseVersionNumber,
+                 "Version to bring back [the one before the last import]");
+  options.Flag("--force", undo.force, "Also if another program has changed the plan since");
+}
+
 void AddCompanies(Options options, CompaniesOptions& companies) {
   options.Text("--quickbooks-folder", "DIR", companies.quickBooksFolder,
                "Folder of the QuickBooks program [as configured]");
@@ -215,9 +237,14 @@ class CommandTree {
                              AddCheckCompany);
     Add<GenerateCompanyOptions>(company, "generate", "Generate a company with years of transactions",
                                 help_text::generateCompany, AddGenerateCompany);
-    CLI::App& plan = AddFamily("plan", "Create and show plan files", help_text::plan);
+    CLI::App& plan = AddFamily("plan", "Create, show and restore plan files", help_text::plan);
     Add<NewPlanOptions>(plan, "new", "Create a plan file", help_text::newPlan, AddNewPlan);
     Add<ShowPlanOptions>(plan, "show", "Show a plan's tables", help_text::showPlan, AddShowPlan);
+    Add<PlanHistoryOptions>(plan, "history", "List the earlier versions of a plan", help_text::planHistory,
+                            AddPlanHistory);
+    Add<PlanDiffOptions>(plan, "diff", "Show what differs from an earlier version", help_text::planDiff,
+                         AddPlanDiff);
+    Add<PlanUndoOptions>(plan, "undo", "Bring an earlier version back", help_text::planUndo, AddPlanUndo);
     AddHelp();
   }
 

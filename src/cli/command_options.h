@@ -63,6 +63,13 @@ class Options {
     Required(app_.add_option_function<std::string>(name, store, description));
   }
 
+  /// Adds a positional argument that may be left out.
+  template <typename Value, typename Parse>
+  void OptionalArgument(const std::string& name, Value& value, Parse parse, const std::string& description) {
+    const auto store = [&value, name, parse](const std::string& text) { value = parse(name, text); };
+    app_.add_option_function<std::string>(name, store, description)->option_text(" ");
+  }
+
   template <typename Value, typename Parse>
   CLI::Option* Parsed(const std::string& name, const std::string& kind, Value& value, Parse parse,
                       const std::string& description) {
@@ -71,7 +78,7 @@ class Options {
   }
 
  private:
-  // All positional arguments are required, so the help mentions neither that nor their type.
+  // Most positional arguments are required, so the help mentions neither that nor their type.
   static void Required(CLI::Option* argument) { argument->required()->option_text(" "); }
 
   CLI::Option* Grouped(CLI::Option* option) {

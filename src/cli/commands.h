@@ -11,6 +11,7 @@
 #include "cli/dialog/command.h"
 #include "cli/import/options.h"
 #include "cli/plan/commands.h"
+#include "cli/plan/history_commands.h"
 
 namespace krnqb::cli {
 
@@ -23,6 +24,7 @@ struct PrintedText {
 using Command =
     std::variant<PrintedText, ImportCommand, AccountsOptions, TablesOptions, RequestOptions, SupportsOptions,
                  NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, CheckCompanyOptions,
-                 GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions, CompaniesOptions, DialogOptions>;
+                 GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions, PlanHistoryOptions, PlanDiffOptions,
+                 PlanUndoOptions, CompaniesOptions, DialogOptions>;
 
 }  // namespace krnqb::cli

@@ -28,7 +28,8 @@ inline constexpr std::string_view import =
   krnqb import --replay exchange.jsonl --plan nursery.kpf --income --json
 
 The plan is written once, at the very end; its previous version is kept beside it
-as .bak. A second import into the same plan at the same time is refused.)";
+as .bak and, with a number, in PLAN.history. "krnqb plan undo" brings it back.
+A second import into the same plan at the same time is refused.)";
 
 inline constexpr std::string_view accounts =
     R"(Examples:
@@ -129,7 +130,10 @@ Examples:
 inline constexpr std::string_view plan =
     R"(Examples:
   krnqb plan new nursery.kpf --product ald --start 2003-01
-  krnqb plan show nursery.kpf)";
+  krnqb plan show nursery.kpf
+  krnqb plan history nursery.kpf
+  krnqb plan diff nursery.kpf
+  krnqb plan undo nursery.kpf)";
 
 inline constexpr std::string_view newPlan =
     R"(Examples:
@@ -153,5 +157,33 @@ Examples:
   krnqb plan show nursery.kpf --table 20000000000000000000000000000600
   krnqb plan show nursery.kpf --cells >after.txt
   krnqb plan show nursery.kpf --json)";
+
+inline constexpr std::string_view planHistory =
+    R"(Every import that writes the plan keeps the version before it, with a number, in the
+folder FILE.history: the last 20 (krnqb import --keep N) and the first one. Exit
+status 3 if a version cannot be brought back because the folder is damaged.
+
+Examples:
+  krnqb plan history nursery.kpf
+  krnqb plan history nursery.kpf --json)";
+
+inline constexpr std::string_view planDiff =
+    R"(Compares version N with the plan, or with version M. Without N, shows what the last
+import has changed. "krnqb plan history" lists the numbers.
+
+Examples:
+  krnqb plan diff nursery.kpf
+  krnqb plan diff nursery.kpf 1
+  krnqb plan diff nursery.kpf 1 2 --json)";
+
+inline constexpr std::string_view planUndo =
+    R"(Brings back the version before the last import, byte for byte. Each further undo goes
+one import further back. The version that an undo replaces is kept with a number of
+its own, so --to brings it back. If another program has changed the plan since, the
+undo is refused; --force replaces the plan all the same, and keeps that version.
+
+Examples:
+  krnqb plan undo nursery.kpf
+  krnqb plan undo nursery.kpf --to 1)";
 
 }  // namespace krnqb::cli::help_text

@@ -52,7 +52,7 @@ void PlanLock::Claim(const std::filesystem::path& plan) const {
   if (errno != EWOULDBLOCK) throw FileError("cannot lock the plan", plan, LastSystemError());
   throw Error(
       error_number::unspecified,
-      fmt::format("cannot import into the plan {}: another import is changing it; wait until that import has "
+      fmt::format("cannot change the plan {}: another import or undo is changing it; wait until that has "
                   "ended and try again",
                   plan.string()));
 }

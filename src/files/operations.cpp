@@ -1,5 +1,6 @@
 #include "files/operations.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -8,6 +9,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <memory>
 
 #include "files/fault.h"
 
@@ -181,6 +183,29 @@ std::error_code SystemFileOperations::AddName(const fs::path& file, const fs::pa
 
 void SystemFileOperations::Remove(const fs::path& file) noexcept {
   ::unlink(file.c_str());
+}
+
+std::error_code SystemFileOperations::CreateFolder(const fs::path& folder, mode_t mode) {
+  return ::mkdir(folder.c_str(), mode) == 0 ? Success() : LastSystemError();
+}
+
+std::error_code SystemFileOperations::ListFolder(const fs::path& folder, std::vector<std::string>& names) {
+  FileDescriptor opened = FileDescriptor::Open(folder, O_RDONLY | O_DIRECTORY | O_NOFOLLOW);
+  if (!opened) return LastSystemError();
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(::fdopendir(opened.Number()), ::closedir);
+  if (entries == nullptr) return LastSystemError();
+  opened.Release();
+  for (;;) {
+    errno = 0;
+    const dirent* entry = ::readdir(entries.get());  // NOLINT(concurrency-mt-unsafe): a stream of its own
+    if (entry == nullptr) return errno == 0 ? Success() : LastSystemError();
+    const std::string_view name(static_cast<const char*>(entry->d_name));
+    if (name != "." && name != "..") names.emplace_back(name);
+  }
+}
+
+void SystemFileOperations::RemoveFolder(const fs::path& folder) noexcept {
+  ::rmdir(folder.c_str());
 }
 
 std::error_code SystemFileOperations::OpenForReading(const fs::path& file, FileDescriptor& opened) {

@@ -5,15 +5,18 @@
 #include <cstddef>
 #include <filesystem>
 #include <span>
+#include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "files/descriptor.h"
 
 namespace krnqb::files {
 
-/// The steps of replacing, reading, writing and locking files, each one or two system calls. A step returns
-/// its failure as an error code and does not throw. Tests override steps to make them fail.
+/// The steps of replacing, reading, writing and locking files and their folders, each one or a few system
+/// calls. A step returns its failure as an error code and does not throw. Tests override steps to make them
+/// fail.
 class FileOperations {
  public:
   virtual ~FileOperations() = default;
@@ -55,6 +58,17 @@ class FileOperations {
   /// Removes a file if it exists.
   virtual void Remove(const std::filesystem::path& file) noexcept = 0;
 
+  /// Creates a folder with the permissions `mode` less the umask; fails with EEXIST if the name is taken.
+  virtual std::error_code CreateFolder(const std::filesystem::path& folder, mode_t mode) = 0;
+
+  /// Appends the names in a folder, in no particular order, to `names`. Fails if `folder` is a symbolic link,
+  /// which is not followed, and with ENOTDIR if it is a file.
+  virtual std::error_code ListFolder(const std::filesystem::path& folder,
+                                     std::vector<std::string>& names) = 0;
+
+  /// Removes a folder if it exists and is empty.
+  virtual void RemoveFolder(const std::filesystem::path& folder) noexcept = 0;
+
   /// Opens a file for reading without waiting: a named pipe without a writer is opened at once.
   virtual std::error_code OpenForReading(const std::filesystem::path& file, FileDescriptor& opened) = 0;
 
@@ -95,6 +109,9 @@ class SystemFileOperations : public FileOperations {
   std::error_code RenameToNew(const std::filesystem::path& from, const std::filesystem::path& to) override;
   std::error_code SyncFolder(const std::filesystem::path& folder) override;
   void Remove(const std::filesystem::path& file) noexcept override;
+  std::error_code CreateFolder(const std::filesystem::path& folder, mode_t mode) override;
+  std::error_code ListFolder(const std::filesystem::path& folder, std::vector<std::string>& names) override;
+  void RemoveFolder(const std::filesystem::path& folder) noexcept override;
   std::error_code OpenForReading(const std::filesystem::path& file, FileDescriptor& opened) override;
   std::error_code Read(const FileDescriptor& file, std::span<char> part, std::size_t& length) override;
   std::error_code OpenForWriting(const std::filesystem::path& file, FileDescriptor& opened) override;

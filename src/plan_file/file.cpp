@@ -51,6 +51,10 @@ std::filesystem::path PlanFile::Save() {
 }
 
 std::filesystem::path PlanFile::Save(files::FileOperations& operations) {
+  return Save(operations, [](std::string_view /*text*/, const auto& replaceFile) { replaceFile(); });
+}
+
+std::filesystem::path PlanFile::Save(files::FileOperations& operations, const Replacement& around) {
   if (files::StampOf(path_) != stamp_) {
     throw Error(
         error_number::unspecified,
@@ -58,7 +62,9 @@ std::filesystem::path PlanFile::Save(files::FileOperations& operations) {
                     "is not overwritten, open the plan again and retry",
                     path_.string()));
   }
-  std::filesystem::path backup = files::ReplaceFile(path_, PlanDocumentText(tables_->Document()), operations);
+  const std::string text = PlanDocumentText(tables_->Document());
+  std::filesystem::path backup;
+  around(text, [&] { backup = files::ReplaceFile(path_, text, operations); });
   stamp_ = files::StampOf(path_).value_or(files::FileStamp{});
   tables_->Saved();
   return backup;

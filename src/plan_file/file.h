@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -59,6 +60,10 @@ class PlanFile : public PlanObject {
   std::filesystem::path Save();
   /// Saves with the given file operations.
   std::filesystem::path Save(files::FileOperations& operations);
+  /// Saves as part of a larger step: calls `around` with the text of the file and with the function that
+  /// replaces the file by it, which `around` has to call once. What `around` throws is passed on.
+  using Replacement = std::function<void(std::string_view text, const std::function<void()>& replaceFile)>;
+  std::filesystem::path Save(files::FileOperations& operations, const Replacement& around);
 
  private:
   explicit PlanFile(const std::filesystem::path& plan);

@@ -204,6 +204,11 @@ TEST(JsonSchemas, RefuseTheOtherOutputsWithoutAMemberOrWithAnotherType) {
   ExpectExact("company-info", info, kinds);
   ExpectExact("company-check", Printed({"company", "check", company, "--json"}), {});
   ExpectExact("plan-show", Printed({"plan", "show", place / "ald.kpf", "--json"}), {});
+  ASSERT_EQ(RunProgram(place.ImportArguments("ald.kpf", {"--expenses"})).code, 0);
+  ExpectExact("plan-history", Printed({"plan", "history", place / "ald.kpf", "--json"}),
+              {"when", "action", "settings", "period", "rows_added", "rows_removed", "cells_changed",
+               "formulas_cleared", "kept", "written"});
+  ExpectExact("plan-diff", Printed({"plan", "diff", place / "ald.kpf", "--json"}), {});
   ExpectExact("failure", Printed({"tables", "--json"}), {});
   tests::WriteText(place / "bad]]>.qbw", "");
   ExpectExact("companies", Printed({"companies", "--quickbooks-folder", place.Folder().string(), "--json"}),

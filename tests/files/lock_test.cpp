@@ -36,8 +36,8 @@ TEST_F(PlanLockTest, RefusesASecondImportWhileTheFirstHoldsIt) {
   const auto error = ErrorOf([&] { const PlanLock second(file); });
   ASSERT_TRUE(error);
   EXPECT_EQ(error->Description(),
-            "cannot import into the plan " + file.string() +
-                ": another import is changing it; wait until that import has ended and try "
+            "cannot change the plan " + file.string() +
+                ": another import or undo is changing it; wait until that has ended and try "
                 "again");
 }
 

@@ -9,7 +9,7 @@
 
 namespace krnqb::files {
 
-/// The steps of replacing a file, in order.
+/// The steps of replacing a file, in order, and then that of creating a folder.
 enum class Step {
   CheckWritable,
   CreateTemporary,
@@ -18,12 +18,13 @@ enum class Step {
   Sync,
   KeepPrevious,
   Rename,
-  SyncFolder
+  SyncFolder,
+  CreateFolder
 };
 
-inline constexpr std::array<std::string_view, 8> stepNames{
-    "CheckWritable", "CreateTemporary", "KeepOwnerAndMode", "Write",
-    "Sync",          "KeepPrevious",    "Rename",           "SyncFolder"};
+inline constexpr std::array<std::string_view, 9> stepNames{
+    "CheckWritable", "CreateTemporary", "KeepOwnerAndMode", "Write",       "Sync",
+    "KeepPrevious",  "Rename",          "SyncFolder",       "CreateFolder"};
 
 enum class Moment { Before, During, After };
 
@@ -73,6 +74,9 @@ class StepOperations : public SystemFileOperations {
   }
   std::error_code SyncFolder(const std::filesystem::path& folder) override {
     return Around(Step::SyncFolder, [&] { return SystemFileOperations::SyncFolder(folder); });
+  }
+  std::error_code CreateFolder(const std::filesystem::path& folder, mode_t mode) override {
+    return Around(Step::CreateFolder, [&] { return SystemFileOperations::CreateFolder(folder, mode); });
   }
 
  private:

@@ -4,10 +4,12 @@
 #include <sys/time.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "files/operations.h"
 #include "files/reading.h"
@@ -85,6 +87,43 @@ TEST(KeptMode, IncludesTheBitThatMakesAFileItsGroups) {
 TEST(SyncedFolder, MayBeInAFileSystemThatNeedsNoFlushing) {
   SystemFileOperations operations;
   EXPECT_FALSE(operations.SyncFolder("/proc"));
+}
+
+TEST(Folders, AreCreatedListedAndRemoved) {
+  const TemporaryFolder folder;
+  SystemFileOperations operations;
+  const auto listed = folder / "listed";
+  ASSERT_FALSE(operations.CreateFolder(listed, 0700));
+  struct stat status {};
+  ASSERT_EQ(::stat(listed.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777U, 0700U);
+  EXPECT_EQ(operations.CreateFolder(listed, 0700), std::errc::file_exists);
+
+  std::vector<std::string> names;
+  EXPECT_FALSE(operations.ListFolder(listed, names));
+  EXPECT_TRUE(names.empty());
+  for (const char* name : {"a", ".b"}) WriteText(listed / name, "");
+  EXPECT_FALSE(operations.ListFolder(listed, names));
+  std::ranges::sort(names);
+  EXPECT_EQ(names, (std::vector<std::string>{".b", "a"}));
+
+  operations.RemoveFolder(listed);
+  EXPECT_TRUE(std::filesystem::exists(listed / "a")) << "it was not empty";
+  for (const char* name : {"a", ".b"}) operations.Remove(listed / name);
+  operations.RemoveFolder(listed);
+  EXPECT_FALSE(std::filesystem::exists(listed));
+}
+
+TEST(Folders, AreNotListedThroughLinks) {
+  const TemporaryFolder folder;
+  SystemFileOperations operations;
+  std::vector<std::string> names;
+  std::filesystem::create_directory_symlink(folder.Path(), folder / "link");
+  WriteText(folder / "file", "");
+  EXPECT_TRUE(operations.ListFolder(folder / "link", names));
+  EXPECT_EQ(operations.ListFolder(folder / "file", names), std::errc::not_a_directory);
+  EXPECT_EQ(operations.ListFolder(folder / "none", names), std::errc::no_such_file_or_directory);
+  EXPECT_TRUE(names.empty());
 }
 
 TEST(FileStamp, DiffersAfterAnotherWriteWithinTheSecond) {

@@ -64,7 +64,7 @@ TEST_P(KilledAtAStep, LeavesACompletePlanAndTheNextImportSucceeds) {
 
 std::vector<KillAt> EveryStep() {
   std::vector<KillAt> kills{{Step::Write, Moment::During, 0}};
-  for (std::size_t index = 0; index < stepNames.size(); ++index) {
+  for (auto index = std::size_t{0}; index <= static_cast<std::size_t>(Step::SyncFolder); ++index) {
     const Step step = static_cast<Step>(index);
     kills.push_back({step, Moment::Before, step > Step::Rename ? 1 : 0});
     kills.push_back({step, Moment::After, step >= Step::Rename ? 1 : 0});

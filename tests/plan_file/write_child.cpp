@@ -3,6 +3,10 @@
 //   plan_write_child step PLAN VERSION STEP MOMENT   saves once and kills itself at that step
 //   plan_write_child loop PLAN VERSION               saves one version after another until killed; prints a
 //                                                    line after the first
+//   plan_write_child import PLAN VERSION COUNT       imports once, keeping two versions, and kills itself at
+//   the
+//                                                    moment with that number, counted from 1
+//   plan_write_child undo PLAN COUNT                 undoes once and does the same
 //   plan_write_child hold PLAN                       locks the plan, prints a line and waits to be killed
 //   plan_write_child unprivileged PLAN               saves as an unprivileged user
 //   plan_write_child limited PLAN                    saves with a file size limit of 200 bytes
@@ -23,6 +27,7 @@
 #include "krnqb/error.h"
 #include "plan_file/file.h"
 #include "plan_file/fixture.h"
+#include "plan_file/history/testing.h"
 
 namespace krnqb::plan_file {
 namespace {
@@ -59,6 +64,50 @@ int SaveUpTo(const std::string& plan, int version, std::string_view step, std::s
   const std::shared_ptr<PlanFile> file = PlanFile::Open(plan);
   MarkVersion(*file, version);
   file->Save(operations);
+  return 0;
+}
+
+// Counts the moments before, within and after all steps that change the disk.
+class KillingOperations : public StepOperations {
+ public:
+  explicit KillingOperations(int moment)
+      : StepOperations([this](Step /*step*/, Moment /*when*/) { return Pass(); }), moment_(moment) {}
+
+  // A killed process loses nothing that is not flushed.
+  std::error_code Sync(const files::FileDescriptor& /*file*/) override {
+    Pass();
+    return {};
+  }
+  std::error_code SyncFolder(const std::filesystem::path& /*folder*/) override {
+    Pass();
+    return {};
+  }
+  void Remove(const std::filesystem::path& file) noexcept override {
+    Pass();
+    StepOperations::Remove(file);
+    Pass();
+  }
+
+ private:
+  std::error_code Pass() noexcept {
+    if (++passed_ == moment_) ::kill(::getpid(), SIGKILL);
+    return {};
+  }
+
+  int moment_;
+  int passed_ = 0;
+};
+
+int ImportUpTo(const std::string& plan, int version, int moment) {
+  KillingOperations operations(moment);
+  constexpr std::int32_t keep = 2;
+  ImportVersion(plan, version, operations, keep);
+  return 0;
+}
+
+int UndoUpTo(const std::string& plan, int moment) {
+  KillingOperations operations(moment);
+  Undo(plan, operations);
   return 0;
 }
 
@@ -101,6 +150,9 @@ int SaveLimited(const std::string& plan) {
 int Run(const std::vector<std::string>& words) {
   if (words.size() == 5 && words[0] == "step")
     return SaveUpTo(words[1], Number(words[2]), words[3], words[4]);
+  if (words.size() == 4 && words[0] == "import")
+    return ImportUpTo(words[1], Number(words[2]), Number(words[3]));
+  if (words.size() == 3 && words[0] == "undo") return UndoUpTo(words[1], Number(words[2]));
   if (words.size() == 3 && words[0] == "loop") SaveForever(words[1], Number(words[2]));
   if (words.size() == 2 && words[0] == "hold") Hold(words[1]);
   if (words.size() == 2 && words[0] == "unprivileged") return SaveUnprivileged(words[1]);

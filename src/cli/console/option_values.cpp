@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "cli/console/failure.h"
+#include "plan_file/history/entry.h"
 #include "support/date.h"
 
 namespace krnqb::cli {
@@ -100,6 +101,14 @@ std::int64_t ParseCount(std::string_view option, std::string_view text) {
   if (!count || *count < 0)
     throw NotA(option, text, "a whole number of 0 or more", "give a number such as 1000");
   return *count;
+}
+
+std::int32_t ParseVersionNumber(std::string_view option, std::string_view text) {
+  const auto number = WholeNumber<std::int32_t>(text);
+  if (!number || *number < 1 || *number > plan_file::highestVersion) {
+    throw NotA(option, text, "a whole number of 1 or more", "give a number such as 3");
+  }
+  return *number;
 }
 
 YearSpan ParseYears(std::string_view option, std::string_view text) {

@@ -32,6 +32,9 @@ std::int16_t ParsePercent(std::string_view option, std::string_view text);
 /// Parses a whole number of 0 or more, up to 64 bits.
 std::int64_t ParseCount(std::string_view option, std::string_view text);
 
+/// Parses the number of a version in a plan's history, or how many of them are kept: 1 to 999999.
+std::int32_t ParseVersionNumber(std::string_view option, std::string_view text);
+
 /// A range of years, both ends included.
 struct YearSpan {
   std::int16_t first = 0;

@@ -31,4 +31,7 @@ struct Surroundings {
   std::function<std::chrono::milliseconds()> stopwatch = {};
 };
 
+/// Returns the clock, which is never null.
+std::shared_ptr<Clock> ClockOf(const Surroundings& surroundings);
+
 }  // namespace krnqb::cli

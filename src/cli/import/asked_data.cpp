@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "plan_file/attributes.h"
+#include "plan_file/headings.h"
 #include "support/date.h"
 
 namespace krnqb::cli {
@@ -38,20 +39,12 @@ std::string_view PathText(AmountsPath path) noexcept {
   return path == AmountsPath::Reports ? " from reports" : "";
 }
 
-std::string PeriodText(const YearMonth& start) {
-  const auto monthOfYear = [](std::int16_t month, int year) {
-    return fmt::format("{} {}", EnglishMonthName(month), year);
-  };
-  if (start.month == 1) return fmt::format("January to December {}", start.year);
-  return fmt::format("{} to {}", monthOfYear(start.month, start.year),
-                     monthOfYear(static_cast<std::int16_t>(start.month - 1), start.year + 1));
-}
-
 std::string AskedText(const RecordedImport& asked) {
   const bool amounts = asked.amounts != AmountsPath::None;
-  std::string text = fmt::format("{} {}{} ({}, product {}", ContentsText(asked),
-                                 amounts ? "with amounts" : "without amounts", PathText(asked.amounts),
-                                 PeriodText(asked.start), plan_file::ProductText(asked.product));
+  std::string text =
+      fmt::format("{} {}{} ({}, product {}", ContentsText(asked),
+                  amounts ? "with amounts" : "without amounts", PathText(asked.amounts),
+                  plan_file::TwelveMonthsText(asked.start), plan_file::ProductText(asked.product));
   if (asked.fiscalMonth) text += fmt::format(", fiscal year from {}", EnglishMonthName(*asked.fiscalMonth));
   return text + ')';
 }

@@ -19,9 +19,6 @@ std::string ContentsText(const RecordedImport& asked);
 /// Returns " from transactions", " from reports" or an empty text.
 std::string_view PathText(AmountsPath path) noexcept;
 
-/// Returns the twelve months from `start` as "January to December 2002" or "July 2001 to June 2002".
-std::string PeriodText(const YearMonth& start);
-
 /// Returns all of it as text for people: "expense accounts with amounts from transactions (January to
 /// December 2002, product ald)".
 std::string AskedText(const RecordedImport& asked);

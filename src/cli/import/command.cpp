@@ -11,6 +11,7 @@
 #include "cli/import/expense_selection.h"
 #include "cli/import/failure.h"
 #include "cli/import/file_guard.h"
+#include "cli/import/history_facts.h"
 #include "cli/import/log.h"
 #include "cli/import/omissions.h"
 #include "cli/import/replay_failure.h"
@@ -21,6 +22,7 @@
 #include "cli/import/summary/report.h"
 #include "files/lock.h"
 #include "files/reading.h"
+#include "plan_file/history/keeping.h"
 
 namespace krnqb::cli {
 namespace {
@@ -147,6 +149,7 @@ class PlanImport {
     if (options_.journalFile) WriteJournal(*options_.journalFile, outcome_.report);
     RequireSuccess(exchange, goResult, log->AfterImportRaised());
     RequireComplete();
+    facts_ = HistoryFacts(settings, exchange.Options());
     if (recording) recording->Finish();
   }
 
@@ -211,12 +214,22 @@ class PlanImport {
       // Once the plan is saved nothing may fail any more, so there is room for the name already.
       constexpr std::size_t roomForSuffix = 16;
       outcome_.backupFile.reserve(plan_->Path().native().size() + roomForSuffix);
-      Attempt([&] { outcome_.backupFile = plan_->Save().native(); });
+      Attempt([&] { SaveWithHistory(); });
     }
     outcome_.result = options_.dryRun ? ImportResult::DryRun
                       : changed       ? ImportResult::Imported
                                       : ImportResult::Unchanged;
     if (!Complete() && !options_.dryRun) outcome_.result = ImportResult::Incomplete;
+  }
+
+  void SaveWithHistory() {
+    CountChanges(facts_, outcome_.tables);
+    files::SystemFileOperations operations;
+    const std::string now = plan_file::MomentText(ClockOf(surroundings_)->Now());
+    const plan_file::KeptSave saved =
+        plan_file::SaveWithHistory(*plan_, facts_, now, options_.keptVersions, operations);
+    outcome_.backupFile = saved.backup.native();
+    outcome_.historyNumber = saved.number;
   }
 
   void Fail(const Failure& failure) {
@@ -241,6 +254,7 @@ class PlanImport {
   std::optional<ProgressBar> bar_;
   std::optional<files::PlanLock> lock_;
   std::shared_ptr<plan_file::PlanFile> plan_;
+  plan_file::ImportFacts facts_;
   bool saving_ = false;
 };
 

@@ -6,6 +6,8 @@
 #include "cli/console/failure.h"
 #include "files/fault.h"
 #include "files/identity.h"
+#include "files/operations.h"
+#include "plan_file/history/folder.h"
 
 namespace krnqb::cli {
 namespace {
@@ -14,24 +16,48 @@ namespace {
 struct UsedFile {
   std::string label;
   std::optional<files::FileIdentity> identity;
+  bool holdsOthers = false;  // a folder whose files are the import's too
 };
 using UsedFiles = std::vector<UsedFile>;
 
 UsedFile OptionFile(std::string_view option, const std::string& path) {
-  return {fmt::format("{} {}", option, path), files::IdentityOf(std::filesystem::path(path))};
+  return {fmt::format("{} {}", option, path), files::IdentityOf(std::filesystem::path(path)), false};
 }
 
 UsedFile FileBeside(std::string_view what, const std::filesystem::path& file, std::string_view suffix) {
-  return {std::string(what), files::IdentityOf(files::WithSuffix(file, suffix))};
+  return {std::string(what), files::IdentityOf(files::WithSuffix(file, suffix)), false};
+}
+
+// The folder of the plan's history, if it exists, else its name, and the files in it.
+UsedFiles HistoryFiles(const std::string& plan, const std::filesystem::path& file) {
+  const std::string label = fmt::format("the history of --plan {}", plan);
+  const std::filesystem::path folder = plan_file::HistoryFolderOf(file);
+  UsedFiles used{{label, files::IdentityOf(folder), true}};
+  std::vector<std::string> names;
+  files::SystemFileOperations operations;
+  // A folder that cannot be read is reported where the history is used.
+  static_cast<void>(operations.ListFolder(folder, names));
+  for (const std::string& name : names) used.push_back({label, files::IdentityOf(folder / name), false});
+  return used;
+}
+
+// Whether the file would be created in that folder.
+bool IsNewIn(const files::FileIdentity& file, const files::FileIdentity& folder) {
+  return !file.newName.empty() && folder.newName.empty() && file.device == folder.device &&
+         file.number == folder.number;
 }
 
 UsedFiles PlanFiles(const std::string& plan) {
   // These are beside the plan itself, not beside a link to it.
   const std::filesystem::path file = files::LinkTarget(plan);
-  return {OptionFile("--plan", plan), FileBeside(fmt::format("the backup of --plan {}", plan), file, ".bak"),
-          FileBeside(fmt::format("the lock of --plan {}", plan), file, ".lock"),
-          FileBeside(fmt::format("a temporary file of --plan {}", plan), file, ".tmp"),
-          FileBeside(fmt::format("a temporary file of --plan {}", plan), file, ".bak.tmp")};
+  UsedFiles used{OptionFile("--plan", plan),
+                 FileBeside(fmt::format("the backup of --plan {}", plan), file, ".bak"),
+                 FileBeside(fmt::format("the lock of --plan {}", plan), file, ".lock"),
+                 FileBeside(fmt::format("a temporary file of --plan {}", plan), file, ".tmp"),
+                 FileBeside(fmt::format("a temporary file of --plan {}", plan), file, ".bak.tmp")};
+  const UsedFiles history = HistoryFiles(plan, file);
+  used.insert(used.end(), history.begin(), history.end());
+  return used;
 }
 
 UsedFiles InputFiles(const ImportCommand& options) {
@@ -50,14 +76,18 @@ UsedFiles InputFiles(const ImportCommand& options) {
 UsedFiles StandardStreams(const ImportCommand& options) {
   UsedFiles files;
   const bool prints = options.json || !options.quiet;
-  if (prints) files.push_back({"standard output", files::IdentityOf(STDOUT_FILENO)});
-  files.push_back({"standard error", files::IdentityOf(STDERR_FILENO)});
+  if (prints) files.push_back({"standard output", files::IdentityOf(STDOUT_FILENO), false});
+  files.push_back({"standard error", files::IdentityOf(STDERR_FILENO), false});
   return files;
 }
 
 void Separate(const UsedFile& file, const UsedFiles& others) {
   for (const UsedFile& other : others) {
-    if (!file.identity || file.identity != other.identity) continue;
+    if (!file.identity || !other.identity) continue;
+    if (other.holdsOthers && IsNewIn(*file.identity, *other.identity)) {
+      throw WrongUsage(fmt::format("{} is in {}", file.label, other.label), "give another file");
+    }
+    if (file.identity != other.identity) continue;
     throw WrongUsage(fmt::format("{} and {} are the same file", file.label, other.label),
                      "give another file");
   }
@@ -66,6 +96,11 @@ void Separate(const UsedFile& file, const UsedFiles& others) {
 }  // namespace
 
 void CheckImportFiles(const ImportCommand& options) {
+  std::error_code unknown;
+  if (plan_file::IsKeptVersion(std::filesystem::weakly_canonical(options.planFile, unknown))) {
+    throw WrongUsage(fmt::format("--plan {} is a version in a plan's history", options.planFile),
+                     "copy it to another folder and import into the copy");
+  }
   const UsedFiles streams = StandardStreams(options);
   const UsedFiles plan = PlanFiles(options.planFile);
   const UsedFiles inputs = InputFiles(options);

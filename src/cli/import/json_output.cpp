@@ -157,7 +157,7 @@ std::string ImportOutcomeJson(const ImportOutcome& outcome) {
             {"period", basis ? PeriodJson(*basis) : Json()},
             {"paths", basis ? PathsJson(*basis) : Json()},
             {"backup", TextOrNull(outcome.backupFile)},
-            {"history", Json()},
+            {"history", OrNull(outcome.historyNumber)},
             {"warnings", Json::array()},
             {"events", Json::array()},
             {"tables", Json::array()},

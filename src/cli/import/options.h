@@ -7,6 +7,7 @@
 
 #include "krnqb/enumerations.h"
 #include "plan_file/attributes.h"
+#include "plan_file/history/entry.h"
 #include "qbxml/exchange_header.h"
 
 namespace krnqb::cli {
@@ -32,6 +33,7 @@ struct ImportCommand {
   bool acceptIncomplete = false;
   bool strict = false;  ///< left-out amounts make the import incomplete
   bool dryRun = false;
+  std::int32_t keptVersions = plan_file::versionsKept;  ///< in the plan's history, besides the first one
   std::optional<std::string> recordFile;
   std::optional<std::string> replayFile;
   std::optional<std::string> journalFile;

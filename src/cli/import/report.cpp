@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "cli/console/shell_word.h"
 #include "cli/import/json_output.h"
 #include "cli/import/omissions.h"
 #include "cli/import/skipped_amounts.h"
@@ -15,7 +16,12 @@ std::string EndText(const ImportOutcome& outcome, const ImportCommand& options) 
   if (outcome.result == ImportResult::DryRun) return "Dry run: nothing was written.\n";
   if (outcome.backupFile.empty())
     return fmt::format("{} is up to date and was not written.\n", options.planFile);
-  return fmt::format("Wrote {}. Its previous version is kept as {}.\n", options.planFile, outcome.backupFile);
+  std::string text =
+      fmt::format("Wrote {}. Its previous version is kept as {}.\n", options.planFile, outcome.backupFile);
+  if (outcome.historyNumber) {
+    text += fmt::format("To bring it back: krnqb plan undo {}\n", ShellWord(options.planFile));
+  }
+  return text;
 }
 
 void PrintWarnings(const ImportOutcome& outcome, const Console& console) {

@@ -12,18 +12,18 @@ namespace krnqb {
 const AccountList::RollUp& AccountList::RollUpOf(std::string_view listId) const {
   Found();
   const std::string id(listId);
-  if (const auto found = lookUps_->rollUps.find(id); found != lookUps_->rollUps.end()) return found->second;
+  if (const auto found = lookUps_->rollUps.find(id); found != lookUps_->rollUps.end()) return *found->second;
   std::vector<std::string> path{id};
-  RollUp rollUp;
+  std::shared_ptr<const RollUp> rollUp;
   // The failure is cached like a name; the caller reports it.
   try {
     rollUp = Climb(path);
   } catch (...) {
-    rollUp.failure = CaughtError();
+    rollUp = std::make_shared<RollUp>(RollUp{.name = {}, .failure = CaughtError()});
   }
   // Every account on the way has the same top-level account, or fails for the same reason.
   for (const std::string& climbed : path) lookUps_->rollUps.try_emplace(climbed, rollUp);
-  return lookUps_->rollUps.at(id);
+  return *lookUps_->rollUps.at(id);
 }
 
 AccountList::LookUps& AccountList::Found() const {
@@ -36,13 +36,15 @@ std::string AccountList::FullNameOf(std::string_view listId) const {
   return NameBeside(Found().index.Find(std::string(listId)));
 }
 
-AccountList::RollUp AccountList::Climb(std::vector<std::string>& path) const {
+std::shared_ptr<const AccountList::RollUp> AccountList::Climb(std::vector<std::string>& path) const {
   XmlElement listIdElement = FindListId(path.back());
-  if (!listIdElement) return {};
+  if (!listIdElement) return std::make_shared<RollUp>();
   std::unordered_set<std::string> visited;
   for (;;) {
     const XmlElement account = listIdElement.Parent();
-    if (account.Child("Sublevel").Text() == "0") return {account.Child("Name").Text(), std::nullopt};
+    if (account.Child("Sublevel").Text() == "0") {
+      return std::make_shared<RollUp>(RollUp{.name = account.Child("Name").Text(), .failure = {}});
+    }
     std::string parentId = account.Select("./ParentRef/ListID").Text();
     if (!visited.insert(parentId).second) {
       throw Error(error_number::unspecified, "the account's parents form a cycle");

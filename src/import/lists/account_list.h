@@ -47,13 +47,14 @@ class AccountList {
     explicit LookUps(const XmlElement& answer) : index(answer, "ListID") {}
     XmlTextIndex index;
     BoundedPaths paths;
-    std::unordered_map<std::string, RollUp> rollUps;
+    // Accounts below one top-level account share its name, which may be long.
+    std::unordered_map<std::string, std::shared_ptr<const RollUp>> rollUps;
   };
 
   LookUps& Found() const;
   XmlElement FindListId(const std::string& listId) const;
   // Climbs from the account whose id is the only one in `path` and appends the ids of the ancestors reached.
-  RollUp Climb(std::vector<std::string>& path) const;
+  std::shared_ptr<const RollUp> Climb(std::vector<std::string>& path) const;
 
   XmlElement answer_;
   mutable std::shared_ptr<LookUps> lookUps_;

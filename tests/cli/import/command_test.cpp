@@ -78,7 +78,8 @@ TEST(ImportCommand, AnnouncesItselfAndReportsTheChangesAndTheBackup) {
                          "4 tables change: 8 rows added, 108 formulas cleared.\n"
                          "The planning program computes the cleared formulas again.\n"
                          "Wrote " +
-                         plan + ". Its previous version is kept as " + plan + ".bak.\n");
+                         plan + ". Its previous version is kept as " + plan +
+                         ".bak.\nTo bring it back: krnqb plan undo " + plan + "\n");
   EXPECT_EQ(ReadText(plan + ".bak"), before);
   EXPECT_NE(ReadText(plan), before);
 }
@@ -346,8 +347,8 @@ TEST(ImportCommand, IsRefusedWhileAnotherImportLocksThePlan) {
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.err,
-              "krnqb: cannot import into the plan " + plan +
-                  ": another import is changing it; wait until that import has ended and try again\n");
+              "krnqb: cannot change the plan " + plan +
+                  ": another import or undo is changing it; wait until that has ended and try again\n");
     EXPECT_EQ(StateOf(plan), before);
     EXPECT_EQ(RunProgram(place.ImportArguments("plan.kpf", {"--expenses", "--dry-run"})).code, 0);
   }

@@ -52,6 +52,10 @@ class FileGuard : public testing::TestWithParam<Case> {
     fs::create_hard_link("exchange.jsonl", "exchange-hard");
     fs::create_symlink("../books.qbw", "real/soft.kpf.bak");
     WriteText("real/soft.kpf", "plan");
+    fs::create_directory("real/plan.kpf.history");
+    WriteText("real/plan.kpf.history/0001.kpf", "version");
+    fs::create_hard_link("real/plan.kpf.history/0001.kpf", "version-hard");
+    fs::create_symlink("real/plan.kpf.history/new", "history-new");
   }
   ~FileGuard() override { fs::current_path(before_); }
 
@@ -138,6 +142,20 @@ INSTANTIATE_TEST_SUITE_P(
              .record = "new",
              .first = "--journal real/new",
              .second = "--record new"},
+        Case{.name = "a version in the plan's history",
+             .plan = "plan.kpf",
+             .journal = "folder/plan.kpf.history/0001.kpf",
+             .first = "--journal folder/plan.kpf.history/0001.kpf",
+             .second = "the history of --plan plan.kpf"},
+        Case{.name = "a hard link to such a version",
+             .record = "version-hard",
+             .first = "--record version-hard",
+             .second = "the history of --plan real/plan.kpf"},
+        Case{.name = "the folder of a history that does not exist yet",
+             .plan = "real/soft.kpf",
+             .journal = "real/soft.kpf.history",
+             .first = "--journal real/soft.kpf.history",
+             .second = "the history of --plan real/soft.kpf"},
         Case{.name = "a company that is the plan",
              .company = "plan-hard",
              .first = "--plan real/plan.kpf",
@@ -151,6 +169,34 @@ INSTANTIATE_TEST_SUITE_P(
              .replay = "backup",
              .first = "the backup of --plan real/plan.kpf",
              .second = "--replay backup"}));
+
+TEST_F(FileGuard, RefusesANewFileInThePlansHistory) {
+  ImportCommand options;
+  options.planFile = "plan.kpf";
+  options.companyFile = "books.qbw";
+  for (const char* path :
+       {"real/plan.kpf.history/journal", "folder/plan.kpf.history/0002.kpf", "history-new"}) {
+    options.journalFile = path;
+    EXPECT_EQ(LineOf(options), std::string("krnqb: wrong usage: --journal ") + path +
+                                   " is in the history of --plan plan.kpf; give another file");
+  }
+}
+
+TEST_F(FileGuard, RefusesToImportIntoAVersionOfAHistory) {
+  ImportCommand options;
+  options.companyFile = "books.qbw";
+  fs::create_symlink("real/plan.kpf.history/0001.kpf", "version");
+  for (const char* path : {"real/plan.kpf.history/0001.kpf", "version"}) {
+    options.planFile = path;
+    EXPECT_EQ(LineOf(options),
+              std::string("krnqb: wrong usage: --plan ") + path +
+                  " is a version in a plan's history; copy it to another folder and import into "
+                  "the copy");
+  }
+  WriteText("real/plan.kpf.history/notes.kpf", "plan");
+  options.planFile = "real/plan.kpf.history/notes.kpf";
+  EXPECT_EQ(LineOf(options), "");
+}
 
 // Standard output is the file while the guard looks at it.
 class RedirectedOutput {

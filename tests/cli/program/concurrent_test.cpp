@@ -38,8 +38,8 @@ TEST(ConcurrentImports, EachSucceedsOrNamesTheOtherAndThePlanIsWhole) {
       } else {
         EXPECT_EQ(code, 1);
         EXPECT_EQ(errors,
-                  "krnqb: cannot import into the plan " + plan +
-                      ": another import is changing it; wait until that import has ended and try again\n");
+                  "krnqb: cannot change the plan " + plan +
+                      ": another import or undo is changing it; wait until that has ended and try again\n");
       }
     }
     EXPECT_GE(succeeded, 1);

@@ -42,6 +42,12 @@ void Prepare(const Workplace& place, const std::string& example) {
                                              {"--income", "--dry-run", "--record", place / "exchange.jsonl"}))
                 .code,
             0);
+  // Two imports, so that there are earlier versions.
+  if (example.find(" plan ") != std::string::npos) {
+    for (const char* what : {"--expenses", "--income"}) {
+      ASSERT_EQ(RunProgram(place.ImportArguments("nursery.kpf", {what})).code, 0);
+    }
+  }
   std::istringstream words(example);
   for (std::string word; words >> word;) {
     if (word == "new" && words >> word) std::filesystem::remove(place / word);
@@ -67,7 +73,8 @@ INSTANTIATE_TEST_SUITE_P(OfEveryCommand, HelpExamples,
                                          help_text::companies, help_text::tables, help_text::request,
                                          help_text::supports, help_text::company, help_text::newCompany,
                                          help_text::loadCompany, help_text::companyInfo, help_text::plan,
-                                         help_text::newPlan, help_text::showPlan));
+                                         help_text::newPlan, help_text::showPlan, help_text::planHistory,
+                                         help_text::planDiff, help_text::planUndo));
 
 }  // namespace
 }  // namespace krnqb::cli

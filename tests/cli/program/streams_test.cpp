@@ -93,11 +93,12 @@ TEST_F(Program, SaysSoIfAFileMayNotBeLarger) {
   const ShellRun plan =
       Shell("ulimit -f 1; krnqb import --company nursery.qbw --plan ald.kpf --expenses --quiet");
   EXPECT_EQ(plan.code, 1);
-  EXPECT_NE(plan.err.find("ald.kpf.tmp failed: File too large; the file is unchanged, raise the limit"),
+  EXPECT_NE(plan.err.find("0001.kpf: writing failed: File too large; the plan is unchanged, raise the limit"),
             std::string::npos)
       << plan.err;
   EXPECT_EQ(ReadText(place / "ald.kpf"), before);
   EXPECT_FALSE(std::filesystem::exists(place / "ald.kpf.tmp"));
+  EXPECT_FALSE(std::filesystem::exists(place / "ald.kpf.history"));
 }
 
 TEST_F(Program, ReplaysARecordingFromAPipe) {
@@ -241,8 +242,8 @@ TEST_F(Program, RefusesASecondImportIntoThePlan) {
   tests::ChildProcess second(place.ImportArguments("ald.kpf", {"--income"}));
   EXPECT_EQ(second.Wait(), 1);
   EXPECT_EQ(second.Errors(),
-            "krnqb: cannot import into the plan " + (place / "ald.kpf") +
-                ": another import is changing it; wait until that import has ended and try again\n");
+            "krnqb: cannot change the plan " + (place / "ald.kpf") +
+                ": another import or undo is changing it; wait until that has ended and try again\n");
   EXPECT_EQ(Shell("cat recording >copy").code, 0);
   EXPECT_EQ(first.Wait(), 0);
   EXPECT_NE(ReadText(place / "copy"), "");

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <vector>
+
+#include "cli/import/settings.h"
+#include "krnqb/import_options.h"
+#include "plan_file/changes.h"
+#include "plan_file/history/entry.h"
+
+namespace krnqb::cli {
+
+/// Returns what the plan's history says about an import. `imported` are the options that it ran with, which
+/// the user may have chosen in a dialog. The changes are not counted yet.
+plan_file::ImportFacts HistoryFacts(const ImportSettings& settings, const ImportOptions& imported);
+
+/// Counts the changes of all tables.
+void CountChanges(plan_file::ImportFacts& facts, const std::vector<plan_file::TableChange>& tables) noexcept;
+
+}  // namespace krnqb::cli
