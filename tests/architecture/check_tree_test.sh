@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # usage: check_tree_test.sh FOLDER
 #
-# Shows that check_tree.sh tells good trees from bad ones: each case is a tree of its own, made in FOLDER.
+# Shows that check_tree.sh tells good trees from bad ones: each case is a tree of its own, made in the subfolder
+# check_tree_test of FOLDER.
 set -euo pipefail
 
 checker=$(dirname "$0")/check_tree.sh
 checker=$(cd "$(dirname "$checker")" && pwd)/check_tree.sh
-folder=$1
+folder=$1/check_tree_test
 rm -rf "$folder"
 mkdir -p "$folder"
 failures=0

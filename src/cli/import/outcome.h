@@ -67,8 +67,8 @@ struct ImportOutcome {
   ImportReport report;     ///< what could not be read and what was left out
   std::string backupFile;  ///< the plan's previous version; empty if the plan was not written
   std::optional<std::int32_t> historyNumber;  ///< of that version in the plan's history, if it was written
-  std::optional<ImportBasis> basis;     ///< empty if the command line is invalid
-  std::vector<ImportWarning> warnings;  ///< in the order in which they were printed
+  std::optional<ImportBasis> basis;           ///< empty if the command line is invalid
+  std::vector<ImportWarning> warnings;        ///< in the order in which they were printed
   std::int64_t elapsedMilliseconds = 0;
 };
 

@@ -60,10 +60,10 @@ TEST(ImportJson, SaysWhatWasAskedAndWhere) {
   const Workplace place;
   const std::string company = place.Nursery("2.0");
   const std::string plan = place / "ald.kpf";
-  const ordered_json object = Object(RunProgram(place.ImportArguments(
-      "ald.kpf", {"--expenses", "--balances", "planned", "--growth-expenses", "-5", "--import-start",
-                  "2000-03", "--fiscal-month", "July", "--strict", "--json", "--journal", place / "journal",
-                  "--record", place / "recording"})));
+  const ordered_json object = Object(RunProgram(
+      place.ImportArguments("ald.kpf", {"--expenses", "--balances", "planned", "--growth-expenses", "-5",
+                                        "--import-start", "2000-03", "--fiscal-month", "July", "--json",
+                                        "--journal", place / "journal", "--record", place / "recording"})));
   EXPECT_EQ(object.at("settings"), (ordered_json{{"product", "ald"},
                                                  {"plan_start", "2003-01"},
                                                  {"import_start", "2000-03"},
@@ -79,7 +79,7 @@ TEST(ImportJson, SaysWhatWasAskedAndWhere) {
                                                  {"select_expenses", ordered_json::array()},
                                                  {"select_all_expenses", false},
                                                  {"accept_incomplete", false},
-                                                 {"strict", true},
+                                                 {"strict", false},
                                                  {"dry_run", false}}));
   EXPECT_EQ(object.at("company"),
             (ordered_json{{"path", company}, {"name", "Hollow Creek Nursery"}, {"processor", "2.0"}}));
@@ -89,6 +89,12 @@ TEST(ImportJson, SaysWhatWasAskedAndWhere) {
                                               {"recording", place / "recording"},
                                               {"replay", nullptr}}));
   EXPECT_EQ(object.at("backup"), plan + ".bak");
+  EXPECT_EQ(object.at("history"), 1);
+  EXPECT_EQ(object.at("warnings"),
+            (ordered_json{{{"code", "empty-period"},
+                           {"message", "QuickBooks has no amounts in the twelve months from 2000-03"},
+                           {"accounts", ordered_json::array()},
+                           {"amounts", ordered_json::array()}}}));
 }
 
 TEST(ImportJson, SaysWhatARecordingHolds) {
