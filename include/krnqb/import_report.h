@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <memory>
 #include <optional>
@@ -55,7 +56,7 @@ class ImportReport : public Observer {
   /// Returns the entries of a journal of the import, in the order reported: each amount that was left out,
   /// including those of past periods (`skipped` has the transaction and the reason), each account in several
   /// report rows, and the early end of past performance.
-  const std::vector<Notice>& Journal() const noexcept { return journal_; }
+  const std::deque<Notice>& Journal() const noexcept { return journal_; }
 
   /// Returns the total of the amounts that were left out of the import's own period. Past periods have a
   /// separate total, since the same transactions may be read again for them.
@@ -88,7 +89,7 @@ class ImportReport : public Observer {
 
   std::vector<Notice> missing_;
   Positions missingPositions_;
-  std::vector<Notice> journal_;
+  std::deque<Notice> journal_;  // long; a vector would need twice the memory to grow
   Total leftOut_;
   Total leftOutOfPast_;
   std::map<SkipReason, Total> leftOutByReason_;

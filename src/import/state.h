@@ -1,9 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
-#include <unordered_map>
+#include <utility>
 
 #include "import/lists/account_list.h"
 #include "import/lists/item_list.h"
@@ -13,19 +14,18 @@
 
 namespace krnqb {
 
-/// How often an expense was booked for a customer, and how often a sale took it back.
-struct BilledExpense {
-  std::int64_t booked = 0;  ///< expenses with the same customer and amount, duplicates included
-  std::int64_t takenBack = 0;
-  std::string customer;  ///< the customer's name, or else its id
-  std::string amount;    ///< the amount's text
+/// An expense that a sale may bill to its customer.
+struct BillableExpense {
+  std::string account;         ///< the account's id or a cost-of-goods marker
+  std::int32_t booked = 1;     ///< expenses with the same customer and amount; only the first one counts
+  std::int32_t takenBack = 0;  ///< sales that billed it
 };
 
 /// What an import has read, for its warnings. Has no effect on the import.
 struct ReadingTally {
   std::int64_t lines = 0;  ///< transaction lines, booked or not
-  std::unordered_map<std::string, BilledExpense>
-      billedExpenses;  ///< by the key of `billableExpenses`, folded
+  /// How often more was billed than was booked, by the customer's name (or else id) and the amount's text.
+  std::map<std::pair<std::string, std::string>, std::int64_t> billedAgain;
 };
 
 /// The options of an import and the data that it has read. Nothing is reset between imports.
@@ -40,8 +40,8 @@ struct ImportState {
   std::optional<SubtotalCollection> expenseSubtotals;
   std::optional<SubtotalCollection> incomeSubtotals;
   std::optional<SubtotalCollection> costSubtotals;
-  /// Account ids or cost-of-goods markers; the key is the customer id, a comma and the amount's text.
-  std::optional<KeyedCollection<std::string>> billableExpenses;
+  /// The key is the customer id, a comma and the amount's text.
+  std::optional<KeyedCollection<BillableExpense>> billableExpenses;
   std::optional<SubtotalCollection> pastPerformance;
   ReadingTally tally;
 };

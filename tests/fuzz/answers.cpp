@@ -108,7 +108,7 @@ std::string Items() {
 void ReadTransactions(const std::string& text, std::int32_t kind) {
   ImportSurroundings surroundings;
   surroundings.SetItems(Items());
-  surroundings.state.billableExpenses->Add("E-1", "K-1,10.00");
+  surroundings.state.billableExpenses->Add({.account = "E-1"}, "K-1,10.00");
   surroundings.quickBooks->answers[std::to_string(kind)] = text;
   const TransactionQuery query{.kind = kind,
                                .request = "<Rq requestID=\"" + std::to_string(kind) + "\"/>",

@@ -1,7 +1,6 @@
 #include "import/amounts/balances.h"
 
 #include <array>
-#include <map>
 #include <optional>
 #include <span>
 #include <unordered_map>
@@ -121,12 +120,7 @@ class BalanceSpreading {
 
 // Warns of the expenses that sales took back more often than they were booked.
 void WarnOfBilledAgain(ImportContext& context) {
-  std::map<std::pair<std::string, std::string>, std::int64_t> billedAgain;  // by customer and amount
-  for (const auto& [key, expense] : context.state.tally.billedExpenses) {
-    const std::int64_t again = expense.takenBack - expense.booked;
-    if (expense.booked > 0 && again > 0) billedAgain[{expense.customer, expense.amount}] += again;
-  }
-  for (const auto& [expense, again] : billedAgain) {
+  for (const auto& [expense, again] : context.state.tally.billedAgain) {
     ReportWarning(context.observer, {.operation = Operation::OffsetBilledExpense}, [&] {
       const double amount = ConvertToDouble(expense.second).value_or(0) * static_cast<double>(again);
       return Finding{.code = WarningCode::BilledAgain, .name = expense.first, .amount = amount};
@@ -141,7 +135,7 @@ void ImportExpenseBalances(ImportContext& context, const YearMonth& start) {
                          ReadExpenseTransactions};
   EndOnError(context.observer, {.operation = pass.operation}, [&] {
     context.state.billableExpenses.emplace();
-    context.state.tally.billedExpenses.clear();
+    context.state.tally.billedAgain.clear();
     ReadMonths(context, pass, start);
     SpreadExpenseBalances(context);
   });

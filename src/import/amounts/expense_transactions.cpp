@@ -63,28 +63,25 @@ std::string BillableAccount(LineBooking& booking, const TransactionLine& line) {
   return PostingText(items.IncomePosting(*line.anyItemId, booking.context.observer));
 }
 
-// Keeps how often an expense was booked, for the warning about those that were billed again.
-void KeepBooked(LineBooking& booking, const TransactionLine& line, const std::string& key) {
-  BilledExpense& expense = booking.context.state.tally.billedExpenses[FoldedKey(key)];
-  if (expense.booked++ > 0) return;
-  expense.customer = line.customerName.empty() ? *line.customerId : line.customerName;
-  expense.amount = *line.amount;
-}
-
 void RecordBillable(LineBooking& booking, const TransactionLine& line) {
   const std::string key = BillableKey(line.customerId, line.amount);
   const std::string account = BillableAccount(booking, line);
   if (key.empty() || account.empty()) return;
-  KeepBooked(booking, line, key);
   SkipOnError(booking.context.observer, booking.place, [&] {
     auto& billable = booking.context.state.billableExpenses;
     if (!billable) throw Error(error_number::objectNotSet);
-    if (billable->Find(key) != nullptr) {
+    if (BillableExpense* const earlier = billable->Find(key)) {
+      ++earlier->booked;
       booking.ReportSkipped(line, SkipReason::DuplicateBillableKey, account);
     } else {
-      billable->Add(account, key);
+      billable->Add({.account = account}, key);
     }
   });
+}
+
+void KeepBilledAgain(LineBooking& booking, const TransactionLine& line, std::string_view customerId) {
+  const std::string_view customer = line.customerName.empty() ? customerId : line.customerName;
+  ++booking.context.state.tally.billedAgain[{std::string(customer), std::string(*line.amount)}];
 }
 
 }  // namespace
@@ -111,13 +108,13 @@ bool OffsetBilledExpense(LineBooking& booking, const TransactionLine& line) {
   // The customer of a line inside a group is two levels up.
   const Field& customerId = line.parentCustomerId ? line.parentCustomerId : line.grandparentCustomerId;
   const std::string key = BillableKey(customerId, line.amount);
-  const auto& billable = booking.context.state.billableExpenses;
-  const std::string* const account = billable && !key.empty() ? billable->Find(key) : nullptr;
-  if (account == nullptr || account->empty()) return false;
+  auto& billable = booking.context.state.billableExpenses;
+  BillableExpense* const expense = billable && !key.empty() ? billable->Find(key) : nullptr;
+  if (expense == nullptr || expense->account.empty()) return false;
   bool offset = false;
   EndOnError(booking.context.observer, booking.query.At(Operation::OffsetBilledExpense), [&] {
-    offset = booking.AddTo(AccountGroup::Expense, *account, -RequireDouble(*line.amount), line);
-    if (offset) ++booking.context.state.tally.billedExpenses[FoldedKey(key)].takenBack;
+    offset = booking.AddTo(AccountGroup::Expense, expense->account, -RequireDouble(*line.amount), line);
+    if (offset && ++expense->takenBack > expense->booked) KeepBilledAgain(booking, line, *customerId);
   });
   return offset;
 }

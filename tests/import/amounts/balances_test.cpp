@@ -122,14 +122,14 @@ TEST_F(MonthlyPasses, UseThePlansStartAfterTheFirstProgressEvent) {
 }
 
 TEST_F(MonthlyPasses, ForExpensesClearTheBillableExpenses) {
-  surroundings.state.billableExpenses->Add("E-1", "K-1,75.00");
+  surroundings.state.billableExpenses->Add({.account = "E-1"}, "K-1,75.00");
   surroundings.quickBooks->answers["12 2003-12-01"] =
       RecordAnswer("CreditCardChargeQueryRs",
                    Element("CreditCardChargeRet",
                            ExpenseLine(AccountRef("E-2") + Amount("76.00") + fakes::CustomerRef("K-1"))));
   ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(surroundings.state.billableExpenses->Count(), 1U);
-  EXPECT_EQ(surroundings.state.billableExpenses->At("K-1,76.00"), "E-2");
+  EXPECT_EQ(surroundings.state.billableExpenses->At("K-1,76.00").account, "E-2");
 }
 
 TEST_F(MonthlyPasses, ForExpensesCreateMissingBillableExpenses) {
@@ -140,7 +140,7 @@ TEST_F(MonthlyPasses, ForExpensesCreateMissingBillableExpenses) {
 }
 
 TEST_F(MonthlyPasses, ForIncomeKeepTheBillableExpenses) {
-  surroundings.state.billableExpenses->Add("E-1", "K-1,75.00");
+  surroundings.state.billableExpenses->Add({.account = "E-1"}, "K-1,75.00");
   ImportIncomeBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(surroundings.state.billableExpenses->Count(), 1U);
 }

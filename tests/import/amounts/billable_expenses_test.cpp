@@ -28,8 +28,8 @@ class BillableExpenses : public testing::Test {
         {.kind = 10, .request = BuildRequest(10, "2002-01-01", "2002-01-31"), .month = 1, .range = {}});
   }
   std::string Recorded(std::string_view key) const {
-    const std::string* account = surroundings.state.billableExpenses->Find(key);
-    return account == nullptr ? "(none)" : *account;
+    const BillableExpense* expense = surroundings.state.billableExpenses->Find(key);
+    return expense == nullptr ? "(none)" : expense->account;
   }
   std::size_t Count() const { return surroundings.state.billableExpenses->Count(); }
 

@@ -22,7 +22,7 @@ using fakes::ItemRef;
 
 class BilledExpenseOffset : public testing::Test {
  protected:
-  BilledExpenseOffset() { surroundings.state.billableExpenses->Add("E-3", "K-1,75.00"); }
+  BilledExpenseOffset() { surroundings.state.billableExpenses->Add({.account = "E-3"}, "K-1,75.00"); }
 
   /// Offsets a line of month 4.
   bool Offset(const TransactionLine& line) {
@@ -93,10 +93,10 @@ TEST_F(BilledExpenseOffset, SubtractsForEveryMatchingLine) {
 }
 
 TEST_F(BilledExpenseOffset, RequiresAnExpenseAccount) {
-  surroundings.state.billableExpenses->Add("I-1", "K-1,76.00");
-  surroundings.state.billableExpenses->Add("X-9", "K-1,77.00");
-  surroundings.state.billableExpenses->Add("", "K-1,78.00");
-  surroundings.state.billableExpenses->Add(CostOfGoodsMarker({"E-1", "E-1", "1"}), "K-1,79.00");
+  surroundings.state.billableExpenses->Add({.account = "I-1"}, "K-1,76.00");
+  surroundings.state.billableExpenses->Add({.account = "X-9"}, "K-1,77.00");
+  surroundings.state.billableExpenses->Add({.account = ""}, "K-1,78.00");
+  surroundings.state.billableExpenses->Add({.account = CostOfGoodsMarker({"E-1", "E-1", "1"})}, "K-1,79.00");
   for (const char* amount : {"76.00", "77.00", "78.00", "79.00"}) {
     EXPECT_FALSE(Offset(Line(amount, "K-1"))) << amount;
   }
@@ -120,7 +120,7 @@ TEST_F(BilledExpenseOffset, DoesNothingBeforeAnyExpensePass) {
 
 TEST_F(BilledExpenseOffset, KeepsASubtotalIfTheDifferenceIsOutOfRange) {
   constexpr double lowest = std::numeric_limits<double>::lowest();
-  surroundings.state.billableExpenses->Add("E-1", "K-1,1.7976931348623157E+308");
+  surroundings.state.billableExpenses->Add({.account = "E-1"}, "K-1,1.7976931348623157E+308");
   surroundings.state.expenseSubtotals->At("Rent").SubTotal(4, lowest);
   Offset(Line("1.7976931348623157E+308", "K-1"));
   EXPECT_EQ(surroundings.Expense("Rent", 4), lowest);

@@ -176,7 +176,7 @@ TEST_F(PastTransactions, ContinueIfASinkEndsAPass) {
 }
 
 TEST_F(PastTransactions, ClearTheBillableExpensesInEachExpensePass) {
-  surroundings.state.billableExpenses->Add("E-1", "K-1,75.00");
+  surroundings.state.billableExpenses->Add({.account = "E-1"}, "K-1,75.00");
   Collect();
   EXPECT_EQ(surroundings.state.billableExpenses->Count(), 0U);
 }
