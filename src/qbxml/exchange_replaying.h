@@ -17,7 +17,7 @@ class ReplayedExchange : public RequestProcessorFactory {
   /// Returns what the recording's first line says.
   virtual const ExchangeHeader& Header() const noexcept = 0;
 
-  /// Returns the first request that the recording held no answer to; nullopt while there is none.
+  /// Returns the first request that the recording has no answer to; nullopt if every request had one.
   virtual const std::optional<std::string>& UnansweredRequest() const noexcept = 0;
 };
 

@@ -95,8 +95,8 @@ class PlanImport {
     Save();
   }
 
-  // Reads the plan before locking it, so that no lock file is left beside a file that is no plan or that the
-  // options contradict, and again if another import has replaced it in between.
+  // Reads the plan before locking it, so that no lock file is left beside a file that is not a plan or that
+  // the options contradict, and again if another import has replaced it in between.
   ImportSettings OpenPlan() {
     const auto open = [&] {
       plan_ = Attempt([&] { return plan_file::PlanFile::Open(options_.planFile); });

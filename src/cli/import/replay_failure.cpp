@@ -25,7 +25,7 @@ std::string DateIn(std::string_view request, std::string_view transactionsElemen
   return std::string(date.empty() ? Between(request, reportsElement, "<") : date);
 }
 
-// Reports have no requestID; they are told apart by their accounts.
+// Reports have no requestID; they are distinguished by their accounts.
 std::optional<std::int32_t> NumberOf(std::string_view request) {
   const std::string_view id = Between(request, "requestID=\"", "\"");
   std::int32_t number = 0;

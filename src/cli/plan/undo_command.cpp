@@ -29,7 +29,7 @@ CommandEnd Run(const PlanUndoOptions& options, const Console& console, const Sur
   const plan_file::UndoResult result = Attempt([&] {
     files::SystemFileOperations operations;
     const std::filesystem::path plan = files::FollowedPlanPath(options.file);
-    plan_file::RequireHistory(plan, operations);  // a file that is no plan gets no lock beside it
+    plan_file::RequireHistory(plan, operations);  // a file that is not a plan gets no lock beside it
     const files::PlanLock lock(plan, operations);
     return plan_file::UndoTo(plan,
                              {.version = options.to,

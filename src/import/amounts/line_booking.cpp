@@ -50,7 +50,7 @@ SkipKind LineBooking::KindOf(SkipReason reason) const {
   const ImportOptions& options = context.state.options;
   switch (reason) {
     case SkipReason::AccountInNoList:
-      // An account of a list that was not read cannot be told from one that no list has.
+      // An account of a list that was not read cannot be distinguished from one that is in no list.
       return options.includeExpenseAccounts && options.includeIncomeAccounts ? SkipKind::NotImported
                                                                              : SkipKind::NotRequested;
     case SkipReason::ItemWithoutAccount:

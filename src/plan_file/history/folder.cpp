@@ -32,7 +32,7 @@ std::string FileName(std::int32_t number, std::string_view suffix) {
   return fmt::format("{:04}{}", number, suffix);
 }
 
-// The number in a name that this program gives to a file.
+// The number in a name that this program chooses for a file.
 std::optional<std::int32_t> NumberIn(std::string_view name) {
   const std::size_t suffix = name.find('.');
   std::int32_t number = 0;

@@ -31,7 +31,8 @@ const PlanBlock* FindBlock(const PlanContent& content, std::string_view blockId)
 
 /// Returns whether a row of a planned or actual block is one of its totals. They are among the closing rows,
 /// below which an import adds nothing: the last row, or the last two of expenses. One of these is a total if
-/// any of its months is a formula other than growth, or its name begins with "Total". Depreciation is none.
+/// any of its months is a formula other than growth, or its name begins with "Total". Depreciation is not a
+/// total.
 bool IsTotalRow(const PlanBlock& block, std::size_t row);
 
 /// The sum of a group's rows, without totals.

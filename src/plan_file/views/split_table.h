@@ -7,7 +7,7 @@
 
 namespace krnqb::plan_file {
 
-/// A line of a table: the row's name and its cells, on one line each. A line with the name alone stands above
+/// A line of a table: the row's name and its cells, on one line each. A line with only the name is above
 /// others, as a heading does.
 struct TableLine {
   std::vector<std::string> texts;

@@ -125,7 +125,7 @@ TEST_F(UnwritableOutput, BecauseItsReaderHasEndedIsQuiet) {
   }
 }
 
-TEST_F(UnwritableOutput, OfACommandThatHasWrittenItsFileIsToldAndChangesNoExitStatus) {
+TEST_F(UnwritableOutput, OfACommandThatHasWrittenItsFileIsReportedAndChangesNoExitStatus) {
   for (const auto& [words, file, code] : changing) {
     const std::string before = fs::exists(place / file) ? ReadText(place / file) : "";
     const ShellRun run = Shell(Joined(words) + " >/dev/full");
@@ -135,7 +135,7 @@ TEST_F(UnwritableOutput, OfACommandThatHasWrittenItsFileIsToldAndChangesNoExitSt
   }
 }
 
-TEST_F(UnwritableOutput, OfACommandThatHasWrittenItsFileIsToldEvenIfItsReaderHasEnded) {
+TEST_F(UnwritableOutput, OfACommandThatHasWrittenItsFileIsReportedEvenIfItsReaderHasEnded) {
   for (const auto& [words, file, code] : changing) {
     const std::string before = fs::exists(place / file) ? ReadText(place / file) : "";
     const ShellRun run = RunWithoutReader(words);
