@@ -206,7 +206,7 @@ TEST_F(SkippedAmounts, HaveTheNamesBesideTheIds) {
   };
   Spend(ExpenseLine(reference("AccountRef", "X-9", "Assets:Stock") +
                     reference("CustomerRef", "K-1", "Ms Wood") + Amount("5")));
-  const Skipped& skipped = *surroundings.SkippedAmounts()[0].skipped;
+  const Skipped skipped = *surroundings.SkippedAmounts()[0].skipped;
   EXPECT_EQ(skipped.account, "X-9");
   EXPECT_EQ(skipped.accountName, "Assets:Stock");
   EXPECT_EQ(skipped.customer, "K-1");
@@ -221,7 +221,7 @@ TEST_F(SkippedAmounts, HaveTheNamesOfTheListsIfTheLineHasNone) {
                          fakes::Element("AccountRef", fakes::Element("ListID", "X-9") +
                                                           fakes::Element("FullName", "Stock")))));
   Sell(Sale(ItemRef("IT-1") + Amount("5")));
-  const Skipped& skipped = *surroundings.SkippedAmounts()[0].skipped;
+  const Skipped skipped = *surroundings.SkippedAmounts()[0].skipped;
   EXPECT_EQ(skipped.account, "X-9");
   EXPECT_EQ(skipped.accountName, "Stock");
   surroundings.SetItems(
