@@ -30,7 +30,7 @@ for version in 1.1 2.0; do
       "$krnqb" import --company "$version.qbw" --plan "$name.kpf" --record "$name.jsonl" --quiet "${options[@]}" 2>/dev/null
       "$krnqb" plan show "$name.kpf" --cells >"$name.cells"
       cmp -s "$name.kpf" "$product.kpf" && { echo "$name changed nothing"; exit 1; }
-      rm "$name.kpf" "$name".kpf.*
+      rm -r "$name.kpf" "$name".kpf.*
     done
   done
 done
