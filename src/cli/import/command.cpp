@@ -71,13 +71,14 @@ class PlanImport {
     if (dialogs_ == nullptr) CheckImportOptions(options_);
     CheckImportFiles(options_);
     const ImportSource source = OpenImportSource(options_, interrupts_);
-    outcome_.basis->company = CompanyOf(source);
+    ImportBasis& basis = Basis();
+    basis.company = CompanyOf(source);
     interrupts_.StopWhenRequested();
     const ImportSettings settings = OpenPlan();
     interrupts_.StopWhenRequested();
-    outcome_.basis->product = settings.product;
-    outcome_.basis->planStart = settings.planStart;
-    outcome_.basis->importStart = settings.importStart;
+    basis.product = settings.product;
+    basis.planStart = settings.planStart;
+    basis.importStart = settings.importStart;
     if (dialogs_ == nullptr) Announce(settings, source);
 
     const plan_file::PlanContent before = plan_file::ReadPlanContent(*plan_);
@@ -107,6 +108,8 @@ class PlanImport {
     LockPlan();
     return files::StampOf(options_.planFile) == stamp ? settings : open();
   }
+
+  ImportBasis& Basis() { return outcome_.basis ? *outcome_.basis : outcome_.basis.emplace(); }
 
   // A dry run writes nothing, not even a lock file. It needs no lock: it reads the plan only once.
   void LockPlan() {
