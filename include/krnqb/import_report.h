@@ -63,7 +63,7 @@ class ImportReport : public Observer {
   const Total& LeftOut() const noexcept { return leftOut_; }
   const Total& LeftOutOfPast() const noexcept { return leftOutOfPast_; }
   /// Returns `LeftOut` by reason, without the reasons that did not occur.
-  const std::map<SkipReason, Total>& LeftOutByReason() const noexcept { return leftOutByReason_; }
+  std::map<SkipReason, Total> LeftOutByReason() const;
   /// Returns `LeftOut` by kind and reason, without those that did not occur.
   std::vector<LeftOutGroup> LeftOutGroups() const;
   /// Returns whether any amount was left out although its account's list is included.
@@ -92,7 +92,6 @@ class ImportReport : public Observer {
   std::deque<Notice> journal_;  // long; a vector would need twice the memory to grow
   Total leftOut_;
   Total leftOutOfPast_;
-  std::map<SkipReason, Total> leftOutByReason_;
   struct NamedGroup {
     LeftOutGroup group;
     Positions namePositions;

@@ -144,7 +144,7 @@ inline constexpr std::string_view showPlan =
     R"(A line is no wider than the terminal, or 80 columns: where that is needed, a year
 is shown in parts, one below the other. A name in parentheses is that of the planned
 row at the same place; the row itself has none. With --values a growth formula is
-shown as its amount; a formula that refers to other cells stays as it is.
+shown as its amount; a formula that refers to other cells is shown as text.
 
 With --cells each line holds table id, block, row, column and text, separated by
 tabs. Rows and columns count from 0. The text is ASCII: tabs, line ends, backslashes

@@ -17,7 +17,7 @@ std::string_view WhatHappened(NoticeKind kind) {
     case NoticeKind::AnswerStatus:
       return "was answered with a status";
     case NoticeKind::AnswerUnreadable:
-      return "got an answer that is no document";
+      return "got an answer that is not a document";
     case NoticeKind::TableUnreadable:
       return "found a plan table unreadable";
     case NoticeKind::TablesNotLoaded:
@@ -27,7 +27,7 @@ std::string_view WhatHappened(NoticeKind kind) {
     case NoticeKind::AccountInSeveralRows:
       return "found an account in several rows";
     case NoticeKind::ColumnsMisaligned:
-      return "found columns out of step";
+      return "found misaligned columns";
     case NoticeKind::PastPerformanceEnded:
       return "ended past performance";
     case NoticeKind::Warning:

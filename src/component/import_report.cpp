@@ -65,11 +65,14 @@ Finding TablesNotTaken(const Notice& notice) {
   return {.code = WarningCode::TablesNotLoaded, .name = notice.description};
 }
 
+std::optional<double> FiniteSum(double one, double other) noexcept {
+  const double sum = one + other;
+  return std::isfinite(sum) ? std::optional(sum) : std::nullopt;
+}
+
 void AddTo(ImportReport::Total& total, double amount) {
   ++total.count;
-  if (!total.sum) return;
-  *total.sum += amount;
-  if (!std::isfinite(*total.sum)) total.sum.reset();
+  if (total.sum) total.sum = FiniteSum(*total.sum, amount);
 }
 
 }  // namespace
@@ -133,7 +136,6 @@ void ImportReport::AddLeftOut(const Place& place, const Skipped& skipped) {
   const double amount = ConvertToDouble(skipped.amount).value_or(0);
   if (place.pastPeriod) return AddTo(leftOutOfPast_, amount);
   AddTo(leftOut_, amount);
-  AddTo(leftOutByReason_[skipped.reason], amount);
   NamedGroup& named = leftOutGroups_[{skipped.kind, skipped.reason}];
   named.group.kind = skipped.kind;
   named.group.reason = skipped.reason;
@@ -141,6 +143,17 @@ void ImportReport::AddLeftOut(const Place& place, const Skipped& skipped) {
   const std::string& name = skipped.accountName.empty() ? skipped.account : skipped.accountName;
   if (name.empty()) return;
   AppendOnce(named.group.names, named.namePositions, std::hash<std::string>()(name), name, std::equal_to<>());
+}
+
+std::map<SkipReason, ImportReport::Total> ImportReport::LeftOutByReason() const {
+  std::map<SkipReason, Total> totals;
+  for (const auto& [key, named] : leftOutGroups_) {
+    const Total& part = named.group.total;
+    Total& total = totals[named.group.reason];
+    total.count += part.count;
+    total.sum = total.sum && part.sum ? FiniteSum(*total.sum, *part.sum) : std::nullopt;
+  }
+  return totals;
 }
 
 std::vector<ImportReport::LeftOutGroup> ImportReport::LeftOutGroups() const {

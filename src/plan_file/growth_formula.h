@@ -23,8 +23,8 @@ std::optional<GrowthFormula> ParseGrowthFormula(std::string_view cell);
 
 /// Returns the amount of a growth formula in row `row` (an index from 0) of a planned block: the formula's
 /// amount times 1 plus the rate in that row's column B, where an empty rate counts as 0. Returns nothing if
-/// the cell is no growth formula, refers to another row (the block's first row is its "startrow"; if that is
-/// no row of a sheet, every formula does), or the rate is not a number.
+/// the cell is not a growth formula, refers to another row (the block's first row is its "startrow"; if that
+/// is not a row of a sheet, every formula does), or the rate is not a number.
 std::optional<double> GrownAmount(const PlanBlock& block, std::size_t row, std::string_view cell);
 
 }  // namespace krnqb::plan_file

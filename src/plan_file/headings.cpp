@@ -48,10 +48,6 @@ std::string MonthHeading(std::int16_t month) {
   return std::string(EnglishMonthName(month).substr(0, 3));
 }
 
-std::string MonthOfYear(const YearMonth& month) {
-  return fmt::format("{} {}", EnglishMonthName(month.month), month.year);
-}
-
 void AppendMonths(std::vector<std::string>& headings, std::optional<YearMonth> start) {
   for (std::int16_t index = 0; index < monthsPerYear; ++index) {
     if (!start) {
@@ -89,6 +85,10 @@ std::string_view BlockTitle(std::string_view blockId) noexcept {
     if (id == blockId) return title;
   }
   return blockId;
+}
+
+std::string MonthOfYear(const YearMonth& month) {
+  return fmt::format("{} {}", EnglishMonthName(month.month), month.year);
 }
 
 std::string TwelveMonthsText(const YearMonth& start) {

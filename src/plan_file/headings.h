@@ -17,6 +17,9 @@ std::string TableTitle(std::string_view tableId);
 /// Returns the title of a block, such as "Annual growth of sales"; for an unknown block, its id.
 std::string_view BlockTitle(std::string_view blockId) noexcept;
 
+/// Returns a month as "March 2002".
+std::string MonthOfYear(const YearMonth& month);
+
 /// Returns the twelve months from `start` as "January to December 2002" or "July 2001 to June 2002".
 std::string TwelveMonthsText(const YearMonth& start);
 

@@ -181,14 +181,19 @@ TEST(JsonSchemas, RefuseAnImportWithoutAMemberOrWithAnotherType) {
 
 TEST(JsonSchemas, RefuseAFailedImportWithoutAMemberOrWithAnotherType) {
   ImportOutcome outcome;
-  outcome.warnings = {{"no-row", "Rent has no row", {"Rent"}, {28414.8}}};
+  Notice warned{.kind = NoticeKind::Warning};
+  warned.finding = Finding{.code = WarningCode::NoRow, .name = "Rent", .amount = 28414.8};
+  outcome.report.Notify(warned);
   outcome.report.Notify({.kind = NoticeKind::AnswerStatus,
                          .meaning = NoticeMeaning::Incomplete,
                          .place = {.request = 10, .fromDate = "2002-01-01", .toDate = "2002-01-31"},
                          .number = 3260});
   const json import = json::parse(ImportOutcomeJson(outcome));
-  EXPECT_EQ(import.at("warnings"), json::parse(R"([{"code": "no-row", "message": "Rent has no row",
-                                                    "accounts": ["Rent"], "amounts": ["28414.80"]}])"));
+  EXPECT_EQ(import.at("warnings").at(0),
+            json({{"code", "no-row"},
+                  {"message", "accounts with amounts have no row in the plan: Rent (28,414.80)"},
+                  {"accounts", {"Rent"}},
+                  {"amounts", {"28414.80"}}}));
   ExpectExact("import", import, {"request", "from", "to"});
 }
 

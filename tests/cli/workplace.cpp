@@ -39,8 +39,6 @@ class KeptInterrupts {
   std::array<struct sigaction, signals.size()> actions_{};
 };
 
-using Words = std::vector<std::string>;
-
 bool Contains(const Words& words, std::string_view word) {
   return std::ranges::find(words, word) != words.end();
 }
@@ -82,6 +80,11 @@ ProgramRun RunProgram(const std::vector<std::string>& arguments, const Surroundi
   }
   if (code == 0 || code == 3) ExpectValidJournal(arguments);
   return {code, out.str(), err.str()};
+}
+
+Words With(Words words, const Words& more) {
+  words.insert(words.end(), more.begin(), more.end());
+  return words;
 }
 
 std::shared_ptr<Clock> JanuaryClock() {

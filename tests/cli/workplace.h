@@ -26,6 +26,11 @@ ProgramRun RunProgram(const std::vector<std::string>& arguments, const Surroundi
 /// Returns the name of the schema in docs/schema/ for what a command with --json prints.
 std::string SchemaOf(const std::vector<std::string>& arguments);
 
+/// Arguments of a command line.
+using Words = std::vector<std::string>;
+/// Returns the words, followed by `more`.
+Words With(Words words, const Words& more);
+
 std::shared_ptr<Clock> JanuaryClock();
 
 using krnqb::tests::ReadText;

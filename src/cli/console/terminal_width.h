@@ -5,11 +5,11 @@
 
 namespace krnqb::cli {
 
-/// The width that output has if it is no terminal, or a terminal does not say how wide it is.
+/// The width of lines if the output does not go to a terminal, or if the width of the terminal is unknown.
 inline constexpr std::size_t defaultWidth = 80;
 
-/// Returns how many columns the terminal behind a descriptor has at this moment, or nothing if it is no
-/// terminal.
+/// Returns how many columns the terminal behind a descriptor has at this moment, or nothing if it is
+/// not a terminal.
 std::optional<std::size_t> TerminalWidth(int descriptor) noexcept;
 
 }  // namespace krnqb::cli

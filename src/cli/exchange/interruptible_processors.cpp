@@ -2,41 +2,39 @@
 
 #include <utility>
 
+#include "cli/exchange/forwarding_processor.h"
+
 namespace krnqb::cli {
 namespace {
 
-class InterruptibleProcessor : public RequestProcessor {
+class InterruptibleProcessor final : public ForwardingProcessor {
  public:
   InterruptibleProcessor(std::unique_ptr<RequestProcessor> inner, const InterruptWatch& interrupts) noexcept
-      : inner_(std::move(inner)), interrupts_(interrupts) {}
+      : ForwardingProcessor(std::move(inner)), interrupts_(interrupts) {}
 
   std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
     interrupts_.StopWhenRequested();
-    std::string answer = inner_->ProcessRequest(ticket, request);
+    std::string answer = ForwardingProcessor::ProcessRequest(ticket, request);
     interrupts_.StopWhenRequested();
     return answer;
   }
 
   void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
     interrupts_.StopWhenRequested();
-    inner_->OpenConnection(applicationIdentifier, applicationName);
+    ForwardingProcessor::OpenConnection(applicationIdentifier, applicationName);
   }
 
   std::string BeginSession(std::string_view companyFile, std::int32_t fileMode) override {
     interrupts_.StopWhenRequested();
-    return inner_->BeginSession(companyFile, fileMode);
+    return ForwardingProcessor::BeginSession(companyFile, fileMode);
   }
 
   std::string GetCurrentCompanyFileName(std::string_view ticket) override {
     interrupts_.StopWhenRequested();
-    return inner_->GetCurrentCompanyFileName(ticket);
+    return ForwardingProcessor::GetCurrentCompanyFileName(ticket);
   }
 
-  std::int16_t MajorVersion() override { return inner_->MajorVersion(); }
-  std::int16_t MinorVersion() override { return inner_->MinorVersion(); }
-
  private:
-  std::unique_ptr<RequestProcessor> inner_;
   const InterruptWatch& interrupts_;
 };
 

@@ -2,31 +2,20 @@
 
 #include <utility>
 
+#include "cli/exchange/forwarding_processor.h"
+
 namespace krnqb::cli {
 namespace {
 
-class PresentedProcessor : public RequestProcessor {
+class PresentedProcessor final : public ForwardingProcessor {
  public:
   PresentedProcessor(std::unique_ptr<RequestProcessor> inner, const ProcessorVersion& presented) noexcept
-      : inner_(std::move(inner)), presented_(presented) {}
+      : ForwardingProcessor(std::move(inner)), presented_(presented) {}
 
-  std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
-    return inner_->ProcessRequest(ticket, request);
-  }
-  void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
-    inner_->OpenConnection(applicationIdentifier, applicationName);
-  }
-  std::string BeginSession(std::string_view companyFile, std::int32_t fileMode) override {
-    return inner_->BeginSession(companyFile, fileMode);
-  }
-  std::string GetCurrentCompanyFileName(std::string_view ticket) override {
-    return inner_->GetCurrentCompanyFileName(ticket);
-  }
   std::int16_t MajorVersion() override { return presented_.major; }
   std::int16_t MinorVersion() override { return presented_.minor; }
 
  private:
-  std::unique_ptr<RequestProcessor> inner_;
   const ProcessorVersion presented_;
 };
 

@@ -9,10 +9,6 @@
 namespace krnqb::cli {
 namespace {
 
-std::string MonthOfYear(const YearMonth& start) {
-  return fmt::format("{} {}", EnglishMonthName(start.month), start.year);
-}
-
 std::string Joined(const std::vector<std::string>& parts) {
   std::string text;
   for (std::size_t index = 0; index < parts.size(); ++index) {
@@ -59,7 +55,7 @@ std::string AnnouncementText(const ImportSettings& settings, const ImportSource&
   const RecordedImport asked = AskedData(settings, source);
   return fmt::format("Importing {} from {}, {}, into {} (product {}, from {}): {}{}{}.", ContentsText(asked),
                      source.description, plan_file::TwelveMonthsText(settings.importStart), options.planFile,
-                     plan_file::ProductText(settings.product), MonthOfYear(settings.planStart),
+                     plan_file::ProductText(settings.product), plan_file::MonthOfYear(settings.planStart),
                      AmountsText(options, asked.amounts), GrowthText(options), OtherOptionsText(options));
 }
 

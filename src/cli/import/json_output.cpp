@@ -69,7 +69,7 @@ Json PeriodJson(const ImportBasis& basis) {
   const YearMonth first = *basis.importStart;
   const YearMonth last = TwelveMonths(first).Last();
   constexpr std::int16_t lastYear = 9999;
-  if (last.year > lastYear) return {};  // its days are no dates
+  if (last.year > lastYear) return {};  // its days are not valid dates
   return {{"from", DateText(first.year, first.month, 1)},
           {"to", DateText(last.year, last.month, DaysInCalendarMonth(last.month, last.year))}};
 }
@@ -106,12 +106,10 @@ Json OmissionJson(const Notice& omission) {
 }
 
 Json WarningJson(const ImportWarning& warning) {
-  Json amounts = Json::array();
-  for (const double amount : warning.amounts) amounts.push_back(DecimalText(amount));
   return {{"code", warning.code},
           {"message", warning.message},
-          {"accounts", warning.accounts},
-          {"amounts", amounts}};
+          {"accounts", Json::array()},
+          {"amounts", Json::array()}};
 }
 
 Json WarningJson(const Warning& warning) {

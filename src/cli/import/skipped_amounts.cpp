@@ -51,7 +51,7 @@ std::string SumText(const ImportReport::Total& total) {
   return total.sum ? MoneyText(*total.sum) : std::string("out of range");
 }
 
-// Returns the groups of one kind under a heading; empty if there are none.
+// Returns the groups of one kind under a heading, or an empty text without such groups.
 std::string GroupsText(const std::vector<ImportReport::LeftOutGroup>& groups, SkipKind kind,
                        std::string_view heading) {
   std::string text;

@@ -11,9 +11,9 @@
 #include "files/followed_path.h"
 #include "files/reading.h"
 #include "plan_file/changes.h"
-#include "plan_file/differences.h"
 #include "plan_file/history/digest.h"
 #include "plan_file/history/undo.h"
+#include "plan_file/views/differences.h"
 
 namespace krnqb::cli {
 namespace {

@@ -210,6 +210,7 @@ bool ParseProfitAndLossReport(const XmlElement& response, std::optional<Subtotal
   RowReporting reporting(observer, place);
   RowColumns rowColumns;
   bool anyAmount = false;
+  bool anyFurtherAmount = false;
   double furtherColumns = 0;
   for (const XmlElement& rowData : response.SelectAll(accountRows)) {
     const std::optional<std::string> label = TopLevelLabel(rowData);
@@ -228,11 +229,14 @@ bool ParseProfitAndLossReport(const XmlElement& response, std::optional<Subtotal
       if (column >= columns.size()) break;
       const double amount = AmountOf(columns[column], name, reporting);
       anyAmount = anyAmount || amount != 0;
-      if (month > 1) furtherColumns += amount;
+      if (month > 1) {
+        anyFurtherAmount = anyFurtherAmount || amount != 0;
+        furtherColumns += amount;
+      }
       subtotal->AddToSubTotal(month, amount);
     }
   }
-  if (furtherColumns != 0 && IsOneMonth(place)) reporting.FurtherColumns(furtherColumns);
+  if (anyFurtherAmount && IsOneMonth(place)) reporting.FurtherColumns(furtherColumns);
   return anyAmount;
 }
 

@@ -14,7 +14,7 @@ struct JsonArray {
   std::size_t length = 0;
 };
 struct JsonObject {};
-/// A number that is no 64-bit integer.
+/// A number that is not a 64-bit integer.
 struct JsonOtherNumber {};
 
 using JsonValue =

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
@@ -22,32 +23,35 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 7> twins{
      {"db_income_range_cat3_actual", "db_income_range_cat3"},
      {"db_contributionmargin_cat2_actual", "db_contributionmargin_cat2"}}};
 
-bool IsNameless(std::string_view name) {
-  return name.empty() || name == emptyCellText || ConvertToDouble(name);
-}
-
-const PlanBlock* PlannedTwin(const PlanContent& content, std::string_view blockId) noexcept {
-  for (const auto& [twin, planned] : twins) {
-    if (twin == blockId) return FindBlock(content, planned);
-  }
-  return nullptr;
-}
-
 void NameRows(PlanBlock& block, const PlanBlock& planned) {
   for (std::size_t row = 0; row < std::min(block.rows.size(), planned.rows.size()); ++row) {
     PlanRow& cells = block.rows[row];
     const PlanRow& twin = planned.rows[row];
-    if (cells.empty() || twin.empty() || !IsNameless(cells.front()) || IsNameless(twin.front())) continue;
+    if (cells.empty() || twin.empty() || !IsNamelessCell(cells.front()) || IsNamelessCell(twin.front()))
+      continue;
     cells.front() = fmt::format("({})", twin.front());
   }
 }
 
 }  // namespace
 
+std::string_view PlannedTwinId(std::string_view blockId) noexcept {
+  for (const auto& [twin, planned] : twins) {
+    if (twin == blockId) return planned;
+  }
+  return {};
+}
+
+bool IsNamelessCell(std::string_view cell) {
+  return cell.empty() || cell == emptyCellText || ConvertToDouble(cell);
+}
+
 void NameRowsAfterPlanned(PlanContent& content) {
   for (PlanTableContent& table : content) {
     for (PlanBlock& block : table.blocks) {
-      if (const PlanBlock* planned = PlannedTwin(content, block.id)) NameRows(block, *planned);
+      const std::string_view twin = PlannedTwinId(block.id);
+      if (twin.empty()) continue;
+      if (const PlanBlock* planned = FindBlock(content, twin)) NameRows(block, *planned);
     }
   }
 }

@@ -61,7 +61,7 @@ TEST(DecimalText, OfATextKeepsItsDigits) {
                                 {"+5", "5.00"},
                                 {" 5 ", "5.00"},
                                 {"1E3", "1000.00"},
-                                // Texts that are no numbers.
+                                // Texts that are not numbers.
                                 {"", std::nullopt},
                                 {"-", std::nullopt},
                                 {".", std::nullopt},

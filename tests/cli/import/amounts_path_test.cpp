@@ -11,16 +11,12 @@ using tests::ProgramRun;
 using tests::ReadText;
 using tests::RecordingLines;
 using tests::RunProgram;
+using tests::With;
+using tests::Words;
 using tests::Workplace;
 using tests::WriteText;
-using Words = std::vector<std::string>;
 
 const Words amounts = {"--expenses", "--income", "--balances", "all"};
-
-Words With(Words words, const Words& more) {
-  words.insert(words.end(), more.begin(), more.end());
-  return words;
-}
 
 bool AnyRequest(const std::string& recording, std::string_view part) {
   const auto lines = RecordingLines(recording);

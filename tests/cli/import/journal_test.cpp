@@ -12,15 +12,11 @@ using nlohmann::ordered_json;
 using tests::ProgramRun;
 using tests::ReadText;
 using tests::RunProgram;
+using tests::With;
+using tests::Words;
 using tests::Workplace;
-using Words = std::vector<std::string>;
 
 const Words amounts = {"--expenses", "--income", "--balances", "all"};
-
-Words With(Words words, const Words& more) {
-  words.insert(words.end(), more.begin(), more.end());
-  return words;
-}
 
 TEST(ImportJournal, ListsEachAmountThatWasLeftOut) {
   const Workplace place;

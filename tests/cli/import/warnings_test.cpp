@@ -12,16 +12,12 @@ using tests::ProgramRun;
 using tests::ReadText;
 using tests::RecordingLines;
 using tests::RunProgram;
+using tests::With;
+using tests::Words;
 using tests::Workplace;
 using tests::WriteText;
-using Words = std::vector<std::string>;
 
 const Words amounts = {"--expenses", "--income", "--balances", "all"};
-
-Words With(Words words, const Words& more) {
-  words.insert(words.end(), more.begin(), more.end());
-  return words;
-}
 
 std::size_t Count(const std::string& text, const std::string& part) {
   std::size_t count = 0;

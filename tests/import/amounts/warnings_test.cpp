@@ -154,6 +154,12 @@ TEST_F(AmountWarnings, NameAReportOfOneMonthWithATotalColumn) {
       (Findings{{.code = WarningCode::TotalColumn, .name = "expenses", .text = "2002-01", .amount = 105}}));
 }
 
+TEST_F(AmountWarnings, NameATotalColumnWhoseAmountsCancelOut) {
+  const std::string rows =
+      fakes::ReportRow("Rent", {"100", "100"}) + fakes::ReportRow("Utilities", {"-100", "-100"});
+  EXPECT_EQ(Report(WarningCode::TotalColumn, rows, "2002-01-31").size(), 1U);
+}
+
 TEST_F(AmountWarnings, DoNotNameOneColumnOrAReportOfSeveralMonths) {
   EXPECT_EQ(Report(WarningCode::TotalColumn, fakes::ReportRow("Rent", {"100"}), "2002-01-31"), Findings());
   EXPECT_EQ(Report(WarningCode::TotalColumn, fakes::ReportRow("Rent", {"100", "5"}), "2002-02-28"),

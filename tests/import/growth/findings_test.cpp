@@ -61,6 +61,13 @@ TEST_F(GrowthWarnings, NameTwoRowsOfOneAccount) {
             (Findings{{.code = WarningCode::RowTwice, .name = "Rent", .other = "RENT", .amount = 1010}}));
 }
 
+TEST_F(GrowthWarnings, NameARowThatOccursTwice) {
+  Add("Rent", 1000);
+  const std::string actualRows = ActualRow("*null*") + ActualRow("*null*");
+  EXPECT_EQ(Write(WarningCode::RowTwice, PlannedRow("Rent") + PlannedRow("Rent"), actualRows),
+            (Findings{{.code = WarningCode::RowTwice, .name = "Rent", .other = "Rent", .amount = 1000}}));
+}
+
 TEST_F(GrowthWarnings, DoNotNameTwoRowsOfAnAccountWithoutAmounts) {
   Add("Rent", 0);
   const std::string actualRows = ActualRow("*null*") + ActualRow("*null*");

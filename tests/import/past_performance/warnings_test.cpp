@@ -1,6 +1,5 @@
 #include "fakes/findings.h"
 #include "import/past_performance/fixture.h"
-#include "qbxml/request_catalogue.h"
 
 // What is warned of while past performance is collected, and what is not.
 

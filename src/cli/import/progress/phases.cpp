@@ -6,7 +6,6 @@
 
 #include "import/progress.h"
 #include "plan_file/headings.h"
-#include "support/date.h"
 
 namespace krnqb::cli {
 namespace {
@@ -24,12 +23,6 @@ constexpr double shortWork = 1;
 constexpr double listsWork = 4;
 constexpr double monthWork = 6;
 constexpr double reportsWork = 12;
-
-std::string MonthText(const YearMonth& month) {
-  const bool inCalendar = month.month >= 1 && month.month <= monthCount;
-  return inCalendar ? fmt::format("{} {}", EnglishMonthName(month.month), month.year)
-                    : fmt::format("month {}", month.month);
-}
 
 bool KeepsPastPerformance(const ImportScope& scope) noexcept {
   return scope.pastPerformance && (scope.product == QBKRN_ALD || scope.product == QBKRN_COR);
@@ -88,7 +81,7 @@ void ImportPhases::AddMonths(std::string_view description, std::string_view phas
   const TwelveMonths months(start);
   for (std::int16_t month = 1; month <= monthCount; ++month) {
     steps_.push_back({RoundedPercent(month, monthCount), description,
-                      fmt::format("{}, {}", phase, MonthText(months.Month(month))), monthWork});
+                      fmt::format("{}, {}", phase, plan_file::MonthOfYear(months.Month(month))), monthWork});
   }
 }
 

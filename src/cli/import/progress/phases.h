@@ -36,8 +36,8 @@ class ImportPhases {
  public:
   explicit ImportPhases(const ImportScope& scope);
 
-  /// Returns the position that an event announces. An event that is not expected any more leaves the position
-  /// as it is: it never goes back.
+  /// Returns the position that an event announces. An event that is no longer expected has no effect: the
+  /// position never goes back.
   const ImportPosition& Next(std::int16_t percent, std::string_view description);
 
   /// Returns the position when everything has been read.

@@ -27,7 +27,7 @@ struct RowDifference {
 
   Kind kind = Kind::Changed;
   std::string block;  ///< the title of its block
-  std::string row;    ///< its name; of an unnamed actual row the planned row's, of any other "row 3"
+  std::string row;    ///< its name; of a nameless actual or annual growth row the planned row's, else "row 3"
   std::vector<CellDifference>
       cells;  ///< of an added or removed row those that are not empty, without the name
 

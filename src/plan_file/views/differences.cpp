@@ -1,4 +1,4 @@
-#include "plan_file/differences.h"
+#include "plan_file/views/differences.h"
 
 #include <fmt/format.h>
 
@@ -10,18 +10,20 @@
 
 #include "plan_file/changes.h"
 #include "plan_file/headings.h"
+#include "plan_file/views/planned_names.h"
 
 namespace krnqb::plan_file {
 namespace {
-
-constexpr std::string_view actualSuffix = "_actual";
 
 // Finds the first block of each id.
 class Blocks {
  public:
   explicit Blocks(const PlanContent& content) {
     for (const PlanTableContent& table : content) {
-      for (const PlanBlock& block : table.blocks) blocks_.try_emplace({table.id, block.id}, &block);
+      for (const PlanBlock& block : table.blocks) {
+        blocks_.try_emplace({table.id, block.id}, &block);
+        firstOfAnyTable_.try_emplace(block.id, &block);
+      }
     }
   }
 
@@ -30,8 +32,14 @@ class Blocks {
     return found == blocks_.end() ? nullptr : found->second;
   }
 
+  const PlanBlock* FindInAnyTable(std::string_view blockId) const {
+    const auto found = firstOfAnyTable_.find(blockId);
+    return found == firstOfAnyTable_.end() ? nullptr : found->second;
+  }
+
  private:
   std::map<std::pair<std::string_view, std::string_view>, const PlanBlock*> blocks_;
+  std::map<std::string_view, const PlanBlock*> firstOfAnyTable_;
 };
 
 bool IsName(std::string_view text) noexcept {
@@ -50,9 +58,11 @@ class Names {
       : blocks_(blocks), tableId_(tableId), start_(start) {}
 
   std::string Row(const std::string& blockId, std::size_t row, const std::string& name) const {
-    if (IsName(name)) return name;
-    const std::string_view planned = PlannedName(blockId, row);
-    return IsName(planned) ? std::string(planned) : fmt::format("row {}", row + 1);
+    const std::string_view twin = PlannedTwinId(blockId);
+    if (twin.empty()) return IsName(name) ? name : Numbered(row);
+    if (!IsNamelessCell(name)) return name;
+    const std::string_view planned = NameIn(blocks_.FindInAnyTable(twin), row);
+    return IsNamelessCell(planned) ? Numbered(row) : std::string(planned);
   }
 
   std::string Column(const std::string& blockId, std::size_t column) {
@@ -67,13 +77,7 @@ class Names {
   }
 
  private:
-  // The row at the same place of the planned table.
-  std::string_view PlannedName(const std::string& blockId, std::size_t row) const {
-    if (!tableId_.starts_with("21") || !blockId.ends_with(actualSuffix)) return {};
-    const std::string plannedTable = "20" + tableId_.substr(2);
-    const std::string plannedBlock = blockId.substr(0, blockId.size() - actualSuffix.size());
-    return NameIn(blocks_.Find(plannedTable, plannedBlock), row);
-  }
+  static std::string Numbered(std::size_t row) { return fmt::format("row {}", row + 1); }
 
   const std::vector<std::string>& Headings(const std::string& blockId) {
     const auto known = headings_.find(blockId);

@@ -1,4 +1,4 @@
-#include "plan_file/differences.h"
+#include "plan_file/views/differences.h"
 
 #include <gtest/gtest.h>
 
