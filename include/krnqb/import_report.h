@@ -42,6 +42,9 @@ class ImportReport : public Observer {
   /// Keeps the notice, then passes it on. If there is no memory to keep it, the import counts as incomplete.
   void Notify(const Notice& notice) noexcept override;
 
+  /// Returns the receiver of `next`.
+  BookingReceiver* Bookings() noexcept override { return next_ ? next_->Bookings() : nullptr; }
+
   /// Returns whether everything that was requested could be read and written. Amounts that the import's rules
   /// leave out do not make it incomplete. A failed import is reported through the error pair of
   /// `QBDataExchange`.

@@ -122,6 +122,7 @@ struct Skipped {
   std::string customer = {};         ///< the customer's id, if the line or its transaction has one
   std::string customerName = {};     ///< the customer's full name, if known
   std::string amount = {};           ///< the text in the answer
+  std::int64_t line = 0;             ///< the number of its `SourceLine` if bookings are received, otherwise 0
 };
 
 /// A failure, an oddity or a left-out amount that an import reports.
@@ -139,6 +140,8 @@ struct Notice {
   ErrorKind errorKind = ErrorKind::Other;  ///< the error's kind; `Other` without an error
 };
 
+class BookingReceiver;
+
 /// Receives the notices of an import, so that a user can see what was left out and why. An observer does not
 /// affect the import.
 class Observer {
@@ -146,6 +149,9 @@ class Observer {
   virtual ~Observer() = default;
   /// Called on the thread that runs the import; `notice` is valid only during the call.
   virtual void Notify(const Notice& notice) noexcept = 0;
+  /// Returns who receives the bookings of an import, see `krnqb/booking.h`; null if nobody does, which saves
+  /// the import the work. The observer owns the receiver, which must live as long as the observer.
+  virtual BookingReceiver* Bookings() noexcept { return nullptr; }
 };
 
 }  // namespace krnqb
