@@ -39,10 +39,13 @@ struct Loaded {
 Loaded Load(const Database& database, const std::string& document) {
   Loaded loaded;
   RecordStore store(database);
-  company::ReadDocument("books.xml", document, [&](company::CompanyRecord&& record) {
-    ++loaded.records;
-    if (store.Put(record) == company::PutResult::Added) ++loaded.added;
-  });
+  company::ReadDocument(
+      "books.xml", document,
+      [&](company::CompanyRecord&& record) {
+        ++loaded.records;
+        if (store.Put(record) == company::PutResult::Added) ++loaded.added;
+      },
+      [](std::string_view /*element*/) {});
   store.OrderLists();
   return loaded;
 }
