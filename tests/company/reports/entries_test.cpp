@@ -221,7 +221,8 @@ void ExpectEqualSums(const CompanyFile& company, const std::string& year) {
   const Sums entries = SumsOfEntries(company, year);
   EXPECT_GT(entries.size(), 20U);
   EXPECT_EQ(entries, SumsOfProfitAndLoss(company, year));
-  if (company.ProcessorVersion() == "2.0") EXPECT_EQ(entries, SumsOfReports(company, year));
+  if (company.ProcessorVersion() != "2.0") return;
+  EXPECT_EQ(entries, SumsOfReports(company, year));
 }
 
 TEST_F(CompanyEntries, AddUpToTheReportsOfTheSamples) {
