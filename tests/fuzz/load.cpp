@@ -54,6 +54,14 @@ std::int64_t CountOf(const Database& database) {
   return database.Integer("SELECT count(*) FROM record");
 }
 
+// Some kinds of transactions are only added up: no request is answered with them.
+std::int64_t CountOfAnswered(const Database& database) {
+  return database.Integer(
+      "SELECT count(*) FROM record WHERE family NOT IN ('JournalEntry', 'CreditMemo', 'VendorCredit',"
+      " 'CreditCardCredit', 'Deposit', 'ReceivePayment', 'BillPaymentCheck', 'BillPaymentCreditCard',"
+      " 'ItemReceipt', 'Charge', 'InventoryAdjustment')");
+}
+
 void Run(Input input) {
   static const EmptyCompany company;
   static const Database database(company.File(), company::FileAccess::ReadWrite);
@@ -77,8 +85,8 @@ void Run(Input input) {
   // What a company answers is a document that replaces every record by itself.
   const Loaded again = Load(database, answer);
   Require(again.added == 0, "an answer holds no new records", answer);
-  Require(static_cast<std::int64_t>(again.records) == CountOf(database), "an answer holds every record",
-          answer);
+  Require(static_cast<std::int64_t>(again.records) == CountOfAnswered(database),
+          "an answer holds every record", answer);
   const std::string answerAgain = Answer(database, records);
   Require(answerAgain == answer, "a record loaded again is the same record", answer + answerAgain);
 }

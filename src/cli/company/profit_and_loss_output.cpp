@@ -3,7 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
+#include <cstdint>
+#include <cstdlib>
 #include <functional>
 #include <numeric>
 #include <optional>
@@ -14,7 +15,6 @@
 #include "cli/console/text_table.h"
 #include "company/records/amount.h"
 #include "plan_file/views/split_table.h"
-#include "support/date.h"
 #include "support/money_text.h"
 
 namespace krnqb::cli {
@@ -63,12 +63,6 @@ struct Sums {
 // The first day of a month is YYYY-MM-DD.
 std::string YearAndMonth(const company::ReportColumn& month) {
   return month.firstDay.substr(0, 7);
-}
-
-std::string LongMonth(const company::ReportColumn& month) {
-  return fmt::format("{} {}",
-                     EnglishMonthName(static_cast<std::int16_t>(std::stoi(month.firstDay.substr(5, 2)))),
-                     month.firstDay.substr(0, 4));
 }
 
 class TableWriter {
@@ -150,8 +144,8 @@ class TableWriter {
 
 std::string UnexplainedLine(std::string_view account, std::int64_t posted, std::int64_t balance) {
   const std::int64_t missing = balance - posted;
-  return fmt::format("  {}: {} of {}; {} {}\n", OneLine(account), MoneyOf(posted), MoneyOf(balance),
-                     MoneyOf(std::abs(missing)), missing > 0 ? "is missing" : "is posted too much");
+  return fmt::format("  {}: {} of {} ({} {})\n", OneLine(account), MoneyOf(posted), MoneyOf(balance),
+                     MoneyOf(std::abs(missing)), missing > 0 ? "is missing" : "too much");
 }
 
 // Returns the lines about a top-level account and its sub-accounts, which are those in [first, end).
@@ -219,12 +213,8 @@ Json AccountJson(const ProfitAndLossAccount& account) {
 }  // namespace
 
 std::string ProfitAndLossText(const CompanyBooks& books, bool byMonth, std::size_t width) {
-  const std::vector<company::ReportColumn>& months = books.profitAndLoss.months;
-  const std::string period =
-      months.size() == 1 ? LongMonth(months.front())
-                         : fmt::format("{} through {}", LongMonth(months.front()), LongMonth(months.back()));
   return fmt::format("{}: profit and loss, {}, on the accrual basis\n\n{}\n{}", OneLine(books.company),
-                     period, TableWriter(books.profitAndLoss, byMonth).Text(width),
+                     books.profitAndLoss.period, TableWriter(books.profitAndLoss, byMonth).Text(width),
                      UnexplainedText(books.profitAndLoss));
 }
 

@@ -125,7 +125,9 @@ RowAmounts ProfitAndLoss::SumOf(std::string_view accountType) const {
 ProfitAndLoss ComputeProfitAndLoss(const Database& database, std::string_view firstDay,
                                    std::string_view lastDay) {
   ProfitAndLoss result;
-  result.months = MonthsBetween(firstDay, lastDay).columns;
+  ReportPeriod period = MonthsBetween(firstDay, lastDay);
+  result.period = std::move(period.subtitle);
+  result.months = std::move(period.columns);
   for (const std::string_view type : types) TypeReader(database, type, result).Read();
   return result;
 }

@@ -32,6 +32,7 @@ struct ProfitAndLossAccount {
 
 /// A company's profit and loss by month, on the accrual basis.
 struct ProfitAndLoss {
+  std::string period;  ///< such as "January through December 2002"
   std::vector<ReportColumn> months;
   /// All accounts of types Income, CostOfGoodsSold, Expense, OtherIncome and OtherExpense, in this order;
   /// each is followed by its sub-accounts.

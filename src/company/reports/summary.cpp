@@ -97,6 +97,12 @@ std::optional<ReportRefusal> FindReportRefusal(const Database& database, const C
       request.columns != "Month") {
     return ReportRefusal{unsupportedMessage, "This request is not supported."};
   }
+  if (request.basis == "Cash") {
+    return ReportRefusal{
+        unsupportedMessage,
+        "This request is not supported: a company file has reports on the accrual basis only. "
+        "Ask for ReportBasis Accrual."};
+  }
   if (!FilteredAccountType(request.accountTypeFilter)) {
     return ReportRefusal{invalidFieldValue,
                          fmt::format(R"(The "AccountTypeFilter" field has an invalid value "{}".)",
