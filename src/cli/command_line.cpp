@@ -120,6 +120,7 @@ void AddNewCompany(Options options, NewCompanyOptions& company) {
 void AddLoadCompany(Options options, LoadCompanyOptions& load) {
   options.Argument("FILE", load.file, "Company file to load into");
   options.Arguments("DOC", load.documents, "qbXML response documents");
+  options.Flag("--strict", load.strict, "Refuse a document with records that cannot be stored");
 }
 
 void AddCompanyInfo(Options options, CompanyInfoOptions& info) {
@@ -131,6 +132,15 @@ void AddCheckCompany(Options options, CheckCompanyOptions& check) {
   options.Argument("FILE", check.file, "Company file to check");
   options.Flag("--fix", check.fix, "Undo an interrupted load; add checksums to a file without them");
   options.Flag("--json", check.json, "Print one JSON object");
+}
+
+void AddProfitAndLoss(Options options, ProfitAndLossOptions& books) {
+  options.Argument("FILE", books.file, "Company file to read");
+  options.Parsed("--from", "YYYY-MM", books.from, ParseYearMonth,
+                 "First month [that of the last transaction's fiscal year]");
+  options.Parsed("--to", "YYYY-MM", books.to, ParseYearMonth, "Last month [eleven months after the first]");
+  options.Flag("--months", books.months, "Also print each month");
+  options.Flag("--json", books.json, "Print one JSON object");
 }
 
 void AddGenerateCompany(Options options, GenerateCompanyOptions& company) {
@@ -235,6 +245,8 @@ class CommandTree {
                             AddCompanyInfo);
     Add<CheckCompanyOptions>(company, "check", "Check a company file for damage", help_text::checkCompany,
                              AddCheckCompany);
+    Add<ProfitAndLossOptions>(company, "profit-and-loss", "Print a company's profit and loss",
+                              help_text::profitAndLoss, AddProfitAndLoss);
     Add<GenerateCompanyOptions>(company, "generate", "Generate a company with years of transactions",
                                 help_text::generateCompany, AddGenerateCompany);
     CLI::App& plan = AddFamily("plan", "Create, show and restore plan files", help_text::plan);

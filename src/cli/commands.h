@@ -7,6 +7,7 @@
 #include "cli/company/check_command.h"
 #include "cli/company/commands.h"
 #include "cli/company/companies_command.h"
+#include "cli/company/profit_and_loss_command.h"
 #include "cli/company/question_commands.h"
 #include "cli/dialog/command.h"
 #include "cli/import/options.h"
@@ -24,7 +25,7 @@ struct PrintedText {
 using Command =
     std::variant<PrintedText, ImportCommand, AccountsOptions, TablesOptions, RequestOptions, SupportsOptions,
                  NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, CheckCompanyOptions,
-                 GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions, PlanHistoryOptions, PlanDiffOptions,
-                 PlanUndoOptions, CompaniesOptions, DialogOptions>;
+                 ProfitAndLossOptions, GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions,
+                 PlanHistoryOptions, PlanDiffOptions, PlanUndoOptions, CompaniesOptions, DialogOptions>;
 
 }  // namespace krnqb::cli

@@ -96,11 +96,13 @@ inline constexpr std::string_view newCompany =
   krnqb company new reports.qbw --name "Nursery" --fiscal-month 7 --processor 2.0)";
 
 inline constexpr std::string_view loadCompany =
-    R"(Each document is loaded whole or not at all. Loading a record again replaces it.
+    R"(Loading a record again replaces it. Records of other kinds than accounts, items and
+the transactions of a profit and loss are passed over with a warning; with --strict
+nothing of their document is loaded. Nothing of a faulty document is loaded either.
 
 Examples:
   krnqb company load nursery.qbw samples/nursery/*.xml
-  krnqb company load nursery.qbw accounts.xml)";
+  krnqb company load --strict nursery.qbw accounts.xml)";
 
 inline constexpr std::string_view companyInfo =
     R"(Examples:
@@ -117,6 +119,16 @@ Examples:
   krnqb company check nursery.qbw
   krnqb company check --fix nursery.qbw
   krnqb company check nursery.qbw --json)";
+
+inline constexpr std::string_view profitAndLoss =
+    R"(Adds up the company's own transactions, whatever qbXML version it answers, on the
+accrual basis. Then names the accounts whose balances the loaded transactions do not
+explain. By default the period is the fiscal year of the last transaction.
+
+Examples:
+  krnqb company profit-and-loss nursery.qbw
+  krnqb company profit-and-loss nursery.qbw --from 2002-01 --to 2002-03 --months
+  krnqb company profit-and-loss nursery.qbw --json)";
 
 inline constexpr std::string_view generateCompany =
     R"(The company has accounts three levels deep, items of every kind, and seasonal bills,

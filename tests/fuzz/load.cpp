@@ -39,16 +39,27 @@ struct Loaded {
 Loaded Load(const Database& database, const std::string& document) {
   Loaded loaded;
   RecordStore store(database);
-  company::ReadDocument("books.xml", document, [&](company::CompanyRecord&& record) {
-    ++loaded.records;
-    if (store.Put(record) == company::PutResult::Added) ++loaded.added;
-  });
+  company::ReadDocument(
+      "books.xml", document,
+      [&](company::CompanyRecord&& record) {
+        ++loaded.records;
+        if (store.Put(record) == company::PutResult::Added) ++loaded.added;
+      },
+      [](std::string_view /*element*/) {});
   store.OrderLists();
   return loaded;
 }
 
 std::int64_t CountOf(const Database& database) {
   return database.Integer("SELECT count(*) FROM record");
+}
+
+// Some kinds of transactions are only added up: no request is answered with them.
+std::int64_t CountOfAnswered(const Database& database) {
+  return database.Integer(
+      "SELECT count(*) FROM record WHERE family NOT IN ('JournalEntry', 'CreditMemo', 'VendorCredit',"
+      " 'CreditCardCredit', 'Deposit', 'ReceivePayment', 'BillPaymentCheck', 'BillPaymentCreditCard',"
+      " 'ItemReceipt', 'Charge', 'InventoryAdjustment')");
 }
 
 void Run(Input input) {
@@ -74,8 +85,8 @@ void Run(Input input) {
   // What a company answers is a document that replaces every record by itself.
   const Loaded again = Load(database, answer);
   Require(again.added == 0, "an answer holds no new records", answer);
-  Require(static_cast<std::int64_t>(again.records) == CountOf(database), "an answer holds every record",
-          answer);
+  Require(static_cast<std::int64_t>(again.records) == CountOfAnswered(database),
+          "an answer holds every record", answer);
   const std::string answerAgain = Answer(database, records);
   Require(answerAgain == answer, "a record loaded again is the same record", answer + answerAgain);
 }
