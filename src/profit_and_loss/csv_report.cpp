@@ -117,6 +117,19 @@ std::size_t Indentation(std::string_view label) {
   return std::min(static_cast<std::size_t>(Trimmed(label).data() - label.data()), depthOfColumn - 1);
 }
 
+// Returns a label on one line; spreadsheets may break it.
+std::string OneLine(std::string_view label) {
+  std::string line;
+  for (const char character : label) {
+    const bool lineEnd = character == '\n' || character == '\r';
+    if (!lineEnd)
+      line += character;
+    else if (!line.ends_with(' '))
+      line += ' ';
+  }
+  return line;
+}
+
 void ReadLabel(const CsvRecord& record, const CapturedReport& report, ReportRow& row) {
   for (std::size_t position = 0; position < std::min(report.firstAmount, record.cells.size()); ++position) {
     const std::string_view label = Trimmed(record.cells[position]);
@@ -126,7 +139,7 @@ void ReadLabel(const CsvRecord& record, const CapturedReport& report, ReportRow&
              fmt::format("there are two labels, {} and {}", Quoted(row.label), Quoted(label)),
              "leave only the account's name before the columns of amounts");
     }
-    row.label = label;
+    row.label = OneLine(label);
     row.depth = position * depthOfColumn + Indentation(record.cells[position]);
   }
 }
