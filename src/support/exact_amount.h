@@ -8,7 +8,8 @@
 
 namespace krnqb {
 
-/// An amount in whole millionths, so that sums are exact. Its range is about 9.2 trillion on either side of 0.
+/// An amount in whole millionths, so that sums are exact. Its range is about 9.2 trillion on either side of
+/// 0.
 class ExactAmount {
  public:
   constexpr ExactAmount() noexcept = default;
@@ -18,8 +19,8 @@ class ExactAmount {
     amount.millionths_ = millionths;
     return amount;
   }
-  /// Rounds to the nearest millionth, halves to even. Throws Error 6 if the result is out of range or `amount`
-  /// is not a number.
+  /// Rounds to the nearest millionth, halves to even. Throws Error 6 if the result is out of range or
+  /// `amount` is not a number.
   static ExactAmount From(double amount);
   /// Reads a plain decimal number: an optional sign, digits with at most one ".", and at most six decimals
   /// other than trailing zeros. Returns nothing for any other text and for a number out of range.

@@ -62,6 +62,7 @@ awk '
     Room("plan_file", "files xml")
     Room("plan_file/history", "plan_file")
     Room("plan_file/views", "plan_file")
+    Room("profit_and_loss", "files xml")
     Room("cli/console", "ui plan_file/history plan_file/views")
     Room("cli/exchange", "cli/console company")
     Room("cli/import/progress", "cli/console")

@@ -63,8 +63,8 @@ TEST(ExactAmount, RoundsDoublesToTheNearestMillionthHalvesToEven) {
       {0.1 + 0.2, 300'000},
       {-921.65, -921'650'000},
       {0.0000004, 0},
-      {std::ldexp(1.0, -7), 7'812},          // 0.0078125: exactly a half above an even millionth
-      {3 * std::ldexp(1.0, -7), 23'438},     // 0.0234375: exactly a half below an even one
+      {std::ldexp(1.0, -7), 7'812},       // 0.0078125: exactly a half above an even millionth
+      {3 * std::ldexp(1.0, -7), 23'438},  // 0.0234375: exactly a half below an even one
       {-std::ldexp(1.0, -7), -7'812},
       {std::nextafter(std::ldexp(1.0, -7), 1), 7'813},
       {std::ldexp(1.0, 42), 4'398'046'511'104'000'000},
