@@ -75,6 +75,13 @@ void AddImport(Options options, ImportCommand& import) {
   options.Text("--journal", "FILE", import.journalFile, "List each left-out amount in FILE as JSON lines");
 }
 
+ExactAmount ParseTolerance(std::string_view option, std::string_view text) {
+  const std::optional<ExactAmount> amount = ExactAmount::FromText(text);
+  if (amount && *amount >= ExactAmount()) return *amount;
+  throw WrongUsage(fmt::format("{} \"{}\" is not an amount of 0 or more", option, text),
+                   "give one such as 0.01");
+}
+
 ListedAccounts ParseListedAccounts(std::string_view /*option*/, std::string_view text) {
   if (text == "income") return ListedAccounts::Income;
   if (text == "expense") return ListedAccounts::Expense;
@@ -192,6 +199,20 @@ void AddPlanUndo(Options options, PlanUndoOptions& undo) {
   options.Flag("--force", undo.force, "Also if another program has changed the plan since");
 }
 
+void AddReconcile(Options options, ReconcileOptions& reconcile) {
+  options.Text("--company", "FILE", reconcile.companyFile, "Company file to read (not needed with --replay)");
+  options.Text("--replay", "FILE", reconcile.replayFile, "Read a recorded exchange instead of a company");
+  options.Text("--plan", "FILE", reconcile.planFile, "Plan file to compare")->required();
+  options.Parsed("--import-start", "YYYY-MM", reconcile.importStart, ParseYearMonth,
+                 "First of the 12 months [those of the last import]");
+  options.Texts("--profit-and-loss", "DOC", reconcile.statements,
+                "The books' profit and loss: a report's answer or CSV (repeatable)");
+  options.Parsed("--tolerance", "AMOUNT", reconcile.tolerance, ParseTolerance,
+                 "Largest difference that counts as none [0.01]");
+  options.Flag("--months", reconcile.months, "One line per account and month");
+  options.Flag("--json", reconcile.json, "Print one JSON object");
+}
+
 void AddCompanies(Options options, CompaniesOptions& companies) {
   options.Text("--quickbooks-folder", "DIR", companies.quickBooksFolder,
                "Folder of the QuickBooks program [as configured]");
@@ -227,6 +248,8 @@ class CommandTree {
     RequireCommand(program_);
     Add<ImportCommand>(program_, "import", "Import a company's accounts into a plan", help_text::import,
                        AddImport);
+    Add<ReconcileOptions>(program_, "reconcile", "Compare a plan with the books", help_text::reconcile,
+                          AddReconcile);
     Add<AccountsOptions>(program_, "accounts", "List a company's accounts", help_text::accounts, AddAccounts);
     Add<CompaniesOptions>(program_, "companies", "List the company files in the QuickBooks folder",
                           help_text::companies, AddCompanies);

@@ -13,6 +13,7 @@
 #include "cli/import/options.h"
 #include "cli/plan/commands.h"
 #include "cli/plan/history_commands.h"
+#include "cli/reconcile/options.h"
 
 namespace krnqb::cli {
 
@@ -22,10 +23,10 @@ struct PrintedText {
 };
 
 /// A parsed command line: one command with its options.
-using Command =
-    std::variant<PrintedText, ImportCommand, AccountsOptions, TablesOptions, RequestOptions, SupportsOptions,
-                 NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, CheckCompanyOptions,
-                 ProfitAndLossOptions, GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions,
-                 PlanHistoryOptions, PlanDiffOptions, PlanUndoOptions, CompaniesOptions, DialogOptions>;
+using Command = std::variant<PrintedText, ImportCommand, AccountsOptions, TablesOptions, RequestOptions,
+                             SupportsOptions, NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions,
+                             CheckCompanyOptions, ProfitAndLossOptions, GenerateCompanyOptions,
+                             NewPlanOptions, ShowPlanOptions, PlanHistoryOptions, PlanDiffOptions,
+                             PlanUndoOptions, ReconcileOptions, CompaniesOptions, DialogOptions>;
 
 }  // namespace krnqb::cli

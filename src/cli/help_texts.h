@@ -31,6 +31,17 @@ The plan is written once, at the very end; its previous version is kept beside i
 as .bak and, with a number, in PLAN.history. "krnqb plan undo" brings it back.
 A second import into the same plan at the same time is refused.)";
 
+inline constexpr std::string_view reconcile =
+    R"(Compares the plan's actual amounts with what the last import wrote, with what an
+import books now, and with the books: the company's own transactions, or the profit
+and loss given with --profit-and-loss. Prints the causes of every difference; what
+has no cause is shown as unexplained. Nothing is changed. Exit status 0 if the plan
+agrees with the books, 4 if it differs.
+
+Examples:
+  krnqb reconcile --company nursery.qbw --plan nursery.kpf || echo "differs"
+  krnqb reconcile --company nursery.qbw --plan nursery.kpf --months --json || true)";
+
 inline constexpr std::string_view accounts =
     R"(Examples:
   krnqb accounts income --company nursery.qbw

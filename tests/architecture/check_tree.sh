@@ -63,6 +63,7 @@ awk '
     Room("plan_file/history", "plan_file")
     Room("plan_file/views", "plan_file")
     Room("profit_and_loss", "files xml")
+    Room("reconcile", "company plan_file/history plan_file/views profit_and_loss")
     Room("cli/console", "ui plan_file/history plan_file/views")
     Room("cli/exchange", "cli/console company")
     Room("cli/import/progress", "cli/console")
@@ -70,8 +71,9 @@ awk '
     Room("cli/import", "cli/exchange cli/import/progress cli/import/summary")
     Room("cli/company", "cli/import sample_company")
     Room("cli/plan", "cli/console")
+    Room("cli/reconcile", "cli/company reconcile")
     Room("cli/dialog", "cli/import")
-    Room("cli", "cli/company cli/plan cli/dialog")
+    Room("cli", "cli/company cli/plan cli/reconcile cli/dialog")
     # Single headers that a room may include from another one.
     mayFile["company/records", "qbxml/envelope.h"] = 1
     mayFile["cli/dialog", "ui/qt/toolkit.h"] = 1
