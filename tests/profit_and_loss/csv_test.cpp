@@ -178,7 +178,7 @@ TEST(CsvSummary, ReadsATotalOnly) {
 }
 
 TEST(CsvSummary, ReadsTheBasisBelowTheReport) {
-  EXPECT_EQ(ReadProfitAndLoss("b", ",Jan 02\nRent,5.00\n\nCash Basis Monday, March 4, 2002\n").basis, "Cash");
+  EXPECT_EQ(ReadProfitAndLoss("b", ",Jan 02\nRent,5.00\n\n\"Cash Basis Monday, March 4, 2002\"\n").basis, "Cash");
 }
 
 TEST(CsvSummary, ReadsAmountsOfParentsOnTheirOwnLines) {
