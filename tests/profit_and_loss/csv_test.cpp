@@ -178,7 +178,8 @@ TEST(CsvSummary, ReadsATotalOnly) {
 }
 
 TEST(CsvSummary, ReadsTheBasisBelowTheReport) {
-  EXPECT_EQ(ReadProfitAndLoss("b", ",Jan 02\nRent,5.00\n\n\"Cash Basis Monday, March 4, 2002\"\n").basis, "Cash");
+  EXPECT_EQ(ReadProfitAndLoss("b", ",Jan 02\nRent,5.00\n\n\"Cash Basis Monday, March 4, 2002\"\n").basis,
+            "Cash");
 }
 
 TEST(CsvSummary, ReadsAmountsOfParentsOnTheirOwnLines) {
@@ -291,6 +292,14 @@ TEST(CsvSummary, RefusesWhatItCannotUnderstand) {
     EXPECT_EQ(error.Number(), error_number::typeMismatch);
     EXPECT_EQ(error.Description().find('\n'), std::string::npos);
   }
+}
+
+TEST(CsvSummary, ReportsSumsOutOfRangeWithTheDocument) {
+  const Error error = tests::ThrownError(
+      [] { ReadProfitAndLoss("b", ",Jan 02\nRent,9000000000000.00\nFuel,9000000000000.00\n"); });
+  EXPECT_EQ(error.Number(), error_number::overflow);
+  EXPECT_EQ(error.Description(),
+            "b: the amounts add up to more than 9 trillion; correct them in the document");
 }
 
 TEST(CsvSummary, LimitsTheDepthOfAccounts) {

@@ -227,6 +227,7 @@ TEST(DocumentText, ReadsUtf8AndWindows1252) {
   EXPECT_EQ(DocumentText("d", "\xED\xA0\x80"), "\u00ED\u00A0\u20AC");
   EXPECT_EQ(DocumentText("d", "\xF4\x91\x80\x80"), "\u00F4\u2018\u20AC\u20AC");
   EXPECT_EQ(DocumentText("d", "\xC3"), "\u00C3");
+  EXPECT_EQ(DocumentText("d", "text\x1A"), "text");
 }
 
 TEST(DocumentText, RefusesWhatIsNotAText) {
