@@ -12,8 +12,6 @@
 namespace krnqb::profit_and_loss {
 namespace {
 
-constexpr std::size_t mostColumns = 120;
-
 struct FieldTitle {
   std::string_view title;
   DetailField field;
@@ -45,8 +43,8 @@ void AddColumn(const CapturedReport& report, std::size_t position, StatementColu
           "export the report with one column a month, or with a total only");
     }
   }
-  if (result.columns.size() == mostColumns) {
-    Refuse(report.document, fmt::format("the report has more than {} columns of amounts", mostColumns),
+  if (result.columns.size() == mostAmountColumns) {
+    Refuse(report.document, fmt::format("the report has more than {} columns of amounts", mostAmountColumns),
            "export fewer months");
   }
   result.columns.push_back(std::move(column));
