@@ -14,6 +14,7 @@
 
 #include "profit_and_loss/account_table.h"
 #include "profit_and_loss/messages.h"
+#include "profit_and_loss/report.h"
 #include "profit_and_loss/words.h"
 
 namespace krnqb::profit_and_loss {
@@ -72,6 +73,12 @@ class Merging {
       }
       if (!place && !(statement.hasDetail && overlaps)) {
         place = merged_.columns.size();
+        if (*place == mostAmountColumns) {
+          Refuse(
+              statement.document,
+              fmt::format("the documents together have more than {} columns of amounts", mostAmountColumns),
+              "give fewer months");
+        }
         merged_.columns.push_back(column);
       }
       mapped.push_back(place);
@@ -84,6 +91,10 @@ class Merging {
     const auto [found, isNew] = indices_.try_emplace(AccountTable::KeyOf(account.names), indices_.size());
     const std::size_t index = found->second;
     if (isNew) {
+      if (index == mostAccounts) {
+        Refuse(account.place, fmt::format("the documents together have more than {} accounts", mostAccounts),
+               "give documents of one company");
+      }
       covered_.emplace_back();
       merged_.accounts.push_back(account);
       merged_.accounts.back().amounts.clear();

@@ -316,6 +316,20 @@ TEST(CsvSummary, LimitsTheCellsOfALine) {
   EXPECT_EQ(error.Description().substr(0, 43), "b: line 2: the line has more than 512 cells");
 }
 
+TEST(CsvSummary, LimitsTheAccountsAndColumns) {
+  std::string accounts = ",Jan 02\n";
+  for (int account = 0; account <= 20'000; ++account) accounts += "A" + std::to_string(account) + ",1\n";
+  const Error error = tests::ThrownError([&] { ReadProfitAndLoss("b", accounts); });
+  EXPECT_EQ(error.Description().substr(0, 54), "b: line 20002: the report has more than 20000 accounts");
+  std::string columns = "Account";
+  for (int year = 1990; year < 2001; ++year) {
+    for (int month = 1; month <= 12; ++month)
+      columns += "," + std::to_string(year) + (month < 10 ? "-0" : "-") + std::to_string(month);
+  }
+  const Error tooMany = tests::ThrownError([&] { ReadProfitAndLoss("b", columns + "\nRent,1.00\n"); });
+  EXPECT_EQ(tooMany.Description().substr(0, 53), "b: the report has more than 120 columns of amounts; e");
+}
+
 TEST(CsvSummary, TakesTimeInProportionToTheDocument) {
   // Every heading has a total: a search among all of them would take minutes.
   std::string document = ",Jan 02\n";
