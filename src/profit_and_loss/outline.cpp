@@ -75,6 +75,8 @@ Outline::Outline(const CapturedReport& report, const std::vector<std::string>& t
     const ReportRow& row = report.rows[index];
     if (row.label.empty()) continue;
     next = index;
+    if (const std::optional<std::string_view> parent = OtherOfLabel(row.label))
+      parents_.insert(Folded(*parent));
     const std::optional<std::string_view> totalled = TotalledLabel(row.label);
     if (!totalled || !CanBeTotal(row)) continue;
     ++totalsToCome_[Folded(*totalled)];
@@ -121,7 +123,15 @@ bool Outline::HasChildren(std::size_t index, const RowAmounts& amounts) const {
   const ReportRow& row = report_.rows[index];
   if (row.kind == RowKind::Account) return false;
   if (row.kind == RowKind::Heading) return true;
-  if (!report_.indented) return amounts.empty() && TotalComes(row.label);
+  if (!report_.indented) {
+    if (!amounts.empty()) return false;
+    if (TotalComes(row.label)) return true;
+    if (!parents_.contains(Folded(row.label))) return false;
+    Refuse(PlaceOf(report_, row.number),
+           fmt::format("{} has no line {}, so it is unclear which accounts are below it", Quoted(row.label),
+                       Quoted("Total " + row.label)),
+           "indent the sub-accounts, or add the line");
+  }
   const std::size_t next = nextLabel_[index];
   return next < report_.rows.size() && report_.rows[next].depth > row.depth;
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "profit_and_loss/labels.h"
@@ -79,6 +80,7 @@ class Outline {
   Findings& findings_;
   bool hyphenNumbers_ = false;
   std::unordered_map<std::string, std::size_t> totalsToCome_;  // by what they total, folded
+  std::unordered_set<std::string> parents_;  // the labels of which there is one with " - Other", folded
   std::array<std::size_t, 6> sectionTotalsToCome_{};
   std::vector<std::size_t> nextLabel_;  // for each row the next one with a label; the number of rows for none
   std::optional<Section> openSection_;

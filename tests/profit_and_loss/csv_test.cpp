@@ -275,6 +275,8 @@ TEST(CsvSummary, RefusesWhatItCannotUnderstand) {
        "b: line 2: \"Jobs\" has amounts and sub-accounts, but no line"},
       {",Jan 02\nJobs,4.00\n  Fuel,4.00\nTotal Jobs,4.00\n",
        "b: line 2: \"Jobs\" has amounts and sub-accounts, which together are not \"Total Jobs\";"},
+      {",Jan 02\nJobs\nFuel,4.00\nJobs - Other,1.00\n",
+       "b: line 2: \"Jobs\" has no line \"Total Jobs\", so it is unclear which accounts are below it;"},
       {",Jan 02\nSales::Plants,4.00\n", "b: line 2: \"Sales::Plants\" is not the name of an account;"},
       {";Jan 02\nRent;1.234\n", "b: line 2: \"1.234\" is ambiguous"},
       {";Jan 02\nRent;1,50\nFuel;1.50\n", "b: line 3: \"1.50\" uses another decimal mark"},
