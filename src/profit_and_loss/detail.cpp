@@ -114,6 +114,7 @@ class DetailReader {
       ReadTransaction(row, fields);
       return;
     }
+    if (row.label.empty()) return;
     if (!FieldOf(fields, DetailField::Type).empty() || !FieldOf(fields, DetailField::Date).empty()) {
       Refuse(PlaceOf(report_, row.number),
              fmt::format("there are both the label {} and a transaction", Quoted(row.label)),

@@ -296,13 +296,13 @@ void Outline::CheckSums(const ReportRow& row, const RowAmounts& amounts, const R
   }
 }
 
-AccountPath Outline::FromFullName(const ReportRow& row, std::string_view fullName) const {
+AccountPath Outline::FromFullName(std::size_t row, std::string_view fullName) const {
   AccountPath path{.section = section_, .names = {}, .numbers = {}};
   for (std::string_view rest = fullName;;) {
     const std::size_t colon = rest.find(':');
     NumberedName name = SeparateNumber(Trimmed(rest.substr(0, colon)), hyphenNumbers_);
     if (name.name.empty() || path.names.size() == deepest) {
-      Refuse(PlaceOf(report_, row.number), fmt::format("{} is not the name of an account", Quoted(fullName)),
+      Refuse(PlaceOf(report_, row), fmt::format("{} is not the name of an account", Quoted(fullName)),
              "name an account and its parents with \":\" between them");
     }
     path.names.push_back(std::move(name.name));
@@ -315,14 +315,18 @@ AccountPath Outline::FromFullName(const ReportRow& row, std::string_view fullNam
 void Outline::AppendOpen(AccountPath& path) const {
   for (const Heading& heading : open_) {
     if (heading.other) continue;
+    if (heading.label.find(':') != std::string::npos) {
+      path = FromFullName(heading.row, heading.label);
+      continue;
+    }
     path.names.push_back(heading.name.name);
     path.numbers.push_back(heading.name.number);
   }
 }
 
 AccountPath Outline::PathOf(const ReportRow& row) const {
-  if (!row.account.empty()) return FromFullName(row, row.account);
-  if (row.label.find(':') != std::string::npos) return FromFullName(row, row.label);
+  if (!row.account.empty()) return FromFullName(row.number, row.account);
+  if (row.label.find(':') != std::string::npos) return FromFullName(row.number, row.label);
   AccountPath path{.section = section_, .names = {}, .numbers = {}};
   AppendOpen(path);
   if (!open_.empty() && IsOtherOf(row.label, open_.back().label)) return path;
@@ -334,13 +338,13 @@ AccountPath Outline::PathOf(const ReportRow& row) const {
 
 AccountPath Outline::Current(const ReportRow& row, std::string_view fullName) const {
   if (open_.empty()) {
-    if (!fullName.empty()) return FromFullName(row, fullName);
+    if (!fullName.empty()) return FromFullName(row.number, fullName);
     Refuse(PlaceOf(report_, row.number), "the transaction is below no account",
            "export the report with the headings of its accounts");
   }
   AccountPath path{.section = section_, .names = {}, .numbers = {}};
   AppendOpen(path);
-  if (!fullName.empty() && !SameText(FromFullName(row, fullName).names.back(), path.names.back())) {
+  if (!fullName.empty() && !SameText(FromFullName(row.number, fullName).names.back(), path.names.back())) {
     Refuse(PlaceOf(report_, row.number),
            fmt::format("the transaction is of the account {}, but below the heading {}", Quoted(fullName),
                        Quoted(open_.back().label)),

@@ -71,7 +71,7 @@ class Outline {
   void CheckSums(const ReportRow& row, const RowAmounts& amounts, const RowAmounts& sums);
   RowAmounts& Sums(Section section) { return sectionSums_.at(static_cast<std::size_t>(section)); }
   void AddTo(RowAmounts& sums, const RowAmounts& amounts) const;
-  AccountPath FromFullName(const ReportRow& row, std::string_view fullName) const;
+  AccountPath FromFullName(std::size_t row, std::string_view fullName) const;
   AccountPath PathOf(const ReportRow& row) const;
   void AppendOpen(AccountPath& path) const;
 

@@ -76,6 +76,7 @@ class SummaryReader {
 
   void ReadRow(std::size_t index) {
     const ReportRow& row = report_.rows[index];
+    if (row.label.empty() && row.account.empty()) return;
     RowAmounts amounts = ReadAmounts(row);
     std::optional<AccountPath> path = outline_.Take(index, amounts);
     if (!path) return;

@@ -190,6 +190,13 @@ TEST(CsvSummary, ReadsAmountsOfParentsOnTheirOwnLines) {
   EXPECT_EQ(FindingListing(statement), "");
 }
 
+TEST(CsvSummary, IgnoresLinesOfDashes) {
+  const ProfitAndLoss statement = ReadProfitAndLoss(
+      "b",
+      ",Jan 02\nExpense\n  Jobs\n    Fuel,4.00\n,-\n    Tax,1.00\n  Total Jobs,5.00\nTotal Expense,5.00\n");
+  EXPECT_EQ(AmountListing(statement), "Expense | Jobs:Fuel | 4.00\nExpense | Jobs:Tax | 1.00\n");
+}
+
 TEST(CsvSummary, KeepsAccountsThatAreNamedLikeASection) {
   const std::string_view document =
       ",Jan 02\nIncome\nOther Income\nGrants,5.00\nTotal Other Income,5.00\nTotal Income,5.00\nNet "

@@ -98,6 +98,13 @@ TEST(CsvDetail, ReadsAnAccountColumnInPlaceOfHeadings) {
   EXPECT_EQ(AmountListing(statement), "? | Jobs:Fuel | 5.00 0.00 0.00\n? | Payroll | 0.00 0.00 7.00\n");
 }
 
+TEST(CsvDetail, ReadsHeadingsWithFullNames) {
+  const ProfitAndLoss statement =
+      ReadProfitAndLoss("b", ",Type,Date,Amount\nJobs:Fuel\n,Bill,2002-01-05,5.00\nTotal Jobs:Fuel,,,5.00\n");
+  EXPECT_EQ(AmountListing(statement), "? | Jobs:Fuel | 5.00\n");
+  EXPECT_EQ(statement.accounts[0].names, (std::vector<std::string>{"Jobs", "Fuel"}));
+}
+
 TEST(CsvDetail, HasNoMonthThatTheReportCoversInPart) {
   const ProfitAndLoss statement = ReadProfitAndLoss(
       "b", "January 10 through February 28, 2002\nType,Date,Account,Amount\nBill,2002-01-15,Fuel,5.00\n");
