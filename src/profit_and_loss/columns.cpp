@@ -36,7 +36,7 @@ constexpr std::array fieldTitles{
 void AddColumn(const CapturedReport& report, std::size_t position, StatementColumn column,
                AmountColumns& result) {
   for (const StatementColumn& other : result.columns) {
-    if (column.first && column.Overlaps(other)) {
+    if (column.Overlaps(other)) {
       Refuse(
           report.document,
           fmt::format("the columns {} and {} cover the same time", Quoted(other.title), Quoted(column.title)),
@@ -72,8 +72,8 @@ AmountColumns ReadAmountColumns(const CapturedReport& report) {
     const std::string_view title = Trimmed(column.title);
     if (title.empty()) {
       if (SameText(column.type, "Amount")) untitled = position;
-    } else if (std::optional<StatementColumn> period = ReadPeriod(title)) {
-      AddColumn(report, position, *std::move(period), result);
+    } else if (const std::optional<DayRange> days = ReadPeriod(title)) {
+      AddColumn(report, position, ColumnOf(title, *days), result);
     } else if (IsTotalTitle(title) && !result.total) {
       result.total = position;
     } else {
@@ -89,9 +89,12 @@ AmountColumns ReadAmountColumns(const CapturedReport& report) {
     Refuse(report.document, "the report has no columns of amounts",
            "export the report with one column a month, or with a total only");
   }
-  StatementColumn whole = ReadPeriod(report.period).value_or(StatementColumn{});
-  whole.title = Trimmed(report.columns[*only].title);
-  AddColumn(report, *only, std::move(whole), result);
+  const std::string_view title = Trimmed(report.columns[*only].title);
+  const std::optional<DayRange> days = ReadPeriod(report.period);
+  AddColumn(
+      report, *only,
+      days ? ColumnOf(title, *days) : StatementColumn{.title = std::string(title), .days = {}, .month = {}},
+      result);
   result.total.reset();
   return result;
 }

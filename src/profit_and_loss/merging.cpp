@@ -31,6 +31,11 @@ void MergeText(std::string& merged, const std::string& other, std::string_view d
          fmt::format("give documents with the same {}", what));
 }
 
+// Columns without days come first.
+std::chrono::year_month_day FirstDay(const StatementColumn& column) {
+  return column.days ? column.days->first : std::chrono::year_month_day{};
+}
+
 std::string LineKey(const StatementLine& line) {
   return fmt::format("{}\n{}-{}", AccountTable::KeyOf(line.account), static_cast<int>(line.date.year()),
                      static_cast<unsigned>(line.date.month()));
@@ -104,7 +109,8 @@ class Merging {
     merged_.accounts[index].amounts.resize(merged_.columns.size());
     CheckDivided(statement, index, account, columns);
     for (std::size_t column = 0; column < columns.size(); ++column) {
-      if (columns[column]) AddAmount(index, *columns[column], account, account.amounts.at(column));
+      if (const std::optional<std::size_t>& place = columns[column])
+        AddAmount(index, *place, account, account.amounts.at(column));
     }
   }
 
@@ -156,9 +162,10 @@ class Merging {
         any = true;
         sum += account.amounts.at(part);
       }
-      const bool complete = any && time.first && time.last &&
-                            *statement.columns.front().first <= *time.first &&
-                            *statement.columns.back().last >= *time.last;
+      const std::optional<DayRange>& first = statement.columns.front().days;
+      const std::optional<DayRange>& last = statement.columns.back().days;
+      const bool complete = any && time.days && first && last &&
+                            DayRange{.first = first->first, .last = last->last}.Contains(*time.days);
       if (!complete || sum == merged_.accounts[index].amounts[whole]) continue;
       Refuse(account.place,
              fmt::format("the transactions of the account {} add up to {} in {}, but it has {} at {}",
@@ -190,13 +197,15 @@ class Merging {
   void SortColumns() {
     std::vector<std::size_t> order(merged_.columns.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
-    std::ranges::stable_sort(order, {}, [&](std::size_t index) { return merged_.columns[index].first; });
+    std::ranges::stable_sort(order, {}, [&](std::size_t index) { return FirstDay(merged_.columns[index]); });
     std::vector<StatementColumn> columns;
+    columns.reserve(order.size());
     for (const std::size_t index : order) columns.push_back(merged_.columns[index]);
     merged_.columns = std::move(columns);
     for (StatementAccount& account : merged_.accounts) {
       account.amounts.resize(order.size());
       std::vector<ExactAmount> amounts;
+      amounts.reserve(order.size());
       for (const std::size_t index : order) amounts.push_back(account.amounts[index]);
       account.amounts = std::move(amounts);
     }

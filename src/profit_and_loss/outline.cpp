@@ -283,7 +283,7 @@ void Outline::Add(const RowAmounts& amounts) {
   AddTo(open_.empty() ? Sums(section_) : open_.back().sums, amounts);
 }
 
-void Outline::AddTo(RowAmounts& sums, const RowAmounts& amounts) const {
+void Outline::AddTo(RowAmounts& sums, const RowAmounts& amounts) {
   for (std::size_t column = 0; column < amounts.size(); ++column) sums[column] += amounts[column];
 }
 

@@ -45,9 +45,8 @@ void RequireStatement(const ProfitAndLoss& statement) {
   for (const std::string& finding : statement.findings) RequireOneLine(finding);
   Require(statement.lines.empty() || statement.hasDetail, "transactions come from a detail report");
   const bool months =
-      !statement.columns.empty() && std::ranges::all_of(statement.columns, [](const auto& column) {
-        return column.month && column.first && column.last;
-      });
+      !statement.columns.empty() &&
+      std::ranges::all_of(statement.columns, [](const auto& column) { return column.month && column.days; });
   Require(months == statement.hasMonths, "hasMonths says whether all columns are months");
 }
 

@@ -64,12 +64,11 @@ TEST(ReadPeriod, ReadsMonthsAndOtherTimes) {
       {"Jan 02 Jan 02 Jan 02 Jan 02 Jan 02", ""},
   };
   for (const Case& test : cases) {
-    const std::optional<StatementColumn> column = ReadPeriod(test.text);
-    ASSERT_EQ(column.has_value(), !test.days.empty()) << test.text;
-    if (!column) continue;
-    EXPECT_EQ(DayText(*column->first) + ".." + DayText(*column->last), test.days) << test.text;
-    EXPECT_EQ(column->month.has_value(), test.month) << test.text;
-    EXPECT_EQ(column->title, Trimmed(test.text));
+    const std::optional<DayRange> days = ReadPeriod(test.text);
+    ASSERT_EQ(days.has_value(), !test.days.empty()) << test.text;
+    if (!days) continue;
+    EXPECT_EQ(DayText(days->first) + ".." + DayText(days->last), test.days) << test.text;
+    EXPECT_EQ(ColumnOf(test.text, *days).month.has_value(), test.month) << test.text;
   }
 }
 
