@@ -6,12 +6,6 @@
 #include "profit_and_loss/words.h"
 
 namespace krnqb::profit_and_loss {
-namespace {
-
-constexpr std::size_t mostAccounts = 20'000;
-
-}  // namespace
-
 std::string AccountTable::KeyOf(const std::vector<std::string>& names) {
   std::string key;
   for (const std::string& name : names) key.append(Folded(name)).append(1, '\n');

@@ -12,8 +12,6 @@
 namespace krnqb::profit_and_loss {
 namespace {
 
-constexpr std::size_t mostColumns = 120;
-
 struct FieldTitle {
   std::string_view title;
   DetailField field;
@@ -38,15 +36,15 @@ constexpr std::array fieldTitles{
 void AddColumn(const CapturedReport& report, std::size_t position, StatementColumn column,
                AmountColumns& result) {
   for (const StatementColumn& other : result.columns) {
-    if (column.first && column.Overlaps(other)) {
+    if (column.Overlaps(other)) {
       Refuse(
           report.document,
           fmt::format("the columns {} and {} cover the same time", Quoted(other.title), Quoted(column.title)),
           "export the report with one column a month, or with a total only");
     }
   }
-  if (result.columns.size() == mostColumns) {
-    Refuse(report.document, fmt::format("the report has more than {} columns of amounts", mostColumns),
+  if (result.columns.size() == mostAmountColumns) {
+    Refuse(report.document, fmt::format("the report has more than {} columns of amounts", mostAmountColumns),
            "export fewer months");
   }
   result.columns.push_back(std::move(column));
@@ -74,8 +72,8 @@ AmountColumns ReadAmountColumns(const CapturedReport& report) {
     const std::string_view title = Trimmed(column.title);
     if (title.empty()) {
       if (SameText(column.type, "Amount")) untitled = position;
-    } else if (std::optional<StatementColumn> period = ReadPeriod(title)) {
-      AddColumn(report, position, *std::move(period), result);
+    } else if (const std::optional<DayRange> days = ReadPeriod(title)) {
+      AddColumn(report, position, ColumnOf(title, *days), result);
     } else if (IsTotalTitle(title) && !result.total) {
       result.total = position;
     } else {
@@ -91,9 +89,12 @@ AmountColumns ReadAmountColumns(const CapturedReport& report) {
     Refuse(report.document, "the report has no columns of amounts",
            "export the report with one column a month, or with a total only");
   }
-  StatementColumn whole = ReadPeriod(report.period).value_or(StatementColumn{});
-  whole.title = Trimmed(report.columns[*only].title);
-  AddColumn(report, *only, std::move(whole), result);
+  const std::string_view title = Trimmed(report.columns[*only].title);
+  const std::optional<DayRange> days = ReadPeriod(report.period);
+  AddColumn(
+      report, *only,
+      days ? ColumnOf(title, *days) : StatementColumn{.title = std::string(title), .days = {}, .month = {}},
+      result);
   result.total.reset();
   return result;
 }

@@ -2,12 +2,14 @@
 
 #include <utility>
 
+#include "profit_and_loss/report.h"
 #include "profit_and_loss/words.h"
 
 namespace krnqb::profit_and_loss {
 namespace {
 
-constexpr std::size_t mostCells = 512;
+constexpr std::size_t mostCellsOfALine = 512;
+constexpr std::size_t mostCells = 20'000'000;
 
 class CsvReader {
  public:
@@ -17,7 +19,11 @@ class CsvReader {
     while (!rest_.empty() && !result_.fault) {
       CsvRecord record = Record();
       while (!record.cells.empty() && Trimmed(record.cells.back()).empty()) record.cells.pop_back();
-      if (!record.cells.empty() && !result_.fault) result_.records.push_back(std::move(record));
+      if (record.cells.empty() || result_.fault) continue;
+      cells_ += record.cells.size();
+      if (result_.records.size() == mostRows || cells_ > mostCells)
+        Stop(record.line, "the document is too long", "give fewer months at once");
+      result_.records.push_back(std::move(record));
     }
     return std::move(result_);
   }
@@ -27,7 +33,7 @@ class CsvReader {
     CsvRecord record{.line = line_, .cells = {}};
     for (;;) {
       record.cells.push_back(Cell());
-      if (record.cells.size() > mostCells)
+      if (record.cells.size() > mostCellsOfALine)
         Stop(line_, "the line has more than 512 cells",
              "check that the document is a profit and loss as CSV");
       if (result_.fault || AtLineEnd()) break;
@@ -91,6 +97,7 @@ class CsvReader {
   std::string_view rest_;
   char separator_;
   std::size_t line_ = 1;
+  std::size_t cells_ = 0;
   CsvText result_;
 };
 

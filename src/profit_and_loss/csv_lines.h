@@ -27,8 +27,9 @@ struct CsvText {
 };
 
 /// Returns the records of a CSV text that have a cell which is not blank. A cell may be quoted, with "" for a
-/// quotation mark, and then contain line ends and separators. The records end with a fault if a quotation
-/// mark is not closed or is followed by other text, and if a line has more than 512 cells.
+/// quotation mark, and then contain line ends and separators. The records end with a fault where a quotation
+/// mark is not closed or is followed by other text, where a line has more than 512 cells, and after 2,000,000
+/// records or 20,000,000 cells.
 CsvText ReadCsv(std::string_view text, char separator);
 
 }  // namespace krnqb::profit_and_loss

@@ -90,26 +90,42 @@ bool IsTimeOfPrinting(std::string_view text) {
   return clock || ReadDate(text).has_value();
 }
 
-// The lines above the column titles: company, title, period and basis, in any order.
+bool IsTitle(std::string_view text) {
+  const bool profit = Contains(text, "profit") && Contains(text, "loss");
+  return profit || Contains(text, "income statement") || Contains(text, "balance sheet") ||
+         Contains(text, "trial balance");
+}
+
+void ReadTitle(std::string_view text, CapturedReport& report) {
+  if (IsBasis(text))
+    ReadBasis(text, report);
+  else if (ReadPeriod(text))
+    report.period = text;
+  else if (report.title.empty() && IsTitle(text))
+    report.title = text;
+  else if (report.company.empty())
+    report.company = text;
+}
+
+// The lines above the column titles: company, title, period and basis, in any order. A period may have been
+// typed without the quotation marks that its comma needs.
 void ReadTitles(const std::vector<CsvRecord>& records, std::size_t header, CapturedReport& report) {
-  for (std::size_t index = 0; index <= header; ++index) {
-    const std::vector<std::string>& cells = records[index].cells;
-    const std::size_t end = index < header ? cells.size() : std::min(report.firstAmount, cells.size());
-    for (std::size_t position = 0; position < end; ++position) {
-      const std::string_view text = Trimmed(cells[position]);
-      const bool profit = Contains(text, "profit") && Contains(text, "loss");
-      if (text.empty() || IsTimeOfPrinting(text)) continue;
-      if (IsBasis(text))
-        ReadBasis(text, report);
-      else if (ReadPeriod(text))
-        report.period = text;
-      else if (report.title.empty() && (profit || Contains(text, "income statement") ||
-                                        Contains(text, "balance sheet") || Contains(text, "trial balance")))
-        report.title = text;
-      else if (report.company.empty() && index < header)
-        report.company = text;
+  for (std::size_t index = 0; index < header; ++index) {
+    std::string line;
+    for (const std::string& cell : records[index].cells) {
+      if (!Trimmed(cell).empty()) line.append(line.empty() ? "" : ", ").append(Trimmed(cell));
+    }
+    if (ReadPeriod(line)) {
+      report.period = line;
+      continue;
+    }
+    for (const std::string& cell : records[index].cells) {
+      const std::string_view text = Trimmed(cell);
+      if (!text.empty() && !IsTimeOfPrinting(text)) ReadTitle(text, report);
     }
   }
+  for (std::size_t position = 0; position < report.firstAmount; ++position)
+    ReadBasis(Trimmed(records[header].cells[position]), report);
 }
 
 // Returns the number of blanks before a label.

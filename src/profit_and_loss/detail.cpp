@@ -40,9 +40,18 @@ int MonthIndex(const year_month_day& date) {
          static_cast<int>(static_cast<unsigned>(date.month())) - 1;
 }
 
-StatementColumn ColumnOf(int monthIndex) {
-  return MonthColumn({.year = static_cast<std::int16_t>(monthIndex / monthsPerYear),
-                      .month = static_cast<std::int16_t>(monthIndex % monthsPerYear + 1)});
+YearMonth MonthAt(int index) {
+  return {.year = static_cast<std::int16_t>(index / monthsPerYear),
+          .month = static_cast<std::int16_t>(index % monthsPerYear + 1)};
+}
+
+// Returns the days of a month that are in a range which has at least one of them.
+StatementColumn MonthWithin(int index, const DayRange& range) {
+  const YearMonth month = MonthAt(index);
+  DayRange days = DaysOf(month);
+  days.first = std::max(days.first, range.first);
+  days.last = std::min(days.last, range.last);
+  return ColumnOf(fmt::format("{}-{:02}", month.year, month.month), days);
 }
 
 class DetailReader {
@@ -94,8 +103,9 @@ class DetailReader {
   Fields FieldsOf(const ReportRow& row) const {
     Fields fields;
     for (const auto& [position, text] : row.cells) {
-      if (position < fields_.size() && fields_[position])
-        fields.at(static_cast<std::size_t>(*fields_[position])) = text;
+      if (position >= fields_.size()) continue;
+      if (const std::optional<DetailField>& field = fields_[position])
+        fields.at(static_cast<std::size_t>(*field)) = text;
     }
     return fields;
   }
@@ -114,6 +124,7 @@ class DetailReader {
       ReadTransaction(row, fields);
       return;
     }
+    if (row.label.empty()) return;
     if (!FieldOf(fields, DetailField::Type).empty() || !FieldOf(fields, DetailField::Date).empty()) {
       Refuse(PlaceOf(report_, row.number),
              fmt::format("there are both the label {} and a transaction", Quoted(row.label)),
@@ -153,36 +164,34 @@ class DetailReader {
     lines_.push_back(std::move(line));
   }
 
-  // The months of the report: those that it states, otherwise those of its transactions.
-  void AddMonths(ProfitAndLoss& statement) {
-    std::optional<StatementColumn> period = ReadPeriod(report_.period);
-    if (lines_.empty() && !period) return;
+  // Returns the days that the report states, otherwise the months of its transactions.
+  std::optional<DayRange> Range() const {
+    if (const std::optional<DayRange> stated = ReadPeriod(report_.period)) return stated;
+    if (lines_.empty()) return std::nullopt;
     const auto [earliest, latest] = std::ranges::minmax_element(lines_, {}, &StatementLine::date);
-    const int first = MonthIndex(period ? *period->first : earliest->date);
-    const int last = MonthIndex(period ? *period->last : latest->date);
+    return DayRange{.first = DaysOf(MonthAt(MonthIndex(earliest->date))).first,
+                    .last = DaysOf(MonthAt(MonthIndex(latest->date))).last};
+  }
+
+  // Adds the columns. One at the begin or the end may be a part of a month.
+  void AddMonths(ProfitAndLoss& statement) {
+    const std::optional<DayRange> range = Range();
+    if (!range) return;
+    const int first = MonthIndex(range->first);
+    const int last = MonthIndex(range->last);
     if (last - first >= mostMonths) {
       Refuse(report_.document, fmt::format("the report covers more than {} months", mostMonths),
              "export fewer months, or correct the dates");
     }
-    for (int month = first; month <= last; ++month) statement.columns.push_back(ColumnOf(month));
-    if (period) LimitToPeriod(*period, statement.columns);
-    AddAmounts(first, period, statement.columns.size());
+    for (int month = first; month <= last; ++month) statement.columns.push_back(MonthWithin(month, *range));
+    AddAmounts(*range, statement.columns.size());
   }
 
-  // A report that begins or ends within a month does not have the amounts of the whole month.
-  static void LimitToPeriod(const StatementColumn& period, std::vector<StatementColumn>& columns) {
-    for (StatementColumn& column : columns) {
-      if (*column.first >= *period.first && *column.last <= *period.last) continue;
-      column.first = std::max(*column.first, *period.first);
-      column.last = std::min(*column.last, *period.last);
-      column.month.reset();
-    }
-  }
-
-  void AddAmounts(int firstMonth, const std::optional<StatementColumn>& period, std::size_t columns) {
+  void AddAmounts(const DayRange& range, std::size_t columns) {
+    const int firstMonth = MonthIndex(range.first);
     for (std::size_t index = 0; index < lines_.size(); ++index) {
       const StatementLine& line = lines_[index];
-      if (period && (line.date < *period->first || line.date > *period->last)) {
+      if (line.date < range.first || line.date > range.last) {
         Refuse(line.place, fmt::format("the transaction is not in {}", Quoted(report_.period)),
                "correct the date or the report's title");
       }

@@ -80,9 +80,15 @@ std::optional<std::string_view> TotalledLabel(std::string_view label) {
   return std::nullopt;
 }
 
+std::optional<std::string_view> OtherOfLabel(std::string_view label) {
+  if (label.size() <= otherEnding.size()) return std::nullopt;
+  const std::size_t length = label.size() - otherEnding.size();
+  return SameText(label.substr(length), otherEnding) ? std::optional(label.substr(0, length)) : std::nullopt;
+}
+
 bool IsOtherOf(std::string_view label, std::string_view heading) {
-  return label.size() == heading.size() + otherEnding.size() && BeginsWith(label, heading) &&
-         SameText(label.substr(heading.size()), otherEnding);
+  const std::optional<std::string_view> parent = OtherOfLabel(label);
+  return parent && SameText(*parent, heading);
 }
 
 NumberedName SeparateNumber(std::string_view label, bool hyphens) {

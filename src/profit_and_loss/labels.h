@@ -26,6 +26,9 @@ std::optional<ClosingLine> ClosingLineOf(std::string_view label);
 /// label.
 std::optional<std::string_view> TotalledLabel(std::string_view label);
 
+/// Returns whose own amounts a label is of, "Rent" for "Rent - Other", or nothing for another label.
+std::optional<std::string_view> OtherOfLabel(std::string_view label);
+
 /// Returns whether a label is that of another one's own amounts, as "Rent - Other" is that of "Rent".
 bool IsOtherOf(std::string_view label, std::string_view heading);
 

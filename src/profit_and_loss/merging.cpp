@@ -14,6 +14,7 @@
 
 #include "profit_and_loss/account_table.h"
 #include "profit_and_loss/messages.h"
+#include "profit_and_loss/report.h"
 #include "profit_and_loss/words.h"
 
 namespace krnqb::profit_and_loss {
@@ -28,6 +29,11 @@ void MergeText(std::string& merged, const std::string& other, std::string_view d
   Refuse(document,
          fmt::format("the {} is {}, but {} in another document", what, Quoted(other), Quoted(merged)),
          fmt::format("give documents with the same {}", what));
+}
+
+// Columns without days come first.
+std::chrono::year_month_day FirstDay(const StatementColumn& column) {
+  return column.days ? column.days->first : std::chrono::year_month_day{};
 }
 
 std::string LineKey(const StatementLine& line) {
@@ -72,6 +78,12 @@ class Merging {
       }
       if (!place && !(statement.hasDetail && overlaps)) {
         place = merged_.columns.size();
+        if (*place == mostAmountColumns) {
+          Refuse(
+              statement.document,
+              fmt::format("the documents together have more than {} columns of amounts", mostAmountColumns),
+              "give fewer months");
+        }
         merged_.columns.push_back(column);
       }
       mapped.push_back(place);
@@ -84,6 +96,10 @@ class Merging {
     const auto [found, isNew] = indices_.try_emplace(AccountTable::KeyOf(account.names), indices_.size());
     const std::size_t index = found->second;
     if (isNew) {
+      if (index == mostAccounts) {
+        Refuse(account.place, fmt::format("the documents together have more than {} accounts", mostAccounts),
+               "give documents of one company");
+      }
       covered_.emplace_back();
       merged_.accounts.push_back(account);
       merged_.accounts.back().amounts.clear();
@@ -93,7 +109,8 @@ class Merging {
     merged_.accounts[index].amounts.resize(merged_.columns.size());
     CheckDivided(statement, index, account, columns);
     for (std::size_t column = 0; column < columns.size(); ++column) {
-      if (columns[column]) AddAmount(index, *columns[column], account, account.amounts.at(column));
+      if (const std::optional<std::size_t>& place = columns[column])
+        AddAmount(index, *place, account, account.amounts.at(column));
     }
   }
 
@@ -145,9 +162,10 @@ class Merging {
         any = true;
         sum += account.amounts.at(part);
       }
-      const bool complete = any && time.first && time.last &&
-                            *statement.columns.front().first <= *time.first &&
-                            *statement.columns.back().last >= *time.last;
+      const std::optional<DayRange>& first = statement.columns.front().days;
+      const std::optional<DayRange>& last = statement.columns.back().days;
+      const bool complete = any && time.days && first && last &&
+                            DayRange{.first = first->first, .last = last->last}.Contains(*time.days);
       if (!complete || sum == merged_.accounts[index].amounts[whole]) continue;
       Refuse(account.place,
              fmt::format("the transactions of the account {} add up to {} in {}, but it has {} at {}",
@@ -179,13 +197,15 @@ class Merging {
   void SortColumns() {
     std::vector<std::size_t> order(merged_.columns.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
-    std::ranges::stable_sort(order, {}, [&](std::size_t index) { return merged_.columns[index].first; });
+    std::ranges::stable_sort(order, {}, [&](std::size_t index) { return FirstDay(merged_.columns[index]); });
     std::vector<StatementColumn> columns;
+    columns.reserve(order.size());
     for (const std::size_t index : order) columns.push_back(merged_.columns[index]);
     merged_.columns = std::move(columns);
     for (StatementAccount& account : merged_.accounts) {
       account.amounts.resize(order.size());
       std::vector<ExactAmount> amounts;
+      amounts.reserve(order.size());
       for (const std::size_t index : order) amounts.push_back(account.amounts[index]);
       account.amounts = std::move(amounts);
     }

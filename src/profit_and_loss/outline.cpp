@@ -75,6 +75,8 @@ Outline::Outline(const CapturedReport& report, const std::vector<std::string>& t
     const ReportRow& row = report.rows[index];
     if (row.label.empty()) continue;
     next = index;
+    if (const std::optional<std::string_view> parent = OtherOfLabel(row.label))
+      parents_.insert(Folded(*parent));
     const std::optional<std::string_view> totalled = TotalledLabel(row.label);
     if (!totalled || !CanBeTotal(row)) continue;
     ++totalsToCome_[Folded(*totalled)];
@@ -121,7 +123,15 @@ bool Outline::HasChildren(std::size_t index, const RowAmounts& amounts) const {
   const ReportRow& row = report_.rows[index];
   if (row.kind == RowKind::Account) return false;
   if (row.kind == RowKind::Heading) return true;
-  if (!report_.indented) return amounts.empty() && TotalComes(row.label);
+  if (!report_.indented) {
+    if (!amounts.empty()) return false;
+    if (TotalComes(row.label)) return true;
+    if (!parents_.contains(Folded(row.label))) return false;
+    Refuse(PlaceOf(report_, row.number),
+           fmt::format("{} has no line {}, so it is unclear which accounts are below it", Quoted(row.label),
+                       Quoted("Total " + row.label)),
+           "indent the sub-accounts, or add the line");
+  }
   const std::size_t next = nextLabel_[index];
   return next < report_.rows.size() && report_.rows[next].depth > row.depth;
 }
@@ -273,7 +283,7 @@ void Outline::Add(const RowAmounts& amounts) {
   AddTo(open_.empty() ? Sums(section_) : open_.back().sums, amounts);
 }
 
-void Outline::AddTo(RowAmounts& sums, const RowAmounts& amounts) const {
+void Outline::AddTo(RowAmounts& sums, const RowAmounts& amounts) {
   for (std::size_t column = 0; column < amounts.size(); ++column) sums[column] += amounts[column];
 }
 
@@ -286,13 +296,13 @@ void Outline::CheckSums(const ReportRow& row, const RowAmounts& amounts, const R
   }
 }
 
-AccountPath Outline::FromFullName(const ReportRow& row, std::string_view fullName) const {
+AccountPath Outline::FromFullName(std::size_t row, std::string_view fullName) const {
   AccountPath path{.section = section_, .names = {}, .numbers = {}};
   for (std::string_view rest = fullName;;) {
     const std::size_t colon = rest.find(':');
     NumberedName name = SeparateNumber(Trimmed(rest.substr(0, colon)), hyphenNumbers_);
     if (name.name.empty() || path.names.size() == deepest) {
-      Refuse(PlaceOf(report_, row.number), fmt::format("{} is not the name of an account", Quoted(fullName)),
+      Refuse(PlaceOf(report_, row), fmt::format("{} is not the name of an account", Quoted(fullName)),
              "name an account and its parents with \":\" between them");
     }
     path.names.push_back(std::move(name.name));
@@ -305,14 +315,18 @@ AccountPath Outline::FromFullName(const ReportRow& row, std::string_view fullNam
 void Outline::AppendOpen(AccountPath& path) const {
   for (const Heading& heading : open_) {
     if (heading.other) continue;
+    if (heading.label.find(':') != std::string::npos) {
+      path = FromFullName(heading.row, heading.label);
+      continue;
+    }
     path.names.push_back(heading.name.name);
     path.numbers.push_back(heading.name.number);
   }
 }
 
 AccountPath Outline::PathOf(const ReportRow& row) const {
-  if (!row.account.empty()) return FromFullName(row, row.account);
-  if (row.label.find(':') != std::string::npos) return FromFullName(row, row.label);
+  if (!row.account.empty()) return FromFullName(row.number, row.account);
+  if (row.label.find(':') != std::string::npos) return FromFullName(row.number, row.label);
   AccountPath path{.section = section_, .names = {}, .numbers = {}};
   AppendOpen(path);
   if (!open_.empty() && IsOtherOf(row.label, open_.back().label)) return path;
@@ -324,13 +338,13 @@ AccountPath Outline::PathOf(const ReportRow& row) const {
 
 AccountPath Outline::Current(const ReportRow& row, std::string_view fullName) const {
   if (open_.empty()) {
-    if (!fullName.empty()) return FromFullName(row, fullName);
+    if (!fullName.empty()) return FromFullName(row.number, fullName);
     Refuse(PlaceOf(report_, row.number), "the transaction is below no account",
            "export the report with the headings of its accounts");
   }
   AccountPath path{.section = section_, .names = {}, .numbers = {}};
   AppendOpen(path);
-  if (!fullName.empty() && !SameText(FromFullName(row, fullName).names.back(), path.names.back())) {
+  if (!fullName.empty() && !SameText(FromFullName(row.number, fullName).names.back(), path.names.back())) {
     Refuse(PlaceOf(report_, row.number),
            fmt::format("the transaction is of the account {}, but below the heading {}", Quoted(fullName),
                        Quoted(open_.back().label)),

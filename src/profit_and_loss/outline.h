@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "profit_and_loss/labels.h"
@@ -32,9 +33,10 @@ class Outline {
   /// `titles` are the columns that amounts are given for. All arguments must outlive the outline.
   Outline(const CapturedReport& report, const std::vector<std::string>& titles, Findings& findings);
 
-  /// Takes the next row that has a label. Returns the account to which the row's amounts are booked, or
-  /// nothing if it is a heading or a total. Throws Error 13 if the row has no place in the outline.
-  std::optional<AccountPath> Take(std::size_t row, const RowAmounts& amounts);
+  /// Takes the next row that has a label, by its index. Returns the account to which the row's amounts are
+  /// booked, or nothing if it is a heading or a total. Throws Error 13 if the row has no place in the
+  /// outline.
+  std::optional<AccountPath> Take(std::size_t index, const RowAmounts& amounts);
 
   /// Returns the account of a transaction: that of the innermost heading. If there is none, it is `fullName`.
   /// Throws Error 13 if both are missing or have different names.
@@ -56,7 +58,7 @@ class Outline {
     RowAmounts sums;
   };
 
-  bool HasChildren(std::size_t row, const RowAmounts& amounts) const;
+  bool HasChildren(std::size_t index, const RowAmounts& amounts) const;
   bool TakeSection(const ReportRow& row, const RowAmounts& amounts);
   bool TakeTotal(const ReportRow& row, const RowAmounts& amounts);
   bool TakeClosingLine(const ReportRow& row, const RowAmounts& amounts);
@@ -69,8 +71,8 @@ class Outline {
   bool SectionTotalComes() const;
   void CheckSums(const ReportRow& row, const RowAmounts& amounts, const RowAmounts& sums);
   RowAmounts& Sums(Section section) { return sectionSums_.at(static_cast<std::size_t>(section)); }
-  void AddTo(RowAmounts& sums, const RowAmounts& amounts) const;
-  AccountPath FromFullName(const ReportRow& row, std::string_view fullName) const;
+  static void AddTo(RowAmounts& sums, const RowAmounts& amounts);
+  AccountPath FromFullName(std::size_t row, std::string_view fullName) const;
   AccountPath PathOf(const ReportRow& row) const;
   void AppendOpen(AccountPath& path) const;
 
@@ -79,6 +81,7 @@ class Outline {
   Findings& findings_;
   bool hyphenNumbers_ = false;
   std::unordered_map<std::string, std::size_t> totalsToCome_;  // by what they total, folded
+  std::unordered_set<std::string> parents_;  // the labels of which there is one with " - Other", folded
   std::array<std::size_t, 6> sectionTotalsToCome_{};
   std::vector<std::size_t> nextLabel_;  // for each row the next one with a label; the number of rows for none
   std::optional<Section> openSection_;

@@ -1,7 +1,5 @@
 #include "profit_and_loss/periods.h"
 
-#include <fmt/format.h>
-
 #include <array>
 #include <charconv>
 #include <cstddef>
@@ -135,7 +133,7 @@ std::optional<year_month_day> DayOf(const Ends& end, bool last) {
   return day.ok() ? std::optional(day) : std::nullopt;
 }
 
-std::optional<StatementColumn> FromForm(const std::vector<Token>& tokens, std::string_view roles) {
+std::optional<DayRange> FromForm(const std::vector<Token>& tokens, std::string_view roles) {
   Ends begin;
   Ends end;
   for (std::size_t index = 0; index < roles.size(); ++index) {
@@ -148,16 +146,10 @@ std::optional<StatementColumn> FromForm(const std::vector<Token>& tokens, std::s
     if (role == 'd' || role == '#') begin.day = value;
     if (role == 'D' || role == '#') end.day = value;
   }
-  StatementColumn column{.title = {}, .month = {}, .first = DayOf(begin, false), .last = DayOf(end, true)};
-  if (!column.first || !column.last || *column.last < *column.first) return std::nullopt;
-  const bool sameMonth =
-      column.first->year() == column.last->year() && column.first->month() == column.last->month();
-  const year_month_day monthEnd = column.last->year() / column.last->month() / std::chrono::last;
-  if (sameMonth && column.first->day() == std::chrono::day(1) && *column.last == monthEnd) {
-    column.month = YearMonth{static_cast<std::int16_t>(static_cast<int>(column.first->year())),
-                             static_cast<std::int16_t>(static_cast<unsigned>(column.first->month()))};
-  }
-  return column;
+  const std::optional<year_month_day> first = DayOf(begin, false);
+  const std::optional<year_month_day> last = DayOf(end, true);
+  if (!first || !last || *last < *first) return std::nullopt;
+  return DayRange{.first = *first, .last = *last};
 }
 
 // Returns the parts of a date, three numbers, or nothing.
@@ -190,23 +182,26 @@ std::optional<year_month_day> CheckedDate(std::string_view year, std::string_vie
 
 }  // namespace
 
-std::optional<StatementColumn> ReadPeriod(std::string_view text) {
+std::optional<DayRange> ReadPeriod(std::string_view text) {
   const std::vector<Token> tokens = Tokens(text);
   for (const Form& form : forms) {
-    if (!Fits(tokens, form.kinds)) continue;
-    std::optional<StatementColumn> column = FromForm(tokens, form.roles);
-    if (column) column->title = Trimmed(text);
-    return column;
+    if (Fits(tokens, form.kinds)) return FromForm(tokens, form.roles);
   }
   return std::nullopt;
 }
 
-StatementColumn MonthColumn(const YearMonth& month) {
-  const auto first = std::chrono::year(month.year) / std::chrono::month(static_cast<unsigned>(month.month));
-  return {.title = fmt::format("{}-{:02}", month.year, month.month),
-          .month = month,
-          .first = first / 1,
-          .last = year_month_day(first / std::chrono::last)};
+DayRange DaysOf(const YearMonth& month) {
+  const std::chrono::year_month whole =
+      std::chrono::year(month.year) / std::chrono::month(static_cast<unsigned>(month.month));
+  return {.first = whole / 1, .last = year_month_day(whole / std::chrono::last)};
+}
+
+StatementColumn ColumnOf(std::string_view title, const DayRange& days) {
+  StatementColumn column{.title = std::string(title), .days = days, .month = {}};
+  const YearMonth month{.year = static_cast<std::int16_t>(static_cast<int>(days.first.year())),
+                        .month = static_cast<std::int16_t>(static_cast<unsigned>(days.first.month()))};
+  if (days == DaysOf(month)) column.month = month;
+  return column;
 }
 
 std::optional<year_month_day> ReadDate(std::string_view text) {

@@ -15,9 +15,11 @@ namespace krnqb::profit_and_loss {
 namespace {
 
 constexpr std::string_view reportAdvice = "give QuickBooks' answer to a profit and loss request";
+constexpr std::string_view tooLongAdvice = "give fewer months at once";
 constexpr int leastWarning = 500;
 constexpr int leastError = 1000;
 constexpr std::size_t mostColumns = 512;
+constexpr std::size_t mostReports = 1'000;
 
 std::optional<std::size_t> NumberOf(std::string_view text) {
   std::size_t number = 0;
@@ -111,6 +113,9 @@ class ReportEvents final : public XmlEventHandler {
   }
 
   void StartReport() {
+    if (reports_.size() == mostReports)
+      Refuse(document_, fmt::format("the document contains more than {} reports", mostReports),
+             tooLongAdvice);
     inReport_ = true;
     reports_.emplace_back();
     Report().document = document_;
@@ -137,6 +142,8 @@ class ReportEvents final : public XmlEventHandler {
   }
 
   void StartRow(RowKind kind, const XmlEventAttributes& attributes) {
+    if (++rows_ > mostRows)
+      Refuse(document_, fmt::format("the document contains more than {} rows", mostRows), tooLongAdvice);
     inRow_ = true;
     rowDepth_ = depth_;
     ReportRow& row = Report().rows.emplace_back();
@@ -205,6 +212,7 @@ class ReportEvents final : public XmlEventHandler {
   std::vector<std::string> findings_;
   std::size_t depth_ = 0;
   std::size_t rowDepth_ = 0;
+  std::size_t rows_ = 0;
   std::size_t column_ = 0;
   bool anyAnswer_ = false;
   bool inReportAnswer_ = false;

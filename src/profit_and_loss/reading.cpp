@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "krnqb/error.h"
 #include "profit_and_loss/csv_report.h"
 #include "profit_and_loss/detail.h"
 #include "profit_and_loss/merging.h"
@@ -31,9 +32,20 @@ void RefuseOtherReports(const CapturedReport& report) {
   }
 }
 
+ProfitAndLoss ReadReport(const CapturedReport& report) {
+  try {
+    return report.detail ? ReadDetail(report) : ReadSummary(report);
+  } catch (const Error& error) {
+    if (error.Kind() != ErrorKind::Overflow) throw;
+    throw Error(error_number::overflow,
+                fmt::format("{}: the amounts add up to more than 9 trillion; correct them in the document",
+                            report.document));
+  }
+}
+
 ProfitAndLoss Interpret(CapturedReport& report) {
   RefuseOtherReports(report);
-  ProfitAndLoss statement = report.detail ? ReadDetail(report) : ReadSummary(report);
+  ProfitAndLoss statement = ReadReport(report);
   statement.document = report.document;
   statement.title = std::move(report.title);
   statement.company = std::move(report.company);

@@ -9,6 +9,12 @@
 
 namespace krnqb::profit_and_loss {
 
+/// A document has at most this many rows.
+inline constexpr std::size_t mostRows = 2'000'000;
+/// A profit and loss has at most this many accounts and columns of amounts.
+inline constexpr std::size_t mostAccounts = 20'000;
+inline constexpr std::size_t mostAmountColumns = 120;
+
 /// What a document says about a row. Rows of CSV documents are Unstated.
 enum class RowKind : std::uint8_t { Unstated, Heading, Account, Total };
 

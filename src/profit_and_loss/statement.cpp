@@ -20,15 +20,6 @@ std::string_view SectionName(Section section) noexcept {
   return "";
 }
 
-bool StatementColumn::SameTime(const StatementColumn& other) const noexcept {
-  return first == other.first && last == other.last;
-}
-
-bool StatementColumn::Overlaps(const StatementColumn& other) const noexcept {
-  if (!first || !last || !other.first || !other.last) return true;
-  return *first <= *other.last && *other.first <= *last;
-}
-
 std::string StatementAccount::FullName() const {
   std::string fullName;
   for (const std::string& name : names) {

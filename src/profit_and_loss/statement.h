@@ -20,18 +20,30 @@ enum class Section : std::uint8_t { Unknown, Income, CostOfGoods, Expense, Other
 /// Returns the heading of a section, such as "Cost of Goods Sold", or "" for Unknown.
 std::string_view SectionName(Section section) noexcept;
 
-/// What a column of amounts covers. Both dates are set if the document states them; `month` is set as well if
-/// they are the first and the last day of one month.
+/// The days from the first to the last, both included.
+struct DayRange {
+  std::chrono::year_month_day first{};
+  std::chrono::year_month_day last{};
+
+  bool operator==(const DayRange&) const = default;
+  /// Returns whether two ranges have a day in common.
+  bool Overlaps(const DayRange& other) const noexcept { return first <= other.last && other.first <= last; }
+  /// Returns whether this range has all days of another one.
+  bool Contains(const DayRange& other) const noexcept { return first <= other.first && other.last <= last; }
+};
+
+/// What a column of amounts covers.
 struct StatementColumn {
   std::string title;
-  std::optional<YearMonth> month;
-  std::optional<std::chrono::year_month_day> first;
-  std::optional<std::chrono::year_month_day> last;
+  std::optional<DayRange> days;    ///< missing if the document does not state them
+  std::optional<YearMonth> month;  ///< set if the days are those of one month
 
   /// Returns whether two columns cover the same time; the titles do not matter.
-  bool SameTime(const StatementColumn& other) const noexcept;
-  /// Returns whether two columns have a day in common; a column without dates may have any.
-  bool Overlaps(const StatementColumn& other) const noexcept;
+  bool SameTime(const StatementColumn& other) const noexcept { return days == other.days; }
+  /// Returns whether two columns have a day in common; a column without days may have any.
+  bool Overlaps(const StatementColumn& other) const noexcept {
+    return !days || !other.days || days->Overlaps(*other.days);
+  }
 };
 
 /// The amounts of one account itself, without those of its sub-accounts.

@@ -46,6 +46,7 @@ class SummaryReader {
   // The titles of the columns that totals are checked in: those of amounts, and the one that adds them up.
   static std::vector<std::string> Titles(const CapturedReport& report, const AmountColumns& columns) {
     std::vector<std::string> titles;
+    titles.reserve(columns.columns.size() + 1);
     for (const StatementColumn& column : columns.columns) titles.push_back(column.title);
     if (columns.total) titles.push_back(report.columns[*columns.total].title);
     return titles;
@@ -70,12 +71,16 @@ class SummaryReader {
     if (row.cells.empty()) return {};
     RowAmounts amounts(titles_.size());
     const std::string place = PlaceOf(report_, row.number);
-    for (const auto& [position, text] : row.cells) amounts[*indices_[position]] = amounts_.Read(text, place);
+    for (const auto& [position, text] : row.cells) {
+      if (const std::optional<std::size_t>& index = indices_[position])
+        amounts[*index] = amounts_.Read(text, place);
+    }
     return amounts;
   }
 
   void ReadRow(std::size_t index) {
     const ReportRow& row = report_.rows[index];
+    if (row.label.empty() && row.account.empty()) return;
     RowAmounts amounts = ReadAmounts(row);
     std::optional<AccountPath> path = outline_.Take(index, amounts);
     if (!path) return;

@@ -114,6 +114,8 @@ std::string DocumentText(std::string_view document, std::string_view bytes) {
   }
   constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
   if (bytes.starts_with(byteOrderMark)) bytes.remove_prefix(byteOrderMark.size());
+  // Old programs end a text file with this character.
+  if (bytes.ends_with('\x1A')) bytes.remove_suffix(1);
   RefuseControlCharacters(document, bytes);
   if (Trimmed(bytes).empty())
     Refuse(document, "the document is empty", "export the profit and loss again and give that file");

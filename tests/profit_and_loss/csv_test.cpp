@@ -178,7 +178,8 @@ TEST(CsvSummary, ReadsATotalOnly) {
 }
 
 TEST(CsvSummary, ReadsTheBasisBelowTheReport) {
-  EXPECT_EQ(ReadProfitAndLoss("b", ",Jan 02\nRent,5.00\n\nCash Basis Monday, March 4, 2002\n").basis, "Cash");
+  EXPECT_EQ(ReadProfitAndLoss("b", ",Jan 02\nRent,5.00\n\n\"Cash Basis Monday, March 4, 2002\"\n").basis,
+            "Cash");
 }
 
 TEST(CsvSummary, ReadsAmountsOfParentsOnTheirOwnLines) {
@@ -187,6 +188,13 @@ TEST(CsvSummary, ReadsAmountsOfParentsOnTheirOwnLines) {
                                                     "for Jobs,7.00\nTotal Expenses,7.00\nNet Income,-7.00\n");
   EXPECT_EQ(AmountListing(statement), "Expense | Jobs | 3.00\nExpense | Jobs:Fuel | 4.00\n");
   EXPECT_EQ(FindingListing(statement), "");
+}
+
+TEST(CsvSummary, IgnoresLinesOfDashes) {
+  const ProfitAndLoss statement = ReadProfitAndLoss(
+      "b",
+      ",Jan 02\nExpense\n  Jobs\n    Fuel,4.00\n,-\n    Tax,1.00\n  Total Jobs,5.00\nTotal Expense,5.00\n");
+  EXPECT_EQ(AmountListing(statement), "Expense | Jobs:Fuel | 4.00\nExpense | Jobs:Tax | 1.00\n");
 }
 
 TEST(CsvSummary, KeepsAccountsThatAreNamedLikeASection) {
@@ -274,6 +282,8 @@ TEST(CsvSummary, RefusesWhatItCannotUnderstand) {
        "b: line 2: \"Jobs\" has amounts and sub-accounts, but no line"},
       {",Jan 02\nJobs,4.00\n  Fuel,4.00\nTotal Jobs,4.00\n",
        "b: line 2: \"Jobs\" has amounts and sub-accounts, which together are not \"Total Jobs\";"},
+      {",Jan 02\nJobs\nFuel,4.00\nJobs - Other,1.00\n",
+       "b: line 2: \"Jobs\" has no line \"Total Jobs\", so it is unclear which accounts are below it;"},
       {",Jan 02\nSales::Plants,4.00\n", "b: line 2: \"Sales::Plants\" is not the name of an account;"},
       {";Jan 02\nRent;1.234\n", "b: line 2: \"1.234\" is ambiguous"},
       {";Jan 02\nRent;1,50\nFuel;1.50\n", "b: line 3: \"1.50\" uses another decimal mark"},
@@ -293,6 +303,14 @@ TEST(CsvSummary, RefusesWhatItCannotUnderstand) {
   }
 }
 
+TEST(CsvSummary, ReportsSumsOutOfRangeWithTheDocument) {
+  const Error error = tests::ThrownError(
+      [] { ReadProfitAndLoss("b", ",Jan 02\nRent,9000000000000.00\nFuel,9000000000000.00\n"); });
+  EXPECT_EQ(error.Number(), error_number::overflow);
+  EXPECT_EQ(error.Description(),
+            "b: the amounts add up to more than 9 trillion; correct them in the document");
+}
+
 TEST(CsvSummary, LimitsTheDepthOfAccounts) {
   std::string document = ",Jan 02\n";
   for (std::size_t level = 0; level < 40; ++level)
@@ -305,6 +323,20 @@ TEST(CsvSummary, LimitsTheCellsOfALine) {
   const Error error =
       tests::ThrownError([] { ReadProfitAndLoss("b", ",Jan 02\nRent" + std::string(600, ',') + "5.00\n"); });
   EXPECT_EQ(error.Description().substr(0, 43), "b: line 2: the line has more than 512 cells");
+}
+
+TEST(CsvSummary, LimitsTheAccountsAndColumns) {
+  std::string accounts = ",Jan 02\n";
+  for (int account = 0; account <= 20'000; ++account) accounts += "A" + std::to_string(account) + ",1\n";
+  const Error error = tests::ThrownError([&] { ReadProfitAndLoss("b", accounts); });
+  EXPECT_EQ(error.Description().substr(0, 54), "b: line 20002: the report has more than 20000 accounts");
+  std::string columns = "Account";
+  for (int year = 1990; year < 2001; ++year) {
+    for (int month = 1; month <= 12; ++month)
+      columns += "," + std::to_string(year) + (month < 10 ? "-0" : "-") + std::to_string(month);
+  }
+  const Error tooMany = tests::ThrownError([&] { ReadProfitAndLoss("b", columns + "\nRent,1.00\n"); });
+  EXPECT_EQ(tooMany.Description().substr(0, 53), "b: the report has more than 120 columns of amounts; e");
 }
 
 TEST(CsvSummary, TakesTimeInProportionToTheDocument) {

@@ -29,7 +29,7 @@ inline std::string ColumnListing(const ProfitAndLoss& statement) {
   };
   for (const StatementColumn& column : statement.columns) {
     if (column.month) listing += fmt::format("{}/{} ", column.month->month, column.month->year);
-    listing += column.first && column.last ? day(*column.first) + ".." + day(*column.last) : "?";
+    listing += column.days ? day(column.days->first) + ".." + day(column.days->last) : "?";
     listing += '\n';
   }
   return listing;
