@@ -51,14 +51,14 @@ TEST_F(CompanyBooks, AddUpAccountsAndSubAccountsByMonth) {
                                account.fullName, books.accounts[account.topLevel].id,
                                fmt::join(account.own, " "), fmt::join(account.withSubAccounts, " ")));
   }
-  EXPECT_EQ(
-      rows,
-      (Texts{"Income 0 sales Sales in sales: 0 -150, 0 -150", "CostOfGoodsSold 0 cost Cost in cost: 0 0, 0 0",
-             "Expense 0 auto Auto in auto: 0 0, 400 700", "Expense 1 fuel Auto:Fuel in auto: 400 0, 400 -100",
-             "Expense 2 diesel Auto:Fuel:Diesel in auto: 0 -100, 0 -100",
-             "Expense 1 wash Auto:Wash in auto: 0 800, 0 800",
-             "OtherIncome 0 interest Interest in interest: 0 0, 0 0",
-             "OtherExpense 0 fees Fees in fees: 0 0, 0 0"}));
+  EXPECT_EQ(rows, (Texts{"Income 0 sales Sales in sales: 0 -150, 0 -150",
+                         "CostOfGoodsSold 0 cost Cost in cost: 0 0, 0 0",
+                         "Expense 0 ads Ads in ads: 0 0, 0 0", "Expense 0 auto Auto in auto: 0 0, 400 700",
+                         "Expense 1 fuel Auto:Fuel in auto: 400 0, 400 -100",
+                         "Expense 2 diesel Auto:Fuel:Diesel in auto: 0 -100, 0 -100",
+                         "Expense 1 wash Auto:Wash in auto: 0 800, 0 800",
+                         "OtherIncome 0 interest Interest in interest: 0 0, 0 0",
+                         "OtherExpense 0 fees Fees in fees: 0 0, 0 0"}));
   EXPECT_EQ(books.SumOf("Expense"), (RowAmounts{400, 700}));
   EXPECT_EQ(books.SumOf("Income"), (RowAmounts{0, -150}));
   EXPECT_EQ(books.SumOf("Bank"), (RowAmounts{0, 0}));
