@@ -84,6 +84,10 @@ class CompanyFile {
   /// Returns the dates of the company's first and last transaction; nullopt if it has none.
   std::optional<LedgerDays> TransactionDays() const;
 
+  /// Returns the text of the transaction with this record element, such as "InvoiceRet", and TxnID, as it is
+  /// answered; empty if the company has none.
+  std::string TransactionText(std::string_view element, std::string_view transactionId) const;
+
   /// Passes what the company's transactions post to the accounts of a profit and loss to `receive`; see
   /// `company::ReadLedgerEntries`.
   void ReadLedgerEntries(std::string_view firstDay, std::string_view lastDay,

@@ -1,3 +1,6 @@
+#include <map>
+#include <optional>
+
 #include "company/records/document.h"
 #include "company/records/errors.h"
 #include "fuzz/companies.h"
@@ -62,6 +65,25 @@ std::int64_t CountOfAnswered(const Database& database) {
       " 'ItemReceipt', 'Charge', 'InventoryAdjustment')");
 }
 
+// The postings passed one by one add up to the sums of the reports. Costs may be beyond 64 bits: the database
+// then refuses to add them up.
+void RequireEqualSums(const Database& database) {
+  std::map<std::string, std::uint64_t, std::less<>> entries;
+  company::ReadLedgerEntries(database, "", "9999-12-31", [&](const company::LedgerEntry& entry) {
+    const bool isIncome = entry.accountType == "Income" || entry.accountType == "OtherIncome";
+    const auto amount = static_cast<std::uint64_t>(entry.amount);
+    entries[entry.accountId] += isIncome ? 0 - amount : amount;
+  });
+  std::map<std::string, std::uint64_t, std::less<>> sums;
+  for (const std::string_view type :
+       {"Income", "CostOfGoodsSold", "Expense", "OtherIncome", "OtherExpense"}) {
+    std::optional<company::PostedAmounts> posted;
+    if (ErrorOf([&] { posted = company::LedgerReader(database, type).Between("", "9999-12-31"); })) return;
+    for (const auto& [account, amount] : *posted) sums.emplace(account, static_cast<std::uint64_t>(amount));
+  }
+  Require(entries == sums, "entries add up to the reports");
+}
+
 void Run(Input input) {
   static const EmptyCompany company;
   static const Database database(company.File(), company::FileAccess::ReadWrite);
@@ -81,6 +103,7 @@ void Run(Input input) {
   const std::string answer = Answer(database, records);
   RequireAnswer(answer, recordRequests);
   RequireAnswer(Answer(database, reports), reportRequests);
+  RequireEqualSums(database);
 
   // What a company answers is a document that replaces every record by itself.
   const Loaded again = Load(database, answer);

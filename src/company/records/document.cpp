@@ -65,7 +65,6 @@ void ReadTransaction(const XmlElement& element, CompanyRecord& record) {
     Refuse(fmt::format("{} has the TxnDate \"{}\", which is not a date written YYYY-MM-DD", element.Name(),
                        Shown(record.date)));
   }
-  record.postings = ReadPostings(element);
 }
 
 // Item records are answers to the request for all items or for one kind of item.
@@ -164,6 +163,7 @@ CompanyRecord ReadRecord(const XmlElement& element) {
   if (record.kind->shape == RecordShape::ListEntry) ReadListEntry(element, record);
   if (record.kind->shape == RecordShape::Transaction) ReadTransaction(element, record);
   record.text = WriteRecordText(element);
+  if (record.kind->shape == RecordShape::Transaction) record.postings = ReadPostings(record.text.xml);
   return record;
 }
 

@@ -58,21 +58,17 @@ const TradeForm& FormOf(std::string_view element) {
   return form == tradeForms.end() ? tradeForms.front() : *form;
 }
 
-std::string TextOf(const XmlElement& element) {
-  return element ? element.Text() : std::string();
+std::string ReferredKey(const RecordElement& owner, std::string_view reference) {
+  return owner.Child(reference).Child("ListID").Text();
 }
 
-std::string ReferredKey(const XmlElement& owner, std::string_view reference) {
-  return TextOf(owner.Child(reference).Child("ListID"));
-}
-
-std::optional<std::int64_t> AmountOf(const XmlElement& owner, std::string_view name) {
-  return Hundredths(TextOf(owner.Child(name)));
+std::optional<std::int64_t> AmountOf(const RecordElement& owner, std::string_view name) {
+  return Hundredths(owner.Child(name).Text());
 }
 
 class TradeReader {
  public:
-  TradeReader(const XmlElement& transaction, const RecordKind& kind)
+  TradeReader(const RecordElement& transaction, const RecordKind& kind)
       : transaction_(transaction), form_(FormOf(kind.element)), postings_(kind) {}
 
   std::vector<PostedLine> Read() {
@@ -90,8 +86,8 @@ class TradeReader {
 
  private:
   // A group of lines has neither an amount nor an item itself; it contains its lines.
-  void ReadLines(const XmlElement& owner) {
-    for (XmlElement line = owner.FirstChild(); line; line = line.NextSibling()) {
+  void ReadLines(const RecordElement& owner) {
+    for (RecordElement line = owner.FirstChild(); line; line = line.NextSibling()) {
       if (!IsTransactionLine(line.Name())) continue;
       ReadLine(line);
       ReadLines(line);
@@ -99,14 +95,14 @@ class TradeReader {
   }
 
   // The account of a charge is that of its total.
-  void ReadLine(const XmlElement& line) {
+  void ReadLine(const RecordElement& line) {
     const std::optional<std::int64_t> amount = AmountOf(line, "Amount");
     if (!amount) return;
     if (std::string account = ReferredKey(line, "AccountRef"); !account.empty()) {
       postings_.AddAccountLine(std::move(account), *amount);
     } else if (std::string item = ReferredKey(line, "ItemRef"); !item.empty()) {
       postings_.AddItemLine(std::move(item), *amount,
-                            ConvertToDouble(TextOf(line.Child("Quantity"))).value_or(1));
+                            ConvertToDouble(line.Child("Quantity").Text()).value_or(1));
     }
     lines_.resize(postings_.Count(), line);
   }
@@ -118,24 +114,24 @@ class TradeReader {
     postings_.AddTotal(std::move(account), *amount + AmountOf(transaction_, form_.amounts[1]).value_or(0));
   }
 
-  const XmlElement& transaction_;
+  const RecordElement& transaction_;
   const TradeForm& form_;
   PostingList postings_;
-  std::vector<XmlElement> lines_;
+  std::vector<RecordElement> lines_;
 };
 
 // Collects the postings of the other kinds.
 class PostedLines {
  public:
   /// Adds an amount on a side of the account that `owner` refers to; nothing without an account or amount.
-  void Add(const XmlElement& owner, std::string_view account, std::optional<std::int64_t> amount, int side,
-           const XmlElement& line) {
+  void Add(const RecordElement& owner, std::string_view account, std::optional<std::int64_t> amount, int side,
+           const RecordElement& line) {
     std::string key = ReferredKey(owner, account);
     if (key.empty() || !amount) return;
     posted_.push_back({{PostingTarget::Account, std::move(key), side * *amount}, line});
   }
 
-  void AddItem(const XmlElement& line, std::int64_t amount) {
+  void AddItem(const RecordElement& line, std::int64_t amount) {
     std::string key = ReferredKey(line, "ItemRef");
     if (!key.empty()) posted_.push_back({{PostingTarget::BoughtItem, std::move(key), amount}, line});
   }
@@ -146,10 +142,10 @@ class PostedLines {
   std::vector<PostedLine> posted_;
 };
 
-std::vector<PostedLine> ReadJournalEntry(const XmlElement& entry) {
+std::vector<PostedLine> ReadJournalEntry(const RecordElement& entry) {
   PostedLines posted;
-  for (XmlElement line = entry.FirstChild(); line; line = line.NextSibling()) {
-    const std::string name = line.Name();
+  for (RecordElement line = entry.FirstChild(); line; line = line.NextSibling()) {
+    const std::string_view name = line.Name();
     if (name != "JournalDebitLine" && name != "JournalCreditLine") continue;
     posted.Add(line, "AccountRef", AmountOf(line, "Amount"), name == "JournalDebitLine" ? debit : credit,
                line);
@@ -157,10 +153,10 @@ std::vector<PostedLine> ReadJournalEntry(const XmlElement& entry) {
   return posted.Take();
 }
 
-std::vector<PostedLine> ReadDeposit(const XmlElement& deposit) {
+std::vector<PostedLine> ReadDeposit(const RecordElement& deposit) {
   PostedLines posted;
-  for (XmlElement line = deposit.FirstChild(); line; line = line.NextSibling()) {
-    const std::string name = line.Name();
+  for (RecordElement line = deposit.FirstChild(); line; line = line.NextSibling()) {
+    const std::string_view name = line.Name();
     if (name != "DepositLineRet" && name != "CashBackInfoRet") continue;
     posted.Add(line, "AccountRef", AmountOf(line, "Amount"), name == "DepositLineRet" ? credit : debit, line);
   }
@@ -169,10 +165,10 @@ std::vector<PostedLine> ReadDeposit(const XmlElement& deposit) {
 }
 
 // The account settled, receivable or payable, has the amount paid and the discounts.
-std::vector<PostedLine> ReadPayment(const XmlElement& payment, const PaymentForm& form) {
+std::vector<PostedLine> ReadPayment(const RecordElement& payment, const PaymentForm& form) {
   PostedLines posted;
   std::int64_t discounts = 0;
-  for (XmlElement applied = payment.Child("AppliedToTxnRet"); applied; applied = applied.NextSibling()) {
+  for (RecordElement applied = payment.Child("AppliedToTxnRet"); applied; applied = applied.NextSibling()) {
     if (applied.Name() != "AppliedToTxnRet") continue;
     const std::optional<std::int64_t> discount = AmountOf(applied, "DiscountAmount");
     posted.Add(applied, "DiscountAccountRef", discount, form.moneySide, {});
@@ -184,9 +180,9 @@ std::vector<PostedLine> ReadPayment(const XmlElement& payment, const PaymentForm
   return posted.Take();
 }
 
-std::vector<PostedLine> ReadInventoryAdjustment(const XmlElement& adjustment) {
+std::vector<PostedLine> ReadInventoryAdjustment(const RecordElement& adjustment) {
   PostedLines posted;
-  for (XmlElement line = adjustment.FirstChild(); line; line = line.NextSibling()) {
+  for (RecordElement line = adjustment.FirstChild(); line; line = line.NextSibling()) {
     if (line.Name() != "InventoryAdjustmentLineRet") continue;
     const std::optional<std::int64_t> difference = AmountOf(line, "ValueDifference");
     if (!difference) continue;
@@ -218,9 +214,9 @@ void PostingList::AddTotal(std::string account, std::int64_t amount) {
   AddAccountLine(std::move(account), -amount);
 }
 
-std::vector<PostedLine> ReadPostedLines(const XmlElement& transaction) {
-  if (IsTrueText(TextOf(transaction.Child("IsPending")))) return {};
-  const std::string element = transaction.Name();
+std::vector<PostedLine> ReadPostedLines(const RecordElement& transaction) {
+  if (IsTrueText(transaction.Child("IsPending").Text())) return {};
+  const std::string_view element = transaction.Name();
   if (element == "JournalEntryRet") return ReadJournalEntry(transaction);
   if (element == "DepositRet") return ReadDeposit(transaction);
   if (element == "InventoryAdjustmentRet") return ReadInventoryAdjustment(transaction);
@@ -231,9 +227,10 @@ std::vector<PostedLine> ReadPostedLines(const XmlElement& transaction) {
   return TradeReader(transaction, *kind).Read();
 }
 
-std::vector<Posting> ReadPostings(const XmlElement& transaction) {
+std::vector<Posting> ReadPostings(std::string_view xml) {
+  ElementTree tree;
   std::vector<Posting> postings;
-  for (PostedLine& posted : ReadPostedLines(transaction)) postings.push_back(std::move(posted.posting));
+  for (PostedLine& posted : ReadPostedLines(tree.Read(xml))) postings.push_back(std::move(posted.posting));
   return postings;
 }
 

@@ -3,10 +3,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "company/records/element_tree.h"
 #include "company/records/kinds.h"
-#include "krnqb/xml_element.h"
 
 namespace krnqb::company {
 
@@ -55,7 +56,7 @@ struct PostedLine {
   Posting posting;
   /// The line, such as an ExpenseLineRet or a JournalDebitLine; empty for a total or a discount. The line of
   /// a ChargeRet is the record itself.
-  XmlElement line;
+  RecordElement line;
 };
 
 /// Returns the postings of a transaction's record. A pending sale has none.
@@ -67,9 +68,9 @@ struct PostedLine {
 /// A journal entry: its lines. A deposit: its lines, the cash taken back, and the total. A payment: the
 /// amount paid, the discounts, and what both settle. An inventory adjustment: each change of value, to the
 /// item's asset account and against the adjustment's account.
-std::vector<PostedLine> ReadPostedLines(const XmlElement& transaction);
+std::vector<PostedLine> ReadPostedLines(const RecordElement& transaction);
 
-/// Returns the same postings without their lines.
-std::vector<Posting> ReadPostings(const XmlElement& transaction);
+/// Returns the same postings, without their lines, from the text of a record.
+std::vector<Posting> ReadPostings(std::string_view xml);
 
 }  // namespace krnqb::company

@@ -10,10 +10,10 @@
 #include <utility>
 #include <vector>
 
+#include "company/records/element_tree.h"
 #include "company/records/failures.h"
 #include "company/records/kinds.h"
 #include "company/records/postings.h"
-#include "xml/parser.h"
 
 namespace krnqb::company {
 namespace {
@@ -24,10 +24,6 @@ constexpr std::array<std::pair<std::string_view, bool>, 5> shownTypes = {{{"Inco
                                                                           {"Expense", false},
                                                                           {"OtherIncome", true},
                                                                           {"OtherExpense", false}}};
-
-std::string TextOf(const XmlElement& element) {
-  return element ? element.Text() : std::string();
-}
 
 // Rounds as the sums of the reports do: halves away from 0, and what exceeds 64 bits to the last number.
 std::int64_t RoundedCost(double cost) {
@@ -126,7 +122,7 @@ class EntryReader {
   }
 
   void ReadTransaction(const FamilyRecords& record) {
-    const XmlElement transaction = ParseXmlText(record.Xml()).element;
+    const RecordElement transaction = tree_.Read(record.Xml());
     if (!transaction) {
       throw CompanyNeedsRepair(
           fmt::format("The company file has a {} of {} that cannot be read; run krnqb company check",
@@ -150,22 +146,22 @@ class EntryReader {
     }
   }
 
-  void Describe(const XmlElement& transaction, const FamilyRecords& record) {
-    entry_.transactionId = TextOf(transaction.Child("TxnID"));
+  void Describe(const RecordElement& transaction, const FamilyRecords& record) {
+    entry_.transactionId = transaction.Child("TxnID").Text();
     entry_.kind = record.Kind().element;
     entry_.date = record.Date();
-    entry_.referenceNumber = TextOf(transaction.Child("RefNumber"));
+    entry_.referenceNumber = transaction.Child("RefNumber").Text();
     ownName_.clear();
     for (const std::string_view reference : {"CustomerRef", "VendorRef", "PayeeEntityRef"}) {
-      if (ownName_.empty()) ownName_ = TextOf(transaction.Child(reference).Child("FullName"));
+      if (ownName_.empty()) ownName_ = transaction.Child(reference).Child("FullName").Text();
     }
   }
 
   void DescribeLine(const PostedLine& posted) {
-    entry_.lineId = TextOf(posted.line.Child("TxnLineID"));
-    entry_.lineElement = posted.line ? posted.line.Name() : std::string();
+    entry_.lineId = posted.line.Child("TxnLineID").Text();
+    entry_.lineElement = posted.line.Name();
     entry_.inItemGroup = static_cast<bool>(posted.line.Parent().Child("ItemGroupRef"));
-    entry_.name = ownName_.empty() ? TextOf(posted.line.Child("EntityRef").Child("FullName")) : ownName_;
+    entry_.name = ownName_.empty() ? posted.line.Child("EntityRef").Child("FullName").Text() : ownName_;
   }
 
   void PassItem(const Posting& posting) {
@@ -196,6 +192,7 @@ class EntryReader {
   const LedgerEntryReceiver& receive_;
   std::unordered_map<std::string, Account> accounts_;
   std::unordered_map<std::string, std::vector<ItemSide>> items_;
+  ElementTree tree_;
   std::string ownName_;
   LedgerEntry entry_;
 };

@@ -28,7 +28,7 @@ std::string TextOf(const Posting& posting) {
 
 Texts PostingsOf(const std::string& record) {
   Texts texts;
-  for (const Posting& posting : ReadPostings(XmlElement::Parse(record))) texts.push_back(TextOf(posting));
+  for (const Posting& posting : ReadPostings(record)) texts.push_back(TextOf(posting));
   return texts;
 }
 
@@ -216,13 +216,15 @@ TEST(CompanyPostings, PostAnInventoryAdjustmentAgainstItsAccount) {
 }
 
 TEST(CompanyPostings, HaveTheLinesTheyComeFrom) {
-  const XmlElement bill = XmlElement::Parse(
+  const std::string bill =
       Element("BillRet", Reference("APAccountRef", "owed") + Element("AmountDue", "9.00") +
                              ExpenseLine("", "1.00") + ExpenseLine("rent", "2.00") +
-                             Element("ItemGroupLineRet", ItemLine("ItemLineRet", "pot", "7.00"))));
+                             Element("ItemGroupLineRet", ItemLine("ItemLineRet", "pot", "7.00")));
+  ElementTree tree;
   std::vector<std::string> lines;
-  for (const PostedLine& posted : ReadPostedLines(bill)) {
-    lines.push_back(posted.line ? posted.line.Name() + " " + posted.line.Child("Amount").Text() : "total");
+  for (const PostedLine& posted : ReadPostedLines(tree.Read(bill))) {
+    lines.push_back(posted.line ? fmt::format("{} {}", posted.line.Name(), posted.line.Child("Amount").Text())
+                                : "total");
   }
   EXPECT_EQ(lines, (Texts{"ExpenseLineRet 2.00", "ItemLineRet 7.00", "total"}));
 }
