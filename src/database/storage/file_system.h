@@ -5,20 +5,22 @@
 #include <string>
 #include <vector>
 
-#include "company/storage/sealed_file.h"
+#include "database/storage/file_kind.h"
+#include "database/storage/sealed_file.h"
 
 struct sqlite3;
 
-namespace krnqb::company {
+namespace krnqb::database {
 
-/// The file system through which SQLite sees a company. It consists of two files, the company and its own
-/// journal; no other name exists in it, so that nothing a company file or a journal contains can make SQLite
+/// The file system through which SQLite sees a database. It consists of two files, the database and its
+/// own journal; no other name exists in it, so that nothing the file or a journal contains can make SQLite
 /// read, create or remove any other file. It has no memory mapping and no shared memory. Pages have
 /// checksums, see `SealedFile`. A journal that is not one of this program's is refused, and a reader leaves
 /// every journal alone.
 class FileSystem {
  public:
-  explicit FileSystem(Interruption interrupted);
+  /// `kind` must outlive this object.
+  FileSystem(const FileKind& kind, Interruption interrupted);
   ~FileSystem();
   FileSystem(const FileSystem&) = delete;
   FileSystem& operator=(const FileSystem&) = delete;
@@ -30,15 +32,16 @@ class FileSystem {
   /// Returns the file system of a connection that `Open` has opened.
   static const FileSystem& Of(sqlite3* connection) noexcept;
 
-  StorageFault Fault() const noexcept { return company_.fault; }
+  const FileKind& Kind() const noexcept { return kind_; }
+  StorageFault Fault() const noexcept { return database_.fault; }
   /// Returns the page that `StorageFault::DamagedPage` is about, counted from 1.
-  std::int64_t DamagedPage() const noexcept { return company_.damagedPage; }
-  /// Returns whether the pages have checksums; known once the company has been read.
+  std::int64_t DamagedPage() const noexcept { return database_.damagedPage; }
+  /// Returns whether the pages have checksums; known once the database has been read.
   bool HasChecksums() const noexcept {
-    return company_.formatKnown && company_.format == PageFormat::Checked;
+    return database_.formatKnown && database_.format == PageFormat::Checked;
   }
-  /// Returns the errno of the last failed system call on the company; 0 if none has failed.
-  int SystemError() const noexcept { return company_.systemError; }
+  /// Returns the errno of the last failed system call on the database; 0 if none has failed.
+  int SystemError() const noexcept { return database_.systemError; }
   const std::string& Path() const noexcept { return path_; }
   const std::string& Journal() const noexcept { return journal_; }
 
@@ -55,15 +58,16 @@ class FileSystem {
   struct Callbacks;
   struct System;
 
-  int OpenCompany(const char* name, sqlite3_file* handle, int flags, int* outFlags) noexcept;
+  int OpenDatabase(const char* name, sqlite3_file* handle, int flags, int* outFlags) noexcept;
   int OpenJournal(const char* name, sqlite3_file* handle, int flags, int* outFlags) noexcept;
   bool JournalExists() const noexcept;
 
+  const FileKind& kind_;
   std::unique_ptr<System> system_;
   std::string path_;
   std::string journal_;
-  SealedFile company_;
+  SealedFile database_;
   bool readOnly_ = true;
 };
 
-}  // namespace krnqb::company
+}  // namespace krnqb::database

@@ -1,11 +1,11 @@
-#include "company/storage/format.h"
+#include "database/storage/format.h"
 
 #include <cstring>
 #include <string_view>
 
-#include "company/storage/page_checksum.h"
+#include "database/storage/page_checksum.h"
 
-namespace krnqb::company {
+namespace krnqb::database {
 namespace {
 
 constexpr std::string_view databaseMark{"SQLite format 3\0", 16};
@@ -32,7 +32,9 @@ bool HasWriteAheadLog(const DatabaseHeader& header) noexcept {
 
 bool IsChecked(const DatabaseHeader& header) noexcept {
   const bool reserves = header[reservedBytesPlace] == checksumSize;
-  if (NumberAt(header, applicationPlace) != companyMark) return reserves;
+  const std::uint32_t mark = NumberAt(header, applicationPlace);
+  if (mark == ledgerMark) return true;
+  if (mark != companyMark) return reserves;
   return reserves || NumberAt(header, layoutPlace) != layoutWithoutChecksums;
 }
 
@@ -49,4 +51,4 @@ bool HasRoomForChecksums(const DatabaseHeader& header) noexcept {
          (header[pageSizePlace] << 8 | header[pageSizePlace + 1]) == static_cast<int>(pageSize);
 }
 
-}  // namespace krnqb::company
+}  // namespace krnqb::database

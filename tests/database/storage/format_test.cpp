@@ -1,11 +1,11 @@
-#include "company/storage/format.h"
+#include "database/storage/format.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <string_view>
 
-namespace krnqb::company {
+namespace krnqb::database {
 namespace {
 
 DatabaseHeader Header(unsigned char reserved, unsigned char layout, std::string_view mark = "KQBW") {
@@ -35,6 +35,11 @@ TEST(PageFormats, OfCompaniesWithChecksumsStayCheckedIfABitOfTheHeaderFlips) {
   }
 }
 
+TEST(PageFormats, OfLedgersAreAlwaysChecked) {
+  EXPECT_EQ(FormatOf(Header(0, 1, "KQBL")), PageFormat::Checked);
+  EXPECT_EQ(FormatOf(Header(8, 1, "KQBL")), PageFormat::Checked);
+}
+
 TEST(PageFormats, WithAWriteAheadLogAreRecognized) {
   for (const std::size_t place : {18U, 19U}) {
     DatabaseHeader header = Header(0, 1);
@@ -52,4 +57,4 @@ TEST(PageFormats, LeaveRoomForChecksums) {
 }
 
 }  // namespace
-}  // namespace krnqb::company
+}  // namespace krnqb::database

@@ -1,10 +1,10 @@
-#include "company/storage/page_checksum.h"
+#include "database/storage/page_checksum.h"
 
 #include <xxhash.h>
 
 #include <cstring>
 
-namespace krnqb::company {
+namespace krnqb::database {
 namespace {
 
 // The same bytes on every machine.
@@ -27,4 +27,4 @@ bool HasItsChecksum(ConstPage page, std::uint64_t number) noexcept {
   return std::memcmp(page.last<checksumSize>().data(), &checksum, checksumSize) == 0;
 }
 
-}  // namespace krnqb::company
+}  // namespace krnqb::database

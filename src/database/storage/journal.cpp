@@ -1,10 +1,10 @@
-#include "company/storage/journal.h"
+#include "database/storage/journal.h"
 
 #include <sqlite3.h>
 
 #include <array>
 
-namespace krnqb::company {
+namespace krnqb::database {
 namespace {
 
 // A journal that names another file ends with this.
@@ -25,4 +25,4 @@ bool NamesAnotherFile(sqlite3_file* journal) noexcept {
   return end == endMark;
 }
 
-}  // namespace krnqb::company
+}  // namespace krnqb::database

@@ -1,10 +1,10 @@
-#include "company/storage/page_checksum.h"
+#include "database/storage/page_checksum.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 
-namespace krnqb::company {
+namespace krnqb::database {
 namespace {
 
 TEST(PageChecksums, AreInTheLastEightBytes) {
@@ -40,4 +40,4 @@ TEST(PageChecksums, FindEveryFlippedBitAndAnotherPlace) {
 }
 
 }  // namespace
-}  // namespace krnqb::company
+}  // namespace krnqb::database

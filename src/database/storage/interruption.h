@@ -2,10 +2,10 @@
 
 #include <functional>
 
-namespace krnqb::company {
+namespace krnqb::database {
 
 /// Returns whether the user has asked to stop. It is called at short intervals and must not throw. A null one
 /// never stops anything.
 using Interruption = std::function<bool()>;
 
-}  // namespace krnqb::company
+}  // namespace krnqb::database

@@ -4,16 +4,16 @@
 #include <cstdint>
 #include <vector>
 
-#include "company/storage/format.h"
-#include "company/storage/interruption.h"
-#include "company/storage/page_checksum.h"
+#include "database/storage/format.h"
+#include "database/storage/interruption.h"
+#include "database/storage/page_checksum.h"
 
 struct sqlite3_file;
 struct sqlite3_io_methods;
 
-namespace krnqb::company {
+namespace krnqb::database {
 
-/// What is wrong with a company file or its journal, as far as SQLite's result code does not say it.
+/// What is wrong with a database or its journal, as far as SQLite's result code does not say it.
 enum class StorageFault : std::uint8_t {
   None,
   DamagedPage,     ///< a page lacks its checksum, or the file ends within it
@@ -22,7 +22,7 @@ enum class StorageFault : std::uint8_t {
   WriteAheadLog    ///< the file is marked as having a write-ahead log
 };
 
-/// A company file that a connection has open. Pages are checked when they are read and get their checksum
+/// A database that a connection has open. Pages are checked when they are read and get their checksum
 /// when they are written; SQLite keeps the room for it free.
 struct SealedFile {
   sqlite3_file* file = nullptr;  ///< opened by the system's own file system
@@ -37,7 +37,7 @@ struct SealedFile {
   std::array<unsigned char, pageSize> page = {};  ///< for pages of which SQLite reads a part
 };
 
-// SQLite knows an open company file by a handle, in memory that it provides. The system's own file follows
+// SQLite knows an open database by a handle, in memory that it provides. The system's own file follows
 // the handle there.
 
 /// Returns the size of a handle in bytes, without the system's own file.
@@ -58,4 +58,4 @@ int SurveyLockedPages(SealedFile& file, std::int64_t& pages, std::vector<std::in
 /// first page may otherwise be just written. Returns an SQLite result code.
 int LearnFormat(SealedFile& file) noexcept;
 
-}  // namespace krnqb::company
+}  // namespace krnqb::database

@@ -1,4 +1,4 @@
-#include "company/storage/sealed_file.h"
+#include "database/storage/sealed_file.h"
 
 #include <sqlite3.h>
 
@@ -7,7 +7,7 @@
 #include <cstring>
 #include <new>
 
-namespace krnqb::company {
+namespace krnqb::database {
 
 struct SealedFileHandle : sqlite3_file {
   SealedFile* sealed;
@@ -253,4 +253,4 @@ int SurveyLockedPages(SealedFile& file, std::int64_t& pages, std::vector<std::in
   return SQLITE_OK;
 }
 
-}  // namespace krnqb::company
+}  // namespace krnqb::database

@@ -2,11 +2,11 @@
 
 struct sqlite3_file;
 
-namespace krnqb::company {
+namespace krnqb::database {
 
 /// Returns whether an open journal names a file that it shares with the journals of other databases. Undoing
-/// such a journal removes the file. A company is a single database, so its own journal never names one.
+/// such a journal removes the file. The journal of a single database never names one.
 /// Returns true if the journal cannot be read.
 bool NamesAnotherFile(sqlite3_file* journal) noexcept;
 
-}  // namespace krnqb::company
+}  // namespace krnqb::database

@@ -1,4 +1,4 @@
-#include "company/storage/file_system.h"
+#include "database/storage/file_system.h"
 
 #include <fmt/format.h>
 #include <sqlite3.h>
@@ -8,9 +8,9 @@
 #include <cerrno>
 #include <cstring>
 
-#include "company/storage/journal.h"
+#include "database/storage/journal.h"
 
-namespace krnqb::company {
+namespace krnqb::database {
 
 struct FileSystem::System {
   sqlite3_vfs* own = nullptr;  // the system's own file system, which does the work
@@ -27,7 +27,7 @@ struct FileSystem::Callbacks {
     FileSystem& files = Of(vfs);
     handle->pMethods = nullptr;
     if (name != nullptr && files.path_ == name && (flags & SQLITE_OPEN_MAIN_DB) != 0) {
-      return files.OpenCompany(name, handle, flags, outFlags);
+      return files.OpenDatabase(name, handle, flags, outFlags);
     }
     if (name != nullptr && files.journal_ == name && (flags & SQLITE_OPEN_MAIN_JOURNAL) != 0) {
       return files.OpenJournal(name, handle, flags, outFlags);
@@ -39,7 +39,7 @@ struct FileSystem::Callbacks {
     FileSystem& files = Of(vfs);
     if (files.journal_ != name) return SQLITE_IOERR_DELETE_NOENT;
     if (files.readOnly_) return SQLITE_READONLY;
-    files.company_.undoing = false;
+    files.database_.undoing = false;
     return Own(vfs)->xDelete(Own(vfs), name, syncFolder);
   }
 
@@ -71,8 +71,9 @@ struct FileSystem::Callbacks {
   }
 };
 
-FileSystem::FileSystem(Interruption interrupted) : system_(std::make_unique<System>()) {
-  company_.interrupted = std::move(interrupted);
+FileSystem::FileSystem(const FileKind& kind, Interruption interrupted)
+    : kind_(kind), system_(std::make_unique<System>()) {
+  database_.interrupted = std::move(interrupted);
   system_->own = sqlite3_vfs_find("unix");
   system_->name = fmt::format("krnqb-{}", static_cast<const void*>(this));
   sqlite3_vfs& vfs = system_->restricted;
@@ -117,24 +118,24 @@ const FileSystem& FileSystem::Of(sqlite3* connection) noexcept {
   return Callbacks::Of(vfs);
 }
 
-int FileSystem::OpenCompany(const char* name, sqlite3_file* handle, int flags, int* outFlags) noexcept {
+int FileSystem::OpenDatabase(const char* name, sqlite3_file* handle, int flags, int* outFlags) noexcept {
   sqlite3_file* const file = SystemFileOf(handle);
   int opened = 0;
   const int result = system_->own->xOpen(system_->own, name, file, flags, &opened);
   if (result != SQLITE_OK) {
-    company_.systemError = errno;
+    database_.systemError = errno;
     return result;
   }
   if (outFlags != nullptr) *outFlags = opened;
   readOnly_ = (opened & SQLITE_OPEN_READONLY) != 0;
-  company_.file = file;
-  OpenHandle(handle, company_);
+  database_.file = file;
+  OpenHandle(handle, database_);
   return SQLITE_OK;
 }
 
 int FileSystem::OpenJournal(const char* name, sqlite3_file* handle, int flags, int* outFlags) noexcept {
   const auto refuse = [&] {
-    company_.fault = StorageFault::ForeignJournal;
+    database_.fault = StorageFault::ForeignJournal;
     return SQLITE_CANTOPEN;
   };
   struct stat status {};
@@ -148,7 +149,7 @@ int FileSystem::OpenJournal(const char* name, sqlite3_file* handle, int flags, i
     return refuse();
   }
   // A journal that SQLite opens for writing, but does not create, is one whose load it undoes.
-  company_.undoing = (flags & SQLITE_OPEN_READWRITE) != 0 && (flags & SQLITE_OPEN_CREATE) == 0;
+  database_.undoing = (flags & SQLITE_OPEN_READWRITE) != 0 && (flags & SQLITE_OPEN_CREATE) == 0;
   return SQLITE_OK;
 }
 
@@ -161,15 +162,15 @@ bool FileSystem::JournalExists() const noexcept {
 
 FileSystem::Survey FileSystem::SurveyPages() {
   Survey survey;
-  sqlite3_file* const file = company_.file;
-  const bool wasLocked = company_.locked;
+  sqlite3_file* const file = database_.file;
+  const bool wasLocked = database_.locked;
   if (!wasLocked) {
     survey.result = file->pMethods->xLock(file, SQLITE_LOCK_SHARED);
     if (survey.result != SQLITE_OK) return survey;
   }
-  survey.result = SurveyLockedPages(company_, survey.pages, survey.damaged);
+  survey.result = SurveyLockedPages(database_, survey.pages, survey.damaged);
   if (!wasLocked) file->pMethods->xUnlock(file, SQLITE_LOCK_NONE);
   return survey;
 }
 
-}  // namespace krnqb::company
+}  // namespace krnqb::database

@@ -5,10 +5,11 @@
 #include <cstdint>
 #include <span>
 
-namespace krnqb::company {
+namespace krnqb::database {
 
-/// The number in a database's header that marks it as a company: "KQBW".
+/// The numbers in a database's header that mark it as a company, "KQBW", or as a ledger, "KQBL".
 inline constexpr std::uint32_t companyMark = 0x4B51'4257;
+inline constexpr std::uint32_t ledgerMark = 0x4B51'424C;
 
 /// The layouts of company files. They have the same tables; since the second one, pages have checksums.
 inline constexpr std::uint32_t layoutWithoutChecksums = 1;
@@ -16,9 +17,9 @@ inline constexpr std::uint32_t presentLayout = 2;
 
 /// How the pages of a database are stored.
 enum class PageFormat {
-  Plain,         ///< without checksums: a company of the first layout, or no company at all
+  Plain,         ///< without checksums: a company of the first layout, or another program's database
   Checked,       ///< every page has a checksum
-  WriteAheadLog  ///< marked as having a write-ahead log, which company files never have
+  WriteAheadLog  ///< marked as having a write-ahead log, which this program's files never have
 };
 
 inline constexpr std::size_t headerSize = 100;
@@ -32,4 +33,4 @@ PageFormat FormatOf(const DatabaseHeader& header) noexcept;
 /// should.
 bool HasRoomForChecksums(const DatabaseHeader& header) noexcept;
 
-}  // namespace krnqb::company
+}  // namespace krnqb::database
