@@ -19,7 +19,7 @@ enum class AmountGroup : std::uint8_t {
 /// starts at 0.
 struct AmountSlot {
   AmountGroup group = AmountGroup::Expenses;
-  std::string_view name;    ///< the top-level account's name, or the account type; compared as keys are
+  std::string_view name = {};  ///< the top-level account's name, or the account type; compared as keys are
   std::int16_t number = 1;  ///< the month, 1 to 12 from the first month read; of past performance its period,
                             ///< 1 to 14
   /// The period of past performance, 1 to 14, for which the months are read; nullopt for the import's own
@@ -34,19 +34,19 @@ struct SourceLine {
                              ///< 20 invoice, 21 sales receipt
   std::int16_t month = 1;    ///< of the twelve months read, 1 to 12
   std::optional<std::int16_t> pastPeriod = {};  ///< see `AmountSlot`
-  std::string_view transactionId;    ///< TxnID; this and the following texts are empty if they are missing
-  std::string_view lineId;           ///< TxnLineID
-  std::string_view date;             ///< TxnDate, year-month-day
-  std::string_view referenceNumber;  ///< RefNumber
-  std::string_view element;          ///< the line's element, such as "ExpenseLineRet"
-  std::string_view party;            ///< the full name of the transaction's vendor, payee or customer
-  std::string_view customer;         ///< the full name of the line's own customer
-  std::string_view account;          ///< ListID of the line's account
-  std::string_view accountName;      ///< its full name
-  std::string_view item;             ///< ListID of the line's item or item group
-  std::string_view itemName;         ///< its full name
-  std::string_view amount;           ///< Amount, as it is in the answer
-  std::string_view quantity;         ///< Quantity, as it is in the answer
+  std::string_view transactionId = {};  ///< TxnID; this and the following texts are empty if they are missing
+  std::string_view lineId = {};         ///< TxnLineID
+  std::string_view date = {};           ///< TxnDate, year-month-day
+  std::string_view referenceNumber = {};  ///< RefNumber
+  std::string_view element = {};          ///< the line's element, such as "ExpenseLineRet"
+  std::string_view party = {};            ///< the full name of the transaction's vendor, payee or customer
+  std::string_view customer = {};         ///< the full name of the line's own customer
+  std::string_view account = {};          ///< ListID of the line's account
+  std::string_view accountName = {};      ///< its full name
+  std::string_view item = {};             ///< ListID of the line's item or item group
+  std::string_view itemName = {};         ///< its full name
+  std::string_view amount = {};           ///< Amount, as it is in the answer
+  std::string_view quantity = {};         ///< Quantity, as it is in the answer
 };
 
 /// Why an amount is added to a sum.
@@ -70,20 +70,22 @@ std::string_view BookingRuleWord(BookingRule rule) noexcept;
 
 /// An amount that is added to a sum. Texts that do not apply are empty.
 struct Booking {
-  AmountSlot slot;
+  AmountSlot slot = {};
   BookingRule rule = BookingRule::ChargedToExpense;
-  double amount = 0;             ///< with the sign with which it is added
-  bool replaces = false;         ///< whether the sum becomes `amount`, whatever was booked before
-  std::string_view account;      ///< ListID of the account that the line or its item names
-  std::string_view accountName;  ///< the account's full name, or its name if it comes without an id
-  std::string_view text;  ///< the number as it is in the answer: the line's amount, the report's cell, the
-                          ///< balance
+  double amount = 0;                  ///< with the sign with which it is added
+  bool replaces = false;              ///< whether the sum becomes `amount`, whatever was booked before
+  std::string_view account = {};      ///< ListID of the account that the line or its item names
+  std::string_view accountName = {};  ///< the account's full name, or its name if it comes without an id
+  std::string_view text = {};  ///< the number as it is in the answer: the line's amount, the report's cell,
+                               ///< the balance
   const SourceLine* line = nullptr;        ///< of a transaction line, which was passed to `ReadLine` before
   std::optional<double> quantity = {};     ///< CostOfSale: how many were sold
   std::optional<double> averageCost = {};  ///< CostOfSale: the cost of one today
-  std::int32_t request = 0;                ///< ReportCell: the report's request number
-  std::string_view fromDate;               ///< ReportCell: the report's first day, year-month-day
-  std::string_view toDate;                 ///< ReportCell: its last day
+  std::int64_t billedLine = 0;             ///< BilledExpenseTakenBack: the number of the expense's line
+  bool billedAgain = false;        ///< BilledExpenseTakenBack: whether more is taken back than was booked
+  std::int32_t request = 0;        ///< ReportCell: the report's request number
+  std::string_view fromDate = {};  ///< ReportCell: the report's first day, year-month-day
+  std::string_view toDate = {};    ///< ReportCell: its last day
 };
 
 /// What an import writes into a cell.
@@ -99,7 +101,7 @@ std::string_view CellContentWord(CellContent content) noexcept;
 
 /// A sum that is part of a cell's amount.
 struct CellTerm {
-  AmountSlot slot;
+  AmountSlot slot = {};
   bool subtracted = false;
 };
 
@@ -107,14 +109,14 @@ struct CellTerm {
 /// order from 0.
 struct WrittenCell {
   CellContent content = CellContent::Amount;
-  std::string_view table;           ///< the table's id
-  std::string_view block;           ///< the block's id
-  std::string_view row;             ///< the name of the planned row, or of the row of past performance
-  std::int32_t rowNumber = 1;       ///< the row's place in its block, from 1
-  std::int32_t column = 0;          ///< the cell's place in its row, from 0
-  std::int16_t number = 0;          ///< the month, 1 to 12, or the period, 1 to 14; 0 for a growth rate
-  std::string_view text;            ///< the new text of the cell
-  std::span<const CellTerm> terms;  ///< empty for a growth rate
+  std::string_view table = {};           ///< the table's id
+  std::string_view block = {};           ///< the block's id
+  std::string_view row = {};             ///< the name of the planned row, or of the row of past performance
+  std::int32_t rowNumber = 1;            ///< the row's place in its block, from 1
+  std::int32_t column = 0;               ///< the cell's place in its row, from 0
+  std::int16_t number = 0;               ///< the month, 1 to 12, or the period, 1 to 14; 0 for a growth rate
+  std::string_view text = {};            ///< the new text of the cell
+  std::span<const CellTerm> terms = {};  ///< empty for a growth rate
 };
 
 /// Receives what an import's figures are made of. Everything passed is valid only during the call. Calls come

@@ -19,11 +19,13 @@ struct BillableExpense {
   std::string account;         ///< the account's id or a cost-of-goods marker
   std::int32_t booked = 1;     ///< expenses with the same customer and amount; only the first one counts
   std::int32_t takenBack = 0;  ///< sales that billed it
+  std::int64_t line = 0;       ///< the number of its line, if bookings are received
 };
 
 /// What an import has read, for its warnings. Has no effect on the import.
 struct ReadingTally {
   std::int64_t lines = 0;  ///< transaction lines, booked or not
+  std::int64_t reported = 0;  ///< transaction lines passed to the receiver of bookings, in all imports
   /// How often more was billed than was booked, by the customer's name (or else id) and the amount's text.
   std::map<std::pair<std::string, std::string>, std::int64_t> billedAgain;
 };

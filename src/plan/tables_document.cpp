@@ -17,10 +17,18 @@ bool TablesDocument::Contains(std::string_view tableId) const noexcept {
 }
 
 XmlElement TablesDocument::FirstBlock(std::string_view blockId) const {
+  return Find(blockId).block;
+}
+
+std::string TablesDocument::TableOf(std::string_view blockId) const {
+  return Find(blockId).tableId;
+}
+
+TablesDocument::FoundBlock TablesDocument::Find(std::string_view blockId) const {
   if (blockId.empty()) return {};
   const std::string path = fmt::format("descendant::block[@id = \"{}\"]", blockId);
   for (const Table& table : tables_) {
-    if (XmlElement block = table.tableBlocks.Select(path)) return block;
+    if (XmlElement block = table.tableBlocks.Select(path)) return {std::move(block), table.id};
   }
   return {};
 }

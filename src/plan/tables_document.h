@@ -30,6 +30,9 @@ class TablesDocument {
   /// Ends the lines between tables in LF from now on; in a new document they end in CR LF.
   void UseLineFeeds() noexcept { lineEnd_ = "\n"; }
 
+  /// Returns the id of the table that contains `FirstBlock`; empty if there is no such block.
+  std::string TableOf(std::string_view blockId) const;
+
   /// Returns the "<tables>" document with one "<tableitem>" per table: its id, its stamp and its current
   /// blocks.
   std::string Text() const;
@@ -40,6 +43,13 @@ class TablesDocument {
     std::int32_t savedDay;
     XmlElement tableBlocks;
   };
+
+  struct FoundBlock {
+    XmlElement block;
+    std::string tableId;
+  };
+
+  FoundBlock Find(std::string_view blockId) const;
 
   std::vector<Table> tables_;
   std::string_view lineEnd_ = "\r\n";

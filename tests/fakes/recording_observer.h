@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "krnqb/booking.h"
 #include "krnqb/observer.h"
 
 namespace krnqb::fakes {
@@ -13,6 +14,7 @@ namespace krnqb::fakes {
 class RecordingObserver : public Observer {
  public:
   void Notify(const Notice& notice) noexcept override { notices.push_back(notice); }
+  BookingReceiver* Bookings() noexcept override { return bookings; }
 
   /// Returns whether a notice of this kind and number was reported.
   bool Reported(NoticeKind kind, std::int32_t number) const {
@@ -22,6 +24,7 @@ class RecordingObserver : public Observer {
   }
 
   std::vector<Notice> notices;
+  BookingReceiver* bookings = nullptr;  ///< receives the bookings, unless null
 };
 
 }  // namespace krnqb::fakes

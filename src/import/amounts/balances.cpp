@@ -9,6 +9,7 @@
 #include "import/amounts/sales_transactions.h"
 #include "import/amounts/transaction_query.h"
 #include "import/progress.h"
+#include "krnqb/booking.h"
 #include "plan/months.h"
 #include "plan/period.h"
 #include "qbxml/request_catalogue.h"
@@ -69,11 +70,29 @@ class BalanceSpreading {
     if (subtotal == nullptr || subtotal->Total() != 0) return;
     if (!ReadsWhole(text)) WarnOfText(name.Text(), text, balance);
     if (balance == 0) return;
-    for (std::int16_t month = 1; month <= months_; ++month) subtotal->SubTotal(month, balance / months_);
+    for (std::int16_t month = 1; month <= months_; ++month) {
+      subtotal->SubTotal(month, balance / months_);
+      Report(account, name.Text(), month, balance / months_, text);
+    }
     WarnOfSpread(name.Text(), balance);
   }
 
  private:
+  void Report(const XmlElement& account, const std::string& name, std::int16_t month, double amount,
+              const std::string& balance) {
+    BookingReceiver* const receiver = context_.observer.Bookings();
+    if (receiver == nullptr) return;
+    const XmlElement listId = account.Child("ListID");
+    const std::string id = listId ? listId.Text() : std::string();
+    receiver->Book({.slot = {.group = AmountGroup::Expenses, .name = name, .number = month},
+                    .rule = BookingRule::SpreadBalance,
+                    .amount = amount,
+                    .replaces = true,
+                    .account = id,
+                    .accountName = name,
+                    .text = balance});
+  }
+
   void WarnOfText(const std::string& name, const std::string& text, double balance) {
     ReportWarning(context_.observer, place_, [&] {
       return Finding{.code = WarningCode::TextCut, .name = name, .text = text, .amount = balance};

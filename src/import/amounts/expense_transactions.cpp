@@ -43,8 +43,10 @@ void BookExpense(LineBooking& booking, const TransactionLine& line) {
   if (amount == 0) return;
   const std::string_view account = AccountOf(booking, line);
   if (account.empty()) return;
-  if (booking.AddTo(AccountGroup::Expense, account, amount, line)) return;
-  if (booking.AddTo(AccountGroup::Income, account, -amount, line)) return;
+  const Booking charged{.rule = BookingRule::ChargedToExpense};
+  if (booking.AddTo(AccountGroup::Expense, account, amount, line, charged)) return;
+  const Booking credited{.rule = BookingRule::CreditedToIncome};
+  if (booking.AddTo(AccountGroup::Income, account, -amount, line, credited)) return;
   booking.ReportSkipped(line, SkipReason::AccountInNoList, account);
 }
 
@@ -74,7 +76,7 @@ void RecordBillable(LineBooking& booking, const TransactionLine& line) {
       ++earlier->booked;
       booking.ReportSkipped(line, SkipReason::DuplicateBillableKey, account);
     } else {
-      billable->Add({.account = account}, key);
+      billable->Add({.account = account, .line = booking.LineNumber()}, key);
     }
   });
 }
@@ -91,10 +93,12 @@ void ReadExpenseTransactions(ImportContext& context, const TransactionQuery& que
   Variant answer;
   SkipOnError(context.observer, booking.place,
               [&] { answer = context.session.QbSerialize(query.request, booking.place); });
-  const LineSelection selection{ResponseName(query.kind), LinePlaces::DirectChildren, {}};
+  const LineSelection selection{
+      ResponseName(query.kind), LinePlaces::DirectChildren, {}, booking.BookingsReceived()};
   const TransactionLines read = ReadTransactionLines(answer, selection, context.observer, booking.place);
   context.state.tally.lines += static_cast<std::int64_t>(read.lines.size());
   for (const TransactionLine& line : read.lines) {
+    booking.Begin(line);
     if (line.insideItemGroup) {
       booking.ReportSkipped(line, SkipReason::InsideItemGroup, line.itemId.value_or(""));
       continue;
@@ -113,7 +117,11 @@ bool OffsetBilledExpense(LineBooking& booking, const TransactionLine& line) {
   if (expense == nullptr || expense->account.empty()) return false;
   bool offset = false;
   EndOnError(booking.context.observer, booking.query.At(Operation::OffsetBilledExpense), [&] {
-    offset = booking.AddTo(AccountGroup::Expense, expense->account, -RequireDouble(*line.amount), line);
+    const Booking takenBack{.rule = BookingRule::BilledExpenseTakenBack,
+                            .billedLine = expense->line,
+                            .billedAgain = expense->takenBack >= expense->booked};
+    offset =
+        booking.AddTo(AccountGroup::Expense, expense->account, -RequireDouble(*line.amount), line, takenBack);
     if (offset && ++expense->takenBack > expense->booked) KeepBilledAgain(booking, line, *customerId);
   });
   return offset;

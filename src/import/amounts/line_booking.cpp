@@ -1,9 +1,36 @@
 #include "import/amounts/line_booking.h"
 
+#include <utility>
+
 #include "support/error_handling.h"
 #include "support/number_text.h"
 
 namespace krnqb {
+
+void LineBooking::Begin(const TransactionLine& line) {
+  if (receiver_ == nullptr) return;
+  const std::string_view account = line.accountId.value_or("");
+  const std::string_view item = line.itemId.value_or("");
+  accountName_ = FullNameOf(line, account);
+  itemName_ = FullNameOf(line, item);
+  source_ = {.number = ++context.state.tally.reported,
+             .request = query.kind,
+             .month = query.month,
+             .transactionId = line.transactionId,
+             .lineId = line.lineId,
+             .date = line.transactionDate,
+             .referenceNumber = line.referenceNumber,
+             .element = line.element,
+             .party = line.partyName,
+             .customer = line.customerId ? line.customerName : std::string_view(),
+             .account = account,
+             .accountName = accountName_,
+             .item = item,
+             .itemName = itemName_,
+             .amount = line.amount.value_or(""),
+             .quantity = line.quantity.value_or("")};
+  receiver_->ReadLine(source_);
+}
 
 double LineBooking::AmountOf(const TransactionLine& line) {
   const std::optional<double> amount = line.amount ? ConvertToDouble(*line.amount) : std::nullopt;
@@ -12,7 +39,7 @@ double LineBooking::AmountOf(const TransactionLine& line) {
 }
 
 bool LineBooking::AddTo(AccountGroup group, std::string_view accountId, double amount,
-                        const TransactionLine& line) {
+                        const TransactionLine& line, Booking booking) {
   const std::string& name = TopLevelName(group, accountId);
   if (name.empty()) return false;
   auto& subtotals = SubtotalsOf(context.state, group);
@@ -23,8 +50,23 @@ bool LineBooking::AddTo(AccountGroup group, std::string_view accountId, double a
   }
   if (!SkipOnError(context.observer, place, [&] { subtotal->AddToSubTotal(query.month, amount); })) {
     ReportSkipped(line, SkipReason::SubtotalOutOfRange, name);
+    return true;
   }
+  Report(group, name, accountId, amount, line, std::move(booking));
   return true;
+}
+
+void LineBooking::Report(AccountGroup group, std::string_view name, std::string_view accountId, double amount,
+                         const TransactionLine& line, Booking booking) {
+  if (receiver_ == nullptr) return;
+  const std::string accountName = FullNameOf(line, accountId);
+  booking.slot = {.group = AmountGroupOf(group), .name = name, .number = query.month};
+  booking.amount = amount;
+  booking.account = accountId;
+  booking.accountName = accountName;
+  booking.text = line.amount.value_or("");
+  booking.line = &source_;
+  receiver_->Book(booking);
 }
 
 void LineBooking::ReportSkipped(const TransactionLine& line, SkipReason reason, std::string_view account) {
@@ -43,7 +85,8 @@ void LineBooking::ReportSkipped(const TransactionLine& line, SkipReason reason, 
                                                     .accountName = FullNameOf(line, account),
                                                     .customer = std::string(customer.value_or("")),
                                                     .customerName = std::string(line.customerName),
-                                                    .amount = std::string(line.amount.value_or(""))}});
+                                                    .amount = std::string(line.amount.value_or("")),
+                                                    .line = source_.number}});
 }
 
 SkipKind LineBooking::KindOf(SkipReason reason) const {
@@ -84,6 +127,18 @@ const CostOfSale& LineBooking::CostOfSaleIn(const SalePosting& posting) {
   const auto found = costs_.find(marker);
   return found != costs_.end() ? found->second
                                : costs_.emplace(marker, ReadCostOfGoodsMarker(marker)).first->second;
+}
+
+AmountGroup AmountGroupOf(AccountGroup group) noexcept {
+  switch (group) {
+    case AccountGroup::Income:
+      return AmountGroup::Income;
+    case AccountGroup::CostOfGoods:
+      return AmountGroup::CostOfGoods;
+    case AccountGroup::Expense:
+      break;
+  }
+  return AmountGroup::Expenses;
 }
 
 const AccountList& AccountsOf(const ImportState& state, AccountGroup group) {

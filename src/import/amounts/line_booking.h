@@ -9,6 +9,7 @@
 #include "import/context.h"
 #include "import/lists/account_list.h"
 #include "import/lists/cost_of_sale.h"
+#include "krnqb/booking.h"
 
 namespace krnqb {
 
@@ -17,15 +18,33 @@ class LineBooking {
  public:
   /// Both references must outlive the booking.
   LineBooking(ImportContext& importContext, const TransactionQuery& transactionQuery, Operation operation)
-      : context(importContext), query(transactionQuery), place(transactionQuery.At(operation)) {}
+      : context(importContext),
+        query(transactionQuery),
+        place(transactionQuery.At(operation)),
+        receiver_(importContext.observer.Bookings()) {}
+
+  /// Returns whether bookings are received.
+  bool BookingsReceived() const noexcept { return receiver_ != nullptr; }
+
+  /// Begins the next line. Everything below is about this line.
+  void Begin(const TransactionLine& line);
+
+  /// Returns the number of the line, if bookings are received.
+  std::int64_t LineNumber() const noexcept { return source_.number; }
 
   /// Returns the line's amount. If it is missing or not a number, reports the line as skipped and returns 0.
   double AmountOf(const TransactionLine& line);
 
   /// Adds an amount to the query's month of the account's top-level account. Returns false if the group's
   /// list does not contain the account. If the subtotal is missing or the sum is out of range, reports the
-  /// line as skipped and returns true.
-  bool AddTo(AccountGroup group, std::string_view accountId, double amount, const TransactionLine& line);
+  /// line as skipped and returns true. `booking` has what a receiver of bookings is to know beyond the
+  /// account, the amount and the line.
+  bool AddTo(AccountGroup group, std::string_view accountId, double amount, const TransactionLine& line,
+             Booking booking);
+
+  /// Passes on an amount that was added to the subtotal with this name, if bookings are received.
+  void Report(AccountGroup group, std::string_view name, std::string_view accountId, double amount,
+              const TransactionLine& line, Booking booking);
 
   /// Reports to the observer that a line was not booked. `account` is the id or name of the account or item
   /// concerned, or empty.
@@ -49,9 +68,18 @@ class LineBooking {
  private:
   SkipKind KindOf(SkipReason reason) const;
 
+  BookingReceiver* const receiver_;
+  SourceLine source_;
+  // Names to which `source_` refers.
+  std::string accountName_;
+  std::string itemName_;
+
   // Parsed markers, because many lines sell the same item.
   std::unordered_map<std::string, CostOfSale> costs_;
 };
+
+/// Returns the sums that are built of the accounts of a group.
+AmountGroup AmountGroupOf(AccountGroup group) noexcept;
 
 /// Return the account list and the subtotals of a group.
 const AccountList& AccountsOf(const ImportState& state, AccountGroup group);

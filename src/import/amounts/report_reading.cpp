@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "import/progress.h"
+#include "krnqb/booking.h"
 #include "qbxml/request_catalogue.h"
 #include "qbxml/response_element.h"
 #include "support/number_text.h"
@@ -148,12 +149,44 @@ class RowColumns {
   bool aligned_ = true;
 };
 
+// A cell of a report.
+struct ReportedAmount {
+  std::string text;
+  double amount = 0;
+};
+
 // Returns the amount in a column of the row with this name.
-double AmountOf(const XmlElement& column, const std::string& name, RowReporting& reporting) {
-  const std::string text = column.Attribute("value").value_or("");
+ReportedAmount AmountOf(const XmlElement& column, const std::string& name, RowReporting& reporting) {
+  std::string text = column.Attribute("value").value_or("");
   const double amount = LeadingNumber(text);
   if (!ReadsWhole(text)) reporting.Cut(name, text, amount);
-  return amount;
+  return {std::move(text), amount};
+}
+
+// Passes on a cell that was added to a sum, if bookings are received. Empty cells are not worth a booking.
+void ReportBooking(Observer& observer, const Place& place, const AmountSlot& slot,
+                   const std::string& accountName, const ReportedAmount& cell) {
+  BookingReceiver* const receiver = cell.text.empty() ? nullptr : observer.Bookings();
+  if (receiver == nullptr) return;
+  receiver->Book({.slot = slot,
+                  .rule = BookingRule::ReportCell,
+                  .amount = cell.amount,
+                  .accountName = accountName,
+                  .text = cell.text,
+                  .request = place.request.value_or(0),
+                  .fromDate = place.fromDate,
+                  .toDate = place.toDate});
+}
+
+AmountGroup GroupOfReport(const Place& place) {
+  switch (place.request.value_or(0)) {
+    case request_number::incomeByMonth:
+      return AmountGroup::Income;
+    case request_number::costByMonth:
+      return AmountGroup::CostOfGoods;
+    default:
+      return AmountGroup::Expenses;
+  }
 }
 
 bool IsOneMonth(const Place& place) {
@@ -183,7 +216,11 @@ void AddTypeReport(const XmlElement& response, std::int16_t period, const std::s
     }
     reporting.Added(*label);
     if (!rowColumns.Aligned()) reporting.Misaligned(*label);
-    if (columns.size() > 1) subtotal->AddToSubTotal(period, AmountOf(columns[1], *label, reporting));
+    if (columns.size() <= 1) continue;
+    const ReportedAmount cell = AmountOf(columns[1], *label, reporting);
+    subtotal->AddToSubTotal(period, cell.amount);
+    ReportBooking(observer, place, {.group = AmountGroup::PastPerformance, .name = type, .number = period},
+                  *label, cell);
   }
 }
 
@@ -227,13 +264,15 @@ bool ParseProfitAndLossReport(const XmlElement& response, std::optional<Subtotal
     for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
       const auto column = static_cast<std::size_t>(month);
       if (column >= columns.size()) break;
-      const double amount = AmountOf(columns[column], name, reporting);
-      anyAmount = anyAmount || amount != 0;
+      const ReportedAmount cell = AmountOf(columns[column], name, reporting);
+      anyAmount = anyAmount || cell.amount != 0;
       if (month > 1) {
-        anyFurtherAmount = anyFurtherAmount || amount != 0;
-        furtherColumns += amount;
+        anyFurtherAmount = anyFurtherAmount || cell.amount != 0;
+        furtherColumns += cell.amount;
       }
-      subtotal->AddToSubTotal(month, amount);
+      subtotal->AddToSubTotal(month, cell.amount);
+      ReportBooking(observer, place, {.group = GroupOfReport(place), .name = name, .number = month}, name,
+                    cell);
     }
   }
   if (anyFurtherAmount && IsOneMonth(place)) reporting.FurtherColumns(furtherColumns);

@@ -80,8 +80,9 @@ void BookSale(LineBooking& booking, const TransactionLine& line) {
   }
   const AccountId account =
       BooksCost(posting) ? BookCost(booking, line, posting) : std::get<AccountId>(posting);
-  if (booking.AddTo(AccountGroup::Income, account, amount, line)) return;
-  if (booking.AddTo(AccountGroup::Expense, account, -amount, line)) return;
+  if (booking.AddTo(AccountGroup::Income, account, amount, line, {.rule = BookingRule::Sale})) return;
+  const Booking credited{.rule = BookingRule::SaleCreditedToExpense};
+  if (booking.AddTo(AccountGroup::Expense, account, -amount, line, credited)) return;
   booking.ReportSkipped(line, SkipReason::AccountInNoList, account);
 }
 
@@ -94,10 +95,14 @@ void ReadSalesTransactions(ImportContext& context, const TransactionQuery& query
               [&] { answer = context.session.QbSerialize(query.request, booking.place); });
   const bool invoices = query.kind == request_number::invoices;
   const LineSelection selection{invoices ? "InvoiceQueryRs" : "SalesReceiptQueryRs", LinePlaces::Anywhere,
-                                invoices ? "InvoiceLineRet" : "SalesReceiptLineRet"};
+                                invoices ? "InvoiceLineRet" : "SalesReceiptLineRet",
+                                booking.BookingsReceived()};
   const TransactionLines read = ReadTransactionLines(answer, selection, context.observer, booking.place);
   context.state.tally.lines += static_cast<std::int64_t>(read.lines.size());
-  for (const TransactionLine& line : read.lines) BookSale(booking, line);
+  for (const TransactionLine& line : read.lines) {
+    booking.Begin(line);
+    BookSale(booking, line);
+  }
 }
 
 AccountId BookCostOfSale(LineBooking& booking, const TransactionLine& line, const CostOfSale& sale,
@@ -120,6 +125,8 @@ AccountId BookCostOfSale(LineBooking& booking, const TransactionLine& line, cons
     auto& subtotals = booking.context.state.costSubtotals;
     if (!subtotals) throw Error(error_number::invalidProcedureCall);
     subtotals->At(name).AddToSubTotal(booking.query.month, cost);
+    booking.Report(AccountGroup::CostOfGoods, name, sale.costAccount, cost, line,
+                   {.rule = BookingRule::CostOfSale, .quantity = quantity, .averageCost = averageCost});
   }
   return sale.incomeAccount;
 }

@@ -32,6 +32,10 @@ struct TransactionLine {
   std::string_view transactionId;      ///< TxnID of its transaction; empty if missing
   std::string_view transactionDate;    ///< TxnDate of its transaction, year-month-day; empty if missing
   bool insideItemGroup = false;        ///< whether it is a purchase line inside an item group
+  // Read for bookings only; empty if missing.
+  std::string_view lineId = {};           ///< its TxnLineID
+  std::string_view referenceNumber = {};  ///< RefNumber of its transaction
+  std::string_view partyName = {};        ///< the FullName of its transaction's vendor, payee or customer
 };
 
 /// The lines of one response in document order. Owns the texts to which they refer.

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <deque>
+#include <span>
 
 #include "qbxml/response_element.h"
 #include "xml/events.h"
@@ -34,21 +35,25 @@ struct Frame {
   NameNumber itemName = noName;
   NameNumber itemGroupName = noName;
   NameNumber customerName = noName;
+  NameNumber lineId = noName;
+  NameNumber referenceNumber = noName;
+  NameNumber partyName = noName;
   bool hasAccount = false;
   bool hasItem = false;
   bool hasItemGroup = false;
   bool hasCustomer = false;
+  bool hasParty = false;
 };
 
 // A child element whose text, or whose ListID's text, is a field of its parent.
 struct FieldElement {
-  std::string_view name;
+  std::string_view element;
   Field Frame::*first;        // the text of the first one; for a reference, the ListID of the first one
   Field Frame::*any;          // the first ListID in all references of this name
   bool Frame::*hasReference;  // null if the element is not a reference
-  NameNumber Frame::*fullName = nullptr;  // the FullName of the first reference of this name
+  NameNumber Frame::*name = nullptr;  // the FullName of the first reference, or the first element's text
 };
-constexpr std::array<FieldElement, 8> fieldElements = {
+constexpr std::array<FieldElement, 12> fieldElements = {
     {{"Amount", &Frame::amount, nullptr, nullptr},
      {"Quantity", &Frame::quantity, nullptr, nullptr},
      {"TxnID", &Frame::transactionId, nullptr, nullptr},
@@ -56,7 +61,12 @@ constexpr std::array<FieldElement, 8> fieldElements = {
      {"AccountRef", &Frame::accountId, &Frame::anyAccountId, &Frame::hasAccount, &Frame::accountName},
      {"ItemRef", &Frame::itemId, &Frame::anyItemId, &Frame::hasItem, &Frame::itemName},
      {"ItemGroupRef", &Frame::itemGroupId, nullptr, &Frame::hasItemGroup, &Frame::itemGroupName},
-     {"CustomerRef", nullptr, &Frame::customerId, &Frame::hasCustomer, &Frame::customerName}}};
+     {"CustomerRef", nullptr, &Frame::customerId, &Frame::hasCustomer, &Frame::customerName},
+     {"TxnLineID", nullptr, nullptr, nullptr, &Frame::lineId},
+     {"RefNumber", nullptr, nullptr, nullptr, &Frame::referenceNumber},
+     {"VendorRef", nullptr, nullptr, &Frame::hasParty, &Frame::partyName},
+     {"PayeeEntityRef", nullptr, nullptr, &Frame::hasParty, &Frame::partyName}}};
+constexpr std::size_t fieldsForBookings = 4;  // the last ones
 
 // A line and the frames that contain its fields.
 struct FoundLine {
@@ -79,7 +89,11 @@ struct OpenElement {
 class LineHandler final : public XmlEventHandler {
  public:
   LineHandler(const LineSelection& selection, Observer& observer, const Place& place)
-      : selection_(selection), observer_(observer), place_(place) {}
+      : selection_(selection),
+        fields_(std::span(fieldElements)
+                    .first(fieldElements.size() - (selection.forBookings ? 0 : fieldsForBookings))),
+        observer_(observer),
+        place_(place) {}
 
   void StartElement(std::string_view name, const XmlEventAttributes& attributes) override {
     if (open_.size() == 2) KeepStatus(attributes);
@@ -163,12 +177,15 @@ class LineHandler final : public XmlEventHandler {
       return;
     }
     if (around.reference != nullptr && around.isFirstReference && name == "FullName") {
-      return BeginName(open_[open_.size() - 2].frame, around.reference->fullName);
+      return BeginName(open_[open_.size() - 2].frame, around.reference->name);
     }
-    for (const FieldElement& fieldElement : fieldElements) {
-      if (fieldElement.name != name) continue;
+    for (const FieldElement& fieldElement : fields_) {
+      if (fieldElement.element != name) continue;
       const FrameNumber frame = FrameOf(around);
-      if (fieldElement.hasReference == nullptr) return BeginCapture(frame, fieldElement.first);
+      if (fieldElement.hasReference == nullptr) {
+        if (fieldElement.name != nullptr) return BeginName(frame, fieldElement.name);
+        return BeginCapture(frame, fieldElement.first);
+      }
       bool& hasReference = frames_[static_cast<std::size_t>(frame)].*fieldElement.hasReference;
       element.reference = &fieldElement;
       element.isFirstReference = !hasReference;
@@ -264,10 +281,15 @@ class LineHandler final : public XmlEventHandler {
             .customerName = CustomerName(own, parent, grandparent),
             .transactionId = transaction.transactionId.value_or(""),
             .transactionDate = transaction.transactionDate.value_or(""),
-            .insideItemGroup = line.insideItemGroup};
+            .insideItemGroup = line.insideItemGroup,
+            .lineId = Name(own.lineId),
+            .referenceNumber = Name(transaction.referenceNumber),
+            .partyName =
+                Name(transaction.partyName != noName ? transaction.partyName : transaction.customerName)};
   }
 
   const LineSelection& selection_;
+  const std::span<const FieldElement> fields_;
   Observer& observer_;
   const Place& place_;
   std::vector<OpenElement> open_;

@@ -19,6 +19,7 @@ struct LineSelection {
   std::string_view responseName;  ///< the parent of the transactions, such as "BillQueryRs"
   LinePlaces places;
   std::string_view lineName;  ///< for `Anywhere` only, such as "InvoiceLineRet"
+  bool forBookings = false;   ///< whether the fields for bookings are read too
 };
 
 /// Returns the lines of an answer, read in one pass; no lines if the answer is not a well-formed text or has

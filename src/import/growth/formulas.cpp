@@ -2,7 +2,11 @@
 
 #include <fmt/format.h>
 
+#include <array>
+#include <span>
+
 #include "import/growth/findings.h"
+#include "krnqb/booking.h"
 #include "plan/table_identifiers.h"
 #include "support/error_handling.h"
 #include "support/number_text.h"
@@ -16,6 +20,7 @@ enum class UnmatchedRows { Skipped, DepreciationSummed };
 struct GrowthTable {
   Operation operation;
   std::string_view group;  // for warnings
+  AmountGroup amountGroup;
   std::string_view plannedBlock;
   std::string_view actualBlock;
   std::int16_t growthRate;
@@ -30,6 +35,20 @@ constexpr std::size_t firstPlannedMonth = 2;  // the column of the first month
 constexpr std::string_view salesJoint = " * (1 + B";
 constexpr std::string_view costJoint = "* (1 + B";
 
+// The amounts of a row, and the sums that each month is made of if bookings are received.
+struct RowAmounts {
+  const cSubtotals& amounts;
+  std::array<std::vector<CellTerm>, cSubtotals::monthCount> terms;
+};
+
+// A row of a block in a table of the plan.
+struct RowPlace {
+  std::string_view table;
+  std::string_view block;
+  std::string name;  // of the planned row
+  std::int32_t number = 1;
+};
+
 class GrowthWriter {
  public:
   GrowthWriter(const GrowthTable& table, QBKRN_BalancesImport balancesImport, Observer& observer)
@@ -42,11 +61,15 @@ class GrowthWriter {
   void Write(const TablesDocument& tables) {
     const XmlElement planned = tables.FirstBlock(table_.plannedBlock);
     const XmlElement actual = tables.FirstBlock(table_.actualBlock);
-    const std::int32_t startRow = StartRow(planned);
+    if (receiver_ != nullptr) {
+      plannedTable_ = tables.TableOf(table_.plannedBlock);
+      actualTable_ = tables.TableOf(table_.actualBlock);
+    }
+    startRow_ = StartRow(planned);
     XmlElement actualRow = actual.FirstChild();
     std::int32_t rowIndex = 0;
     for (XmlElement row = planned.FirstChild(); row; row = row.NextSibling()) {
-      WriteRow(row, actualRow, startRow + rowIndex);
+      WriteRow(row, actualRow, rowIndex);
       actualRow = actualRow.NextSibling();
       ++rowIndex;
     }
@@ -65,65 +88,109 @@ class GrowthWriter {
     return startRow;
   }
 
-  void WriteRow(const XmlElement& plannedRow, const XmlElement& actualRow, std::int32_t sheetRow) {
+  void WriteRow(const XmlElement& plannedRow, const XmlElement& actualRow, std::int32_t rowIndex) {
     const std::vector<XmlElement> plannedCells = plannedRow.Children();
     if (plannedCells.empty()) return;
     const std::string name = plannedCells[0].Text();
     const cSubtotals* subtotal = table_.subtotals ? table_.subtotals->Find(name) : nullptr;
     if (subtotal != nullptr) {
-      WriteAmounts(plannedCells, actualRow, sheetRow, *subtotal);
+      WriteAmounts(plannedCells, actualRow, rowIndex, AmountsOf(*subtotal));
       findings_.RowOf(*subtotal, name);
     } else if (table_.unmatchedRows == UnmatchedRows::DepreciationSummed && name == depreciationKeyword) {
-      WriteAmounts(plannedCells, actualRow, sheetRow, DepreciationSums());
+      cSubtotals sums{depreciationKeyword};
+      WriteAmounts(plannedCells, actualRow, rowIndex, SumDepreciation(sums));
     }
+  }
+
+  RowAmounts AmountsOf(const cSubtotals& account) const {
+    RowAmounts row{.amounts = account, .terms = {}};
+    for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) AddTerm(row, account, month);
+    return row;
+  }
+
+  void AddTerm(RowAmounts& row, const cSubtotals& account, std::int16_t month) const {
+    if (receiver_ == nullptr) return;
+    row.terms[static_cast<std::size_t>(month) - 1].push_back(
+        {.slot = {.group = table_.amountGroup, .name = account.Description(), .number = month}});
   }
 
   void WriteAmounts(const std::vector<XmlElement>& plannedCells, const XmlElement& actualRow,
-                    std::int32_t sheetRow, const cSubtotals& subtotal) {
-    SetCell(plannedCells, 1, GeneralNumberText(table_.growthRate / 100.0));
+                    std::int32_t rowIndex, const RowAmounts& row) {
+    const RowPlace planned{.table = plannedTable_,
+                           .block = table_.plannedBlock,
+                           .name = plannedCells[0].Text(),
+                           .number = rowIndex + 1};
+    const RowPlace actual{
+        .table = actualTable_, .block = table_.actualBlock, .name = planned.name, .number = planned.number};
+    const cSubtotals& subtotal = row.amounts;
+    SetCell(plannedCells, {.content = CellContent::GrowthRate, .column = 1}, planned,
+            GeneralNumberText(table_.growthRate / 100.0));
     const std::vector<XmlElement> actualCells = actual_ ? actualRow.Children() : std::vector<XmlElement>();
     for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
       const std::string amount = GeneralNumberText(subtotal.SubTotal(month));
-      const auto column = static_cast<std::size_t>(month);
+      const std::span<const CellTerm> terms = row.terms[static_cast<std::size_t>(month) - 1];
       if (planned_) {
-        SetCell(plannedCells, column + 1, fmt::format("={}{}{})", amount, table_.formulaJoint, sheetRow));
+        SetCell(plannedCells,
+                {.content = CellContent::GrowthFormula, .column = month + 1, .number = month, .terms = terms},
+                planned, fmt::format("={}{}{})", amount, table_.formulaJoint, startRow_ + rowIndex));
       }
-      if (actual_) SetCell(actualCells, column, amount);
+      if (actual_) {
+        SetCell(actualCells,
+                {.content = CellContent::Amount, .column = month, .number = month, .terms = terms}, actual,
+                amount);
+      }
     }
     formulasWritten_ = formulasWritten_ || planned_;
-    const std::string name = plannedCells[0].Text();
-    if (planned_) findings_.Cells(name, subtotal, plannedCells.size(), firstPlannedMonth);
-    if (actual_) findings_.ActualRow(name, subtotal, actualRow, actualCells);
+    if (planned_) findings_.Cells(planned.name, subtotal, plannedCells.size(), firstPlannedMonth);
+    if (actual_) findings_.ActualRow(planned.name, subtotal, actualRow, actualCells);
   }
 
-  void SetCell(const std::vector<XmlElement>& cells, std::size_t column, const std::string& text) {
-    SkipOnError(observer_, place_, [&] {
+  // `written` has the column, the content, the month and the terms.
+  void SetCell(const std::vector<XmlElement>& cells, WrittenCell written, const RowPlace& place,
+               const std::string& text) {
+    const auto column = static_cast<std::size_t>(written.column);
+    const bool done = SkipOnError(observer_, place_, [&] {
       XmlElement cell = column < cells.size() ? cells[column] : XmlElement();
       cell.SetText(text);
     });
+    if (!done || receiver_ == nullptr) return;
+    written.table = place.table;
+    written.block = place.block;
+    written.row = place.name;
+    written.rowNumber = place.number;
+    written.text = text;
+    receiver_->WriteCell(written);
   }
 
-  // Returns the monthly sums of the accounts whose names occur within the keyword, case-insensitively.
-  cSubtotals DepreciationSums() {
-    cSubtotals sums{depreciationKeyword};
-    if (!table_.subtotals) return sums;
+  // Adds up the months of the accounts whose names occur within the keyword, case-insensitively. `sums` must
+  // outlive the result.
+  RowAmounts SumDepreciation(cSubtotals& sums) {
+    RowAmounts row{.amounts = sums, .terms = {}};
+    if (!table_.subtotals) return row;
     const std::string keyword = FoldedKey(depreciationKeyword);
     for (const cSubtotals& subtotal : *table_.subtotals) {
       if (keyword.find(FoldedKey(subtotal.Description())) == std::string::npos) continue;
       for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
-        SkipOnError(observer_, place_, [&] { sums.AddToSubTotal(month, subtotal.SubTotal(month)); });
+        const bool added =
+            SkipOnError(observer_, place_, [&] { sums.AddToSubTotal(month, subtotal.SubTotal(month)); });
+        if (added) AddTerm(row, subtotal, month);
       }
       findings_.SummedAsDepreciation(subtotal);
     }
-    return sums;
+    return row;
   }
 
   const GrowthTable& table_;
   const bool planned_;  // whether formulas are written
   const bool actual_;   // whether amounts are written
   Observer& observer_;
+  BookingReceiver* const receiver_ = observer_.Bookings();
   const Place place_{.operation = table_.operation};
   GrowthFindings findings_;
+  // The tables of the blocks, if bookings are received.
+  std::string plannedTable_;
+  std::string actualTable_;
+  std::int32_t startRow_ = 0;
   bool formulasWritten_ = false;
   std::optional<std::string> startRowFault_;  // the text of an invalid start row
 };
@@ -153,6 +220,7 @@ void WriteGrowth(const GrowthTable& table, const ImportOptions& options, TablesD
 void WriteSalesGrowth(const ImportState& state, TablesDocument& tables, Observer& observer) {
   const GrowthTable table{.operation = Operation::WriteSalesGrowth,
                           .group = "sales",
+                          .amountGroup = AmountGroup::Income,
                           .plannedBlock = block_id::sales,
                           .actualBlock = block_id::actualSales,
                           .growthRate = state.options.growthRateIncome,
@@ -165,6 +233,7 @@ void WriteSalesGrowth(const ImportState& state, TablesDocument& tables, Observer
 void WriteCostGrowth(const ImportState& state, TablesDocument& tables, Observer& observer) {
   const GrowthTable table{.operation = Operation::WriteCostGrowth,
                           .group = "cost of goods",
+                          .amountGroup = AmountGroup::CostOfGoods,
                           .plannedBlock = block_id::costs,
                           .actualBlock = block_id::actualCosts,
                           .growthRate = state.options.growthRateCogs,
@@ -177,6 +246,7 @@ void WriteCostGrowth(const ImportState& state, TablesDocument& tables, Observer&
 void WriteExpenseGrowth(const ImportState& state, TablesDocument& tables, Observer& observer) {
   GrowthTable table{.operation = Operation::WriteExpenseGrowth,
                     .group = "expenses",
+                    .amountGroup = AmountGroup::Expenses,
                     .plannedBlock = {},
                     .actualBlock = {},
                     .growthRate = state.options.growthRateExpenses,

@@ -5,8 +5,10 @@
 #include "import/amounts/balances.h"
 #include "import/amounts/date_ranges.h"
 #include "import/amounts/report_reading.h"
+#include "import/past_performance/past_observer.h"
 #include "import/past_performance/writing.h"
 #include "import/progress.h"
+#include "krnqb/booking.h"
 #include "plan/account_rows.h"
 #include "plan/period.h"
 #include "qbxml/request_catalogue.h"
@@ -30,36 +32,6 @@ struct PastPeriod {
   std::int16_t number = 0;  // the slot for its figures: 1 to 14
   YearMonth start;
   bool isMonth = false;
-};
-
-// Adds the past period to the notices raised while it is read, because the import itself may read the same
-// transactions.
-class PastObserver final : public Observer {
- public:
-  enum class Warnings : std::uint8_t { Reported, Dropped };
-
-  PastObserver(Observer& observer, std::int16_t period, Warnings warnings)
-      : observer_(observer), period_(period), warnings_(warnings) {}
-
-  void Notify(const Notice& notice) noexcept override {
-    if (notice.kind == NoticeKind::Warning && warnings_ == Warnings::Dropped &&
-        notice.meaning == NoticeMeaning::Complete) {
-      return;
-    }
-    // A notice that cannot be copied is passed on without the period.
-    try {
-      Notice past = notice;
-      past.place.pastPeriod = period_;
-      observer_.Notify(past);
-    } catch (...) {
-      observer_.Notify(notice);
-    }
-  }
-
- private:
-  Observer& observer_;
-  std::int16_t period_;
-  Warnings warnings_;
 };
 
 // Steps through the periods in order. Reads the plan's month anew for each because a handler may change it.
@@ -127,8 +99,37 @@ class PastCollecting {
     cSubtotals& target = Collection().At(balanceType);
     if (type == "Equity" && balanceType != type) WarnOfEquity(account, balance);
     target.AddToSubTotal(1, balance);
-    target.SubTotal(2, target.SubTotal(1));
-    target.SubTotal(3, target.SubTotal(1));
+    ReportBalance(account, target, balance);
+    for (const std::int16_t period : {std::int16_t{2}, std::int16_t{3}}) {
+      target.SubTotal(period, target.SubTotal(1));
+      Report(target, period,
+             {.rule = BookingRule::PreviousPeriod, .amount = target.SubTotal(1), .replaces = true});
+    }
+  }
+
+  // Passes on what was added to a figure, if bookings are received.
+  void Report(const cSubtotals& figure, std::int16_t period, Booking booking) {
+    BookingReceiver* const receiver = context_.observer.Bookings();
+    if (receiver == nullptr) return;
+    booking.slot = {.group = AmountGroup::PastPerformance, .name = figure.Description(), .number = period};
+    receiver->Book(booking);
+  }
+
+  void ReportBalance(const XmlElement& account, const cSubtotals& figure, double balance) {
+    if (context_.observer.Bookings() == nullptr) return;
+    const auto textOf = [&](const char* name) {
+      const XmlElement child = account.Child(name);
+      return child ? child.Text() : std::string();
+    };
+    const std::string id = textOf("ListID");
+    const std::string name = textOf("Name");
+    const std::string text = textOf("TotalBalance");
+    Report(figure, 1,
+           {.rule = BookingRule::BalanceToday,
+            .amount = balance,
+            .account = id,
+            .accountName = name,
+            .text = text});
   }
 
   void WarnOfToday() {
@@ -202,16 +203,27 @@ class PastCollecting {
   void SetTotal(std::string_view type, const PastPeriod& period,
                 const std::optional<SubtotalCollection>& subtotals) {
     cSubtotals& figure = RequireType(Collection(), type, operation, context_.observer);
-    figure.SubTotal(period.number, 0);
+    Begin(figure, period);
     if (!subtotals) throw Error(error_number::objectNotSet);
-    for (const cSubtotals& account : *subtotals) figure.AddToSubTotal(period.number, account.Total());
+    for (const cSubtotals& account : *subtotals) {
+      figure.AddToSubTotal(period.number, account.Total());
+      Report(figure, period.number,
+             {.rule = BookingRule::PeriodTotal,
+              .amount = account.Total(),
+              .accountName = account.Description()});
+    }
+  }
+
+  void Begin(cSubtotals& figure, const PastPeriod& period) {
+    figure.SubTotal(period.number, 0);
+    Report(figure, period.number, {.rule = BookingRule::PeriodBegins, .replaces = true});
   }
 
   // Past expenses and costs come only from reports; with qbXML 1.x they are 0.
   void SetTotalOfReports(std::string_view type, const PastPeriod& period,
                          const std::optional<SubtotalCollection>& subtotals) {
     if (majorVersion_ > 1) return SetTotal(type, period, subtotals);
-    RequireType(Collection(), type, operation, context_.observer).SubTotal(period.number, 0);
+    Begin(RequireType(Collection(), type, operation, context_.observer), period);
   }
 
   void ReadBalanceSheet(const PastPeriod& period, std::int16_t periodCount) {

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "import/past_performance/collection.h"
+#include "krnqb/booking.h"
+#include "plan/table_identifiers.h"
 #include "qbxml/response_element.h"
 #include "support/error_handling.h"
 #include "support/number_text.h"
@@ -59,7 +61,10 @@ class PastWriter {
       const std::vector<XmlElement> rows =
           table.Select("//block[@id = \"" + std::string(block.id) + "\"]").Children();
       for (std::int16_t period = 1; period <= periodCount; ++period) {
-        for (const PastRow& row : block.rows) WriteCell(rows, row, period);
+        for (const PastRow& row : block.rows) {
+          const std::string text = WriteCell(rows, row, period);
+          Report(block, rows[row.row], row, period, text);
+        }
       }
     }
   }
@@ -67,7 +72,8 @@ class PastWriter {
   bool AnyWritten() const noexcept { return anyWritten_; }
 
  private:
-  void WriteCell(std::span<const XmlElement> rows, const PastRow& row, std::int16_t period) {
+  // Returns the cell's new text.
+  std::string WriteCell(std::span<const XmlElement> rows, const PastRow& row, std::int16_t period) {
     double figure = FigureOf(row.type, period);
     if (!row.addedType.empty()) figure += FigureOf(row.addedType, period);
     if (!row.subtractedType.empty()) figure -= FigureOf(row.subtractedType, period);
@@ -75,8 +81,33 @@ class PastWriter {
     if (row.row >= rows.size()) throw Error(error_number::objectNotSet);
     XmlElement cell = rows[row.row].FirstChild();
     for (std::int16_t column = 0; column < period; ++column) cell = cell.NextSibling();
-    cell.SetText(PlainNumberText(figure));
+    std::string text = PlainNumberText(figure);
+    cell.SetText(text);
     anyWritten_ = true;
+    return text;
+  }
+
+  // Passes on the cell, if bookings are received.
+  void Report(const PastBlock& block, const XmlElement& cells, const PastRow& row, std::int16_t period,
+              const std::string& text) {
+    BookingReceiver* const receiver = observer_.Bookings();
+    if (receiver == nullptr) return;
+    const std::string name = cells.FirstChild().Text();
+    std::vector<CellTerm> terms;
+    for (const std::string_view type : {row.type, row.addedType, row.subtractedType}) {
+      if (type.empty()) continue;
+      terms.push_back({.slot = {.group = AmountGroup::PastPerformance, .name = type, .number = period},
+                       .subtracted = type == row.subtractedType});
+    }
+    receiver->WriteCell({.content = CellContent::PastFigure,
+                         .table = table_id::pastPerformance,
+                         .block = block.id,
+                         .row = name,
+                         .rowNumber = static_cast<std::int32_t>(row.row) + 1,
+                         .column = period,
+                         .number = period,
+                         .text = text,
+                         .terms = terms});
   }
 
   double FigureOf(std::string_view type, std::int16_t period) {
