@@ -73,6 +73,8 @@ void AddImport(Options options, ImportCommand& import) {
   options.Flag("--json", import.json, "Print one JSON object and nothing else");
   options.Flag("--quiet", import.quiet, "Print nothing but warnings and errors");
   options.Text("--journal", "FILE", import.journalFile, "List each left-out amount in FILE as JSON lines");
+  options.Text("--ledger", "FILE", import.ledgerFile,
+               "Keep in FILE what each figure is made of, for krnqb explain");
 }
 
 ListedAccounts ParseListedAccounts(std::string_view /*option*/, std::string_view text) {

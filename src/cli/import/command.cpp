@@ -12,6 +12,7 @@
 #include "cli/import/failure.h"
 #include "cli/import/file_guard.h"
 #include "cli/import/history_facts.h"
+#include "cli/import/ledger_output.h"
 #include "cli/import/log.h"
 #include "cli/import/omissions.h"
 #include "cli/import/replay_failure.h"
@@ -22,6 +23,7 @@
 #include "cli/import/summary/report.h"
 #include "files/lock.h"
 #include "files/reading.h"
+#include "plan_file/history/digest.h"
 #include "plan_file/history/keeping.h"
 
 namespace krnqb::cli {
@@ -92,6 +94,7 @@ class PlanImport {
     const plan_file::PlanContent after = plan_file::ReadPlanContent(*plan_);
     outcome_.tables = plan_file::CompareTables(before, after);
     outcome_.summary = SummarizeImport(before, after, outcome_.tables, outcome_.summary.scope);
+    if (ledger_) ledger_->Finish(LedgerFactsNow());
     interrupts_.PassPointOfNoReturn();
     Save();
   }
@@ -134,7 +137,9 @@ class PlanImport {
     processors = PresentedProcessors(processors, source.presented);
     std::optional<ProgressDisplay> progress;
     if (bar_) progress.emplace(*bar_, ScopeOf(settings, source), surroundings_.stopwatch);
-    const auto log = std::make_shared<ImportLog>(outcome_, interrupts_, progress ? &*progress : nullptr);
+    if (options_.ledgerFile) ledger_.emplace(*options_.ledgerFile);
+    const auto log = std::make_shared<ImportLog>(outcome_, interrupts_, progress ? &*progress : nullptr,
+                                                 ledger_ ? &ledger_->Writer() : nullptr);
     QBDataExchange exchange({.processors = InterruptibleProcessors(processors, interrupts_),
                              .sinks = Sinks(log),
                              .observer = log,
@@ -212,6 +217,7 @@ class PlanImport {
 
   void Save() {
     saving_ = true;
+    if (ledger_) ledger_->Place();
     const bool changed = AnyChange(outcome_.tables);
     if (changed && !options_.dryRun) {
       // Once the plan is saved nothing may fail any more, so there is room for the name already.
@@ -219,10 +225,29 @@ class PlanImport {
       outcome_.backupFile.reserve(plan_->Path().native().size() + roomForSuffix);
       Attempt([&] { SaveWithHistory(); });
     }
+    if (ledger_) ledger_->Keep();
     outcome_.result = options_.dryRun ? ImportResult::DryRun
                       : changed       ? ImportResult::Imported
                                       : ImportResult::Unchanged;
     if (!Complete() && !options_.dryRun) outcome_.result = ImportResult::Incomplete;
+  }
+
+  // The plan with the import's cells is what is written next, or else what is in its file.
+  ledger::LedgerFacts LedgerFactsNow() const {
+    const bool changed = AnyChange(outcome_.tables);
+    ledger::LedgerFacts facts = FactsForLedger(facts_);
+    facts.when = plan_file::MomentText(ClockOf(surroundings_)->Now());
+    facts.plan = plan_->Path().string();
+    facts.planDigest = plan_file::DigestOf(
+        changed ? plan_->Text() : files::ReadFile(plan_->Path(), "cannot read the plan").bytes);
+    facts.planVersion = !changed          ? ledger::plan_version::unchanged
+                        : options_.dryRun ? ledger::plan_version::dryRun
+                                          : ledger::plan_version::written;
+    if (outcome_.basis && outcome_.basis->company) {
+      facts.company = outcome_.basis->company->path;
+      facts.companyName = outcome_.basis->company->name;
+    }
+    return facts;
   }
 
   void SaveWithHistory() {
@@ -258,6 +283,7 @@ class PlanImport {
   std::optional<files::PlanLock> lock_;
   std::shared_ptr<plan_file::PlanFile> plan_;
   plan_file::ImportFacts facts_;
+  std::optional<LedgerOutput> ledger_;
   bool saving_ = false;
 };
 

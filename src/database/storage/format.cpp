@@ -38,10 +38,18 @@ bool IsChecked(const DatabaseHeader& header) noexcept {
   return reserves || NumberAt(header, layoutPlace) != layoutWithoutChecksums;
 }
 
+bool IsDatabase(const DatabaseHeader& header) noexcept {
+  return std::memcmp(header.data(), databaseMark.data(), databaseMark.size()) == 0;
+}
+
 }  // namespace
 
+bool HasMark(const DatabaseHeader& header, std::uint32_t mark) noexcept {
+  return IsDatabase(header) && NumberAt(header, applicationPlace) == mark;
+}
+
 PageFormat FormatOf(const DatabaseHeader& header) noexcept {
-  if (std::memcmp(header.data(), databaseMark.data(), databaseMark.size()) != 0) return PageFormat::Plain;
+  if (!IsDatabase(header)) return PageFormat::Plain;
   if (HasWriteAheadLog(header)) return PageFormat::WriteAheadLog;
   return IsChecked(header) ? PageFormat::Checked : PageFormat::Plain;
 }

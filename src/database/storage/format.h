@@ -25,6 +25,9 @@ enum class PageFormat {
 inline constexpr std::size_t headerSize = 100;
 using DatabaseHeader = std::array<unsigned char, headerSize>;
 
+/// Returns whether the header is that of a database with this mark.
+bool HasMark(const DatabaseHeader& header, std::uint32_t mark) noexcept;
+
 /// Returns how the pages of the database with this header are stored. A damaged header does not make a file
 /// with checksums pass for one without: more than one bit of it would have to change.
 PageFormat FormatOf(const DatabaseHeader& header) noexcept;
