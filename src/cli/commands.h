@@ -9,6 +9,7 @@
 #include "cli/company/companies_command.h"
 #include "cli/company/question_commands.h"
 #include "cli/dialog/command.h"
+#include "cli/explain/command.h"
 #include "cli/import/options.h"
 #include "cli/plan/commands.h"
 #include "cli/plan/history_commands.h"
@@ -25,6 +26,6 @@ using Command =
     std::variant<PrintedText, ImportCommand, AccountsOptions, TablesOptions, RequestOptions, SupportsOptions,
                  NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, CheckCompanyOptions,
                  GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions, PlanHistoryOptions, PlanDiffOptions,
-                 PlanUndoOptions, CompaniesOptions, DialogOptions>;
+                 PlanUndoOptions, CompaniesOptions, DialogOptions, ExplainOptions>;
 
 }  // namespace krnqb::cli

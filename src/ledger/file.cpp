@@ -361,6 +361,14 @@ std::vector<LedgerOmission> LedgerFile::OmissionsOf(const LedgerLine& line) cons
   return omissions;
 }
 
+std::vector<LedgerBooking> LedgerFile::TakenBack(const LedgerLine& line) const {
+  std::vector<LedgerBooking> bookings;
+  Statement rows =
+      state_->database.Prepare(Combined(bookingColumns, "WHERE b.billed_line = ?1 ORDER BY b.id"));
+  for (rows.Bind(1, line.number); rows.Step();) bookings.push_back(state_->BookingIn(rows));
+  return bookings;
+}
+
 std::int64_t LedgerFile::LineCount() const {
   return state_->database.Integer("SELECT count(*) FROM line");
 }

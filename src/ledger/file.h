@@ -53,6 +53,8 @@ class LedgerFile {
   std::vector<std::pair<LedgerBooking, bool>> BookingsOf(const LedgerLine& line) const;
   /// Returns why amounts of a line were left out.
   std::vector<LedgerOmission> OmissionsOf(const LedgerLine& line) const;
+  /// Returns the bookings that take back a billed expense line.
+  std::vector<LedgerBooking> TakenBack(const LedgerLine& line) const;
   std::int64_t LineCount() const;
 
  private:

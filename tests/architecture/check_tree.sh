@@ -69,10 +69,11 @@ awk '
     Room("cli/import/progress", "cli/console")
     Room("cli/import/summary", "cli/console")
     Room("cli/import", "cli/exchange cli/import/progress cli/import/summary")
+    Room("cli/explain", "cli/import")
     Room("cli/company", "cli/import sample_company")
     Room("cli/plan", "cli/console")
     Room("cli/dialog", "cli/import")
-    Room("cli", "cli/company cli/plan cli/dialog")
+    Room("cli", "cli/company cli/plan cli/dialog cli/explain")
     # Single headers that a room may include from another one.
     mayFile["company/records", "qbxml/envelope.h"] = 1
     mayFile["cli/dialog", "ui/qt/toolkit.h"] = 1

@@ -1,4 +1,4 @@
-#include "cli/import/ledger_output.h"
+#include "cli/exchange/ledger_output.h"
 
 #include "cli/console/attempt.h"
 #include "cli/console/interrupt_watch.h"
