@@ -12,17 +12,17 @@ namespace krnqb::ledger {
 
 /// What a ledger says about the import that wrote it. Empty texts are unknown.
 struct LedgerFacts {
-  std::string program;               ///< the version of the program that wrote it
-  std::string when;                  ///< local time, YYYY-MM-DDTHH:MM:SS
-  std::string plan;                  ///< absolute path of the plan
-  std::string planDigest;            ///< of the version of the plan that has the ledger's cells
-  std::string planVersion;           ///< "written", "unchanged" or "dry-run": what became of that version
-  std::string company;               ///< path of the company file
-  std::string companyName;           ///< the company's name
-  std::string product;               ///< ald, bri or cor
-  std::string planStart;             ///< YYYY-MM, as the next two
-  std::string periodFrom;            ///< first month of the imported amounts
-  std::string periodTo;              ///< last month
+  std::string program = {};          ///< the version of the program that wrote it
+  std::string when = {};             ///< local time, YYYY-MM-DDTHH:MM:SS
+  std::string plan = {};             ///< absolute path of the plan
+  std::string planDigest = {};       ///< of the version of the plan that has the ledger's cells
+  std::string planVersion = {};      ///< "written", "unchanged" or "dry-run": what became of that version
+  std::string company = {};          ///< path of the company file
+  std::string companyName = {};      ///< the company's name
+  std::string product = {};          ///< ald, bri or cor
+  std::string planStart = {};        ///< YYYY-MM, as the next two
+  std::string periodFrom = {};       ///< first month of the imported amounts
+  std::string periodTo = {};         ///< last month
   std::vector<std::string> options;  ///< as on a command line, such as "--balances all"
 
   bool operator==(const LedgerFacts&) const = default;
@@ -40,7 +40,7 @@ inline constexpr const char* dryRun = "dry-run";
 struct LedgerSlot {
   std::int64_t id = 0;
   AmountGroup group = AmountGroup::Expenses;
-  std::string name;
+  std::string name = {};
   std::int16_t number = 1;
   std::optional<std::int16_t> pastPeriod = {};
 };
@@ -50,10 +50,10 @@ struct LedgerDocument {
   std::int64_t id = 0;
   std::int32_t request = 0;
   std::optional<std::int16_t> pastPeriod = {};
-  std::string transactionId;
-  std::string date;
-  std::string number;
-  std::string party;
+  std::string transactionId = {};
+  std::string date = {};
+  std::string number = {};
+  std::string party = {};
 };
 
 /// A line of a transaction, see `SourceLine`.
@@ -61,15 +61,15 @@ struct LedgerLine {
   std::int64_t number = 0;
   std::int64_t document = 0;
   std::int16_t month = 1;
-  std::string lineId;
-  std::string element;
-  std::string customer;
-  std::string account;
-  std::string accountName;
-  std::string item;
-  std::string itemName;
-  std::string amount;
-  std::string quantity;
+  std::string lineId = {};
+  std::string element = {};
+  std::string customer = {};
+  std::string account = {};
+  std::string accountName = {};
+  std::string item = {};
+  std::string itemName = {};
+  std::string amount = {};
+  std::string quantity = {};
 };
 
 /// An amount that was added to a sum, see `Booking`.
@@ -80,16 +80,16 @@ struct LedgerBooking {
   double amount = 0;
   bool replaces = false;
   std::int64_t line = 0;  ///< 0 if it is not that of a line
-  std::string account;
-  std::string accountName;
-  std::string text;
+  std::string account = {};
+  std::string accountName = {};
+  std::string text = {};
   std::optional<double> quantity = {};
   std::optional<double> averageCost = {};
   std::int64_t billedLine = 0;
   bool billedAgain = false;
   std::int32_t request = 0;
-  std::string fromDate;
-  std::string toDate;
+  std::string fromDate = {};
+  std::string toDate = {};
 };
 
 /// An amount that was left out, see `Skipped`.
@@ -99,12 +99,12 @@ struct LedgerOmission {
   SkipKind kind = SkipKind::NotImported;
   std::optional<std::int16_t> pastPeriod = {};
   std::int32_t request = 0;
-  std::string fromDate;
-  std::string toDate;
-  std::string source;
-  std::string account;
-  std::string accountName;
-  std::string amount;
+  std::string fromDate = {};
+  std::string toDate = {};
+  std::string source = {};
+  std::string account = {};
+  std::string accountName = {};
+  std::string amount = {};
 };
 
 struct LedgerTerm {
@@ -118,13 +118,13 @@ struct LedgerTerm {
 struct LedgerCell {
   std::int64_t id = 0;
   CellContent content = CellContent::Amount;
-  std::string table;
-  std::string block;
-  std::string row;
+  std::string table = {};
+  std::string block = {};
+  std::string row = {};
   std::int32_t rowNumber = 1;
   std::int32_t column = 0;
   std::int16_t number = 0;
-  std::string text;
+  std::string text = {};
   std::vector<LedgerTerm> terms = {};
 };
 

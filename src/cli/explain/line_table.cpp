@@ -9,7 +9,6 @@
 #include "cli/console/text_table.h"
 #include "cli/explain/words.h"
 #include "support/display_width.h"
-#include "support/money_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -20,11 +19,15 @@ using Cells = std::array<std::string, columnCount>;
 constexpr std::size_t gap = 2;
 constexpr std::size_t shortestName = 8;
 
-std::string AccountText(const ledger::LedgerBooking& booking) {
-  return booking.accountName.empty() ? booking.account : booking.accountName;
+// Of a sub-account, the name below the account of the sum; empty for that account itself.
+std::string AccountText(const ledger::LedgerBooking& booking, const ledger::LedgerSlot& slot) {
+  const std::string& name = booking.accountName.empty() ? booking.account : booking.accountName;
+  if (slot.group == AmountGroup::PastPerformance || !name.starts_with(slot.name)) return name;
+  if (name.size() == slot.name.size()) return {};
+  return name[slot.name.size()] == ':' ? name.substr(slot.name.size() + 1) : name;
 }
 
-Cells CellsOf(const StoryLine& line) {
+Cells CellsOf(const StoryLine& line, const ledger::LedgerSlot& slot) {
   Cells cells;
   const ledger::LedgerBooking& booking = line.booking;
   if (line.document) {
@@ -35,9 +38,9 @@ Cells CellsOf(const StoryLine& line) {
     cells[Date] = booking.fromDate;
   }
   cells[Kind] = SourceText(booking, line.document);
-  cells[Account] = AccountText(booking);
+  cells[Account] = AccountText(booking, slot);
   cells[AsRead] = AmountAsRead(booking);
-  cells[Added] = MoneyText(booking.amount);
+  cells[Added] = ExactMoneyText(booking.amount);
   for (std::string& cell : cells) cell = OneLine(cell);
   return cells;
 }
@@ -95,7 +98,8 @@ std::vector<std::string> TableLines(const std::vector<Cells>& rows, const std::s
 }
 
 std::string Heading(const StoryLine& line) {
-  return fmt::format("{}{}:", RuleText(line.booking.rule),
+  return fmt::format("{}{}{}:", RuleText(line.booking.rule),
+                     line.booking.billedAgain ? ", more than was booked" : "",
                      line.replaced ? " (not part of the sum: replaced below)" : "");
 }
 
@@ -105,11 +109,11 @@ std::string LineTable(const SumStory& story, std::size_t width, const std::strin
   if (story.lines.empty()) return {};
   const std::string inner = indent + "  ";
   std::vector<Cells> rows;
-  for (const StoryLine& line : story.lines) rows.push_back(CellsOf(line));
+  for (const StoryLine& line : story.lines) rows.push_back(CellsOf(line, story.slot));
   if (story.lines.size() > 1) {
     Cells& sum = rows.emplace_back();
     sum[Date] = "Sum";
-    sum[Added] = MoneyText(story.sum);
+    sum[Added] = ExactMoneyText(story.sum);
   }
   Fit(rows, width > inner.size() ? width - inner.size() : 0);
   const std::vector<std::string> lines = TableLines(rows, inner);

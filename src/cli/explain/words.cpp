@@ -23,20 +23,19 @@ YearMonth After(const YearMonth& first, int months) {
           .month = static_cast<std::int16_t>(count % monthsPerYear + 1)};
 }
 
-// With two decimals if these are all that it has.
-std::string UnitText(double number) {
-  const std::string money = MoneyText(number);
-  return ConvertToDouble(money) == number ? money : GeneralNumberText(number);
-}
-
 std::string SpreadText(const ledger::LedgerBooking& booking) {
   const std::optional<double> balance = ConvertToDouble(booking.text);
   if (!balance || booking.amount == 0) return booking.text;
   const auto months = std::lround(*balance / booking.amount);
-  return fmt::format("{} / {} month{}", UnitText(*balance), months, months == 1 ? "" : "s");
+  return fmt::format("{} / {} month{}", ExactMoneyText(*balance), months, months == 1 ? "" : "s");
 }
 
 }  // namespace
+
+std::string ExactMoneyText(double amount) {
+  const std::string money = MoneyText(amount);
+  return ConvertToDouble(money) == amount ? money : GeneralNumberText(amount);
+}
 
 std::string_view KindText(std::int32_t request) noexcept {
   switch (request) {
@@ -123,7 +122,7 @@ std::string AmountAsRead(const ledger::LedgerBooking& booking) {
   if (booking.rule != BookingRule::CostOfSale || !booking.quantity || !booking.averageCost) {
     return booking.text;
   }
-  return fmt::format("{} x {}", GeneralNumberText(*booking.quantity), UnitText(*booking.averageCost));
+  return fmt::format("{} x {}", GeneralNumberText(*booking.quantity), ExactMoneyText(*booking.averageCost));
 }
 
 std::string_view GroupWord(AmountGroup group) noexcept {

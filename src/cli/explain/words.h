@@ -10,6 +10,9 @@
 
 namespace krnqb::cli {
 
+/// Returns an amount with two decimals if these are all that it has, otherwise with up to 15 digits.
+std::string ExactMoneyText(double amount);
+
 /// Returns the kind of a transaction, such as "Credit card charge", from the request that answers it.
 std::string_view KindText(std::int32_t request) noexcept;
 
