@@ -17,7 +17,7 @@ enum Column : std::size_t { Date, Kind, Number, Name, Account, AsRead, Added, co
 using Cells = std::array<std::string, columnCount>;
 
 constexpr std::size_t gap = 2;
-constexpr std::size_t shortestName = 8;
+constexpr std::size_t shortestName = 4;
 
 // Of a sub-account, the name below the account of the sum; empty for that account itself.
 std::string AccountText(const ledger::LedgerBooking& booking, const ledger::LedgerSlot& slot) {
@@ -100,7 +100,7 @@ std::vector<std::string> TableLines(const std::vector<Cells>& rows, const std::s
 std::string Heading(const StoryLine& line) {
   return fmt::format("{}{}{}:", RuleText(line.booking.rule),
                      line.booking.billedAgain ? ", more than was booked" : "",
-                     line.replaced ? " (not part of the sum: replaced below)" : "");
+                     line.replaced ? " (not added: replaced below)" : "");
 }
 
 }  // namespace

@@ -33,8 +33,10 @@ std::string SpreadText(const ledger::LedgerBooking& booking) {
 }  // namespace
 
 std::string ExactMoneyText(double amount) {
-  const std::string money = MoneyText(amount);
-  return ConvertToDouble(money) == amount ? money : GeneralNumberText(amount);
+  std::string money = MoneyText(amount);
+  std::string digits = GeneralNumberText(amount);
+  const std::optional<double> shown = ConvertToDouble(money);
+  return shown && GeneralNumberText(*shown) == digits ? money : digits;
 }
 
 std::string_view KindText(std::int32_t request) noexcept {
@@ -81,9 +83,9 @@ std::string_view RuleText(BookingRule rule) noexcept {
     case BookingRule::CostOfSale:
       return "Cost of sales: quantity x average cost";
     case BookingRule::BilledExpenseTakenBack:
-      return "Expenses billed to a customer, taken back";
+      return "Billed to a customer, taken back";
     case BookingRule::SpreadBalance:
-      return "Balance of an account without transactions, divided evenly over the months";
+      return "Balance of today, divided evenly over the months";
     case BookingRule::ReportCell:
       return "Cells of a report";
     case BookingRule::BalanceToday:
@@ -111,7 +113,7 @@ std::string_view RuleClause(BookingRule rule) noexcept {
     case BookingRule::CostOfSale:
       return "cost of the sale";
     case BookingRule::BilledExpenseTakenBack:
-      return "expense billed to a customer, taken back";
+      return "billed to a customer, taken back";
     default:
       return RuleText(rule);
   }

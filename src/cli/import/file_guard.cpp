@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include <iterator>
+
 #include "cli/console/failure.h"
 #include "files/fault.h"
 #include "files/identity.h"
@@ -119,8 +121,8 @@ void CheckImportFiles(const ImportCommand& options) {
     const UsedFiles ledger = LedgerFiles(*options.ledgerFile);
     outputs.insert(outputs.end(), ledger.begin(), ledger.end());
   }
-  for (std::size_t index = 1; index < outputs.size(); ++index) {
-    Separate(outputs[index], {outputs.begin(), outputs.begin() + static_cast<std::ptrdiff_t>(index)});
+  for (auto output = outputs.begin(); output != outputs.end(); ++output) {
+    Separate(*output, {std::next(output), outputs.end()});
   }
   for (const UsedFile& output : outputs) Separate(output, streams);
   // Standard output and standard error are often one file.

@@ -42,6 +42,17 @@ TEST_F(Explain, ShowsTheLinesOfAMonth) {
   EXPECT_EQ(run.code, 0);
   EXPECT_EQ(run.err, "");
   EXPECT_EQ(run.out, R"(Job Expenses, March 2002: -140.00
+  in Planned expenses row 7: =-140* (1 + B15), Actual expenses row 7: -140
+  Charged to the expense account:
+    2002-03-12  Credit card c…  44120  Stone & Grav…  Materials  212.50   212.50
+    2002-03-12  Credit card c…  44120  Stone & Grav…  Materials   64.75    64.75
+  Billed to a customer, taken back:
+    2002-03-29  Invoice         1043   Cedar Street…  Materials  212.50  -212.50
+    2002-03-29  Invoice         1043   Cedar Street…  Materials   64.75   -64.75
+    2002-03-29  Invoice         1043   Cedar Street…  Permits    140.00  -140.00
+    Sum                                                                  -140.00
+
+Growth rate, Planned expenses row 7: 0
 )");
 }
 

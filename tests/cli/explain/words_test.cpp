@@ -43,7 +43,7 @@ TEST(ExplainWords, NameTheMonthOfAFigure) {
 }
 
 TEST(ExplainWords, WrapNamesUnderTheFirst) {
-  EXPECT_EQ(HangingNames("  ", "in ", {"one", "two", "three"}, 13), "  in one, two,\n     three\n");
+  EXPECT_EQ(HangingNames("  ", "in ", {"one", "two", "three"}, 14), "  in one, two,\n     three\n");
   EXPECT_EQ(HangingNames("  ", "in ", {"a name that is too long", "b"}, 10),
             "  in a name that is too long,\n     b\n");
 }
