@@ -73,6 +73,8 @@ void AddImport(Options options, ImportCommand& import) {
   options.Flag("--json", import.json, "Print one JSON object and nothing else");
   options.Flag("--quiet", import.quiet, "Print nothing but warnings and errors");
   options.Text("--journal", "FILE", import.journalFile, "List each left-out amount in FILE as JSON lines");
+  options.Text("--ledger", "FILE", import.ledgerFile,
+               "Keep in FILE what each figure is made of, for krnqb explain");
 }
 
 ExactAmount ParseTolerance(std::string_view option, std::string_view text) {
@@ -219,6 +221,15 @@ void AddCompanies(Options options, CompaniesOptions& companies) {
   options.Flag("--json", companies.json, "Print one JSON object");
 }
 
+void AddExplain(Options options, ExplainOptions& explain) {
+  options.Argument("LEDGER", explain.ledger, "Ledger of an import (krnqb import --ledger LEDGER)");
+  options.Text("--row", "NAME", explain.row, "Show what the figures of the row NAME are made of");
+  options.Text("--table", "NAME", explain.table, "Only in this table, named by its title or its id");
+  options.Parsed("--month", "YYYY-MM", explain.month, ParseYearMonth, "Only this month");
+  options.Text("--transaction", "TXNID", explain.transaction, "Show where the lines of a transaction went");
+  options.Flag("--json", explain.json, "Print one JSON object");
+}
+
 DialogName ParseDialog(std::string_view /*option*/, std::string_view text) {
   if (text == "options") return DialogName::Options;
   if (text == "export") return DialogName::Export;
@@ -253,6 +264,8 @@ class CommandTree {
     Add<AccountsOptions>(program_, "accounts", "List a company's accounts", help_text::accounts, AddAccounts);
     Add<CompaniesOptions>(program_, "companies", "List the company files in the QuickBooks folder",
                           help_text::companies, AddCompanies);
+    Add<ExplainOptions>(program_, "explain", "Show what a figure of an import is made of", help_text::explain,
+                        AddExplain);
     Add<DialogOptions>(program_, "dialog", "Show a dialog", help_text::dialog, AddDialog);
     Add<TablesOptions>(program_, "tables", "List the plan tables that an import may change",
                        help_text::tables, AddTables);

@@ -10,6 +10,7 @@
 #include "cli/company/profit_and_loss_command.h"
 #include "cli/company/question_commands.h"
 #include "cli/dialog/command.h"
+#include "cli/explain/command.h"
 #include "cli/import/options.h"
 #include "cli/plan/commands.h"
 #include "cli/plan/history_commands.h"
@@ -23,10 +24,11 @@ struct PrintedText {
 };
 
 /// A parsed command line: one command with its options.
-using Command = std::variant<PrintedText, ImportCommand, AccountsOptions, TablesOptions, RequestOptions,
-                             SupportsOptions, NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions,
-                             CheckCompanyOptions, ProfitAndLossOptions, GenerateCompanyOptions,
-                             NewPlanOptions, ShowPlanOptions, PlanHistoryOptions, PlanDiffOptions,
-                             PlanUndoOptions, ReconcileOptions, CompaniesOptions, DialogOptions>;
+using Command =
+    std::variant<PrintedText, ImportCommand, AccountsOptions, TablesOptions, RequestOptions, SupportsOptions,
+                 NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, CheckCompanyOptions,
+                 ProfitAndLossOptions, GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions,
+                 PlanHistoryOptions, PlanDiffOptions, PlanUndoOptions, ReconcileOptions, ExplainOptions,
+                 CompaniesOptions, DialogOptions>;
 
 }  // namespace krnqb::cli

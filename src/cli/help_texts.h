@@ -26,6 +26,8 @@ inline constexpr std::string_view import =
                --select-expense Rent --select-expense Utilities
   krnqb import --company nursery.qbw --plan nursery.kpf --income --record exchange.jsonl
   krnqb import --replay exchange.jsonl --plan nursery.kpf --income --json
+  krnqb import --company nursery.qbw --plan nursery.kpf --expenses --income \
+               --balances all --ledger nursery.kql
 
 The plan is written once, at the very end; its previous version is kept beside it
 as .bak and, with a number, in PLAN.history. "krnqb plan undo" brings it back.
@@ -41,6 +43,18 @@ agrees with the books, 4 if it differs.
 Examples:
   krnqb reconcile --company nursery.qbw --plan nursery.kpf || echo "differs"
   krnqb reconcile --company nursery.qbw --plan nursery.kpf --months --json || true)";
+
+inline constexpr std::string_view explain =
+    R"(LEDGER is what krnqb import --ledger LEDGER has written. With --row, prints the lines
+of each month: what QuickBooks answered, what was added and by which rule, and their
+sum. With --transaction, prints where each line of a transaction went, or why it went
+nowhere.
+
+Examples:
+  krnqb explain nursery.kql --row Rent
+  krnqb explain nursery.kql --row Plants --month 2002-03
+  krnqb explain nursery.kql --row Rent --table "planned expenses" --json
+  krnqb explain nursery.kql --transaction FC-1016216676)";
 
 inline constexpr std::string_view accounts =
     R"(Examples:

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "company/storage/interruption.h"
+#include "company/records/database.h"
 
 namespace krnqb::company {
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "company/storage/interruption.h"
+#include "company/records/database.h"
 #include "krnqb/request_processor.h"
 
 namespace krnqb::company {

@@ -45,6 +45,10 @@ bool PlanFile::OpenPlan(std::string_view planFile) {
   return true;
 }
 
+std::string PlanFile::Text() const {
+  return PlanDocumentText(tables_->Document());
+}
+
 std::filesystem::path PlanFile::Save() {
   files::SystemFileOperations operations;
   return Save(operations);
@@ -62,7 +66,7 @@ std::filesystem::path PlanFile::Save(files::FileOperations& operations, const Re
                     "is not overwritten, open the plan again and retry",
                     path_.string()));
   }
-  const std::string text = PlanDocumentText(tables_->Document());
+  const std::string text = Text();
   std::filesystem::path backup;
   around(text, [&] { backup = files::ReplaceFile(path_, text, operations); });
   stamp_ = files::StampOf(path_).value_or(files::FileStamp{});

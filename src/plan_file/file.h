@@ -55,6 +55,9 @@ class PlanFile : public PlanObject {
   /// what is wrong with its XML.
   const std::vector<std::string>& RefusedLoads() const noexcept { return tables_->RefusedLoads(); }
 
+  /// Returns the text that `Save` writes.
+  std::string Text() const;
+
   /// Saves the plan atomically and returns the path of the .bak file with the previous version. Throws Error
   /// if a step fails or another program has changed the file since it was opened; the file is then unchanged.
   std::filesystem::path Save();

@@ -6,6 +6,7 @@
 #include "cli/console/attempt.h"
 #include "cli/console/text_table.h"
 #include "cli/exchange/interruptible_processors.h"
+#include "cli/exchange/ledger_output.h"
 #include "cli/exchange/presented_processors.h"
 #include "cli/import/asked_data.h"
 #include "cli/import/expense_selection.h"
@@ -22,6 +23,7 @@
 #include "cli/import/summary/report.h"
 #include "files/lock.h"
 #include "files/reading.h"
+#include "plan_file/history/digest.h"
 #include "plan_file/history/keeping.h"
 
 namespace krnqb::cli {
@@ -93,6 +95,7 @@ class PlanImport {
     outcome_.tables = plan_file::CompareTables(before, after);
     outcome_.summary = SummarizeImport(before, after, outcome_.tables, outcome_.summary.scope);
     KeepRows(facts_, after, settings.product, outcome_.summary.scope.balances);
+    if (ledger_) ledger_->Finish(LedgerFactsNow());
     interrupts_.PassPointOfNoReturn();
     Save();
   }
@@ -135,7 +138,9 @@ class PlanImport {
     processors = PresentedProcessors(processors, source.presented);
     std::optional<ProgressDisplay> progress;
     if (bar_) progress.emplace(*bar_, ScopeOf(settings, source), surroundings_.stopwatch);
-    const auto log = std::make_shared<ImportLog>(outcome_, interrupts_, progress ? &*progress : nullptr);
+    if (options_.ledgerFile) ledger_.emplace(*options_.ledgerFile);
+    const auto log = std::make_shared<ImportLog>(outcome_, interrupts_, progress ? &*progress : nullptr,
+                                                 ledger_ ? &ledger_->Writer() : nullptr);
     QBDataExchange exchange({.processors = InterruptibleProcessors(processors, interrupts_),
                              .sinks = Sinks(log),
                              .observer = log,
@@ -213,6 +218,7 @@ class PlanImport {
 
   void Save() {
     saving_ = true;
+    if (ledger_) ledger_->Place();
     const bool changed = AnyChange(outcome_.tables);
     if (changed && !options_.dryRun) {
       // Once the plan is saved nothing may fail any more, so there is room for the name already.
@@ -220,10 +226,29 @@ class PlanImport {
       outcome_.backupFile.reserve(plan_->Path().native().size() + roomForSuffix);
       Attempt([&] { SaveWithHistory(); });
     }
+    if (ledger_) ledger_->Keep();
     outcome_.result = options_.dryRun ? ImportResult::DryRun
                       : changed       ? ImportResult::Imported
                                       : ImportResult::Unchanged;
     if (!Complete() && !options_.dryRun) outcome_.result = ImportResult::Incomplete;
+  }
+
+  // The plan with the import's cells is what is written next, or else what is in its file.
+  ledger::LedgerFacts LedgerFactsNow() const {
+    const bool changed = AnyChange(outcome_.tables);
+    ledger::LedgerFacts facts = FactsForLedger(facts_);
+    facts.when = plan_file::MomentText(ClockOf(surroundings_)->Now());
+    facts.plan = plan_->Path().string();
+    facts.planDigest = plan_file::DigestOf(
+        changed ? plan_->Text() : files::ReadFile(plan_->Path(), "cannot read the plan").bytes);
+    facts.planVersion = !changed          ? ledger::plan_version::unchanged
+                        : options_.dryRun ? ledger::plan_version::dryRun
+                                          : ledger::plan_version::written;
+    if (outcome_.basis && outcome_.basis->company) {
+      facts.company = outcome_.basis->company->path;
+      facts.companyName = outcome_.basis->company->name;
+    }
+    return facts;
   }
 
   void SaveWithHistory() {
@@ -259,6 +284,7 @@ class PlanImport {
   std::optional<files::PlanLock> lock_;
   std::shared_ptr<plan_file::PlanFile> plan_;
   plan_file::ImportFacts facts_;
+  std::optional<LedgerOutput> ledger_;
   bool saving_ = false;
 };
 

@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include <iterator>
+
 #include "cli/console/failure.h"
 #include "files/fault.h"
 #include "files/identity.h"
@@ -60,6 +62,14 @@ UsedFiles PlanFiles(const std::string& plan) {
   return used;
 }
 
+// The ledger and what is beside it while it is written.
+UsedFiles LedgerFiles(const std::string& ledger) {
+  const std::filesystem::path file = files::LinkTarget(ledger);
+  const std::string temporary = fmt::format("a temporary file of --ledger {}", ledger);
+  return {OptionFile("--ledger", ledger), FileBeside(temporary, file, ".tmp"),
+          FileBeside(temporary, file, ".previous"), FileBeside(temporary, file, "-journal")};
+}
+
 UsedFiles InputFiles(const ImportCommand& options) {
   UsedFiles files;
   if (options.replayFile) files.push_back(OptionFile("--replay", *options.replayFile));
@@ -107,7 +117,13 @@ void CheckImportFiles(const ImportCommand& options) {
   UsedFiles outputs;
   if (options.journalFile) outputs.push_back(OptionFile("--journal", *options.journalFile));
   if (options.recordFile) outputs.push_back(OptionFile("--record", *options.recordFile));
-  if (outputs.size() == 2) Separate(outputs.front(), {outputs.back()});
+  if (options.ledgerFile) {
+    const UsedFiles ledger = LedgerFiles(*options.ledgerFile);
+    outputs.insert(outputs.end(), ledger.begin(), ledger.end());
+  }
+  for (auto output = outputs.begin(); output != outputs.end(); ++output) {
+    Separate(*output, {std::next(output), outputs.end()});
+  }
   for (const UsedFile& output : outputs) Separate(output, streams);
   // Standard output and standard error are often one file.
   outputs.insert(outputs.end(), streams.begin(), streams.end());

@@ -79,6 +79,7 @@ Json PathsJson(const ImportBasis& basis) {
   const ImportCommand& options = basis.options;
   return {{"plan", options.planFile},
           {"journal", OrNull(options.journalFile)},
+          {"ledger", OrNull(options.ledgerFile)},
           {"recording", OrNull(options.recordFile)},
           {"replay", OrNull(options.replayFile)}};
 }

@@ -27,6 +27,7 @@ void ImportLog::Notify(const Notice& notice) noexcept {
   // Nothing is written after an interrupt, so omissions are not reported.
   if (interrupts_.Requested()) return;
   outcome_.report.Notify(notice);
+  if (ledger_ != nullptr) ledger_->LeaveOut(notice);
 }
 
 void ImportLog::Record(ImportEvent event) {

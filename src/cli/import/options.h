@@ -37,6 +37,7 @@ struct ImportCommand {
   std::optional<std::string> recordFile;
   std::optional<std::string> replayFile;
   std::optional<std::string> journalFile;
+  std::optional<std::string> ledgerFile;
   bool json = false;
   bool quiet = false;
 };

@@ -12,14 +12,25 @@
 namespace krnqb::cli {
 namespace {
 
-std::string EndText(const ImportOutcome& outcome, const ImportCommand& options) {
-  if (outcome.result == ImportResult::DryRun) return "Dry run: nothing was written.\n";
+std::string PlanText(const ImportOutcome& outcome, const ImportCommand& options) {
+  if (outcome.result == ImportResult::DryRun) {
+    return options.ledgerFile ? "Dry run: the plan was not written.\n" : "Dry run: nothing was written.\n";
+  }
   if (outcome.backupFile.empty())
     return fmt::format("{} is up to date and was not written.\n", options.planFile);
   std::string text =
       fmt::format("Wrote {}. Its previous version is kept as {}.\n", options.planFile, outcome.backupFile);
   if (outcome.historyNumber) {
     text += fmt::format("To bring it back: krnqb plan undo {}\n", ShellWord(options.planFile));
+  }
+  return text;
+}
+
+std::string EndText(const ImportOutcome& outcome, const ImportCommand& options) {
+  std::string text = PlanText(outcome, options);
+  if (options.ledgerFile) {
+    text += fmt::format("To see what a figure is made of: krnqb explain {} --row NAME\n",
+                        ShellWord(*options.ledgerFile));
   }
   return text;
 }

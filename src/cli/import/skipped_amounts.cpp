@@ -11,30 +11,6 @@
 namespace krnqb::cli {
 namespace {
 
-std::string_view ReasonText(SkipReason reason) {
-  switch (reason) {
-    case SkipReason::AmountIsNoNumber:
-      return "the line's amount is missing or not a number";
-    case SkipReason::NoAccount:
-      return "the line names no account";
-    case SkipReason::NoItem:
-      return "the line names no item";
-    case SkipReason::ItemWithoutAccount:
-      return "the item has no account";
-    case SkipReason::AccountInNoList:
-      return "the account is of a type that is not imported";
-    case SkipReason::NoSubtotal:
-      return "the account is not part of this import";
-    case SkipReason::DuplicateBillableKey:
-      return "another expense with the same customer and amount is already kept for billing";
-    case SkipReason::InsideItemGroup:
-      return "lines of item groups on purchases are not imported";
-    case SkipReason::SubtotalOutOfRange:
-      break;
-  }
-  return "the sum is too large";
-}
-
 constexpr std::size_t namesShown = 5;
 
 // Returns the first names of a group, as ": Rent, Tools and 3 more".
@@ -74,6 +50,30 @@ std::string NotRequestedText(const std::vector<ImportReport::LeftOutGroup>& grou
 }
 
 }  // namespace
+
+std::string_view ReasonText(SkipReason reason) noexcept {
+  switch (reason) {
+    case SkipReason::AmountIsNoNumber:
+      return "the line's amount is missing or not a number";
+    case SkipReason::NoAccount:
+      return "the line names no account";
+    case SkipReason::NoItem:
+      return "the line names no item";
+    case SkipReason::ItemWithoutAccount:
+      return "the item has no account";
+    case SkipReason::AccountInNoList:
+      return "the account is of a type that is not imported";
+    case SkipReason::NoSubtotal:
+      return "the account is not part of this import";
+    case SkipReason::DuplicateBillableKey:
+      return "another expense with the same customer and amount is already kept for billing";
+    case SkipReason::InsideItemGroup:
+      return "lines of item groups on purchases are not imported";
+    case SkipReason::SubtotalOutOfRange:
+      break;
+  }
+  return "the sum is too large";
+}
 
 std::string_view ReasonWord(SkipReason reason) noexcept {
   switch (reason) {

@@ -7,6 +7,9 @@
 
 namespace krnqb::cli {
 
+/// Returns a reason as text for people, such as "the line names no account".
+std::string_view ReasonText(SkipReason reason) noexcept;
+
 /// Returns a reason as a word for programs, such as "no-account".
 std::string_view ReasonWord(SkipReason reason) noexcept;
 

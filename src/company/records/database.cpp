@@ -1,217 +1,25 @@
 #include "company/records/database.h"
 
-#include <sqlite3.h>
-
-#include <array>
-#include <string>
 #include <utility>
 
-#include "company/records/failures.h"
-#include "company/storage/file_system.h"
-#include "krnqb/error.h"
+#include "company/records/errors.h"
 
 namespace krnqb::company {
-namespace {
 
-constexpr int busyMilliseconds = 250;
-constexpr int instructionsBetweenPolls = 1000;  // some microseconds
-
-void Check(int resultCode, sqlite3* connection) {
-  if (resultCode == SQLITE_OK) return;
-  const char* const file = sqlite3_db_filename(connection, "main");
-  ThrowFailure(
-      {.code = resultCode, .file = file == nullptr ? "" : file, .message = sqlite3_errmsg(connection)},
-      FileSystem::Of(connection));
-}
-
-int IsInterrupted(void* interruption) {
-  return static_cast<int>((*static_cast<Interruption*>(interruption))());
-}
-
-}  // namespace
-
-void Statement::Finalize::operator()(sqlite3_stmt* statement) const noexcept {
-  sqlite3_finalize(statement);
-}
-
-Statement& Statement::Bind(int parameter, std::string_view text) {
-  const char* const begin = text.data() == nullptr ? "" : text.data();  // a null pointer would bind NULL
-  Check(sqlite3_bind_text64(handle_.get(), parameter, begin, text.size(), nullptr, SQLITE_UTF8),
-        sqlite3_db_handle(handle_.get()));
-  return *this;
-}
-
-Statement& Statement::Bind(int parameter, std::int64_t number) {
-  Check(sqlite3_bind_int64(handle_.get(), parameter, number), sqlite3_db_handle(handle_.get()));
-  return *this;
-}
-
-Statement& Statement::Bind(int parameter, double number) {
-  Check(sqlite3_bind_double(handle_.get(), parameter, number), sqlite3_db_handle(handle_.get()));
-  return *this;
-}
-
-Statement& Statement::BindNull(int parameter) {
-  Check(sqlite3_bind_null(handle_.get(), parameter), sqlite3_db_handle(handle_.get()));
-  return *this;
-}
-
-Statement& Statement::BindColumn(int parameter, const Statement& row, int column) {
-  Check(sqlite3_bind_value(handle_.get(), parameter, sqlite3_column_value(row.handle_.get(), column)),
-        sqlite3_db_handle(handle_.get()));
-  return *this;
-}
-
-bool Statement::Step() {
-  const int result = sqlite3_step(handle_.get());
-  if (result == SQLITE_ROW) return true;
-  if (result != SQLITE_DONE) Check(result, sqlite3_db_handle(handle_.get()));
-  return false;
-}
-
-void Statement::Reset() noexcept {
-  sqlite3_reset(handle_.get());
-}
-
-void Statement::Run() {
-  Step();
-  Reset();
-}
-
-std::string_view Statement::Text(int column) const {
-  const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(handle_.get(), column));
-  if (text == nullptr) {  // NULL, or there was no memory to end the text with a zero
-    sqlite3* const connection = sqlite3_db_handle(handle_.get());
-    if (sqlite3_errcode(connection) == SQLITE_NOMEM) Check(SQLITE_NOMEM, connection);
-    return {};
-  }
-  return {text, static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column))};
-}
-
-std::int64_t Statement::Integer(int column) const {
-  return sqlite3_column_int64(handle_.get(), column);
-}
-
-double Statement::Real(int column) const {
-  return sqlite3_column_double(handle_.get(), column);
-}
-
-bool Statement::IsNull(int column) const {
-  return sqlite3_column_type(handle_.get(), column) == SQLITE_NULL;
-}
-
-int Statement::Columns() const noexcept {
-  return sqlite3_column_count(handle_.get());
-}
-
-// The connection is closed before its file system and the interruption that it polls are gone.
-struct Database::Connection {
-  explicit Connection(Interruption interruption) : interrupted(std::move(interruption)), files(interrupted) {}
-  ~Connection() { sqlite3_close_v2(handle); }
-  Connection(const Connection&) = delete;
-  Connection& operator=(const Connection&) = delete;
-
-  void Restrict() const;
-
-  Interruption interrupted;
-  FileSystem files;
-  sqlite3* handle = nullptr;
-};
-
-// What a company file contains is data: it may neither run functions nor attach other databases. Freed pages
-// are overwritten, so that each page in the file is one that was written with its checksum.
-void Database::Connection::Restrict() const {
-  using Setting = std::pair<int, int>;
-  constexpr std::array settings{
-      Setting{SQLITE_DBCONFIG_DEFENSIVE, 1}, Setting{SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
-      Setting{SQLITE_DBCONFIG_ENABLE_TRIGGER, 0}, Setting{SQLITE_DBCONFIG_ENABLE_VIEW, 0}};
-  for (const auto& [setting, value] : settings) {
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): SQLite has no other function for this
-    sqlite3_db_config(handle, setting, value, nullptr);
-  }
-  sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
-  int reserved = static_cast<int>(checksumSize);
-  sqlite3_file_control(handle, "main", SQLITE_FCNTL_RESERVE_BYTES, &reserved);
-}
+constinit const database::FileKind companyFileKind = {
+    .name = "company file",
+    .plural = "company files",
+    .writer = "load",
+    .restoreRemedy = "restore a copy of the file",
+    .damageRemedy = "restore a copy of the file (krnqb company check {0} lists all damage)",
+    .journalRemedy = "remove it and run krnqb company check {0}",
+    .unfinishedWriting =
+        "A load into the company file {0} was interrupted and has to be undone first; run krnqb "
+        "company check --fix {0}",
+    .cannotOpen = company_error::cannotOpen,
+    .unexpected = company_error::unexpected};
 
 Database::Database(const std::filesystem::path& file, FileAccess access, Interruption interrupted)
-    : connection_(std::make_unique<Connection>(std::move(interrupted))) {
-  const int flags = access == FileAccess::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
-  const int result = connection_->files.Open(file, flags | SQLITE_OPEN_EXRESCODE, &connection_->handle);
-  if (result != SQLITE_OK) {
-    ThrowFailure({.code = result, .file = file.string(), .message = sqlite3_errstr(result)},
-                 connection_->files);
-  }
-  connection_->Restrict();
-  if (connection_->interrupted) {
-    sqlite3_progress_handler(connection_->handle, instructionsBetweenPolls, IsInterrupted,
-                             &connection_->interrupted);
-  }
-  sqlite3_busy_timeout(connection_->handle, busyMilliseconds);
-  // The page size has an effect on new files only.
-  static_assert(pageSize == 16'384);
-  Execute(
-      "PRAGMA page_size = 16384; PRAGMA temp_store = MEMORY; PRAGMA cell_size_check = ON;"
-      "PRAGMA secure_delete = ON; PRAGMA mmap_size = 0;");
-}
-
-Database::~Database() = default;
-Database::Database(Database&& other) noexcept = default;
-Database& Database::operator=(Database&& other) noexcept = default;
-
-void Database::Execute(const char* statements) const {
-  sqlite3* const connection = connection_->handle;
-  Check(sqlite3_exec(connection, statements, nullptr, nullptr, nullptr), connection);
-}
-
-Statement Database::Prepare(std::string_view statement) const {
-  sqlite3_stmt* prepared = nullptr;
-  Check(sqlite3_prepare_v2(connection_->handle, statement.data(), static_cast<int>(statement.size()),
-                           &prepared, nullptr),
-        connection_->handle);
-  return Statement(prepared);
-}
-
-std::int64_t Database::Integer(std::string_view query) const {
-  Statement statement = Prepare(query);
-  return statement.Step() ? statement.Integer(0) : 0;
-}
-
-bool Database::HasChecksums() const noexcept {
-  return connection_->files.HasChecksums();
-}
-
-bool Database::FoundDamage() const noexcept {
-  return (sqlite3_errcode(connection_->handle) & 0xFF) == SQLITE_CORRUPT &&
-         connection_->files.Fault() != StorageFault::DamagedJournal;
-}
-
-Database::Survey Database::SurveyPages() const {
-  FileSystem::Survey survey = connection_->files.SurveyPages();
-  if (survey.result != SQLITE_OK) {
-    ThrowFailure(
-        {.code = survey.result, .file = connection_->files.Path(), .message = sqlite3_errstr(survey.result)},
-        connection_->files);
-  }
-  return {survey.pages, std::move(survey.damaged)};
-}
-
-Transaction::Transaction(const Database& database) : database_(database) {
-  database_.Execute("BEGIN IMMEDIATE");
-}
-
-Transaction::~Transaction() {
-  if (!open_) return;
-  try {
-    database_.Execute("ROLLBACK");
-  } catch (const Error&) {
-    // Some failures have already rolled back; otherwise the next reader of the file does.
-  }
-}
-
-void Transaction::Commit() {
-  database_.Execute("COMMIT");
-  open_ = false;
-}
+    : Connection(companyFileKind, file, access, std::move(interrupted)) {}
 
 }  // namespace krnqb::company

@@ -2,25 +2,22 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 
 #include "company/records/errors.h"
-#include "company/records/failures.h"
 #include "company/records/versions.h"
-#include "company/storage/format.h"
+#include "database/schema.h"
+#include "database/storage/format.h"
 #include "krnqb/error.h"
 
 namespace krnqb::company {
 namespace {
 
-struct SchemaPart {
-  std::string_view type;
-  std::string_view name;
-  std::string_view table;
-  std::string_view sql;  // as the database keeps it
-};
+using database::companyMark;
+using database::layoutWithoutChecksums;
+using database::presentLayout;
+using database::SchemaPart;
 
 // Record ids increase in the order of loading. The position is the place in the list or, for transactions,
 // which are ordered by date first, the id. List records have no date, so one index orders both. Reports are
@@ -72,11 +69,6 @@ constexpr std::array parts = {
 
 constexpr std::array<std::string_view, 3> recordTables = {"record", "posting", "item_account"};
 
-[[noreturn]] void RefuseSchema(const std::filesystem::path& file, const std::string& reason) {
-  throw CompanyNeedsRepair(
-      fmt::format("The company file {} {}; restore a copy of the file", file.string(), reason));
-}
-
 void CheckLayout(const Database& database, const std::filesystem::path& file) {
   const std::int64_t layout = database.Integer("PRAGMA user_version");
   if (database.Integer("PRAGMA application_id") != companyMark) {
@@ -88,11 +80,12 @@ void CheckLayout(const Database& database, const std::filesystem::path& file) {
         fmt::format("The company file {} was written by a newer version of this program.", file.string()));
   }
   if (layout != presentLayout && layout != layoutWithoutChecksums) {
-    RefuseSchema(file, fmt::format("has the unknown layout {}", layout));
+    RefuseContents(companyFileKind, file, fmt::format("has the unknown layout {}", layout));
   }
   if (database.HasChecksums() != (layout == presentLayout)) {
-    RefuseSchema(file, fmt::format("has layout {}, but its pages {} checksums", layout,
-                                   database.HasChecksums() ? "have" : "lack"));
+    RefuseContents(companyFileKind, file,
+                   fmt::format("has layout {}, but its pages {} checksums", layout,
+                               database.HasChecksums() ? "have" : "lack"));
   }
 }
 
@@ -103,30 +96,14 @@ void CreateSchema(const Database& database, std::string_view processorVersion) {
   database.Execute(
       fmt::format("PRAGMA application_id = {}; PRAGMA user_version = {};", companyMark, presentLayout)
           .c_str());
-  for (const SchemaPart& part : parts) database.Execute(std::string(part.sql).c_str());
+  CreateParts(database, parts);
   database.Prepare("INSERT INTO company (processor_version) VALUES (?1)").Bind(1, processorVersion).Run();
   transaction.Commit();
 }
 
 void CheckSchema(const Database& database, const std::filesystem::path& file) {
   CheckLayout(database, file);
-  std::size_t found = 0;
-  Statement schema = database.Prepare("SELECT type, name, tbl_name, sql FROM sqlite_master");
-  while (schema.Step()) {
-    const auto* const part = std::ranges::find(parts, schema.Text(1), &SchemaPart::name);
-    if (part == parts.end()) {
-      RefuseSchema(file, fmt::format("contains the {} \"{}\", which this program has not written",
-                                     schema.Text(0), schema.Text(1)));
-    }
-    if (schema.Text(0) != part->type || schema.Text(2) != part->table || schema.Text(3) != part->sql) {
-      RefuseSchema(file,
-                   fmt::format("has another {} \"{}\" than this program writes", part->type, part->name));
-    }
-    ++found;
-  }
-  if (found != parts.size()) {
-    RefuseSchema(file, fmt::format("has {} of {} tables and indexes", found, parts.size()));
-  }
+  CheckParts(database, parts, file);
 }
 
 std::span<const std::string_view> RecordTables() noexcept {

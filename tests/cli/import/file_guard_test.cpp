@@ -25,6 +25,7 @@ struct Case {
   const char* replay = nullptr;
   const char* journal = nullptr;
   const char* record = nullptr;
+  const char* ledger = nullptr;
   const char* first = nullptr;  // the files that are the same; null if the import may use them
   const char* second = nullptr;
 };
@@ -84,6 +85,7 @@ TEST_P(FileGuard, RefusesTwoUsesOfOneFile) {
   options.replayFile = path(tried.replay);
   options.journalFile = path(tried.journal);
   options.recordFile = path(tried.record);
+  options.ledgerFile = path(tried.ledger);
   EXPECT_EQ(LineOf(options), tried.first == nullptr
                                  ? std::string()
                                  : std::string("krnqb: wrong usage: ") + tried.first + " and " +
@@ -142,6 +144,24 @@ INSTANTIATE_TEST_SUITE_P(
              .record = "new",
              .first = "--journal real/new",
              .second = "--record new"},
+        Case{.name = "a ledger that is the plan's backup",
+             .ledger = "backup",
+             .first = "--ledger backup",
+             .second = "the backup of --plan real/plan.kpf"},
+        Case{.name = "a ledger that is the company",
+             .ledger = "books-hard",
+             .first = "--ledger books-hard",
+             .second = "--company books.qbw"},
+        Case{.name = "a journal in the place of the ledger while it is written",
+             .journal = "new.kql.tmp",
+             .ledger = "new.kql",
+             .first = "--journal new.kql.tmp",
+             .second = "a temporary file of --ledger new.kql"},
+        Case{.name = "a ledger that is the recording",
+             .record = "real/new",
+             .ledger = "new",
+             .first = "--record real/new",
+             .second = "--ledger new"},
         Case{.name = "a version in the plan's history",
              .plan = "plan.kpf",
              .journal = "folder/plan.kpf.history/0001.kpf",

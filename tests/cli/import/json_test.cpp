@@ -86,6 +86,7 @@ TEST(ImportJson, SaysWhatWasAskedAndWhere) {
   EXPECT_EQ(object.at("period"), (ordered_json{{"from", "2000-03-01"}, {"to", "2001-02-28"}}));
   EXPECT_EQ(object.at("paths"), (ordered_json{{"plan", plan},
                                               {"journal", place / "journal"},
+                                              {"ledger", nullptr},
                                               {"recording", place / "recording"},
                                               {"replay", nullptr}}));
   EXPECT_EQ(object.at("backup"), plan + ".bak");

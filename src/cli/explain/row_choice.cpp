@@ -1,0 +1,90 @@
+#include "cli/explain/row_choice.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "cli/console/nearest_names.h"
+#include "cli/explain/words.h"
+#include "krnqb/keyed_collection.h"
+#include "plan_file/headings.h"
+
+namespace krnqb::cli {
+namespace {
+
+using ledger::LedgerCell;
+
+Failure NotFound(const std::string& why, const std::string& remedy) {
+  return CommandFailure("explaining the figure failed", why, remedy);
+}
+
+void AddNew(std::vector<std::string>& names, const std::string& name) {
+  if (std::ranges::find(names, name) == names.end()) names.push_back(name);
+}
+
+Failure NoSuchTable(const ExplainOptions& options, const std::vector<LedgerCell>& cells) {
+  std::vector<std::string> titles;
+  for (const LedgerCell& cell : cells) AddNew(titles, PlaceText(cell));
+  const std::vector<std::string> nearest = NearestNames(*options.table, titles);
+  return NotFound(fmt::format("{} has no figures of a table \"{}\"", options.ledger, *options.table),
+                  nearest.empty() ? fmt::format("its tables are \"{}\"", fmt::join(titles, "\", \""))
+                                  : fmt::format("did you mean {}?", AlternativesText(nearest)));
+}
+
+std::vector<LedgerCell> CellsInTable(const std::vector<LedgerCell>& cells, const ExplainOptions& options) {
+  if (!options.table) return cells;
+  const std::string folded = FoldedKey(*options.table);
+  std::vector<LedgerCell> chosen;
+  std::ranges::copy_if(cells, std::back_inserter(chosen), [&](const LedgerCell& cell) {
+    return FoldedKey(cell.table) == folded || FoldedKey(PlaceText(cell)) == folded;
+  });
+  if (chosen.empty()) throw NoSuchTable(options, cells);
+  return chosen;
+}
+
+Failure NoSuchRow(const ExplainOptions& options, const std::vector<LedgerCell>& cells) {
+  std::vector<std::string> names;
+  for (const LedgerCell& cell : cells) AddNew(names, cell.row);
+  const std::vector<std::string> nearest = NearestNames(*options.row, names);
+  return NotFound(fmt::format("the import wrote no figures into a row \"{}\"", *options.row),
+                  nearest.empty()
+                      ? "give a row to which the import brought amounts; krnqb plan show lists the rows"
+                      : fmt::format("did you mean {}?", AlternativesText(nearest)));
+}
+
+// Leaves the figures of one month.
+void KeepMonth(std::vector<ledger::RowFigures>& rows, const ledger::LedgerFacts& facts,
+               const ExplainOptions& options) {
+  if (!options.month) return;
+  for (ledger::RowFigures& row : rows) {
+    std::erase_if(row.figures, [&](const ledger::Figure& figure) {
+      return MonthOfFigure(facts, figure.past, figure.number) != options.month;
+    });
+  }
+  std::erase_if(rows, [](const ledger::RowFigures& row) { return row.figures.empty(); });
+  if (!rows.empty()) return;
+  throw NotFound(fmt::format("the import wrote no figure of {} into the row \"{}\"",
+                             plan_file::MonthOfYear(*options.month), *options.row),
+                 fmt::format("its amounts are those of {} to {}; leave out --month to see them all",
+                             facts.periodFrom, facts.periodTo));
+}
+
+}  // namespace
+
+std::vector<ledger::RowFigures> ChosenRows(const ledger::LedgerFile& ledger, const ExplainOptions& options) {
+  if (ledger.Cells().empty()) {
+    throw NotFound(fmt::format("the import of {} wrote no figures", options.ledger),
+                   "run an import with --balances planned, actual or all");
+  }
+  const std::vector<LedgerCell> cells = CellsInTable(ledger.Cells(), options);
+  const std::string folded = FoldedKey(*options.row);
+  std::vector<LedgerCell> named;
+  std::ranges::copy_if(cells, std::back_inserter(named),
+                       [&](const LedgerCell& cell) { return FoldedKey(cell.row) == folded; });
+  if (named.empty()) throw NoSuchRow(options, cells);
+  std::vector<ledger::RowFigures> rows = FiguresOf(ledger, named);
+  KeepMonth(rows, ledger.Facts(), options);
+  return rows;
+}
+
+}  // namespace krnqb::cli
