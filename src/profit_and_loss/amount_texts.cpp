@@ -111,7 +111,7 @@ void AmountTexts::Note(std::string_view text, std::string_view place) {
   if (readings->point && readings->comma) return;
   const char mark = readings->point ? '.' : ',';
   if (mark == ',' && notation_ == AmountNotation::Point) {
-    Refuse(place, Quoted(text) + " does not use \".\" for decimals and \",\" for thousands",
+    Refuse(place, Quoted(text) + R"( does not use "." for decimals and "," for thousands)",
            "write it like 1,234.56, or separate the columns with \";\"");
   }
   if (decimalMark_ && *decimalMark_ != mark) {

@@ -33,9 +33,10 @@ class CsvReader {
     CsvRecord record{.line = line_, .cells = {}};
     for (;;) {
       record.cells.push_back(Cell());
-      if (record.cells.size() > mostCellsOfALine)
+      if (record.cells.size() > mostCellsOfALine) {
         Stop(line_, "the line has more than 512 cells",
              "check that the document is a profit and loss as CSV");
+      }
       if (result_.fault || AtLineEnd()) break;
       rest_.remove_prefix(1);
     }
@@ -77,7 +78,7 @@ class CsvReader {
     while (rest_.starts_with(' ')) rest_.remove_prefix(1);
     if (!AtLineEnd() && rest_.front() != separator_) {
       Stop(line_, "there is text after a quoted cell",
-           "write quotation marks within a cell twice, and separate cells with \",\" or \";\"");
+           R"(write quotation marks within a cell twice, and separate cells with "," or ";")");
     }
     return cell;
   }

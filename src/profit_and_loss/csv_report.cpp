@@ -63,10 +63,11 @@ std::optional<Header> FindHeader(const std::vector<CsvRecord>& records) {
     if (const std::optional<std::size_t> first = FirstFieldPosition(cells))
       return Header{.record = index, .firstAmount = *first, .detail = true};
     const auto title = std::find_if(cells.begin() + 1, cells.end(), IsColumnTitle);
-    if (title != cells.end())
+    if (title != cells.end()) {
       header = Header{.record = index, .firstAmount = static_cast<std::size_t>(title - cells.begin())};
-    else if (header && HasAmount(records[index]))
+    } else if (header && HasAmount(records[index])) {
       break;
+    }
   }
   return header;
 }
@@ -97,14 +98,15 @@ bool IsTitle(std::string_view text) {
 }
 
 void ReadTitle(std::string_view text, CapturedReport& report) {
-  if (IsBasis(text))
+  if (IsBasis(text)) {
     ReadBasis(text, report);
-  else if (ReadPeriod(text))
+  } else if (ReadPeriod(text)) {
     report.period = text;
-  else if (report.title.empty() && IsTitle(text))
+  } else if (report.title.empty() && IsTitle(text)) {
     report.title = text;
-  else if (report.company.empty())
+  } else if (report.company.empty()) {
     report.company = text;
+  }
 }
 
 // The lines above the column titles: company, title, period and basis, in any order. A period may have been
@@ -138,10 +140,11 @@ std::string OneLine(std::string_view label) {
   std::string line;
   for (const char character : label) {
     const bool lineEnd = character == '\n' || character == '\r';
-    if (!lineEnd)
+    if (!lineEnd) {
       line += character;
-    else if (!line.ends_with(' '))
+    } else if (!line.ends_with(' ')) {
       line += ' ';
+    }
   }
   return line;
 }
@@ -229,8 +232,8 @@ CapturedReport CaptureCsvReport(std::string_view document, std::string_view text
     if (!fault) fault = csv.fault;
   }
   if (fault) RefuseFault(document, *fault);
-  Refuse(document, "no line has column titles such as \"Jan 2002\" or \"TOTAL\", or Type, Date and Amount",
-         "give a profit and loss as CSV with \",\" or \";\", or QuickBooks' answer to a report request");
+  Refuse(document, R"(no line has column titles such as "Jan 2002" or "TOTAL", or Type, Date and Amount)",
+         R"(give a profit and loss as CSV with "," or ";", or QuickBooks' answer to a report request)");
 }
 
 }  // namespace krnqb::profit_and_loss

@@ -30,10 +30,11 @@ std::string Quoted(std::string_view text) {
     }
     const std::string_view before = text;
     const char32_t character = TakeCharacter(text);
-    if (character == replacement || IsControl(character))
+    if (character == replacement || IsControl(character)) {
       quoted += "\uFFFD";
-    else
+    } else {
       quoted += before.substr(0, before.size() - text.size());
+    }
   }
   return quoted + '"';
 }
@@ -47,10 +48,11 @@ void Refuse(std::string_view place, std::string_view what, std::string_view advi
 }
 
 void Findings::Add(std::string sentence) {
-  if (sentences_.size() < mostFindings)
+  if (sentences_.size() < mostFindings) {
     sentences_.push_back(std::move(sentence));
-  else
+  } else {
     ++leftOut_;
+  }
 }
 
 std::vector<std::string> Findings::Take(std::string_view document) {
