@@ -146,8 +146,8 @@ void AddCheckCompany(Options options, CheckCompanyOptions& check) {
 void AddProfitAndLoss(Options options, ProfitAndLossOptions& books) {
   options.Argument("FILE", books.file, "Company file to read");
   options.Parsed("--from", "YYYY-MM", books.from, ParseYearMonth,
-                 "First month [that of the last transaction's fiscal year]");
-  options.Parsed("--to", "YYYY-MM", books.to, ParseYearMonth, "Last month [eleven months after the first]");
+                 "First month [of the last transaction's fiscal year]");
+  options.Parsed("--to", "YYYY-MM", books.to, ParseYearMonth, "Last month [twelve months in all]");
   options.Flag("--months", books.months, "Also print each month");
   options.Flag("--json", books.json, "Print one JSON object");
 }

@@ -51,7 +51,8 @@ TEST_F(CompanyOtherBooks, ChangeReportsButNoTransactions) {
                                 "SubtotalRow | Net Other Income | 81.89", "TotalRow | Net Income | 81.89"}));
   const std::vector<std::string> expenses = Report("OrdinaryExpense");
   EXPECT_NE(std::ranges::find(expenses, "DataRow Depreciation | Depreciation | 605.00"), expenses.end());
-  EXPECT_NE(std::ranges::find(expenses, "DataRow Payroll Expenses:Wages | Wages - Other | 1560.00"), expenses.end());
+  EXPECT_NE(std::ranges::find(expenses, "DataRow Payroll Expenses:Wages | Wages - Other | 1560.00"),
+            expenses.end());
 }
 
 TEST_F(CompanyOtherBooks, PostAsMuchToDebitAsToCredit) {

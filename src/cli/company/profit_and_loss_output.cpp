@@ -170,7 +170,7 @@ std::string UnexplainedTree(const ProfitAndLoss& books, std::size_t first, std::
   }
   std::string text;
   for (const ProfitAndLossAccount* account : unexplained) {
-    text += UnexplainedLine(account->fullName, account->posted, *account->balance);
+    text += UnexplainedLine(account->fullName, account->posted, account->balance.value_or(0));
   }
   return text;
 }

@@ -79,7 +79,7 @@ class TradeReader {
     std::vector<PostedLine> posted;
     posted.reserve(lines_.size());
     for (Posting& posting : postings_.Take()) {
-      posted.push_back({std::move(posting), std::move(lines_[posted.size()])});
+      posted.push_back({std::move(posting), lines_[posted.size()]});
     }
     return posted;
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <ranges>
 #include <utility>
 
 #include "company/records/ledger.h"
@@ -64,6 +65,7 @@ class TypeReader {
       std::size_t level;
     };
     std::vector<Waiting> waiting;  // the next account is last
+    waiting.reserve(list_.topLevel.size());
     for (const std::size_t top : list_.topLevel) waiting.push_back({top, 0});
     std::ranges::reverse(waiting);
     std::size_t topLevel = 0;
@@ -72,8 +74,8 @@ class TypeReader {
       waiting.pop_back();
       if (level == 0) topLevel = result_.accounts.size();
       ReportAccount& account = list_.accounts[position];
-      for (auto child = account.children.rbegin(); child != account.children.rend(); ++child) {
-        waiting.push_back({*child, level + 1});
+      for (const std::size_t child : std::views::reverse(account.children)) {
+        waiting.push_back({child, level + 1});
       }
       result_.accounts.push_back({.id = std::move(account.key),
                                   .label = std::move(account.label),

@@ -219,10 +219,10 @@ Sums SumsOfReports(const CompanyFile& company, const std::string& year) {
     const XmlElement report =
         XmlElement::Parse(company.Answer(ProfitAndLossRequest(type, year + "-01-01", year + "-12-31")));
     for (const XmlElement& row : report.SelectAll("//DataRow")) {
-      const std::string id = idsByName.at(type + " " + *row.Child("RowData").Attribute("value"));
+      const std::string id = idsByName.at(type + " " + row.Child("RowData").Attribute("value").value_or(""));
       const std::vector<XmlElement> cells = row.SelectAll("ColData[@colID > 1]");
       for (std::size_t month = 0; month < 12; ++month) {
-        const std::int64_t amount = Cents(*cells.at(month).Attribute("value"));
+        const std::int64_t amount = Cents(cells.at(month).Attribute("value").value_or(""));
         if (amount != 0) sums[Key(type, id, fmt::format("{:02}", month + 1))] = amount;
       }
     }
