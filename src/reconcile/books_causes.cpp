@@ -142,11 +142,11 @@ class Books {
 
   // A column without dates is taken to be of the year if it is the only one.
   bool Covers(const StatementColumn& column) const {
-    if (!column.first || !column.last) return statement_.columns.size() == 1;
+    if (!column.days) return statement_.columns.size() == 1;
     const YearMonth last = TwelveMonths(start_).Last();
-    return MonthOf(*column.first) == start_ && static_cast<unsigned>(column.first->day()) == 1 &&
-           MonthOf(*column.last) == last &&
-           static_cast<unsigned>(column.last->day()) == static_cast<unsigned>(DaysInMonth(last));
+    return MonthOf(column.days->first) == start_ && static_cast<unsigned>(column.days->first.day()) == 1 &&
+           MonthOf(column.days->last) == last &&
+           static_cast<unsigned>(column.days->last.day()) == static_cast<unsigned>(DaysInMonth(last));
   }
 
   std::size_t LineOf(Section section, const std::vector<std::string>& names, const std::string& place) {

@@ -38,11 +38,9 @@ bool Has(const plan_file::ImportFacts& facts, std::string_view option) {
 std::optional<ProfitAndLoss> ReadStatements(const std::vector<std::string>& documents) {
   if (documents.empty()) return std::nullopt;
   return Attempt(failed, "correct the document, or leave it out", [&] {
-    files::SystemFileOperations operations;
     std::vector<ProfitAndLoss> statements;
     for (const std::string& document : documents) {
-      const std::string bytes =
-          files::ReadFile(document, "cannot read the profit and loss", operations).bytes;
+      const std::string bytes = files::ReadDocument(document, InterruptRequested);
       statements.push_back(profit_and_loss::ReadProfitAndLoss(document, bytes));
     }
     return std::optional(profit_and_loss::MergeStatements(std::move(statements)));

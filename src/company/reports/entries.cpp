@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "company/records/element_tree.h"
-#include "company/records/failures.h"
 #include "company/records/kinds.h"
 #include "company/records/postings.h"
+#include "database/failures.h"
 
 namespace krnqb::company {
 namespace {
@@ -124,7 +124,8 @@ class EntryReader {
   void ReadTransaction(const FamilyRecords& record) {
     const RecordElement transaction = tree_.Read(record.Xml());
     if (!transaction) {
-      throw CompanyNeedsRepair(
+      throw database::NeedsRepair(
+          companyFileKind,
           fmt::format("The company file has a {} of {} that cannot be read; run krnqb company check",
                       record.Kind().element, record.Date()));
     }
