@@ -26,8 +26,8 @@ inline constexpr std::string_view import =
                --select-expense Rent --select-expense Utilities
   krnqb import --company nursery.qbw --plan nursery.kpf --income --record exchange.jsonl
   krnqb import --replay exchange.jsonl --plan nursery.kpf --income --json
-  krnqb import --company nursery.qbw --plan nursery.kpf --expenses --income \
-               --balances all --ledger nursery.kql
+  krnqb import --company nursery.qbw --plan nursery.kpf --income --balances all \
+               --ledger nursery.kql
 
 The plan is written once, at the very end; its previous version is kept beside it
 as .bak and, with a number, in PLAN.history. "krnqb plan undo" brings it back.
@@ -52,7 +52,7 @@ nowhere.
 
 Examples:
   krnqb explain nursery.kql --row Rent
-  krnqb explain nursery.kql --row Plants --month 2002-03
+  krnqb explain nursery.kql --row "Plant Sales" --month 2002-03
   krnqb explain nursery.kql --row Rent --table "planned expenses" --json
   krnqb explain nursery.kql --transaction FC-1016216676)";
 

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <array>
+#include <vector>
 
 #include "database/schema.h"
 #include "database/storage/format.h"
@@ -16,7 +17,7 @@ using database::SchemaPart;
 // Texts that occur again and again, such as the names of accounts, are in the table "name"; other tables hold
 // their ids, 0 for a missing text. The lines of a document have consecutive numbers. A booking without a text
 // of its own has that of its line. Enumerations are stored as their numbers.
-constexpr std::array parts = {
+constexpr std::array tables = {
     SchemaPart{"table", "fact", "fact", R"(CREATE TABLE fact (
     name  TEXT NOT NULL PRIMARY KEY,
     value TEXT NOT NULL) WITHOUT ROWID)"},
@@ -32,8 +33,6 @@ constexpr std::array parts = {
     txn_date       TEXT NOT NULL,
     number         TEXT NOT NULL,
     party          INTEGER NOT NULL))"},
-    SchemaPart{"index", "document_by_transaction", "document",
-               "CREATE INDEX document_by_transaction ON document (transaction_id)"},
     SchemaPart{"table", "line", "line", R"(CREATE TABLE line (
     number       INTEGER PRIMARY KEY,
     document     INTEGER NOT NULL,
@@ -70,11 +69,6 @@ constexpr std::array parts = {
     request      INTEGER NOT NULL,
     from_date    INTEGER NOT NULL,
     to_date      INTEGER NOT NULL))"},
-    SchemaPart{"index", "booking_by_slot", "booking", "CREATE INDEX booking_by_slot ON booking (slot)"},
-    SchemaPart{"index", "booking_by_line", "booking",
-               "CREATE INDEX booking_by_line ON booking (line) WHERE line IS NOT NULL"},
-    SchemaPart{"index", "booking_by_billed_line", "booking",
-               "CREATE INDEX booking_by_billed_line ON booking (billed_line) WHERE billed_line IS NOT NULL"},
     SchemaPart{"table", "left_out", "left_out", R"(CREATE TABLE left_out (
     id           INTEGER PRIMARY KEY,
     line         INTEGER,
@@ -88,8 +82,6 @@ constexpr std::array parts = {
     account      INTEGER NOT NULL,
     account_name INTEGER NOT NULL,
     amount       TEXT NOT NULL))"},
-    SchemaPart{"index", "left_out_by_line", "left_out",
-               "CREATE INDEX left_out_by_line ON left_out (line) WHERE line IS NOT NULL"},
     SchemaPart{"table", "cell", "cell", R"(CREATE TABLE cell (
     id            INTEGER PRIMARY KEY,
     content       INTEGER NOT NULL,
@@ -108,6 +100,18 @@ constexpr std::array parts = {
     PRIMARY KEY (cell, position)) WITHOUT ROWID)"},
 };
 
+constexpr std::array indexes = {
+    SchemaPart{"index", "document_by_transaction", "document",
+               "CREATE INDEX document_by_transaction ON document (transaction_id)"},
+    SchemaPart{"index", "booking_by_slot", "booking", "CREATE INDEX booking_by_slot ON booking (slot)"},
+    SchemaPart{"index", "booking_by_line", "booking",
+               "CREATE INDEX booking_by_line ON booking (line) WHERE line IS NOT NULL"},
+    SchemaPart{"index", "booking_by_billed_line", "booking",
+               "CREATE INDEX booking_by_billed_line ON booking (billed_line) WHERE billed_line IS NOT NULL"},
+    SchemaPart{"index", "left_out_by_line", "left_out",
+               "CREATE INDEX left_out_by_line ON left_out (line) WHERE line IS NOT NULL"},
+};
+
 }  // namespace
 
 constinit const database::FileKind ledgerFileKind = {
@@ -123,11 +127,15 @@ constinit const database::FileKind ledgerFileKind = {
     .cannotOpen = unusableFile,
     .unexpected = error_number::internalError};
 
-void CreateSchema(const database::Connection& database) {
+void CreateTables(const database::Connection& database) {
   database.Execute(fmt::format("PRAGMA application_id = {}; PRAGMA user_version = {};", database::ledgerMark,
                                presentLayout)
                        .c_str());
-  CreateParts(database, parts);
+  CreateParts(database, tables);
+}
+
+void CreateIndexes(const database::Connection& database) {
+  CreateParts(database, indexes);
 }
 
 void CheckSchema(const database::Connection& database, const std::filesystem::path& file) {
@@ -138,6 +146,8 @@ void CheckSchema(const database::Connection& database, const std::filesystem::pa
   if (layout != presentLayout) {
     database::RefuseContents(ledgerFileKind, file, fmt::format("has the unknown layout {}", layout));
   }
+  std::vector<SchemaPart> parts(tables.begin(), tables.end());
+  parts.insert(parts.end(), indexes.begin(), indexes.end());
   CheckParts(database, parts, file);
 }
 

@@ -17,10 +17,13 @@ inline constexpr std::int32_t unusableFile = 75;
 extern const database::FileKind ledgerFileKind;
 
 /// Creates the tables of a ledger in an empty database.
-void CreateSchema(const database::Connection& database);
+void CreateTables(const database::Connection& database);
+
+/// Creates the indexes of a ledger. That takes less time when its tables are complete.
+void CreateIndexes(const database::Connection& database);
 
 /// Throws Error `unusableFile` if a database is not a ledger, has a layout that this program does not know,
-/// or contains anything but the tables and indexes that `CreateSchema` creates. `file` is named in the
+/// or contains anything but these tables and indexes. `file` is named in the
 /// description.
 void CheckSchema(const database::Connection& database, const std::filesystem::path& file);
 

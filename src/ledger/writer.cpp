@@ -102,7 +102,7 @@ LedgerWriter::LedgerWriter(const std::filesystem::path& file, database::Interrup
     : file_(ReplaceablePlace(file), operations),
       database_(NewLedger(file_.Temporary(), std::move(interrupted))),
       transaction_(std::make_unique<database::Transaction>(*database_)) {
-  CreateSchema(*database_);
+  CreateTables(*database_);
   statements_ = std::make_unique<Statements>(*database_);
 }
 
@@ -283,6 +283,7 @@ void LedgerWriter::Finish(const LedgerFacts& facts) {
     Put("period_from", facts.periodFrom);
     Put("period_to", facts.periodTo);
     Put("options", fmt::format("{}", fmt::join(facts.options, "\n")));
+    CreateIndexes(*database_);
     transaction_->Commit();
   });
   statements_.reset();

@@ -9,6 +9,7 @@
 #include "cli/console/text_table.h"
 #include "cli/explain/words.h"
 #include "support/display_width.h"
+#include "support/money_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -113,7 +114,7 @@ std::string LineTable(const SumStory& story, std::size_t width, const std::strin
   if (story.lines.size() > 1) {
     Cells& sum = rows.emplace_back();
     sum[Date] = "Sum";
-    sum[Added] = ExactMoneyText(story.sum);
+    sum[Added] = MoneyText(story.sum);
   }
   Fit(rows, width > inner.size() ? width - inner.size() : 0);
   const std::vector<std::string> lines = TableLines(rows, inner);

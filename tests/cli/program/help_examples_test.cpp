@@ -34,7 +34,12 @@ std::vector<std::string> ExamplesOf(std::string_view text) {
 
 // Creates the files that the examples name, except the file that the example itself creates.
 void Prepare(const Workplace& place, const std::string& example) {
-  place.Nursery();
+  const bool explains = example.find(" explain ") != std::string::npos;
+  if (explains) {
+    place.NurseryYear();
+  } else {
+    place.Nursery();
+  }
   std::filesystem::create_directory_symlink(krnqb::tests::SamplesFolder(), place / "samples");
   tests::WriteText(place / "accounts.xml", tests::ReadText(place / "samples/nursery/accounts.xml"));
   tests::WriteText(place / "nursery.kpf", tests::ReadText(place / "ald.kpf"));
@@ -42,6 +47,12 @@ void Prepare(const Workplace& place, const std::string& example) {
                                              {"--income", "--dry-run", "--record", place / "exchange.jsonl"}))
                 .code,
             0);
+  if (explains) {
+    ASSERT_EQ(RunProgram(place.ImportArguments("nursery.kpf", {"--expenses", "--income", "--balances", "all",
+                                                               "--ledger", place / "nursery.kql"}))
+                  .code,
+              0);
+  }
   // Two imports, so that there are earlier versions.
   if (example.find(" plan ") != std::string::npos) {
     for (const char* what : {"--expenses", "--income"}) {
@@ -69,12 +80,13 @@ TEST_P(HelpExamples, Run) {
 }
 
 INSTANTIATE_TEST_SUITE_P(OfEveryCommand, HelpExamples,
-                         testing::Values(help_text::program, help_text::import, help_text::accounts,
-                                         help_text::companies, help_text::tables, help_text::request,
-                                         help_text::supports, help_text::company, help_text::newCompany,
-                                         help_text::loadCompany, help_text::companyInfo, help_text::plan,
-                                         help_text::newPlan, help_text::showPlan, help_text::planHistory,
-                                         help_text::planDiff, help_text::planUndo));
+                         testing::Values(help_text::program, help_text::import, help_text::explain,
+                                         help_text::accounts, help_text::companies, help_text::tables,
+                                         help_text::request, help_text::supports, help_text::company,
+                                         help_text::newCompany, help_text::loadCompany,
+                                         help_text::companyInfo, help_text::plan, help_text::newPlan,
+                                         help_text::showPlan, help_text::planHistory, help_text::planDiff,
+                                         help_text::planUndo));
 
 }  // namespace
 }  // namespace krnqb::cli
