@@ -160,7 +160,8 @@ class Books {
     }
     if (!found)
       Fail(place,
-           fmt::format("it does not say in which section {} is, which is no account of the company", name));
+           fmt::format("it does not say in which section {} is, which is not an account of the company",
+                       name));
     return *found;
   }
 

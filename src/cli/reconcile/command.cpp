@@ -91,10 +91,21 @@ class Reconciling {
     command.income = true;
     command.balances = BalImport_All;
     command.importStart = options_.importStart;
-    if (!command.importStart && lastImport_) {
-      command.importStart = plan_file::PlanStartFromText(lastImport_->facts.periodFrom);
-    }
+    if (lastImport_) RepeatOptions(command, lastImport_->facts);
     return command;
+  }
+
+  // Repeats what the last import was asked, as far as the user does not ask for something else and the plan
+  // does not say it.
+  void RepeatOptions(ImportCommand& command, const plan_file::ImportFacts& facts) const {
+    if (!command.importStart) command.importStart = plan_file::PlanStartFromText(facts.periodFrom);
+    if (!plan_->Product()) command.product = plan_file::ProductFromText(facts.product);
+    if (!plan_->Start()) command.planStart = plan_file::PlanStartFromText(facts.planStart);
+    if (options_.replayFile) return;
+    if (Has(facts, "--amounts-from transactions")) command.amountsFrom = AmountsPath::Transactions;
+    for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
+      if (Has(facts, fmt::format("--fiscal-month {}", month))) command.fiscalMonth = month;
+    }
   }
 
   // A recording has the answers to one import only.

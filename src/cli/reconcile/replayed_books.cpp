@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 #include <utility>
 
@@ -15,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A folder of its own for temporary files, which nobody else can read.
+// A new folder for temporary files, which nobody else can read.
 class TemporaryFolder {
  public:
   TemporaryFolder() {
