@@ -176,6 +176,10 @@ std::string UnexplainedTree(const ProfitAndLoss& books, std::size_t first, std::
 }
 
 std::string UnexplainedText(const ProfitAndLoss& books) {
+  const auto hasBalance = [](const ProfitAndLossAccount& account) { return account.balance.has_value(); };
+  if (std::ranges::none_of(books.accounts, hasBalance)) {
+    return "No account has a balance that the loaded transactions could explain.\n";
+  }
   std::string text;
   for (std::size_t first = 0; first < books.accounts.size();) {
     std::size_t end = first + 1;

@@ -35,6 +35,11 @@ std::int64_t RoundedCost(double cost) {
   return static_cast<std::int64_t>(rounded);
 }
 
+// The least number has no positive counterpart and stays.
+std::int64_t Negative(std::int64_t amount) {
+  return static_cast<std::int64_t>(0 - static_cast<std::uint64_t>(amount));
+}
+
 // The transactions of one family, by date and place.
 class FamilyRecords {
  public:
@@ -185,7 +190,7 @@ class EntryReader {
     const Account& account = accounts_.find(accountId)->second;
     entry_.accountId = accountId;
     entry_.accountType = account.type;
-    entry_.amount = account.creditIsPositive ? -debit : debit;
+    entry_.amount = account.creditIsPositive ? Negative(debit) : debit;
     receive_(entry_);
   }
 
@@ -199,10 +204,6 @@ class EntryReader {
 };
 
 }  // namespace
-
-bool IsProfitAndLossType(std::string_view accountType) noexcept {
-  return std::ranges::any_of(shownTypes, [&](const auto& shown) { return shown.first == accountType; });
-}
 
 void ReadLedgerEntries(const Database& database, std::string_view firstDay, std::string_view lastDay,
                        const LedgerEntryReceiver& receive) {

@@ -42,9 +42,6 @@ struct LedgerEntry {
 /// Receives entries one by one; an entry is valid only during the call.
 using LedgerEntryReceiver = std::function<void(const LedgerEntry&)>;
 
-/// Returns whether accounts of a type are part of a profit and loss.
-bool IsProfitAndLossType(std::string_view accountType) noexcept;
-
 /// Passes the entries from `firstDay` to `lastDay` inclusive, both YYYY-MM-DD, to `receive`: by date, on a
 /// day in the order in which the transactions were first loaded, and in the order of their lines. Postings to
 /// accounts that the company does not have, or through items that it does not have, are left out, as in its

@@ -111,8 +111,16 @@ Gross Profit          10.00    0.00    2.00  12.00
 Net Ordinary Income   10.00    0.00    2.00  12.00
 Net Income            10.00    0.00    2.00  12.00
 
-The loaded transactions of all days explain the balance of every account.
+No account has a balance that the loaded transactions could explain.
 )");
+}
+
+TEST_F(ProfitAndLossCommand, SaysThatEveryBalanceIsExplained) {
+  Create(Account("Sales", "Income", "", "410.00") + Account("Rent", "Expense"),
+         Check("1", "2002-10-01", "Sales", "-10.00") + Check("2", "2003-10-01", "Sales", "-400.00"));
+  EXPECT_TRUE(
+      Show().out.ends_with("\nThe loaded transactions of all days explain the balance of every account.\n"))
+      << Show().out;
 }
 
 TEST_F(ProfitAndLossCommand, CompletesThePeriodToAYear) {

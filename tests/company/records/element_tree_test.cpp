@@ -40,11 +40,11 @@ TEST(CompanyElementTree, HasWhatADocumentHas) {
       "<r><a>Caf&#233; &#x20AC; &#65; &#128512; &#13;</a></r>",
       "<r><a>Caf\xC3\xA9</a></r>",
       "<r><a><![CDATA[<b>&amp;</b>]]></a><!-- <b/> --><?p <b/>?></r>",
-      "<r><a t=\"&gt;>\" u='/>'>1</a><b t=\">\"/></r>",
-      "<r xmlns=\"n\"><a>1</a></r>",
-      "<r><a xmlns=\"n\"><b>1</b></a><b>2</b></r>",
-      "<r xmlns=\"n\"><a xmlns=\"\"><b>1</b></a><b>2</b></r>",
-      "<r xmlns:x=\"n\"><x:a>1</x:a><a>2</a></r>",
+      R"(<r><a t="&gt;>" u='/>'>1</a><b t=">"/></r>)",
+      R"(<r xmlns="n"><a>1</a></r>)",
+      R"(<r><a xmlns="n"><b>1</b></a><b>2</b></r>)",
+      R"(<r xmlns="n"><a xmlns=""><b>1</b></a><b>2</b></r>)",
+      R"(<r xmlns:x="n"><x:a>1</x:a><a>2</a></r>)",
       "<r><a><b><a><b>deep</b></a></b></a></r>",
   };
   ElementTree tree;
