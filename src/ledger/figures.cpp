@@ -106,17 +106,9 @@ bool ShowsAmount(const LedgerCell& cell, double amount) {
 
 std::vector<LedgerSlot> MonthsOf(const LedgerFile& ledger, const LedgerSlot& total,
                                  const LedgerBooking& booking) {
-  std::vector<LedgerSlot> months;
   const std::optional<AmountGroup> group = GroupOfType(total.name);
-  if (booking.rule != BookingRule::PeriodTotal || !group) return months;
-  const std::string name = FoldedKey(booking.accountName);
-  for (const LedgerSlot& slot : ledger.Slots()) {
-    if (slot.group == group && slot.pastPeriod == total.number && FoldedKey(slot.name) == name) {
-      months.push_back(slot);
-    }
-  }
-  std::ranges::stable_sort(months, {}, &LedgerSlot::number);
-  return months;
+  if (booking.rule != BookingRule::PeriodTotal || !group) return {};
+  return ledger.PastMonths(*group, total.number, booking.accountName);
 }
 
 std::vector<LedgerCell> CellsOf(const LedgerFile& ledger, const LedgerSlot& slot) {

@@ -3,11 +3,14 @@
 #include <fmt/format.h>
 
 #include <limits>
+#include <map>
 #include <optional>
+#include <tuple>
 #include <utility>
 
 #include "database/schema.h"
 #include "krnqb/error.h"
+#include "krnqb/keyed_collection.h"
 #include "ledger/names.h"
 #include "ledger/schema.h"
 
@@ -163,6 +166,10 @@ struct LedgerFile::State {
                        .name = NameIn(rows, 2),
                        .number = NumberIn<std::int16_t>(rows, 3),
                        .pastPeriod = PeriodIn(rows, 4)});
+      const LedgerSlot& slot = slots.back();
+      if (slot.pastPeriod) {
+        pastMonths[{slot.group, *slot.pastPeriod, FoldedKey(slot.name)}].emplace(slot.number, slot.id);
+      }
     }
   }
 
@@ -199,6 +206,9 @@ struct LedgerFile::State {
   database::Connection database;
   LedgerFacts facts;
   std::vector<LedgerSlot> slots;
+  // By group, period and folded name of the account: the sums by month.
+  std::map<std::tuple<AmountGroup, std::int16_t, std::string>, std::map<std::int16_t, std::int64_t>>
+      pastMonths;
   std::vector<LedgerCell> cells;
   // Of the database; they end before it.
   std::optional<NameReader> names;
@@ -242,6 +252,15 @@ const std::vector<LedgerCell>& LedgerFile::Cells() const {
 
 const std::vector<LedgerSlot>& LedgerFile::Slots() const {
   return state_->slots;
+}
+
+std::vector<LedgerSlot> LedgerFile::PastMonths(AmountGroup group, std::int16_t period,
+                                               std::string_view account) const {
+  std::vector<LedgerSlot> months;
+  const auto found = state_->pastMonths.find({group, period, FoldedKey(account)});
+  if (found == state_->pastMonths.end()) return months;
+  for (const auto& [month, slot] : found->second) months.push_back(Slot(slot));
+  return months;
 }
 
 const LedgerSlot& LedgerFile::Slot(std::int64_t id) const {

@@ -30,6 +30,9 @@ class LedgerFile {
   const std::vector<LedgerCell>& Cells() const;
   /// Returns all sums.
   const std::vector<LedgerSlot>& Slots() const;
+  /// Returns the sums of an account's months that were read for a period of past performance, in the order
+  /// of the months.
+  std::vector<LedgerSlot> PastMonths(AmountGroup group, std::int16_t period, std::string_view account) const;
   /// Returns a sum; throws Error 75 if the ledger has no such one.
   const LedgerSlot& Slot(std::int64_t id) const;
 

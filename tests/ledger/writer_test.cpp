@@ -184,16 +184,29 @@ TEST(LedgerWriting, KeepsTheEarlierLedgerIfAStepFails) {
   }
 }
 
-TEST(LedgerWriting, ReportsAnInterruptWhenItIsFinished) {
+TEST(LedgerWriting, EndsWhenItIsInterrupted) {
   const TemporaryFolder folder;
   files::SystemFileOperations operations;
   bool interrupted = false;
   LedgerWriter writer(
       folder / "l.kql", [&] { return interrupted; }, operations);
-  testing::ReadSmallImport(writer);
   interrupted = true;
-  for (int repeated = 0; repeated < 1000; ++repeated) testing::ReadSmallImport(writer);
-  EXPECT_EQ(tests::ThrownError([&] { writer.Finish({}); }).Number(), error_number::internalError);
+  for (std::int64_t number = 1; number <= 1000; ++number) writer.ReadLine({.number = number});
+  const Error error = tests::ThrownError([&] { writer.Finish({}); });
+  EXPECT_EQ(error.Number(), error_number::unspecified);
+  EXPECT_EQ(error.Description(), "interrupted");
+}
+
+TEST(LedgerWriting, ReportsAnEarlierFailureWhenItIsFinished) {
+  const TemporaryFolder folder;
+  files::SystemFileOperations operations;
+  LedgerWriter writer(folder / "l.kql", {}, operations);
+  writer.ReadLine({.number = 1});
+  writer.ReadLine({.number = 1});
+  writer.ReadLine({.number = 2});
+  const Error error = tests::ThrownError([&] { writer.Finish({}); });
+  EXPECT_EQ(error.Number(), error_number::internalError);
+  EXPECT_NE(error.Description().find("l.kql.tmp failed: "), std::string::npos) << error.Description();
 }
 
 TEST(LedgerWriting, ReplacesOnlyALedgerOrAnEmptyFile) {
