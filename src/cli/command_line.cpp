@@ -77,6 +77,13 @@ void AddImport(Options options, ImportCommand& import) {
                "Keep in FILE what each figure is made of, for krnqb explain");
 }
 
+ExactAmount ParseTolerance(std::string_view option, std::string_view text) {
+  const std::optional<ExactAmount> amount = ExactAmount::FromText(text);
+  if (amount && *amount >= ExactAmount()) return *amount;
+  throw WrongUsage(fmt::format("{} \"{}\" is not an amount of 0 or more", option, text),
+                   "give one such as 0.01");
+}
+
 ListedAccounts ParseListedAccounts(std::string_view /*option*/, std::string_view text) {
   if (text == "income") return ListedAccounts::Income;
   if (text == "expense") return ListedAccounts::Expense;
@@ -122,6 +129,7 @@ void AddNewCompany(Options options, NewCompanyOptions& company) {
 void AddLoadCompany(Options options, LoadCompanyOptions& load) {
   options.Argument("FILE", load.file, "Company file to load into");
   options.Arguments("DOC", load.documents, "qbXML response documents");
+  options.Flag("--strict", load.strict, "Refuse a document with records that cannot be stored");
 }
 
 void AddCompanyInfo(Options options, CompanyInfoOptions& info) {
@@ -133,6 +141,15 @@ void AddCheckCompany(Options options, CheckCompanyOptions& check) {
   options.Argument("FILE", check.file, "Company file to check");
   options.Flag("--fix", check.fix, "Undo an interrupted load; add checksums to a file without them");
   options.Flag("--json", check.json, "Print one JSON object");
+}
+
+void AddProfitAndLoss(Options options, ProfitAndLossOptions& books) {
+  options.Argument("FILE", books.file, "Company file to read");
+  options.Parsed("--from", "YYYY-MM", books.from, ParseYearMonth,
+                 "First month [of the last transaction's fiscal year]");
+  options.Parsed("--to", "YYYY-MM", books.to, ParseYearMonth, "Last month [twelve months in all]");
+  options.Flag("--months", books.months, "Also print each month");
+  options.Flag("--json", books.json, "Print one JSON object");
 }
 
 void AddGenerateCompany(Options options, GenerateCompanyOptions& company) {
@@ -184,6 +201,20 @@ void AddPlanUndo(Options options, PlanUndoOptions& undo) {
   options.Flag("--force", undo.force, "Also if another program has changed the plan since");
 }
 
+void AddReconcile(Options options, ReconcileOptions& reconcile) {
+  options.Text("--company", "FILE", reconcile.companyFile, "Company file to read (not needed with --replay)");
+  options.Text("--replay", "FILE", reconcile.replayFile, "Read a recorded exchange instead of a company");
+  options.Text("--plan", "FILE", reconcile.planFile, "Plan file to compare")->required();
+  options.Parsed("--import-start", "YYYY-MM", reconcile.importStart, ParseYearMonth,
+                 "First of the 12 months [those of the last import]");
+  options.Texts("--profit-and-loss", "DOC", reconcile.statements,
+                "The books' profit and loss: a report's answer or CSV (repeatable)");
+  options.Parsed("--tolerance", "AMOUNT", reconcile.tolerance, ParseTolerance,
+                 "Largest difference that counts as none [0.01]");
+  options.Flag("--months", reconcile.months, "One line per account and month");
+  options.Flag("--json", reconcile.json, "Print one JSON object");
+}
+
 void AddCompanies(Options options, CompaniesOptions& companies) {
   options.Text("--quickbooks-folder", "DIR", companies.quickBooksFolder,
                "Folder of the QuickBooks program [as configured]");
@@ -228,6 +259,8 @@ class CommandTree {
     RequireCommand(program_);
     Add<ImportCommand>(program_, "import", "Import a company's accounts into a plan", help_text::import,
                        AddImport);
+    Add<ReconcileOptions>(program_, "reconcile", "Compare a plan with the books", help_text::reconcile,
+                          AddReconcile);
     Add<AccountsOptions>(program_, "accounts", "List a company's accounts", help_text::accounts, AddAccounts);
     Add<CompaniesOptions>(program_, "companies", "List the company files in the QuickBooks folder",
                           help_text::companies, AddCompanies);
@@ -248,6 +281,8 @@ class CommandTree {
                             AddCompanyInfo);
     Add<CheckCompanyOptions>(company, "check", "Check a company file for damage", help_text::checkCompany,
                              AddCheckCompany);
+    Add<ProfitAndLossOptions>(company, "profit-and-loss", "Print a company's profit and loss",
+                              help_text::profitAndLoss, AddProfitAndLoss);
     Add<GenerateCompanyOptions>(company, "generate", "Generate a company with years of transactions",
                                 help_text::generateCompany, AddGenerateCompany);
     CLI::App& plan = AddFamily("plan", "Create, show and restore plan files", help_text::plan);

@@ -7,12 +7,14 @@
 #include "cli/company/check_command.h"
 #include "cli/company/commands.h"
 #include "cli/company/companies_command.h"
+#include "cli/company/profit_and_loss_command.h"
 #include "cli/company/question_commands.h"
 #include "cli/dialog/command.h"
 #include "cli/explain/command.h"
 #include "cli/import/options.h"
 #include "cli/plan/commands.h"
 #include "cli/plan/history_commands.h"
+#include "cli/reconcile/options.h"
 
 namespace krnqb::cli {
 
@@ -25,7 +27,8 @@ struct PrintedText {
 using Command =
     std::variant<PrintedText, ImportCommand, AccountsOptions, TablesOptions, RequestOptions, SupportsOptions,
                  NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, CheckCompanyOptions,
-                 GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions, PlanHistoryOptions, PlanDiffOptions,
-                 PlanUndoOptions, CompaniesOptions, DialogOptions, ExplainOptions>;
+                 ProfitAndLossOptions, GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions,
+                 PlanHistoryOptions, PlanDiffOptions, PlanUndoOptions, ReconcileOptions, ExplainOptions,
+                 CompaniesOptions, DialogOptions>;
 
 }  // namespace krnqb::cli

@@ -33,6 +33,17 @@ The plan is written once, at the very end; its previous version is kept beside i
 as .bak and, with a number, in PLAN.history. "krnqb plan undo" brings it back.
 A second import into the same plan at the same time is refused.)";
 
+inline constexpr std::string_view reconcile =
+    R"(Compares the plan's actual amounts with what the last import wrote, with what an
+import books now, and with the books: the company's own transactions, or the profit
+and loss given with --profit-and-loss. Prints the causes of every difference; what
+has no cause is shown as unexplained. Nothing is changed. Exit status 0 if the plan
+agrees with the books, 4 if it differs.
+
+Examples:
+  krnqb reconcile --company nursery.qbw --plan nursery.kpf || echo "differs"
+  krnqb reconcile --company nursery.qbw --plan nursery.kpf --months --json || true)";
+
 inline constexpr std::string_view explain =
     R"(LEDGER is what krnqb import --ledger LEDGER has written. With --row, prints the lines
 of each month: what QuickBooks answered, what was added and by which rule, and their
@@ -110,11 +121,13 @@ inline constexpr std::string_view newCompany =
   krnqb company new reports.qbw --name "Nursery" --fiscal-month 7 --processor 2.0)";
 
 inline constexpr std::string_view loadCompany =
-    R"(Each document is loaded whole or not at all. Loading a record again replaces it.
+    R"(Loading a record again replaces it. Records of other kinds than accounts, items and
+the transactions of a profit and loss are passed over with a warning; with --strict
+nothing of their document is loaded. Nothing of a faulty document is loaded either.
 
 Examples:
   krnqb company load nursery.qbw samples/nursery/*.xml
-  krnqb company load nursery.qbw accounts.xml)";
+  krnqb company load --strict nursery.qbw accounts.xml)";
 
 inline constexpr std::string_view companyInfo =
     R"(Examples:
@@ -131,6 +144,16 @@ Examples:
   krnqb company check nursery.qbw
   krnqb company check --fix nursery.qbw
   krnqb company check nursery.qbw --json)";
+
+inline constexpr std::string_view profitAndLoss =
+    R"(Adds up the company's own transactions, whatever qbXML version it answers, on the
+accrual basis. Then names the accounts whose balances the loaded transactions do not
+explain. By default the period is the fiscal year of the last transaction.
+
+Examples:
+  krnqb company profit-and-loss nursery.qbw
+  krnqb company profit-and-loss nursery.qbw --from 2002-01 --to 2002-03 --months
+  krnqb company profit-and-loss nursery.qbw --json)";
 
 inline constexpr std::string_view generateCompany =
     R"(The company has accounts three levels deep, items of every kind, and seasonal bills,

@@ -9,6 +9,7 @@
 #include "cli/console/streams.h"
 #include "cli/import/command.h"
 #include "cli/import/json_output.h"
+#include "cli/reconcile/command.h"
 #include "support/error_handling.h"
 
 namespace krnqb::cli {

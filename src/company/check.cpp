@@ -4,8 +4,8 @@
 
 #include <system_error>
 
+#include "company/copying.h"
 #include "company/file.h"
-#include "company/records/copying.h"
 #include "company/records/errors.h"
 #include "company/records/proof.h"
 #include "company/records/schema.h"

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <functional>
+#include <map>
 #include <memory>
 #include <system_error>
 
@@ -135,9 +137,18 @@ CompanyInfo CompanyFile::Info() const {
   return info;
 }
 
-LoadSummary CompanyFile::Load(std::string_view documentName, std::string_view bytes) {
-  return Store(documentName,
-               [&](const RecordReceiver& receive) { ReadDocument(documentName, bytes, receive); });
+LoadSummary CompanyFile::Load(std::string_view documentName, std::string_view bytes,
+                              UnknownKinds unknownKinds) {
+  std::map<std::string, std::int64_t, std::less<>> passedOver;
+  PassedOverReceiver passOver;
+  if (unknownKinds == UnknownKinds::PassOver) {
+    passOver = [&](std::string_view element) { ++passedOver[std::string(element)]; };
+  }
+  LoadSummary summary = Store(documentName, [&](const RecordReceiver& receive) {
+    ReadDocument(documentName, bytes, receive, passOver);
+  });
+  for (const auto& [element, count] : passedOver) summary.passedOver.push_back({element, count});
+  return summary;
 }
 
 LoadSummary CompanyFile::Store(std::string_view source,
@@ -146,7 +157,7 @@ LoadSummary CompanyFile::Store(std::string_view source,
     throw Error(company_error::unexpected,
                 fmt::format("The company file {} is open for reading only.", path_.string()));
   }
-  LoadSummary summary{std::string(source), {}, {}};
+  LoadSummary summary{std::string(source), {}, {}, {}};
   Transaction transaction(database_);
   RecordStore records(database_);
   produce([&](CompanyRecord&& record) {
@@ -156,6 +167,26 @@ LoadSummary CompanyFile::Store(std::string_view source,
   records.OrderLists();
   transaction.Commit();
   return summary;
+}
+
+std::optional<LedgerDays> CompanyFile::TransactionDays() const {
+  return ReadLedgerDays(database_);
+}
+
+std::string CompanyFile::TransactionText(std::string_view element, std::string_view transactionId) const {
+  const RecordKind* const kind = FindRecordKind(element);
+  if (kind == nullptr || kind->shape != RecordShape::Transaction) return {};
+  Statement text = database_.Prepare("SELECT xml FROM record WHERE family = ?1 AND key = ?2");
+  return text.Bind(1, kind->family).Bind(2, transactionId).Step() ? std::string(text.Text(0)) : std::string();
+}
+
+void CompanyFile::ReadLedgerEntries(std::string_view firstDay, std::string_view lastDay,
+                                    const LedgerEntryReceiver& receive) const {
+  company::ReadLedgerEntries(database_, firstDay, lastDay, receive);
+}
+
+company::ProfitAndLoss CompanyFile::ProfitAndLoss(std::string_view firstDay, std::string_view lastDay) const {
+  return ComputeProfitAndLoss(database_, firstDay, lastDay);
 }
 
 std::string CompanyFile::Answer(std::string_view request) const {

@@ -3,12 +3,16 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "company/records/database.h"
+#include "company/records/ledger.h"
 #include "company/records/store.h"
+#include "company/reports/entries.h"
+#include "company/reports/profit_and_loss.h"
 
 namespace krnqb::company {
 
@@ -27,6 +31,14 @@ struct LoadSummary {
   std::string document;
   std::vector<RecordCount> added;
   std::vector<RecordCount> replaced;
+  /// The records of kinds that company files cannot store, by element name, in alphabetical order.
+  std::vector<RecordCount> passedOver;
+};
+
+/// What a load does with records of kinds that company files cannot store.
+enum class UnknownKinds {
+  PassOver,  ///< load the rest of the document
+  Refuse     ///< load nothing of the document
 };
 
 /// A company file: a database of accounts, items and transactions, stored as qbXML records, that answers
@@ -62,11 +74,28 @@ class CompanyFile {
   /// names the document, the line and the reason. A record with the same kind and ListID or TxnID is replaced
   /// and keeps its place in the list; CompanyRet replaces the company's name and fiscal year. Throws Error
   /// `company_error::unexpected` if the file is open for reading only.
-  LoadSummary Load(std::string_view documentName, std::string_view bytes);
+  LoadSummary Load(std::string_view documentName, std::string_view bytes,
+                   UnknownKinds unknownKinds = UnknownKinds::PassOver);
 
   /// Loads the records that `produce` passes, one by one, to its receiver. If `produce` throws, no records
   /// are loaded and the exception is passed on.
   LoadSummary Store(std::string_view source, const std::function<void(const RecordReceiver&)>& produce);
+
+  /// Returns the dates of the company's first and last transaction; nullopt if it has none.
+  std::optional<LedgerDays> TransactionDays() const;
+
+  /// Returns the text of the transaction with this record element, such as "InvoiceRet", and TxnID, as it is
+  /// answered; empty if the company has none.
+  std::string TransactionText(std::string_view element, std::string_view transactionId) const;
+
+  /// Passes what the company's transactions post to the accounts of a profit and loss to `receive`; see
+  /// `company::ReadLedgerEntries`.
+  void ReadLedgerEntries(std::string_view firstDay, std::string_view lastDay,
+                         const LedgerEntryReceiver& receive) const;
+
+  /// Returns the company's profit and loss, whatever its processor's version, and how much of each account's
+  /// balance the loaded transactions explain; see `company::ComputeProfitAndLoss`.
+  company::ProfitAndLoss ProfitAndLoss(std::string_view firstDay, std::string_view lastDay) const;
 
   /// Returns the response to a request document. Throws Error `company_error::cannotParse` if the request
   /// cannot be parsed or its version is later than the processor's.

@@ -64,6 +64,8 @@ awk '
     Room("plan_file", "files xml")
     Room("plan_file/history", "plan_file")
     Room("plan_file/views", "plan_file")
+    Room("profit_and_loss", "files xml")
+    Room("reconcile", "company plan_file/history plan_file/views profit_and_loss")
     Room("cli/console", "ui plan_file/history plan_file/views")
     Room("cli/exchange", "cli/console company ledger")
     Room("cli/import/progress", "cli/console")
@@ -72,8 +74,9 @@ awk '
     Room("cli/explain", "cli/import")
     Room("cli/company", "cli/import sample_company")
     Room("cli/plan", "cli/console")
+    Room("cli/reconcile", "cli/company reconcile")
     Room("cli/dialog", "cli/import")
-    Room("cli", "cli/company cli/plan cli/dialog cli/explain")
+    Room("cli", "cli/company cli/plan cli/reconcile cli/explain cli/dialog")
     # Single headers that a room may include from another one.
     mayFile["company/records", "qbxml/envelope.h"] = 1
     mayFile["cli/dialog", "ui/qt/toolkit.h"] = 1

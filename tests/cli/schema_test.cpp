@@ -208,6 +208,7 @@ TEST(JsonSchemas, RefuseTheOtherOutputsWithoutAMemberOrWithAnotherType) {
   for (const auto& record : info.at("records").items()) kinds.insert(record.key());
   ExpectExact("company-info", info, kinds);
   ExpectExact("company-check", Printed({"company", "check", company, "--json"}), {});
+  ExpectExact("company-profit-and-loss", Printed({"company", "profit-and-loss", company, "--json"}), {});
   ExpectExact("plan-show", Printed({"plan", "show", place / "ald.kpf", "--json"}), {});
   ASSERT_EQ(RunProgram(place.ImportArguments("ald.kpf", {"--expenses"})).code, 0);
   ExpectExact("plan-history", Printed({"plan", "history", place / "ald.kpf", "--json"}),

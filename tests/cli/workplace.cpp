@@ -60,7 +60,8 @@ std::string SchemaOf(const Words& arguments) {
   const auto word = [&](std::size_t index) { return index < arguments.size() ? arguments[index] : ""; };
   const Words alone{"import", "accounts", "companies", "explain"};
   if (Contains(alone, word(0))) return word(0);
-  const Words pairs{"company info", "company check", "plan show", "plan history", "plan diff"};
+  const Words pairs{"company info", "company check", "company profit-and-loss",
+                    "plan show",    "plan history",  "plan diff"};
   if (Contains(pairs, word(0) + ' ' + word(1))) return word(0) + '-' + word(1);
   return "failure";
 }

@@ -194,14 +194,11 @@ TEST_F(CompanyLoad, LoadsNothingOfAFaultyDocumentAndNamesTheFault) {
       {"<html>\n</html>", "bad.xml, line 1: not a qbXML response: the root element is html"},
       {"<QBXML>\n<QBXMLMsgsRq/>\n</QBXML>", "bad.xml, line 2: QBXMLMsgsRs expected, found QBXMLMsgsRq"},
       {Response(good) + "<", "bad.xml, line 12: not well-formed: "},
-      {Response(good + "<VendorQueryRs>\n</VendorQueryRs>\n"),
-       "bad.xml, line 10: company files cannot store records of VendorQueryRs"},
-      {Response(good + "<GeneralSummaryReportQueryRs/>\n"),
-       "bad.xml, line 10: company files cannot store records of GeneralSummaryReportQueryRs"},
       {Response(good + "<BillQueryRs statusCode=\"3250\" statusMessage=\"Feature off\"/>\n"),
        "bad.xml, line 10: BillQueryRs has the error status 3250: Feature off"},
-      {Response(good + "<AccountQueryRs>\n<VendorRet/></AccountQueryRs>\n"),
-       "bad.xml, line 11: company files cannot store VendorRet records"},
+      {Response(good + "<BillAddRs>\n<BillRet><TxnID>1</TxnID><TxnDate>2002-01-01</TxnDate></BillRet>"
+                       "</BillAddRs>\n"),
+       "bad.xml, line 11: BillAddRs cannot contain BillRet"},
       {Response(good + "<BillQueryRs>\n" + Account("c", "Bank") + "</BillQueryRs>\n"),
        "bad.xml, line 11: BillQueryRs cannot contain AccountRet"},
       {Response(good + "<AccountQueryRs>\n<AccountRet/></AccountQueryRs>\n"),
@@ -235,6 +232,83 @@ TEST_F(CompanyLoad, LoadsNothingOfAFaultyDocumentAndNamesTheFault) {
   }
   company.Load("good.xml", Response(good));
   EXPECT_EQ(Texts("//ListID"), (Values{"a", "b"}));
+}
+
+TEST_F(CompanyLoad, PassesOverRecordsThatCannotBeStored) {
+  const LoadSummary summary = company.Load(
+      "all.xml",
+      Response("<VendorQueryRs><VendorRet/><VendorRet/></VendorQueryRs>"
+               "<CustomerQueryRs statusCode=\"3250\" statusMessage=\"Feature off\"/>"
+               "<EstimateQueryRs><EstimateRet><TxnID>1</TxnID></EstimateRet></EstimateQueryRs>"
+               "<AccountQueryRs>" +
+               Account("a", "Income") + "<BudgetRet/>" + Account("b", "Income") +
+               "</AccountQueryRs><ItemQueryRs><ItemFixedAssetRet/><ItemServiceRet><ListID>i</ListID>"
+               "</ItemServiceRet></ItemQueryRs>"));
+  EXPECT_EQ(CountsText(summary.added), "2 AccountRet, 1 ItemServiceRet, ");
+  EXPECT_EQ(CountsText(summary.passedOver), "1 BudgetRet, 1 EstimateRet, 1 ItemFixedAssetRet, 2 VendorRet, ");
+  EXPECT_EQ(CountsText(company.Info().records), "1 CompanyRet, 2 AccountRet, 1 ItemServiceRet, ");
+  EXPECT_EQ(CountsText(company.Load("good.xml", Accounts(Account("a", "Income"))).passedOver), "");
+}
+
+TEST_F(CompanyLoad, RefusesThemIfAskedTo) {
+  company.Load("first.xml", Accounts(Account("a", "Income")));
+  const std::string good = "<AccountQueryRs>\n" + Account("b", "Income") + "</AccountQueryRs>\n";
+  struct Case {
+    std::string document, fault;
+  };
+  const std::vector<Case> cases = {
+      {good + "<VendorQueryRs>\n</VendorQueryRs>\n",
+       "bad.xml, line 10: company files cannot store records of VendorQueryRs"},
+      {good + "<GeneralSummaryReportQueryRs/>\n",
+       "bad.xml, line 10: company files cannot store records of GeneralSummaryReportQueryRs"},
+      {good + "<AccountQueryRs>\n<VendorRet/></AccountQueryRs>\n",
+       "bad.xml, line 11: company files cannot store VendorRet records"},
+      {good + "<BillAddRs>\n</BillAddRs>\n",
+       "bad.xml, line 10: company files cannot store records of BillAddRs"},
+  };
+  for (const auto& [document, fault] : cases) {
+    SCOPED_TRACE(document);
+    EXPECT_EQ(
+        ThrownError([&] { company.Load("bad.xml", Response(document), UnknownKinds::Refuse); }).Description(),
+        fault);
+    EXPECT_EQ(Texts("//ListID"), Values{"a"});
+  }
+  EXPECT_EQ(CountsText(company.Load("good.xml", Response(good), UnknownKinds::Refuse).added),
+            "1 AccountRet, ");
+}
+
+TEST_F(CompanyLoad, StoresEveryKindOfAProfitAndLoss) {
+  const std::vector<std::string> kinds = {"Bill",
+                                          "Check",
+                                          "CreditCardCharge",
+                                          "Invoice",
+                                          "SalesReceipt",
+                                          "JournalEntry",
+                                          "CreditMemo",
+                                          "VendorCredit",
+                                          "CreditCardCredit",
+                                          "Deposit",
+                                          "ReceivePayment",
+                                          "BillPaymentCheck",
+                                          "BillPaymentCreditCard",
+                                          "ItemReceipt",
+                                          "Charge",
+                                          "InventoryAdjustment"};
+  std::string answers;
+  std::string counts = "1 CompanyRet, ";
+  for (const std::string& kind : kinds) {
+    answers += fmt::format(
+        "<{0}QueryRs><{0}Ret><TxnID>1</TxnID><TxnDate>2002-01-01</TxnDate></{0}Ret></{0}QueryRs>", kind);
+    counts += fmt::format("1 {}Ret, ", kind);
+  }
+  EXPECT_EQ(company.Load("all.xml", Response(answers), UnknownKinds::Refuse).added.size(), kinds.size());
+  EXPECT_EQ(CountsText(company.Info().records), counts);
+  EXPECT_EQ(company.Load("all.xml", Response(answers)).replaced.size(), kinds.size());
+  for (std::size_t kind = 5; kind < kinds.size(); ++kind) {
+    EXPECT_NE(company.Answer(Request("1.1", "<" + kinds[kind] + "QueryRq/>")).find("statusCode=\"1030\""),
+              std::string::npos)
+        << kinds[kind];
+  }
 }
 
 TEST_F(CompanyLoad, NamesALineBeyond65535) {

@@ -129,7 +129,63 @@ def command_lines():
         keep("command_lines", "\0".join(words))
 
 
+CSV = """Greenleaf Nursery
+Profit & Loss
+January through February 2002
+Accrual Basis
+,Jan 02,Feb 02,TOTAL
+   Ordinary Income/Expense
+      Income
+         Sales
+            60210 \u00b7 Plants,"1,000.00",200.50,"1,200.50"
+            Sales - Other,10.00,,10.00
+         Total Sales,"1,010.00",200.50,"1,210.50"
+      Total Income,"1,010.00",200.50,"1,210.50"
+   Gross Profit,"1,010.00",200.50,"1,210.50"
+      Expense
+         Rent,(5.00),$1.00,-4.00
+      Total Expense,-5.00,1.00,-4.00
+Net Ordinary Income,"1,015.00",199.50,"1,214.50"
+Net Income,"1,015.00",199.50,"1,214.50"
+"""
+DETAIL = """January 2002
+,Type,Date,Num,Name,Memo,Account,Amount,Balance
+Expense
+Payroll
+,Paycheck,01/15/2002,101,"Ames, Jo",Wages,Payroll,"1,000.00","1,000.00"
+Total Payroll,,,,,,,"1,000.00","1,000.00"
+Total Expense,,,,,,,"1,000.00","1,000.00"
+Net Income,,,,,,,"-1,000.00","-1,000.00"
+"""
+DETAIL_ANSWER = """<QBXML><QBXMLMsgsRs><GeneralDetailReportQueryRs statusCode="0"><ReportRet><ReportTitle>P</ReportTitle>
+<ColDesc colID="1"><ColType>Blank</ColType></ColDesc><ColDesc colID="2"><ColType>TxnType</ColType></ColDesc>
+<ColDesc colID="3"><ColType>Date</ColType></ColDesc><ColDesc colID="4"><ColType>Amount</ColType></ColDesc><ReportData>
+<TextRow rowNumber="1" value="Income" /><TextRow rowNumber="2" value="Sales" /><DataRow rowNumber="3">
+<ColData colID="2" value="Bill" /><ColData colID="3" value="2002-01-05" /><ColData colID="4" value="1.50" /></DataRow>
+<SubtotalRow rowNumber="4"><ColData colID="1" value="Total Sales" /><ColData colID="4" value="1.50" /></SubtotalRow>
+<TotalRow rowNumber="5"><ColData colID="1" value="Net Income" /><ColData colID="4" value="1.50" /></TotalRow>
+</ReportData></ReportRet></GeneralDetailReportQueryRs></QBXMLMsgsRs></QBXML>
+"""
+
+
+def statements():
+    """Adds reports as answers and as CSV, alone and with a second document after a NUL."""
+    flat = re.sub("^ +", "", CSV, flags=re.M)
+    semicolons = re.sub('"(.*?),(.*?)"', r"\1\2", CSV).replace(",", ";")
+    documents = [CSV, flat, CSV.encode("cp1252"), "\ufeff" + CSV, semicolons, semicolons.replace(".", ","),
+                 DETAIL, DETAIL_ANSWER, "Account,2002-01\nSales:Plants,5\nTotal,5\n"]
+    recording = (tree / "tests/recorded_imports/recordings/nursery-2.0.jsonl").read_text().splitlines()
+    for line in recording[1:]:
+        answer = json.loads(line).get("response", "")
+        if "<ReportTitle>Profit" in answer and len(documents) < 14:
+            documents.append(re.sub(r'<ColData colID="(?!14|1"|2").*\n', "", shortened(answer)))
+    for document in documents:
+        keep("statements", document)
+        keep("statements", document, b"\0", DETAIL)
+
+
 recorded()
+statements()
 samples()
 numbers()
 command_lines()

@@ -3,6 +3,7 @@
 #include "plan_file/changes.h"
 #include "plan_file/views/figures.h"
 #include "plan_file/views/planned_names.h"
+#include "plan_file/views/row_figures.h"
 #include "plan_file/views/table_view.h"
 #include "support/display_width.h"
 
@@ -71,6 +72,8 @@ void RequireViews(PlanContent content, std::optional<YearMonth> start) {
   }
   plan_file::FiguresOf(content, QBKRN_ALD, plan_file::BlockKind::Planned);
   plan_file::FiguresOf(content, QBKRN_BRI, plan_file::BlockKind::Actual);
+  RowFiguresOf(content, QBKRN_ALD, plan_file::FigureSource::ActualCells);
+  RowFiguresOf(content, QBKRN_BRI, plan_file::FigureSource::GrowthFormulas);
 }
 
 void Run(Input input) {
@@ -78,8 +81,10 @@ void Run(Input input) {
   plan_file::PlanDocument document;
   const auto refusal = ErrorOf([&] { document = plan_file::ReadPlanDocument(bytes, "plan.kpf"); });
   if (refusal) {
-    Require(refusal->Description().starts_with("cannot open the plan plan.kpf: line "),
-            "a fault is reported with its line", refusal->Description());
+    constexpr std::string_view failed = "cannot open the plan plan.kpf: ";
+    const std::string expected = std::string(failed) + (bytes.empty() ? "it is empty; " : "line ");
+    Require(refusal->Description().starts_with(expected), "a fault is reported with its line",
+            refusal->Description());
     return;
   }
   const PlanContent content = ContentOf(document);

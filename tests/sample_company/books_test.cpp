@@ -33,7 +33,7 @@ class Books {
       itemAccounts_[TextAt(item, "ListID")] = company::ReadItemAccounts(item);
     for (const XmlElement& transaction : company.Transactions()) {
       const std::string year = TextAt(transaction, "TxnDate").substr(0, 4);
-      for (const company::Posting& posting : company::ReadPostings(transaction)) Post(posting, year);
+      for (const company::Posting& posting : company::ReadPostings(transaction.Xml())) Post(posting, year);
     }
   }
 

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "cli/company/interruptible.h"
 #include "cli/company/json_output.h"
 #include "cli/console/attempt.h"
@@ -16,6 +18,7 @@ namespace {
 using company::CompanyFile;
 using company::FileAccess;
 using company::RecordCount;
+using company::UnknownKinds;
 
 // "52 AccountRet, 3 ItemServiceRet", or "nothing".
 std::string CountsText(const std::vector<RecordCount>& counts) {
@@ -30,6 +33,18 @@ std::string LoadText(const company::LoadSummary& summary) {
   std::string text = fmt::format("{}: added {}", summary.document, CountsText(summary.added));
   if (!summary.replaced.empty()) text += fmt::format("; replaced {}", CountsText(summary.replaced));
   return text + '\n';
+}
+
+void WarnOfPassedOver(const company::LoadSummary& summary, const Console& console) {
+  constexpr std::size_t mostKinds = 20;
+  if (summary.passedOver.empty()) return;
+  std::vector<RecordCount> named = summary.passedOver;
+  const std::size_t kinds = named.size();
+  named.resize(std::min(kinds, mostKinds));
+  std::string text = CountsText(named);
+  if (kinds > mostKinds) text += fmt::format(" and {} more kinds", kinds - mostKinds);
+  Warn(console,
+       fmt::format("{}: passed over {}: company files cannot store such records", summary.document, text));
 }
 
 struct Document {
@@ -119,7 +134,10 @@ CommandEnd Run(const LoadCompanyOptions& options, const Console& console) {
     CompanyFile company = OpenCompany(options.file, FileAccess::ReadWrite, interrupts);
     WarnOfChecksums(company, options.file, console);
     for (const auto& [document, bytes] : documents) {
-      console.out << LoadText(company.Load(document, bytes));
+      const company::LoadSummary summary =
+          company.Load(document, bytes, options.strict ? UnknownKinds::Refuse : UnknownKinds::PassOver);
+      console.out << LoadText(summary);
+      WarnOfPassedOver(summary, console);
       ++loaded;
     }
   } catch (...) {

@@ -13,6 +13,7 @@ enum class ExitCode : int {
   Failed = 1,      ///< nothing was written
   WrongUsage = 2,  ///< nothing was attempted
   Incomplete = 3,  ///< done, but something is missing
+  Differs = 4,     ///< done: the plan differs from the books
   // Ended from outside: 128 and the number of the signal. Nothing was written.
   HungUp = 129,        ///< SIGHUP
   Interrupted = 130,   ///< SIGINT

@@ -94,6 +94,7 @@ class PlanImport {
     const plan_file::PlanContent after = plan_file::ReadPlanContent(*plan_);
     outcome_.tables = plan_file::CompareTables(before, after);
     outcome_.summary = SummarizeImport(before, after, outcome_.tables, outcome_.summary.scope);
+    KeepRows(facts_, after, settings.product, outcome_.summary.scope.balances);
     if (ledger_) ledger_->Finish(LedgerFactsNow());
     interrupts_.PassPointOfNoReturn();
     Save();

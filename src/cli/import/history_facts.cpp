@@ -2,7 +2,11 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "cli/console/option_values.h"
+#include "plan_file/views/row_figures.h"
+#include "support/number_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -52,6 +56,25 @@ plan_file::ImportFacts HistoryFacts(const ImportSettings& settings, const Import
   facts.periodTo = plan_file::PlanStartText(TwelveMonths(start).Last());
   facts.options = OptionTexts(settings.options, imported);
   return facts;
+}
+
+void KeepRows(plan_file::ImportFacts& facts, const plan_file::PlanContent& written, QBKRNproduct product,
+              QBKRN_BalancesImport balances) {
+  const auto source = balances == BalImport_Planned ? plan_file::FigureSource::GrowthFormulas
+                                                    : plan_file::FigureSource::ActualCells;
+  facts.rows.emplace();
+  for (const plan_file::RowFigures& row : plan_file::RowFiguresOf(written, product, source)) {
+    plan_file::WrittenRow kept{
+        .block = std::string(GroupBlockId(row.group, product, plan_file::BlockKind::Planned)),
+        .row = row.row,
+        .name = row.name};
+    for (const std::optional<double>& month : row.months) {
+      kept.months.push_back(month ? GeneralNumberText(*month) : std::string());
+    }
+    const bool anyAmount =
+        std::ranges::any_of(row.months, [](const auto& month) { return month.has_value(); });
+    if (anyAmount) facts.rows->push_back(std::move(kept));
+  }
 }
 
 void CountChanges(plan_file::ImportFacts& facts, const std::vector<plan_file::TableChange>& tables) noexcept {

@@ -63,6 +63,7 @@ ImportResult ResultOf(ExitCode code) noexcept {
     case ExitCode::Interrupted:
     case ExitCode::Terminated:
       return ImportResult::Interrupted;
+    case ExitCode::Differs:
     case ExitCode::OutputClosed:
     case ExitCode::Failed:
       break;

@@ -65,7 +65,6 @@ void ReadTransaction(const XmlElement& element, CompanyRecord& record) {
     Refuse(fmt::format("{} has the TxnDate \"{}\", which is not a date written YYYY-MM-DD", element.Name(),
                        Shown(record.date)));
   }
-  record.postings = ReadPostings(element);
 }
 
 // Item records are answers to the request for all items or for one kind of item.
@@ -91,7 +90,8 @@ void CheckStatus(const XmlElement& answer) {
 
 class DocumentReader {
  public:
-  DocumentReader(std::string_view name, const RecordReceiver& receive) : name_(name), receive_(receive) {}
+  DocumentReader(std::string_view name, const RecordReceiver& receive, const PassedOverReceiver& passOver)
+      : name_(name), receive_(receive), passOver_(passOver) {}
 
   void Read(std::string_view bytes) {
     const XmlParseResult parsed = ParseXmlBytes(bytes);
@@ -113,17 +113,23 @@ class DocumentReader {
   void ReadAnswer(const XmlElement& answer) {
     const std::string answerName = answer.Name();
     if (answerName == "HostQueryRs") return;
+    const bool isKnown = IsKnownAnswer(answerName);
     At(answer, [&] {
-      if (!IsKnownAnswer(answerName))
-        Refuse(fmt::format("company files cannot store records of {}", answerName));
-      CheckStatus(answer);
+      if (!isKnown && !passOver_) {
+        Refuse(fmt::format("company files cannot store records of {}", Shown(answerName)));
+      }
+      if (isKnown) CheckStatus(answer);
     });
     for (XmlElement element = answer.FirstChild(); element; element = element.NextSibling()) {
+      if (passOver_ && FindRecordKind(element.Name()) == nullptr) {
+        passOver_(element.Name());
+        continue;
+      }
       CompanyRecord record;
       At(element, [&] {
         record = ReadRecord(element);
         if (!IsAnswerOf(answerName, *record.kind)) {
-          Refuse(fmt::format("{} cannot contain {}", answerName, element.Name()));
+          Refuse(fmt::format("{} cannot contain {}", Shown(answerName), element.Name()));
         }
       });
       receive_(std::move(record));
@@ -145,6 +151,7 @@ class DocumentReader {
 
   std::string name_;
   const RecordReceiver& receive_;
+  const PassedOverReceiver& passOver_;
 };
 
 }  // namespace
@@ -156,11 +163,13 @@ CompanyRecord ReadRecord(const XmlElement& element) {
   if (record.kind->shape == RecordShape::ListEntry) ReadListEntry(element, record);
   if (record.kind->shape == RecordShape::Transaction) ReadTransaction(element, record);
   record.text = WriteRecordText(element);
+  if (record.kind->shape == RecordShape::Transaction) record.postings = ReadPostings(record.text.xml);
   return record;
 }
 
-void ReadDocument(std::string_view documentName, std::string_view bytes, const RecordReceiver& receive) {
-  DocumentReader(documentName, receive).Read(bytes);
+void ReadDocument(std::string_view documentName, std::string_view bytes, const RecordReceiver& receive,
+                  const PassedOverReceiver& passOver) {
+  DocumentReader(documentName, receive, passOver).Read(bytes);
 }
 
 }  // namespace krnqb::company

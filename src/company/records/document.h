@@ -28,14 +28,19 @@ struct CompanyRecord {
 /// Receives records one by one.
 using RecordReceiver = std::function<void(CompanyRecord&&)>;
 
+/// Receives the element name of each record that company files cannot store.
+using PassedOverReceiver = std::function<void(std::string_view element)>;
+
 /// Reads the record in an element. Throws Error `company_error::cannotParse` if it is not a record or lacks a
 /// required field: ListID or TxnID, an account's type, a transaction's date.
 CompanyRecord ReadRecord(const XmlElement& element);
 
 /// Passes the records of a qbXML response document to `receive`, in document order. `bytes` are in the
 /// encoding that the document declares. Skips answers to `HostQueryRq`, which describe a program and not a
-/// company. Throws Error `company_error::cannotParse` at the first fault; the description names the document,
-/// the line and the reason.
-void ReadDocument(std::string_view documentName, std::string_view bytes, const RecordReceiver& receive);
+/// company. Records of a kind that company files cannot store are passed over and reported to `passOver`; if
+/// it is empty, they are faults. Throws Error `company_error::cannotParse` at the first fault; the
+/// description names the document, the line and the reason.
+void ReadDocument(std::string_view documentName, std::string_view bytes, const RecordReceiver& receive,
+                  const PassedOverReceiver& passOver);
 
 }  // namespace krnqb::company

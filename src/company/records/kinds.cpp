@@ -28,6 +28,17 @@ constexpr std::array kinds = {
     RecordKind{"CreditCardChargeRet", "CreditCardCharge", RecordShape::Transaction},
     RecordKind{"InvoiceRet", "Invoice", RecordShape::Transaction},
     RecordKind{"SalesReceiptRet", "SalesReceipt", RecordShape::Transaction},
+    RecordKind{"JournalEntryRet", "JournalEntry", RecordShape::Transaction},
+    RecordKind{"CreditMemoRet", "CreditMemo", RecordShape::Transaction},
+    RecordKind{"VendorCreditRet", "VendorCredit", RecordShape::Transaction},
+    RecordKind{"CreditCardCreditRet", "CreditCardCredit", RecordShape::Transaction},
+    RecordKind{"DepositRet", "Deposit", RecordShape::Transaction},
+    RecordKind{"ReceivePaymentRet", "ReceivePayment", RecordShape::Transaction},
+    RecordKind{"BillPaymentCheckRet", "BillPaymentCheck", RecordShape::Transaction},
+    RecordKind{"BillPaymentCreditCardRet", "BillPaymentCreditCard", RecordShape::Transaction},
+    RecordKind{"ItemReceiptRet", "ItemReceipt", RecordShape::Transaction},
+    RecordKind{"ChargeRet", "Charge", RecordShape::Transaction},
+    RecordKind{"InventoryAdjustmentRet", "InventoryAdjustment", RecordShape::Transaction},
 };
 
 constexpr std::array<std::string_view, 16> accountTypes = {

@@ -36,6 +36,8 @@ constexpr std::array requestKinds = {
     RequestKind{"GeneralSummaryReportQueryRq", RequestSubject::Report, "2.0"},
 };
 
+constexpr std::array<std::string_view, 3> reportBases = {"Accrual", "Cash", "None"};
+
 [[noreturn]] void Refuse(std::string_view reason) {
   throw Error(company_error::cannotParse, fmt::format("The request cannot be parsed: {}.", reason));
 }
@@ -155,6 +157,10 @@ void ReadReportQuery(const XmlElement& element, CompanyRequest& request) {
     filter.RequireEnd();
   }
   request.columns = content.TakeText("SummarizeColumnsBy").value_or("");
+  request.basis = content.TakeText("ReportBasis").value_or("");
+  if (!request.basis.empty() && std::ranges::find(reportBases, request.basis) == reportBases.end()) {
+    Refuse(fmt::format("\"{}\" is not a valid ReportBasis", request.basis));
+  }
   content.RequireEnd();
 }
 

@@ -30,6 +30,7 @@ struct CompanyRequest {
   std::string reportType;         ///< of a report, such as "ProfitAndLossStandard"
   std::string accountTypeFilter;  ///< of a report; empty for none
   std::string columns;            ///< of a report, the period of a column, such as "Month"; may be empty
+  std::string basis;              ///< of a report, "Accrual", "Cash" or "None"; may be empty
 
   /// Returns the family of the requested records, such as "Bill".
   std::string_view Family() const noexcept;

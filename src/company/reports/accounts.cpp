@@ -55,7 +55,7 @@ ReportAccounts ReadReportAccounts(const Database& database, std::string_view acc
     ReportAccount account;
     account.key = records.Text(0);
     account.label = account.fullName = LabelOf(record, withNumbers);
-    account.balance = Hundredths(TextOf(record.Child("Balance"))).value_or(0);
+    account.balance = Hundredths(TextOf(record.Child("Balance")));
     const std::size_t position = list.accounts.size();
     // Only an earlier account counts as a parent, so that a cycle of parents still has a top level.
     if (const auto parent = positions.find(std::string(records.Text(1))); parent != positions.end()) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,11 +13,11 @@ namespace krnqb::company {
 
 /// An account as reports show it.
 struct ReportAccount {
-  std::string key;                    ///< ListID
-  std::string label;                  ///< its name, preceded by its number if numbers are in use
-  std::string fullName;               ///< see `FullName`
-  std::int64_t balance = 0;           ///< its own, in hundredths, as in its record
-  std::vector<std::size_t> children;  ///< indexes into the accounts
+  std::string key;                      ///< ListID
+  std::string label;                    ///< its name, preceded by its number if numbers are in use
+  std::string fullName;                 ///< see `FullName`
+  std::optional<std::int64_t> balance;  ///< its own, in hundredths, as in its record; nullopt if it has none
+  std::vector<std::size_t> children;    ///< indexes into the accounts
 };
 
 /// The accounts of one type.

@@ -78,7 +78,7 @@ OwnAmounts BalancesAsOf(const Database& database, const ReportLayout& layout, co
   for (std::size_t account = 0; account < list.accounts.size(); ++account) {
     const auto found = later.find(list.accounts[account].key);
     const std::int64_t postedLater = found == later.end() ? 0 : Shown(found->second, layout);
-    const std::int64_t balance = list.accounts[account].balance - postedLater;
+    const std::int64_t balance = list.accounts[account].balance.value_or(0) - postedLater;
     if (balance != 0) amounts[account] = RowAmounts{balance};
   }
   return amounts;
@@ -96,6 +96,12 @@ std::optional<ReportRefusal> FindReportRefusal(const Database& database, const C
   if (!FindReportKind(request.reportType) || request.accountTypeFilter.empty() ||
       request.columns != "Month") {
     return ReportRefusal{unsupportedMessage, "This request is not supported."};
+  }
+  if (request.basis == "Cash") {
+    return ReportRefusal{
+        unsupportedMessage,
+        "This request is not supported: a company file has reports on the accrual basis only. "
+        "Ask for ReportBasis Accrual."};
   }
   if (!FilteredAccountType(request.accountTypeFilter)) {
     return ReportRefusal{invalidFieldValue,

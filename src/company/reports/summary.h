@@ -16,7 +16,7 @@ struct ReportRefusal {
 };
 
 /// Returns nullopt if the requested report can be computed: profit and loss of at most 240 months, or the
-/// balance sheet, on the accounts of one type.
+/// balance sheet, on the accounts of one type and on the accrual basis.
 std::optional<ReportRefusal> FindReportRefusal(const Database& database, const CompanyRequest& request);
 
 /// Computes a report that is not refused from the company's postings. An open end of its period becomes the

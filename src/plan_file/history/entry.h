@@ -26,6 +26,16 @@ struct PlanVersion {
   bool operator==(const PlanVersion&) const = default;
 };
 
+/// The amounts of a planned row and of its months as an import left them.
+struct WrittenRow {
+  std::string block;                     ///< the id of the planned block
+  std::int32_t row = 1;                  ///< its place in the block, from 1
+  std::string name;                      ///< empty if it has none
+  std::vector<std::string> months = {};  ///< twelve number texts; empty where the plan has no amount
+
+  bool operator==(const WrittenRow&) const = default;
+};
+
 /// An import that wrote a plan, as its history describes it.
 struct ImportFacts {
   std::string product;               ///< ald, bri or cor
@@ -37,6 +47,8 @@ struct ImportFacts {
   std::int64_t rowsRemoved = 0;
   std::int64_t cellsChanged = 0;
   std::int64_t formulasCleared = 0;
+  /// The rows with amounts, of the version that the import wrote; nullopt in descriptions without them.
+  std::optional<std::vector<WrittenRow>> rows = {};
 
   bool operator==(const ImportFacts&) const = default;
 };

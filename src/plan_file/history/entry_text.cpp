@@ -37,8 +37,25 @@ std::string OptionsText(const std::vector<std::string>& options) {
   return text.empty() ? "[]" : fmt::format("[{}\n    ]", text);
 }
 
+std::string TextsInLine(const std::vector<std::string>& texts) {
+  std::string line;
+  for (const std::string& text : texts) line += (line.empty() ? "" : ", ") + Quoted(text);
+  return line;
+}
+
+std::string RowsText(const std::optional<std::vector<WrittenRow>>& rows) {
+  if (!rows) return {};
+  std::string text;
+  for (const WrittenRow& row : *rows) {
+    text += fmt::format("{}\n    {{\"block\": {}, \"row\": {}, \"name\": {}, \"months\": [{}]}}",
+                        text.empty() ? "" : ",", Quoted(row.block), row.row, Quoted(row.name),
+                        TextsInLine(row.months));
+  }
+  return text.empty() ? "  \"rows\": [],\n" : fmt::format("  \"rows\": [{}\n  ],\n", text);
+}
+
 std::string ImportText(const ImportFacts& import) {
-  return fmt::format(
+  std::string text = fmt::format(
       "  \"settings\": {{\n    \"product\": {},\n    \"plan_start\": {},\n    \"options\": {}\n  }},\n"
       "  \"period\": {{\n    \"from\": {},\n    \"to\": {}\n  }},\n"
       "  \"rows_added\": {},\n  \"rows_removed\": {},\n  \"cells_changed\": {},\n  \"formulas_cleared\": "
@@ -46,6 +63,7 @@ std::string ImportText(const ImportFacts& import) {
       Quoted(import.product), Quoted(import.planStart), OptionsText(import.options),
       Quoted(import.periodFrom), Quoted(import.periodTo), import.rowsAdded, import.rowsRemoved,
       import.cellsChanged, import.formulasCleared);
+  return text + RowsText(import.rows);
 }
 
 // Reads the values of a description; a missing or invalid one is an Error that names it.
@@ -71,6 +89,21 @@ class Values {
       texts.push_back(Text(fmt::format("{}.{}", path, index)));
     }
     return texts;
+  }
+
+  bool Has(const std::string& path) const { return json_.contains(path); }
+
+  std::vector<WrittenRow> Rows(const std::string& path) const {
+    std::vector<WrittenRow> rows;
+    const std::size_t length = Of<JsonArray>(path).length;
+    for (std::size_t index = 0; index < length; ++index) {
+      const std::string row = fmt::format("{}.{}", path, index);
+      rows.push_back({.block = Text(row + ".block"),
+                      .row = Number(row + ".row"),
+                      .name = Text(row + ".name"),
+                      .months = Texts(row + ".months")});
+    }
+    return rows;
   }
 
   PlanVersion Version(const std::string& path) const {
@@ -103,15 +136,17 @@ class Values {
 };
 
 ImportFacts ImportFrom(const Values& values) {
-  return {.product = values.Text("settings.product"),
-          .planStart = values.Text("settings.plan_start"),
-          .periodFrom = values.Text("period.from"),
-          .periodTo = values.Text("period.to"),
-          .options = values.Texts("settings.options"),
-          .rowsAdded = values.Count("rows_added"),
-          .rowsRemoved = values.Count("rows_removed"),
-          .cellsChanged = values.Count("cells_changed"),
-          .formulasCleared = values.Count("formulas_cleared")};
+  ImportFacts facts{.product = values.Text("settings.product"),
+                    .planStart = values.Text("settings.plan_start"),
+                    .periodFrom = values.Text("period.from"),
+                    .periodTo = values.Text("period.to"),
+                    .options = values.Texts("settings.options"),
+                    .rowsAdded = values.Count("rows_added"),
+                    .rowsRemoved = values.Count("rows_removed"),
+                    .cellsChanged = values.Count("cells_changed"),
+                    .formulasCleared = values.Count("formulas_cleared")};
+  if (values.Has("rows")) facts.rows = values.Rows("rows");
+  return facts;
 }
 
 }  // namespace

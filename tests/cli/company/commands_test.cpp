@@ -79,6 +79,45 @@ TEST(CompanyLoad, LoadsNothingFromABrokenDocument) {
   EXPECT_EQ(RunProgram({"company", "info", file}).out.find("AccountRet"), std::string::npos);
 }
 
+TEST(CompanyLoad, WarnsOfRecordsThatItPassesOver) {
+  const Workplace place;
+  const std::string file = place / "acme.qbw";
+  RunProgram(NewCompany(file));
+  const std::string document = place / "all.xml";
+  WriteText(document, tests::Replaced(std::string(twoAccounts), "<QBXMLMsgsRs>",
+                                      "<QBXMLMsgsRs><VendorQueryRs><VendorRet/><VendorRet/></VendorQueryRs>"
+                                      "<EstimateQueryRs><EstimateRet/></EstimateQueryRs>"));
+  const ProgramRun strict = RunProgram({"company", "load", file, "--strict", document});
+  EXPECT_EQ(strict.code, 1);
+  EXPECT_EQ(strict.out, "");
+  EXPECT_EQ(strict.err,
+            "krnqb: loading failed: " + document +
+                ", line 2: company files cannot store records of VendorQueryRs; fix the document and "
+                "load it again (nothing was loaded)\n");
+  EXPECT_EQ(RunProgram({"company", "info", file}).out.find("AccountRet"), std::string::npos);
+
+  const ProgramRun run = RunProgram({"company", "load", file, document});
+  EXPECT_EQ(run.code, 0);
+  EXPECT_EQ(run.out, document + ": added 2 AccountRet\n");
+  EXPECT_EQ(run.err,
+            "krnqb: warning: " + document +
+                ": passed over 1 EstimateRet, 2 VendorRet: company files cannot store such records\n");
+  EXPECT_NE(RunProgram({"company", "info", file}).out.find("2  AccountRet"), std::string::npos);
+}
+
+TEST(CompanyLoad, NamesTheFirstTwentyKindsThatItPassesOver) {
+  const Workplace place;
+  const std::string file = place / "acme.qbw";
+  RunProgram(NewCompany(file));
+  std::string records;
+  for (char kind = 'A'; kind <= 'V'; ++kind) records += std::string("<") + kind + "Ret/>";
+  WriteText(place / "all.xml",
+            "<QBXML><QBXMLMsgsRs><OtherQueryRs>" + records + "</OtherQueryRs></QBXMLMsgsRs></QBXML>");
+  const ProgramRun run = RunProgram({"company", "load", file, place / "all.xml"});
+  EXPECT_NE(run.err.find("1 TRet and 2 more kinds: company"), std::string::npos) << run.err;
+  EXPECT_EQ(run.err.find("URet"), std::string::npos) << run.err;
+}
+
 TEST(CompanyLoad, NamesTheRecordWhoseBalanceIsNotANumber) {
   const Workplace place;
   const std::string file = place / "acme.qbw";

@@ -28,7 +28,7 @@ std::string TextOf(const Posting& posting) {
 
 Texts PostingsOf(const std::string& record) {
   Texts texts;
-  for (const Posting& posting : ReadPostings(XmlElement::Parse(record))) texts.push_back(TextOf(posting));
+  for (const Posting& posting : ReadPostings(record)) texts.push_back(TextOf(posting));
   return texts;
 }
 
@@ -100,6 +100,133 @@ TEST(CompanyPostings, OmitAPendingSale) {
   }
   EXPECT_EQ(PostingsOf(Element("InvoiceRet", Element("IsPending", "false") + line)),
             Texts{"sold work -2000 x 1"});
+}
+
+TEST(CompanyPostings, ReverseAPurchaseForACredit) {
+  struct Case {
+    std::string_view element, account, total;
+  };
+  const std::vector<Case> cases = {{"VendorCreditRet", "APAccountRef", "CreditAmount"},
+                                   {"CreditCardCreditRet", "AccountRef", "Amount"}};
+  for (const auto& [element, account, total] : cases) {
+    SCOPED_TRACE(element);
+    EXPECT_EQ(PostingsOf(Element(element, Reference(account, "owed") + Element(total, "30.25") +
+                                              ExpenseLine("rent", "20.00") + ExpenseLine("fees", "-0.75") +
+                                              ItemLine("ItemLineRet", "nails", "11.00", "4"))),
+              (Texts{"account rent -2000", "account fees 75", "bought nails -1100", "account owed 3025"}));
+  }
+}
+
+TEST(CompanyPostings, TakeAnItemReceiptForABill) {
+  EXPECT_EQ(PostingsOf(Element("ItemReceiptRet", Reference("APAccountRef", "owed") +
+                                                     Element("TotalAmount", "16.00") +
+                                                     ExpenseLine("freight", "5.00") +
+                                                     ItemLine("ItemLineRet", "nails", "11.00", "4"))),
+            (Texts{"account freight 500", "bought nails 1100", "account owed -1600"}));
+}
+
+TEST(CompanyPostings, ReverseASaleAndItsCostForACreditMemo) {
+  const std::string inGroup = Reference("ItemGroupRef", "kit") + Element("TotalAmount", "5.00") +
+                              ItemLine("CreditMemoLineRet", "pot", "5.00", "2");
+  EXPECT_EQ(
+      PostingsOf(Element("CreditMemoRet", Reference("ARAccountRef", "due") + Element("Subtotal", "23.00") +
+                                              Element("SalesTaxTotal", "1.13") +
+                                              Element("TotalAmount", "24.13") +
+                                              ItemLine("CreditMemoLineRet", "work", "20.00", "2.5") +
+                                              ItemLine("CreditMemoLineRet", "discount", "-2.00") +
+                                              Element("CreditMemoLineGroupRet", inGroup))),
+      (Texts{"sold work 2000 x -2.5", "sold discount -200 x -1", "sold pot 500 x -2", "account due -2413"}));
+  EXPECT_EQ(PostingsOf(Element("CreditMemoRet", Element("IsPending", "true") +
+                                                    ItemLine("CreditMemoLineRet", "work", "20.00"))),
+            Texts{});
+}
+
+TEST(CompanyPostings, TakeAChargeForAnInvoiceWithOneLine) {
+  const std::string fields = Reference("ItemRef", "work") + Element("Amount", "20.00");
+  EXPECT_EQ(PostingsOf(
+                Element("ChargeRet", fields + Element("Quantity", "2.5") + Reference("ARAccountRef", "due"))),
+            (Texts{"sold work -2000 x 2.5", "account due 2000"}));
+  EXPECT_EQ(PostingsOf(Element("ChargeRet", fields)), Texts{"sold work -2000 x 1"});
+  EXPECT_EQ(PostingsOf(Element("ChargeRet", Reference("ItemRef", "work") + Reference("ARAccountRef", "due"))),
+            Texts{});
+}
+
+TEST(CompanyPostings, PostAJournalEntryAsGiven) {
+  const auto line = [](std::string_view side, std::string_view account, std::string_view amount) {
+    return Element("Journal" + std::string(side) + "Line",
+                   Reference("AccountRef", account) + Element("Amount", amount));
+  };
+  EXPECT_EQ(PostingsOf(Element("JournalEntryRet",
+                               line("Debit", "wages", "100.00") + line("Debit", "tax", "0.00") +
+                                   line("Debit", "fees", "-5.00") + line("Credit", "bank", "95.00") +
+                                   line("Credit", "", "1.00") + line("Credit", "rent", ""))),
+            (Texts{"account wages 10000", "account tax 0", "account fees -500", "account bank -9500"}));
+}
+
+TEST(CompanyPostings, CreditTheLinesOfADepositAndDebitItsCashBack) {
+  const auto line = [](std::string_view element, std::string_view account, std::string_view amount) {
+    return Element(element, Reference("AccountRef", account) + Element("Amount", amount));
+  };
+  EXPECT_EQ(
+      PostingsOf(Element("DepositRet",
+                         Reference("DepositToAccountRef", "bank") + Element("DepositTotal", "77.50") +
+                             line("CashBackInfoRet", "draws", "20.00") +
+                             line("DepositLineRet", "interest", "100.00") +
+                             line("DepositLineRet", "fees", "-2.50") + line("DepositLineRet", "", "9.00"))),
+      (Texts{"account draws 2000", "account interest -10000", "account fees 250", "account bank 7750"}));
+}
+
+TEST(CompanyPostings, PostTheDiscountsOfAPayment) {
+  const auto applied = [](std::string_view discount, std::string_view account) {
+    return Element("AppliedToTxnRet", Element("TxnID", "1") + Element("Amount", "50.00") +
+                                          Element("DiscountAmount", discount) +
+                                          Reference("DiscountAccountRef", account));
+  };
+  EXPECT_EQ(
+      PostingsOf(Element("ReceivePaymentRet",
+                         Reference("ARAccountRef", "due") + Element("TotalAmount", "98.50") +
+                             Reference("DepositToAccountRef", "till") + applied("1.00", "discounts") +
+                             applied("", "") + applied("0.50", "allowances"))),
+      (Texts{"account discounts 100", "account allowances 50", "account till 9850", "account due -10000"}));
+  struct Case {
+    std::string_view element, account;
+  };
+  for (const auto& [element, account] : {Case{"BillPaymentCheckRet", "BankAccountRef"},
+                                         Case{"BillPaymentCreditCardRet", "CreditCardAccountRef"}}) {
+    SCOPED_TRACE(element);
+    EXPECT_EQ(PostingsOf(Element(element, Reference("APAccountRef", "owed") + Reference(account, "money") +
+                                              Element("Amount", "49.00") + applied("1.00", "discounts"))),
+              (Texts{"account discounts -100", "account money -4900", "account owed 5000"}));
+    EXPECT_EQ(PostingsOf(Element(element, Element("Amount", "49.00") + applied("0.00", "discounts"))),
+              Texts{"account discounts 0"});
+    EXPECT_EQ(PostingsOf(Element(element, Reference("APAccountRef", "owed"))), Texts{});
+  }
+}
+
+TEST(CompanyPostings, PostAnInventoryAdjustmentAgainstItsAccount) {
+  const auto line = [](std::string_view item, std::string_view value) {
+    return Element(
+        "InventoryAdjustmentLineRet",
+        Reference("ItemRef", item) + Element("QuantityDifference", "-4") + Element("ValueDifference", value));
+  };
+  EXPECT_EQ(PostingsOf(Element("InventoryAdjustmentRet", Reference("AccountRef", "shrinkage") +
+                                                             line("pot", "-12.00") + line("soil", "0.50") +
+                                                             line("fork", ""))),
+            (Texts{"bought pot -1200", "account shrinkage 1200", "bought soil 50", "account shrinkage -50"}));
+}
+
+TEST(CompanyPostings, HaveTheLinesTheyComeFrom) {
+  const std::string bill =
+      Element("BillRet", Reference("APAccountRef", "owed") + Element("AmountDue", "9.00") +
+                             ExpenseLine("", "1.00") + ExpenseLine("rent", "2.00") +
+                             Element("ItemGroupLineRet", ItemLine("ItemLineRet", "pot", "7.00")));
+  ElementTree tree;
+  std::vector<std::string> lines;
+  for (const PostedLine& posted : ReadPostedLines(tree.Read(bill))) {
+    lines.push_back(posted.line ? fmt::format("{} {}", posted.line.Name(), posted.line.Child("Amount").Text())
+                                : "total");
+  }
+  EXPECT_EQ(lines, (Texts{"ExpenseLineRet 2.00", "ItemLineRet 7.00", "total"}));
 }
 
 // Formats item accounts as "bought A", "sold A", "sold A at 250".

@@ -66,6 +66,28 @@ TEST_F(CompanyReportStatus, IsUnsupportedForAnyOtherReport) {
   }
 }
 
+TEST_F(CompanyReportStatus, IsUnsupportedOnTheCashBasisWithWhatToDo) {
+  const auto report = [](std::string_view type, std::string_view basis) {
+    return Request(
+        "2.0", Element("GeneralSummaryReportQueryRq",
+                       Element("GeneralSummaryReportType", type) +
+                           Element("ReportAccountFilter", Element("AccountTypeFilter", "OrdinaryIncome")) +
+                           Element("SummarizeColumnsBy", "Month") + Element("ReportBasis", basis)));
+  };
+  for (const std::string_view type : {"ProfitAndLossStandard", "BalanceSheetStandard"}) {
+    EXPECT_EQ(company.Answer(report(type, "Cash")),
+              Refused(1030,
+                      "This request is not supported: a company file has reports on the accrual basis only. "
+                      "Ask for ReportBasis Accrual."));
+    for (const std::string_view basis : {"Accrual", "None"}) {
+      EXPECT_EQ(company.Answer(report(type, basis)), company.Answer(report(type, ""))) << basis;
+    }
+  }
+  EXPECT_EQ(
+      tests::ThrownError([&] { company.Answer(report("ProfitAndLossStandard", "cash")); }).Description(),
+      "The request cannot be parsed: \"cash\" is not a valid ReportBasis.");
+}
+
 TEST_F(CompanyReportStatus, DoesNotAffectOtherRequests) {
   company.Load("accounts.xml", AccountDocument({{"bank", "Bank", "Bank", "", "", "1.00"}}));
   const auto message = [](std::string_view filter) {

@@ -36,6 +36,28 @@ TEST(EntryText, IsReadBackAsTheSameEntry) {
   EXPECT_EQ(EntryFromText(EntryText(SomeUndo()), 8), SomeUndo());
 }
 
+TEST(EntryText, HasTheRowsThatTheImportLeft) {
+  HistoryEntry entry = SomeImport();
+  entry.import->rows = {
+      {{.block = "db_sales_values_sales", .row = 2, .name = "Plants \"A\"", .months = {"1.5", ""}},
+       {.block = "db_sales_values_costs", .row = 1, .name = "", .months = {}}}};
+  EXPECT_EQ(EntryFromText(EntryText(entry), 7), entry);
+  EXPECT_NE(EntryText(entry).find(R"({"block": "db_sales_values_sales", "row": 2, "name": "Plants \"A\"", )"
+                                  R"("months": ["1.5", ""]})"),
+            std::string::npos);
+  entry.import->rows.emplace();
+  EXPECT_EQ(EntryFromText(EntryText(entry), 7), entry);
+}
+
+TEST(EntryText, WithRowsOfAnotherFormIsRefused) {
+  HistoryEntry entry = SomeImport();
+  entry.import->rows = {{{.block = "b", .row = 2, .name = "Rent", .months = {"1.5"}}}};
+  const std::string text = EntryText(entry);
+  for (const std::string part : {"\"row\": 2", "\"name\": \"Rent\"", "\"months\": [\"1.5\"]"}) {
+    EXPECT_THROW(EntryFromText(With(text, part, "\"x\": []"), 7), Error) << part;
+  }
+}
+
 TEST(EntryText, IsIndentedJson) {
   EXPECT_EQ(EntryText(SomeImport()), R"({
   "number": 7,

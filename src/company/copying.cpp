@@ -1,4 +1,4 @@
-#include "company/records/copying.h"
+#include "company/copying.h"
 
 #include <fmt/format.h>
 

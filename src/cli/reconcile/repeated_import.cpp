@@ -1,0 +1,114 @@
+#include "cli/reconcile/repeated_import.h"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+#include "cli/exchange/forwarding_processor.h"
+#include "cli/exchange/interruptible_processors.h"
+#include "cli/exchange/presented_processors.h"
+#include "cli/import/expense_selection.h"
+#include "cli/import/failure.h"
+#include "cli/import/replay_failure.h"
+#include "krnqb/import_report.h"
+
+namespace krnqb::cli {
+namespace {
+
+using Answers = std::shared_ptr<std::vector<std::string>>;
+
+class AnswerKeeper final : public ForwardingProcessor {
+ public:
+  AnswerKeeper(std::unique_ptr<RequestProcessor> inner, Answers answers) noexcept
+      : ForwardingProcessor(std::move(inner)), answers_(std::move(answers)) {}
+
+  std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
+    std::string answer = ForwardingProcessor::ProcessRequest(ticket, request);
+    answers_->push_back(answer);
+    return answer;
+  }
+
+ private:
+  Answers answers_;
+};
+
+class AnswerKeepers final : public RequestProcessorFactory {
+ public:
+  AnswerKeepers(std::shared_ptr<RequestProcessorFactory> inner, Answers answers) noexcept
+      : inner_(std::move(inner)), answers_(std::move(answers)) {}
+
+  std::unique_ptr<RequestProcessor> Create() override {
+    return std::make_unique<AnswerKeeper>(inner_->Create(), answers_);
+  }
+
+ private:
+  std::shared_ptr<RequestProcessorFactory> inner_;
+  Answers answers_;
+};
+
+// Collects bookings and, from the notices, what is known about their lines.
+class BookingObserver final : public Observer {
+ public:
+  explicit BookingObserver(reconcile::BookedEntries& booked) noexcept : booked_(booked) {}
+
+  void Notify(const Notice& notice) noexcept override {
+    report_.Notify(notice);
+    if (notice.kind == NoticeKind::AmountSkipped && notice.skipped) booked_.LeftOut(*notice.skipped);
+    const bool cut = notice.finding && notice.finding->code == WarningCode::TextCut;
+    if (cut && notice.place.operation == Operation::ReadSalesTransactions) booked_.CutCost();
+  }
+  BookingReceiver* Bookings() noexcept override { return &booked_; }
+
+  const ImportReport& Report() const noexcept { return report_; }
+
+ private:
+  reconcile::BookedEntries& booked_;
+  ImportReport report_;
+};
+
+class ImportEnd final : public EventSink {
+ public:
+  void XMLprocessing(Variant& /*oXML*/) override {}
+  void TableModified(std::string_view /*sTableID*/) override {}
+  void AfterImport() override { raised_ = true; }
+  void ProgressBarChange(std::int16_t /*PercentValue*/, std::string_view /*Description*/) override {}
+
+  bool Raised() const noexcept { return raised_; }
+
+ private:
+  bool raised_ = false;
+};
+
+}  // namespace
+
+std::vector<std::string> RepeatImport(const ImportSettings& settings, const ImportSource& source,
+                                      const std::shared_ptr<plan_file::PlanFile>& plan, bool keepAnswers,
+                                      const InterruptWatch& interrupts, const Surroundings& surroundings,
+                                      reconcile::BookedEntries& booked) {
+  const auto answers = std::make_shared<std::vector<std::string>>();
+  std::shared_ptr<RequestProcessorFactory> processors = source.processors;
+  if (keepAnswers) processors = std::make_shared<AnswerKeepers>(processors, answers);
+  processors = InterruptibleProcessors(PresentedProcessors(processors, source.presented), interrupts);
+  const auto observer = std::make_shared<BookingObserver>(booked);
+  const auto end = std::make_shared<ImportEnd>();
+  QBDataExchange exchange({.processors = processors,
+                           .sinks = {end},
+                           .observer = observer,
+                           .userInterface = nullptr,
+                           .registry = nullptr,
+                           .clock = surroundings.clock});
+  Configure(exchange, settings, source, plan);
+  if (settings.product == QBKRN_BRI && settings.options.expenses) SelectExpenses(exchange, settings.options);
+  const bool goResult = exchange.Go();
+  interrupts.StopWhenRequested();
+  if (const auto failure = ReplayFailure(settings, source)) throw Failure(*failure);
+  RequireSuccess(exchange, goResult, end->Raised());
+  booked.RequireComplete();
+  if (!observer->Report().Complete()) {
+    throw CommandFailure("reconciling failed", "some data could not be read",
+                         "run krnqb import --dry-run with the same company to see which");
+  }
+  return std::move(*answers);
+}
+
+}  // namespace krnqb::cli

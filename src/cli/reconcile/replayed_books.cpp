@@ -1,0 +1,75 @@
+#include "cli/reconcile/replayed_books.h"
+
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <utility>
+
+#include "cli/console/attempt.h"
+#include "cli/exchange/company_file.h"
+#include "profit_and_loss/merging.h"
+#include "profit_and_loss/reading.h"
+
+namespace krnqb::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A new folder for temporary files, which nobody else can read.
+class TemporaryFolder {
+ public:
+  TemporaryFolder() {
+    std::string path = (fs::temp_directory_path() / "krnqb-XXXXXX").native();
+    if (mkdtemp(path.data()) == nullptr)
+      throw fs::filesystem_error("mkdtemp", path, std::error_code(errno, std::generic_category()));
+    path_ = path;
+  }
+  ~TemporaryFolder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+  }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  const fs::path& Path() const noexcept { return path_; }
+
+ private:
+  fs::path path_;
+};
+
+bool IsReport(const std::string& answer) {
+  return answer.find("<GeneralSummaryReportQueryRs") != std::string::npos;
+}
+
+}  // namespace
+
+reconcile::PostedEntries PostAnswers(const std::vector<std::string>& answers, const YearMonth& start,
+                                     reconcile::WorkTable& table, reconcile::LineKeys& keys,
+                                     const InterruptWatch& interrupts) {
+  return Attempt("adding up the recorded transactions failed",
+                 "free some space in the folder for temporary files", [&] {
+                   const TemporaryFolder folder;
+                   company::CompanyFile company = company::CompanyFile::Create(
+                       folder.Path() / "recorded.qbw", "Recorded", 1, "1.1", FollowInterrupts(interrupts));
+                   for (std::size_t index = 0; index < answers.size(); ++index) {
+                     if (IsReport(answers[index])) continue;
+                     company.Load(fmt::format("answer {} of the recording", index + 1), answers[index]);
+                   }
+                   return reconcile::ReadPostedEntries(company, start, table, keys);
+                 });
+}
+
+std::optional<profit_and_loss::ProfitAndLoss> ReportedBooks(const std::vector<std::string>& answers) {
+  std::vector<profit_and_loss::ProfitAndLoss> reports;
+  for (std::size_t index = 0; index < answers.size(); ++index) {
+    if (!IsReport(answers[index])) continue;
+    reports.push_back(profit_and_loss::ReadProfitAndLoss(fmt::format("answer {} of the recording", index + 1),
+                                                         answers[index]));
+  }
+  if (reports.empty()) return std::nullopt;
+  return profit_and_loss::MergeStatements(std::move(reports));
+}
+
+}  // namespace krnqb::cli

@@ -1,0 +1,149 @@
+#include "company/records/element_tree.h"
+
+#include <charconv>
+#include <cstdint>
+
+#include "company/records/markup.h"
+
+namespace krnqb::company {
+namespace {
+
+constexpr std::size_t none = static_cast<std::size_t>(-1);
+
+void AppendUtf8(std::string& text, std::uint32_t character) {
+  if (character < 0x80) {
+    text += static_cast<char>(character);
+    return;
+  }
+  int following = 1;
+  if (character >= 0x800) following = 2;
+  if (character >= 0x10000) following = 3;
+  const std::uint32_t lead = following == 1 ? 0xC0U : following == 2 ? 0xE0U : 0xF0U;
+  text += static_cast<char>(lead | character >> static_cast<unsigned>(6 * following));
+  while (following-- > 0) {
+    text += static_cast<char>(0x80U | (character >> static_cast<unsigned>(6 * following) & 0x3FU));
+  }
+}
+
+// Appends what a reference, without "&" and ";", stands for.
+void AppendReferred(std::string& text, std::string_view reference) {
+  if (reference.starts_with('#')) {
+    reference.remove_prefix(1);
+    const int base = reference.starts_with('x') ? 16 : 10;
+    if (base == 16) reference.remove_prefix(1);
+    std::uint32_t character = 0;
+    std::from_chars(reference.data(), reference.data() + reference.size(), character, base);
+    AppendUtf8(text, character);
+  } else if (reference == "amp") {
+    text += '&';
+  } else if (reference == "lt") {
+    text += '<';
+  } else if (reference == "gt") {
+    text += '>';
+  } else if (reference == "quot") {
+    text += '"';
+  } else if (reference == "apos") {
+    text += '\'';
+  }
+}
+
+void AppendResolved(std::string& text, std::string_view written) {
+  for (std::size_t begin = 0; begin < written.size();) {
+    const std::size_t reference = written.find('&', begin);
+    text += written.substr(begin, reference - begin);
+    if (reference == std::string_view::npos) return;
+    const std::size_t end = written.find(';', reference);
+    if (end == std::string_view::npos) return;
+    AppendReferred(text, written.substr(reference + 1, end - reference - 1));
+    begin = end + 1;
+  }
+}
+
+}  // namespace
+
+RecordElement RecordElement::At(std::size_t node) const noexcept {
+  return node == none ? RecordElement() : RecordElement(*tree_, node);
+}
+
+std::string_view RecordElement::Name() const noexcept {
+  return tree_ == nullptr ? std::string_view() : tree_->nodes_[node_].name;
+}
+
+std::string RecordElement::Text() const {
+  std::string text;
+  if (tree_ == nullptr) return text;
+  MarkupReader reader(tree_->nodes_[node_].content);
+  for (Markup markup = reader.Next(); markup.kind != MarkupKind::End; markup = reader.Next()) {
+    if (markup.kind == MarkupKind::Text) AppendResolved(text, markup.text);
+    if (markup.kind == MarkupKind::PlainText) text += markup.text;
+  }
+  return text;
+}
+
+RecordElement RecordElement::Parent() const noexcept {
+  return tree_ == nullptr ? RecordElement() : At(tree_->nodes_[node_].parent);
+}
+
+RecordElement RecordElement::FirstChild() const noexcept {
+  return tree_ == nullptr ? RecordElement() : At(tree_->nodes_[node_].firstChild);
+}
+
+RecordElement RecordElement::NextSibling() const noexcept {
+  return tree_ == nullptr ? RecordElement() : At(tree_->nodes_[node_].nextSibling);
+}
+
+RecordElement RecordElement::Child(std::string_view name) const noexcept {
+  if (tree_ == nullptr) return {};
+  for (std::size_t child = tree_->nodes_[node_].firstChild; child != none;
+       child = tree_->nodes_[child].nextSibling) {
+    if (tree_->nodes_[child].name == name && tree_->nodes_[child].isUnqualified) return At(child);
+  }
+  return {};
+}
+
+RecordElement ElementTree::Read(std::string_view xml) {
+  nodes_.clear();
+  open_ = none;
+  MarkupReader reader(xml);
+  for (Markup markup = reader.Next(); markup.kind != MarkupKind::End; markup = reader.Next()) {
+    const std::string_view tag = markup.text;
+    if (markup.kind == MarkupKind::StartTag || markup.kind == MarkupKind::EmptyTag) {
+      if (open_ == none && !nodes_.empty()) return {};
+      Open(tag);
+    }
+    if (markup.kind == MarkupKind::EmptyTag) open_ = nodes_[open_].parent;
+    if (markup.kind == MarkupKind::EndTag && !Close(tag, tag.data() - 2)) return {};
+  }
+  return nodes_.empty() || open_ != none ? RecordElement() : RecordElement(*this, 0);
+}
+
+// An unprefixed name is in the namespace of the nearest "xmlns" above it.
+void ElementTree::Open(std::string_view tag) {
+  const std::size_t nameEnd = tag.find_first_of(" \t\r\n");
+  const std::size_t node = nodes_.size();
+  bool inNamespace = open_ != none && nodes_[open_].inNamespace;
+  if (nameEnd != std::string_view::npos && tag.find("xmlns=") != std::string_view::npos) {
+    inNamespace = tag.find("xmlns=\"\"") == std::string_view::npos;
+  }
+  const std::string_view name = tag.substr(0, nameEnd);
+  const bool isUnqualified = !inNamespace && name.find(':') == std::string_view::npos;
+  nodes_.push_back(
+      {name, {tag.data() + tag.size() + 1, 0}, inNamespace, isUnqualified, open_, none, none, none});
+  if (open_ != none) {
+    Node& parent = nodes_[open_];
+    (parent.lastChild == none ? parent.firstChild : nodes_[parent.lastChild].nextSibling) = node;
+    parent.lastChild = node;
+  }
+  open_ = node;
+}
+
+bool ElementTree::Close(std::string_view name, const char* contentEnd) {
+  if (open_ == none) return false;
+  Node& node = nodes_[open_];
+  if (node.name != name.substr(0, name.find_first_of(" \t\r\n"))) return false;
+  node.content = {node.content.data(), static_cast<std::size_t>(contentEnd - node.content.data())};
+  open_ = node.parent;
+  return true;
+}
+
+}  // namespace krnqb::company

@@ -1,0 +1,213 @@
+#include "company/reports/entries.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "company/records/element_tree.h"
+#include "company/records/kinds.h"
+#include "company/records/postings.h"
+#include "database/failures.h"
+
+namespace krnqb::company {
+namespace {
+
+// In the order of a profit and loss; the second member says whether a credit counts as positive.
+constexpr std::array<std::pair<std::string_view, bool>, 5> shownTypes = {{{"Income", true},
+                                                                          {"CostOfGoodsSold", false},
+                                                                          {"Expense", false},
+                                                                          {"OtherIncome", true},
+                                                                          {"OtherExpense", false}}};
+
+// Rounds as the sums of the reports do: halves away from 0, and what exceeds 64 bits to the last number.
+std::int64_t RoundedCost(double cost) {
+  constexpr double tooLarge = 9223372036854775808.0;
+  const double rounded =
+      std::abs(cost) < 4503599627370496.0 ? std::trunc(cost + std::copysign(0.5, cost)) : cost;
+  if (rounded >= tooLarge) return std::numeric_limits<std::int64_t>::max();
+  if (rounded < -tooLarge) return std::numeric_limits<std::int64_t>::min();
+  return static_cast<std::int64_t>(rounded);
+}
+
+// The least number has no positive counterpart and stays.
+std::int64_t Negative(std::int64_t amount) {
+  return static_cast<std::int64_t>(0 - static_cast<std::uint64_t>(amount));
+}
+
+// The transactions of one family, by date and place.
+class FamilyRecords {
+ public:
+  FamilyRecords(const Database& database, const RecordKind& kind, std::string_view firstDay,
+                std::string_view lastDay)
+      : kind_(&kind),
+        rows_(database.Prepare("SELECT txn_date, position, xml FROM record WHERE family = ?1"
+                               " AND txn_date BETWEEN ?2 AND ?3 ORDER BY txn_date, position")) {
+    rows_.Bind(1, kind.family).Bind(2, firstDay).Bind(3, lastDay);
+    Advance();
+  }
+
+  void Advance() { there_ = rows_.Step(); }
+  bool IsThere() const noexcept { return there_; }
+  bool IsBefore(const FamilyRecords& other) const {
+    const int order = Date().compare(other.Date());
+    return order != 0 ? order < 0 : rows_.Integer(1) < other.rows_.Integer(1);
+  }
+
+  const RecordKind& Kind() const noexcept { return *kind_; }
+  std::string_view Date() const { return rows_.Text(0); }
+  std::string_view Xml() const { return rows_.Text(2); }
+
+ private:
+  const RecordKind* kind_;
+  Statement rows_;
+  bool there_ = false;
+};
+
+class EntryReader {
+ public:
+  EntryReader(const Database& database, const LedgerEntryReceiver& receive)
+      : database_(database), receive_(receive) {
+    ReadAccounts();
+    ReadItems();
+  }
+
+  void Read(std::string_view firstDay, std::string_view lastDay) {
+    std::vector<FamilyRecords> families;
+    for (const RecordKind& kind : RecordKinds()) {
+      if (kind.shape != RecordShape::Transaction) continue;
+      FamilyRecords records(database_, kind, firstDay, lastDay);
+      if (records.IsThere()) families.push_back(std::move(records));
+    }
+    while (!families.empty()) {
+      const auto next = std::ranges::min_element(
+          families, [](const auto& one, const auto& other) { return one.IsBefore(other); });
+      ReadTransaction(*next);
+      next->Advance();
+      if (!next->IsThere()) families.erase(next);
+    }
+  }
+
+ private:
+  struct Account {
+    std::string_view type;
+    bool creditIsPositive;
+  };
+  struct ItemSide {
+    PostingTarget target;
+    std::string account;
+    std::optional<double> unitCost;
+  };
+
+  void ReadAccounts() {
+    Statement rows = database_.Prepare("SELECT key FROM record WHERE account_type = ?1");
+    for (const auto& [type, creditIsPositive] : shownTypes) {
+      for (rows.Bind(1, type); rows.Step();) {
+        accounts_.emplace(rows.Text(0), Account{type, creditIsPositive});
+      }
+      rows.Reset();
+    }
+  }
+
+  void ReadItems() {
+    Statement rows =
+        database_.Prepare("SELECT item, target, account, unit_cost FROM item_account ORDER BY rowid");
+    while (rows.Step()) {
+      std::string account(rows.Text(2));
+      if (!accounts_.contains(account)) continue;
+      items_[std::string(rows.Text(0))].push_back(
+          {static_cast<PostingTarget>(rows.Integer(1)), std::move(account),
+           rows.IsNull(3) ? std::nullopt : std::optional<double>(rows.Real(3))});
+    }
+  }
+
+  void ReadTransaction(const FamilyRecords& record) {
+    const RecordElement transaction = tree_.Read(record.Xml());
+    if (!transaction) {
+      throw database::NeedsRepair(
+          companyFileKind,
+          fmt::format("The company file has a {} of {} that cannot be read; run krnqb company check",
+                      record.Kind().element, record.Date()));
+    }
+    bool isDescribed = false;
+    for (const PostedLine& posted : ReadPostedLines(transaction)) {
+      const Posting& posting = posted.posting;
+      const bool toAccount = posting.target == PostingTarget::Account;
+      if (toAccount ? !accounts_.contains(posting.key) : !items_.contains(posting.key)) continue;
+      if (!isDescribed) Describe(transaction, record);
+      isDescribed = true;
+      DescribeLine(posted);
+      if (toAccount) {
+        entry_.itemId.clear();
+        entry_.cost.reset();
+        Pass(posting.key, posting.amount);
+      } else {
+        PassItem(posting);
+      }
+    }
+  }
+
+  void Describe(const RecordElement& transaction, const FamilyRecords& record) {
+    entry_.transactionId = transaction.Child("TxnID").Text();
+    entry_.kind = record.Kind().element;
+    entry_.date = record.Date();
+    entry_.referenceNumber = transaction.Child("RefNumber").Text();
+    ownName_.clear();
+    for (const std::string_view reference : {"CustomerRef", "VendorRef", "PayeeEntityRef"}) {
+      if (ownName_.empty()) ownName_ = transaction.Child(reference).Child("FullName").Text();
+    }
+  }
+
+  void DescribeLine(const PostedLine& posted) {
+    entry_.lineId = posted.line.Child("TxnLineID").Text();
+    entry_.lineElement = posted.line.Name();
+    entry_.inItemGroup = static_cast<bool>(posted.line.Parent().Child("ItemGroupRef"));
+    entry_.name = ownName_.empty() ? posted.line.Child("EntityRef").Child("FullName").Text() : ownName_;
+  }
+
+  void PassItem(const Posting& posting) {
+    entry_.itemId = posting.key;
+    for (const ItemSide& side : items_.find(posting.key)->second) {
+      if (side.target != posting.target) continue;
+      if (side.unitCost) {
+        const double cost = posting.quantity * *side.unitCost;
+        if (std::isnan(cost)) continue;
+        entry_.cost = CostOfSale{posting.quantity, *side.unitCost};
+        Pass(side.account, RoundedCost(cost));
+      } else {
+        entry_.cost.reset();
+        Pass(side.account, posting.amount);
+      }
+    }
+  }
+
+  void Pass(const std::string& accountId, std::int64_t debit) {
+    const Account& account = accounts_.find(accountId)->second;
+    entry_.accountId = accountId;
+    entry_.accountType = account.type;
+    entry_.amount = account.creditIsPositive ? Negative(debit) : debit;
+    receive_(entry_);
+  }
+
+  const Database& database_;
+  const LedgerEntryReceiver& receive_;
+  std::unordered_map<std::string, Account> accounts_;
+  std::unordered_map<std::string, std::vector<ItemSide>> items_;
+  ElementTree tree_;
+  std::string ownName_;
+  LedgerEntry entry_;
+};
+
+}  // namespace
+
+void ReadLedgerEntries(const Database& database, std::string_view firstDay, std::string_view lastDay,
+                       const LedgerEntryReceiver& receive) {
+  EntryReader(database, receive).Read(firstDay, lastDay);
+}
+
+}  // namespace krnqb::company

@@ -1,0 +1,131 @@
+#include "reconcile/reconciliation.h"
+
+#include <algorithm>
+#include <set>
+
+namespace krnqb::reconcile {
+namespace {
+
+constexpr std::int64_t halfCent = 5'000;  // in millionths
+
+ExactAmount Absolute(const ExactAmount& amount) {
+  return amount.Millionths() < 0 ? -amount : amount;
+}
+
+// Sums of a line, a group or the whole.
+class Sum {
+ public:
+  void Add(const MonthAmounts& month, bool subtracted = false) {
+    const auto add = [&](ExactAmount& sum, const ExactAmount& amount) {
+      sum += subtracted ? -amount : amount;
+    };
+    add(plan_, month.plan);
+    add(written_, month.written);
+    add(booked_, month.booked);
+    add(books_, month.books);
+    for (const auto& [cause, part] : month.causes) {
+      CauseSum& sum = causes_[cause];
+      add(sum.amount, part.amount);
+      sum.transactions.insert(sum.transactions.end(), part.transactions.begin(), part.transactions.end());
+    }
+  }
+
+  // Returns whether there is anything to show. Without books, causes beyond the bookings say nothing.
+  bool Any(bool hasBooks) const {
+    if (!plan_.IsZero() || !written_.IsZero() || !booked_.IsZero()) return true;
+    return hasBooks && (!books_.IsZero() || !causes_.empty());
+  }
+
+  Reconciled Result(bool hasBooks, const TransactionNames& names) const {
+    Reconciled result;
+    result.plan = plan_;
+    result.written = written_;
+    result.booked = booked_;
+    if (hasBooks) result.books = books_;
+    result.difference = plan_ - (hasBooks ? books_ : booked_);
+    ExactAmount rest = result.difference;
+    for (const auto& [cause, part] : causes_) {
+      if (part.amount.IsZero()) continue;
+      if (!hasBooks && cause.first >= CauseCode::SpreadBalance) continue;
+      rest -= part.amount;
+      result.causes.push_back({.code = cause.first,
+                               .type = cause.second,
+                               .amount = part.amount,
+                               .transactions = Names(part.transactions, names)});
+    }
+    if (!rest.IsZero() && Absolute(rest).Millionths() < halfCent) {
+      result.causes.push_back({.code = CauseCode::Rounding, .amount = rest});
+      rest = ExactAmount();
+    }
+    result.unexplained = rest;
+    return result;
+  }
+
+ private:
+  static std::vector<std::string> Names(const std::vector<std::uint32_t>& numbers,
+                                        const TransactionNames& names) {
+    std::vector<std::string> texts;
+    std::set<std::uint32_t> seen;
+    for (const std::uint32_t number : numbers) {
+      if (seen.insert(number).second) texts.push_back(names.NameOf(number));
+    }
+    return texts;
+  }
+
+  ExactAmount plan_;
+  ExactAmount written_;
+  ExactAmount booked_;
+  ExactAmount books_;
+  CauseSums causes_;
+};
+
+}  // namespace
+
+Reconciliation Summarize(const WorkTable& table, const YearMonth& start, std::optional<BooksPeriods> books,
+                         LinePeriods lines) {
+  Reconciliation reconciliation;
+  reconciliation.start = start;
+  reconciliation.hasBooks = books.has_value();
+  Sum whole;
+  for (const Group group : groups) {
+    Sum total;
+    for (const WorkTable::Line& line : table.Lines()) {
+      if (line.group != group) continue;
+      Sum year;
+      for (const MonthAmounts& month : line.months) {
+        year.Add(month);
+        total.Add(month);
+        whole.Add(month, !AddsToNetIncome(group));
+      }
+      if (!year.Any(books.has_value())) continue;
+      const auto append = [&](const Sum& sum, std::optional<std::int16_t> month, bool hasBooks) {
+        Reconciled& result = reconciliation.lines.emplace_back(sum.Result(hasBooks, table.transactions));
+        result.group = group;
+        result.account = line.account;
+        result.month = month;
+      };
+      if (lines == LinePeriods::Years) {
+        append(year, std::nullopt, books.has_value());
+        continue;
+      }
+      for (std::size_t month = 0; month < monthsOfAYear; ++month) {
+        Sum sum;
+        sum.Add(line.months[month]);
+        if (sum.Any(books.has_value())) append(sum, static_cast<std::int16_t>(month + 1), books == BooksPeriods::Months);
+      }
+    }
+    if (!total.Any(books.has_value())) continue;
+    reconciliation.totals.push_back(total.Result(books.has_value(), table.transactions));
+    reconciliation.totals.back().group = group;
+  }
+  reconciliation.whole = whole.Result(books.has_value(), table.transactions);
+  return reconciliation;
+}
+
+bool Agrees(const Reconciliation& reconciliation, const ExactAmount& tolerance) {
+  const auto agrees = [&](const Reconciled& line) { return Absolute(line.difference) <= tolerance; };
+  return std::ranges::all_of(reconciliation.lines, agrees) &&
+         std::ranges::all_of(reconciliation.totals, agrees) && agrees(reconciliation.whole);
+}
+
+}  // namespace krnqb::reconcile

@@ -1,0 +1,33 @@
+#include "reconcile/work_table.h"
+
+#include "krnqb/keyed_collection.h"
+
+namespace krnqb::reconcile {
+
+std::uint32_t TransactionNames::NumberOf(std::string_view name) {
+  const auto [position, added] =
+      numbers_.try_emplace(std::string(name), static_cast<std::uint32_t>(names_.size()));
+  if (added) names_.push_back(&position->first);
+  return position->second;
+}
+
+void MonthAmounts::Explain(CauseCode code, const ExactAmount& amount,
+                           const std::vector<std::uint32_t>& transactions, const std::string& type) {
+  if (amount.IsZero()) return;
+  CauseSum& sum = causes[{code, type}];
+  sum.amount += amount;
+  sum.transactions.insert(sum.transactions.end(), transactions.begin(), transactions.end());
+}
+
+std::size_t WorkTable::LineOf(Group group, std::string_view account) {
+  const auto [position, added] = positions_.try_emplace({group, FoldedKey(account)}, lines_.size());
+  if (added) lines_.push_back({.group = group, .account = std::string(account), .months = {}});
+  return position->second;
+}
+
+std::optional<std::size_t> WorkTable::Find(Group group, std::string_view account) const {
+  const auto found = positions_.find({group, FoldedKey(account)});
+  return found == positions_.end() ? std::nullopt : std::optional(found->second);
+}
+
+}  // namespace krnqb::reconcile
