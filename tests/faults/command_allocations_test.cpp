@@ -14,6 +14,8 @@
 #include "cli/workplace.h"
 #include "faults/failing_memory.h"
 #include "faults/strides.h"
+#include "ledger/file.h"
+#include "plan_file/history/digest.h"
 
 // The command `import` when memory runs out, each run in a process of its own.
 
@@ -62,6 +64,7 @@ struct CommandCase {
   Allocator allocator;
   Shortage shortage;
   bool balances;
+  bool ledger = false;
 };
 
 class CommandOutOfMemory : public testing::TestWithParam<CommandCase> {
@@ -70,6 +73,7 @@ class CommandOutOfMemory : public testing::TestWithParam<CommandCase> {
     place_.NurseryYear();
     arguments_ = place_.ImportArguments("ald.kpf", {"--expenses", "--income"});
     if (GetParam().balances) arguments_.insert(arguments_.end(), {"--balances", "all"});
+    if (GetParam().ledger) arguments_.insert(arguments_.end(), {"--ledger", ledger_});
     EXPECT_EQ(RunProgram(arguments_).code, 0);
     newText_ = ReadText(plan_);
     EXPECT_NE(newText_, oldText_);
@@ -77,7 +81,7 @@ class CommandOutOfMemory : public testing::TestWithParam<CommandCase> {
 
   // Runs the command with a failing allocation. Returns its wait status.
   int RunDisturbed(long number) {
-    for (const char* left : {"ald.kpf.bak", "ald.kpf.lock"}) fs::remove(place_ / left);
+    for (const char* left : {"ald.kpf.bak", "ald.kpf.lock", "ald.kql"}) fs::remove(place_ / left);
     WriteText(plan_, oldText_);
     *remains_ = Remains{};
     const pid_t process = ::fork();
@@ -96,6 +100,23 @@ class CommandOutOfMemory : public testing::TestWithParam<CommandCase> {
 
   static std::string FromRoot(const std::string& text) { return text.substr(text.find("<plan")); }
 
+  // A plan that is saved has its ledger, any other one has none.
+  std::string LedgerProblem() const {
+    if (!GetParam().ledger) return {};
+    if (fs::exists(ledger_ + ".tmp") || fs::exists(ledger_ + ".previous"))
+      return "a part of a ledger is left";
+    const bool saved = remains_->code == 0;
+    if (fs::exists(ledger_) != saved) return saved ? "the ledger is missing" : "a ledger is left";
+    if (!saved) return {};
+    try {
+      const ledger::LedgerFacts facts = ledger::LedgerFile::Open(ledger_).Facts();
+      return facts.planDigest == plan_file::DigestOf(ReadText(plan_)) ? ""
+                                                                      : "the ledger is another version's";
+    } catch (const Error& error) {
+      return error.Description();
+    }
+  }
+
   std::string Problem(int status) const {
     std::string text = ReadText(plan_);
     // What is before the root is left out if the XML library, without memory, takes it for malformed.
@@ -108,6 +129,7 @@ class CommandOutOfMemory : public testing::TestWithParam<CommandCase> {
     if (!WIFEXITED(status) && GetParam().allocator == Allocator::Xml) return {};
     if (WIFEXITED(status) && WEXITSTATUS(status) != 0) return "an exception left the program";
     if (!WIFEXITED(status)) return fmt::format("the program died of signal {}", WTERMSIG(status));
+    if (const std::string ledger = LedgerProblem(); !ledger.empty()) return ledger;
     const std::string_view errors = remains_->errors;
     if (remains_->code == 0 && text != newText_) return "the program reports an import that is not saved";
     if (remains_->code != 0 && remains_->code != 1) return fmt::format("exit code {}", remains_->code);
@@ -144,6 +166,7 @@ class CommandOutOfMemory : public testing::TestWithParam<CommandCase> {
  protected:
   Workplace place_;
   std::string plan_;
+  std::string ledger_ = place_ / "ald.kql";
   std::string oldText_;
   std::string newText_;
   std::vector<std::string> arguments_;
@@ -171,6 +194,9 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(CommandCase{"NewPassing", Allocator::New, Shortage::Passing, false},
                     CommandCase{"NewLasting", Allocator::New, Shortage::Lasting, false},
                     CommandCase{"BalancesPassing", Allocator::New, Shortage::Passing, true},
+                    CommandCase{"LedgerPassing", Allocator::New, Shortage::Passing, true, true},
+                    CommandCase{"LedgerDatabasePassing", Allocator::Database, Shortage::Passing, true, true},
+                    CommandCase{"LedgerDatabaseLasting", Allocator::Database, Shortage::Lasting, true, true},
                     CommandCase{"DatabasePassing", Allocator::Database, Shortage::Passing, true},
                     CommandCase{"DatabaseLasting", Allocator::Database, Shortage::Lasting, true},
                     CommandCase{"XmlPassing", Allocator::Xml, Shortage::Passing, true},

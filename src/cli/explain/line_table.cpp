@@ -101,7 +101,7 @@ std::vector<std::string> TableLines(const std::vector<Cells>& rows, const std::s
 std::string Heading(const StoryLine& line) {
   return fmt::format("{}{}{}:", RuleText(line.booking.rule),
                      line.booking.billedAgain ? ", more than was booked" : "",
-                     line.replaced ? " (not added: replaced below)" : "");
+                     line.replaced ? " (not added: replaced afterwards)" : "");
 }
 
 }  // namespace

@@ -28,6 +28,8 @@ SumStory StoryOf(const LedgerFile& ledger, const LedgerSlot& slot, bool subtract
       SumStory monthStory = StoryOf(ledger, month, false);
       if (!monthStory.lines.empty()) line.months.push_back(std::move(monthStory));
     }
+    const bool emptyAccount = booking.rule == BookingRule::PeriodTotal && booking.amount == 0;
+    if (emptyAccount && line.months.empty()) story.lines.pop_back();
   });
   return story;
 }

@@ -27,7 +27,7 @@ struct SumStory {
 };
 
 /// Returns what a figure is made of: its sums. Amounts that only begin a period at 0 are left out, as are
-/// figures of a period that were replaced.
+/// figures of a period that were replaced, and accounts for which nothing was booked in the period.
 std::vector<SumStory> StoryOf(const ledger::LedgerFile& ledger, const ledger::Figure& figure);
 
 }  // namespace krnqb::cli

@@ -65,6 +65,8 @@ std::string_view SourceText(const ledger::LedgerBooking& booking,
     case BookingRule::SpreadBalance:
     case BookingRule::BalanceToday:
       return "Balance";
+    case BookingRule::PeriodTotal:
+      return "Account";
     default:
       return "Figure";
   }

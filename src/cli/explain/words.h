@@ -16,7 +16,8 @@ std::string ExactMoneyText(double amount);
 /// Returns the kind of a transaction, such as "Credit card charge", from the request that answers it.
 std::string_view KindText(std::int32_t request) noexcept;
 
-/// Returns what a booking comes from: the kind of its transaction, "Report", "Balance" or "Figure".
+/// Returns what a booking comes from: the kind of its transaction, "Report", "Balance",
+/// "Account" or "Figure".
 std::string_view SourceText(const ledger::LedgerBooking& booking,
                             const std::optional<ledger::LedgerDocument>& document) noexcept;
 
