@@ -91,9 +91,11 @@ class Reconciling {
     command.income = true;
     command.balances = BalImport_All;
     command.importStart = options_.importStart;
-    if (!command.importStart && lastImport_) {
-      command.importStart = plan_file::PlanStartFromText(lastImport_->facts.periodFrom);
-    }
+    if (!lastImport_) return command;
+    const plan_file::ImportFacts& facts = lastImport_->facts;
+    if (!command.importStart) command.importStart = plan_file::PlanStartFromText(facts.periodFrom);
+    // A company that answers with reports may have been imported by its transactions.
+    if (Has(facts, "--amounts-from transactions")) command.amountsFrom = AmountsPath::Transactions;
     return command;
   }
 
