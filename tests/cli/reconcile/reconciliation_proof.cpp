@@ -16,11 +16,11 @@ namespace {
 using nlohmann::json;
 using std::int64_t;
 
-constexpr std::array sections{
-    std::pair{"sales", "Income"}, std::pair{"cost-of-goods", "CostOfGoodsSold"},
-    std::pair{"expenses", "Expense"}, std::pair{"other-income", "OtherIncome"},
-    std::pair{"other-expense", "OtherExpense"}};
-constexpr std::array sums{"plan", "written", "booked", "books", "difference", "unexplained"};
+constexpr std::array sections{std::pair{"sales", "Income"}, std::pair{"cost-of-goods", "CostOfGoodsSold"},
+                              std::pair{"expenses", "Expense"}, std::pair{"other-income", "OtherIncome"},
+                              std::pair{"other-expense", "OtherExpense"}};
+constexpr int64_t halfCent = 5'000;
+constexpr std::array sumNames{"plan", "written", "booked", "books", "difference", "unexplained"};
 
 // Names are compared in lower case, as rows and accounts are.
 std::string Lower(std::string text) {
@@ -72,7 +72,7 @@ std::map<std::string, int64_t> Total(const json& lines, Takes takes, bool netInc
     if (!takes(line)) continue;
     const std::string group = line.value("group", "");
     const int64_t sign = netIncome && group != "sales" && group != "other-income" ? -1 : 1;
-    for (const char* sum : sums) total[sum] += sign * Millionths(line.at(sum));
+    for (const char* sum : sumNames) total[sum] += sign * Millionths(line.at(sum));
     for (const json& cause : line.at("causes")) {
       total[cause.at("code").get<std::string>() + cause.value("type", "")] +=
           sign * Millionths(cause.at("amount"));
@@ -115,8 +115,8 @@ void AddBlock(const json& plan, const std::string& group, const std::string& blo
   for (std::size_t row = 0; row < planned->size() && row < amounts->size(); ++row) {
     const json& cells = amounts->at(row);
     const auto actualName = cells.at(0).get<std::string>();
-    const auto name = actualName == "*null*" || inFormulas ? planned->at(row).at(0).get<std::string>()
-                                                           : actualName;
+    const auto name =
+        actualName == "*null*" || inFormulas ? planned->at(row).at(0).get<std::string>() : actualName;
     for (std::size_t month = 0; month < 12 && first + month < cells.size(); ++month) {
       const int64_t amount = std::llround(NumberIn(cells.at(first + month), inFormulas) * 1e6);
       if (amount == 0) continue;
@@ -137,23 +137,24 @@ int64_t Millionths(const json& amount) {
 }
 
 ReconciledPlan ReconcilePlan(const Words& arguments) {
-  const auto run = [&](const Words& more) {
+  const auto printed = [&](const Words& more) {
     const ProgramRun run = RunProgram(With(With({"reconcile", "--json"}, arguments), more));
-    json printed = json::parse(run.out);
-    EXPECT_EQ(run.code, printed.at("result") == "agrees" ? 0 : 4) << run.err;
-    EXPECT_TRUE(printed.contains("lines")) << run.err;
-    return printed;
+    json result = json::parse(run.out);
+    EXPECT_EQ(run.code, result.at("result") == "agrees" ? 0 : 4) << run.err;
+    EXPECT_TRUE(result.contains("lines")) << run.err;
+    return result;
   };
-  return {run({}), run({"--months"})};
+  return {printed({}), printed({"--months"})};
 }
 
 std::vector<std::string> CausesOf(const json& sums) {
   std::vector<std::string> causes;
   for (const json& cause : sums.at("causes")) {
-    std::string text = fmt::format("{} {}", cause.at("code").get<std::string>(),
-                                   cause.at("amount").get<std::string>());
+    std::string text =
+        fmt::format("{} {}", cause.at("code").get<std::string>(), cause.at("amount").get<std::string>());
     if (cause.contains("type")) text += fmt::format(" {}", cause.at("type").get<std::string>());
-    if (const std::size_t count = cause.at("transactions").size(); count != 0) text += fmt::format(" ({})", count);
+    if (const std::size_t count = cause.at("transactions").size(); count != 0)
+      text += fmt::format(" ({})", count);
     causes.push_back(text);
   }
   return causes;
@@ -189,14 +190,14 @@ void ProveSums(const ReconciledPlan& reconciled) {
   for (const json& line : years.at("lines")) {
     EXPECT_EQ(Total(reconciled.months.at("lines"),
                     [&](const json& month) {
-                      return month.at("group") == line.at("group") && month.at("account") == line.at("account");
+                      return month.at("group") == line.at("group") &&
+                             month.at("account") == line.at("account");
                     }),
               Own(line));
   }
 }
 
 void ProveExplained(const ReconciledPlan& reconciled) {
-  constexpr int64_t halfCent = 5'000;
   const auto prove = [](const json& line) {
     EXPECT_EQ(line.at("unexplained"), "0.00") << line.dump();
     for (const json& cause : line.at("causes")) {
@@ -212,14 +213,14 @@ void ProveExplained(const ReconciledPlan& reconciled) {
 }
 
 int ProveBooks(const ReconciledPlan& reconciled, const std::string& company) {
-  const json books = json::parse(RunProgram({"company", "profit-and-loss", company, "--from", "2002-01", "--to",
-                                             "2002-12", "--json"})
-                                     .out);
+  const json books = json::parse(
+      RunProgram({"company", "profit-and-loss", company, "--from", "2002-01", "--to", "2002-12", "--json"})
+          .out);
   Amounts expected;
   for (const json& account : books.at("accounts")) {
     if (account.at("level") != 0) continue;
-    const auto* const section = std::ranges::find_if(
-        sections, [&](const auto& named) { return account.at("type") == named.second; });
+    const auto* const section =
+        std::ranges::find_if(sections, [&](const auto& named) { return account.at("type") == named.second; });
     const json& months = account.at("with_sub_accounts").at("months");
     for (std::size_t month = 0; month < months.size(); ++month) {
       if (const int64_t amount = Millionths(months.at(month)); amount != 0) {
