@@ -2,11 +2,14 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "cli/console/json_text.h"
 #include "cli/console/text_table.h"
 #include "plan_file/headings.h"
 #include "plan_file/views/split_table.h"
 #include "support/date.h"
+#include "support/display_width.h"
 
 namespace krnqb::cli {
 namespace {
@@ -95,6 +98,29 @@ std::string TableOf(const Reconciliation& reconciliation, std::size_t width) {
   return SplitTableText(lines, {.width = width, .gap = 2, .indent = ""});
 }
 
+// Returns `lead` and the words of the text, in lines of `width` columns as far as that is possible. Lines
+// after the first are indented as far as the first word.
+std::string Wrapped(std::string_view lead, std::string_view text, std::size_t width) {
+  const std::size_t indent = DisplayWidth(lead);
+  std::string lines(lead);
+  std::size_t column = indent;
+  while (!text.empty()) {
+    const std::string_view word = text.substr(0, text.find(' '));
+    text.remove_prefix(std::min(text.size(), word.size() + 1));
+    const std::size_t columns = DisplayWidth(word);
+    if (column > indent && column + 1 + columns > width) {
+      lines += '\n' + std::string(indent, ' ');
+      column = indent;
+    } else if (column > indent) {
+      lines += ' ';
+      ++column;
+    }
+    lines += word;
+    column += columns;
+  }
+  return lines + '\n';
+}
+
 std::string TransactionsText(const std::vector<std::string>& transactions) {
   constexpr std::size_t named = 3;
   if (transactions.empty()) return {};
@@ -102,63 +128,88 @@ std::string TransactionsText(const std::vector<std::string>& transactions) {
   for (std::size_t index = 0; index < transactions.size() && index < named; ++index) {
     text += (index == 0 ? "" : ", ") + OneLine(transactions[index]);
   }
-  if (transactions.size() > named) text += fmt::format(" and {} more", transactions.size() - named);
-  return fmt::format(" [{}]", text);
+  if (transactions.size() == 1) return fmt::format(" (transaction {})", text);
+  const std::string_view such = transactions.size() > named ? "such as " : "";
+  return fmt::format(" ({} transactions: {}{})", transactions.size(), such, text);
 }
 
-std::string CauseLine(const Cause& cause) {
-  const std::string type = cause.type.empty() ? "" : fmt::format(" ({})", OneLine(cause.type));
-  return fmt::format("{:>16}  {}{}{}\n", MoneyOf(cause.amount), CauseText(cause.code), type,
-                     TransactionsText(cause.transactions));
+// A part of a difference: the amount to the left of the text.
+std::string PartText(const ExactAmount& amount, std::string_view text, std::size_t width) {
+  return Wrapped(fmt::format("{:>16}  ", MoneyOf(amount)), text, width);
+}
+
+std::string CauseText(const Cause& cause, std::size_t width) {
+  const std::string type = cause.type.empty() ? "" : fmt::format(": {}", OneLine(cause.type));
+  return PartText(
+      cause.amount,
+      fmt::format("{}{}{}", reconcile::CauseText(cause.code), type, TransactionsText(cause.transactions)),
+      width);
+}
+
+bool HasDifference(const Reconciled& line) {
+  return !line.difference.IsZero();
 }
 
 bool HasCauses(const Reconciled& line) {
   return !line.causes.empty() || !line.unexplained.IsZero();
 }
 
-std::string CausesText(const std::string& title, const Reconciled& line) {
-  std::string text = fmt::format("  {}: {}\n", title, MoneyOf(line.difference));
-  for (const Cause& cause : line.causes) text += CauseLine(cause);
-  if (!line.unexplained.IsZero()) text += fmt::format("{:>16}  unexplained\n", MoneyOf(line.unexplained));
-  return text;
-}
-
-std::string DifferencesText(const Reconciliation& reconciliation) {
+std::string DifferencesText(const Reconciliation& reconciliation, std::size_t width) {
   std::string text;
   for (const Reconciled& line : reconciliation.lines) {
     if (!HasCauses(line)) continue;
-    text += CausesText(fmt::format("{}: {}", GroupTitle(line.group), NameOf(reconciliation, line)), line);
+    text += fmt::format("  {}, {}: {}\n", GroupTitle(line.group), NameOf(reconciliation, line),
+                        MoneyOf(line.difference));
+    for (const Cause& cause : line.causes) text += CauseText(cause, width);
+    if (!line.unexplained.IsZero()) text += PartText(line.unexplained, "unexplained", width);
   }
-  return text;
+  return text.empty() ? text : "\nDifferences\n" + text;
 }
 
 std::string BalancesText(const Reconciliation& reconciliation) {
   if (reconciliation.balances.empty()) return {};
   std::string text = "\nThe loaded transactions of all days do not explain these balances:\n";
   for (const reconcile::UnexplainedBalance& balance : reconciliation.balances) {
-    text += fmt::format("  {}: {} of {}\n", OneLine(balance.account), balance.posted.Text(),
-                        balance.balance.Text());
+    const ExactAmount missing = balance.balance - balance.posted;
+    const bool isMissing = missing > ExactAmount();
+    text += fmt::format("  {}: {} of {} ({} {})\n", OneLine(balance.account), MoneyOf(balance.posted),
+                        MoneyOf(balance.balance), MoneyOf(isMissing ? missing : -missing),
+                        isMissing ? "is missing" : "too much");
   }
   return text;
 }
 
+// Returns how the plan's net income differs, after "The plan differs from ...".
+std::string NetIncomeText(const ExactAmount& difference) {
+  if (difference.IsZero()) return "not in net income";
+  const bool more = difference > ExactAmount();
+  return fmt::format("its net income is {} too {}", MoneyOf(more ? difference : -difference),
+                     more ? "high" : "low");
+}
+
+std::string UnexplainedText(const Reconciliation& reconciliation) {
+  const auto unexplained = std::ranges::count_if(
+      reconciliation.lines, [](const Reconciled& line) { return !line.unexplained.IsZero(); });
+  if (unexplained == 0) return "every difference has a cause";
+  return fmt::format("{} {} an unexplained difference, which is {} of the net income", unexplained,
+                     unexplained == 1 ? "line has" : "lines have", MoneyOf(reconciliation.whole.unexplained));
+}
+
 std::string Verdict(const ReconcileResult& result) {
-  const Reconciled& whole = result.reconciliation.whole;
-  if (!result.reconciliation.hasBooks) {
-    return "The books' own amounts are unknown, so the plan is compared with what an import books. Give the "
-           "profit and loss of these months, printed or exported from QuickBooks, with --profit-and-loss.\n";
+  const Reconciliation& reconciliation = result.reconciliation;
+  const std::string_view other = reconciliation.hasBooks ? "the books" : "what an import books";
+  const bool exactly = std::ranges::none_of(reconciliation.lines, HasDifference);
+  std::string text = fmt::format("The plan agrees with {}{}.", other, exactly ? "" : " within the tolerance");
+  if (!result.agrees) {
+    text = fmt::format("The plan differs from {}: {}; {}.", other,
+                       NetIncomeText(reconciliation.whole.difference), UnexplainedText(reconciliation));
   }
-  if (result.agrees) return "The plan agrees with the books.\n";
-  std::size_t unexplained = 0;
-  for (const Reconciled& line : result.reconciliation.lines)
-    if (!line.unexplained.IsZero()) ++unexplained;
-  const std::string rest =
-      unexplained == 0
-          ? "every difference has a cause"
-          : fmt::format("{} of the net income are unexplained, and something in {} {}",
-                        MoneyOf(whole.unexplained), unexplained, unexplained == 1 ? "line" : "lines");
-  return fmt::format("The plan differs from the books: net income by {}; {}.\n", MoneyOf(whole.difference),
-                     rest);
+  if (!reconciliation.hasBooks) {
+    text +=
+        " The books' own amounts are unknown: give the profit and loss of these months, as QuickBooks "
+        "answers or exports it, with --profit-and-loss.";
+  }
+  return text;
 }
 
 Json CauseJson(const Cause& cause) {
@@ -190,12 +241,15 @@ Json LineJson(const Reconciliation& reconciliation, const Reconciled& line, Json
 
 std::string ReconcileText(const ReconcileResult& result, std::size_t width) {
   const Reconciliation& reconciliation = result.reconciliation;
-  const std::string differences = DifferencesText(reconciliation);
-  return fmt::format("{} and {}, {}{}\n\n{}{}{}{}\n{}", OneLine(result.planFile), OneLine(result.source),
-                     plan_file::TwelveMonthsText(reconciliation.start),
-                     result.books.empty() ? "" : fmt::format("; the books are {}", OneLine(result.books)),
-                     TableOf(reconciliation, width), differences.empty() ? "" : "\nDifferences\n",
-                     differences, BalancesText(reconciliation), Verdict(result));
+  std::string text = Wrapped("",
+                             fmt::format("{} and {}, {}", OneLine(result.planFile), OneLine(result.source),
+                                         plan_file::TwelveMonthsText(reconciliation.start)),
+                             width);
+  if (!result.books.empty()) text += Wrapped("", fmt::format("Books: {}", OneLine(result.books)), width);
+  text += '\n' + TableOf(reconciliation, width);
+  text += DifferencesText(reconciliation, width);
+  text += BalancesText(reconciliation);
+  return text + '\n' + Wrapped("", Verdict(result), width);
 }
 
 std::string ReconcileJson(const ReconcileResult& result) {

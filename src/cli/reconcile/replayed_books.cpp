@@ -9,6 +9,7 @@
 
 #include "cli/console/attempt.h"
 #include "cli/exchange/company_file.h"
+#include "company/records/document.h"
 #include "profit_and_loss/merging.h"
 #include "profit_and_loss/reading.h"
 
@@ -43,30 +44,38 @@ bool IsReport(const std::string& answer) {
   return answer.find("<GeneralSummaryReportQueryRs") != std::string::npos;
 }
 
+std::string NameOfAnswer(std::size_t index) {
+  return fmt::format("answer {} of the recording", index + 1);
+}
+
+void ReadAnswers(const std::vector<std::string>& answers, const company::RecordReceiver& receive) {
+  for (std::size_t index = 0; index < answers.size(); ++index) {
+    if (IsReport(answers[index])) continue;
+    company::ReadDocument(NameOfAnswer(index), answers[index], receive, [](std::string_view /*element*/) {});
+  }
+}
+
 }  // namespace
 
 reconcile::PostedEntries PostAnswers(const std::vector<std::string>& answers, const YearMonth& start,
                                      reconcile::WorkTable& table, reconcile::LineKeys& keys,
                                      const InterruptWatch& interrupts) {
-  return Attempt("adding up the recorded transactions failed",
-                 "free some space in the folder for temporary files", [&] {
-                   const TemporaryFolder folder;
-                   company::CompanyFile company = company::CompanyFile::Create(
-                       folder.Path() / "recorded.qbw", "Recorded", 1, "1.1", FollowInterrupts(interrupts));
-                   for (std::size_t index = 0; index < answers.size(); ++index) {
-                     if (IsReport(answers[index])) continue;
-                     company.Load(fmt::format("answer {} of the recording", index + 1), answers[index]);
-                   }
-                   return reconcile::ReadPostedEntries(company, start, table, keys);
-                 });
+  return Attempt(
+      "adding up the recorded transactions failed", "free some space in the folder for temporary files", [&] {
+        const TemporaryFolder folder;
+        company::CompanyFile company = company::CompanyFile::Create(
+            folder.Path() / "recorded.qbw", "Recorded", 1, "1.1", FollowInterrupts(interrupts));
+        company.Store("the recording",
+                      [&](const company::RecordReceiver& receive) { ReadAnswers(answers, receive); });
+        return reconcile::ReadPostedEntries(company, start, table, keys);
+      });
 }
 
 std::optional<profit_and_loss::ProfitAndLoss> ReportedBooks(const std::vector<std::string>& answers) {
   std::vector<profit_and_loss::ProfitAndLoss> reports;
   for (std::size_t index = 0; index < answers.size(); ++index) {
     if (!IsReport(answers[index])) continue;
-    reports.push_back(profit_and_loss::ReadProfitAndLoss(fmt::format("answer {} of the recording", index + 1),
-                                                         answers[index]));
+    reports.push_back(profit_and_loss::ReadProfitAndLoss(NameOfAnswer(index), answers[index]));
   }
   if (reports.empty()) return std::nullopt;
   return profit_and_loss::MergeStatements(std::move(reports));
