@@ -48,14 +48,18 @@ std::string Combined(std::string_view columns, std::string_view rest) {
 struct LedgerFile::State {
   State(std::filesystem::path file, database::Interruption interrupted)
       : path(std::move(file)),
-        database(ledgerFileKind, path, database::FileAccess::ReadOnly, std::move(interrupted)) {
-    database.Execute("BEGIN");  // so that everything is read from one state
-    CheckSchema(database, path);
-    names.emplace(database);
-    lastReplacement.emplace(
-        database.Prepare("SELECT max(id) FROM booking WHERE slot = ?1 AND replaces <> 0"));
-    line.emplace(database.Prepare(Combined(lineColumns, "WHERE number = ?1")));
-    document.emplace(database.Prepare(Combined(documentColumns, "WHERE id = ?1")));
+        database(ledgerFileKind, path, database::FileAccess::ReadOnly, std::move(interrupted)),
+        names(Checked(database, path)),
+        lastReplacement(database.Prepare("SELECT max(id) FROM booking WHERE slot = ?1 AND replaces <> 0")),
+        line(database.Prepare(Combined(lineColumns, "WHERE number = ?1"))),
+        document(database.Prepare(Combined(documentColumns, "WHERE id = ?1"))) {}
+
+  // Everything is read from one state of the file, and only if that is a ledger.
+  static const database::Connection& Checked(const database::Connection& database,
+                                             const std::filesystem::path& file) {
+    database.Execute("BEGIN");
+    CheckSchema(database, file);
+    return database;
   }
 
   [[noreturn]] void Refuse(std::string_view reason) const {
@@ -87,7 +91,7 @@ struct LedgerFile::State {
     return NumberIn<std::int16_t>(row, column);
   }
 
-  const std::string& NameIn(const Statement& row, int column) { return names->TextOf(row.Integer(column)); }
+  const std::string& NameIn(const Statement& row, int column) { return names.TextOf(row.Integer(column)); }
 
   LedgerBooking BookingIn(const Statement& row) {
     LedgerBooking booking{.id = row.Integer(0),
@@ -196,9 +200,9 @@ struct LedgerFile::State {
   }
 
   std::int64_t LastReplacement(std::int64_t slot) {
-    lastReplacement->Bind(1, slot);
-    const std::int64_t id = lastReplacement->Step() ? lastReplacement->Integer(0) : 0;
-    lastReplacement->Reset();
+    lastReplacement.Bind(1, slot);
+    const std::int64_t id = lastReplacement.Step() ? lastReplacement.Integer(0) : 0;
+    lastReplacement.Reset();
     return id;
   }
 
@@ -211,10 +215,10 @@ struct LedgerFile::State {
       pastMonths;
   std::vector<LedgerCell> cells;
   // Of the database; they end before it.
-  std::optional<NameReader> names;
-  std::optional<Statement> lastReplacement;
-  std::optional<Statement> line;
-  std::optional<Statement> document;
+  NameReader names;
+  Statement lastReplacement;
+  Statement line;
+  Statement document;
 };
 
 LedgerFile::LedgerFile(std::unique_ptr<State> state) : state_(std::move(state)) {}
@@ -301,7 +305,7 @@ double LedgerFile::AmountOf(const LedgerCell& cell) const {
 }
 
 LedgerLine LedgerFile::Line(std::int64_t number) const {
-  Statement& select = *state_->line;
+  Statement& select = state_->line;
   select.Bind(1, number);
   if (!select.Step()) state_->Refuse(fmt::format("lacks the line {}", number));
   LedgerLine line = state_->LineIn(select);
@@ -310,7 +314,7 @@ LedgerLine LedgerFile::Line(std::int64_t number) const {
 }
 
 LedgerDocument LedgerFile::Document(std::int64_t id) const {
-  Statement& select = *state_->document;
+  Statement& select = state_->document;
   select.Bind(1, id);
   if (!select.Step()) state_->Refuse(fmt::format("lacks the transaction {}", id));
   LedgerDocument document = state_->DocumentIn(select);

@@ -20,6 +20,8 @@ class LedgerFile {
  public:
   static LedgerFile Open(const std::filesystem::path& file, database::Interruption interrupted = {});
   ~LedgerFile();
+  LedgerFile(const LedgerFile&) = delete;
+  LedgerFile& operator=(const LedgerFile&) = delete;
   LedgerFile(LedgerFile&& other) noexcept;
   LedgerFile& operator=(LedgerFile&& other) noexcept;
 

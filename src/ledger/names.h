@@ -20,7 +20,7 @@ class NameStore {
 
  private:
   struct Hash {
-    using is_transparent = void;
+    using is_transparent = void;  // NOLINT(readability-identifier-naming): the name is the standard library's
     std::size_t operator()(std::string_view text) const noexcept {
       return std::hash<std::string_view>()(text);
     }

@@ -26,6 +26,8 @@ class LedgerWriter : public BookingReceiver {
   LedgerWriter(const std::filesystem::path& file, database::Interruption interrupted,
                files::FileOperations& operations);
   ~LedgerWriter() override;
+  LedgerWriter(const LedgerWriter&) = delete;
+  LedgerWriter& operator=(const LedgerWriter&) = delete;
 
   // A failure ends the writing; `Finish` reports it.
   void ReadLine(const SourceLine& line) noexcept override;

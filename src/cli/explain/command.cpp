@@ -83,7 +83,7 @@ std::string FiguresText(const ledger::LedgerFile& ledger, const ExplainOptions& 
 
 std::string TransactionText(const ledger::LedgerFile& ledger, const ExplainOptions& options, PlanState plan,
                             std::size_t width) {
-  const std::vector<TransactionFate> fates = FatesOf(ledger, *options.transaction);
+  const std::vector<TransactionFate> fates = FatesOf(ledger, options.transaction.value_or(""));
   if (options.json) return ExplanationJson(ledger, plan, fates) + '\n';
   return TransactionReport(ledger, fates, width) + PlanText(ledger.Facts(), plan);
 }

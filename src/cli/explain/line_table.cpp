@@ -14,7 +14,8 @@
 namespace krnqb::cli {
 namespace {
 
-enum Column : std::size_t { Date, Kind, Number, Name, Account, AsRead, Added, columnCount };
+enum Column : std::size_t { Date, Kind, Number, Name, Account, AsRead, Added };
+constexpr std::size_t columnCount = Added + 1;
 using Cells = std::array<std::string, columnCount>;
 
 constexpr std::size_t gap = 2;

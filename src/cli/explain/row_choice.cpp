@@ -25,15 +25,16 @@ void AddNew(std::vector<std::string>& names, const std::string& name) {
 Failure NoSuchTable(const ExplainOptions& options, const std::vector<LedgerCell>& cells) {
   std::vector<std::string> titles;
   for (const LedgerCell& cell : cells) AddNew(titles, PlaceText(cell));
-  const std::vector<std::string> nearest = NearestNames(*options.table, titles);
-  return NotFound(fmt::format("{} has no figures of a table \"{}\"", options.ledger, *options.table),
-                  nearest.empty() ? fmt::format("its tables are \"{}\"", fmt::join(titles, "\", \""))
-                                  : fmt::format("did you mean {}?", AlternativesText(nearest)));
+  const std::vector<std::string> nearest = NearestNames(options.table.value_or(""), titles);
+  return NotFound(
+      fmt::format("{} has no figures of a table \"{}\"", options.ledger, options.table.value_or("")),
+      nearest.empty() ? fmt::format("its tables are \"{}\"", fmt::join(titles, "\", \""))
+                      : fmt::format("did you mean {}?", AlternativesText(nearest)));
 }
 
 std::vector<LedgerCell> CellsInTable(const std::vector<LedgerCell>& cells, const ExplainOptions& options) {
   if (!options.table) return cells;
-  const std::string folded = FoldedKey(*options.table);
+  const std::string folded = FoldedKey(options.table.value_or(""));
   std::vector<LedgerCell> chosen;
   std::ranges::copy_if(cells, std::back_inserter(chosen), [&](const LedgerCell& cell) {
     return FoldedKey(cell.table) == folded || FoldedKey(PlaceText(cell)) == folded;
@@ -45,8 +46,8 @@ std::vector<LedgerCell> CellsInTable(const std::vector<LedgerCell>& cells, const
 Failure NoSuchRow(const ExplainOptions& options, const std::vector<LedgerCell>& cells) {
   std::vector<std::string> names;
   for (const LedgerCell& cell : cells) AddNew(names, cell.row);
-  const std::vector<std::string> nearest = NearestNames(*options.row, names);
-  return NotFound(fmt::format("the import wrote no figures into a row \"{}\"", *options.row),
+  const std::vector<std::string> nearest = NearestNames(options.row.value_or(""), names);
+  return NotFound(fmt::format("the import wrote no figures into a row \"{}\"", options.row.value_or("")),
                   nearest.empty()
                       ? "give a row to which the import brought amounts; krnqb plan show lists the rows"
                       : fmt::format("did you mean {}?", AlternativesText(nearest)));
@@ -56,15 +57,16 @@ Failure NoSuchRow(const ExplainOptions& options, const std::vector<LedgerCell>& 
 void KeepMonth(std::vector<ledger::RowFigures>& rows, const ledger::LedgerFacts& facts,
                const ExplainOptions& options) {
   if (!options.month) return;
+  const YearMonth month = *options.month;
   for (ledger::RowFigures& row : rows) {
     std::erase_if(row.figures, [&](const ledger::Figure& figure) {
-      return MonthOfFigure(facts, figure.past, figure.number) != options.month;
+      return MonthOfFigure(facts, figure.past, figure.number) != month;
     });
   }
   std::erase_if(rows, [](const ledger::RowFigures& row) { return row.figures.empty(); });
   if (!rows.empty()) return;
   throw NotFound(fmt::format("the import wrote no figure of {} into the row \"{}\"",
-                             plan_file::MonthOfYear(*options.month), *options.row),
+                             plan_file::MonthOfYear(month), options.row.value_or("")),
                  fmt::format("its amounts are those of {} to {}; leave out --month to see them all",
                              facts.periodFrom, facts.periodTo));
 }
@@ -77,7 +79,7 @@ std::vector<ledger::RowFigures> ChosenRows(const ledger::LedgerFile& ledger, con
                    "run an import with --balances planned, actual or all");
   }
   const std::vector<LedgerCell> cells = CellsInTable(ledger.Cells(), options);
-  const std::string folded = FoldedKey(*options.row);
+  const std::string folded = FoldedKey(options.row.value_or(""));
   std::vector<LedgerCell> named;
   std::ranges::copy_if(cells, std::back_inserter(named),
                        [&](const LedgerCell& cell) { return FoldedKey(cell.row) == folded; });

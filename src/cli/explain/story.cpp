@@ -16,7 +16,8 @@ SumStory StoryOf(const LedgerFile& ledger, const LedgerSlot& slot, bool subtract
   SumStory story{.slot = slot, .subtracted = subtracted, .sum = ledger.SumOf(slot.id)};
   ledger.ForEachBooking(slot.id, [&](const LedgerBooking& booking, bool replaced) {
     if (TellsNothing(booking, replaced)) return;
-    StoryLine& line = story.lines.emplace_back(StoryLine{.booking = booking, .replaced = replaced});
+    StoryLine& line =
+        story.lines.emplace_back(StoryLine{.booking = booking, .replaced = replaced, .months = {}});
     if (booking.line != 0) {
       line.line = ledger.Line(booking.line);
       const bool sameDocument = story.lines.size() > 1 && story.lines.end()[-2].document &&

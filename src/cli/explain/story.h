@@ -15,7 +15,7 @@ struct StoryLine {
   bool replaced = false;  ///< a later booking sets the sum, so this one is not part of it
   std::optional<ledger::LedgerLine> line = {};
   std::optional<ledger::LedgerDocument> document = {};
-  std::vector<SumStory> months = {};  ///< of the rule `PeriodTotal`: what the account's months are made of
+  std::vector<SumStory> months;  ///< of the rule `PeriodTotal`: what the account's months are made of
 };
 
 /// What a sum is made of, in the order in which it was added.
