@@ -13,7 +13,7 @@ struct Described {
 
 constexpr std::array described{
     Described{CauseCode::AnotherPeriod, "another-period", "the last import was of other months"},
-    Described{CauseCode::NotImported, "not-imported", "not written by the last import"},
+    Described{CauseCode::NotImported, "not-imported", "not imported into the plan"},
     Described{CauseCode::EditedSince, "edited-since", "changed in the plan after the import"},
     Described{CauseCode::RowTwice, "row-twice", "a second row of the same account"},
     Described{CauseCode::MisalignedRow, "misaligned-row", "in an actual row of another name"},

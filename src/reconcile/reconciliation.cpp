@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <set>
 
+#include "krnqb/keyed_collection.h"
+
 namespace krnqb::reconcile {
 namespace {
 
@@ -79,6 +81,16 @@ class Sum {
   CauseSums causes_;
 };
 
+// The lines of a group by name.
+std::vector<const WorkTable::Line*> LinesOf(const WorkTable& table, Group group) {
+  std::vector<const WorkTable::Line*> lines;
+  for (const WorkTable::Line& line : table.Lines()) {
+    if (line.group == group) lines.push_back(&line);
+  }
+  std::ranges::sort(lines, {}, [](const WorkTable::Line* line) { return FoldedKey(line->account); });
+  return lines;
+}
+
 }  // namespace
 
 Reconciliation Summarize(const WorkTable& table, const YearMonth& start, std::optional<BooksPeriods> books,
@@ -89,8 +101,8 @@ Reconciliation Summarize(const WorkTable& table, const YearMonth& start, std::op
   Sum whole;
   for (const Group group : groups) {
     Sum total;
-    for (const WorkTable::Line& line : table.Lines()) {
-      if (line.group != group) continue;
+    for (const WorkTable::Line* const one : LinesOf(table, group)) {
+      const WorkTable::Line& line = *one;
       Sum year;
       for (const MonthAmounts& month : line.months) {
         year.Add(month);
@@ -111,7 +123,8 @@ Reconciliation Summarize(const WorkTable& table, const YearMonth& start, std::op
       for (std::size_t month = 0; month < monthsOfAYear; ++month) {
         Sum sum;
         sum.Add(line.months[month]);
-        if (sum.Any(books.has_value())) append(sum, static_cast<std::int16_t>(month + 1), books == BooksPeriods::Months);
+        if (sum.Any(books.has_value()))
+          append(sum, static_cast<std::int16_t>(month + 1), books == BooksPeriods::Months);
       }
     }
     if (!total.Any(books.has_value())) continue;

@@ -36,7 +36,7 @@ struct Reconciled {
 struct Reconciliation {
   YearMonth start;
   bool hasBooks = false;
-  std::vector<Reconciled> lines;   ///< group by group; accounts without any amount are omitted
+  std::vector<Reconciled> lines;   ///< by group and name; accounts without any amount are omitted
   std::vector<Reconciled> totals;  ///< of the groups that have lines, by year
   Reconciled whole;                ///< net income
   std::vector<UnexplainedBalance> balances;

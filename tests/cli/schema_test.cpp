@@ -215,6 +215,9 @@ TEST(JsonSchemas, RefuseTheOtherOutputsWithoutAMemberOrWithAnotherType) {
               {"when", "action", "settings", "period", "rows_added", "rows_removed", "cells_changed",
                "formulas_cleared", "kept", "written"});
   ExpectExact("plan-diff", Printed({"plan", "diff", place / "ald.kpf", "--json"}), {});
+  ASSERT_EQ(RunProgram(place.ImportArguments("cor.kpf", {"--expenses", "--balances", "all"})).code, 0);
+  ExpectExact("reconcile",
+              Printed({"reconcile", "--company", company, "--plan", place / "cor.kpf", "--json"}), {});
   ExpectExact("failure", Printed({"tables", "--json"}), {});
   tests::WriteText(place / "bad]]>.qbw", "");
   ExpectExact("companies", Printed({"companies", "--quickbooks-folder", place.Folder().string(), "--json"}),

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -37,14 +38,29 @@ bool Has(const plan_file::ImportFacts& facts, std::string_view option) {
 
 std::optional<ProfitAndLoss> ReadStatements(const std::vector<std::string>& documents) {
   if (documents.empty()) return std::nullopt;
+  const auto read = [](const std::string& document) {
+    return Attempt(failed, "check the path and its permissions",
+                   [&] { return files::ReadDocument(document, InterruptRequested); });
+  };
+  std::vector<std::string> texts;
+  std::ranges::transform(documents, std::back_inserter(texts), read);
   return Attempt(failed, "correct the document, or leave it out", [&] {
     std::vector<ProfitAndLoss> statements;
-    for (const std::string& document : documents) {
-      const std::string bytes = files::ReadDocument(document, InterruptRequested);
-      statements.push_back(profit_and_loss::ReadProfitAndLoss(document, bytes));
+    for (std::size_t index = 0; index < documents.size(); ++index) {
+      statements.push_back(profit_and_loss::ReadProfitAndLoss(documents[index], texts[index]));
     }
     return std::optional(profit_and_loss::MergeStatements(std::move(statements)));
   });
+}
+
+std::vector<std::string> FindingsOf(const ProfitAndLoss& statement) {
+  std::vector<std::string> findings = statement.findings;
+  if (statement.basis == "Cash") {
+    findings.push_back(fmt::format(
+        "{} is on the cash basis, but imports are on the accrual basis: unpaid bills and invoices differ",
+        statement.document));
+  }
+  return findings;
 }
 
 class Reconciling {
@@ -76,7 +92,7 @@ class Reconciling {
         Summarize(table_, start_, books,
                   options_.months ? reconcile::LinePeriods::Months : reconcile::LinePeriods::Years);
     if (posted_) result.reconciliation.balances = posted_->balances;
-    if (statement) result.findings = statement->findings;
+    if (statement) result.findings = FindingsOf(*statement);
     result.agrees = Agrees(result.reconciliation, options_.tolerance);
     return result;
   }
@@ -191,6 +207,9 @@ class Reconciling {
 };
 
 void CheckSource(const ReconcileOptions& options) {
+  if (options.companyFile && options.replayFile) {
+    throw WrongUsage("--company and --replay are both given", "give one of them");
+  }
   if (options.companyFile || options.replayFile) return;
   throw WrongUsage("no company is given", "give --company FILE, or --replay FILE for a recorded exchange");
 }

@@ -33,11 +33,14 @@ YearMonth MonthOf(const Reconciliation& reconciliation, std::int16_t month) {
   return TwelveMonths(reconciliation.start).Month(month);
 }
 
+std::string MonthText(const Reconciliation& reconciliation, std::int16_t number) {
+  const YearMonth month = MonthOf(reconciliation, number);
+  return fmt::format("{} {}", EnglishMonthName(month.month), month.year);
+}
+
 std::string NameOf(const Reconciliation& reconciliation, const Reconciled& line) {
   const std::string name = OneLine(line.account);
-  if (!line.month) return name;
-  const YearMonth month = MonthOf(reconciliation, *line.month);
-  return fmt::format("{}, {} {}", name, EnglishMonthName(month.month), month.year);
+  return line.month ? fmt::format("{}, {}", name, MonthText(reconciliation, *line.month)) : name;
 }
 
 // The columns between plan and books, which are shown where they differ from the column before.
@@ -89,8 +92,13 @@ std::string TableOf(const Reconciliation& reconciliation, std::size_t width) {
   };
   for (const Reconciled& total : reconciliation.totals) {
     lines.push_back({{std::string(GroupTitle(total.group))}, false});
+    std::string above;
     for (const Reconciled& line : reconciliation.lines) {
-      if (line.group == total.group) add("  " + NameOf(reconciliation, line), line);
+      if (line.group != total.group) continue;
+      const std::string name = "  " + OneLine(line.account);
+      if (line.month && name != above) lines.push_back({{name}, false});
+      above = name;
+      add(line.month ? "    " + MonthText(reconciliation, *line.month) : name, line);
     }
     add(fmt::format("Total {}", InSentence(GroupTitle(total.group))), total);
   }
@@ -129,8 +137,8 @@ std::string TransactionsText(const std::vector<std::string>& transactions) {
     text += (index == 0 ? "" : ", ") + OneLine(transactions[index]);
   }
   if (transactions.size() == 1) return fmt::format(" (transaction {})", text);
-  const std::string_view such = transactions.size() > named ? "such as " : "";
-  return fmt::format(" ({} transactions: {}{})", transactions.size(), such, text);
+  const std::string_view names = transactions.size() > named ? ", such as" : ":";
+  return fmt::format(" ({} transactions{} {})", transactions.size(), names, text);
 }
 
 // A part of a difference: the amount to the left of the text.
@@ -150,8 +158,13 @@ bool HasDifference(const Reconciled& line) {
   return !line.difference.IsZero();
 }
 
+// Millionths, as the twelfths of a balance have, are not worth a line.
+bool IsShown(const Cause& cause) {
+  return MoneyOf(cause.amount) != "0.00";
+}
+
 bool HasCauses(const Reconciled& line) {
-  return !line.causes.empty() || !line.unexplained.IsZero();
+  return std::ranges::any_of(line.causes, IsShown) || !line.unexplained.IsZero();
 }
 
 std::string DifferencesText(const Reconciliation& reconciliation, std::size_t width) {
@@ -160,7 +173,9 @@ std::string DifferencesText(const Reconciliation& reconciliation, std::size_t wi
     if (!HasCauses(line)) continue;
     text += fmt::format("  {}, {}: {}\n", GroupTitle(line.group), NameOf(reconciliation, line),
                         MoneyOf(line.difference));
-    for (const Cause& cause : line.causes) text += CauseText(cause, width);
+    for (const Cause& cause : line.causes) {
+      if (IsShown(cause)) text += CauseText(cause, width);
+    }
     if (!line.unexplained.IsZero()) text += PartText(line.unexplained, "unexplained", width);
   }
   return text.empty() ? text : "\nDifferences\n" + text;

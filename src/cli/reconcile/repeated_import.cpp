@@ -15,6 +15,9 @@
 namespace krnqb::cli {
 namespace {
 
+constexpr std::string_view failed = "reconciling failed";
+constexpr std::string_view seeDryRun = "run krnqb import --dry-run with the same company to see which";
+
 using Answers = std::shared_ptr<std::vector<std::string>>;
 
 class AnswerKeeper final : public ForwardingProcessor {
@@ -79,6 +82,16 @@ class ImportEnd final : public EventSink {
   bool raised_ = false;
 };
 
+// To its user it is no import that failed.
+void RequireRepeated(const QBDataExchange& exchange, bool goResult, bool afterImportRaised) {
+  try {
+    RequireSuccess(exchange, goResult, afterImportRaised);
+  } catch (const Failure& failure) {
+    throw Failure(failure.Code(), failed, failure,
+                  "run krnqb import --dry-run with the same company and plan");
+  }
+}
+
 }  // namespace
 
 std::vector<std::string> RepeatImport(const ImportSettings& settings, const ImportSource& source,
@@ -101,12 +114,14 @@ std::vector<std::string> RepeatImport(const ImportSettings& settings, const Impo
   if (settings.product == QBKRN_BRI && settings.options.expenses) SelectExpenses(exchange, settings.options);
   const bool goResult = exchange.Go();
   interrupts.StopWhenRequested();
-  if (const auto failure = ReplayFailure(settings, source)) throw Failure(*failure);
-  RequireSuccess(exchange, goResult, end->Raised());
+  if (const auto failure = ReplayFailure(settings, source)) {
+    throw Failure(ExitCode::Failed, failed, *failure,
+                  "give the --import-start with which it was recorded, or record the company again");
+  }
+  RequireRepeated(exchange, goResult, end->Raised());
   booked.RequireComplete();
   if (!observer->Report().Complete()) {
-    throw CommandFailure("reconciling failed", "some data could not be read",
-                         "run krnqb import --dry-run with the same company to see which");
+    throw CommandFailure(failed, "some data could not be read", seeDryRun);
   }
   return std::move(*answers);
 }
