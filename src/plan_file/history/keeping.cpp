@@ -37,8 +37,12 @@ KeptSave SaveWithHistory(PlanFile& plan, const ImportFacts& import, const std::s
   const files::FileContents previous =
       files::ReadFile(plan.Path(), "cannot keep the version of the plan", operations);
   const HistoryState state = StateOf(folder, DigestOf(previous.bytes));
-  HistoryEntry entry{.number = state.next, .when = when, .kept = state.plan, .written = {}, .import = import};
+  HistoryEntry entry;
+  entry.number = state.next;
+  entry.when = when;
+  entry.kept = state.plan;
   entry.written.import = state.next;
+  entry.import = import;
   const std::vector<EntryFiles> outdated = Outdated(folder, state.numbers, keep);
 
   KeptSave saved{.backup = {}, .number = state.next};

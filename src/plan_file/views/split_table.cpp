@@ -78,11 +78,10 @@ class Splitting {
       std::vector<Part> parts;
       const std::size_t months = columnsOfAYear / count;
       for (std::size_t part = 0; part < count; ++part) {
+        // The first and the last part have the columns around the year as well.
         const std::size_t first = layout_.columnsBefore + part * months;
-        parts.push_back({first, first + months});
+        parts.push_back({part == 0 ? 0 : first, part + 1 == count ? widths_.size() : first + months});
       }
-      parts.front().first = 0;
-      parts.back().end = widths_.size();
       if (std::all_of(parts.begin(), parts.end(), [&](const Part& part) { return Fits(part); })) return parts;
     }
     return {};
