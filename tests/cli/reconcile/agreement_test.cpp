@@ -23,9 +23,12 @@ class AgreeingPlan : public testing::Test {
  protected:
   AgreeingPlan() {
     WriteText(place / "books.xml", R"(<QBXML><QBXMLMsgsRs><AccountQueryRs><AccountRet><ListID>1</ListID>
-<Name>Rent &amp; Lease</Name><AccountType>Expense</AccountType></AccountRet><AccountRet><ListID>4</ListID>
-<Name>Sales</Name><AccountType>Income</AccountType></AccountRet><AccountRet><ListID>5</ListID>
-<Name>Goods</Name><AccountType>CostOfGoodsSold</AccountType></AccountRet></AccountQueryRs>
+<Name>Rent &amp; Lease</Name><FullName>Rent &amp; Lease</FullName><Sublevel>0</Sublevel>
+<AccountType>Expense</AccountType></AccountRet><AccountRet><ListID>4</ListID>
+<Name>Sales</Name><FullName>Sales</FullName><Sublevel>0</Sublevel>
+<AccountType>Income</AccountType></AccountRet><AccountRet><ListID>5</ListID>
+<Name>Goods</Name><FullName>Goods</FullName><Sublevel>0</Sublevel>
+<AccountType>CostOfGoodsSold</AccountType></AccountRet></AccountQueryRs>
 <CheckQueryRs><CheckRet><TxnID>2</TxnID><TxnDate>2002-03-04</TxnDate><ExpenseLineRet><TxnLineID>3</TxnLineID>
 <AccountRef><ListID>1</ListID></AccountRef><Amount>950.00</Amount></ExpenseLineRet></CheckRet></CheckQueryRs>
 </QBXMLMsgsRs></QBXML>)");

@@ -204,8 +204,8 @@ TEST_F(Reconcile, NamesTheTypesOfTransactionsThatAreNotLoaded) {
   const ProgramRun shown =
       Run({"--company", company, "--plan", plan, "--profit-and-loss", place / "detail.csv"});
   EXPECT_NE(
-      shown.out.find("         -900.00  in the books, but not among the loaded transactions:\n"
-                     "                  Liability Check\n"
+      shown.out.find("         -900.00  in the books, but not among the loaded transactions: Liability\n"
+                     "                  Check\n"
                      "       -1,000.00  in the books, but not among the loaded transactions: Paycheck\n"),
       std::string::npos)
       << shown.out;
