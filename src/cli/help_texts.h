@@ -15,7 +15,8 @@ inline constexpr std::string_view program =
   krnqb plan show nursery.kpf
 
 Exit status: 0 done; 1 failed, nothing written; 2 usage error; 3 done, but
-incomplete; 129, 130 or 143 interrupted, nothing written.
+incomplete; 4 the plan differs from the books; 129, 130 or 143 interrupted,
+nothing written.
 "krnqb help COMMAND" or "krnqb COMMAND --help" describes a command.)";
 
 inline constexpr std::string_view import =
@@ -37,8 +38,8 @@ inline constexpr std::string_view reconcile =
     R"(Compares the plan's actual amounts with what the last import wrote, with what an
 import books now, and with the books: the company's own transactions, or the profit
 and loss given with --profit-and-loss. Prints the causes of every difference; what
-has no cause is shown as unexplained. Nothing is changed. Exit status 0 if the plan
-agrees with the books, 4 if it differs.
+has no cause is shown as unexplained. docs/commands.md describes each cause. Nothing
+is changed. Exit status 0 if the plan agrees with the books, 4 if it differs.
 
 Examples:
   krnqb reconcile --company nursery.qbw --plan nursery.kpf || echo "differs"

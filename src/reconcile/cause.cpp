@@ -37,8 +37,8 @@ constexpr std::array described{
     Described{CauseCode::WithoutAmount, "without-amount", "sales without an amount, whose cost is left out"},
     Described{CauseCode::OtherAccount, "other-account", "in another account than in the books"},
     Described{CauseCode::AverageCost, "average-cost", "sales at today's average cost"},
-    Described{CauseCode::NotLoaded, "not-loaded", "in the books, but not among the documents"},
-    Described{CauseCode::NotInBooks, "not-in-books", "among the documents, but not in the books"},
+    Described{CauseCode::NotLoaded, "not-loaded", "in the books, but not among the loaded transactions"},
+    Described{CauseCode::NotInBooks, "not-in-books", "loaded transactions that the books do not have"},
     Described{CauseCode::Rounding, "rounding", "rounding"}};
 
 static_assert(described.size() == static_cast<std::size_t>(CauseCode::Rounding) + 1);

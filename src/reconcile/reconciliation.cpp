@@ -14,6 +14,12 @@ ExactAmount Absolute(const ExactAmount& amount) {
   return amount.Millionths() < 0 ? -amount : amount;
 }
 
+// Returns whether there is anything to show. Without books, causes beyond the bookings say nothing.
+bool HasAmounts(const MonthAmounts& month, bool hasBooks) {
+  if (!month.plan.IsZero() || !month.written.IsZero() || !month.booked.IsZero()) return true;
+  return hasBooks && (!month.books.IsZero() || !month.causes.empty());
+}
+
 // Sums of a line, a group or the whole.
 class Sum {
  public:
@@ -30,12 +36,6 @@ class Sum {
       add(sum.amount, part.amount);
       sum.transactions.insert(sum.transactions.end(), part.transactions.begin(), part.transactions.end());
     }
-  }
-
-  // Returns whether there is anything to show. Without books, causes beyond the bookings say nothing.
-  bool Any(bool hasBooks) const {
-    if (!plan_.IsZero() || !written_.IsZero() || !booked_.IsZero()) return true;
-    return hasBooks && (!books_.IsZero() || !causes_.empty());
   }
 
   Reconciled Result(bool hasBooks, const TransactionNames& names) const {
@@ -91,6 +91,30 @@ std::vector<const WorkTable::Line*> LinesOf(const WorkTable& table, Group group)
   return lines;
 }
 
+// Adds an account's line of the year, or those of its months. A year of 0.00 may have months with amounts.
+void AppendLines(Reconciliation& reconciliation, const WorkTable& table, const WorkTable::Line& line,
+                 std::optional<BooksPeriods> books, LinePeriods periods) {
+  const bool hasBooks = books.has_value();
+  const auto append = [&](const Sum& sum, std::optional<std::int16_t> month, bool booksKnown) {
+    Reconciled& result = reconciliation.lines.emplace_back(sum.Result(booksKnown, table.transactions));
+    result.group = line.group;
+    result.account = line.account;
+    result.month = month;
+  };
+  Sum year;
+  bool any = false;
+  for (std::size_t month = 0; month < monthsOfAYear; ++month) {
+    year.Add(line.months[month]);
+    if (!HasAmounts(line.months[month], hasBooks)) continue;
+    any = true;
+    if (periods == LinePeriods::Years) continue;
+    Sum sum;
+    sum.Add(line.months[month]);
+    append(sum, static_cast<std::int16_t>(month + 1), books == BooksPeriods::Months);
+  }
+  if (any && periods == LinePeriods::Years) append(year, std::nullopt, hasBooks);
+}
+
 }  // namespace
 
 Reconciliation Summarize(const WorkTable& table, const YearMonth& start, std::optional<BooksPeriods> books,
@@ -101,37 +125,19 @@ Reconciliation Summarize(const WorkTable& table, const YearMonth& start, std::op
   Sum whole;
   for (const Group group : groups) {
     Sum total;
-    for (const WorkTable::Line* const one : LinesOf(table, group)) {
-      const WorkTable::Line& line = *one;
-      Sum year;
-      for (const MonthAmounts& month : line.months) {
-        year.Add(month);
+    const std::size_t before = reconciliation.lines.size();
+    for (const WorkTable::Line* const line : LinesOf(table, group)) {
+      for (const MonthAmounts& month : line->months) {
         total.Add(month);
         whole.Add(month, !AddsToNetIncome(group));
       }
-      if (!year.Any(books.has_value())) continue;
-      const auto append = [&](const Sum& sum, std::optional<std::int16_t> month, bool hasBooks) {
-        Reconciled& result = reconciliation.lines.emplace_back(sum.Result(hasBooks, table.transactions));
-        result.group = group;
-        result.account = line.account;
-        result.month = month;
-      };
-      if (lines == LinePeriods::Years) {
-        append(year, std::nullopt, books.has_value());
-        continue;
-      }
-      for (std::size_t month = 0; month < monthsOfAYear; ++month) {
-        Sum sum;
-        sum.Add(line.months[month]);
-        if (sum.Any(books.has_value()))
-          append(sum, static_cast<std::int16_t>(month + 1), books == BooksPeriods::Months);
-      }
+      AppendLines(reconciliation, table, *line, books, lines);
     }
-    if (!total.Any(books.has_value())) continue;
-    reconciliation.totals.push_back(total.Result(books.has_value(), table.transactions));
+    if (reconciliation.lines.size() == before) continue;
+    reconciliation.totals.push_back(total.Result(reconciliation.hasBooks, table.transactions));
     reconciliation.totals.back().group = group;
   }
-  reconciliation.whole = whole.Result(books.has_value(), table.transactions);
+  reconciliation.whole = whole.Result(reconciliation.hasBooks, table.transactions);
   return reconciliation;
 }
 

@@ -44,6 +44,21 @@ TEST(Reconciliation, AddsUpLinesGroupsAndTheWhole) {
   EXPECT_TRUE(Agrees(result, Units(10)));
 }
 
+TEST(Reconciliation, KeepsAnAccountWhoseMonthsAddUpToZero) {
+  WorkTable table;
+  const std::size_t line = table.LineOf(Group::Expenses, "Job Expenses");
+  Set(table.At(line).months[3], -98, -98);
+  Set(table.At(line).months[6], 98, 98);
+  const Reconciliation months = Summarize(table, start, BooksPeriods::Months, LinePeriods::Months);
+  ASSERT_EQ(months.lines.size(), 2U);
+  EXPECT_EQ(months.lines[0].month, 4);
+  EXPECT_EQ(months.lines[1].plan, Units(98));
+  const Reconciliation years = Summarize(table, start, BooksPeriods::Months, LinePeriods::Years);
+  ASSERT_EQ(years.lines.size(), 1U);
+  EXPECT_EQ(years.lines[0].plan, Units(0));
+  EXPECT_EQ(years.totals.size(), 1U);
+}
+
 TEST(Reconciliation, ShowsWhatHasNoCause) {
   WorkTable table;
   Set(January(table, Group::Sales, "Plants"), 100, 90);
