@@ -213,11 +213,7 @@ TEST(JsonSchemas, RefuseTheOtherOutputsWithoutAMemberOrWithAnotherType) {
   ASSERT_EQ(RunProgram(place.ImportArguments("ald.kpf", {"--expenses"})).code, 0);
   ExpectExact("plan-history", Printed({"plan", "history", place / "ald.kpf", "--json"}),
               {"when", "action", "settings", "period", "rows_added", "rows_removed", "cells_changed",
-<<<<<<< HEAD
                "formulas_cleared", "rows", "kept", "written"});
-=======
-               "formulas_cleared", "kept", "written", "rows"});
->>>>>>> step8-reconcile
   ExpectExact("plan-diff", Printed({"plan", "diff", place / "ald.kpf", "--json"}), {});
   ASSERT_EQ(RunProgram(place.ImportArguments("cor.kpf", {"--expenses", "--balances", "all"})).code, 0);
   ExpectExact("reconcile",
