@@ -171,8 +171,10 @@ class EntryReader {
   }
 
   void PassItem(const Posting& posting) {
+    const auto item = items_.find(posting.key);
+    if (item == items_.end()) return;
     entry_.itemId = posting.key;
-    for (const ItemSide& side : items_.find(posting.key)->second) {
+    for (const ItemSide& side : item->second) {
       if (side.target != posting.target) continue;
       if (side.unitCost) {
         const double cost = posting.quantity * *side.unitCost;
@@ -187,10 +189,11 @@ class EntryReader {
   }
 
   void Pass(const std::string& accountId, std::int64_t debit) {
-    const Account& account = accounts_.find(accountId)->second;
+    const auto account = accounts_.find(accountId);
+    if (account == accounts_.end()) return;
     entry_.accountId = accountId;
-    entry_.accountType = account.type;
-    entry_.amount = account.creditIsPositive ? Negative(debit) : debit;
+    entry_.accountType = account->second.type;
+    entry_.amount = account->second.creditIsPositive ? Negative(debit) : debit;
     receive_(entry_);
   }
 
