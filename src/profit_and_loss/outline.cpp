@@ -68,7 +68,7 @@ bool CanBeTotal(const ReportRow& row) noexcept {
 
 Outline::Outline(const CapturedReport& report, const std::vector<std::string>& titles, Findings& findings)
     : report_(report), titles_(titles), findings_(findings), hyphenNumbers_(HasHyphenNumbers(report)) {
-  nextLabel_.resize(report.rows.size());
+  nextLabel_.assign(report.rows.size(), 0);
   std::size_t next = report.rows.size();
   for (std::size_t index = report.rows.size(); index-- > 0;) {
     nextLabel_[index] = next;
