@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 
 #include "cli/explain/ledger_proof.h"
@@ -88,6 +89,7 @@ std::uint64_t CompaniesInPart() {
 class GeneratedLedger : public testing::TestWithParam<int> {};
 
 TEST_P(GeneratedLedger, AddsUpToTheCellsOfThePlan) {
+  std::int64_t cells = 0;
   for (std::uint64_t company = 0; company < CompaniesInPart(); ++company) {
     const std::uint64_t seed = company * parts + static_cast<std::uint64_t>(GetParam()) + 1;
     const Workplace place;
@@ -109,8 +111,11 @@ TEST_P(GeneratedLedger, AddsUpToTheCellsOfThePlan) {
       ASSERT_EQ(run.code, 0) << run.err;
       const ProvedLedger proved = ProveLedger(place / "l.kql", copy, seed % 3 != 2);
       EXPECT_GT(proved.amountCells, 100);
+      cells += proved.amountCells;
     }
   }
+  std::printf("%lld cells of %llu companies\n", static_cast<long long>(cells),
+              static_cast<unsigned long long>(CompaniesInPart()));
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, GeneratedLedger, testing::Range(0, parts));

@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 
 #include "build_paths.h"
@@ -122,6 +123,7 @@ TEST_P(GeneratedReconciliation, AddsUpAndExplainsEveryCent) {
     ASSERT_EQ(import.code, 0) << import.err;
     Prove(file, place / plan, 20);
   }
+  std::printf("%llu companies reconciled\n", static_cast<unsigned long long>(CompaniesInPart()));
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, GeneratedReconciliation, testing::Range(0, parts));
