@@ -106,7 +106,7 @@ TEST(JsonSchemas, UseOnlyWhatIsChecked) {
 // NOLINTNEXTLINE(misc-no-recursion)
 void Shorten(json& value) {
   if (value.is_array() && value.size() > 1) {
-    json largest;
+    json largest = value.front();
     for (const json& element : value) {
       if (element.dump().size() > largest.dump().size()) largest = element;
     }
