@@ -24,7 +24,7 @@ struct BillableExpense {
 
 /// What an import has read, for its warnings. Has no effect on the import.
 struct ReadingTally {
-  std::int64_t lines = 0;  ///< transaction lines, booked or not
+  std::int64_t lines = 0;     ///< transaction lines, booked or not
   std::int64_t reported = 0;  ///< transaction lines passed to the receiver of bookings, in all imports
   /// How often more was billed than was booked, by the customer's name (or else id) and the amount's text.
   std::map<std::pair<std::string, std::string>, std::int64_t> billedAgain;

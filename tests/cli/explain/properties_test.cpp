@@ -5,8 +5,8 @@
 #include <cstdlib>
 
 #include "cli/explain/ledger_proof.h"
+#include "cli/generated_company.h"
 #include "cli/workplace.h"
-#include "sample_company/generator.h"
 
 namespace krnqb::cli {
 namespace {
@@ -94,15 +94,8 @@ TEST_P(GeneratedLedger, AddsUpToTheCellsOfThePlan) {
     const std::uint64_t seed = company * parts + static_cast<std::uint64_t>(GetParam()) + 1;
     const Workplace place;
     const std::string file = place / "generated.qbw";
-    sample_company::GeneratorSettings settings;
-    settings.accounts = 43 + static_cast<std::int64_t>(seed % 50);
-    settings.items = 16 + static_cast<std::int64_t>(seed % 20);
-    settings.customers = 3 + static_cast<std::int64_t>(seed % 7);
-    settings.transactions = 60 + static_cast<std::int64_t>(seed % 5) * 30;
-    settings.seed = seed;
-    settings.processorVersion = "2.0";
-    sample_company::GenerateCompany(file, settings);
-    const char* const plan = seed % 3 == 0 ? "cor.kpf" : seed % 3 == 1 ? "ald.kpf" : "bri.kpf";
+    tests::GenerateSmallCompany(file, seed, 180);
+    const char* const plan = tests::PlanOfSeed(seed);
     for (const char* path : {"transactions", "reports"}) {
       SCOPED_TRACE(fmt::format("seed {}, {}, {}", seed, plan, path));
       const std::string copy = place / (std::string(path) + plan);

@@ -5,8 +5,8 @@
 #include <cstdlib>
 
 #include "build_paths.h"
+#include "cli/generated_company.h"
 #include "cli/reconcile/reconciliation_proof.h"
-#include "sample_company/generator.h"
 
 // Every amount of a reconciliation adds up, is that of plan and books, and every difference has a cause.
 
@@ -107,15 +107,8 @@ TEST_P(GeneratedReconciliation, AddsUpAndExplainsEveryCent) {
     const std::uint64_t seed = company * parts + static_cast<std::uint64_t>(GetParam()) + 1;
     const Workplace place;
     const std::string file = place / "generated.qbw";
-    sample_company::GeneratorSettings settings;
-    settings.accounts = 43 + static_cast<std::int64_t>(seed % 50);
-    settings.items = 16 + static_cast<std::int64_t>(seed % 20);
-    settings.customers = 3 + static_cast<std::int64_t>(seed % 7);
-    settings.transactions = 60 + static_cast<std::int64_t>(seed % 5) * 60;
-    settings.seed = seed;
-    settings.processorVersion = "2.0";
-    sample_company::GenerateCompany(file, settings);
-    const char* const plan = seed % 3 == 0 ? "cor.kpf" : seed % 3 == 1 ? "ald.kpf" : "bri.kpf";
+    tests::GenerateSmallCompany(file, seed, 300);
+    const char* const plan = tests::PlanOfSeed(seed);
     const char* const path = seed % 2 == 0 ? "transactions" : "reports";
     SCOPED_TRACE(fmt::format("seed {}, {}, {}", seed, plan, path));
     const ProgramRun import =
