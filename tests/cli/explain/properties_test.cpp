@@ -11,7 +11,9 @@
 namespace krnqb::cli {
 namespace {
 
+using tests::GenerateSmallCompany;
 using tests::LedgerListing;
+using tests::PlanOfSeed;
 using tests::ProgramRun;
 using tests::ProvedLedger;
 using tests::ProveLedger;
@@ -94,8 +96,8 @@ TEST_P(GeneratedLedger, AddsUpToTheCellsOfThePlan) {
     const std::uint64_t seed = company * parts + static_cast<std::uint64_t>(GetParam()) + 1;
     const Workplace place;
     const std::string file = place / "generated.qbw";
-    tests::GenerateSmallCompany(file, seed, 180);
-    const char* const plan = tests::PlanOfSeed(seed);
+    GenerateSmallCompany(file, seed, 180);
+    const char* const plan = PlanOfSeed(seed);
     for (const char* path : {"transactions", "reports"}) {
       SCOPED_TRACE(fmt::format("seed {}, {}, {}", seed, plan, path));
       const std::string copy = place / (std::string(path) + plan);

@@ -13,6 +13,8 @@
 namespace krnqb::cli {
 namespace {
 
+using tests::GenerateSmallCompany;
+using tests::PlanOfSeed;
 using tests::ProgramRun;
 using tests::ReconciledPlan;
 using tests::ReconcilePlan;
@@ -107,8 +109,8 @@ TEST_P(GeneratedReconciliation, AddsUpAndExplainsEveryCent) {
     const std::uint64_t seed = company * parts + static_cast<std::uint64_t>(GetParam()) + 1;
     const Workplace place;
     const std::string file = place / "generated.qbw";
-    tests::GenerateSmallCompany(file, seed, 300);
-    const char* const plan = tests::PlanOfSeed(seed);
+    GenerateSmallCompany(file, seed, 300);
+    const char* const plan = PlanOfSeed(seed);
     const char* const path = seed % 2 == 0 ? "transactions" : "reports";
     SCOPED_TRACE(fmt::format("seed {}, {}, {}", seed, plan, path));
     const ProgramRun import =
