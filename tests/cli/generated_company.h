@@ -5,7 +5,7 @@
 
 #include "sample_company/generator.h"
 
-namespace krnqb::tests {
+namespace krnqb::cli::tests {
 
 /// Generates a small company of processor version 2.0; every seed gives another one. `most` is about how many
 /// transactions it has at most.
@@ -26,4 +26,4 @@ inline const char* PlanOfSeed(std::uint64_t seed) {
   return seed % 3 == 1 ? "ald.kpf" : "bri.kpf";
 }
 
-}  // namespace krnqb::tests
+}  // namespace krnqb::cli::tests

@@ -1,8 +1,8 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 
 #include "cli/explain/ledger_proof.h"
 #include "cli/generated_company.h"
@@ -109,8 +109,7 @@ TEST_P(GeneratedLedger, AddsUpToTheCellsOfThePlan) {
       cells += proved.amountCells;
     }
   }
-  std::printf("%lld cells of %llu companies\n", static_cast<long long>(cells),
-              static_cast<unsigned long long>(CompaniesInPart()));
+  std::cout << fmt::format("{} cells of {} companies\n", cells, CompaniesInPart());
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, GeneratedLedger, testing::Range(0, parts));

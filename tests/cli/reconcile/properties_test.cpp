@@ -1,8 +1,8 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 
 #include "build_paths.h"
 #include "cli/generated_company.h"
@@ -42,7 +42,7 @@ Words ImportOf(const Words& source, const std::string& plan) {
 
 std::string CompanyOf(const Workplace& place, const std::string& sample, const std::string& version) {
   if (sample != "nursery with books") return place.SampleCompany(sample, version);
-  const std::string company = place.SampleCompany("nursery", version);
+  std::string company = place.SampleCompany("nursery", version);
   Words load{"company", "load", company};
   for (const auto& document :
        std::filesystem::directory_iterator(krnqb::tests::SamplesFolder() + "/nursery-books")) {
@@ -118,7 +118,7 @@ TEST_P(GeneratedReconciliation, AddsUpAndExplainsEveryCent) {
     ASSERT_EQ(import.code, 0) << import.err;
     Prove(file, place / plan, 20);
   }
-  std::printf("%llu companies reconciled\n", static_cast<unsigned long long>(CompaniesInPart()));
+  std::cout << fmt::format("{} companies reconciled\n", CompaniesInPart());
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, GeneratedReconciliation, testing::Range(0, parts));
