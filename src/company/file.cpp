@@ -173,11 +173,9 @@ std::optional<LedgerDays> CompanyFile::TransactionDays() const {
   return ReadLedgerDays(database_);
 }
 
-std::string CompanyFile::TransactionText(std::string_view element, std::string_view transactionId) const {
-  const RecordKind* const kind = FindRecordKind(element);
-  if (kind == nullptr || kind->shape != RecordShape::Transaction) return {};
-  Statement text = database_.Prepare("SELECT xml FROM record WHERE family = ?1 AND key = ?2");
-  return text.Bind(1, kind->family).Bind(2, transactionId).Step() ? std::string(text.Text(0)) : std::string();
+std::vector<std::string> CompanyFile::PendingSales(std::string_view firstDay,
+                                                   std::string_view lastDay) const {
+  return ReadPendingSales(database_, firstDay, lastDay);
 }
 
 void CompanyFile::ReadLedgerEntries(std::string_view firstDay, std::string_view lastDay,

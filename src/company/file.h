@@ -84,9 +84,8 @@ class CompanyFile {
   /// Returns the dates of the company's first and last transaction; nullopt if it has none.
   std::optional<LedgerDays> TransactionDays() const;
 
-  /// Returns the text of the transaction with this record element, such as "InvoiceRet", and TxnID, as it is
-  /// answered; empty if the company has none.
-  std::string TransactionText(std::string_view element, std::string_view transactionId) const;
+  /// Returns the TxnIDs of the pending sales in a period; see `company::ReadPendingSales`.
+  std::vector<std::string> PendingSales(std::string_view firstDay, std::string_view lastDay) const;
 
   /// Passes what the company's transactions post to the accounts of a profit and loss to `receive`; see
   /// `company::ReadLedgerEntries`.

@@ -60,15 +60,20 @@ void BookedEntries::BookLine(const Booking& booking, MonthAmounts& month, Booked
 
 void BookedEntries::BookReportCell(const Booking& booking, MonthAmounts& month, std::uint32_t line) {
   fromReports_ = true;
-  const ExactAmount amount = ExactAmount::From(booking.amount);
-  month.booked += amount;
+  ReportCell cell{.amount = ExactAmount::From(booking.amount), .cut = {}};
+  if (const std::optional<double> whole = ConvertToDouble(booking.text); whole && !ReadsWhole(booking.text)) {
+    cell.cut = cell.amount - ExactAmount::From(*whole);
+  }
+  month.booked += cell.amount;
+  month.Explain(CauseCode::TextCut, cell.cut);
   const std::uint64_t place =
       std::uint64_t{line} * monthsOfAYear + static_cast<std::uint64_t>(booking.slot.number);
-  const auto [last, first] = reportCells_.try_emplace(place, amount);
+  const auto [last, first] = reportCells_.try_emplace(place, cell);
   if (first) return;
   // The last row of an account is its subtotal, which includes the others.
-  month.Explain(CauseCode::ReportRowTwice, last->second);
-  last->second = amount;
+  month.Explain(CauseCode::TextCut, -last->second.cut);
+  month.Explain(CauseCode::ReportRowTwice, last->second.amount);
+  last->second = cell;
 }
 
 // The formulas of one month name every row once.

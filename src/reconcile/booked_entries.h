@@ -80,11 +80,15 @@ class BookedEntries final : public BookingReceiver {
   std::vector<ImportedRow> rows_;
   std::vector<bool> read_;  // by key
   std::unordered_map<std::uint32_t, SkipReason> reasons_;
-  std::unordered_map<std::uint64_t, ExactAmount> reportCells_;  // the last one of a line and month
-  std::uint32_t key_ = 0;                                       // of the current line
-  std::uint32_t transaction_ = 0;                               // of the current line
-  bool quantityAsOne_ = false;                                  // of the current line
-  bool costCut_ = false;                                        // of the current line
+  struct ReportCell {
+    ExactAmount amount;
+    ExactAmount cut;  // what it has more than its text says, because that was read only in part
+  };
+  std::unordered_map<std::uint64_t, ReportCell> reportCells_;  // the last one of a line and month
+  std::uint32_t key_ = 0;                                      // of the current line
+  std::uint32_t transaction_ = 0;                              // of the current line
+  bool quantityAsOne_ = false;                                 // of the current line
+  bool costCut_ = false;                                       // of the current line
   bool inPastPeriod_ = false;  // whether the current line is read for past performance
   bool fromReports_ = false;
   std::optional<Error> failure_;

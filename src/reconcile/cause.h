@@ -32,7 +32,7 @@ enum class CauseCode : std::uint8_t {
   PendingSale,         ///< a pending sale is not in the books yet
   BilledOnce,          ///< an expense that was billed to a customer is taken back
   BilledAgain,         ///< more is taken back than was an expense
-  TextCut,             ///< an average cost could be read only in part
+  TextCut,             ///< an average cost, or a report's amount, could be read only in part
   QuantityAsOne,       ///< a quantity that is not a number counts as 1
   WithoutAmount,       ///< a line without an amount has a cost in the books
   OtherAccount,        ///< the books have the line in another account

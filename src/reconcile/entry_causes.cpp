@@ -17,8 +17,8 @@ bool ByKey(const Entry& left, const Entry& right) {
 class LineComparison {
  public:
   LineComparison(WorkTable& table, const BookedEntries& import,
-                 const std::unordered_set<std::uint32_t>& posting)
-      : table_(table), import_(import), posting_(posting) {}
+                 const std::unordered_set<std::uint32_t>& pendingSales)
+      : table_(table), import_(import), pendingSales_(pendingSales) {}
 
   void Compare(std::span<const BookedEntry> booked, std::span<const PostedEntry> posted) {
     booked_.assign(booked.begin(), booked.end());
@@ -73,10 +73,7 @@ class LineComparison {
   std::optional<CauseCode> CauseOf(const BookedEntry& entry, bool moved) const {
     if (IsTakenBack(entry)) return entry.billedAgain ? CauseCode::BilledAgain : CauseCode::BilledOnce;
     if (moved) return CauseCode::OtherAccount;
-    const bool isPurchase =
-        entry.rule == BookingRule::ChargedToExpense || entry.rule == BookingRule::CreditedToIncome;
-    // The books post nothing of a pending sale.
-    if (!isPurchase && !posting_.contains(entry.transaction)) return CauseCode::PendingSale;
+    if (pendingSales_.contains(entry.transaction)) return CauseCode::PendingSale;
     return std::nullopt;
   }
 
@@ -97,7 +94,7 @@ class LineComparison {
 
   WorkTable& table_;
   const BookedEntries& import_;
-  const std::unordered_set<std::uint32_t>& posting_;  // transactions that post anything
+  const std::unordered_set<std::uint32_t>& pendingSales_;
   std::vector<BookedEntry> booked_;
   std::vector<PostedEntry> posted_;
 };
@@ -125,15 +122,13 @@ void ExplainOtherSections(WorkTable& table, const std::vector<PostedEntry>& post
 
 }  // namespace
 
-void ExplainEntries(WorkTable& table, BookedEntries& booked, std::vector<PostedEntry>& posted) {
-  if (booked.FromReports()) return ExplainOtherSections(table, posted);
-  std::unordered_set<std::uint32_t> posting;
-  for (const PostedEntry& entry : posted) posting.insert(entry.transaction);
+void ExplainEntries(WorkTable& table, BookedEntries& booked, PostedEntries& posted) {
+  if (booked.FromReports()) return ExplainOtherSections(table, posted.entries);
   std::ranges::stable_sort(booked.Entries(), ByKey<BookedEntry>);
-  std::ranges::stable_sort(posted, ByKey<PostedEntry>);
+  std::ranges::stable_sort(posted.entries, ByKey<PostedEntry>);
   std::span<const BookedEntry> bookedLeft(booked.Entries());
-  std::span<const PostedEntry> postedLeft(posted);
-  LineComparison comparison(table, booked, posting);
+  std::span<const PostedEntry> postedLeft(posted.entries);
+  LineComparison comparison(table, booked, posted.pendingSales);
   while (!bookedLeft.empty() || !postedLeft.empty()) {
     const std::uint32_t key = postedLeft.empty()   ? bookedLeft.front().key
                               : bookedLeft.empty() ? postedLeft.front().key

@@ -17,7 +17,6 @@ class LineKeys {
     scratch_.append(lineId);
     return numbers_.try_emplace(scratch_, static_cast<std::uint32_t>(numbers_.size())).first->second;
   }
-  std::size_t Count() const noexcept { return numbers_.size(); }
 
  private:
   std::unordered_map<std::string, std::uint32_t> numbers_;

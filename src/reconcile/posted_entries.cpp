@@ -58,6 +58,9 @@ PostedEntries ReadPostedEntries(const company::CompanyFile& company, const YearM
                                .balance = FromHundredths(*account.balance),
                                .posted = FromHundredths(account.posted)});
   }
+  for (const std::string& transaction : company.PendingSales(firstDay, lastDay)) {
+    posted.pendingSales.insert(table.transactions.NumberOf(transaction));
+  }
   company.ReadLedgerEntries(firstDay, lastDay, [&](const company::LedgerEntry& entry) {
     const auto line = lines.find(entry.accountId);
     const std::optional<std::uint8_t> month = MonthOf(entry.date, start);

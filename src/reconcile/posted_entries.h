@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "company/file.h"
@@ -35,6 +36,7 @@ struct UnexplainedBalance {
 /// What a company's loaded transactions post in twelve months.
 struct PostedEntries {
   std::vector<PostedEntry> entries;
+  std::unordered_set<std::uint32_t> pendingSales;  ///< numbers of transactions that post nothing yet
   std::vector<UnexplainedBalance> balances;
 };
 

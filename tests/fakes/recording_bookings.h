@@ -10,7 +10,7 @@
 
 namespace krnqb::fakes {
 
-/// Keeps everything that a receiver of bookings is passed, with texts of its own.
+/// Keeps copies of everything that is passed to a receiver of bookings.
 class RecordingBookings : public BookingReceiver {
  public:
   using Slot = std::tuple<AmountGroup, std::string, std::int16_t, std::int16_t>;  // the period is 0 if none

@@ -19,8 +19,9 @@ class CollectingBookings : public testing::Test {
                  .amount = amount,
                  .replaces = true});
   }
-  void Report(std::string_view account, std::int16_t month, double amount) {
-    booked.Book({.slot = Slot(account, month), .rule = BookingRule::ReportCell, .amount = amount});
+  void Report(std::string_view account, std::int16_t month, double amount, std::string_view text = "0") {
+    booked.Book(
+        {.slot = Slot(account, month), .rule = BookingRule::ReportCell, .amount = amount, .text = text});
   }
   void Line(std::string_view transaction, std::string_view quantity = {}) {
     line = {.number = ++number, .transactionId = transaction, .lineId = "1", .quantity = quantity};
@@ -68,6 +69,14 @@ TEST_F(CollectingBookings, TakesTheLastReportRowOfAnAccountForItsSubtotal) {
   EXPECT_EQ(CausesOf(Month("Rent", 1)), "report-row-twice 30.00");
   EXPECT_EQ(CausesOf(Month("Rent", 2)), "");
   EXPECT_TRUE(booked.FromReports());
+}
+
+TEST_F(CollectingBookings, NamesAmountsOfReportsThatWereCut) {
+  Report("Rent", 1, 1, "1,234.50");
+  Report("Fuel", 1, 1, "1,234.50");
+  Report("Fuel", 1, 2, "2,000");
+  EXPECT_EQ(CausesOf(Month("Rent", 1)), "text-cut -1233.50");
+  EXPECT_EQ(CausesOf(Month("Fuel", 1)), "report-row-twice 1.00; text-cut -1998.00");
 }
 
 TEST_F(CollectingBookings, LeavesPastPerformanceOut) {

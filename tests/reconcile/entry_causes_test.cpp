@@ -32,7 +32,7 @@ class ComparingEntries : public testing::Test {
     kind.transaction = table.transactions.NumberOf(source.transactionId);
     kind.line = LineOf(group, account);
     kind.amount = ExactAmount::From(amount);
-    posted.push_back(kind);
+    posted.entries.push_back(kind);
   }
   std::string Causes(Group group, std::string_view account) {
     return CausesOf(table.At(table.LineOf(group, account)).months[0]);
@@ -42,7 +42,7 @@ class ComparingEntries : public testing::Test {
   WorkTable table;
   LineKeys keys;
   BookedEntries booked{table, keys};
-  std::vector<PostedEntry> posted;
+  PostedEntries posted;
   SourceLine source;
   std::int64_t number = 0;
 };
@@ -95,6 +95,7 @@ TEST_F(ComparingEntries, NamesPendingSales) {
   ReadLine("T-1");
   Book(AmountGroup::Income, "Plants", 40, BookingRule::Sale);
   Book(AmountGroup::CostOfGoods, "Seeds", 7.5, BookingRule::CostOfSale);
+  posted.pendingSales.insert(table.transactions.NumberOf("T-1"));
   Compare();
   EXPECT_EQ(Causes(Group::Sales, "Plants"), "pending-sale 40.00");
   EXPECT_EQ(Causes(Group::CostOfGoods, "Seeds"), "pending-sale 7.50");
@@ -148,6 +149,13 @@ TEST_F(ComparingEntries, NamesCostsOfSalesWithoutAmount) {
   Post(Group::CostOfGoods, "Seeds", 2.5, costOfSale);
   Compare();
   EXPECT_EQ(Causes(Group::CostOfGoods, "Seeds"), "without-amount -2.50");
+}
+
+TEST_F(ComparingEntries, DoesNotTakeASaleThatIsNotPostedForPending) {
+  ReadLine("T-1");
+  Book(AmountGroup::Income, "Plants", 40, BookingRule::Sale);
+  Compare();
+  EXPECT_EQ(Causes(Group::Sales, "Plants"), "");
 }
 
 TEST_F(ComparingEntries, LeavesWhatHasNoCauseUnexplained) {

@@ -176,7 +176,7 @@ class Reconciling {
       reconcile::TakeLedgerAsBooks(table_);
       periods = reconcile::BooksPeriods::Months;
     }
-    if (posted_) ExplainEntries(table_, booked_, posted_->entries);
+    if (posted_) ExplainEntries(table_, booked_, *posted_);
     return periods;
   }
 

@@ -82,7 +82,7 @@ class ImportEnd final : public EventSink {
   bool raised_ = false;
 };
 
-// To its user it is no import that failed.
+// The user asked for a reconciliation, so a failed import is reported as that.
 void RequireRepeated(const QBDataExchange& exchange, bool goResult, bool afterImportRaised) {
   try {
     RequireSuccess(exchange, goResult, afterImportRaised);

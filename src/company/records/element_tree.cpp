@@ -25,7 +25,7 @@ void AppendUtf8(std::string& text, std::uint32_t character) {
   }
 }
 
-// Appends what a reference, without "&" and ";", stands for.
+// Appends the character that a reference means. `reference` is without "&" and ";".
 void AppendReferred(std::string& text, std::string_view reference) {
   if (reference.starts_with('#')) {
     reference.remove_prefix(1);

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "company/records/boolean.h"
 #include "company/records/element_tree.h"
 #include "company/records/kinds.h"
 #include "company/records/postings.h"
@@ -211,6 +212,21 @@ class EntryReader {
 void ReadLedgerEntries(const Database& database, std::string_view firstDay, std::string_view lastDay,
                        const LedgerEntryReceiver& receive) {
   EntryReader(database, receive).Read(firstDay, lastDay);
+}
+
+std::vector<std::string> ReadPendingSales(const Database& database, std::string_view firstDay,
+                                          std::string_view lastDay) {
+  // Only records without postings can be pending, so few texts are read.
+  Statement rows = database.Prepare(
+      "SELECT key, xml FROM record WHERE family IN ('Invoice', 'SalesReceipt') AND txn_date BETWEEN ?1 AND ?2"
+      " AND NOT EXISTS (SELECT 1 FROM posting WHERE record_id = record.id)");
+  rows.Bind(1, firstDay).Bind(2, lastDay);
+  ElementTree tree;
+  std::vector<std::string> pending;
+  while (rows.Step()) {
+    if (IsTrueText(tree.Read(rows.Text(1)).Child("IsPending").Text())) pending.emplace_back(rows.Text(0));
+  }
+  return pending;
 }
 
 }  // namespace krnqb::company

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "company/records/database.h"
 
@@ -49,5 +50,10 @@ using LedgerEntryReceiver = std::function<void(const LedgerEntry&)>;
 /// in memory. Throws Error `company_error::cannotOpen` if the file is damaged.
 void ReadLedgerEntries(const Database& database, std::string_view firstDay, std::string_view lastDay,
                        const LedgerEntryReceiver& receive);
+
+/// Returns the TxnIDs of the invoices and sales receipts from `firstDay` to `lastDay` that are pending, and
+/// therefore posted nowhere yet. Throws Error as `ReadLedgerEntries` does.
+std::vector<std::string> ReadPendingSales(const Database& database, std::string_view firstDay,
+                                          std::string_view lastDay);
 
 }  // namespace krnqb::company

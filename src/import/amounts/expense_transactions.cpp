@@ -43,9 +43,9 @@ void BookExpense(LineBooking& booking, const TransactionLine& line) {
   if (amount == 0) return;
   const std::string_view account = AccountOf(booking, line);
   if (account.empty()) return;
-  const Booking charged{.rule = BookingRule::ChargedToExpense};
+  static constexpr Booking charged{.rule = BookingRule::ChargedToExpense};
+  static constexpr Booking credited{.rule = BookingRule::CreditedToIncome};
   if (booking.AddTo(AccountGroup::Expense, account, amount, line, charged)) return;
-  const Booking credited{.rule = BookingRule::CreditedToIncome};
   if (booking.AddTo(AccountGroup::Income, account, -amount, line, credited)) return;
   booking.ReportSkipped(line, SkipReason::AccountInNoList, account);
 }

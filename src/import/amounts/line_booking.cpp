@@ -1,7 +1,5 @@
 #include "import/amounts/line_booking.h"
 
-#include <utility>
-
 #include "support/error_handling.h"
 #include "support/number_text.h"
 
@@ -10,7 +8,7 @@ namespace krnqb {
 void LineBooking::Begin(const TransactionLine& line) {
   if (receiver_ == nullptr) return;
   const std::string_view account = line.accountId.value_or("");
-  const std::string_view item = line.itemId.value_or("");
+  const std::string_view item = ItemOf(line);
   accountName_ = FullNameOf(line, account);
   itemName_ = FullNameOf(line, item);
   source_ = {.number = ++context.state.tally.reported,
@@ -39,7 +37,7 @@ double LineBooking::AmountOf(const TransactionLine& line) {
 }
 
 bool LineBooking::AddTo(AccountGroup group, std::string_view accountId, double amount,
-                        const TransactionLine& line, Booking booking) {
+                        const TransactionLine& line, const Booking& details) {
   const std::string& name = TopLevelName(group, accountId);
   if (name.empty()) return false;
   auto& subtotals = SubtotalsOf(context.state, group);
@@ -52,13 +50,14 @@ bool LineBooking::AddTo(AccountGroup group, std::string_view accountId, double a
     ReportSkipped(line, SkipReason::SubtotalOutOfRange, name);
     return true;
   }
-  Report(group, name, accountId, amount, line, std::move(booking));
+  Report(group, name, accountId, amount, line, details);
   return true;
 }
 
 void LineBooking::Report(AccountGroup group, std::string_view name, std::string_view accountId, double amount,
-                         const TransactionLine& line, Booking booking) {
+                         const TransactionLine& line, const Booking& details) {
   if (receiver_ == nullptr) return;
+  Booking booking = details;
   const std::string accountName = FullNameOf(line, accountId);
   booking.slot = {.group = AmountGroupOf(group), .name = name, .number = query.month};
   booking.amount = amount;
@@ -127,6 +126,13 @@ const CostOfSale& LineBooking::CostOfSaleIn(const SalePosting& posting) {
   const auto found = costs_.find(marker);
   return found != costs_.end() ? found->second
                                : costs_.emplace(marker, ReadCostOfGoodsMarker(marker)).first->second;
+}
+
+std::string_view ItemOf(const TransactionLine& line) noexcept {
+  for (const TransactionLine::Field& item : {line.itemId, line.itemGroupId, line.parentItemGroupId}) {
+    if (!item.value_or("").empty()) return *item;
+  }
+  return {};
 }
 
 AmountGroup AmountGroupOf(AccountGroup group) noexcept {

@@ -37,14 +37,14 @@ class LineBooking {
 
   /// Adds an amount to the query's month of the account's top-level account. Returns false if the group's
   /// list does not contain the account. If the subtotal is missing or the sum is out of range, reports the
-  /// line as skipped and returns true. `booking` has what a receiver of bookings is to know beyond the
-  /// account, the amount and the line.
+  /// line as skipped and returns true. `details` has the rule, and what else a receiver of bookings needs
+  /// besides the account, the amount and the line.
   bool AddTo(AccountGroup group, std::string_view accountId, double amount, const TransactionLine& line,
-             Booking booking);
+             const Booking& details);
 
   /// Passes on an amount that was added to the subtotal with this name, if bookings are received.
   void Report(AccountGroup group, std::string_view name, std::string_view accountId, double amount,
-              const TransactionLine& line, Booking booking);
+              const TransactionLine& line, const Booking& details);
 
   /// Reports to the observer that a line was not booked. `account` is the id or name of the account or item
   /// concerned, or empty.
@@ -77,6 +77,10 @@ class LineBooking {
   // Parsed markers, because many lines sell the same item.
   std::unordered_map<std::string, CostOfSale> costs_;
 };
+
+/// Returns the line's item, or else its item group, or else the item group that contains it; empty if it has
+/// neither.
+std::string_view ItemOf(const TransactionLine& line) noexcept;
 
 /// Returns the sums that are built of the accounts of a group.
 AmountGroup AmountGroupOf(AccountGroup group) noexcept;

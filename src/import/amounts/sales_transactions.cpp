@@ -12,14 +12,6 @@
 namespace krnqb {
 namespace {
 
-// Returns the line's item, or else its item group, or else the item group that contains it.
-std::string_view ItemOf(const TransactionLine& line) {
-  for (const TransactionLine::Field& item : {line.itemId, line.itemGroupId, line.parentItemGroupId}) {
-    if (!item.value_or("").empty()) return *item;
-  }
-  return {};
-}
-
 // Returns the item's name, or else its id.
 std::string ItemLabel(const LineBooking& booking, const TransactionLine& line) {
   const std::string_view item = ItemOf(line);
@@ -80,8 +72,9 @@ void BookSale(LineBooking& booking, const TransactionLine& line) {
   }
   const AccountId account =
       BooksCost(posting) ? BookCost(booking, line, posting) : std::get<AccountId>(posting);
-  if (booking.AddTo(AccountGroup::Income, account, amount, line, {.rule = BookingRule::Sale})) return;
-  const Booking credited{.rule = BookingRule::SaleCreditedToExpense};
+  static constexpr Booking sold{.rule = BookingRule::Sale};
+  static constexpr Booking credited{.rule = BookingRule::SaleCreditedToExpense};
+  if (booking.AddTo(AccountGroup::Income, account, amount, line, sold)) return;
   if (booking.AddTo(AccountGroup::Expense, account, -amount, line, credited)) return;
   booking.ReportSkipped(line, SkipReason::AccountInNoList, account);
 }

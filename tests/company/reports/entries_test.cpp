@@ -102,17 +102,14 @@ TEST_F(CompanyEntries, SayWhatTransactionAndLinePostsToWhatAccount) {
                    "2002-03-01 ReceivePaymentRet 3 Oak | | Income sales -150"}));
 }
 
-TEST_F(CompanyEntries, LeadToTheTextOfTheirTransaction) {
-  Load("Bill", "1", "2002-05-02", ExpenseLine("rent", "2.00"));
-  Load("Check", "1", "2002-05-02", ExpenseLine("rent", "3.00"));
-  EXPECT_EQ(company.TransactionText("BillRet", "1"),
-            "<BillRet>\n<TxnID>1</TxnID>\n<TxnDate>2002-05-02</TxnDate>\n<ExpenseLineRet>\n<AccountRef>\n"
-            "<ListID>rent</ListID>\n</AccountRef>\n<Amount>2.00</Amount>\n</ExpenseLineRet>\n</BillRet>\n");
-  EXPECT_NE(company.TransactionText("CheckRet", "1").find("3.00"), std::string::npos);
-  for (const std::string_view element : {"InvoiceRet", "AccountRet", "VendorRet"}) {
-    EXPECT_EQ(company.TransactionText(element, "1"), "") << element;
-  }
-  EXPECT_EQ(company.TransactionText("AccountRet", "rent"), "");
+TEST_F(CompanyEntries, LackPendingSalesWhichAreListedInstead) {
+  const std::string line = ItemLine("InvoiceLineRet", "pot", "30.00", "3");
+  Load("Invoice", "1", "2002-02-28", Element("IsPending", "true") + line);
+  Load("Invoice", "2", "2002-02-28", Element("IsPending", "false") + line);
+  Load("Invoice", "3", "2002-02-28", Element("IsPending", "false"));
+  Load("Invoice", "4", "2002-03-01", Element("IsPending", "true") + line);
+  Load("SalesReceipt", "5", "2002-02-01", Element("IsPending", "true"));
+  EXPECT_EQ(company.PendingSales("2002-02-01", "2002-02-28"), (Texts{"1", "5"}));
 }
 
 TEST_F(CompanyEntries, ReturnAGoodWithItsCost) {
