@@ -34,8 +34,8 @@ std::vector<RowFigures> FiguresOf(const LedgerFile& ledger, const std::vector<Le
 /// Returns whether a cell's text contains the amount as the import formats it; true for a growth rate.
 bool ShowsAmount(const LedgerCell& cell, double amount);
 
-/// Returns the sums of the account's months that a booking of the rule `PeriodTotal` stands for. `total` is
-/// the sum that it is booked to.
+/// Returns the sums of the account's months that a booking of the rule `PeriodTotal` adds up. `total` is the
+/// sum that it is booked to.
 std::vector<LedgerSlot> MonthsOf(const LedgerFile& ledger, const LedgerSlot& total,
                                  const LedgerBooking& booking);
 

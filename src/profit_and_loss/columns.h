@@ -28,7 +28,7 @@ struct AmountColumns {
 };
 
 /// Interprets the columns of a summary report. Throws Error 13 "DOCUMENT: ..." if a column has another title
-/// than a time or a total, if two cover the same time, if there is none, or if there are more than 120.
+/// than a time or a total, if two cover the same time, if no column has amounts, or if more than 120 have.
 AmountColumns ReadAmountColumns(const CapturedReport& report);
 
 }  // namespace krnqb::profit_and_loss

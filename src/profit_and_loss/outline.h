@@ -38,8 +38,8 @@ class Outline {
   /// outline.
   std::optional<AccountPath> Take(std::size_t index, const RowAmounts& amounts);
 
-  /// Returns the account of a transaction: that of the innermost heading. If there is none, it is `fullName`.
-  /// Throws Error 13 if both are missing or have different names.
+  /// Returns the account of a transaction: that of the innermost heading, or `fullName` outside every
+  /// heading. Throws Error 13 if both are missing or have different names.
   AccountPath Current(const ReportRow& row, std::string_view fullName) const;
   /// Adds amounts to the totals of the innermost heading.
   void Add(const RowAmounts& amounts);

@@ -106,7 +106,7 @@ std::optional<SkipReason> BookedEntries::ReasonOf(std::uint32_t key) const {
 }
 
 void BookedEntries::RequireComplete() const {
-  if (failure_) throw *failure_;
+  if (failure_) throw Error(*failure_);
 }
 
 }  // namespace krnqb::reconcile

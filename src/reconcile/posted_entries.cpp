@@ -11,11 +11,6 @@ namespace {
 
 constexpr std::array<std::string_view, 5> kindsRead = {"BillRet", "CheckRet", "CreditCardChargeRet",
                                                        "InvoiceRet", "SalesReceiptRet"};
-constexpr std::int64_t millionthsPerHundredth = 10'000;
-
-ExactAmount FromHundredths(std::int64_t hundredths) {
-  return ExactAmount::FromMillionths(hundredths * millionthsPerHundredth);
-}
 
 // Returns the name of a label like "60200 · Rent".
 std::string_view WithoutNumber(std::string_view label) {
@@ -53,10 +48,10 @@ PostedEntries ReadPostedEntries(const company::CompanyFile& company, const YearM
     if (!group) continue;
     const std::string_view name = WithoutNumber(books.accounts[account.topLevel].label);
     lines.emplace(account.id, static_cast<std::uint32_t>(table.LineOf(*group, name)));
-    if (account.Unexplained().value_or(0) == 0) continue;
+    if (!account.balance || account.Unexplained() == 0) continue;
     posted.balances.push_back({.account = account.fullName,
-                               .balance = FromHundredths(*account.balance),
-                               .posted = FromHundredths(account.posted)});
+                               .balance = ExactAmount::FromHundredths(*account.balance),
+                               .posted = ExactAmount::FromHundredths(account.posted)});
   }
   for (const std::string& transaction : company.PendingSales(firstDay, lastDay)) {
     posted.pendingSales.insert(table.transactions.NumberOf(transaction));
@@ -73,7 +68,7 @@ PostedEntries ReadPostedEntries(const company::CompanyFile& company, const YearM
                            .isSale = entry.kind == kindsRead[3] || entry.kind == kindsRead[4],
                            .inItemGroup = entry.inItemGroup,
                            .isCost = entry.cost.has_value(),
-                           .amount = FromHundredths(entry.amount)};
+                           .amount = ExactAmount::FromHundredths(entry.amount)};
     table.At(kept.line).months[kept.month].ledger += kept.amount;
     posted.entries.push_back(kept);
   });

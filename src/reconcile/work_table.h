@@ -22,8 +22,11 @@ inline constexpr std::size_t monthsOfAYear = 12;
 class TransactionNames {
  public:
   TransactionNames() = default;
+  TransactionNames(const TransactionNames&) = delete;  // its names are those of its own map
+  TransactionNames& operator=(const TransactionNames&) = delete;
   TransactionNames(TransactionNames&&) noexcept = default;
   TransactionNames& operator=(TransactionNames&&) noexcept = default;
+  ~TransactionNames() = default;
 
   /// Returns the number of a name, from 0; the same name has the same number.
   std::uint32_t NumberOf(std::string_view name);

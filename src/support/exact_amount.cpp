@@ -11,6 +11,7 @@ namespace krnqb {
 namespace {
 
 constexpr std::uint64_t millionthsPerUnit = 1'000'000;
+constexpr std::int64_t millionthsPerHundredth = 10'000;
 constexpr std::size_t mostDecimals = 6;
 constexpr std::size_t leastDecimals = 2;
 constexpr std::size_t digitsPerGroup = 3;
@@ -25,12 +26,22 @@ bool AppendDigit(std::int64_t& number, char digit) noexcept {
          !__builtin_add_overflow(number, std::int64_t{digit - '0'}, &number);
 }
 
+[[noreturn]] void ThrowOverflow() {
+  throw Error(error_number::overflow, "an amount exceeds 9,223,372,036,854.78");
+}
+
 }  // namespace
+
+ExactAmount ExactAmount::FromHundredths(std::int64_t hundredths) {
+  std::int64_t millionths = 0;
+  if (__builtin_mul_overflow(hundredths, millionthsPerHundredth, &millionths)) ThrowOverflow();
+  return FromMillionths(millionths);
+}
 
 ExactAmount ExactAmount::From(double amount) {
   constexpr double limit = 9.2E+18;
   const double product = amount * static_cast<double>(millionthsPerUnit);
-  if (!(std::abs(product) < limit)) throw Error(error_number::overflow);
+  if (!(std::abs(product) < limit)) ThrowOverflow();
   // The product is itself rounded; its exact error decides what looks like a half.
   const double error = std::fma(amount, static_cast<double>(millionthsPerUnit), -product);
   const double nearest = std::nearbyint(product);
@@ -74,14 +85,12 @@ double ExactAmount::AsDouble() const noexcept {
 }
 
 ExactAmount& ExactAmount::operator+=(const ExactAmount& other) {
-  if (__builtin_add_overflow(millionths_, other.millionths_, &millionths_))
-    throw Error(error_number::overflow);
+  if (__builtin_add_overflow(millionths_, other.millionths_, &millionths_)) ThrowOverflow();
   return *this;
 }
 
 ExactAmount& ExactAmount::operator-=(const ExactAmount& other) {
-  if (__builtin_sub_overflow(millionths_, other.millionths_, &millionths_))
-    throw Error(error_number::overflow);
+  if (__builtin_sub_overflow(millionths_, other.millionths_, &millionths_)) ThrowOverflow();
   return *this;
 }
 

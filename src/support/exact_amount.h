@@ -19,6 +19,8 @@ class ExactAmount {
     amount.millionths_ = millionths;
     return amount;
   }
+  /// Throws Error 6 if the amount is out of range.
+  static ExactAmount FromHundredths(std::int64_t hundredths);
   /// Rounds to the nearest millionth, halves to even. Throws Error 6 if the result is out of range or
   /// `amount` is not a number.
   static ExactAmount From(double amount);

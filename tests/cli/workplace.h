@@ -36,7 +36,7 @@ std::shared_ptr<Clock> JanuaryClock();
 using krnqb::tests::ReadText;
 using krnqb::tests::WriteText;
 
-/// Returns `text` with the first occurrence of `part` replaced. Fails the test if there is none.
+/// Returns `text` with the first occurrence of `part` replaced. Fails the test if `text` does not contain it.
 std::string Replaced(std::string text, std::string_view part, std::string_view replacement);
 
 /// Returns `text` without the time stamps of its tables.

@@ -83,7 +83,7 @@ class DatedProcessorFactory : public RequestProcessorFactory {
       : quickBooks_(std::move(quickBooks)), journal_(std::move(journal)) {}
 
   std::unique_ptr<RequestProcessor> Create() override {
-    if (refusal) throw *refusal;
+    if (refusal) throw Error(*refusal);
     return std::make_unique<DatedProcessor>(quickBooks_, journal_);
   }
 

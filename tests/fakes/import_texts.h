@@ -59,7 +59,7 @@ inline std::string RecordAnswer(const std::string& responseName, const std::stri
 }
 /// Returns an answer with an error status and no records.
 inline std::string StatusAnswer(const std::string& responseName, std::string_view statusCode) {
-  return Answer("<" + responseName + " requestID=\"1\" statusCode=\"" + std::string(statusCode) +
+  return Answer("<" + responseName + R"( requestID="1" statusCode=")" + std::string(statusCode) +
                 "\" statusSeverity=\"Error\" statusMessage=\"Refused\" />\n");
 }
 
@@ -91,8 +91,8 @@ inline std::string ItemAnswer(const std::string& items) {
 /// Returns a row of a report: the account's full name and the amounts in the columns after the label.
 inline std::string ReportRow(const std::string& accountName, std::initializer_list<std::string_view> amounts,
                              const std::string& kind = "DataRow") {
-  std::string row = "<" + kind + " rowNumber=\"1\"><RowData rowType=\"account\" value=\"" + accountName +
-                    "\" /><ColData colID=\"1\" value=\"" + accountName + "\" />";
+  std::string row = "<" + kind + R"( rowNumber="1"><RowData rowType="account" value=")" + accountName +
+                    R"(" /><ColData colID="1" value=")" + accountName + "\" />";
   int column = 1;
   for (const std::string_view amount : amounts) {
     row += "<ColData colID=\"" + std::to_string(++column) + "\" value=\"" + std::string(amount) + "\" />";

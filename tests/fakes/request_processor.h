@@ -38,7 +38,7 @@ inline std::string TextBetween(std::string_view text, std::string_view before, s
 inline std::string RequestNumber(std::string_view request) {
   static const std::map<std::string, std::string> reports = {
       {"OrdinaryIncome", "300"}, {"OrdinaryExpense", "310"}, {"CostOfSales", "320"}};
-  const std::string number = TextBetween(request, "requestID=\"", "\"");
+  std::string number = TextBetween(request, "requestID=\"", "\"");
   if (!number.empty()) return number;
   const auto report = reports.find(TextBetween(request, "<AccountTypeFilter>", "</AccountTypeFilter>"));
   return report == reports.end() ? "?" : report->second;

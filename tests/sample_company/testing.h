@@ -81,13 +81,13 @@ inline std::string Contents(const GeneratedCompany& company) {
   return contents;
 }
 
-/// Returns the text at a path from an element; empty if there is none.
+/// Returns the text at a path from an element; empty if the path leads nowhere.
 inline std::string TextAt(const XmlElement& element, const std::string& path) {
   const XmlElement found = element.Select(path);
   return found ? found.Text() : std::string();
 }
 
-/// Returns the amount at a path, in hundredths; fails the test if there is none.
+/// Returns the amount at a path, in hundredths; fails the test if the path leads nowhere.
 inline std::int64_t AmountAt(const XmlElement& element, const std::string& path) {
   const auto amount = company::Hundredths(TextAt(element, path));
   EXPECT_TRUE(amount) << path << " of " << element.Xml();

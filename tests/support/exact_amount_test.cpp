@@ -100,6 +100,16 @@ TEST(ExactAmount, ThrowsOverflowInsteadOfWrapping) {
   EXPECT_EQ(tests::NumberThrownBy([&] { static_cast<void>(-lowest); }), error_number::overflow);
 }
 
+TEST(ExactAmount, IsMadeOfHundredths) {
+  EXPECT_EQ(ExactAmount::FromHundredths(-123'456), ExactAmount::From(-1'234.56));
+  EXPECT_EQ(ExactAmount::FromHundredths(922'337'203'685'477).Millionths(), 9'223'372'036'854'770'000);
+  for (const std::int64_t tooLarge : {std::int64_t{922'337'203'685'478}, most, least}) {
+    const Error error = tests::ThrownError([&] { ExactAmount::FromHundredths(tooLarge); });
+    EXPECT_EQ(error.Number(), error_number::overflow);
+    EXPECT_EQ(error.Description(), "an amount exceeds 9,223,372,036,854.78");
+  }
+}
+
 TEST(ExactAmount, HasTwoToSixDecimalsAsText) {
   struct Case {
     std::int64_t millionths;

@@ -3,10 +3,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <functional>
-#include <numeric>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -25,17 +24,13 @@ using company::ProfitAndLossAccount;
 using company::RowAmounts;
 using plan_file::TableLine;
 
-std::int64_t SumOf(const RowAmounts& months) {
-  return std::accumulate(months.begin(), months.end(), std::int64_t{0});
-}
-
 RowAmounts Difference(RowAmounts amounts, const RowAmounts& less) {
-  std::ranges::transform(amounts, less, amounts.begin(), std::minus<>());
+  company::SubtractAmounts(amounts, less);
   return amounts;
 }
 
 RowAmounts Sum(RowAmounts amounts, const RowAmounts& more) {
-  std::ranges::transform(amounts, more, amounts.begin(), std::plus<>());
+  company::AddAmounts(amounts, more);
   return amounts;
 }
 
@@ -97,7 +92,7 @@ class TableWriter {
     if (byMonth_) {
       for (const std::int64_t month : months) line.texts.push_back(MoneyOf(month));
     }
-    line.texts.push_back(MoneyOf(SumOf(months)));
+    line.texts.push_back(MoneyOf(company::TotalOf(months)));
     lines_.push_back(std::move(line));
   }
 
@@ -143,9 +138,10 @@ class TableWriter {
 };
 
 std::string UnexplainedLine(std::string_view account, std::int64_t posted, std::int64_t balance) {
-  const std::int64_t missing = balance - posted;
+  const std::int64_t missing = company::Difference(balance, posted);
   return fmt::format("  {}: {} of {} ({} {})\n", OneLine(account), MoneyOf(posted), MoneyOf(balance),
-                     MoneyOf(std::abs(missing)), missing > 0 ? "is missing" : "too much");
+                     MoneyText(std::abs(static_cast<double>(missing)) / 100),
+                     missing > 0 ? "is missing" : "too much");
 }
 
 // Returns the lines about a top-level account and its sub-accounts, which are those in [first, end).
@@ -156,8 +152,8 @@ std::string UnexplainedTree(const ProfitAndLoss& books, std::size_t first, std::
   for (std::size_t index = first; index < end; ++index) {
     const ProfitAndLossAccount& account = books.accounts[index];
     if (!account.balance) continue;
-    posted += account.posted;
-    balance += *account.balance;
+    posted = company::Sum(posted, account.posted);
+    balance = company::Sum(balance, *account.balance);
     if (account.Unexplained() != 0) unexplained.push_back(&account);
   }
   if (unexplained.size() > 1) {
@@ -192,7 +188,7 @@ std::string UnexplainedText(const ProfitAndLoss& books) {
 }
 
 Json Amounts(const RowAmounts& months) {
-  Json json{{"months", Json::array()}, {"total", company::AmountText(SumOf(months))}};
+  Json json{{"months", Json::array()}, {"total", company::AmountText(company::TotalOf(months))}};
   for (const std::int64_t month : months) json["months"].push_back(company::AmountText(month));
   return json;
 }

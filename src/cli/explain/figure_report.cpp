@@ -18,6 +18,7 @@ constexpr std::size_t monthsPerYear = 12;
 
 std::string CellTexts(const ledger::Figure& figure, std::size_t width) {
   std::vector<std::string> cells;
+  cells.reserve(figure.cells.size());
   for (const ledger::LedgerCell& cell : figure.cells) {
     cells.push_back(fmt::format("{} row {}: {}", PlaceText(cell), cell.rowNumber, cell.text));
   }

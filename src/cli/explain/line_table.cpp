@@ -86,6 +86,7 @@ std::vector<std::string> TableLines(const std::vector<Cells>& rows, const std::s
   TextTable table(std::move(alignments));
   for (const Cells& row : rows) {
     std::vector<std::string> cells;
+    cells.reserve(columns.size());
     for (const Column column : columns) cells.push_back(row[column]);
     table.AddRow(std::move(cells));
   }
@@ -111,6 +112,7 @@ std::string LineTable(const SumStory& story, std::size_t width, const std::strin
   if (story.lines.empty()) return {};
   const std::string inner = indent + "  ";
   std::vector<Cells> rows;
+  rows.reserve(story.lines.size() + 1);
   for (const StoryLine& line : story.lines) rows.push_back(CellsOf(line, story.slot));
   if (story.lines.size() > 1) {
     Cells& sum = rows.emplace_back();

@@ -39,6 +39,7 @@ SumStory StoryOf(const LedgerFile& ledger, const LedgerSlot& slot, bool subtract
 
 std::vector<SumStory> StoryOf(const LedgerFile& ledger, const ledger::Figure& figure) {
   std::vector<SumStory> stories;
+  stories.reserve(figure.terms.size());
   for (const ledger::LedgerTerm& term : figure.terms) {
     stories.push_back(StoryOf(ledger, ledger.Slot(term.slot), term.subtracted));
   }

@@ -58,7 +58,7 @@ struct ImportOutcome {
   ExitCode interruption = ExitCode::Interrupted;  ///< the signal's exit code, if the result is Interrupted
   std::int32_t errorNumber = 0;
   std::string errorDescription;
-  std::string errorLine;            ///< the failure as printed on standard error; empty if there is none
+  std::string errorLine;            ///< the failure as printed on standard error; empty without a failure
   std::string remedy;               ///< what to do about the failure: the end of that line
   std::vector<ImportEvent> events;  ///< in the order in which they were raised
   std::vector<plan_file::TableChange>

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <charconv>
+#include <optional>
 
 #include "cli/import/asked_data.h"
 #include "cli/import/request_names.h"
@@ -57,12 +58,13 @@ std::string HeldText(const std::optional<RecordedImport>& recorded, const Record
 }  // namespace
 
 std::optional<Failure> ReplayFailure(const ImportSettings& settings, const ImportSource& source) {
-  if (source.recording == nullptr || !source.recording->UnansweredRequest()) return std::nullopt;
+  if (source.recording == nullptr) return std::nullopt;
+  const std::optional<std::string>& unanswered = source.recording->UnansweredRequest();
+  if (!unanswered) return std::nullopt;
   const std::string held = HeldText(source.recording->Header().import, AskedData(settings, source));
   return CommandFailure(
       "import failed",
-      fmt::format("{} has no answer to {}: {}", source.description,
-                  RequestText(PlaceOf(*source.recording->UnansweredRequest())), held),
+      fmt::format("{} has no answer to {}: {}", source.description, RequestText(PlaceOf(*unanswered)), held),
       "give the options with which it was recorded, or record the company again; nothing was written");
 }
 

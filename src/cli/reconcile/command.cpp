@@ -126,12 +126,13 @@ class Reconciling {
 
   // A recording has the answers to one import only.
   static void ShapeAfterRecording(ImportCommand& command, const ImportSource& source) {
-    if (source.recording == nullptr || !source.recording->Header().import) return;
-    const RecordedImport& recorded = *source.recording->Header().import;
-    command.expenses = recorded.expenses;
-    command.income = recorded.income;
-    command.fiscalMonth = recorded.fiscalMonth;
-    if (!command.importStart) command.importStart = recorded.start;
+    if (source.recording == nullptr) return;
+    const std::optional<RecordedImport>& recorded = source.recording->Header().import;
+    if (!recorded) return;
+    command.expenses = recorded->expenses;
+    command.income = recorded->income;
+    command.fiscalMonth = recorded->fiscalMonth;
+    if (!command.importStart) command.importStart = recorded->start;
   }
 
   reconcile::PlanAmounts PlanAmounts(const plan_file::PlanContent& content,
@@ -157,9 +158,10 @@ class Reconciling {
   std::optional<reconcile::BooksPeriods> AddTheBooks(const std::optional<ProfitAndLoss>& statement,
                                                      const std::vector<std::string>& answers) {
     const bool recordedReports = options_.replayFile && booked_.FromReports();
-    if (!recordedReports) {
-      posted_ =
-          options_.replayFile ? PostAnswers(answers, start_, table_, keys_, interrupts_) : PostCompany();
+    if (options_.companyFile) {
+      posted_ = PostCompany(*options_.companyFile);
+    } else if (!recordedReports) {
+      posted_ = PostAnswers(answers, start_, table_, keys_, interrupts_);
     }
     std::optional<reconcile::BooksPeriods> periods;
     if (statement) {
@@ -186,9 +188,8 @@ class Reconciling {
     });
   }
 
-  reconcile::PostedEntries PostCompany() {
-    const company::CompanyFile company =
-        OpenCompany(*options_.companyFile, company::FileAccess::ReadOnly, interrupts_);
+  reconcile::PostedEntries PostCompany(const std::string& companyFile) {
+    const company::CompanyFile company = OpenCompany(companyFile, company::FileAccess::ReadOnly, interrupts_);
     return Attempt(failed, "run krnqb company check",
                    [&] { return reconcile::ReadPostedEntries(company, start_, table_, keys_); });
   }

@@ -16,7 +16,6 @@ namespace {
 
 using plan_file::TableLine;
 using reconcile::Cause;
-using reconcile::Group;
 using reconcile::Reconciled;
 using reconcile::Reconciliation;
 

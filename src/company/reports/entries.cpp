@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "company/records/amount.h"
 #include "company/records/boolean.h"
 #include "company/records/element_tree.h"
 #include "company/records/kinds.h"
@@ -34,11 +35,6 @@ std::int64_t RoundedCost(double cost) {
   if (rounded >= tooLarge) return std::numeric_limits<std::int64_t>::max();
   if (rounded < -tooLarge) return std::numeric_limits<std::int64_t>::min();
   return static_cast<std::int64_t>(rounded);
-}
-
-// The least number has no positive counterpart and stays.
-std::int64_t Negative(std::int64_t amount) {
-  return static_cast<std::int64_t>(0 - static_cast<std::uint64_t>(amount));
 }
 
 // The transactions of one family, by date and place.
@@ -194,7 +190,7 @@ class EntryReader {
     if (account == accounts_.end()) return;
     entry_.accountId = accountId;
     entry_.accountType = account->second.type;
-    entry_.amount = account->second.creditIsPositive ? Negative(debit) : debit;
+    entry_.amount = account->second.creditIsPositive ? Difference(0, debit) : debit;
     receive_(entry_);
   }
 

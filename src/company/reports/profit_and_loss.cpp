@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <functional>
 #include <ranges>
 #include <utility>
 
+#include "company/records/amount.h"
 #include "company/records/ledger.h"
 #include "company/reports/accounts.h"
 #include "company/reports/layout.h"
@@ -20,16 +20,12 @@ constexpr std::array<std::string_view, 5> types = {"Income", "CostOfGoodsSold", 
 constexpr std::string_view beforeAllDays;
 constexpr std::string_view afterAllDays = "9999-12-31";
 
-void Add(RowAmounts& sum, const RowAmounts& amounts) {
-  std::ranges::transform(sum, amounts, sum.begin(), std::plus<>());
-}
-
 // The accounts of one type, which are appended to a profit and loss.
 class TypeReader {
  public:
   TypeReader(const Database& database, std::string_view type, ProfitAndLoss& result)
       : type_(type),
-        sign_(FindReportLayout(ReportKind::ProfitAndLoss, type)->normalSide == NormalSide::Debit ? 1 : -1),
+        normalSide_(FindReportLayout(ReportKind::ProfitAndLoss, type)->normalSide),
         list_(ReadReportAccounts(database, type)),
         ledger_(database, type),
         result_(result) {}
@@ -55,7 +51,8 @@ class TypeReader {
  private:
   std::int64_t Shown(const PostedAmounts& posted, const std::string& account) const {
     const auto found = posted.find(account);
-    return found == posted.end() ? 0 : sign_ * found->second;
+    if (found == posted.end()) return 0;
+    return normalSide_ == NormalSide::Debit ? found->second : Difference(0, found->second);
   }
 
   // Without recursion: accounts may be nested to any depth.
@@ -96,14 +93,14 @@ class TypeReader {
     for (std::size_t index = result_.accounts.size(); index-- > first;) {
       ProfitAndLossAccount& account = result_.accounts[index];
       open.resize(std::max(open.size(), account.level + 2), RowAmounts(result_.months.size()));
-      Add(account.withSubAccounts, open[account.level + 1]);
+      AddAmounts(account.withSubAccounts, open[account.level + 1]);
       open[account.level + 1].assign(result_.months.size(), 0);
-      Add(open[account.level], account.withSubAccounts);
+      AddAmounts(open[account.level], account.withSubAccounts);
     }
   }
 
   std::string_view type_;
-  int sign_;
+  NormalSide normalSide_;
   ReportAccounts list_;
   LedgerReader ledger_;
   ProfitAndLoss& result_;
@@ -113,13 +110,13 @@ class TypeReader {
 
 std::optional<std::int64_t> ProfitAndLossAccount::Unexplained() const {
   if (!balance) return std::nullopt;
-  return *balance - posted;
+  return Difference(*balance, posted);
 }
 
 RowAmounts ProfitAndLoss::SumOf(std::string_view accountType) const {
   RowAmounts sum(months.size());
   for (const ProfitAndLossAccount& account : accounts) {
-    if (account.type == accountType) Add(sum, account.own);
+    if (account.type == accountType) AddAmounts(sum, account.own);
   }
   return sum;
 }

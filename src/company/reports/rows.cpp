@@ -1,20 +1,20 @@
 #include "company/reports/rows.h"
 
 #include <algorithm>
-#include <functional>
+#include <numeric>
 #include <string_view>
 #include <utility>
+
+#include "company/records/amount.h"
 
 namespace krnqb::company {
 namespace {
 
-void Add(RowAmounts& sum, const RowAmounts& amounts) {
-  std::ranges::transform(sum, amounts, sum.begin(), std::plus<>());
-}
-
 RowAmounts WithSign(RowAmounts amounts, int sign) {
-  for (std::int64_t& amount : amounts) amount *= sign;
-  return amounts;
+  if (sign > 0) return amounts;
+  RowAmounts negative(amounts.size());
+  SubtractAmounts(negative, amounts);
+  return negative;
 }
 
 class AccountRows {
@@ -36,7 +36,7 @@ class AccountRows {
         continue;
       }
       RowAmounts ended = Close();
-      Add(open_.empty() ? sum : open_.back().sum, ended);
+      AddAmounts(open_.empty() ? sum : open_.back().sum, ended);
     }
     return sum;
   }
@@ -79,7 +79,7 @@ class AccountRows {
     const std::optional<RowAmounts>& own = ownAmounts_[position];
     if (!own) return;
     rows.push_back({ReportRowKind::Data, std::move(label), accounts_[position].fullName, *own});
-    Add(sum, *own);
+    AddAmounts(sum, *own);
   }
 
   std::vector<OpenParent> open_;  // the outermost first
@@ -109,12 +109,24 @@ std::vector<ReportRow> ClosingRows(const ReportLayout& layout, const RowAmounts&
 
 }  // namespace
 
+void AddAmounts(RowAmounts& sums, const RowAmounts& amounts) {
+  std::ranges::transform(sums, amounts, sums.begin(), Sum);
+}
+
+void SubtractAmounts(RowAmounts& amounts, const RowAmounts& less) {
+  std::ranges::transform(amounts, less, amounts.begin(), Difference);
+}
+
+std::int64_t TotalOf(const RowAmounts& amounts) {
+  return std::accumulate(amounts.begin(), amounts.end(), std::int64_t{0}, Sum);
+}
+
 std::vector<ReportRow> BuildReportRows(const ReportLayout& layout, const ReportAccounts& accounts,
                                        const std::vector<std::optional<RowAmounts>>& ownAmounts,
                                        std::size_t columns) {
   AccountRows accountRows(accounts.accounts, ownAmounts, columns);
   RowAmounts sum(columns);
-  for (const std::size_t position : accounts.topLevel) Add(sum, accountRows.Append(position));
+  for (const std::size_t position : accounts.topLevel) AddAmounts(sum, accountRows.Append(position));
   if (accountRows.rows.empty()) return {};
 
   std::vector<ReportRow> rows = HeadingRows(layout);

@@ -14,6 +14,13 @@ namespace krnqb::company {
 /// Amounts in hundredths, one per column.
 using RowAmounts = std::vector<std::int64_t>;
 
+/// Adds amounts to those of the same columns. Throws Error 6 if a sum exceeds 64 bits.
+void AddAmounts(RowAmounts& sums, const RowAmounts& amounts);
+/// Subtracts amounts from those of the same columns. Throws Error 6 if a difference exceeds 64 bits.
+void SubtractAmounts(RowAmounts& amounts, const RowAmounts& less);
+/// Returns the sum of all columns. Throws Error 6 if it exceeds 64 bits.
+std::int64_t TotalOf(const RowAmounts& amounts);
+
 enum class ReportRowKind { Text, Data, Subtotal, Total };
 
 struct ReportRow {

@@ -2,8 +2,7 @@
 
 #include <fmt/format.h>
 
-#include <numeric>
-
+#include "company/records/amount.h"
 #include "company/records/ledger.h"
 #include "company/reports/accounts.h"
 #include "company/reports/period.h"
@@ -24,7 +23,7 @@ constexpr std::string_view wholeTime = "All Transactions";
 using OwnAmounts = std::vector<std::optional<RowAmounts>>;
 
 std::int64_t Shown(std::int64_t amount, const ReportLayout& layout) {
-  return layout.normalSide == NormalSide::Debit ? amount : -amount;
+  return layout.normalSide == NormalSide::Debit ? amount : Difference(0, amount);
 }
 
 // Returns the first and last day of a report by month, or nothing if the company has no transactions that
@@ -78,7 +77,7 @@ OwnAmounts BalancesAsOf(const Database& database, const ReportLayout& layout, co
   for (std::size_t account = 0; account < list.accounts.size(); ++account) {
     const auto found = later.find(list.accounts[account].key);
     const std::int64_t postedLater = found == later.end() ? 0 : Shown(found->second, layout);
-    const std::int64_t balance = list.accounts[account].balance.value_or(0) - postedLater;
+    const std::int64_t balance = Difference(list.accounts[account].balance.value_or(0), postedLater);
     if (balance != 0) amounts[account] = RowAmounts{balance};
   }
   return amounts;
@@ -86,7 +85,7 @@ OwnAmounts BalancesAsOf(const Database& database, const ReportLayout& layout, co
 
 void AddTotals(OwnAmounts& amounts) {
   for (std::optional<RowAmounts>& own : amounts) {
-    if (own) own->push_back(std::accumulate(own->begin(), own->end(), std::int64_t{0}));
+    if (own) own->push_back(TotalOf(*own));
   }
 }
 

@@ -83,7 +83,8 @@ void RecordBillable(LineBooking& booking, const TransactionLine& line) {
 
 void KeepBilledAgain(LineBooking& booking, const TransactionLine& line, std::string_view customerId) {
   const std::string_view customer = line.customerName.empty() ? customerId : line.customerName;
-  ++booking.context.state.tally.billedAgain[{std::string(customer), std::string(*line.amount)}];
+  ++booking.context.state.tally
+        .billedAgain[{std::string(customer), std::string(line.amount.value_or(std::string_view()))}];
 }
 
 }  // namespace

@@ -22,12 +22,12 @@ class ItemList {
 
   const XmlElement& Element() const noexcept { return answer_; }
 
-  /// Returns what an item's sale posts to: the id of an account, empty if there is none, or a cost of sale
-  /// for an item that also has a cost-of-goods account and an average cost. A failure is reported to the
-  /// observer and returns the empty id.
+  /// Returns what an item's sale posts to: the id of an account, empty if the item has no account, or a cost
+  /// of sale for an item that also has a cost-of-goods account and an average cost. A failure is reported to
+  /// the observer and returns the empty id.
   const SalePosting& IncomePosting(std::string_view itemId, Observer& observer) const;
 
-  /// Returns the id of the account that an item's purchase posts to, empty if there is none. A failure is
+  /// Returns the id of the account that an item's purchase posts to, empty if the item has none. A failure is
   /// reported to the observer and returns the empty id.
   const AccountId& ExpenseAccount(std::string_view itemId, Observer& observer) const;
 

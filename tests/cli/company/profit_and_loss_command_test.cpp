@@ -123,6 +123,26 @@ TEST_F(ProfitAndLossCommand, SaysThatEveryBalanceIsExplained) {
       << Show().out;
 }
 
+TEST_F(ProfitAndLossCommand, RefusesAmountsThatAddUpToTooMuch) {
+  Create(Account("Sales", "Income") + Account("Cost", "CostOfGoodsSold") + Account("Wear", "CostOfGoodsSold"),
+         Check("1", "2002-03-01", "Wear", "1.00"));
+  WriteText(place / "sale.xml",
+            "<QBXML><QBXMLMsgsRs><ItemQueryRs><ItemInventoryRet><ListID>Pot</ListID><Name>Pot</Name>"
+            "<IncomeAccountRef><ListID>Sales</ListID></IncomeAccountRef><COGSAccountRef><ListID>Cost</ListID>"
+            "</COGSAccountRef><AverageCost>2.00</AverageCost></ItemInventoryRet></ItemQueryRs>"
+            "<InvoiceQueryRs><InvoiceRet><TxnID>2</TxnID><TxnDate>2002-03-02</TxnDate><InvoiceLineRet>"
+            "<ItemRef><ListID>Pot</ListID></ItemRef><Quantity>1e300</Quantity><Amount>1.00</Amount>"
+            "</InvoiceLineRet></InvoiceRet></InvoiceQueryRs></QBXMLMsgsRs></QBXML>");
+  ASSERT_EQ(RunProgram({"company", "load", file, place / "sale.xml"}).code, 0);
+  for (const Words& more : {Words{"--from", "2002-03"}, Words{"--from", "2002-03", "--json"}}) {
+    const ProgramRun run = Show(more);
+    EXPECT_EQ(run.code, 1) << run.out;
+    EXPECT_NE(run.err.find("The amounts of the company add up to more than 92,233,720,368,547,758.07"),
+              std::string::npos)
+        << run.err;
+  }
+}
+
 TEST_F(ProfitAndLossCommand, CompletesThePeriodToAYear) {
   Create(Account("Sales", "Income"), Check("1", "2002-09-30", "Sales", "-10.00"));
   const auto months = [&](const Words& more) {

@@ -20,7 +20,8 @@ inline std::vector<nlohmann::ordered_json> RecordingLines(const std::string& fil
   return lines;
 }
 
-/// Edits the recorded line of every request whose text contains `part`. Fails the test if there is none.
+/// Edits the recorded line of every request whose text contains `part`. Fails the test if no text contains
+/// it.
 inline void EditRecording(const std::string& file, const std::string& part,
                           const std::function<void(nlohmann::ordered_json&)>& edit) {
   std::string edited;

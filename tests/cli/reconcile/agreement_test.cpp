@@ -121,6 +121,22 @@ TEST_F(AgreeingPlan, RefusesWhatCannotBeCompared) {
   }
 }
 
+TEST_F(AgreeingPlan, RefusesBooksWhoseAmountsAreTooLarge) {
+  WriteText(place / "sale.xml",
+            "<QBXML><QBXMLMsgsRs><ItemQueryRs><ItemInventoryRet><ListID>6</ListID><Name>Pot</Name>"
+            "<IncomeAccountRef><ListID>4</ListID></IncomeAccountRef><COGSAccountRef><ListID>5</ListID>"
+            "</COGSAccountRef><AverageCost>2.00</AverageCost></ItemInventoryRet></ItemQueryRs>"
+            "<InvoiceQueryRs><InvoiceRet><TxnID>7</TxnID><TxnDate>2002-03-02</TxnDate><InvoiceLineRet>"
+            "<ItemRef><ListID>6</ListID></ItemRef><Quantity>1e300</Quantity><Amount>1.00</Amount>"
+            "</InvoiceLineRet></InvoiceRet></InvoiceQueryRs></QBXMLMsgsRs></QBXML>");
+  ASSERT_EQ(RunProgram({"company", "load", company, place / "sale.xml"}).code, 0);
+  const ProgramRun run = Run();
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.err,
+            "krnqb: reconciling failed: an amount exceeds 9,223,372,036,854.78; run krnqb company "
+            "check\n");
+}
+
 TEST_F(AgreeingPlan, FailsInItsOwnWordsIfARecordingLacksTheMonths) {
   const std::string copy = place / "ald.kpf";
   ASSERT_EQ(RunProgram(With({"import", "--company", company, "--plan", copy, "--record", place / "exchange"},

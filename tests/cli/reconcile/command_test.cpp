@@ -55,7 +55,7 @@ class Reconcile : public testing::Test {
     EXPECT_EQ(run.code, 4) << run.err;
     return json::parse(run.out);
   }
-  ProgramRun Run(const Words& more) const { return RunProgram(With({"reconcile"}, more)); }
+  static ProgramRun Run(const Words& more) { return RunProgram(With({"reconcile"}, more)); }
 
   const Workplace place;
   const std::string company = place.NurseryYear();
@@ -156,7 +156,9 @@ TEST_F(Reconcile, TakesTheBooksFromAReportOfTheYear) {
 
 TEST_F(Reconcile, TakesTheBooksFromAReportByMonth) {
   Import(plan);
-  std::string titles = "Profit and Loss\nAccrual Basis\n", rent = "Rent", total = "Total Expense";
+  std::string titles = "Profit and Loss\nAccrual Basis\n";
+  std::string rent = "Rent";
+  std::string total = "Total Expense";
   for (const char* month :
        {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"}) {
     titles += "," + std::string(month) + " 02";
