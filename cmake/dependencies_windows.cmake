@@ -1,4 +1,4 @@
-# The same variables for a self-contained Windows library: static libraries and headers that script/windows has
+# The same variables for a self-contained Windows library and program: static libraries and headers that script/windows has
 # installed into one folder.
 set(KRNQB_WINDOWS_LIBRARIES "" CACHE PATH "Where script/windows has installed the libraries for this target")
 if(NOT EXISTS ${KRNQB_WINDOWS_LIBRARIES}/lib)
@@ -26,10 +26,18 @@ krnqb_static_library(krnqb_windows_xml libxml2.a include/libxml2 LIBXML_STATIC)
 krnqb_static_library(krnqb_windows_unicode libutf8proc.a include UTF8PROC_STATIC)
 krnqb_header_library(krnqb_windows_format include FMT_HEADER_ONLY)
 krnqb_header_library(krnqb_windows_json include)
+krnqb_static_library(krnqb_windows_database libsqlite3.a include)
+krnqb_static_library(krnqb_windows_digest libnettle.a include)
+krnqb_header_library(krnqb_windows_checksum include XXH_INLINE_ALL)
+krnqb_header_library(krnqb_windows_command_line include)
 set(KRNQB_XML krnqb_windows_xml)
 set(KRNQB_UNICODE krnqb_windows_unicode)
 set(KRNQB_FORMAT krnqb_windows_format)
 set(KRNQB_JSON krnqb_windows_json)
+set(KRNQB_DATABASE krnqb_windows_database)
+set(KRNQB_DIGEST krnqb_windows_digest)
+set(KRNQB_CHECKSUM krnqb_windows_checksum)
+set(KRNQB_COMMAND_LINE krnqb_windows_command_line)
 
 # The interface compiler, the files it includes, and the type library that every automation interface imports.
 find_program(KRNQB_WIDL ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32-widl REQUIRED)

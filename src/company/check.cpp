@@ -12,6 +12,7 @@
 #include "files/atomic_file.h"
 #include "files/fault.h"
 #include "krnqb/error.h"
+#include "support/path_text.h"
 
 namespace krnqb::company {
 namespace {
@@ -26,7 +27,7 @@ class Checker {
  public:
   Checker(const Database& database, const std::filesystem::path& file, const Interruption& interrupted)
       : database_(database), file_(file), interrupted_(interrupted) {
-    report_.path = file.string();
+    report_.path = TextOfPath(file);
   }
 
   CheckReport Run() {

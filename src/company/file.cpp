@@ -1,10 +1,9 @@
 #include "company/file.h"
 
+#include <fcntl.h>
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
 #include <functional>
 #include <map>
 #include <memory>
@@ -15,8 +14,11 @@
 #include "company/records/request.h"
 #include "company/records/schema.h"
 #include "company/records/versions.h"
+#include "files/descriptor.h"
+#include "files/fault.h"
 #include "krnqb/error.h"
 #include "support/date.h"
+#include "support/path_text.h"
 #include "xml/parser.h"
 
 namespace krnqb::company {
@@ -47,16 +49,15 @@ std::string SettingsDocument(std::string_view name, std::int16_t fiscalMonth) {
 
 // Creates an empty file. Mode "x": a file that another program creates meanwhile is never overwritten.
 void MakeNewFile(const std::filesystem::path& file) {
-  struct CloseFile {
-    void operator()(std::FILE* opened) const noexcept { std::fclose(opened); }
-  };
-  const std::unique_ptr<std::FILE, CloseFile> made(std::fopen(file.c_str(), "wx"));
-  if (made != nullptr) return;
-  if (errno == EEXIST) {
-    throw Error(company_error::fileAlreadyExists, fmt::format("The file {} already exists.", file.string()));
+  constexpr int newFile = O_WRONLY | O_CREAT | O_EXCL;
+  if (files::FileDescriptor::Open(file, newFile, 0666)) return;
+  const std::error_code failure = files::LastSystemError();
+  if (failure == std::errc::file_exists) {
+    throw Error(company_error::fileAlreadyExists,
+                fmt::format("The file {} already exists.", TextOfPath(file)));
   }
   throw Error(company_error::cannotOpen, fmt::format("The company file {} cannot be created: {}.",
-                                                     file.string(), std::generic_category().message(errno)));
+                                                     TextOfPath(file), files::ReasonText(failure)));
 }
 
 void Count(std::vector<RecordCount>& counts, std::string_view kind) {
@@ -74,14 +75,15 @@ void RequireFile(const std::filesystem::path& file) {
   std::error_code fault;
   const std::filesystem::file_status status = std::filesystem::status(file, fault);
   if (status.type() == std::filesystem::file_type::not_found) {
-    throw Error(company_error::cannotOpen, fmt::format("There is no company file {}.", file.string()));
+    throw Error(company_error::cannotOpen, fmt::format("There is no company file {}.", TextOfPath(file)));
   }
   if (status.type() == std::filesystem::file_type::none) {
-    throw Error(company_error::cannotOpen,
-                fmt::format("The company file {} cannot be opened: {}.", file.string(), fault.message()));
+    throw Error(company_error::cannotOpen, fmt::format("The company file {} cannot be opened: {}.",
+                                                       TextOfPath(file), files::ReasonText(fault)));
   }
   if (!std::filesystem::is_regular_file(status)) {
-    throw Error(company_error::cannotOpen, fmt::format("The file {} is not a company file.", file.string()));
+    throw Error(company_error::cannotOpen,
+                fmt::format("The file {} is not a company file.", TextOfPath(file)));
   }
 }
 
@@ -129,7 +131,7 @@ CompanyInfo CompanyFile::Info() const {
     return child ? child.Text() : std::string();
   };
   CompanyInfo info;
-  info.path = path_.string();
+  info.path = TextOfPath(path_);
   info.name = textOf("CompanyName");
   info.processorVersion = processorVersion_;
   info.fiscalMonth = MonthNumber(textOf("FirstMonthFiscalYear")).value_or(0);
@@ -155,7 +157,7 @@ LoadSummary CompanyFile::Store(std::string_view source,
                                const std::function<void(const RecordReceiver&)>& produce) {
   if (access_ == FileAccess::ReadOnly) {
     throw Error(company_error::unexpected,
-                fmt::format("The company file {} is open for reading only.", path_.string()));
+                fmt::format("The company file {} is open for reading only.", TextOfPath(path_)));
   }
   LoadSummary summary{std::string(source), {}, {}, {}};
   Transaction transaction(database_);

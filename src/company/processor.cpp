@@ -8,6 +8,7 @@
 #include "company/file.h"
 #include "company/records/errors.h"
 #include "krnqb/error.h"
+#include "support/path_text.h"
 
 namespace krnqb::company {
 namespace {
@@ -30,13 +31,13 @@ class CompanyProcessor : public RequestProcessor {
     if (company_) throw Error(company_error::unexpected, "A session is already open.");
     if (companyFile.empty())
       throw Error(company_error::noCompanyOpen, "No company file was named, and none is open.");
-    company_ = CompanyFile::Open(companyFile, FileAccess::ReadOnly, interrupted_);
-    sessionTicket_ = fmt::format("session with {}", company_->Path().string());
+    company_ = CompanyFile::Open(PathFrom(companyFile), FileAccess::ReadOnly, interrupted_);
+    sessionTicket_ = fmt::format("session with {}", TextOfPath(company_->Path()));
     return sessionTicket_;
   }
 
   std::string GetCurrentCompanyFileName(std::string_view ticket) override {
-    return company_ ? SessionCompany(ticket).Path().string() : std::string();
+    return company_ ? TextOfPath(SessionCompany(ticket).Path()) : std::string();
   }
 
   std::int16_t MajorVersion() override { return VersionDigit(0); }

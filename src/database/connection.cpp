@@ -9,6 +9,7 @@
 #include "database/failures.h"
 #include "database/storage/file_system.h"
 #include "krnqb/error.h"
+#include "support/path_text.h"
 
 namespace krnqb::database {
 namespace {
@@ -141,7 +142,8 @@ Connection::Connection(const FileKind& kind, const std::filesystem::path& file, 
   const int flags = access == FileAccess::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   const int result = handle_->files.Open(file, flags | SQLITE_OPEN_EXRESCODE, &handle_->handle);
   if (result != SQLITE_OK) {
-    ThrowFailure({.code = result, .file = file.string(), .message = sqlite3_errstr(result)}, handle_->files);
+    ThrowFailure({.code = result, .file = TextOfPath(file), .message = sqlite3_errstr(result)},
+                 handle_->files);
   }
   handle_->Restrict();
   if (handle_->interrupted) {

@@ -1,13 +1,13 @@
 #include "database/failures.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
 #include <sqlite3.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <filesystem>
 #include <system_error>
+
+#include "database/storage/system.h"
+#include "support/path_text.h"
 
 namespace krnqb::database {
 namespace {
@@ -43,19 +43,13 @@ void ThrowFault(const std::string& file, const FileSystem& files) {
   }
 }
 
-// Returns why this process may not use a file in this way (R_OK, W_OK); 0 if it may. Does not open the file:
-// closing it would release the locks of the process's other connections to it.
-int AccessFault(const std::string& file, int access) noexcept {
-  return ::faccessat(AT_FDCWD, file.c_str(), access, AT_EACCESS) == 0 ? 0 : errno;
-}
-
 std::string SystemText(int systemError) {
   return std::generic_category().message(systemError);
 }
 
 [[noreturn]] void ThrowUnopened(const FileKind& kind, const DatabaseFailure& failure, int systemError) {
   const std::string& file = failure.file;
-  if (const int fault = AccessFault(file, R_OK); fault != 0) {
+  if (const int fault = AccessError(PathFrom(file), Use::Reading); fault != 0) {
     throw NeedsRepair(
         kind, fmt::format("The {} {} cannot be opened: {}; make sure that you have permission to read it",
                           kind.name, file, SystemText(fault)));
@@ -67,17 +61,17 @@ std::string SystemText(int systemError) {
 // A writer writes the file itself and its journal, beside it.
 [[noreturn]] void ThrowReadOnly(const FileKind& kind, const DatabaseFailure& failure) {
   const std::string& file = failure.file;
-  if (const int fault = AccessFault(file, W_OK); fault != 0) {
+  if (const int fault = AccessError(PathFrom(file), Use::Writing); fault != 0) {
     throw NeedsRepair(
         kind, fmt::format("The {} {} cannot be written: {}; make sure that you have permission to change it",
                           kind.name, file, SystemText(fault)));
   }
-  const std::string folder = std::filesystem::path(file).parent_path().string();
-  if (const int fault = AccessFault(folder, W_OK); fault != 0) {
+  const std::filesystem::path folder = PathFrom(file).parent_path();
+  if (const int fault = AccessError(folder, Use::Writing); fault != 0) {
     throw NeedsRepair(
         kind, fmt::format("The {} {} cannot be written: no journal can be created in its folder {}: {}; make "
                           "sure that you have permission to create files there",
-                          kind.name, file, folder, SystemText(fault)));
+                          kind.name, file, TextOfPath(folder), SystemText(fault)));
   }
   CannotOpen(kind, fmt::format("The {} {} cannot be written: {}.", kind.name, file, failure.message));
 }

@@ -5,12 +5,13 @@
 #include <algorithm>
 
 #include "database/failures.h"
+#include "support/path_text.h"
 
 namespace krnqb::database {
 
 void RefuseContents(const FileKind& kind, const std::filesystem::path& file, std::string_view reason) {
-  throw NeedsRepair(kind, fmt::format("The {} {} {}; {}", kind.name, file.string(), reason,
-                                      TextAbout(file.string(), kind.restoreRemedy)));
+  throw NeedsRepair(kind, fmt::format("The {} {} {}; {}", kind.name, TextOfPath(file), reason,
+                                      TextAbout(TextOfPath(file), kind.restoreRemedy)));
 }
 
 void CreateParts(const Connection& database, std::span<const SchemaPart> parts) {

@@ -6,6 +6,7 @@
 
 #include "files/fault.h"
 #include "krnqb/error.h"
+#include "support/path_text.h"
 
 namespace krnqb::files {
 namespace {
@@ -45,14 +46,14 @@ class Steps {
   void Check(std::error_code failure, std::string_view step, const fs::path& where) const {
     if (!failure) return;
     throw Error(error_number::unspecified,
-                fmt::format("{} {}: {} {} failed: {}; {}, {}", purpose_, file_.string(), step, where.string(),
-                            Reason(failure), state_, FileAdvice(failure)));
+                fmt::format("{} {}: {} {} failed: {}; {}, {}", purpose_, TextOfPath(file_), step,
+                            TextOfPath(where), Reason(failure), state_, FileAdvice(failure)));
   }
 
  private:
   static std::string Reason(std::error_code failure) {
     if (failure == std::errc::device_or_resource_busy) return "another program is writing it";
-    return failure.message();
+    return ReasonText(failure);
   }
 
   std::string_view purpose_;
@@ -134,7 +135,7 @@ void CreateFile(const fs::path& file, std::string_view contents, FileOperations&
     throw Error(error_number::unspecified,
                 fmt::format("cannot create {}: a file of that name already exists and is not overwritten; "
                             "choose another name or move that file away",
-                            file.string()));
+                            TextOfPath(file)));
   }
   steps.Check(failure, "renaming", temporary);
   unfinished.Renamed();

@@ -35,6 +35,9 @@ class FileDescriptor {
   /// Gives up ownership without closing the file, and returns its number.
   int Release() noexcept { return std::exchange(descriptor_, -1); }
 
+  /// Locks the file for this owner alone, without waiting. Fails with EBUSY if another one has locked it.
+  std::error_code Lock() const noexcept;
+
   /// Closes the file, if there is one, and returns the error of close(2).
   std::error_code Close() noexcept;
 

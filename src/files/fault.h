@@ -12,6 +12,9 @@ namespace krnqb::files {
 /// Returns the error of the last failed system call (errno).
 std::error_code LastSystemError() noexcept;
 
+/// Returns the reason in words.
+std::string ReasonText(std::error_code reason);
+
 /// Returns the advice for the user when a file cannot be used for this reason.
 std::string_view FileAdvice(std::error_code reason) noexcept;
 

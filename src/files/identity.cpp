@@ -1,8 +1,8 @@
 #include "files/identity.h"
 
-#include <sys/stat.h>
-
 #include <system_error>
+
+#include "files/status.h"
 
 namespace krnqb::files {
 namespace {
@@ -11,29 +11,29 @@ namespace fs = std::filesystem;
 
 constexpr int mostLinks = 40;  // as the system follows
 
-std::optional<FileIdentity> IdentityFrom(const struct stat& status) {
-  if (S_ISCHR(status.st_mode)) return std::nullopt;
-  return FileIdentity{status.st_dev, status.st_ino, {}};
+std::optional<FileIdentity> IdentityFrom(const FileStatus& status) {
+  if (status.type == FileType::CharacterDevice) return std::nullopt;
+  return FileIdentity{status.stamp.device, status.stamp.number, {}};
 }
 
 std::optional<FileIdentity> IdentityOfNewFile(const fs::path& file) {
-  struct stat folder {};
+  FileStatus folder;
   const fs::path parent = file.has_parent_path() ? file.parent_path() : fs::path(".");
-  if (!file.has_filename() || ::stat(parent.c_str(), &folder) != 0) return std::nullopt;
-  return FileIdentity{folder.st_dev, folder.st_ino, file.filename().string()};
+  if (!file.has_filename() || StatusOf(parent, folder)) return std::nullopt;
+  return FileIdentity{folder.stamp.device, folder.stamp.number, ComparedName(file)};
 }
 
 }  // namespace
 
 std::optional<FileIdentity> IdentityOf(const fs::path& file) {
-  struct stat status {};
-  if (::stat(file.c_str(), &status) == 0) return IdentityFrom(status);
+  FileStatus status;
+  if (!StatusOf(file, status)) return IdentityFrom(status);
   return IdentityOfNewFile(LinkTarget(file));
 }
 
 std::optional<FileIdentity> IdentityOf(int descriptor) noexcept {
-  struct stat status {};
-  if (::fstat(descriptor, &status) != 0) return std::nullopt;
+  FileStatus status;
+  if (StatusOf(descriptor, status)) return std::nullopt;
   return IdentityFrom(status);
 }
 

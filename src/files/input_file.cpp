@@ -1,13 +1,13 @@
 #include "files/input_file.h"
 
 #include <fmt/format.h>
-#include <sys/stat.h>
 
 #include <array>
-#include <cerrno>
 #include <utility>
 
 #include "files/fault.h"
+#include "files/status.h"
+#include "support/path_text.h"
 
 namespace krnqb::files {
 namespace {
@@ -26,13 +26,14 @@ std::string SizeText(std::uint64_t bytes) {
 InputFile::InputFile(std::filesystem::path file, ReadingRules rules, FileOperations& operations)
     : file_(std::move(file)), rules_(std::move(rules)), operations_(operations) {
   if (const std::error_code failure = operations_.OpenForReading(file_, opened_)) Fail(failure);
-  struct stat status {};
-  if (::fstat(opened_.Number(), &status) != 0) Fail(LastSystemError());
-  if (S_ISDIR(status.st_mode)) Fail(std::make_error_code(std::errc::is_a_directory));
-  if (S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode)) Fail("it is a device", "give the path of a file");
-  const bool readable = S_ISREG(status.st_mode) || (rules_.pipes && S_ISFIFO(status.st_mode));
+  FileStatus status;
+  if (const std::error_code failure = StatusOf(opened_.Number(), status)) Fail(failure);
+  if (status.type == FileType::Folder) Fail(std::make_error_code(std::errc::is_a_directory));
+  const bool device = status.type == FileType::CharacterDevice || status.type == FileType::BlockDevice;
+  if (device) Fail("it is a device", "give the path of a file");
+  const bool readable = status.type == FileType::Regular || (rules_.pipes && status.type == FileType::Pipe);
   if (!readable) Fail("it is not a regular file", "give the path of a regular file");
-  stamp_ = StampFrom(status);
+  stamp_ = status.stamp;
 }
 
 std::size_t InputFile::Read(std::span<char> part) {
@@ -71,11 +72,11 @@ std::string InputFile::ReadAll(std::uint64_t limit) {
 
 void InputFile::Fail(std::string_view reason, std::string_view advice) const {
   if (!rules_.failure.empty()) throw FileError(rules_.failure, file_, reason, advice);
-  throw Error(error_number::unspecified, fmt::format("{}: {}", file_.string(), reason));
+  throw Error(error_number::unspecified, fmt::format("{}: {}", TextOfPath(file_), reason));
 }
 
 void InputFile::Fail(std::error_code reason) const {
-  Fail(reason.message(), FileAdvice(reason));
+  Fail(ReasonText(reason), FileAdvice(reason));
 }
 
 }  // namespace krnqb::files

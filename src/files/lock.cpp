@@ -1,13 +1,11 @@
 #include "files/lock.h"
 
 #include <fmt/format.h>
-#include <sys/file.h>
-
-#include <cerrno>
 
 #include "files/fault.h"
 #include "files/followed_path.h"
 #include "krnqb/error.h"
+#include "support/path_text.h"
 
 namespace krnqb::files {
 namespace {
@@ -48,13 +46,14 @@ PlanLock::PlanLock(const std::filesystem::path& plan, FileOperations& operations
 }
 
 void PlanLock::Claim(const std::filesystem::path& plan) const {
-  if (::flock(lockFile_.Number(), LOCK_EX | LOCK_NB) == 0) return;
-  if (errno != EWOULDBLOCK) throw FileError("cannot lock the plan", plan, LastSystemError());
+  const std::error_code failure = lockFile_.Lock();
+  if (!failure) return;
+  if (failure != std::errc::device_or_resource_busy) throw FileError("cannot lock the plan", plan, failure);
   throw Error(
       error_number::unspecified,
       fmt::format("cannot change the plan {}: another import or undo is changing it; wait until that has "
                   "ended and try again",
-                  plan.string()));
+                  TextOfPath(plan)));
 }
 
 }  // namespace krnqb::files

@@ -2,7 +2,6 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -31,14 +30,10 @@ FileDescriptor CreateOnly(const fs::path& file, mode_t mode) {
   return FileDescriptor::Open(file, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
 }
 
-bool Claim(const FileDescriptor& file) noexcept {
-  return ::flock(file.Number(), LOCK_EX | LOCK_NB) == 0;
-}
-
 // A killed process has lost its lock, so whoever acquires the lock may remove the file.
 std::error_code RemoveUnlessClaimed(const fs::path& file) {
   const FileDescriptor present = FileDescriptor::Open(file, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
-  if (present && !Claim(present)) return SystemError(EBUSY);
+  if (present && present.Lock()) return SystemError(EBUSY);
   if (!present && errno == EACCES) return LastSystemError();  // whether it is locked cannot be determined
   return ::unlink(file.c_str()) == 0 || errno == ENOENT ? Success() : LastSystemError();
 }
@@ -54,12 +49,8 @@ std::error_code CheckStillNamed(const FileDescriptor& file, const fs::path& name
 }
 
 std::error_code ClaimNew(const FileDescriptor& created, const fs::path& name) {
-  std::error_code failure;
-  if (Claim(created)) {
-    failure = CheckStillNamed(created, name);
-  } else {
-    failure = errno == EWOULDBLOCK ? SystemError(EBUSY) : LastSystemError();
-  }
+  std::error_code failure = created.Lock();
+  if (!failure) failure = CheckStillNamed(created, name);
   // A busy file belongs to another process now.
   if (failure && failure != std::errc::device_or_resource_busy) ::unlink(name.c_str());
   return failure;

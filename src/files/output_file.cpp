@@ -1,9 +1,11 @@
 #include "files/output_file.h"
 
 #include <fmt/format.h>
-#include <sys/stat.h>
 
+#include "files/fault.h"
+#include "files/status.h"
 #include "krnqb/error.h"
+#include "support/path_text.h"
 
 namespace krnqb::files {
 namespace {
@@ -16,7 +18,7 @@ bool IsPipe(const fs::path& file) {
 }
 
 [[noreturn]] void Fail(const fs::path& file, std::string_view reason) {
-  throw Error(error_number::unspecified, fmt::format("{}: {}", file.string(), reason));
+  throw Error(error_number::unspecified, fmt::format("{}: {}", TextOfPath(file), reason));
 }
 
 FileDescriptor Open(const fs::path& file, const InterruptQuery& interrupted, FileOperations& operations) {
@@ -28,11 +30,11 @@ FileDescriptor Open(const fs::path& file, const InterruptQuery& interrupted, Fil
     if (failure == std::errc::interrupted || unread) {
       WaitBriefly(interrupted);
     } else {
-      Fail(file, failure.message());
+      Fail(file, ReasonText(failure));
     }
   }
-  struct stat status {};
-  if (::fstat(opened.Number(), &status) == 0 && S_ISBLK(status.st_mode)) Fail(file, "it is a disk");
+  FileStatus status;
+  if (!StatusOf(opened.Number(), status) && status.type == FileType::BlockDevice) Fail(file, "it is a disk");
   return opened;
 }
 

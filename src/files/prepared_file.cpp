@@ -6,6 +6,7 @@
 
 #include "files/fault.h"
 #include "krnqb/error.h"
+#include "support/path_text.h"
 
 namespace krnqb::files {
 namespace {
@@ -61,9 +62,10 @@ void PreparedFile::Check(std::error_code failure, const char* step,
   if (!failure) return;
   const std::string reason = failure == std::errc::device_or_resource_busy
                                  ? std::string("another program is writing it")
-                                 : failure.message();
-  throw Error(error_number::unspecified, fmt::format("cannot write {}: {} {} failed: {}; {}", file_.string(),
-                                                     step, where.string(), reason, FileAdvice(failure)));
+                                 : ReasonText(failure);
+  throw Error(error_number::unspecified,
+              fmt::format("cannot write {}: {} {} failed: {}; {}", TextOfPath(file_), step, TextOfPath(where),
+                          reason, FileAdvice(failure)));
 }
 
 }  // namespace krnqb::files

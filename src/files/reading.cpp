@@ -4,10 +4,6 @@
 
 namespace krnqb::files {
 
-FileStamp StampFrom(const struct stat& status) noexcept {
-  return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
-}
-
 FileContents ReadFile(const std::filesystem::path& file, std::string_view failure) {
   SystemFileOperations operations;
   return ReadFile(file, failure, operations);
@@ -24,12 +20,6 @@ std::string ReadDocument(const std::filesystem::path& document, const InterruptQ
   SystemFileOperations operations;
   return InputFile(document, {.pipes = true, .failure = {}, .interrupted = interrupted}, operations)
       .ReadAll(documentLimit);
-}
-
-std::optional<FileStamp> StampOf(const std::filesystem::path& file) noexcept {
-  struct stat status {};
-  if (::stat(file.c_str(), &status) != 0) return std::nullopt;
-  return StampFrom(status);
 }
 
 }  // namespace krnqb::files

@@ -2,8 +2,6 @@
 
 #include <poll.h>
 
-#include "krnqb/error.h"
-
 namespace krnqb::files {
 namespace {
 
@@ -22,10 +20,6 @@ void WaitFor(const FileDescriptor& file, Readiness readiness, const InterruptQue
 void WaitBriefly(const InterruptQuery& interrupted) {
   ::poll(nullptr, 0, sliceMilliseconds);
   StopIfInterrupted(interrupted);
-}
-
-void StopIfInterrupted(const InterruptQuery& interrupted) {
-  if (interrupted && interrupted()) throw Error(error_number::unspecified, "interrupted");
 }
 
 }  // namespace krnqb::files

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "files/descriptor.h"
+#include "krnqb/error.h"
 
 namespace krnqb::files {
 
@@ -19,6 +20,8 @@ void WaitFor(const FileDescriptor& file, Readiness readiness, const InterruptQue
 void WaitBriefly(const InterruptQuery& interrupted);
 
 /// Throws Error if the user has asked the program to stop.
-void StopIfInterrupted(const InterruptQuery& interrupted);
+inline void StopIfInterrupted(const InterruptQuery& interrupted) {
+  if (interrupted && interrupted()) throw Error(error_number::unspecified, "interrupted");
+}
 
 }  // namespace krnqb::files

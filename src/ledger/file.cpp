@@ -13,6 +13,7 @@
 #include "krnqb/keyed_collection.h"
 #include "ledger/names.h"
 #include "ledger/schema.h"
+#include "support/path_text.h"
 
 namespace krnqb::ledger {
 namespace {
@@ -230,10 +231,10 @@ LedgerFile LedgerFile::Open(const std::filesystem::path& file, database::Interru
   std::error_code fault;
   const std::filesystem::file_status status = std::filesystem::status(file, fault);
   if (status.type() == std::filesystem::file_type::not_found) {
-    throw Error(unusableFile, fmt::format("There is no ledger {}.", file.string()));
+    throw Error(unusableFile, fmt::format("There is no ledger {}.", TextOfPath(file)));
   }
   if (status.type() != std::filesystem::file_type::none && !std::filesystem::is_regular_file(status)) {
-    throw Error(unusableFile, fmt::format("The file {} is not a ledger.", file.string()));
+    throw Error(unusableFile, fmt::format("The file {} is not a ledger.", TextOfPath(file)));
   }
   auto state = std::make_unique<State>(std::filesystem::absolute(file), std::move(interrupted));
   state->ReadFacts();

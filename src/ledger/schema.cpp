@@ -8,6 +8,7 @@
 #include "database/schema.h"
 #include "database/storage/format.h"
 #include "krnqb/error.h"
+#include "support/path_text.h"
 
 namespace krnqb::ledger {
 namespace {
@@ -141,7 +142,7 @@ void CreateIndexes(const database::Connection& database) {
 void CheckSchema(const database::Connection& database, const std::filesystem::path& file) {
   const std::int64_t layout = database.Integer("PRAGMA user_version");
   if (database.Integer("PRAGMA application_id") != database::ledgerMark) {
-    throw Error(unusableFile, fmt::format("The file {} is not a ledger.", file.string()));
+    throw Error(unusableFile, fmt::format("The file {} is not a ledger.", TextOfPath(file)));
   }
   if (layout != presentLayout) {
     database::RefuseContents(ledgerFileKind, file, fmt::format("has the unknown layout {}", layout));

@@ -12,6 +12,7 @@
 #include "krnqb/keyed_collection.h"
 #include "ledger/names.h"
 #include "ledger/schema.h"
+#include "support/path_text.h"
 
 namespace krnqb::ledger {
 namespace {
@@ -306,7 +307,7 @@ void RequireReplaceable(const std::filesystem::path& file) {
   if (!std::filesystem::exists(status)) return;
   const auto refuse = [&](std::string_view what) {
     throw Error(unusableFile,
-                fmt::format("{} is {}, and only an earlier ledger is overwritten", file.string(), what));
+                fmt::format("{} is {}, and only an earlier ledger is overwritten", TextOfPath(file), what));
   };
   if (!std::filesystem::is_regular_file(status)) refuse("not a regular file");
   if (std::filesystem::file_size(file, unknown) == 0) return;

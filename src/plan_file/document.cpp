@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "krnqb/error.h"
+#include "support/path_text.h"
 #include "xml/parser.h"
 
 namespace krnqb::plan_file {
@@ -17,12 +18,12 @@ class Faults {
 
   Error At(long line, std::string_view fault, std::string_view remedy) const {
     return Error(error_number::unspecified, fmt::format("cannot open the plan {}: line {}: {}; {}",
-                                                        file_.string(), line, fault, remedy));
+                                                        TextOfPath(file_), line, fault, remedy));
   }
 
   Error InFile(std::string_view fault, std::string_view remedy) const {
     return Error(error_number::unspecified,
-                 fmt::format("cannot open the plan {}: {}; {}", file_.string(), fault, remedy));
+                 fmt::format("cannot open the plan {}: {}; {}", TextOfPath(file_), fault, remedy));
   }
 
  private:

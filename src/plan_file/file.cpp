@@ -6,6 +6,7 @@
 #include "files/followed_path.h"
 #include "krnqb/error.h"
 #include "plan_file/layout.h"
+#include "support/path_text.h"
 
 namespace krnqb::plan_file {
 
@@ -41,7 +42,7 @@ std::vector<std::string> PlanFile::TableIds() const {
 }
 
 bool PlanFile::OpenPlan(std::string_view planFile) {
-  Read(std::filesystem::path(planFile));
+  Read(PathFrom(planFile));
   return true;
 }
 
@@ -64,7 +65,7 @@ std::filesystem::path PlanFile::Save(files::FileOperations& operations, const Re
         error_number::unspecified,
         fmt::format("cannot save {}: another program has changed or moved it since it was opened; the file "
                     "is not overwritten, open the plan again and retry",
-                    path_.string()));
+                    TextOfPath(path_)));
   }
   const std::string text = Text();
   std::filesystem::path backup;

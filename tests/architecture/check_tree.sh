@@ -54,6 +54,7 @@ awk '
     Room("com/registration", "com/values")
     Room("com", "com/objects com/registration ui/win32")
     Room("files", "support")
+    Room("files/windows", "files")
     Room("database/storage", "support")
     Room("database", "database/storage")
     Room("company/records", "database files xml")
@@ -66,7 +67,8 @@ awk '
     Room("plan_file/views", "plan_file")
     Room("profit_and_loss", "files xml")
     Room("reconcile", "company plan_file/history plan_file/views profit_and_loss")
-    Room("cli/console", "ui plan_file/history plan_file/views")
+    Room("cli/system", "support")
+    Room("cli/console", "cli/system ui plan_file/history plan_file/views")
     Room("cli/exchange", "cli/console company ledger")
     Room("cli/import/progress", "cli/console")
     Room("cli/import/summary", "cli/console")
@@ -80,6 +82,7 @@ awk '
     # Single headers that a room may include from another one.
     mayFile["company/records", "qbxml/envelope.h"] = 1
     mayFile["cli/dialog", "ui/qt/toolkit.h"] = 1
+    mayFile["cli/dialog", "ui/win32/toolkit.h"] = 1
     longest = 500
     most = 40
   }

@@ -9,6 +9,7 @@
 #include "company/check.h"
 #include "company/records/errors.h"
 #include "support/error_handling.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -19,8 +20,10 @@ using company::FixReport;
 FixReport Check(const CheckCompanyOptions& options, const InterruptWatch& interrupts) {
   try {
     const company::Interruption interrupted = FollowInterrupts(interrupts);
-    if (options.fix) return company::FixCompany(options.file, interrupted);
-    return {.check = company::CheckCompany(options.file, interrupted), .loadUndone = false, .backup = {}};
+    if (options.fix) return company::FixCompany(PathFrom(options.file), interrupted);
+    return {.check = company::CheckCompany(PathFrom(options.file), interrupted),
+            .loadUndone = false,
+            .backup = {}};
   } catch (...) {
     throw CompanyFailure("checking the company failed", CaughtError(),
                          "check the path, its permissions and the programs that use the file");

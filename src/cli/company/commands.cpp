@@ -11,6 +11,7 @@
 #include "cli/exchange/company_file.h"
 #include "files/reading.h"
 #include "support/date.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -58,7 +59,7 @@ std::vector<Document> Documents(const std::vector<std::string>& names) {
     std::vector<Document> documents;
     documents.reserve(names.size());
     for (const std::string& name : names)
-      documents.push_back({name, files::ReadDocument(name, InterruptRequested)});
+      documents.push_back({name, files::ReadDocument(PathFrom(name), InterruptRequested)});
     return documents;
   });
 }
@@ -118,7 +119,7 @@ Failure LoadFailure(std::size_t loaded, const InterruptWatch& interrupts) {
 
 CommandEnd Run(const NewCompanyOptions& options, const Console& console) {
   Attempt("creating the company failed", "give another path or name", [&] {
-    CompanyFile::Create(options.file, options.name, options.fiscalMonth, options.processorVersion);
+    CompanyFile::Create(PathFrom(options.file), options.name, options.fiscalMonth, options.processorVersion);
   });
   console.out << fmt::format("Created {}: company {}, fiscal year from {}, answers qbXML up to {}.\n",
                              options.file, options.name, EnglishMonthName(options.fiscalMonth),
@@ -154,7 +155,7 @@ CommandEnd Run(const GenerateCompanyOptions& options, const Console& console) {
   sample_company::GeneratorSummary made;
   RunInterruptibly("creating the company", "no file was created", [&](const InterruptWatch& interrupts) {
     made = Attempt("creating the company failed", "change the setting or give another path", [&] {
-      return sample_company::GenerateCompany(options.file, settings, FollowInterrupts(interrupts));
+      return sample_company::GenerateCompany(PathFrom(options.file), settings, FollowInterrupts(interrupts));
     });
     return ExitCode::Done;
   });

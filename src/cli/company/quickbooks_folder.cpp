@@ -3,12 +3,13 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
-#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 
 #include "cli/console/attempt.h"
+#include "cli/system/environment.h"
 #include "files/input_file.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -17,14 +18,9 @@ constexpr const char* folderVariable = "KRNQB_QUICKBOOKS_FOLDER";
 constexpr const char* folderItem = "quickbooks-folder";
 constexpr std::string_view listingFailed = "listing companies failed";
 
-std::optional<std::string> ProcessEnvironment(const std::string& name) {
-  const char* value = std::getenv(name.c_str());  // NOLINT(concurrency-mt-unsafe): there is one thread
-  return value == nullptr ? std::nullopt : std::optional<std::string>(value);
-}
-
 // Treats an empty variable as unset.
 std::optional<std::string> Variable(const std::string& name, const Surroundings& surroundings) {
-  auto value = surroundings.environment ? surroundings.environment(name) : ProcessEnvironment(name);
+  auto value = surroundings.environment ? surroundings.environment(name) : EnvironmentVariable(name);
   return value && value->empty() ? std::nullopt : value;
 }
 
@@ -51,7 +47,8 @@ std::optional<std::string> ConfiguredFolder(const std::filesystem::path& file) {
       }
     }
   } catch (const CLI::Error& error) {
-    throw CommandFailure(listingFailed, fmt::format("{}: {}", file.string(), error.what()), "fix the file");
+    throw CommandFailure(listingFailed, fmt::format("{}: {}", TextOfPath(file), error.what()),
+                         "fix the file");
   }
   return std::nullopt;
 }
@@ -60,9 +57,10 @@ std::optional<std::string> NamedFolder(const std::optional<std::string>& typed,
                                        const Surroundings& surroundings) {
   if (typed) return typed;
   if (auto folder = Variable(folderVariable, surroundings)) return folder;
-  const auto home = Variable("HOME", surroundings);
-  if (!home) return std::nullopt;
-  return ConfiguredFolder(std::filesystem::path(*home) / ".config" / "krnqb" / "config.ini");
+  const SettingsFolder settings = FolderOfSettings();
+  const auto folder = Variable(settings.variable, surroundings);
+  if (!folder) return std::nullopt;
+  return ConfiguredFolder(PathFrom(*folder) / PathFrom(settings.below) / "krnqb" / "config.ini");
 }
 
 }  // namespace
@@ -72,10 +70,10 @@ std::string QuickBooksFolderPath(const std::optional<std::string>& typed, const 
   if (!folder) {
     throw CommandFailure(listingFailed, "the folder of the QuickBooks program is unknown",
                          fmt::format("give --quickbooks-folder DIR, set {}, or add {} = DIR to "
-                                     "~/.config/krnqb/config.ini",
-                                     folderVariable, folderItem));
+                                     "{}/krnqb/config.ini",
+                                     folderVariable, folderItem, FolderOfSettings().spoken));
   }
-  return std::filesystem::absolute(*folder).lexically_normal().string();
+  return TextOfPath(std::filesystem::absolute(PathFrom(*folder)).lexically_normal());
 }
 
 }  // namespace krnqb::cli

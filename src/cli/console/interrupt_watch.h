@@ -1,16 +1,14 @@
 #pragma once
 
-#include <array>
-#include <csignal>
-
 #include "cli/console/failure.h"
+#include "cli/system/end_requests.h"
 
 namespace krnqb::cli {
 
-/// Remembers an interrupt (SIGINT, SIGTERM or SIGHUP) instead of letting it end the process, so that the work
-/// can stop where nothing is half done. After that, a SIGINT or SIGTERM ends the process at once; a further
-/// SIGHUP does not, since a terminal that closes may send several. Signals that are already ignored, as in
-/// background jobs, stay ignored.
+/// Remembers an interrupt (SIGINT, SIGTERM or SIGHUP; on Windows see `EndRequests`) instead of letting it end
+/// the process, so that the work can stop where nothing is half done. After that, a SIGINT or SIGTERM ends
+/// the process at once; a further SIGHUP does not, since a terminal that closes may send several. Signals
+/// that are already ignored, as in background jobs, stay ignored.
 ///
 /// Once the result is being written, interrupts have no effect until the process ends: an exit status that
 /// reports an interrupt means that nothing was written. Otherwise the destructor restores what the signals
@@ -22,7 +20,7 @@ class InterruptWatch {
  public:
   enum class Interrupts { Remembered, LeftAsTheyAre };
 
-  explicit InterruptWatch(Interrupts interrupts = Interrupts::Remembered) noexcept;
+  explicit InterruptWatch(Interrupts interrupts = Interrupts::Remembered);
   ~InterruptWatch();
   InterruptWatch(const InterruptWatch&) = delete;
   InterruptWatch& operator=(const InterruptWatch&) = delete;
@@ -41,16 +39,7 @@ class InterruptWatch {
   Failure Interruption(std::string_view whatFailed, std::string_view whatToDo) const;
 
  private:
-  struct WatchedSignal {
-    int number;
-    bool watched = false;
-    struct sigaction before {};
-  };
-
-  void HandleWith(void (*handler)(int)) const noexcept;
-  void RestoreActions() const noexcept;
-
-  std::array<WatchedSignal, 3> signals_;
+  EndRequests requests_;
   const bool remembers_;
   bool pastPointOfNoReturn_ = false;
 };

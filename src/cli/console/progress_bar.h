@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-#include "cli/console/terminal_width.h"
+#include "cli/system/terminal_width.h"
 
 namespace krnqb::cli {
 

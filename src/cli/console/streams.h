@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "cli/console/failure.h"
-#include "cli/console/terminal_width.h"
+#include "cli/system/terminal_width.h"
 
 namespace krnqb::cli {
 

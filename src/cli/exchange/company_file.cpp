@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "support/error_handling.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 
@@ -18,7 +19,7 @@ Failure CompanyFailure(std::string_view whatFailed, const Error& error, std::str
 company::CompanyFile OpenCompany(const std::string& path, company::FileAccess access,
                                  const InterruptWatch& interrupts) {
   try {
-    return company::CompanyFile::Open(path, access, FollowInterrupts(interrupts));
+    return company::CompanyFile::Open(PathFrom(path), access, FollowInterrupts(interrupts));
   } catch (...) {
     throw CompanyFailure("opening the company failed", CaughtError(),
                          "check the path, or create a company with krnqb company new");

@@ -10,6 +10,7 @@
 #include "cli/explain/transaction_report.h"
 #include "files/reading.h"
 #include "plan_file/history/digest.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -29,7 +30,7 @@ void CheckOptions(const ExplainOptions& options) {
 
 PlanState StateOf(const ledger::LedgerFacts& facts) {
   try {
-    const files::FileContents plan = files::ReadFile(facts.plan, "cannot read the plan");
+    const files::FileContents plan = files::ReadFile(PathFrom(facts.plan), "cannot read the plan");
     if (plan_file::DigestOf(plan.bytes) == facts.planDigest) return PlanState::Same;
   } catch (const Error&) {
     return PlanState::Missing;  // a ledger is explained without its plan, too
@@ -93,7 +94,7 @@ std::string TransactionText(const ledger::LedgerFile& ledger, const ExplainOptio
 ExitCode Run(const ExplainOptions& options, const Console& console) {
   CheckOptions(options);
   console.out << Attempt("reading the ledger failed", "run the import again with --ledger", [&] {
-    const ledger::LedgerFile ledger = ledger::LedgerFile::Open(options.ledger);
+    const ledger::LedgerFile ledger = ledger::LedgerFile::Open(PathFrom(options.ledger));
     const PlanState plan = StateOf(ledger.Facts());
     return options.row ? FiguresText(ledger, options, plan, console.outWidth)
                        : TransactionText(ledger, options, plan, console.outWidth);

@@ -8,6 +8,7 @@
 #include "cli/explain/words.h"
 #include "cli/import/skipped_amounts.h"
 #include "plan_file/attributes.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -44,7 +45,7 @@ Json PeriodOrNull(const std::optional<std::int16_t>& period) {
 Json Head(const LedgerFile& ledger, PlanState plan) {
   const ledger::LedgerFacts& facts = ledger.Facts();
   return {{"result", "done"},
-          {"ledger", ledger.Path().string()},
+          {"ledger", TextOfPath(ledger.Path())},
           {"when", facts.when},
           {"plan", {{"path", facts.plan}, {"digest", facts.planDigest}, {"state", PlanStateWord(plan)}}},
           {"company", {{"path", TextOrNull(facts.company)}, {"name", TextOrNull(facts.companyName)}}},

@@ -5,6 +5,7 @@
 #include "plan_file/attributes.h"
 #include "plan_file/headings.h"
 #include "support/date.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 

@@ -25,6 +25,7 @@
 #include "files/reading.h"
 #include "plan_file/history/digest.h"
 #include "plan_file/history/keeping.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -104,20 +105,21 @@ class PlanImport {
   // the options contradict, and again if another import has replaced it in between.
   ImportSettings OpenPlan() {
     const auto open = [&] {
-      plan_ = Attempt([&] { return plan_file::PlanFile::Open(options_.planFile); });
+      plan_ = Attempt([&] { return plan_file::PlanFile::Open(PathFrom(options_.planFile)); });
       return SettleImport(options_, *plan_);
     };
-    const auto stamp = files::StampOf(options_.planFile);
+    const auto stamp = files::StampOf(PathFrom(options_.planFile));
     ImportSettings settings = open();
     LockPlan();
-    return files::StampOf(options_.planFile) == stamp ? settings : open();
+    return files::StampOf(PathFrom(options_.planFile)) == stamp ? settings : open();
   }
 
   ImportBasis& Basis() { return outcome_.basis ? *outcome_.basis : outcome_.basis.emplace(); }
 
   // A dry run writes nothing, not even a lock file. It needs no lock: it reads the plan only once.
   void LockPlan() {
-    if (!options_.dryRun) lock_ = Attempt([&] { return std::optional<files::PlanLock>(options_.planFile); });
+    if (!options_.dryRun)
+      lock_ = Attempt([&] { return std::optional<files::PlanLock>(PathFrom(options_.planFile)); });
   }
 
   void Announce(const ImportSettings& settings, const ImportSource& source) {
@@ -223,7 +225,7 @@ class PlanImport {
     if (changed && !options_.dryRun) {
       // Once the plan is saved nothing may fail any more, so there is room for the name already.
       constexpr std::size_t roomForSuffix = 16;
-      outcome_.backupFile.reserve(plan_->Path().native().size() + roomForSuffix);
+      outcome_.backupFile.reserve(TextOfPath(plan_->Path()).size() + roomForSuffix);
       Attempt([&] { SaveWithHistory(); });
     }
     if (ledger_) ledger_->Keep();
@@ -238,7 +240,7 @@ class PlanImport {
     const bool changed = AnyChange(outcome_.tables);
     ledger::LedgerFacts facts = FactsForLedger(facts_);
     facts.when = plan_file::MomentText(ClockOf(surroundings_)->Now());
-    facts.plan = plan_->Path().string();
+    facts.plan = TextOfPath(plan_->Path());
     facts.planDigest = plan_file::DigestOf(
         changed ? plan_->Text() : files::ReadFile(plan_->Path(), "cannot read the plan").bytes);
     facts.planVersion = !changed          ? ledger::plan_version::unchanged
@@ -257,7 +259,7 @@ class PlanImport {
     const std::string now = plan_file::MomentText(ClockOf(surroundings_)->Now());
     const plan_file::KeptSave saved =
         plan_file::SaveWithHistory(*plan_, facts_, now, options_.keptVersions, operations);
-    outcome_.backupFile = saved.backup.native();
+    AssignPath(outcome_.backupFile, saved.backup);
     outcome_.historyNumber = saved.number;
   }
 

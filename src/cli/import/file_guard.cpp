@@ -10,6 +10,7 @@
 #include "files/identity.h"
 #include "files/operations.h"
 #include "plan_file/history/folder.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -23,7 +24,7 @@ struct UsedFile {
 using UsedFiles = std::vector<UsedFile>;
 
 UsedFile OptionFile(std::string_view option, const std::string& path) {
-  return {fmt::format("{} {}", option, path), files::IdentityOf(std::filesystem::path(path)), false};
+  return {fmt::format("{} {}", option, path), files::IdentityOf(PathFrom(path)), false};
 }
 
 UsedFile FileBeside(std::string_view what, const std::filesystem::path& file, std::string_view suffix) {
@@ -39,7 +40,8 @@ UsedFiles HistoryFiles(const std::string& plan, const std::filesystem::path& fil
   files::SystemFileOperations operations;
   // A folder that cannot be read is reported where the history is used.
   static_cast<void>(operations.ListFolder(folder, names));
-  for (const std::string& name : names) used.push_back({label, files::IdentityOf(folder / name), false});
+  for (const std::string& name : names)
+    used.push_back({label, files::IdentityOf(folder / PathFrom(name)), false});
   return used;
 }
 
@@ -51,7 +53,7 @@ bool IsNewIn(const files::FileIdentity& file, const files::FileIdentity& folder)
 
 UsedFiles PlanFiles(const std::string& plan) {
   // These are beside the plan itself, not beside a link to it.
-  const std::filesystem::path file = files::LinkTarget(plan);
+  const std::filesystem::path file = files::LinkTarget(PathFrom(plan));
   UsedFiles used{OptionFile("--plan", plan),
                  FileBeside(fmt::format("the backup of --plan {}", plan), file, ".bak"),
                  FileBeside(fmt::format("the lock of --plan {}", plan), file, ".lock"),
@@ -64,7 +66,7 @@ UsedFiles PlanFiles(const std::string& plan) {
 
 // The ledger and what is beside it while it is written.
 UsedFiles LedgerFiles(const std::string& ledger) {
-  const std::filesystem::path file = files::LinkTarget(ledger);
+  const std::filesystem::path file = files::LinkTarget(PathFrom(ledger));
   const std::string temporary = fmt::format("a temporary file of --ledger {}", ledger);
   return {OptionFile("--ledger", ledger), FileBeside(temporary, file, ".tmp"),
           FileBeside(temporary, file, ".previous"), FileBeside(temporary, file, "-journal")};
@@ -78,7 +80,7 @@ UsedFiles InputFiles(const ImportCommand& options) {
   files.push_back(OptionFile("--company", company));
   for (const std::string_view suffix : {"-journal", "-wal", "-shm"}) {
     files.push_back(
-        FileBeside(fmt::format("the database journal of --company {}", company), company, suffix));
+        FileBeside(fmt::format("the database journal of --company {}", company), PathFrom(company), suffix));
   }
   return files;
 }
@@ -107,7 +109,7 @@ void Separate(const UsedFile& file, const UsedFiles& others) {
 
 void CheckImportFiles(const ImportCommand& options) {
   std::error_code unknown;
-  if (plan_file::IsKeptVersion(std::filesystem::weakly_canonical(options.planFile, unknown))) {
+  if (plan_file::IsKeptVersion(std::filesystem::weakly_canonical(PathFrom(options.planFile), unknown))) {
     throw WrongUsage(fmt::format("--plan {} is a version in a plan's history", options.planFile),
                      "copy it to another folder and import into the copy");
   }

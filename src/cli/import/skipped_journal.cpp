@@ -8,6 +8,7 @@
 #include "cli/import/skipped_amounts.h"
 #include "files/fault.h"
 #include "files/output_file.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -55,13 +56,13 @@ void WriteJournal(const std::string& file, const ImportReport& report) {
   constexpr std::string_view failed = "writing the journal failed";
   files::SystemFileOperations operations;
   Attempt(failed, "choose a file in a folder that you can write to", [&] {
-    files::OutputFile lines(file, InterruptRequested, operations);
+    files::OutputFile lines(PathFrom(file), InterruptRequested, operations);
     for (const Notice& notice : report.Journal()) lines.Stream() << JsonLine(LineOf(notice)) << '\n';
     const std::error_code failure = lines.Finish();
     if (failure) {
-      throw CommandFailure(failed,
-                           fmt::format("{} could not be written completely: {}", file, failure.message()),
-                           fmt::format("{}, or import without --journal", files::FileAdvice(failure)));
+      throw CommandFailure(
+          failed, fmt::format("{} could not be written completely: {}", file, files::ReasonText(failure)),
+          fmt::format("{}, or import without --journal", files::FileAdvice(failure)));
     }
   });
 }

@@ -13,6 +13,7 @@
 #include "files/fault.h"
 #include "files/input_buffer.h"
 #include "qbxml/exchange_recording.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -59,7 +60,7 @@ ImportSource RecordedSource(const std::string& path, const ImportCommand& option
   files::SystemFileOperations operations;
   const auto file = Attempt(failed, "check the path and its permissions", [&] {
     return std::make_unique<files::InputFile>(
-        path, files::ReadingRules{.pipes = true, .failure = {}, .interrupted = InterruptRequested},
+        PathFrom(path), files::ReadingRules{.pipes = true, .failure = {}, .interrupted = InterruptRequested},
         operations);
   });
   files::InputBuffer buffer(*file);
@@ -83,7 +84,7 @@ ImportSource RecordedSource(const std::string& path, const ImportCommand& option
 
 files::OutputFile CreateRecording(const std::string& path, files::FileOperations& operations) {
   return Attempt("recording failed", "check the path and the permissions of its folder",
-                 [&] { return files::OutputFile(path, InterruptRequested, operations); });
+                 [&] { return files::OutputFile(PathFrom(path), InterruptRequested, operations); });
 }
 
 }  // namespace
@@ -104,9 +105,10 @@ std::shared_ptr<RequestProcessorFactory> ExchangeFile::Recording(const ImportSou
 
 void ExchangeFile::Finish() {
   if (const std::error_code failure = lines_.Finish()) {
-    throw CommandFailure("recording failed",
-                         fmt::format("{} could not be written completely: {}", name_, failure.message()),
-                         fmt::format("{}, or import without --record", files::FileAdvice(failure)));
+    throw CommandFailure(
+        "recording failed",
+        fmt::format("{} could not be written completely: {}", name_, files::ReasonText(failure)),
+        fmt::format("{}, or import without --record", files::FileAdvice(failure)));
   }
 }
 

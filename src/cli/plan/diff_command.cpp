@@ -14,6 +14,7 @@
 #include "plan_file/history/digest.h"
 #include "plan_file/history/undo.h"
 #include "plan_file/views/differences.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -46,7 +47,7 @@ Side KeptSide(const plan_file::HistoryFolder& folder, const plan_file::HistorySt
 
 Sides OpenSides(const PlanDiffOptions& options) {
   files::SystemFileOperations operations;
-  const fs::path plan = files::FollowedPlanPath(options.file);
+  const fs::path plan = files::FollowedPlanPath(PathFrom(options.file));
   const plan_file::HistoryFolder folder(plan, plan_file::HistoryUse::Reading, operations);
   const plan_file::HistoryState state =
       StateOf(folder, plan_file::DigestOf(files::ReadFile(plan, "cannot open the plan").bytes));
@@ -107,7 +108,7 @@ std::string DifferencesText(const Sides& sides, const std::vector<TableDifferenc
 }
 
 Json SideJson(const Side& side) {
-  return {{"version", side.version ? Json(*side.version) : Json()}, {"path", side.plan->Path().string()}};
+  return {{"version", side.version ? Json(*side.version) : Json()}, {"path", TextOfPath(side.plan->Path())}};
 }
 
 std::string DifferencesJson(const Sides& sides) {

@@ -13,6 +13,7 @@
 #include "plan_file/history/digest.h"
 #include "plan_file/history/entry_text.h"
 #include "plan_file/history/versions.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -79,7 +80,7 @@ std::string HistoryText(const PlanHistoryOptions& options, const HistoryState& s
 Json VersionJson(const HistoryFolder& folder, const ListedVersion& version) {
   Json json{{"number", version.number}};
   if (version.entry) json = Json::parse(plan_file::EntryText(*version.entry));
-  json["file"] = folder.VersionFile(version.number).string();
+  json["file"] = TextOfPath(folder.VersionFile(version.number));
   json["fault"] = version.fault.empty() ? Json() : Json(version.fault);
   return json;
 }
@@ -89,8 +90,8 @@ std::string HistoryJson(const std::filesystem::path& plan, const HistoryFolder& 
                         ExitCode code) {
   const std::optional<std::int32_t>& import = state.plan.import;
   Json json{{"result", code == ExitCode::Done ? "done" : "incomplete"},
-            {"path", plan.string()},
-            {"history", folder.Path().string()},
+            {"path", TextOfPath(plan)},
+            {"history", TextOfPath(folder.Path())},
             {"plan",
              {{"digest", state.plan.digest},
               {"import", import ? Json(*import) : Json()},
@@ -107,7 +108,7 @@ std::string HistoryJson(const std::filesystem::path& plan, const HistoryFolder& 
 ExitCode Run(const PlanHistoryOptions& options, const Console& console) {
   return Attempt([&] {
     files::SystemFileOperations operations;
-    const std::filesystem::path plan = files::FollowedPlanPath(options.file);
+    const std::filesystem::path plan = files::FollowedPlanPath(PathFrom(options.file));
     const HistoryFolder folder(plan, plan_file::HistoryUse::Reading, operations);
     const HistoryState state =
         StateOf(folder, plan_file::DigestOf(files::ReadFile(plan, "cannot open the plan").bytes));
@@ -119,8 +120,8 @@ ExitCode Run(const PlanHistoryOptions& options, const Console& console) {
       code = ExitCode::Incomplete;
     }
     for (const std::string& name : folder.ForeignNames()) {
-      Warn(console,
-           fmt::format("{} is not part of the history and is left alone", (folder.Path() / name).string()));
+      Warn(console, fmt::format("{} is not part of the history and is left alone",
+                                TextOfPath(folder.Path() / PathFrom(name))));
     }
     console.out << (options.json ? HistoryJson(plan, folder, state, versions, code) + '\n'
                                  : HistoryText(options, state, versions));

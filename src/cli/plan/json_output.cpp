@@ -3,6 +3,7 @@
 #include "cli/console/json_text.h"
 #include "plan_file/content.h"
 #include "plan_file/headings.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -14,7 +15,7 @@ Json BlockJson(const plan_file::PlanBlock& block) {
 }  // namespace
 
 std::string PlanJson(const plan_file::PlanFile& plan, const std::optional<std::string>& tableId) {
-  Json json{{"result", "done"}, {"path", plan.Path().string()}};
+  Json json{{"result", "done"}, {"path", TextOfPath(plan.Path())}};
   const auto product = plan.Product();
   const auto start = plan.Start();
   json["product"] = product ? Json(plan_file::ProductText(*product)) : Json();

@@ -8,6 +8,7 @@
 #include "files/followed_path.h"
 #include "files/lock.h"
 #include "plan_file/history/undo.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -28,7 +29,7 @@ CommandEnd Run(const PlanUndoOptions& options, const Console& console, const Sur
   interrupts.PassPointOfNoReturn();
   const plan_file::UndoResult result = Attempt([&] {
     files::SystemFileOperations operations;
-    const std::filesystem::path plan = files::FollowedPlanPath(options.file);
+    const std::filesystem::path plan = files::FollowedPlanPath(PathFrom(options.file));
     plan_file::RequireHistory(plan, operations);  // a file that is not a plan gets no lock beside it
     const files::PlanLock lock(plan, operations);
     return plan_file::UndoTo(plan,

@@ -24,6 +24,7 @@
 #include "reconcile/entry_causes.h"
 #include "reconcile/plan_causes.h"
 #include "reconcile/reconciliation.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -40,7 +41,7 @@ std::optional<ProfitAndLoss> ReadStatements(const std::vector<std::string>& docu
   if (documents.empty()) return std::nullopt;
   const auto read = [](const std::string& document) {
     return Attempt(failed, "check the path and its permissions",
-                   [&] { return files::ReadDocument(document, InterruptRequested); });
+                   [&] { return files::ReadDocument(PathFrom(document), InterruptRequested); });
   };
   std::vector<std::string> texts;
   std::ranges::transform(documents, std::back_inserter(texts), read);
@@ -71,7 +72,7 @@ class Reconciling {
 
   ReconcileResult Run() {
     const std::optional<ProfitAndLoss> statement = ReadStatements(options_.statements);
-    plan_ = Attempt([&] { return plan_file::PlanFile::Open(options_.planFile); });
+    plan_ = Attempt([&] { return plan_file::PlanFile::Open(PathFrom(options_.planFile)); });
     lastImport_ =
         Attempt(failed, "remove the plan's damaged history", [&] { return ReadLastImport(plan_->Path()); });
     ImportCommand command = Command();

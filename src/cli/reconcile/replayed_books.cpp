@@ -2,43 +2,17 @@
 
 #include <fmt/format.h>
 
-#include <cerrno>
-#include <cstdlib>
-#include <filesystem>
 #include <utility>
 
 #include "cli/console/attempt.h"
 #include "cli/exchange/company_file.h"
+#include "cli/reconcile/scratch_folder.h"
 #include "company/records/document.h"
 #include "profit_and_loss/merging.h"
 #include "profit_and_loss/reading.h"
 
 namespace krnqb::cli {
 namespace {
-
-namespace fs = std::filesystem;
-
-// A new folder for temporary files, which nobody else can read.
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string path = (fs::temp_directory_path() / "krnqb-XXXXXX").native();
-    if (mkdtemp(path.data()) == nullptr)
-      throw fs::filesystem_error("mkdtemp", path, std::error_code(errno, std::generic_category()));
-    path_ = path;
-  }
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-  const fs::path& Path() const noexcept { return path_; }
-
- private:
-  fs::path path_;
-};
 
 bool IsReport(const std::string& answer) {
   return answer.find("<GeneralSummaryReportQueryRs") != std::string::npos;
@@ -62,7 +36,7 @@ reconcile::PostedEntries PostAnswers(const std::vector<std::string>& answers, co
                                      const InterruptWatch& interrupts) {
   return Attempt(
       "adding up the recorded transactions failed", "free some space in the folder for temporary files", [&] {
-        const TemporaryFolder folder;
+        const ScratchFolder folder;
         company::CompanyFile company = company::CompanyFile::Create(
             folder.Path() / "recorded.qbw", "Recorded", 1, "1.1", FollowInterrupts(interrupts));
         company.Store("the recording",

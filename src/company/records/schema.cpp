@@ -10,6 +10,7 @@
 #include "database/schema.h"
 #include "database/storage/format.h"
 #include "krnqb/error.h"
+#include "support/path_text.h"
 
 namespace krnqb::company {
 namespace {
@@ -72,12 +73,13 @@ constexpr std::array<std::string_view, 3> recordTables = {"record", "posting", "
 void CheckLayout(const Database& database, const std::filesystem::path& file) {
   const std::int64_t layout = database.Integer("PRAGMA user_version");
   if (database.Integer("PRAGMA application_id") != companyMark) {
-    throw Error(company_error::cannotOpen, fmt::format("The file {} is not a company file.", file.string()));
+    throw Error(company_error::cannotOpen,
+                fmt::format("The file {} is not a company file.", TextOfPath(file)));
   }
   if (layout > presentLayout) {
     throw Error(
         company_error::cannotOpen,
-        fmt::format("The company file {} was written by a newer version of this program.", file.string()));
+        fmt::format("The company file {} was written by a newer version of this program.", TextOfPath(file)));
   }
   if (layout != presentLayout && layout != layoutWithoutChecksums) {
     RefuseContents(companyFileKind, file, fmt::format("has the unknown layout {}", layout));

@@ -2,15 +2,21 @@
 
 #include <fmt/format.h>
 #include <sqlite3.h>
-#include <sys/stat.h>
 
 #include <array>
-#include <cerrno>
 #include <cstring>
 
 #include "database/storage/journal.h"
+#include "database/storage/system.h"
 
 namespace krnqb::database {
+namespace {
+
+bool IsPresent(std::filesystem::file_type type) noexcept {
+  return type != std::filesystem::file_type::not_found && type != std::filesystem::file_type::none;
+}
+
+}  // namespace
 
 struct FileSystem::System {
   sqlite3_vfs* own = nullptr;  // the system's own file system, which does the work
@@ -74,7 +80,7 @@ struct FileSystem::Callbacks {
 FileSystem::FileSystem(const FileKind& kind, Interruption interrupted)
     : kind_(kind), system_(std::make_unique<System>()) {
   database_.interrupted = std::move(interrupted);
-  system_->own = sqlite3_vfs_find("unix");
+  system_->own = sqlite3_vfs_find(SystemFilesName());
   system_->name = fmt::format("krnqb-{}", static_cast<const void*>(this));
   sqlite3_vfs& vfs = system_->restricted;
   vfs.iVersion = 1;
@@ -103,6 +109,7 @@ int FileSystem::Open(const std::filesystem::path& file, int flags, sqlite3** con
   resolved.resize(std::strlen(resolved.c_str()));
   path_ = resolved;
   journal_ = path_ + "-journal";
+  journalPath_ = journal_;
 
   // Only this connection uses the file system; it needs the name no longer than to find it.
   const int registered = sqlite3_vfs_register(&system_->restricted, 0);
@@ -123,7 +130,7 @@ int FileSystem::OpenDatabase(const char* name, sqlite3_file* handle, int flags, 
   int opened = 0;
   const int result = system_->own->xOpen(system_->own, name, file, flags, &opened);
   if (result != SQLITE_OK) {
-    database_.systemError = errno;
+    database_.systemError = LastSystemError();
     return result;
   }
   if (outFlags != nullptr) *outFlags = opened;
@@ -138,9 +145,10 @@ int FileSystem::OpenJournal(const char* name, sqlite3_file* handle, int flags, i
     database_.fault = StorageFault::ForeignJournal;
     return SQLITE_CANTOPEN;
   };
-  struct stat status {};
-  const bool exists = ::lstat(journal_.c_str(), &status) == 0;
-  if (exists && !S_ISREG(status.st_mode)) return refuse();  // opening a pipe would wait for its other end
+  const std::filesystem::file_type type = JournalType();
+  const bool exists = IsPresent(type);
+  if (exists && type != std::filesystem::file_type::regular)
+    return refuse();  // opening a pipe would wait for its other end
   const int result = system_->own->xOpen(system_->own, name, handle, flags, outFlags);
   if (result != SQLITE_OK) return result;
   if (exists && NamesAnotherFile(handle)) {
@@ -156,8 +164,16 @@ int FileSystem::OpenJournal(const char* name, sqlite3_file* handle, int flags, i
 // To SQLite an empty journal is a missing one. Anything but a file counts, so that opening it is tried and
 // refused.
 bool FileSystem::JournalExists() const noexcept {
-  struct stat status {};
-  return ::lstat(journal_.c_str(), &status) == 0 && (!S_ISREG(status.st_mode) || status.st_size > 0);
+  const std::filesystem::file_type type = JournalType();
+  if (type != std::filesystem::file_type::regular) return IsPresent(type);
+  std::error_code unknown;
+  const std::uintmax_t size = std::filesystem::file_size(journalPath_, unknown);
+  return !unknown && size > 0;
+}
+
+std::filesystem::file_type FileSystem::JournalType() const noexcept {
+  std::error_code unknown;
+  return std::filesystem::symlink_status(journalPath_, unknown).type();
 }
 
 FileSystem::Survey FileSystem::SurveyPages() {

@@ -61,11 +61,13 @@ class FileSystem {
   int OpenDatabase(const char* name, sqlite3_file* handle, int flags, int* outFlags) noexcept;
   int OpenJournal(const char* name, sqlite3_file* handle, int flags, int* outFlags) noexcept;
   bool JournalExists() const noexcept;
+  std::filesystem::file_type JournalType() const noexcept;
 
   const FileKind& kind_;
   std::unique_ptr<System> system_;
   std::string path_;
   std::string journal_;
+  std::filesystem::path journalPath_;
   SealedFile database_;
   bool readOnly_ = true;
 };

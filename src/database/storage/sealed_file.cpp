@@ -3,9 +3,10 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 #include <new>
+
+#include "database/storage/system.h"
 
 namespace krnqb::database {
 
@@ -32,7 +33,8 @@ sqlite3_file* SystemOf(sqlite3_file* handle) noexcept {
 
 // Keeps the reason of a failed system call, which SQLite's result code does not say.
 int Noted(SealedFile& file, int resultCode) noexcept {
-  if ((resultCode & 0xFF) == SQLITE_IOERR && resultCode != SQLITE_IOERR_SHORT_READ) file.systemError = errno;
+  if ((resultCode & 0xFF) == SQLITE_IOERR && resultCode != SQLITE_IOERR_SHORT_READ)
+    file.systemError = LastSystemError();
   return resultCode;
 }
 

@@ -1,6 +1,5 @@
 #include "plan_file/history/folder.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -13,6 +12,7 @@
 #include "krnqb/error.h"
 #include "plan_file/history/digest.h"
 #include "plan_file/history/entry_text.h"
+#include "support/path_text.h"
 
 namespace krnqb::plan_file {
 namespace {
@@ -70,8 +70,8 @@ bool IsSymbolicLink(const fs::path& file) {
 void Check(std::error_code failure, std::string_view step, const fs::path& where) {
   if (!failure) return;
   throw Error(error_number::unspecified,
-              fmt::format("{} as {}: {} failed: {}; the plan is unchanged, {}", cannotKeep, where.string(),
-                          step, failure.message(), files::FileAdvice(failure)));
+              fmt::format("{} as {}: {} failed: {}; the plan is unchanged, {}", cannotKeep, TextOfPath(where),
+                          step, files::ReasonText(failure), files::FileAdvice(failure)));
 }
 
 // Removes a file that was not completed.
@@ -98,8 +98,8 @@ fs::path HistoryFolderOf(const fs::path& plan) {
 }
 
 bool IsKeptVersion(const fs::path& file) {
-  return file.parent_path().extension() == folderSuffix && file.extension() == versionSuffix &&
-         NumberIn(file.filename().string());
+  return file.parent_path().extension() == PathFrom(folderSuffix) &&
+         file.extension() == PathFrom(versionSuffix) && NumberIn(TextOfPath(file.filename()));
 }
 
 HistoryFolder::HistoryFolder(const fs::path& plan, HistoryUse use, files::FileOperations& operations)
@@ -109,7 +109,7 @@ HistoryFolder::HistoryFolder(const fs::path& plan, HistoryUse use, files::FileOp
   if (failure == std::errc::no_such_file_or_directory) return;
   if (failure && IsSymbolicLink(path_)) FailToOpen(path_, use, "it is a symbolic link", moveAway);
   if (failure == std::errc::not_a_directory) FailToOpen(path_, use, "it is not a folder", moveAway);
-  if (failure) FailToOpen(path_, use, failure.message(), files::FileAdvice(failure));
+  if (failure) FailToOpen(path_, use, files::ReasonText(failure), files::FileAdvice(failure));
   exists_ = true;
   std::ranges::sort(names);
   for (std::string& name : names) {
@@ -129,11 +129,11 @@ bool HistoryFolder::Has(std::int32_t number) const noexcept {
 }
 
 fs::path HistoryFolder::VersionFile(std::int32_t number) const {
-  return path_ / FileName(number, versionSuffix);
+  return path_ / PathFrom(FileName(number, versionSuffix));
 }
 
 fs::path HistoryFolder::DescriptionFile(std::int32_t number) const {
-  return path_ / FileName(number, descriptionSuffix);
+  return path_ / PathFrom(FileName(number, descriptionSuffix));
 }
 
 HistoryEntry HistoryFolder::Describe(std::int32_t number) const {
@@ -145,10 +145,10 @@ HistoryEntry HistoryFolder::Describe(std::int32_t number) const {
     // An error of reading names the file already.
     const std::string& fault = error.Description();
     const std::string why =
-        fault.starts_with(file.string()) ? fault : fmt::format("{}: {}", file.string(), fault);
-    FailToUse(
-        number, fmt::format("its description is missing or damaged ({})", why),
-        fmt::format("if you need the version, copy {} over the plan yourself", VersionFile(number).string()));
+        fault.starts_with(TextOfPath(file)) ? fault : fmt::format("{}: {}", TextOfPath(file), fault);
+    FailToUse(number, fmt::format("its description is missing or damaged ({})", why),
+              fmt::format("if you need the version, copy {} over the plan yourself",
+                          TextOfPath(VersionFile(number))));
   }
 }
 
@@ -165,7 +165,7 @@ std::string HistoryFolder::Version(const HistoryEntry& entry) const {
     FailToUse(entry.number, error.Description(), "choose another version");
   }
   if (DigestOf(version) == entry.kept.digest) return version;
-  const std::string file = VersionFile(entry.number).string();
+  const std::string file = TextOfPath(VersionFile(entry.number));
   FailToUse(entry.number, fmt::format("another program has changed {}", file),
             "choose another version, or copy the file over the plan yourself");
 }
@@ -197,7 +197,7 @@ void HistoryFolder::Remove(const fs::path& version, const fs::path& description)
 
 void HistoryFolder::Create() {
   Check(operations_.CreateFolder(path_, ownersFolder), "creating the folder", path_);
-  files::KeepOwner(files::FileDescriptor::Open(path_, O_RDONLY | O_DIRECTORY | O_NOFOLLOW), plan_);
+  files::KeepFolderOwner(path_, plan_);
   exists_ = true;
 }
 

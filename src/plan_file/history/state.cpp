@@ -4,6 +4,7 @@
 
 #include "krnqb/error.h"
 #include "plan_file/history/digest.h"
+#include "support/path_text.h"
 
 namespace krnqb::plan_file {
 namespace {
@@ -54,7 +55,7 @@ HistoryState StateOf(const HistoryFolder& folder, std::string_view planDigest) {
   if (!last) {
     state.asWritten = false;
     state.fault =
-        fmt::format("{} is missing or damaged", folder.DescriptionFile(state.numbers.back()).string());
+        fmt::format("{} is missing or damaged", TextOfPath(folder.DescriptionFile(state.numbers.back())));
     state.plan.import = std::nullopt;
     return state;
   }

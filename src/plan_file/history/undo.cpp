@@ -10,6 +10,7 @@
 #include "krnqb/error.h"
 #include "plan_file/history/digest.h"
 #include "plan_file/history/keeping.h"
+#include "support/path_text.h"
 
 namespace krnqb::plan_file {
 namespace {
@@ -18,7 +19,7 @@ namespace fs = std::filesystem;
 
 Error Refusal(const fs::path& plan, const std::string& why, const std::string& whatToDo) {
   return Error(error_number::unspecified, fmt::format("cannot bring back an earlier version of {}: {}; {}",
-                                                      plan.string(), why, whatToDo));
+                                                      TextOfPath(plan), why, whatToDo));
 }
 
 Error NoHistory(const fs::path& plan) {

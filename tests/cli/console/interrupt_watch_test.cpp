@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include "krnqb/error.h"
 
 namespace krnqb::cli {

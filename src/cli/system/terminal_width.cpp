@@ -1,4 +1,4 @@
-#include "cli/console/terminal_width.h"
+#include "cli/system/terminal_width.h"
 
 #include <sys/ioctl.h>
 #include <unistd.h>

@@ -1,0 +1,36 @@
+#include "files/followed_path.h"
+
+#include "files/fault.h"
+#include "files/windows/handle.h"
+
+namespace krnqb::files {
+namespace {
+
+// Removes the prefix by which Windows marks a path that needs no further interpretation, unless the path is
+// too long without it.
+std::wstring Readable(std::wstring path) {
+  constexpr std::wstring_view prefix = LR"(\\?\)";
+  constexpr std::wstring_view networkPrefix = LR"(\\?\UNC\)";
+  if (path.size() >= MAX_PATH) return path;
+  if (path.starts_with(networkPrefix)) return LR"(\\)" + path.substr(networkPrefix.size());
+  return path.starts_with(prefix) ? path.substr(prefix.size()) : path;
+}
+
+}  // namespace
+
+std::filesystem::path FollowedPlanPath(const std::filesystem::path& plan) {
+  const WindowsHandle opened = OpenToAsk(plan);
+  if (!opened) throw FileError("cannot open the plan", plan, LastWindowsError());
+  std::wstring path(MAX_PATH, L'\0');
+  // Returns the length that the text needs with its end if there is no room for it.
+  for (DWORD length = 0;
+       (length = GetFinalPathNameByHandleW(opened.Get(), path.data(), static_cast<DWORD>(path.size()),
+                                           VOLUME_NAME_DOS)) != 0;) {
+    const bool complete = length < path.size();
+    path.resize(length);
+    if (complete) return Readable(std::move(path));
+  }
+  throw FileError("cannot open the plan", plan, LastWindowsError());
+}
+
+}  // namespace krnqb::files
