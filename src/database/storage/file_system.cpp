@@ -8,6 +8,7 @@
 
 #include "database/storage/journal.h"
 #include "database/storage/system.h"
+#include "support/path_text.h"
 
 namespace krnqb::database {
 namespace {
@@ -103,13 +104,13 @@ FileSystem::~FileSystem() = default;
 int FileSystem::Open(const std::filesystem::path& file, int flags, sqlite3** connection) {
   // The journal is beside the file itself, not beside a link to it.
   std::string resolved(static_cast<std::size_t>(system_->own->mxPathname) + 1, '\0');
-  const int found = system_->own->xFullPathname(system_->own, file.c_str(), static_cast<int>(resolved.size()),
-                                                resolved.data());
+  const int found = system_->own->xFullPathname(system_->own, TextOfPath(file).c_str(),
+                                                static_cast<int>(resolved.size()), resolved.data());
   if (found != SQLITE_OK && found != SQLITE_OK_SYMLINK) return found;
   resolved.resize(std::strlen(resolved.c_str()));
   path_ = resolved;
   journal_ = path_ + "-journal";
-  journalPath_ = journal_;
+  journalPath_ = PathFrom(journal_);
 
   // Only this connection uses the file system; it needs the name no longer than to find it.
   const int registered = sqlite3_vfs_register(&system_->restricted, 0);
