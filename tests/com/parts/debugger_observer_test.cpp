@@ -49,7 +49,11 @@ class Debugged : public ::testing::Test {
   }
 
   static void Mark(BOOL isDebugged) {
-    NtCurrentTeb()->ProcessEnvironmentBlock->BeingDebugged = static_cast<BYTE>(isDebugged);
+    PROCESS_BASIC_INFORMATION process{};
+    ASSERT_EQ(NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process,
+                                        sizeof(process), nullptr),
+              0);
+    process.PebBaseAddress->BeingDebugged = static_cast<BYTE>(isDebugged);
   }
   void Notify(const Notice& notice) const { DebuggerObserver()->Notify(notice); }
 
