@@ -350,9 +350,15 @@ TEST_F(Bookings, OfPastReportsHaveTheirPeriod) {
       fakes::AccountAnswer("60", {Element("AccountRet", Element("Name", "Seeds") + Element("Sublevel", "0") +
                                                             Element("AccountType", "CostOfGoodsSold"))});
   host.quickBooks->answers["300"] = ReportAnswer(ReportRow("Plants", {"1.50", "2.00"}));
+  host.quickBooks->answers["320"] = ReportAnswer(ReportRow("Seeds", {"0.40"}));
   host.quickBooks->answers["330"] = ReportAnswer(ReportRow("Bank", {"9.00"}));
   Import();
   ExpectEveryCellToAddUp();
+  const auto subtractsCosts = [&](const Cell& cell) {
+    return cell.content == CellContent::PastFigure && cell.terms.size() == 2 && cell.terms[1].second &&
+           std::get<1>(cell.terms[1].first) == FoldedKey("CostOfGoodsSold") && received.AmountOf(cell) == 3.1;
+  };
+  EXPECT_TRUE(std::ranges::any_of(received.cells, subtractsCosts));
   const RecordingBookings::Slot past = Slot(AmountGroup::Income, "Plants", 1, 2);
   EXPECT_EQ(received.sums.at(past), 1.5);
   EXPECT_EQ(received.sums.at(Slot(AmountGroup::PastPerformance, "Income", 2)), 3.5);
