@@ -6,6 +6,9 @@ install(TARGETS krnqb EXPORT krnqb-targets
 if(TARGET krnqb_program)
   install(TARGETS krnqb_program RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
+if(TARGET krnqb_dialogs)
+  install(TARGETS krnqb_dialogs LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/krnqb)
+endif()
 install(DIRECTORY include/krnqb DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(EXPORT krnqb-targets NAMESPACE krnqb::
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/krnqb)
