@@ -42,12 +42,12 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_DEBIAN_KRNQB_PACKAGE_NAME krnqb)
 set(CPACK_DEBIAN_KRNQB_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_KRNQB_DESCRIPTION "import QuickBooks accounting data into business plans
- krnqb imports accounts and monthly amounts of QuickBooks 2002 and 2003
- companies into Korrin Planner Pro plans, explains every figure, compares a
- plan with the books, and undoes imports.
- .
- This package has the command line and the C++ library with its headers and
- CMake package. The dialogs are in krnqb-dialogs.")
+krnqb imports accounts and monthly amounts of QuickBooks 2002 and 2003
+companies into Korrin Planner Pro plans, explains every figure, compares a
+plan with the books, and undoes imports.
+
+This package has the command line and the C++ library with its headers and
+CMake package. The dialogs are in krnqb-dialogs.")
 set(CPACK_DEBIAN_KRNQB_PACKAGE_RECOMMENDS krnqb-dialogs)
 # For building against the library.
 set(CPACK_DEBIAN_KRNQB_PACKAGE_SUGGESTS
@@ -56,11 +56,11 @@ set(CPACK_DEBIAN_KRNQB_PACKAGE_SUGGESTS
 set(CPACK_DEBIAN_KRNQB-DIALOGS_PACKAGE_NAME krnqb-dialogs)
 set(CPACK_DEBIAN_KRNQB-DIALOGS_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_KRNQB-DIALOGS_DESCRIPTION "dialogs of krnqb, which imports QuickBooks data into business plans
- krnqb imports accounts and monthly amounts of QuickBooks 2002 and 2003
- companies into Korrin Planner Pro plans.
- .
- This package has the windows that krnqb dialog shows, in which the user
- chooses what to import. All other commands run without it.")
+krnqb imports accounts and monthly amounts of QuickBooks 2002 and 2003
+companies into Korrin Planner Pro plans.
+
+This package has the windows that krnqb dialog shows, in which the user
+chooses what to import. All other commands run without it.")
 set(CPACK_DEBIAN_KRNQB-DIALOGS_PACKAGE_DEPENDS "krnqb (= ${PROJECT_VERSION})")
 
 include(CPack)

@@ -1,61 +1,62 @@
 # bash completion for krnqb. The commands, their options and their choices come from the help of the program itself.
 
-# _krnqb_asks_for_files KIND: whether the value of an option or argument is a file or a folder.
-_krnqb_asks_for_files() { [[ $1 =~ ^(FILE|DIR|DOC|LEDGER|DOCUMENT)s?(\.\.\.)?$ ]]; }
+# _krnqb_commands HELP: prints the commands that a help lists.
+_krnqb_commands() { awk '/^Commands:/ { inside = 1; next } /^$/ { inside = 0 } inside { print $1 }' <<<"$1"; }
+
+# _krnqb_offer WORDS: offers those of the words that begin like the last one typed.
+_krnqb_offer() { mapfile -t COMPREPLY < <(compgen -W "$1" -- "${COMP_WORDS[COMP_CWORD]}"); }
+
+_krnqb_offer_files() {
+  compopt -o filenames 2>/dev/null
+  mapfile -t COMPREPLY < <(compgen -f -- "${COMP_WORDS[COMP_CWORD]}")
+}
+
+# _krnqb_offer_values HELP OPTION: offers values of an option. Fails if it is an option without a value. The help has
+# lines such as "  --balances CHOICE           Monthly amounts: none, planned, actual or all [none]".
+_krnqb_offer_values() {
+  local line kind choices
+  line=$(awk -v option="$2" '$1 == option' <<<"$1" | head -n 1)
+  if [[ ! $line =~ ^\ +--[a-z-]+\ ([A-Z][A-Z-]*)\  ]]; then return 1; fi
+  kind=${BASH_REMATCH[1]}
+  case $kind in
+    FILE | DIR | DOC) _krnqb_offer_files ;;
+    CHOICE | P)
+      choices=$(grep -oE '[a-z]+(, [a-z]+)* or [a-z]+' <<<"${line%%[*}" | sed -E 's/,| or / /g')
+      _krnqb_offer "$choices"
+      ;;
+  esac
+}
 
 _krnqb() {
   local program=${COMP_WORDS[0]/#\~/$HOME} current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-  local words=() word help commands index
+  local words=() word help commands choices
   COMPREPLY=()
 
   # The command is the leading words, as far as the help knows them.
   help=$("$program" help 2>/dev/null) || return
-  for ((index = 1; index < COMP_CWORD; index++)); do
-    commands=$(awk '/^Commands:/ { inside = 1; next } /^$/ { inside = 0 } inside { print $1 }' <<<"$help")
-    word=${COMP_WORDS[index]}
-    if ! grep -qxFe "$word" <<<"$commands"; then
-      # Without a command there is nothing to offer.
-      if [[ -n $commands && $word != -* ]]; then return; fi
-      break
-    fi
-    words+=("$word")
+  commands=$(_krnqb_commands "$help")
+  for word in "${COMP_WORDS[@]:1:COMP_CWORD - 1}"; do
+    if [[ -z $commands || $word == -* ]]; then break; fi
+    # Without a command there is nothing to offer.
+    if ! grep -qxFe "$word" <<<"$commands"; then return; fi
     # What comes after "help" is a command again.
-    if [[ ${words[0]} == help ]]; then help=$("$program" help "${words[@]:1}" 2>/dev/null) || return
-    else help=$("$program" help "${words[@]}" 2>/dev/null) || return; fi
+    if [[ $word != help ]]; then words+=("$word"); fi
+    help=$("$program" help "${words[@]}" 2>/dev/null) || return
+    commands=$(_krnqb_commands "$help")
   done
-  commands=$(awk '/^Commands:/ { inside = 1; next } /^$/ { inside = 0 } inside { print $1 }' <<<"$help")
 
-  # Lines such as "  --plan FILE (required)      Plan file to import into".
-  local kind meaning
-  if [[ $previous == --* ]]; then
-    kind=$(awk -v option="$previous" '$1 == option && $2 ~ /^[A-Z][A-Z-]*$/ && /^  --[a-z-]+ [A-Z]/ { print $2; exit }' <<<"$help")
-    if [[ -n $kind ]]; then
-      if _krnqb_asks_for_files "$kind"; then
-        compopt -o filenames 2>/dev/null
-        mapfile -t COMPREPLY < <(compgen -f -- "$current")
-      elif [[ $kind =~ ^(CHOICE|P)$ ]]; then
-        # "Monthly amounts: none, planned, actual or all [none]"
-        meaning=$(awk -v option="$previous" '$1 == option { sub(/\[.*/, ""); print; exit }' <<<"$help")
-        mapfile -t COMPREPLY < <(compgen -W "$(grep -oE '[a-z]+(, [a-z]+)* or [a-z]+' <<<"$meaning" |
-          sed -E 's/,| or / /g')" -- "$current")
-      fi
-      return
-    fi
-  fi
-
+  if [[ $previous == --* ]] && _krnqb_offer_values "$help" "$previous"; then return; fi
   if [[ $current == -* ]]; then
-    mapfile -t COMPREPLY < <(compgen -W "$(grep -oE '^  (-h,)?--[a-z-]+' <<<"$help" | sed -E 's/^ *(-h,)?//')" -- "$current")
+    _krnqb_offer "$(grep -oE '^  (-h,)?--[a-z-]+' <<<"$help" | sed -E 's/^ *(-h,)?//')"
   elif [[ -n $commands ]]; then
-    mapfile -t COMPREPLY < <(compgen -W "$commands" -- "$current")
-  elif [[ ${words[0]-} != help ]]; then
+    _krnqb_offer "$commands"
+  elif [[ ${COMP_WORDS[1]} != help ]]; then
     # The arguments: choices such as "income|expense", or files.
-    local argument
-    argument=$(awk '/^Usage: / { print }' <<<"$help" | grep -oE '[a-z]+(\|[a-z]+)+' | head -n 1)
-    if [[ -n $argument ]]; then
-      mapfile -t COMPREPLY < <(compgen -W "${argument//|/ }" -- "$current")
-    elif grep -qE '^Usage: .*\b(FILE|DIR|LEDGER|DOC)' <<<"$help"; then
-      compopt -o filenames 2>/dev/null
-      mapfile -t COMPREPLY < <(compgen -f -- "$current")
+    choices=$(grep '^Usage: ' <<<"$help" | grep -oE '[a-z]+(\|[a-z]+)+' | head -n 1)
+    if [[ -n $choices ]]; then
+      _krnqb_offer "${choices//|/ }"
+    elif grep -qE '^Usage: .*\b(FILE|DIR|LEDGER|DOC)\b' <<<"$help"; then
+      _krnqb_offer_files
     fi
   fi
 }
