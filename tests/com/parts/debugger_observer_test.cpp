@@ -1,5 +1,5 @@
-// What a debugger of the host sees. The test stands in for the debugger: it marks the process as debugged and
-// receives the exceptions that carry the lines.
+// Tests the lines that a debugger attached to the host receives. The fixture takes the debugger's place: it
+// marks the process as debugged and handles the exceptions that contain the lines.
 #include "com/debugger_observer.h"
 
 #include <gtest/gtest.h>
