@@ -40,5 +40,9 @@ endif()
 add_compile_options($<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE>
                     $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-D_FORTIFY_SOURCE=3>)
 
+# The standard library checks indexes, and that containers and optionals that are read are not empty. With these checks
+# an import of 1,000,000 lines executes 0.6 % more instructions and takes 1 to 2 % more time.
+add_compile_definitions(_GLIBCXX_ASSERTIONS)
+
 # The addresses of functions of shared libraries are resolved at the start, then write-protected.
 add_link_options(-Wl,-z,relro,-z,now)

@@ -30,6 +30,18 @@ std::string PlanWriteChild() {
   return KRNQB_PLAN_WRITE_CHILD;
 }
 
+std::string BuiltDialogModule() {
+  return KRNQB_BUILT_DIALOG_MODULE;
+}
+
+std::string ModuleOfAnotherVersion() {
+  return KRNQB_MODULE_OF_ANOTHER_VERSION;
+}
+
+std::string ModuleWithoutFunction() {
+  return KRNQB_MODULE_WITHOUT_FUNCTION;
+}
+
 std::string ExpectedVersion() {
   return KRNQB_EXPECTED_VERSION;
 }

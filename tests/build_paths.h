@@ -19,6 +19,12 @@ std::string SchemasFolder();
 /// Returns the path of the program krnqb, and that of the program that saves plans until it is killed.
 std::string Program();
 std::string PlanWriteChild();
+/// Returns the path of the module with the dialogs that belongs to the program.
+std::string BuiltDialogModule();
+/// Returns the path of a module with dialogs for another version of the program, and that of a library that
+/// is no such module.
+std::string ModuleOfAnotherVersion();
+std::string ModuleWithoutFunction();
 /// Returns the version that dialogs show.
 std::string ExpectedVersion();
 

@@ -23,8 +23,7 @@ void CreateTables(const database::Connection& database);
 void CreateIndexes(const database::Connection& database);
 
 /// Throws Error `unusableFile` if a database is not a ledger, has a layout that this program does not know,
-/// or contains anything but these tables and indexes. `file` is named in the
-/// description.
+/// or contains anything but these tables and indexes. The description names `file`.
 void CheckSchema(const database::Connection& database, const std::filesystem::path& file);
 
 }  // namespace krnqb::ledger

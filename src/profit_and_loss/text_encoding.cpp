@@ -41,7 +41,7 @@ unsigned char Byte(char character) noexcept {
   return static_cast<unsigned char>(character);
 }
 
-// Returns the length of the well-formed UTF-8 sequence at the beginning of a text; 0 if it begins otherwise.
+// Returns the length of the well-formed UTF-8 sequence at the beginning of a text; 0 if no sequence is there.
 std::size_t SequenceLength(std::string_view text) noexcept {
   const unsigned char first = Byte(text.front());
   if (first < 0x80) return 1;
@@ -77,7 +77,7 @@ void AppendUtf8(std::string& text, char16_t character) {
   text += static_cast<char>(0x80 | (character & 0x3F));
 }
 
-// Returns nothing if Windows-1252 does not have a byte.
+// Returns nullopt if a byte has no character in Windows-1252.
 std::optional<std::string> FromWindows1252(std::string_view bytes) {
   std::string text;
   text.reserve(bytes.size() + bytes.size() / 8);

@@ -22,7 +22,7 @@ inline constexpr std::size_t monthsOfAYear = 12;
 class TransactionNames {
  public:
   TransactionNames() = default;
-  TransactionNames(const TransactionNames&) = delete;  // its names are those of its own map
+  TransactionNames(const TransactionNames&) = delete;  // `names_` points into `numbers_`
   TransactionNames& operator=(const TransactionNames&) = delete;
   TransactionNames(TransactionNames&&) noexcept = default;
   TransactionNames& operator=(TransactionNames&&) noexcept = default;

@@ -15,8 +15,8 @@ std::optional<double> ConvertToDouble(std::string_view text) noexcept;
 /// Converts a text like `ConvertToDouble`, but throws Error 13 if it is not a number.
 double RequireDouble(std::string_view text);
 
-/// Returns the number at the start of a text, or 0 if it starts otherwise. It may have a sign, "." and an
-/// exponent; leading white space and whatever follows the number are ignored. Throws Error 6 if the number
+/// Returns the number at the start of a text, or 0 if it does not start with one. It may have a sign, "." and
+/// an exponent; leading white space and whatever follows the number are ignored. Throws Error 6 if the number
 /// overflows.
 double LeadingNumber(std::string_view text);
 

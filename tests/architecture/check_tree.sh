@@ -81,7 +81,6 @@ awk '
     Room("cli", "cli/company cli/plan cli/reconcile cli/explain cli/dialog")
     # Single headers that a room may include from another one.
     mayFile["company/records", "qbxml/envelope.h"] = 1
-    mayFile["cli/dialog", "ui/qt/toolkit.h"] = 1
     mayFile["cli/dialog", "ui/win32/toolkit.h"] = 1
     longest = 500
     most = 40

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -223,6 +225,33 @@ TEST_F(Bookings, OfALineThatIsLeftOutAreMissingAndItsReasonNamesTheLine) {
   }
 }
 
+TEST_F(Bookings, AreMissingForALineInsideAnItemGroupButTheLineIsReported) {
+  AnswerBill(ExpenseLine(AccountRef("E-1") + Amount("1.00")) +
+             Element("ItemGroupLineRet", Element("ItemGroupRef", Element("ListID", "G-1")) +
+                                             Element("ItemLineRet", ItemRef("IT-1") + Amount("9.00"))));
+  Import();
+  ASSERT_EQ(received.lines.size(), 2U);
+  EXPECT_EQ(received.lines[1].amount, "9.00");
+  EXPECT_EQ(received.bookings.size(), 1U);
+  const auto skipped = std::ranges::find(host.observer->notices, NoticeKind::AmountSkipped, &Notice::kind);
+  ASSERT_NE(skipped, host.observer->notices.end());
+  EXPECT_EQ(skipped->skipped->reason, SkipReason::InsideItemGroup);
+  EXPECT_EQ(skipped->skipped->line, 2);
+}
+
+TEST_F(Bookings, OfReportsHaveTheGroupOfTheirReport) {
+  host.quickBooks->majorVersion = 2;
+  host.quickBooks->answers["300"] = ReportAnswer(ReportRow("Plants", {"1.50"}));
+  host.quickBooks->answers["310"] = ReportAnswer(ReportRow("Rent", {"2.50"}));
+  host.quickBooks->answers["320"] = ReportAnswer(ReportRow("Seeds", {"3.50"}));
+  Import();
+  std::map<double, AmountGroup> groups;
+  for (const Booked& booked : With(BookingRule::ReportCell)) groups[booked.amount] = std::get<0>(booked.slot);
+  EXPECT_EQ(groups,
+            (std::map<double, AmountGroup>{
+                {1.5, AmountGroup::Income}, {2.5, AmountGroup::Expenses}, {3.5, AmountGroup::CostOfGoods}}));
+}
+
 TEST_F(Bookings, OfReportsHaveTheirCells) {
   host.quickBooks->majorVersion = 2;
   host.quickBooks->answers["310"] = ReportAnswer(ReportRow("4000 \u00b7 Rent", {"1.50", "", "2.25"}));
@@ -299,9 +328,11 @@ TEST_F(Bookings, OfPastPerformanceAddUpToItsFigures) {
   }
   host.quickBooks->answers["60"] = fakes::AccountAnswer("60", {accounts});
   Answer("20", "InvoiceQueryRs",
-         Element("InvoiceRet", fakes::InvoiceLine(ItemRef("IT-1") + Amount("40.00"))));
+         Element("InvoiceRet", fakes::InvoiceLine(ItemRef("IT-1") + Amount("40.00")) +
+                                   fakes::InvoiceLine(ItemRef("IT-3") + Amount("9.00") + Quantity("2"))));
   Import();
   ExpectEveryCellToAddUp();
+  EXPECT_FALSE(With(BookingRule::CostOfSale).empty());
   EXPECT_FALSE(With(BookingRule::BalanceToday).empty());
   EXPECT_FALSE(With(BookingRule::PreviousPeriod).empty());
   EXPECT_FALSE(With(BookingRule::PeriodTotal).empty());
@@ -319,9 +350,15 @@ TEST_F(Bookings, OfPastReportsHaveTheirPeriod) {
       fakes::AccountAnswer("60", {Element("AccountRet", Element("Name", "Seeds") + Element("Sublevel", "0") +
                                                             Element("AccountType", "CostOfGoodsSold"))});
   host.quickBooks->answers["300"] = ReportAnswer(ReportRow("Plants", {"1.50", "2.00"}));
+  host.quickBooks->answers["320"] = ReportAnswer(ReportRow("Seeds", {"0.40"}));
   host.quickBooks->answers["330"] = ReportAnswer(ReportRow("Bank", {"9.00"}));
   Import();
   ExpectEveryCellToAddUp();
+  const auto subtractsCosts = [&](const Cell& cell) {
+    return cell.content == CellContent::PastFigure && cell.terms.size() == 2 && cell.terms[1].second &&
+           std::get<1>(cell.terms[1].first) == FoldedKey("CostOfGoodsSold") && received.AmountOf(cell) == 3.1;
+  };
+  EXPECT_TRUE(std::ranges::any_of(received.cells, subtractsCosts));
   const RecordingBookings::Slot past = Slot(AmountGroup::Income, "Plants", 1, 2);
   EXPECT_EQ(received.sums.at(past), 1.5);
   EXPECT_EQ(received.sums.at(Slot(AmountGroup::PastPerformance, "Income", 2)), 3.5);

@@ -77,6 +77,18 @@ TEST(ImportWarning, NamesAPeriodWhoseReportsHaveNoAmount) {
   EXPECT_EQ(fakes::FindingsOf(*host.observer, WarningCode::EmptyPeriod), Findings());
 }
 
+TEST(ImportWarning, DoesNotNameAPeriodIfAnyReportHasAnAmount) {
+  for (const char* report : {"300", "310", "320"}) {
+    AmountsHost host;
+    host.quickBooks->majorVersion = 2;
+    host.IncludeAccounts();
+    host.quickBooks->answers[report] = fakes::ReportAnswer(fakes::ReportRow("Rent", {"7"}));
+    host.component.Go();
+    EXPECT_EQ(fakes::FindingsOf(*host.observer, WarningCode::EmptyPeriod), Findings()) << report;
+    EXPECT_EQ(fakes::FindingsOf(*host.observer, WarningCode::UnsupportedProcessor), Findings()) << report;
+  }
+}
+
 TEST(ImportWarning, NamesAccountsThatDifferOnlyInCase) {
   TestHost host;
   host.quickBooks->answers["4"] = AccountAnswer(

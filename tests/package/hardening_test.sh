@@ -27,6 +27,7 @@ for program; do
   Require "RELRO" '^ +GNU_RELRO ' "$segments"
   Require "immediate binding" 'FLAGS_1.*\bNOW\b' "$dynamic"
   Require "a stack that is not executable" '^ +GNU_STACK .* RW +0x' "$segments"
+  Require "the standard library's checks" '__glibcxx_assert_fail' "$symbols"
   Require "the stack protector" '__stack_chk_fail@' "$symbols"
   # Every function that may be called indirectly begins with this instruction. The header says so only where the
   # system's own start code is built that way too.

@@ -16,7 +16,8 @@ namespace krnqb::cli {
 struct Surroundings {
   std::shared_ptr<Clock> clock;  ///< null: the system clock
   bool errorIsTerminal = false;  ///< whether a progress bar can be drawn
-  /// Creates the toolkit that shows dialogs. Throws Error if there is no display. Null if none is built in.
+  /// Creates the toolkit that shows dialogs. Throws Failure if it is not installed and Error if there is no
+  /// display. Null if the program was built without dialogs.
   std::function<std::shared_ptr<ui::Toolkit>()> dialogToolkit = {};
   /// Returns the value of an environment variable, or nothing if it is unset. Null: the process's
   /// environment.

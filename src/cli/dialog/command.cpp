@@ -18,6 +18,8 @@ std::shared_ptr<ui::Dialogs> MakeDialogs(const Surroundings& surroundings) {
   }
   try {
     return std::make_shared<ui::Dialogs>(surroundings.dialogToolkit());
+  } catch (const Failure&) {
+    throw;
   } catch (const Error& error) {
     throw Failure(ExitCode::Failed, showingFailed, error, "run it on a desktop, or under xvfb-run");
   }

@@ -7,7 +7,8 @@
 
 namespace krnqb::cli {
 
-/// Returns a function that creates the toolkit this program was built with; null if it was built without one.
+/// Returns a function that creates this program's toolkit; null if the program was built without dialogs. The
+/// function throws Failure if the toolkit is not installed, and Error if it cannot show windows.
 std::function<std::shared_ptr<ui::Toolkit>()> DialogToolkit();
 
 }  // namespace krnqb::cli

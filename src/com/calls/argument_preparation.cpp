@@ -48,22 +48,13 @@ Function CalledFunction(ITypeInfo& information, DISPID member, WORD flags) {
   return function;
 }
 
-// Resolves a user-defined type to the VARTYPE of its values.
-VARTYPE UserDefined(ITypeInfo& information, HREFTYPE reference) {
-  ComPointer<ITypeInfo> referred;
-  Check(information.GetRefTypeInfo(reference, referred.Receive()));
-  const Attributes attributes = AttributesOf(*referred);
-  if (attributes->typekind == TKIND_ENUM) return VT_I4;
-  if (attributes->typekind != TKIND_ALIAS) return VT_DISPATCH;
-  const TYPEDESC& alias = attributes->tdescAlias;
-  return alias.vt == VT_USERDEFINED ? UserDefined(*referred, alias.hreftype) : alias.vt;
-}
-
+// Returns the VARTYPE of a type's values. The types of the component's own library are enumerations and
+// interfaces.
 VARTYPE PlainType(ITypeInfo& information, const TYPEDESC& type) {
-  if (type.vt == VT_USERDEFINED) return UserDefined(information, type.hreftype);
-  if (type.vt == VT_INT) return VT_I4;
-  if (type.vt == VT_UINT) return VT_UI4;
-  return type.vt;
+  if (type.vt != VT_USERDEFINED) return type.vt;
+  ComPointer<ITypeInfo> referred;
+  Check(information.GetRefTypeInfo(type.hreftype, referred.Receive()));
+  return AttributesOf(*referred)->typekind == TKIND_ENUM ? VT_I4 : VT_DISPATCH;
 }
 
 bool IsLeftOut(const VARIANT* value) {

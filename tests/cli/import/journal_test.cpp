@@ -79,6 +79,16 @@ TEST(StrictImport, WritesNothingWhenAmountsWereLeftOut) {
   EXPECT_EQ(ReadText(plan), before);
 }
 
+TEST(StrictImport, WritesNothingWhenAmountsWereLeftOutWithoutAWarning) {
+  const Workplace place;
+  place.NurseryYear();
+  const Words income{"--income", "--balances", "all"};
+  EXPECT_EQ(RunProgram(place.ImportArguments("ald.kpf", With(income, {"--dry-run"}))).err, "");
+  const ProgramRun run = RunProgram(place.ImportArguments("ald.kpf", With(income, {"--strict"})));
+  EXPECT_EQ(run.code, 1);
+  EXPECT_NE(run.err.find("nothing was written (--strict)"), std::string::npos) << run.err;
+}
+
 TEST(StrictImport, WritesThePlanWhenIncompleteIsAccepted) {
   const Workplace place;
   place.NurseryYear();

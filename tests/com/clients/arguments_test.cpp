@@ -122,6 +122,70 @@ TEST(Arguments, AcceptTypedReferences) {
   EXPECT_EQ(L"", result.AsText());
 }
 
+// Calls a method with one argument, a variable of the caller's.
+HRESULT CallWithVariable(const LateBound& exchange, const wchar_t* method, VARTYPE type, void* variable) {
+  VARIANT argument{};
+  argument.vt = static_cast<VARTYPE>(VT_BYREF | type);
+  argument.byref = variable;
+  DISPPARAMS parameters{&argument, nullptr, 1, 0};
+  Value result;
+  return exchange.Get()->Invoke(exchange.Member(method), IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                                &parameters, result.Receive(), nullptr, nullptr);
+}
+
+// Returns what a variable of a type holds after a method that takes a whole number has been called with it.
+template <typename Number>
+Number AfterCall(VARTYPE type, Number number) {
+  EXPECT_EQ(S_OK, CallWithVariable(NewLateBoundExchange(), L"KRNSerialize", type, &number)) << type;
+  return number;
+}
+
+TEST(Arguments, AreWrittenBackInTheTypeOfTheCallersVariable) {
+  EXPECT_EQ(1, AfterCall<signed char>(VT_I1, 1));
+  EXPECT_EQ(1, AfterCall<unsigned char>(VT_UI1, 1));
+  EXPECT_EQ(1, AfterCall<short>(VT_I2, 1));
+  EXPECT_EQ(1, AfterCall<unsigned short>(VT_UI2, 1));
+  EXPECT_EQ(VARIANT_TRUE, AfterCall<VARIANT_BOOL>(VT_BOOL, VARIANT_TRUE));
+  EXPECT_EQ(1, AfterCall<int>(VT_I4, 1));
+  EXPECT_EQ(1U, AfterCall<unsigned>(VT_UI4, 1));
+  EXPECT_EQ(1, AfterCall<int>(VT_INT, 1));
+  EXPECT_EQ(1U, AfterCall<unsigned>(VT_UINT, 1));
+  EXPECT_EQ(1, AfterCall<long long>(VT_I8, 1));
+  EXPECT_EQ(1U, AfterCall<unsigned long long>(VT_UI8, 1));
+  // The method's own variable is a whole number, and that is what returns.
+  EXPECT_EQ(3.0F, AfterCall<float>(VT_R4, 2.6F));
+  EXPECT_EQ(3.0, AfterCall<double>(VT_R8, 2.6));
+  EXPECT_EQ(3.0, AfterCall<DATE>(VT_DATE, 2.6));
+  EXPECT_EQ(30'000, AfterCall<long long>(VT_CY, 26'000));  // ten-thousandths
+  BSTR text = SysAllocString(L" 2.6 ");
+  EXPECT_EQ(S_OK, CallWithVariable(NewLateBoundExchange(), L"KRNSerialize", VT_BSTR, &text));
+  EXPECT_EQ(L"3", std::wstring(text));
+  SysFreeString(text);
+}
+
+TEST(Arguments, KeepAnObjectInTheCallersVariable) {
+  const LateBound exchange = NewLateBoundExchange();
+  const Held<IDispatch> tables = exchange.Call(L"GetTablesAffected").value.AsObject();
+  for (const VARTYPE type : {VT_DISPATCH, VT_UNKNOWN}) {
+    IDispatch* variable = tables.Get();
+    variable->AddRef();
+    const ULONG references = variable->AddRef();
+    variable->Release();
+    EXPECT_EQ(S_OK, CallWithVariable(exchange, L"MonthsOfActivity", type, &variable)) << type;
+    EXPECT_EQ(tables.Get(), variable);
+    EXPECT_EQ(references, variable->AddRef());
+    variable->Release();
+    variable->Release();
+  }
+}
+
+TEST(Arguments, AreATypeMismatchIfTheirVariableIsMissing) {
+  const LateBound exchange = NewLateBoundExchange();
+  for (const VARTYPE type : {VT_I4, VT_BSTR, VT_VARIANT}) {
+    EXPECT_EQ(DISP_E_TYPEMISMATCH, CallWithVariable(exchange, L"KRNSerialize", type, nullptr)) << type;
+  }
+}
+
 TEST(Arguments, RequireTheNullInterfaceIdentifier) {
   const LateBound exchange = NewLateBoundExchange();
   const DISPID member = exchange.Member(L"KRNProduct");

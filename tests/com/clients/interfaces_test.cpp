@@ -107,6 +107,41 @@ TEST(Interfaces, ConnectionsAreEnumerated) {
   EXPECT_EQ(S_FALSE, copy->Skip(1));
 }
 
+TEST(Interfaces, RefuseNullPointers) {
+  const Exchange exchange = NewExchange();
+  EXPECT_EQ(E_POINTER, exchange->GetTypeInfoCount(nullptr));
+  EXPECT_EQ(E_POINTER, exchange->GetTypeInfo(0, LOCALE_USER_DEFAULT, nullptr));
+  DISPID member = 0;
+  EXPECT_EQ(E_POINTER, exchange->GetIDsOfNames(IID_NULL, nullptr, 1, LOCALE_USER_DEFAULT, &member));
+  LPOLESTR name = const_cast<LPOLESTR>(L"Go");
+  EXPECT_EQ(E_POINTER, exchange->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, nullptr));
+  EXPECT_EQ(E_INVALIDARG, exchange->Invoke(1, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, nullptr,
+                                           nullptr, nullptr, nullptr));
+  const auto provider = exchange.As<IProvideClassInfo2>();
+  EXPECT_EQ(E_POINTER, provider->GetClassInfo(nullptr));
+  EXPECT_EQ(E_POINTER, provider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, nullptr));
+  const auto container = exchange.As<IConnectionPointContainer>();
+  EXPECT_EQ(E_POINTER, container->EnumConnectionPoints(nullptr));
+  EXPECT_EQ(E_POINTER, container->FindConnectionPoint(__uuidof(__QBDataExchange), nullptr));
+  Held<IConnectionPoint> point;
+  ASSERT_EQ(S_OK, container->FindConnectionPoint(__uuidof(__QBDataExchange), point.Receive()));
+  EXPECT_EQ(E_POINTER, point->GetConnectionInterface(nullptr));
+  EXPECT_EQ(E_POINTER, point->GetConnectionPointContainer(nullptr));
+  DWORD cookie = 7;
+  EXPECT_EQ(E_POINTER, point->Advise(nullptr, &cookie));
+  EXPECT_EQ(0U, cookie);
+  EXPECT_EQ(E_POINTER, point->Advise(ClientSink::Make().Get(), nullptr));
+  EXPECT_EQ(E_POINTER, point->EnumConnections(nullptr));
+  Held<IEnumConnections> connections;
+  ASSERT_EQ(S_OK, point->EnumConnections(connections.Receive()));
+  ULONG fetched = 7;
+  EXPECT_EQ(E_POINTER, connections->Next(1, nullptr, &fetched));
+  EXPECT_EQ(0U, fetched);
+  CONNECTDATA data[2]{};
+  EXPECT_EQ(E_POINTER, connections->Next(2, data, nullptr));
+  EXPECT_EQ(E_POINTER, connections->Clone(nullptr));
+}
+
 TEST(Interfaces, TheFactoryRefusesAggregation) {
   const auto factory = FactoryOf(CLSID_QBDataExchange);
   ASSERT_TRUE(factory);

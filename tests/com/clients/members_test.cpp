@@ -208,6 +208,20 @@ TEST(Members, NothingEmptyAndNullReleaseThePlan) {
   }
 }
 
+TEST(Members, APlanWithoutAutomationIsReturnedAsItWasGiven) {
+  const Exchange exchange = NewExchange();
+  Held<IMalloc> memory;
+  ASSERT_EQ(S_OK, CoGetMalloc(1, memory.Receive()));
+  VARIANT plan{};
+  plan.vt = VT_UNKNOWN;
+  plan.punkVal = memory.Get();
+  ASSERT_EQ(S_OK, exchange->putref_KRNPlanData(plan));
+  Value held;
+  ASSERT_EQ(S_OK, exchange->get_KRNPlanData(held.Receive()));
+  ASSERT_EQ(VT_UNKNOWN, held.Type());
+  EXPECT_EQ(memory.As<IUnknown>().Get(), Held<IUnknown>::Sharing(held.Raw().punkVal).As<IUnknown>().Get());
+}
+
 TEST(Members, APlanThatIsNotAnObjectIsATypeMismatch) {
   const Exchange exchange = NewExchange();
   exchange->putref_KRNPlanData(Value(NamedObject::Make().Get()).Raw());

@@ -108,6 +108,40 @@ TEST(Plans, AreATypeMismatchIfTheyRefuseEveryFormOfText) {
   EXPECT_EQ(13, number);
 }
 
+TEST(Plans, FailTheImportIfTheirDataIsNoObject) {
+  struct Case {
+    const char* what;
+    NamedObject::Function give;
+    long number;
+  };
+  Held<IMalloc> memory;
+  ASSERT_EQ(S_OK, CoGetMalloc(1, memory.Receive()));
+  const std::vector<Case> cases{
+      {"Nothing", [](const HostCall& call) { return GiveObject(call, nullptr); }, 91},
+      {"a text", [](const HostCall& call) { return GiveText(call, L"data"); }, 424},
+      {"an object without automation",
+       [&](const HostCall& call) {
+         call.result->vt = VT_UNKNOWN;
+         call.result->punkVal = memory.Get();
+         memory->AddRef();
+         return S_OK;
+       },
+       438}};
+  const Replaying recording(L"1.1-ald-none");
+  for (const Case& test : cases) {
+    SCOPED_TRACE(test.what);
+    const auto plan = NamedObject::Make();
+    plan->Add(L"Data", DISPATCH_METHOD | DISPATCH_PROPERTYGET, test.give);
+    const Exchange exchange = NewExchange();
+    Configure(exchange, {"1.1", "ald", "none"}, plan.Get());
+    VARIANT_BOOL imported = VARIANT_FALSE;
+    EXPECT_EQ(S_OK, exchange->Go(&imported));
+    long number = 0;
+    exchange->get_ErrorNumber(&number);
+    EXPECT_EQ(test.number, number);
+  }
+}
+
 TEST(Plans, MayLackATable) {
   const Accounts accounts;
   auto bri = std::make_shared<PlanState>("recordings\\bri.kpf");

@@ -98,6 +98,18 @@ TEST(Session, SendsARequestVerbatimAndReturnsTheResponseText) {
   EXPECT_EQ(L"the recording holds no answer to the request <none/>", unknown.description);
 }
 
+TEST(Session, SendsNoRequestThatIsNoText) {
+  const Answering answers(1, UsualAnswers());
+  const LateBound exchange = NewLateBoundExchange();
+  EXPECT_TRUE(exchange.Call(L"QbSerialize", {Value()}).value.IsEmpty());
+  const Outcome nothing = exchange.Call(L"QbSerialize", {Value(static_cast<IDispatch*>(nullptr))});
+  EXPECT_EQ(DISP_E_EXCEPTION, nothing.result);
+  EXPECT_EQ(RunTimeError(91), nothing.exception.scode);
+  const Outcome object = exchange.Call(L"QbSerialize", {Value(NamedObject::Make().Get())});
+  EXPECT_EQ(DISP_E_EXCEPTION, object.result);
+  EXPECT_EQ(RunTimeError(13), object.exception.scode);
+}
+
 TEST(Session, FailsTheVersionCheckIfQuickBooksIsUnreachable) {
   const Variable refused(L"KRNQB_REFUSED_CALL", L"creation");
   const Variable number(L"KRNQB_REFUSAL_NUMBER", L"80040154");

@@ -57,6 +57,11 @@ TEST(CompanyElementTree, HasWhatADocumentHas) {
   }
 }
 
+TEST(CompanyElementTree, ReadsReferencesOfEitherBase) {
+  ElementTree tree;
+  EXPECT_EQ(tree.Read("<r>&#8364; &#x20AC; &#x20ac;</r>").Text(), "\u20ac \u20ac \u20ac");
+}
+
 TEST(CompanyElementTree, IsEmptyIfTagsAreMissing) {
   ElementTree tree;
   for (const std::string_view text :

@@ -76,6 +76,16 @@ TEST_F(AmountWarnings, NameASpreadBalanceItsMonthsAndTheSubAccountsNotInIt) {
                                                            .months = {1}}}));
 }
 
+TEST_F(AmountWarnings, NameOnlyTheSubAccountsOfTheSpreadAccountItself) {
+  SetExpenses(BalanceAccount("E-1", "Rent", "1200.00") + BalanceAccount("E-2", "Utilities", "0") +
+              BalanceAccount("E-3", "Gas", "26000", "E-2"));
+  Bill(ExpenseLine(AccountRef("E-3") + Amount("10")));
+  const Findings spread = Import(WarningCode::BalanceSpread);
+  ASSERT_EQ(spread.size(), 1U);
+  EXPECT_EQ(spread[0].name, "Rent");
+  EXPECT_EQ(spread[0].otherAmount, 0);
+}
+
 TEST_F(AmountWarnings, DoNotNameABalanceThatIsNotSpread) {
   SetExpenses(BalanceAccount("E-1", "Rent", "0") + BalanceAccount("E-2", "Utilities", "2214.80"));
   Bill(ExpenseLine(AccountRef("E-2") + Amount("10")));

@@ -2,12 +2,12 @@
 
 #include <QMessageBox>
 
-#include "cli/workplace.h"
+#include "ui/qt/module_toolkit.h"
 #include "ui/qt/person.h"
 #include "ui/qt/text.h"
-#include "ui/qt/toolkit.h"
 
-// End to end: the command line, the window, the component, the company file and the plan file.
+// End to end: the command line, the module with the window, the component, the company file and the plan
+// file.
 namespace krnqb::ui::qt {
 namespace {
 
@@ -20,10 +20,6 @@ using tests::Find;
 using tests::Person;
 using tests::Press;
 
-cli::Surroundings OnAScreen() {
-  return {.clock = cli::tests::JanuaryClock(), .errorIsTerminal = false, .dialogToolkit = QtToolkit};
-}
-
 struct ImportWindow : testing::Test {
   ~ImportWindow() override {
     EXPECT_TRUE(person.Done());
@@ -31,8 +27,8 @@ struct ImportWindow : testing::Test {
   }
 
   ProgramRun ShowOptions(const std::string& plan) const {
-    return RunProgram({"dialog", "options", "--company", place / "nursery.qbw", "--plan", place / plan},
-                      OnAScreen());
+    return tests::RunWithModule(
+        {"dialog", "options", "--company", place / "nursery.qbw", "--plan", place / plan});
   }
 
   const Workplace place;

@@ -17,6 +17,7 @@ class Person {
   using Deed = std::function<void(QWidget& window)>;
 
   Person();
+  ~Person() = default;
   Person(const Person&) = delete;
   Person& operator=(const Person&) = delete;
 

@@ -2,24 +2,21 @@
 
 #include <QLineEdit>
 
-#include "cli/workplace.h"
+#include "ui/qt/module_toolkit.h"
 #include "ui/qt/person.h"
 #include "ui/qt/text.h"
-#include "ui/qt/toolkit.h"
 
 namespace krnqb::ui::qt {
 namespace {
 
 using cli::tests::ProgramRun;
-using cli::tests::RunProgram;
 using cli::tests::Workplace;
 using tests::Find;
 using tests::Person;
 using tests::Press;
 
 ProgramRun Show(const std::string& dialog) {
-  return RunProgram({"dialog", dialog},
-                    {.clock = nullptr, .errorIsTerminal = false, .dialogToolkit = QtToolkit});
+  return tests::RunWithModule({"dialog", dialog});
 }
 
 struct DialogCommand : testing::Test {

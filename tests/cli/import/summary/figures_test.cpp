@@ -69,6 +69,13 @@ TEST(ImportSummary, ListsNamedNewRowsWithTheSumsOfTheirYear) {
   EXPECT_FALSE(planned.added[expenses][0].actual);
 }
 
+TEST(ImportSummary, DoesNotListANewRowWithoutAName) {
+  PlanContent after = After();
+  after[0].blocks[0].rows[1][0] = "*null*";
+  ASSERT_FALSE(plan_file::CompareTables(Before(), after).empty());
+  EXPECT_TRUE(Summary(BalImport_All, Before(), after).added[expenses].empty());
+}
+
 TEST(ImportSummary, CountsGrowthFormulasThatAreCleared) {
   PlanContent cleared = After();
   for (std::size_t column = 2; column < 14; ++column) cleared[0].blocks[0].rows[1][column] = "*null*";

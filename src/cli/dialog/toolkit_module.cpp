@@ -1,10 +1,10 @@
+#include "cli/dialog/module.h"
 #include "cli/dialog/toolkit.h"
-#include "ui/qt/toolkit.h"
 
 namespace krnqb::cli {
 
 std::function<std::shared_ptr<ui::Toolkit>()> DialogToolkit() {
-  return ui::qt::QtToolkit;
+  return [] { return LoadToolkit(DialogModule()); };
 }
 
 }  // namespace krnqb::cli
