@@ -14,7 +14,7 @@ PATH="$programs:$PATH"
 RunDocument() {
   local document=$1 least=$2 place=$folder/$1 count command
   mkdir -p "$place"
-  ln -s "$tree/samples" "$place/samples"
+  cp -r "$tree/samples" "$place/samples"
   awk '/^```sh$/ { inside = 1; next } /^```/ { inside = 0 } inside && /^(krnqb|cp) /' "$tree/$document" >"$place/lines"
   count=$(wc -l <"$place/lines")
   if [ "$count" -lt "$least" ]; then

@@ -10,7 +10,7 @@ std::error_code LastSystemError() noexcept {
 
 std::string ReasonText(std::error_code reason) {
   const std::error_condition condition = reason.default_error_condition();
-  if (condition == std::errc::text_file_busy) return "another program has it open";
+  if (condition == std::errc::text_file_busy) return "another program has the file open";
   if (condition == std::errc::too_many_symbolic_link_levels) return "it is a link";
   return condition.message();
 }

@@ -79,6 +79,22 @@ class SystemMemory {
   PSECURITY_DESCRIPTOR memory_ = nullptr;
 };
 
+// The search for the entries of a folder.
+class FolderSearch {
+ public:
+  explicit FolderSearch(HANDLE search) noexcept : search_(search) {}
+  FolderSearch(const FolderSearch&) = delete;
+  FolderSearch& operator=(const FolderSearch&) = delete;
+  ~FolderSearch() {
+    if (*this) FindClose(search_);
+  }
+  explicit operator bool() const noexcept { return search_ != INVALID_HANDLE_VALUE; }
+  HANDLE Get() const noexcept { return search_; }
+
+ private:
+  HANDLE search_;
+};
+
 // Disks without permissions have none to keep.
 std::error_code PermissionResult(DWORD error) noexcept {
   const bool unsupported =
@@ -86,10 +102,27 @@ std::error_code PermissionResult(DWORD error) noexcept {
   return unsupported ? Success() : SystemError(ErrnoOfWindowsError(error));
 }
 
-// Whether a file cannot be replaced because it is open: it may be removed, or that is refused for this
-// reason.
+// Whether another program has a file open so that it cannot be renamed, replaced or removed.
 bool IsHeldOpen(const fs::path& file) noexcept {
-  return OpenShared(file, DELETE, OPEN_EXISTING) || errno == ETXTBSY;
+  return !OpenShared(file, DELETE, OPEN_EXISTING) && errno == ETXTBSY;
+}
+
+// A file that may be removed is not replaced only because a program has it open.
+bool MayBeRemoved(const fs::path& file) noexcept {
+  return static_cast<bool>(OpenShared(file, DELETE, OPEN_EXISTING));
+}
+
+// Returns whether a condition becomes true within two seconds: virus scanners and indexers hold a file open
+// for a moment.
+template <typename Condition>
+bool BecomesTrue(const Condition& condition) {
+  constexpr int mostTries = 20;
+  constexpr DWORD pauseMilliseconds = 100;
+  for (int tries = 1; !condition(); ++tries) {
+    if (tries == mostTries) return false;
+    Sleep(pauseMilliseconds);
+  }
+  return true;
 }
 
 std::error_code Move(const fs::path& from, const fs::path& to, DWORD flags) noexcept {
@@ -175,6 +208,8 @@ std::error_code SystemFileOperations::Sync(const FileDescriptor& file) {
 }
 
 std::error_code SystemFileOperations::KeepPrevious(const fs::path& file, const fs::path& backup) {
+  // A second name of a file that is held open can be neither renamed nor removed.
+  if (!BecomesTrue([&] { return !IsHeldOpen(file); })) return SystemError(ETXTBSY);
   const fs::path unfinished = WithSuffix(backup, ".tmp");
   Remove(unfinished);
   std::error_code failure = AddName(file, unfinished);
@@ -184,18 +219,14 @@ std::error_code SystemFileOperations::KeepPrevious(const fs::path& file, const f
   return failure;
 }
 
-// A file that another program reads for a moment, as virus scanners and indexers do, can be replaced after
-// that.
 std::error_code SystemFileOperations::Rename(const fs::path& from, const fs::path& to) {
-  constexpr int mostTries = 20;
-  constexpr DWORD pauseMilliseconds = 100;
-  for (int tries = 1;; ++tries) {
-    const std::error_code failure = Move(from, to, MOVEFILE_REPLACE_EXISTING);
+  std::error_code failure;
+  const auto moved = [&] {
+    failure = Move(from, to, MOVEFILE_REPLACE_EXISTING);
     const bool refused = failure == std::errc::permission_denied || failure == std::errc::text_file_busy;
-    if (!refused || !IsHeldOpen(to)) return failure;
-    if (tries == mostTries) return SystemError(ETXTBSY);
-    Sleep(pauseMilliseconds);
-  }
+    return !refused || !(IsHeldOpen(to) || MayBeRemoved(to));
+  };
+  return BecomesTrue(moved) ? failure : SystemError(ETXTBSY);
 }
 
 std::error_code SystemFileOperations::RenameToNew(const fs::path& from, const fs::path& to) {
@@ -224,12 +255,14 @@ std::error_code SystemFileOperations::ListFolder(const fs::path& folder, std::ve
   if (attributes == INVALID_FILE_ATTRIBUTES) return LastWindowsError();
   if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return SystemError(ENOTDIR);
   if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) return SystemError(ELOOP);
-  std::error_code failure;
-  fs::directory_iterator entry(folder, failure);
-  for (const fs::directory_iterator end; !failure && entry != end; entry.increment(failure)) {
-    names.push_back(TextOfPath(entry->path().filename()));
-  }
-  return failure;
+  WIN32_FIND_DATAW entry{};
+  const FolderSearch search(FindFirstFileW((folder / L"*").c_str(), &entry));
+  if (!search) return LastWindowsError();
+  do {
+    const std::wstring_view name = entry.cFileName;
+    if (name != L"." && name != L"..") names.push_back(Utf8(name));
+  } while (FindNextFileW(search.Get(), &entry) != FALSE);
+  return GetLastError() == ERROR_NO_MORE_FILES ? Success() : LastWindowsError();
 }
 
 void SystemFileOperations::RemoveFolder(const fs::path& folder) noexcept {

@@ -1,43 +1,11 @@
 # shellcheck shell=bash
 # The command line: krnqb.exe and the Linux krnqb run the same commands, from a new company to an undone import, on files
 # whose names need Unicode, and must print and write the same.
-Built krnqb.exe
-stage=$root$work/stage
-linux=$root$work/linux
-outputs=$root$work/outputs
-mkdir -p "$linux" "$outputs"
+source ./suites/both_systems.sh
 for folder in "$stage" "$linux"; do
   cp "$tree"/samples/nursery/*.xml "$folder/"
   cp "$tree/samples/plans/nursery-ald.kpf" "$folder/Gärtnerei 苗圃.kpf"
 done
-
-# Readable: prints what a program has printed without what differs from run to run and from system to system: times,
-# durations and the folder.
-Readable() {
-  tr -d '\r' | sed -E -e 's/[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}/TIME/g' -e 's/[0-9.]+ (s|ms)\b/DURATION/g' \
-    -e 's#[A-Z]:\\[^:;,]*\\stage\\#FOLDER/#g' -e "s#$linux/#FOLDER/#g"
-}
-
-# Same CODE ARGUMENT...: runs a command on both systems. Both must end with CODE and print the same.
-Same() {
-  local code=$1 onWindows=0 onLinux=0
-  shift
-  Windows 120 krnqb.exe "$@" >"$outputs/windows.out" 2>"$outputs/windows.err" || onWindows=$?
-  (cd "$linux" && "$KRNQB_PROGRAM" "$@" >"$outputs/linux.out" 2>"$outputs/linux.err") || onLinux=$?
-  local stream
-  for stream in out err; do
-    diff <(Readable <"$outputs/linux.$stream") <(Readable <"$outputs/windows.$stream") ||
-      Fail "krnqb $*: std$stream differs (< Linux, > Windows)"
-  done
-  [ "$onLinux" = "$code" ] || Fail "krnqb $*: exit code $onLinux on Linux, not $code"
-  [ "$onWindows" = "$code" ] || Fail "krnqb $*: exit code $onWindows on Windows, not $code"
-}
-
-# Without the stamp that each save writes.
-WithoutStamp() { sed -E 's#<lastsavedid>[^<]*#<lastsavedid>#' "$1"; }
-SamePlan() {
-  cmp <(WithoutStamp "$linux/$1") <(WithoutStamp "$stage/$1") || Fail "$2: the plans differ"
-}
 
 company='Höhle – 苗圃.qbw'
 plan='Gärtnerei 苗圃.kpf'
@@ -79,6 +47,21 @@ done
 (cd "$linux" && "$KRNQB_PROGRAM" "${import[@]}" --quiet 2>/dev/null)
 SamePlan "$plan" "two imports at once"
 
-# An output whose reader has ended, and streams that are closed.
-Windows 60 krnqb.exe plan show "$plan" --values | head -n 1 >/dev/null || true
-Windows 60 krnqb.exe plan show "$plan" >&- || [ $? = 1 ] || Fail "a closed standard output"
+# Imports of every product, processor version and choice of balances, from recordings.
+declare -i compared=0
+cp "$area"/recordings/*.jsonl "$stage/"
+cp "$area"/recordings/*.jsonl "$linux/"
+for recording in "$area"/recordings/*.jsonl; do
+  name=$(basename "$recording" .jsonl)
+  product=${name#*-}
+  product=${product%-*}
+  for folder in "$stage" "$linux"; do cp "$area/recordings/$product.kpf" "$folder/imported.kpf"; done
+  options=(--expenses --income --past-performance --balances "${name##*-}")
+  if [ "${name##*-}" != none ]; then options+=(--growth-income 10 --growth-cogs 5 --growth-expenses 3); fi
+  if [ "$product" = bri ]; then options+=(--select-all-expenses); fi
+  Same 0 import --replay "$name.jsonl" --plan imported.kpf "${options[@]}"
+  SamePlan imported.kpf "$name"
+  compared+=1
+done
+[ $compared -ge 24 ] || Fail "only $compared recordings"
+echo "$compared imports printed and wrote the same on both systems"
