@@ -36,3 +36,27 @@ WithoutStamp() { sed -E 's#<lastsavedid>[^<]*#<lastsavedid>#' "$1"; }
 SamePlan() {
   cmp <(WithoutStamp "$linux/$1") <(WithoutStamp "$stage/$1") || Fail "$2: the plans differ"
 }
+
+# ProcessOf PARENT: prints the process that Windows runs the program in; the parent is a function in the background.
+ProcessOf() {
+  local child
+  for child in $(cat "/proc/$1/task/$1/children" 2>/dev/null); do
+    if grep -qaz '^krnqb.exe$' "/proc/$child/cmdline" 2>/dev/null && ! grep -qaz '^timeout$' "/proc/$child/cmdline"; then
+      echo "$child"
+      return 0
+    fi
+    ProcessOf "$child" && return 0
+  done
+  return 1
+}
+
+# ProgramAsScript FILE: writes a script that is krnqb.exe for this system, in the folder where it is called.
+ProgramAsScript() {
+  {
+    echo '#!/usr/bin/env bash'
+    declare -p root work home tellingNames wineArchitecture wineServer wineProgram
+    declare -f InSystem
+    echo 'InSystem "$work/prefix" "${PWD#"$root"}" "$wineProgram" "$work/stage/krnqb.exe" "$@"'
+  } >"$1"
+  chmod +x "$1"
+}

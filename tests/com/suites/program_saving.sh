@@ -66,19 +66,6 @@ cmp "$stage/ald.kpf" "$stage/held.kpf" || Fail "held for long: the plan has chan
 kill $holder 2>/dev/null || true
 wait $holder 2>/dev/null || true
 
-# ProcessOf PARENT: prints the process that Windows runs the program in; the parent is a function in the background.
-ProcessOf() {
-  local child
-  for child in $(cat "/proc/$1/task/$1/children" 2>/dev/null); do
-    if grep -qaz '^krnqb.exe$' "/proc/$child/cmdline" 2>/dev/null && ! grep -qaz '^timeout$' "/proc/$child/cmdline"; then
-      echo "$child"
-      return 0
-    fi
-    ProcessOf "$child" && return 0
-  done
-  return 1
-}
-
 # KillAfter MILLISECONDS: starts an import and kills it.
 KillAfter() {
   Windows 60 krnqb.exe "${import[@]}" --plan killed.kpf 2>/dev/null &
