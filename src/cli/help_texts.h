@@ -65,7 +65,8 @@ inline constexpr std::string_view accounts =
 
 inline constexpr std::string_view companies =
     R"(The folder is --quickbooks-folder, else the environment variable
-KRNQB_QUICKBOOKS_FOLDER, else "quickbooks-folder" in ~/.config/krnqb/config.ini.
+KRNQB_QUICKBOOKS_FOLDER, else "quickbooks-folder" in ~/.config/krnqb/config.ini
+(Windows: %APPDATA%\krnqb\config.ini, else the folder in the registry).
 
 Examples:
   krnqb companies --quickbooks-folder samples

@@ -8,8 +8,10 @@
 
 #include "cli/console/attempt.h"
 #include "cli/system/environment.h"
+#include "component/company_list.h"
 #include "files/input_file.h"
 #include "support/path_text.h"
+#include "support/system_registry.h"
 
 namespace krnqb::cli {
 namespace {
@@ -63,10 +65,23 @@ std::optional<std::string> NamedFolder(const std::optional<std::string>& typed,
   return ConfiguredFolder(PathFrom(*folder) / PathFrom(settings.below) / "krnqb" / "config.ini");
 }
 
+// Returns what the installation of QuickBooks has left in the registry of a system that has one.
+std::optional<std::string> RegisteredFolder() {
+  OutsideWorld world;
+  world.registry = SystemRegistry();
+  if (!world.registry) return std::nullopt;
+  try {
+    return FindQuickBooksFolder(world).path;
+  } catch (const Error&) {
+    return std::nullopt;
+  }
+}
+
 }  // namespace
 
 std::string QuickBooksFolderPath(const std::optional<std::string>& typed, const Surroundings& surroundings) {
-  const auto folder = NamedFolder(typed, surroundings);
+  auto folder = NamedFolder(typed, surroundings);
+  if (!folder) folder = RegisteredFolder();
   if (!folder) {
     throw CommandFailure(listingFailed, "the folder of the QuickBooks program is unknown",
                          fmt::format("give --quickbooks-folder DIR, set {}, or add {} = DIR to "

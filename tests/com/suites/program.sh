@@ -65,3 +65,19 @@ for recording in "$area"/recordings/*.jsonl; do
 done
 [ $compared -ge 24 ] || Fail "only $compared recordings"
 echo "$compared imports printed and wrote the same on both systems"
+
+# The companies of QuickBooks are in the folder of its program, which the registry has.
+Windows 60 krnqb.exe companies >/dev/null 2>"$outputs/err" && Fail "an unknown folder of QuickBooks"
+grep -q 'the folder of the QuickBooks program is unknown; give --quickbooks-folder DIR' "$outputs/err" ||
+  Fail "an unknown folder of QuickBooks: $(cat "$outputs/err")"
+mkdir "$stage/Büro"
+cp "$stage/$company" "$stage/Büro/Erste.qbw"
+program='HKLM\SOFTWARE\Microsoft\Windows\CurrentVersion\App Paths\qbw32.exe'
+Windows 60 reg add "$program" /ve /d "Z:${work//\//\\}\\stage\\Büro\\qbw32.exe" /f >/dev/null
+companies=$(Windows 60 krnqb.exe companies | tr -d '\r')
+[ "$companies" = "Z:${work//\//\\}\\stage\\Büro\\Erste.qbw" ] || Fail "the companies of the registry: $companies"
+settings=$(find "$root$work/prefix/drive_c/users" -type d -path '*/AppData/Roaming' | head -n 1)
+mkdir -p "$settings/krnqb"
+echo 'quickbooks-folder = .' >"$settings/krnqb/config.ini"
+companies=$(Windows 60 krnqb.exe companies | tr -d '\r')
+[ "$companies" = "Z:${work//\//\\}\\stage\\$company" ] || Fail "the companies of the configured folder: $companies"

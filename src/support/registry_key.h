@@ -4,7 +4,7 @@
 
 #include "krnqb/outside_world.h"
 
-namespace krnqb::com {
+namespace krnqb {
 
 /// Owns an open registry key; may be empty.
 class RegistryKey {
@@ -27,4 +27,4 @@ inline HKEY RootOf(RegistryHive hive) noexcept {
   return hive == RegistryHive::LocalMachine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
 }
 
-}  // namespace krnqb::com
+}  // namespace krnqb

@@ -1,11 +1,11 @@
-#include "com/registration/system_registry.h"
+#include "support/system_registry.h"
 
 #include <cstring>
 
-#include "com/registration/registry_key.h"
-#include "com/values/text.h"
+#include "support/registry_key.h"
+#include "support/windows_text.h"
 
-namespace krnqb::com {
+namespace krnqb {
 namespace {
 
 using Value = std::variant<std::string, std::uint32_t>;
@@ -47,4 +47,4 @@ std::shared_ptr<Registry> SystemRegistry() {
   return std::make_shared<MachineRegistry>();
 }
 
-}  // namespace krnqb::com
+}  // namespace krnqb
