@@ -11,7 +11,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "support/own_module.h"
+#include "support/windows/own_module.h"
 #include "xml/library.h"
 
 #ifdef _WIN64

@@ -35,6 +35,7 @@ awk '
 
   BEGIN {
     Room("support", "")
+    Room("support/windows", "support")
     Room("xml", "support")
     Room("qbxml", "xml")
     Room("plan", "xml")
@@ -47,8 +48,8 @@ awk '
     Room("component", "import/accounts import/growth import/past_performance")
     Room("ui", "component")
     Room("ui/qt", "ui")
-    Room("ui/win32", "ui")
-    Room("com/values", "support")
+    Room("ui/win32", "ui support/windows")
+    Room("com/values", "support/windows")
     Room("com/calls", "com/values qbxml")
     Room("com/objects", "com/calls")
     Room("com/registration", "com/values")

@@ -1,7 +1,7 @@
 #include "com/calls/type_library.h"
 
 #include "com/values/error_mapping.h"
-#include "support/own_module.h"
+#include "support/windows/own_module.h"
 
 namespace krnqb::com {
 

@@ -1,6 +1,6 @@
 #include "com/registration/registry_writer.h"
 
-#include "support/registry_key.h"
+#include "support/windows/registry_key.h"
 #include "com/values/error_mapping.h"
 
 namespace krnqb::com {

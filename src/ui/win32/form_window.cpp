@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "krnqb/error.h"
-#include "support/own_module.h"
+#include "support/windows/own_module.h"
 #include "support/windows_text.h"
 #include "ui/controls.h"
 #include "ui/win32/control_windows.h"

@@ -1,4 +1,4 @@
-#include "support/own_module.h"
+#include "support/windows/own_module.h"
 
 namespace krnqb {
 

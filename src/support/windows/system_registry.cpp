@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "support/registry_key.h"
+#include "support/windows/registry_key.h"
 #include "support/windows_text.h"
 
 namespace krnqb {
