@@ -27,7 +27,10 @@ class OutputBuffer : public std::streambuf {
   int sync() override;
 
  private:
-  void Write();
+  // A console shows only characters that are written whole.
+  enum class Ending { Any, WholeCharacter };
+
+  int Write(Ending ending);
   void WriteReady(std::string_view& contents);
 
   const FileDescriptor& file_;
