@@ -46,9 +46,7 @@ void CheckImportOptions(const ImportCommand& options) {
   if (!options.expenses && !options.income && !options.pastPerformance) {
     throw WrongUsage("nothing is selected for import", "give --expenses, --income or --past-performance");
   }
-  if (!options.companyFile && !options.replayFile) {
-    throw WrongUsage("no company is given", "give --company FILE, or --replay FILE for a recorded exchange");
-  }
+  RequireOneCompany(options, options.replayFile);
 }
 
 ImportSettings SettleImport(const ImportCommand& options, const plan_file::PlanFile& plan) {
