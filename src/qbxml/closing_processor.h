@@ -15,8 +15,8 @@ class ClosableProcessor : public RequestProcessor {
 };
 
 /// Returns a processor that forwards every call to `inner`, which must not be null. Its destructor ends every
-/// session that was begun and closes the connection if it was opened, whatever has failed in between; failures
-/// to do so are ignored.
+/// session that was begun and closes the connection if it was opened, whatever has failed in between;
+/// failures to do so are ignored.
 std::unique_ptr<RequestProcessor> ClosingProcessor(std::unique_ptr<ClosableProcessor> inner);
 
 }  // namespace krnqb

@@ -103,9 +103,8 @@ RecordedSpan ReadSpan(const RecordedObject& object) {
 }
 
 RecordedLine SpanLine(const RecordedSpan& span) {
-  return {{"from", MonthText(span.from)},
-          {"to", MonthText(span.to)},
-          {"plan_start", MonthText(span.planStart)}};
+  return {
+      {"from", MonthText(span.from)}, {"to", MonthText(span.to)}, {"plan_start", MonthText(span.planStart)}};
 }
 
 RecordedLine VersionLine(const ProcessorVersion& version) {

@@ -148,9 +148,10 @@ ExchangeHeader ReadExchange(std::istream& recording, const std::string& recordin
 std::shared_ptr<ReplayedExchange> ReplayingProcessors(std::istream& recording,
                                                       const std::string& recordingName) {
   auto replayed = std::make_shared<Recording>();
-  replayed->header = ReadExchange(recording, recordingName, [&](std::string&& request, RecordedAnswer&& answer) {
-    replayed->Add(std::move(request), std::move(answer));
-  });
+  replayed->header =
+      ReadExchange(recording, recordingName, [&](std::string&& request, RecordedAnswer&& answer) {
+        replayed->Add(std::move(request), std::move(answer));
+      });
   return std::make_shared<ReplayingFactory>(std::move(replayed));
 }
 

@@ -21,8 +21,9 @@ std::unique_ptr<RequestProcessor> CreateFirstProcessor(const std::vector<Process
     try {
       return processorClass.create();
     } catch (const Error& error) {
-      reasons += fmt::format("{}{}: {} ({:08X})", reasons.empty() ? "" : ", ", processorClass.name,
-                             WithoutFullStop(error.Description()), static_cast<std::uint32_t>(error.Number()));
+      reasons +=
+          fmt::format("{}{}: {} ({:08X})", reasons.empty() ? "" : ", ", processorClass.name,
+                      WithoutFullStop(error.Description()), static_cast<std::uint32_t>(error.Number()));
     }
   }
   throw Error(error_number::cannotCreateObject, reasons);

@@ -18,7 +18,7 @@ struct LivingQuickBooks {
   std::string openCompany;
   std::int16_t majorVersion = 1;
   std::int16_t minorVersion = 1;
-  std::string refusedPart;       ///< a request with this text in it is refused; empty: none
+  std::string refusedPart;        ///< a request with this text in it is refused; empty: none
   std::size_t lastRequest = ~0U;  ///< after so many requests QuickBooks is closed
   std::vector<std::string> requests;
   int sessions = 0;

@@ -15,8 +15,8 @@ ProcessorClass Creatable(const std::string& name, std::vector<std::string>& crea
           .create =
               [name, &created] {
                 created.push_back(name);
-                return std::make_unique<fakes::FakeRequestProcessor>(std::make_shared<fakes::FakeQuickBooks>(),
-                                                                     std::make_shared<fakes::Journal>());
+                return std::make_unique<fakes::FakeRequestProcessor>(
+                    std::make_shared<fakes::FakeQuickBooks>(), std::make_shared<fakes::Journal>());
               },
           .onlyForOtherWidth = [] { return false; }};
 }
@@ -39,8 +39,7 @@ TEST(CreateFirstProcessor, NamesEveryClassWithItsReasonIfNoneCanBeCreated) {
   const auto create = [] { CreateFirstProcessor({Missing("A"), Missing("B", "No such interface")}); };
   const Error error = tests::ThrownError(create);
   EXPECT_EQ(error.Number(), error_number::cannotCreateObject);
-  EXPECT_EQ(error.Description(),
-            "A: Class not registered (80040154), B: No such interface (80040154)");
+  EXPECT_EQ(error.Description(), "A: Class not registered (80040154), B: No such interface (80040154)");
 }
 
 TEST(ClassesForOtherWidth, AreThoseThatOnlyTheOtherWidthFinds) {

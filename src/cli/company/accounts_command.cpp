@@ -9,6 +9,7 @@
 #include "cli/console/attempt.h"
 #include "cli/import/expense_selection.h"
 #include "plan_file/file.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -37,7 +38,8 @@ void MarkSelected(std::vector<AccountNode>& accounts, const XmlElement& selectio
 ExitCode ListAccounts(const AccountsOptions& options, const Console& console,
                       const InterruptWatch& interrupts, const Surroundings& surroundings) {
   std::shared_ptr<plan_file::PlanFile> plan;
-  if (options.planFile) plan = Attempt([&] { return plan_file::PlanFile::Open(*options.planFile); });
+  if (options.planFile)
+    plan = Attempt([&] { return plan_file::PlanFile::Open(PathFrom(*options.planFile)); });
   CompanyInquiry inquiry(options, console, interrupts, surroundings);
   QBDataExchange& exchange = inquiry.Exchange();
 

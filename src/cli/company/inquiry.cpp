@@ -1,5 +1,8 @@
 #include "cli/company/inquiry.h"
 
+#include <utility>
+
+#include "cli/exchange/interruptible_processors.h"
 #include "cli/import/failure.h"
 #include "cli/import/omissions.h"
 
@@ -10,7 +13,9 @@ ImportSource SourceOf(const CompanyChoice& choice, const InterruptWatch& interru
                       const Surroundings& surroundings) {
   ImportCommand options;
   static_cast<CompanyChoice&>(options) = choice;
-  return OpenImportSource(options, interrupts, surroundings);
+  ImportSource source = OpenImportSource(options, interrupts, surroundings);
+  source.processors = InterruptibleProcessors(std::move(source.processors), interrupts);
+  return source;
 }
 
 }  // namespace

@@ -57,8 +57,7 @@ ExitCode PrintChosen(const Variant& path, const Console& console) {
 void CheckOptions(const DialogOptions& options, const Console& console) {
   if (options.dialog != DialogName::Options) {
     if (options.companyFile) Warn(console, "--company is ignored because only the options dialog imports");
-    if (options.quickBooks)
-      Warn(console, "--quickbooks is ignored because only the options dialog imports");
+    if (options.quickBooks) Warn(console, "--quickbooks is ignored because only the options dialog imports");
     if (options.planFile) Warn(console, "--plan is ignored because only the options dialog imports");
     return;
   }

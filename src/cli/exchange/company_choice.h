@@ -15,8 +15,8 @@ struct CompanyChoice {
 /// Throws Failure (WrongUsage) unless exactly one of them is given.
 void RequireOneCompany(const CompanyChoice& choice);
 
-/// The same for a command that reads recordings too. With `replayFile` no company is needed, and QuickBooks is
-/// refused.
+/// The same for a command that reads recordings too. With `replayFile` no company is needed, and QuickBooks
+/// is refused.
 void RequireOneCompany(const CompanyChoice& choice, const std::optional<std::string>& replayFile);
 
 }  // namespace krnqb::cli

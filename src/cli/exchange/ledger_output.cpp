@@ -3,6 +3,7 @@
 #include "cli/console/attempt.h"
 #include "cli/console/interrupt_watch.h"
 #include "cli/console/version.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -14,8 +15,9 @@ constexpr std::string_view remedy =
 }  // namespace
 
 LedgerOutput::LedgerOutput(const std::string& file)
-    : writer_(Attempt(failed, remedy,
-                      [&] { return ledger::LedgerWriter(file, InterruptRequested, operations_); })) {}
+    : writer_(Attempt(failed, remedy, [&] {
+        return ledger::LedgerWriter(PathFrom(file), InterruptRequested, operations_);
+      })) {}
 
 void LedgerOutput::Finish(const ledger::LedgerFacts& facts) {
   Attempt(failed, remedy, [&] { writer_.Finish(facts); });

@@ -6,8 +6,8 @@
 
 namespace krnqb::cli {
 
-/// Returns the classes of QuickBooks' request processor on this machine, in the order in which they are tried.
-/// Throws Failure on a system without QuickBooks.
+/// Returns the classes of QuickBooks' request processor on this machine, in the order in which they are
+/// tried. Throws Failure on a system without QuickBooks.
 std::vector<ProcessorClass> MachineProcessorClasses();
 
 }  // namespace krnqb::cli

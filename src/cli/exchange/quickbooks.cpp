@@ -42,8 +42,8 @@ std::string WhatToDo(const std::vector<ProcessorClass>& classes) {
   const std::vector<std::string> otherWidth = ClassesForOtherWidth(classes);
   if (otherWidth.empty()) return "install QuickBooks on this machine, or import a recording with --replay";
   constexpr int otherBits = sizeof(void*) == 8 ? 32 : 64;
-  return fmt::format("use the {0}-bit krnqb.exe, because {1} is registered for {0}-bit programs only",
-                     otherBits, fmt::join(otherWidth, " and "));
+  return fmt::format("use the {0}-bit krnqb.exe, because {1} {2} registered for {0}-bit programs only",
+                     otherBits, fmt::join(otherWidth, " and "), otherWidth.size() == 1 ? "is" : "are");
 }
 
 }  // namespace
@@ -56,10 +56,10 @@ OpenedQuickBooks OpenQuickBooks(const Surroundings& surroundings) {
     return {.processors = processors, .version = processors->Version()};
   } catch (const Error& error) {
     if (error.Number() != error_number::cannotCreateObject) throw;
-    throw Failure(ExitCode::Failed, "opening QuickBooks failed",
-                  Error(error.Number(),
-                        fmt::format("no request processor can be created: {}", error.Description())),
-                  WhatToDo(classes));
+    throw Failure(
+        ExitCode::Failed, "opening QuickBooks failed",
+        Error(error.Number(), fmt::format("no request processor can be created: {}", error.Description())),
+        WhatToDo(classes));
   }
 }
 

@@ -14,9 +14,9 @@ struct OpenedQuickBooks {
   ProcessorVersion version;  ///< its processor's; 0.0 if that is known only in a session
 };
 
-/// Starts QuickBooks' request processor, without opening a connection. Throws Failure if no class of it can be
-/// created: the line names every class with the reason and, if only a program of the other width could create
-/// one, that program.
+/// Starts QuickBooks' request processor, without opening a connection. Throws Failure if no class of it can
+/// be created: the line names every class with the reason and, if only a program of the other width could
+/// create one, that program.
 OpenedQuickBooks OpenQuickBooks(const Surroundings& surroundings);
 
 }  // namespace krnqb::cli

@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include "cli/exchange/scratch_folder.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 
@@ -13,7 +14,7 @@ ScratchFolder::ScratchFolder() {
   constexpr DWORD mostTries = 100;
   const DWORD start = GetTickCount();
   for (DWORD tries = 0; tries < mostTries; ++tries) {
-    path_ = parent / fmt::format("krnqb-{}-{}", GetCurrentProcessId(), start + tries);
+    path_ = parent / PathFrom(fmt::format("krnqb-{}-{}", GetCurrentProcessId(), start + tries));
     std::error_code failure;
     if (fs::create_directory(path_, failure)) return;
     if (failure) throw fs::filesystem_error("create_directory", path_, failure);

@@ -10,8 +10,8 @@ namespace krnqb::cli {
 
 /// What is learned of QuickBooks only while an import runs.
 struct SessionFacts {
-  std::string companyPath;         ///< of the open company; empty until the session is open
-  std::int16_t majorVersion = 0;   ///< that the component was shown: 1 or 2; 0 until it has asked
+  std::string companyPath;        ///< of the open company; empty until the session is open
+  std::int16_t majorVersion = 0;  ///< that the component was shown: 1 or 2; 0 until it has asked
 };
 
 /// Returns processors that forward every call to those of `inner` and note what passes by in `facts`. The

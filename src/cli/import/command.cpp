@@ -31,10 +31,11 @@ namespace {
 
 ImportCompany CompanyOf(const ImportSource& source) {
   const bool opened = source.facts != nullptr && source.recording == nullptr;
-  return {.path = opened && !source.facts->companyPath.empty() ? source.facts->companyPath : source.companyPath,
-          .name = source.companyName,
-          .processorVersion = source.processorVersion,
-          .majorVersion = ShownMajorVersion(source)};
+  return {
+      .path = opened && !source.facts->companyPath.empty() ? source.facts->companyPath : source.companyPath,
+      .name = source.companyName,
+      .processorVersion = source.processorVersion,
+      .majorVersion = ShownMajorVersion(source)};
 }
 
 class PlanImport {

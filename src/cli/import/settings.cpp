@@ -90,12 +90,14 @@ void Configure(QBDataExchange& exchange, const ImportSettings& settings, const I
 
 ImportScope ScopeOf(const ImportSettings& settings, const ImportSource& source) {
   const ImportCommand& options = settings.options;
+  // A version that is decided in the session usually means reports.
+  const std::int16_t majorVersion = source.majorVersion == 0 ? std::int16_t{2} : source.majorVersion;
   return {.expenses = options.expenses,
           .income = options.income,
           .pastPerformance = options.pastPerformance,
           .balances = options.balances,
           .product = settings.product,
-          .majorVersion = source.majorVersion,
+          .majorVersion = majorVersion,
           .planStart = settings.planStart,
           .importStart = settings.importStart};
 }

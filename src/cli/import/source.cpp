@@ -72,8 +72,8 @@ ImportSource QuickBooksSource(const ImportCommand& options, const Surroundings& 
   const std::int16_t major = presented ? presented->major : quickBooks.version.major;
   return {.processors = quickBooks.processors,
           .companyPath = path,
-          .description = path.empty() ? "the company that is open in QuickBooks"
-                                      : fmt::format("{} in QuickBooks", path),
+          .description =
+              path.empty() ? "the company that is open in QuickBooks" : fmt::format("{} in QuickBooks", path),
           .majorVersion = DecidesAmounts(major) ? major : std::int16_t{0},
           .processorVersion = VersionText(quickBooks.version),
           .presented = presented,
@@ -99,15 +99,14 @@ ImportSource RecordedSource(const std::string& path, const ImportCommand& option
     const auto presented = chosen ? chosen : header.presented;
     const std::int16_t major = presented.value_or(header.processor).major;
     const bool decided = DecidesAmounts(major);
-    return ImportSource{
-        .processors = exchange,
-        .companyPath = {},
-        .description = fmt::format("the recording {}", path),
-        .majorVersion = decided ? major : std::int16_t{0},
-        .processorVersion = VersionText(header.processor),
-        .presented = presented,
-        .recording = exchange,
-        .facts = decided ? nullptr : std::make_shared<SessionFacts>()};
+    return ImportSource{.processors = exchange,
+                        .companyPath = {},
+                        .description = fmt::format("the recording {}", path),
+                        .majorVersion = decided ? major : std::int16_t{0},
+                        .processorVersion = VersionText(header.processor),
+                        .presented = presented,
+                        .recording = exchange,
+                        .facts = decided ? nullptr : std::make_shared<SessionFacts>()};
   });
 }
 
@@ -140,7 +139,7 @@ ExchangeFile::ExchangeFile(const std::string& path)
 
 std::shared_ptr<RequestProcessorFactory> ExchangeFile::Recording(const ImportSource& source,
                                                                  const RecordedImport& asked) {
-  const bool decided = asked.amounts != AmountsPath::None || source.facts == nullptr;
+  const bool decided = ShownMajorVersion(source) != 0;
   const ExchangeHeader header{.company = {},
                               .processor = {},
                               .presented = source.presented,

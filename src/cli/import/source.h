@@ -42,9 +42,10 @@ std::shared_ptr<RequestProcessorFactory> ShownProcessors(const ImportSource& sou
                                                          std::shared_ptr<RequestProcessorFactory> inner);
 
 /// Opens the source that the options name, without sending a request. A recording takes precedence over a
-/// company, whose processors heed `interrupts`, which must outlive them; it may be a named pipe. Of QuickBooks
-/// only the request processor is started. Throws Failure if the source cannot be opened, or if reading the recording fails or is interrupted, and Failure
-/// (WrongUsage) if amounts are asked for from reports, which the company does not have.
+/// company, whose processors heed `interrupts`, which must outlive them; it may be a named pipe. Of
+/// QuickBooks only the request processor is started. Throws Failure if the source cannot be opened, or if
+/// reading the recording fails or is interrupted, and Failure (WrongUsage) if amounts are asked for from
+/// reports, which the company does not have.
 ImportSource OpenImportSource(const ImportCommand& options, const InterruptWatch& interrupts,
                               const Surroundings& surroundings);
 
@@ -56,7 +57,8 @@ class ExchangeFile {
   explicit ExchangeFile(const std::string& path);
 
   /// Returns processors that forward every call to those of `source` and record it in the file, with what the
-  /// component is shown and, if it is known already where amounts come from, `asked` for. This object must outlive them.
+  /// component is shown and, if it is known already where amounts come from, `asked` for. This object must
+  /// outlive them.
   std::shared_ptr<RequestProcessorFactory> Recording(const ImportSource& source, const RecordedImport& asked);
 
   /// Closes the file. Throws Failure if the recording could not be written completely.

@@ -10,6 +10,7 @@
 #include "cli/plan/table_choice.h"
 #include "plan_file/listing.h"
 #include "plan_file/views/table_view.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -46,7 +47,7 @@ CommandEnd Run(const NewPlanOptions& options, const Console& console) {
   // A signal that arrives while the file is created would leave its temporary file.
   InterruptWatch interrupts;
   interrupts.PassPointOfNoReturn();
-  Attempt([&] { PlanFile::Create(options.file, options.product, options.start); });
+  Attempt([&] { PlanFile::Create(PathFrom(options.file), options.product, options.start); });
   console.out << fmt::format("Created {}: plan of product {}, from {}.\n", options.file,
                              plan_file::ProductText(options.product),
                              plan_file::PlanStartText(options.start));
@@ -55,7 +56,7 @@ CommandEnd Run(const NewPlanOptions& options, const Console& console) {
 
 ExitCode Run(const ShowPlanOptions& options, const Console& console) {
   RequireOneForm(options);
-  const auto plan = Attempt([&] { return PlanFile::Open(options.file); });
+  const auto plan = Attempt([&] { return PlanFile::Open(PathFrom(options.file)); });
   console.out << Shown(*plan, options, console.outWidth);
   return ExitCode::Done;
 }

@@ -81,8 +81,8 @@ class Reconciling {
     const ImportSettings settings = SettleImport(command, *plan_);
     start_ = settings.importStart;
     const plan_file::PlanContent content = plan_file::ReadPlanContent(*plan_);
-    const std::vector<std::string> answers = RepeatImport(
-        settings, source, plan_, !options_.companyFile, interrupts_, surroundings_, booked_);
+    const std::vector<std::string> answers =
+        RepeatImport(settings, source, plan_, !options_.companyFile, interrupts_, surroundings_, booked_);
     const std::optional<reconcile::BooksPeriods> books = AddTheBooks(statement, answers);
     AddPlan(table_, PlanAmounts(content, settings), booked_.Rows());
     ReconcileResult result{.planFile = options_.planFile,
@@ -121,7 +121,8 @@ class Reconciling {
     if (!plan_->Start()) command.planStart = plan_file::PlanStartFromText(facts.planStart);
     if (options_.replayFile) return;
     if (Has(facts, "--amounts-from transactions")) command.amountsFrom = AmountsPath::Transactions;
-    if (options_.quickBooks && Has(facts, "--amounts-from reports")) command.amountsFrom = AmountsPath::Reports;
+    if (options_.quickBooks && Has(facts, "--amounts-from reports"))
+      command.amountsFrom = AmountsPath::Reports;
     for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
       if (Has(facts, fmt::format("--fiscal-month {}", month))) command.fiscalMonth = month;
     }

@@ -29,13 +29,14 @@ void CheckFiles(const RecordOptions& options) {
   const std::filesystem::path file = PathFrom(options.outFile);
   std::error_code unknown;
   if (std::filesystem::symlink_status(file, unknown).type() != std::filesystem::file_type::not_found)
-    throw CommandFailure(failed, fmt::format("{} exists", options.outFile), "remove it, or give another --out");
+    throw CommandFailure(failed, fmt::format("{} exists", options.outFile),
+                         "remove it, or give another --out");
   const auto part = files::IdentityOf(files::WithSuffix(file, ".part"));
   const auto separate = [&](std::string_view option, const std::optional<std::string>& company) {
     if (!company || company->empty() || !part || part != files::IdentityOf(PathFrom(*company))) return;
-    throw WrongUsage(fmt::format("{} {} would be the unfinished recording of --out {}", option, *company,
-                                 options.outFile),
-                     "give another --out");
+    throw WrongUsage(
+        fmt::format("{} {} would be the unfinished recording of --out {}", option, *company, options.outFile),
+        "give another --out");
   };
   separate("--company", options.companyFile);
   separate("--quickbooks", options.quickBooks);
@@ -68,8 +69,7 @@ class Recording {
     PartialFile recording(PathFrom(options_.outFile));
     const auto refused = options_.quickBooks ? SharedSession::RefusedRequests::Recorded
                                              : SharedSession::RefusedRequests::EndTheRecording;
-    const auto session =
-        std::make_shared<SharedSession>(source.processors, refused, recording, interrupts_);
+    const auto session = std::make_shared<SharedSession>(source.processors, refused, recording, interrupts_);
     const ScratchFolder folder;
     ScratchImports imports(session, source, span_, folder.Path(), interrupts_, surroundings_,
                            [&](double done, const std::string& phase) {

@@ -102,7 +102,8 @@ void PartialFile::RemoveCutEntry() {
   if (complete == size) return;
   std::filesystem::resize_file(part_, complete, failure);
   if (failure) {
-    Fail(fmt::format("ends in the middle of an answer and cannot be shortened: {}", files::ReasonText(failure)),
+    Fail(fmt::format("ends in the middle of an answer and cannot be shortened: {}",
+                     files::ReasonText(failure)),
          "remove it, or give another --out");
   }
   entryWasCut_ = true;
@@ -110,16 +111,15 @@ void PartialFile::RemoveCutEntry() {
 
 void PartialFile::ReadAnswers(const ExchangeHeader& header) {
   const std::string name = TextOfPath(part_);
-  const ExchangeHeader recorded =
-      Attempt(failed, fmt::format("remove {}, or give another --out", name), [&] {
-        files::InputFile input(part_, {.interrupted = InterruptRequested}, operations_);
-        files::InputBuffer buffer(input);
-        std::istream lines(&buffer);
-        lines.exceptions(std::ios::badbit);
-        return ReadExchange(lines, name, [&](std::string&& request, RecordedAnswer&& answer) {
-          answers_.insert_or_assign(std::move(request), std::move(answer));
-        });
-      });
+  const ExchangeHeader recorded = Attempt(failed, fmt::format("remove {}, or give another --out", name), [&] {
+    files::InputFile input(part_, {.interrupted = InterruptRequested}, operations_);
+    files::InputBuffer buffer(input);
+    std::istream lines(&buffer);
+    lines.exceptions(std::ios::badbit);
+    return ReadExchange(lines, name, [&](std::string&& request, RecordedAnswer&& answer) {
+      answers_.insert_or_assign(std::move(request), std::move(answer));
+    });
+  });
   if (SameRecording(recorded, header)) return;
   Fail(fmt::format("is another recording, of {}; asked for is {}", HeaderText(recorded), HeaderText(header)),
        "remove it, or give another --out");
@@ -131,8 +131,7 @@ const RecordedAnswer* PartialFile::Find(std::string_view request) const {
 }
 
 void PartialFile::Add(std::string_view request, RecordedAnswer answer) {
-  if (const auto* response = std::get_if<std::string>(&answer))
-    Write(RecordedAnswerLine(request, *response));
+  if (const auto* response = std::get_if<std::string>(&answer)) Write(RecordedAnswerLine(request, *response));
   answers_.insert_or_assign(std::string(request), std::move(answer));
 }
 

@@ -25,9 +25,9 @@ class PartialFile {
   /// Removes FILE.part if it holds no answer.
   ~PartialFile();
 
-  /// Creates FILE.part, or goes on with it and reads its answers; no other process may use it until the object
-  /// is destroyed. An entry that was cut off at the end is removed. Throws Failure if another process has
-  /// FILE.part, if it is another recording than `header` says, or if it is damaged or cannot be written.
+  /// Creates FILE.part, or goes on with it and reads its answers; no other process may use it until the
+  /// object is destroyed. An entry that was cut off at the end is removed. Throws Failure if another process
+  /// has FILE.part, if it is another recording than `header` says, or if it is damaged or cannot be written.
   void Begin(const ExchangeHeader& header);
 
   /// Returns how many answers FILE.part had when it was opened, and whether its last entry was cut off.
@@ -44,8 +44,8 @@ class PartialFile {
   std::size_t Answers() const noexcept { return answers_.size(); }
   std::size_t Refusals() const noexcept;
 
-  /// Writes the refusals and gives FILE.part the name FILE. Throws Failure if that fails, also if FILE exists by
-  /// now.
+  /// Writes the refusals and gives FILE.part the name FILE. Throws Failure if that fails, also if FILE exists
+  /// by now.
   void Place();
 
  private:

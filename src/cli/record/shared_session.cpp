@@ -86,8 +86,8 @@ std::string SharedSession::Ask(std::string_view request) {
 // A refusal by a session that is still open says something about the request.
 void SharedSession::Refuse(std::string_view request, const Error& error) {
   if (interrupts_.Requested()) return;
-  const bool aboutTheRequest = refused_ == RefusedRequests::Recorded &&
-                               error.Number() != error_number::outOfMemory && IsOpen();
+  const bool aboutTheRequest =
+      refused_ == RefusedRequests::Recorded && error.Number() != error_number::outOfMemory && IsOpen();
   if (aboutTheRequest) {
     recording_.Add(request, error);
   } else {

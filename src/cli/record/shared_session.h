@@ -14,10 +14,11 @@ namespace krnqb::cli {
 
 /// One session with a company that many imports use, each as if it were its own. A request that the recording
 /// has an answer to is answered from it; any other is sent once and its answer added.
-class SharedSession final : public RequestProcessorFactory, public std::enable_shared_from_this<SharedSession> {
+class SharedSession final : public RequestProcessorFactory,
+                            public std::enable_shared_from_this<SharedSession> {
  public:
-  /// Whether a refused request is part of the recording: QuickBooks may refuse some kinds of requests, while a
-  /// company file refuses none unless it is damaged.
+  /// Whether a refused request is part of the recording: QuickBooks may refuse some kinds of requests, while
+  /// a company file refuses none unless it is damaged.
   enum class RefusedRequests { Recorded, EndTheRecording };
 
   /// `recording` and `interrupts` must outlive the session.

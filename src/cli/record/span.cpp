@@ -35,12 +35,12 @@ RecordedSpan SettleSpan(const RecordOptions& options) {
       .from = options.from.value_or(before), .to = options.to.value_or(last), .planStart = options.planStart};
   const int months = Count(span.to) - Count(span.from) + 1;
   if (months < monthsOfYear) {
-    throw WrongUsage(
-        months < 1 ? fmt::format("--to {} is before --from {}", plan_file::PlanStartText(span.to),
-                                 plan_file::PlanStartText(span.from))
-                   : fmt::format("{} {} fewer than the twelve months that an import reads",
-                                 MonthsText(span.from, span.to), months == 1 ? "is" : "are"),
-        "give twelve months or more with --from and --to");
+    throw WrongUsage(months < 1
+                         ? fmt::format("--to {} is before --from {}", plan_file::PlanStartText(span.to),
+                                       plan_file::PlanStartText(span.from))
+                         : fmt::format("{} {} fewer than the twelve months that an import reads",
+                                       MonthsText(span.from, span.to), months == 1 ? "is" : "are"),
+                     "give twelve months or more with --from and --to");
   }
   if (months > mostMonths) {
     throw WrongUsage(fmt::format("{} are {} months; {} can be recorded at once",

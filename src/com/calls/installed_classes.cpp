@@ -99,7 +99,8 @@ std::wstring TextOfClass(const CLSID& identifier) {
   return text.data();
 }
 
-// The text in the default value of a key of classes, as programs of one width see it; nullopt if it is missing.
+// The text in the default value of a key of classes, as programs of one width see it; nullopt if it is
+// missing.
 std::optional<std::wstring> ClassValue(const std::wstring& key, REGSAM view) {
   HKEY opened = nullptr;
   if (RegOpenKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, KEY_READ | view, &opened) != ERROR_SUCCESS)

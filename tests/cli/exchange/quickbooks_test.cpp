@@ -48,7 +48,8 @@ TEST_P(QuickBooksImport, IsThatOfTheCompanyFile) {
   const std::string live = place / "live.kpf";
   const std::string replayed = place / "replayed.kpf";
   for (const std::string& copy : {live, replayed}) WriteText(copy, ReadText(place / "ald.kpf"));
-  ASSERT_EQ(RunProgram(With({"import", "--company", company, "--plan", place / "ald.kpf"}, everything)).code, 0);
+  ASSERT_EQ(RunProgram(With({"import", "--company", company, "--plan", place / "ald.kpf"}, everything)).code,
+            0);
   const ProgramRun run = RunProgram(
       With({"import", "--quickbooks", "--plan", live, "--record", place / "exchange.jsonl", "--json"},
            everything),
@@ -58,7 +59,8 @@ TEST_P(QuickBooksImport, IsThatOfTheCompanyFile) {
   EXPECT_NE(run.out.find("\"path\":\"" + company + "\""), std::string::npos) << run.out.substr(0, 2000);
   EXPECT_NE(run.out.find("\"amounts_from\":\"" + GetParam().words + "\""), std::string::npos);
   // Nothing is asked that the component does not ask for itself.
-  EXPECT_EQ(std::count(quickBooks->requests.begin(), quickBooks->requests.end(), BuildRequest(100, {}, {})), 4);
+  EXPECT_EQ(std::count(quickBooks->requests.begin(), quickBooks->requests.end(), BuildRequest(100, {}, {})),
+            4);
   // The recording takes the same way.
   const ProgramRun replay = RunProgram(
       With({"import", "--replay", place / "exchange.jsonl", "--plan", replayed, "--quiet"}, everything));
@@ -68,19 +70,21 @@ TEST_P(QuickBooksImport, IsThatOfTheCompanyFile) {
 
 INSTANTIATE_TEST_SUITE_P(Processors, QuickBooksImport,
                          testing::Values(Source{"1.1", 1, 1, "transactions"}, Source{"2.0", 2, 0, "reports"},
-                                         Source{"2.0", 6, 0, "reports"}, Source{"1.1", 6, 0, "transactions"}));
+                                         Source{"2.0", 6, 0, "reports"},
+                                         Source{"1.1", 6, 0, "transactions"}));
 
 TEST(QuickBooksImport, TakesTheChosenPath) {
   const Workplace place;
   const auto quickBooks = Opened(place.NurseryYear("2.0"), 6, 0);
-  const ProgramRun run =
-      RunProgram(With({"import", "--quickbooks", "--plan", place / "ald.kpf", "--amounts-from", "transactions"},
-                      everything),
-                 With(quickBooks));
+  const ProgramRun run = RunProgram(
+      With({"import", "--quickbooks", "--plan", place / "ald.kpf", "--amounts-from", "transactions"},
+           everything),
+      With(quickBooks));
   ASSERT_EQ(run.code, 0) << run.err;
-  EXPECT_EQ(run.out.find("Importing expense and income accounts and past performance from the company that is "
-                         "open in QuickBooks, January to December 2002, into "),
-            0U)
+  EXPECT_EQ(
+      run.out.find("Importing expense and income accounts and past performance from the company that is "
+                   "open in QuickBooks, January to December 2002, into "),
+      0U)
       << run.out;
   for (const std::string& request : quickBooks->requests)
     EXPECT_EQ(request.find("ReportQueryRq"), std::string::npos);
@@ -145,8 +149,8 @@ TEST(QuickBooks, IsNamedWithEveryClassThatCannotBeCreated) {
     surroundings.processorClasses = [=] {
       return std::vector<ProcessorClass>{missing("First", false), missing("Second", otherWidth)};
     };
-    const ProgramRun run = RunProgram(
-        {"import", "--quickbooks", "--plan", place / "ald.kpf", "--expenses"}, surroundings);
+    const ProgramRun run =
+        RunProgram({"import", "--quickbooks", "--plan", place / "ald.kpf", "--expenses"}, surroundings);
     EXPECT_EQ(run.code, 1);
     EXPECT_FALSE(std::filesystem::exists(place / "ald.kpf.lock"));
     return run.err;
@@ -165,13 +169,15 @@ TEST(QuickBooks, IsNamedWithEveryClassThatCannotBeCreated) {
 TEST(QuickBooks, IsSaidToRunOnWindows) {
   const Workplace place;
   const std::string sentence =
-      "krnqb: opening QuickBooks failed: QuickBooks runs on Windows; make a recording there with krnqb record "
+      "krnqb: opening QuickBooks failed: QuickBooks runs on Windows; make a recording there with krnqb "
+      "record "
       "and import it here with --replay\n";
   for (const Words& arguments :
        {Words{"import", "--quickbooks", "--plan", place / "ald.kpf", "--expenses"},
         Words{"accounts", "income", "--quickbooks"}, Words{"supports", "1.1", "--quickbooks"},
         Words{"reconcile", "--quickbooks", "--plan", place / "ald.kpf"},
-        Words{"record", "--quickbooks", "C:\\a.qbw", "--plan-start", "2003-01", "--out", place / "a.jsonl"}}) {
+        Words{"record", "--quickbooks", "C:\\a.qbw", "--plan-start", "2003-01", "--out",
+              place / "a.jsonl"}}) {
     const ProgramRun run = RunProgram(arguments);
     EXPECT_EQ(run.code, 1) << arguments[0];
     EXPECT_EQ(run.err, sentence) << arguments[0];

@@ -29,11 +29,10 @@ TEST_P(ShownVersions, DecideBetweenTransactionsAndReports) {
   quickBooks->answers["100"] = "<QBXML><QBXMLMsgsRs><HostQueryRs requestID=\"100\"><HostRet>" +
                                GetParam().listed + "</HostRet></HostQueryRs></QBXMLMsgsRs></QBXML>";
   const auto facts = std::make_shared<SessionFacts>();
-  const auto processor =
-      ProcessorsWithShownVersion(std::make_shared<fakes::FakeProcessorFactory>(
-                                     quickBooks, std::make_shared<fakes::Journal>()),
-                                 facts)
-          ->Create();
+  const auto processor = ProcessorsWithShownVersion(std::make_shared<fakes::FakeProcessorFactory>(
+                                                        quickBooks, std::make_shared<fakes::Journal>()),
+                                                    facts)
+                             ->Create();
   processor->OpenConnection("id", "name");
   const std::string ticket = processor->BeginSession("", 2);
   processor->GetCurrentCompanyFileName(ticket);
@@ -47,11 +46,14 @@ TEST_P(ShownVersions, DecideBetweenTransactionsAndReports) {
   EXPECT_EQ(quickBooks->requests.size(), 2U);  // none was added
 }
 
-constexpr auto early = "<SupportedQBXMLVersion>1.0</SupportedQBXMLVersion>"
-                       "<SupportedQBXMLVersion>1.1</SupportedQBXMLVersion>";
-constexpr auto later = "<SupportedQBXMLVersion>1.1</SupportedQBXMLVersion>"
-                       "<SupportedQBXMLVersion>2.0</SupportedQBXMLVersion>";
-constexpr auto similar = "<SupportedQBXMLVersion>12.0</SupportedQBXMLVersion><MajorVersion>2.0</MajorVersion>";
+constexpr auto early =
+    "<SupportedQBXMLVersion>1.0</SupportedQBXMLVersion>"
+    "<SupportedQBXMLVersion>1.1</SupportedQBXMLVersion>";
+constexpr auto later =
+    "<SupportedQBXMLVersion>1.1</SupportedQBXMLVersion>"
+    "<SupportedQBXMLVersion>2.0</SupportedQBXMLVersion>";
+constexpr auto similar =
+    "<SupportedQBXMLVersion>12.0</SupportedQBXMLVersion><MajorVersion>2.0</MajorVersion>";
 
 INSTANTIATE_TEST_SUITE_P(Processors, ShownVersions,
                          testing::Values(Case{1, 1, later, 1, 1}, Case{2, 1, early, 2, 1},

@@ -52,9 +52,9 @@ TEST_P(RecordedBooks, AnswerEveryImportOfTheSpanLikeTheCompany) {
   ASSERT_EQ(run.code, 0) << run.err;
   EXPECT_EQ(run.out, "");
   EXPECT_FALSE(std::filesystem::exists(place / "books.jsonl.part"));
-  const std::vector<std::string> paths =
-      GetParam() == "2.0" ? std::vector<std::string>{"transactions", "reports"}
-                          : std::vector<std::string>{"transactions"};
+  const std::vector<std::string> paths = GetParam() == "2.0"
+                                             ? std::vector<std::string>{"transactions", "reports"}
+                                             : std::vector<std::string>{"transactions"};
   for (const std::string start : {"2001-11", "2001-12", "2002-01", "2002-02"}) {
     for (const std::string& path : paths) {
       const Words from{"--import-start", start, "--amounts-from", path};
@@ -75,9 +75,9 @@ TEST(Record, AsksForEachRequestOnce) {
   quickBooks->openCompany = place.NurseryYear("2.0");
   quickBooks->majorVersion = 6;
   quickBooks->minorVersion = 0;
-  const ProgramRun run = RunProgram({"record", "--quickbooks", "--plan-start", "2003-01", "--out",
-                                     place / "books.jsonl"},
-                                    With(quickBooks));
+  const ProgramRun run =
+      RunProgram({"record", "--quickbooks", "--plan-start", "2003-01", "--out", place / "books.jsonl"},
+                 With(quickBooks));
   ASSERT_EQ(run.code, 0) << run.err;
   const std::set<std::string> distinct(quickBooks->requests.begin(), quickBooks->requests.end());
   EXPECT_EQ(distinct.size(), quickBooks->requests.size());
@@ -99,8 +99,8 @@ TEST(Record, CanBeLoadedIntoACompanyThatAnswersTheSameImport) {
   place.NurseryYear("1.1");
   ASSERT_EQ(RunProgram(RecordCompany(place)).code, 0);
   const std::string loaded = place / "loaded.qbw";
-  ASSERT_EQ(RunProgram({"company", "new", loaded, "--name", "Loaded", "--fiscal-month", "March", "--processor",
-                        "1.1"})
+  ASSERT_EQ(RunProgram({"company", "new", loaded, "--name", "Loaded", "--fiscal-month", "March",
+                        "--processor", "1.1"})
                 .code,
             0);
   const ProgramRun load = RunProgram({"company", "load", loaded, place / "books.jsonl"});
@@ -111,7 +111,9 @@ TEST(Record, CanBeLoadedIntoACompanyThatAnswersTheSameImport) {
   const std::string fromCompany = place / "company.kpf";
   const std::string fromLoaded = place / "loaded.kpf";
   for (const std::string& plan : {fromCompany, fromLoaded}) WriteText(plan, ReadText(place / "ald.kpf"));
-  EXPECT_EQ(RunProgram(With({"import", "--company", place / "nursery.qbw", "--plan", fromCompany}, contents)).code, 0);
+  EXPECT_EQ(
+      RunProgram(With({"import", "--company", place / "nursery.qbw", "--plan", fromCompany}, contents)).code,
+      0);
   EXPECT_EQ(RunProgram(With({"import", "--company", loaded, "--plan", fromLoaded}, contents)).code, 0);
   EXPECT_EQ(WithoutStamps(ReadText(fromLoaded)), WithoutStamps(ReadText(fromCompany)));
 }
@@ -120,14 +122,14 @@ TEST(Record, NamesWhatItHoldsIfAnImportAsksForMore) {
   const Workplace place;
   place.NurseryYear("1.1");
   ASSERT_EQ(RunProgram(RecordCompany(place)).code, 0);
-  const ProgramRun run =
-      RunProgram({"import", "--replay", place / "books.jsonl", "--plan", place / "ald.kpf", "--expenses",
-                  "--balances", "all", "--import-start", "2001-01"});
+  const ProgramRun run = RunProgram({"import", "--replay", place / "books.jsonl", "--plan", place / "ald.kpf",
+                                     "--expenses", "--balances", "all", "--import-start", "2001-01"});
   EXPECT_EQ(run.code, 1);
-  EXPECT_NE(run.err.find("it holds imports of January 2002 to December 2002 into plans from January 2003, but "
-                         "the import asks for expense accounts with amounts from transactions (January to "
-                         "December 2001, product ald)"),
-            std::string::npos)
+  EXPECT_NE(
+      run.err.find("it holds imports of January 2002 to December 2002 into plans from January 2003, but "
+                   "the import asks for expense accounts with amounts from transactions (January to "
+                   "December 2001, product ald)"),
+      std::string::npos)
       << run.err;
 }
 
@@ -135,8 +137,8 @@ TEST(Record, ReconcilesAPlanLikeTheCompanyItself) {
   const Workplace place;
   place.NurseryYear("1.1");
   ASSERT_EQ(RunProgram(RecordCompany(place)).code, 0);
-  ASSERT_EQ(RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--income", "--balances", "all"})).code,
-            0);
+  ASSERT_EQ(
+      RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--income", "--balances", "all"})).code, 0);
   const ProgramRun run =
       RunProgram({"reconcile", "--replay", place / "books.jsonl", "--plan", place / "ald.kpf"});
   EXPECT_EQ(run.code, 0) << run.out << run.err;

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "cli/living_quickbooks.h"
+#include "files/operations.h"
 
 namespace krnqb::cli {
 namespace {
@@ -51,9 +52,10 @@ class InterruptedRecording : public testing::Test {
 
 TEST_F(InterruptedRecording, SaysHowToGoOn) {
   EXPECT_EQ(run.code, 1);
-  EXPECT_EQ(run.err,
-            "krnqb: recording failed: QuickBooks was closed; fix the cause and run the same command again to go "
-            "on\n");
+  EXPECT_EQ(
+      run.err,
+      "krnqb: recording failed: QuickBooks was closed; fix the cause and run the same command again to go "
+      "on\n");
   EXPECT_FALSE(std::filesystem::exists(out));
   EXPECT_TRUE(std::filesystem::exists(part));
 }
@@ -74,7 +76,8 @@ TEST_F(InterruptedRecording, DropsAnAnswerThatWasCutOff) {
   WriteText(part, text.substr(0, text.size() - 5));
   const ProgramRun again = Record();
   ASSERT_EQ(again.code, 0) << again.err;
-  EXPECT_EQ(again.err, "krnqb: warning: " + part + " ended in the middle of an answer, which is asked for again\n");
+  EXPECT_EQ(again.err,
+            "krnqb: warning: " + part + " ended in the middle of an answer, which is asked for again\n");
   EXPECT_EQ(quickBooks->requests.front(), asked.back());
   EXPECT_EQ(ReadText(out), Whole());
 }
@@ -89,11 +92,12 @@ TEST_F(InterruptedRecording, IsNotMixedWithAnother) {
   const std::string text = ReadText(part);
   const ProgramRun other = Record({"--from", "2001-01"});
   EXPECT_EQ(other.code, 1);
-  EXPECT_EQ(other.err, "krnqb: recording failed: " + part +
-                           " is another recording, of January 2002 to December 2002 for plans from January 2003 (" +
-                           quickBooks->openCompany +
-                           ", qbXML 1.1); asked for is January 2001 to December 2002 for plans from January 2003 (" +
-                           quickBooks->openCompany + ", qbXML 1.1); remove it, or give another --out\n");
+  EXPECT_EQ(other.err,
+            "krnqb: recording failed: " + part +
+                " is another recording, of January 2002 to December 2002 for plans from January 2003 (" +
+                quickBooks->openCompany +
+                ", qbXML 1.1); asked for is January 2001 to December 2002 for plans from January 2003 (" +
+                quickBooks->openCompany + ", qbXML 1.1); remove it, or give another --out\n");
   EXPECT_EQ(ReadText(part), text);
   EXPECT_TRUE(quickBooks->requests.empty());
 }

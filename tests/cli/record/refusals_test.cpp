@@ -37,12 +37,13 @@ TEST(RecordedRefusal, IsAnAnswerThatAReplayRepeats) {
   EXPECT_NE(run.out.find(" of them refusals; amounts can be imported from transactions and from reports.\n"),
             std::string::npos)
       << run.out;
-  const Words contents{"--expenses", "--income", "--past-performance", "--balances", "all", "--dry-run",
-                       "--quiet"};
-  const ProgramRun live = RunProgram(
-      With({"import", "--quickbooks", "--plan", refusing.place / "ald.kpf"}, contents), With(refusing.quickBooks));
-  const ProgramRun replayed = RunProgram(
-      With({"import", "--replay", refusing.out, "--plan", refusing.place / "ald.kpf"}, contents));
+  const Words contents{"--expenses", "--income", "--past-performance", "--balances", "all",
+                       "--dry-run",  "--quiet"};
+  const ProgramRun live =
+      RunProgram(With({"import", "--quickbooks", "--plan", refusing.place / "ald.kpf"}, contents),
+                 With(refusing.quickBooks));
+  const ProgramRun replayed =
+      RunProgram(With({"import", "--replay", refusing.out, "--plan", refusing.place / "ald.kpf"}, contents));
   EXPECT_EQ(live.code, 1);
   EXPECT_EQ(replayed.code, live.code);
   EXPECT_EQ(replayed.err, live.err);
@@ -75,20 +76,22 @@ TEST(Record, RefusesWhatItWouldOverwrite) {
   const auto record = [&](const std::string& file) {
     return RunProgram({"record", "--company", company, "--plan-start", "2003-01", "--out", file});
   };
-  EXPECT_EQ(record(out).err, "krnqb: recording failed: " + out + " exists; remove it, or give another --out\n");
+  EXPECT_EQ(record(out).err,
+            "krnqb: recording failed: " + out + " exists; remove it, or give another --out\n");
   EXPECT_EQ(ReadText(out), "kept");
   std::filesystem::rename(company, out + "2.part");
-  const ProgramRun run = RunProgram(
-      {"record", "--company", out + "2.part", "--plan-start", "2003-01", "--out", out + "2"});
+  const ProgramRun run =
+      RunProgram({"record", "--company", out + "2.part", "--plan-start", "2003-01", "--out", out + "2"});
   EXPECT_EQ(run.code, 2);
-  EXPECT_EQ(run.err, "krnqb: wrong usage: --company " + out + "2.part would be the unfinished recording of --out " +
-                         out + "2; give another --out\n");
+  EXPECT_EQ(run.err, "krnqb: wrong usage: --company " + out +
+                         "2.part would be the unfinished recording of --out " + out +
+                         "2; give another --out\n");
 }
 
 TEST(Record, LeavesNothingIfTheCompanyCannotBeOpened) {
   const Workplace place;
-  const ProgramRun run = RunProgram({"record", "--company", place / "none.qbw", "--plan-start", "2003-01",
-                                     "--out", place / "books.jsonl"});
+  const ProgramRun run = RunProgram(
+      {"record", "--company", place / "none.qbw", "--plan-start", "2003-01", "--out", place / "books.jsonl"});
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.err.find("krnqb: opening the company failed: "), 0U) << run.err;
   EXPECT_FALSE(std::filesystem::exists(place / "books.jsonl.part"));

@@ -71,8 +71,7 @@ TEST(ImportStarts, AreAllFirstMonthsOfTwelve) {
 TEST(TransactionStarts, CoverEveryMonthAndEveryYearOfAStart) {
   EXPECT_EQ(TransactionStarts({{2002, 1}, {2002, 12}, {2003, 1}}), (Months{{2002, 1}}));
   EXPECT_EQ(TransactionStarts({{2001, 11}, {2002, 12}, {2003, 1}}), (Months{{2001, 11}, {2002, 1}}));
-  EXPECT_EQ(TransactionStarts({{2000, 1}, {2002, 12}, {2003, 1}}),
-            (Months{{2000, 1}, {2001, 1}, {2002, 1}}));
+  EXPECT_EQ(TransactionStarts({{2000, 1}, {2002, 12}, {2003, 1}}), (Months{{2000, 1}, {2001, 1}, {2002, 1}}));
 }
 
 }  // namespace
