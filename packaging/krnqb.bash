@@ -16,10 +16,10 @@ _krnqb_offer_files() {
 _krnqb_offer_values() {
   local line kind choices
   line=$(awk -v option="$2" '$1 == option' <<<"$1" | head -n 1)
-  if [[ ! $line =~ ^\ +--[a-z-]+\ ([A-Z][A-Z-]*)\  ]]; then return 1; fi
+  if [[ ! $line =~ ^\ +--[a-z-]+\ \[?([A-Z][A-Z-]*)]?\  ]]; then return 1; fi
   kind=${BASH_REMATCH[1]}
   case $kind in
-    FILE | DIR | DOC) _krnqb_offer_files ;;
+    FILE | DIR | DOC | PATH) _krnqb_offer_files ;;
     CHOICE | P)
       choices=$(grep -oE '[a-z]+(, [a-z]+)* or [a-z]+' <<<"${line%%[*}" | sed -E 's/,| or / /g')
       _krnqb_offer "$choices"

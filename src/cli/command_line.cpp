@@ -29,6 +29,11 @@ AmountsPath ParseAmountsPath(std::string_view option, std::string_view text) {
                    "give transactions or reports");
 }
 
+void AddQuickBooks(Options& options, CompanyChoice& choice) {
+  options.OptionalText("--quickbooks", "PATH", choice.quickBooks,
+                       "Ask QuickBooks instead: for PATH, or for the company open in it (Windows)");
+}
+
 void AddImport(Options options, ImportCommand& import) {
   options.Group(whatToImport);
   options.Flag("--expenses", import.expenses, "Expense accounts");
@@ -40,6 +45,7 @@ void AddImport(Options options, ImportCommand& import) {
                  "Take them from transactions or reports [as the company's version says]");
   options.Group(files);
   options.Text("--company", "FILE", import.companyFile, "Company file to read (not needed with --replay)");
+  AddQuickBooks(options, import);
   options.Text("--plan", "FILE", import.planFile, "Plan file to import into")->required();
   options.Text("--record", "FILE", import.recordFile, "Write all requests and answers to FILE as JSON lines");
   options.Text("--replay", "FILE", import.replayFile,
@@ -92,7 +98,8 @@ ListedAccounts ParseListedAccounts(std::string_view /*option*/, std::string_view
 
 void AddAccounts(Options options, AccountsOptions& accounts) {
   options.ParsedArgument("income|expense", accounts.list, ParseListedAccounts, "Which accounts to list");
-  options.Text("--company", "FILE", accounts.companyFile, "Company file to read")->required();
+  options.Text("--company", "FILE", accounts.companyFile, "Company file to read");
+  AddQuickBooks(options, accounts);
   options.Text("--plan", "FILE", accounts.planFile,
                "Show which expense accounts are in this plan (product bri)");
   options.Flag("--json", accounts.json, "Print one JSON object");
@@ -110,7 +117,8 @@ void AddRequest(Options options, RequestOptions& request) {
 
 void AddSupports(Options options, SupportsOptions& supports) {
   options.ParsedArgument("VERSION", supports.version, ParseVersion, "qbXML version, such as 1.1");
-  options.Text("--company", "FILE", supports.companyFile, "Company file to ask")->required();
+  options.Text("--company", "FILE", supports.companyFile, "Company file to ask");
+  AddQuickBooks(options, supports);
 }
 
 void AddNewCompany(Options options, NewCompanyOptions& company) {
@@ -128,7 +136,7 @@ void AddNewCompany(Options options, NewCompanyOptions& company) {
 
 void AddLoadCompany(Options options, LoadCompanyOptions& load) {
   options.Argument("FILE", load.file, "Company file to load into");
-  options.Arguments("DOC", load.documents, "qbXML response documents");
+  options.Arguments("DOC", load.documents, "qbXML response documents or recordings");
   options.Flag("--strict", load.strict, "Refuse a document with records that cannot be stored");
 }
 
@@ -203,6 +211,7 @@ void AddPlanUndo(Options options, PlanUndoOptions& undo) {
 
 void AddReconcile(Options options, ReconcileOptions& reconcile) {
   options.Text("--company", "FILE", reconcile.companyFile, "Company file to read (not needed with --replay)");
+  AddQuickBooks(options, reconcile);
   options.Text("--replay", "FILE", reconcile.replayFile, "Read a recorded exchange instead of a company");
   options.Text("--plan", "FILE", reconcile.planFile, "Plan file to compare")->required();
   options.Parsed("--import-start", "YYYY-MM", reconcile.importStart, ParseYearMonth,
@@ -213,6 +222,21 @@ void AddReconcile(Options options, ReconcileOptions& reconcile) {
                  "Largest difference that counts as none [0.01]");
   options.Flag("--months", reconcile.months, "One line per account and month");
   options.Flag("--json", reconcile.json, "Print one JSON object");
+}
+
+void AddRecord(Options options, RecordOptions& record) {
+  options.Text("--company", "FILE", record.companyFile, "Company file to record");
+  AddQuickBooks(options, record);
+  options
+      .Parsed("--plan-start", "YYYY-MM", record.planStart, ParseYearMonth,
+              "First month of the plans to import into")
+      ->required();
+  options.Parsed("--from", "YYYY-MM", record.from, ParseYearMonth,
+                 "First month to record [a year before the plan]");
+  options.Parsed("--to", "YYYY-MM", record.to, ParseYearMonth, "Last month [the one before the plan]");
+  options.Text("--out", "FILE", record.outFile, "Recording to write; FILE.part until it is complete")
+      ->required();
+  options.Flag("--quiet", record.quiet, "Print nothing but warnings and errors");
 }
 
 void AddCompanies(Options options, CompaniesOptions& companies) {
@@ -244,6 +268,7 @@ void AddDialog(Options options, DialogOptions& dialog) {
   options.ParsedArgument("options|export|company|plan|about", dialog.dialog, ParseDialog,
                          "Which dialog to show");
   options.Text("--company", "FILE", dialog.companyFile, "Company file to import from (options)");
+  AddQuickBooks(options, dialog);
   options.Text("--plan", "FILE", dialog.planFile, "Plan file to import into (options)");
 }
 
@@ -261,6 +286,8 @@ class CommandTree {
                        AddImport);
     Add<ReconcileOptions>(program_, "reconcile", "Compare a plan with the books", help_text::reconcile,
                           AddReconcile);
+    Add<RecordOptions>(program_, "record", "Record the answers to imports, to import elsewhere",
+                       help_text::record, AddRecord);
     Add<AccountsOptions>(program_, "accounts", "List a company's accounts", help_text::accounts, AddAccounts);
     Add<CompaniesOptions>(program_, "companies", "List the company files in the QuickBooks folder",
                           help_text::companies, AddCompanies);

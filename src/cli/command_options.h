@@ -41,6 +41,13 @@ class Options {
     return Parsed(name, kind, value, asTyped, description)->check(CheckName);
   }
 
+  /// Adds an option whose text may be left out, which is then empty.
+  CLI::Option* OptionalText(const std::string& name, const std::string& kind,
+                            std::optional<std::string>& value, const std::string& description) {
+    const auto asTyped = [](std::string_view, std::string_view text) { return std::string(text); };
+    return Parsed(name, "[" + kind + "]", value, asTyped, description)->expected(0, 1);
+  }
+
   /// Adds an option that may be repeated, with one text each time.
   CLI::Option* Texts(const std::string& name, const std::string& kind, std::vector<std::string>& values,
                      const std::string& description) {

@@ -15,6 +15,7 @@
 #include "cli/plan/commands.h"
 #include "cli/plan/history_commands.h"
 #include "cli/reconcile/options.h"
+#include "cli/record/options.h"
 
 namespace krnqb::cli {
 
@@ -29,6 +30,6 @@ using Command =
                  NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, CheckCompanyOptions,
                  ProfitAndLossOptions, GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions,
                  PlanHistoryOptions, PlanDiffOptions, PlanUndoOptions, ReconcileOptions, ExplainOptions,
-                 CompaniesOptions, DialogOptions>;
+                 CompaniesOptions, DialogOptions, RecordOptions>;
 
 }  // namespace krnqb::cli

@@ -45,6 +45,19 @@ Examples:
   krnqb reconcile --company nursery.qbw --plan nursery.kpf || echo "differs"
   krnqb reconcile --company nursery.qbw --plan nursery.kpf --months --json || true)";
 
+inline constexpr std::string_view record =
+    R"(Asks a company for everything that imports of any twelve months from --from to --to,
+into any plan that starts in --plan-start, ask for: from transactions and, if the
+company has them, from reports. The recording holds each request once, with its
+answer. On any machine, krnqb import --replay FILE imports from it, and
+krnqb company load loads it.
+
+An interrupted recording stays in FILE.part; the same command goes on with it.
+
+Examples:
+  krnqb record --company nursery.qbw --plan-start 2003-01 --out nursery.jsonl
+  krnqb import --replay nursery.jsonl --plan nursery.kpf --expenses --dry-run)";
+
 inline constexpr std::string_view explain =
     R"(LEDGER is what krnqb import --ledger LEDGER has written. With --row, prints the lines
 of each month: what QuickBooks answered, what was added and by which rule, and their
@@ -73,7 +86,7 @@ Examples:
   krnqb companies --quickbooks-folder . --json)";
 
 inline constexpr std::string_view dialog =
-    R"(options  Choose what to import and import it (requires --company and --plan)
+    R"(options  Choose what to import and import it (requires a company and --plan)
 export   The options for exporting
 company  Choose a company file; prints its path; exit status 1 if cancelled
 plan     Choose a plan file; prints its path; exit status 1 if cancelled

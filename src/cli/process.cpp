@@ -30,7 +30,8 @@ int RunProcess(std::span<const std::string> arguments) {
                                   .readerHasEnded = [&] { return output.ReaderHasEnded(); },
                                   .outputWidth = [] { return WidthOf(STDOUT_FILENO); },
                                   .errorWidth = [] { return WidthOf(STDERR_FILENO); },
-                                  .stopwatch = {}};
+                                  .stopwatch = {},
+                                  .processorClasses = {}};
   return RunKrnqb(arguments, output.Stream(), errors.Stream(), surroundings);
 }
 

@@ -10,6 +10,7 @@
 #include "cli/import/command.h"
 #include "cli/import/json_output.h"
 #include "cli/reconcile/command.h"
+#include "cli/record/command.h"
 #include "support/error_handling.h"
 
 namespace krnqb::cli {

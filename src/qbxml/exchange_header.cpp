@@ -92,12 +92,27 @@ RecordedImport ReadImport(const RecordedObject& object) {
   return import;
 }
 
+std::string MonthText(const YearMonth& month) {
+  return fmt::format("{:04}-{:02}", month.year, month.month);
+}
+
+RecordedSpan ReadSpan(const RecordedObject& object) {
+  return {.from = ReadMonth(object, "from"),
+          .to = ReadMonth(object, "to"),
+          .planStart = ReadMonth(object, "plan_start")};
+}
+
+RecordedLine SpanLine(const RecordedSpan& span) {
+  return {
+      {"from", MonthText(span.from)}, {"to", MonthText(span.to)}, {"plan_start", MonthText(span.planStart)}};
+}
+
 RecordedLine VersionLine(const ProcessorVersion& version) {
   return {{"major", version.major}, {"minor", version.minor}};
 }
 
 RecordedLine ImportLine(const RecordedImport& import) {
-  RecordedLine line{{"start", fmt::format("{:04}-{:02}", import.start.year, import.start.month)},
+  RecordedLine line{{"start", MonthText(import.start)},
                     {"product", WordOf(productWords, import.product)},
                     {"amounts", WordOf(amountsWords, import.amounts)},
                     {"expenses", import.expenses},
@@ -116,6 +131,7 @@ std::string ExchangeHeaderLine(const ExchangeHeader& header) {
                     {"minor", header.processor.minor}};
   if (header.presented) line["presented"] = VersionLine(*header.presented);
   if (header.import) line["import"] = ImportLine(*header.import);
+  if (header.span) line["span"] = SpanLine(*header.span);
   return RecordedLineText(line);
 }
 
@@ -129,6 +145,7 @@ ExchangeHeader ReadExchangeHeader(const RecordedObject& line) {
   if (const RecordedObject* presented = OptionalObject(line, "presented"))
     header.presented = ReadVersion(*presented);
   if (const RecordedObject* import = OptionalObject(line, "import")) header.import = ReadImport(*import);
+  if (const RecordedObject* span = OptionalObject(line, "span")) header.span = ReadSpan(*span);
   return header;
 }
 

@@ -34,19 +34,32 @@ struct RecordedImport {
   bool operator==(const RecordedImport&) const = default;
 };
 
+/// The imports that a recording of whole books has the answers to: of any twelve months from the first to the
+/// last, into plans that begin in `planStart`.
+struct RecordedSpan {
+  YearMonth from;
+  YearMonth to;
+  YearMonth planStart;
+
+  bool operator==(const RecordedSpan&) const = default;
+};
+
 /// What the first line of a recording says:
 ///
 ///     {"exchange":1,"company":"...","major":2,"minor":0,
 ///      "presented":{"major":1,"minor":1},
 ///      "import":{"start":"2002-01","product":"ald","amounts":"transactions",
-///                "expenses":true,"income":true,"past_performance":false,"fiscal_month":7}}
+///                "expenses":true,"income":true,"past_performance":false,"fiscal_month":7},
+///      "span":{"from":"2001-01","to":"2002-12","plan_start":"2003-01"}}
 ///
-/// The last two members and the fiscal month are optional.
+/// The last three members and the fiscal month are optional. A recording has been made of one import or, with
+/// a span, of many.
 struct ExchangeHeader {
   std::string company;                             ///< its path
   ProcessorVersion processor;                      ///< the processor's own version
   std::optional<ProcessorVersion> presented = {};  ///< the version that the import was shown instead
   std::optional<RecordedImport> import = {};
+  std::optional<RecordedSpan> span = {};
 };
 
 /// Returns the first line of a recording, with its line end.

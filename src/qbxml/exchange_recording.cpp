@@ -70,12 +70,20 @@ void ExchangeRecorder::RecordSession(std::string_view company, const ProcessorVe
 }
 
 void ExchangeRecorder::RecordAnswer(std::string_view request, std::string_view response) {
-  output_ << RecordedLineText({{"request", request}, {"response", response}});
+  output_ << RecordedAnswerLine(request, response);
 }
 
 void ExchangeRecorder::RecordRefusal(std::string_view request, std::int32_t number,
                                      std::string_view description) {
-  output_ << RecordedLineText(
+  output_ << RecordedRefusalLine(request, number, description);
+}
+
+std::string RecordedAnswerLine(std::string_view request, std::string_view response) {
+  return RecordedLineText({{"request", request}, {"response", response}});
+}
+
+std::string RecordedRefusalLine(std::string_view request, std::int32_t number, std::string_view description) {
+  return RecordedLineText(
       {{"request", request}, {"error", {{"number", number}, {"description", description}}}});
 }
 

@@ -2,6 +2,8 @@
 
 #include <memory>
 #include <ostream>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "krnqb/request_processor.h"
@@ -34,6 +36,10 @@ class ExchangeRecorder {
   ExchangeHeader header_;
   bool sessionRecorded_ = false;
 };
+
+/// Return the line of a request with its response, or with its refusal; with its line end.
+std::string RecordedAnswerLine(std::string_view request, std::string_view response);
+std::string RecordedRefusalLine(std::string_view request, std::int32_t number, std::string_view description);
 
 /// Returns a factory of processors that forward every call to those of `inner` and record it.
 std::shared_ptr<RequestProcessorFactory> RecordingProcessors(std::shared_ptr<RequestProcessorFactory> inner,

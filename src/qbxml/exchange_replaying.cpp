@@ -29,23 +29,14 @@ std::string Shown(const std::string& request) {
 
 // The recorded answers to one request text, in order, and the index of the next one.
 struct RecordedAnswers {
-  std::vector<std::variant<std::string, Error>> answers;
+  std::vector<RecordedAnswer> answers;
   std::size_t next = 0;
 };
 
 class Recording {
  public:
-  void ReadAnswer(const RecordedObject& line) {
-    RecordedAnswers& recorded = requests_[RecordedText(line, "request")];
-    const auto error = line.find("error");
-    if (line.contains("response") || error == line.end()) {
-      recorded.answers.emplace_back(RecordedText(line, "response"));
-      return;
-    }
-    if (!error->is_object()) throw UnexpectedValue("error", *error, "an object");
-    const auto number =
-        RecordedNumber<std::int32_t>(*error, "number", std::numeric_limits<std::int32_t>::min());
-    recorded.answers.emplace_back(Error(number, RecordedText(*error, "description")));
+  void Add(std::string&& request, RecordedAnswer&& answer) {
+    requests_[std::move(request)].answers.push_back(std::move(answer));
   }
 
   std::string NextAnswer(const std::string& request) {
@@ -57,7 +48,7 @@ class Recording {
     }
     RecordedAnswers& recorded = found->second;
     const std::size_t last = recorded.answers.size() - 1;
-    const auto& answer = recorded.answers[recorded.next < last ? recorded.next++ : last];
+    const RecordedAnswer& answer = recorded.answers[recorded.next < last ? recorded.next++ : last];
     if (const auto* refusal = std::get_if<Error>(&answer)) throw *refusal;
     return std::get<std::string>(answer);
   }
@@ -122,22 +113,45 @@ ExchangeHeader ReadFirstLine(const std::string& text, const RecordingLines& line
   FailAsOtherFile(name, R"(line 1 has no "exchange")");
 }
 
+RecordedAnswer ReadAnswer(const RecordedObject& line) {
+  const auto error = line.find("error");
+  if (line.contains("response") || error == line.end()) return RecordedText(line, "response");
+  if (!error->is_object()) throw UnexpectedValue("error", *error, "an object");
+  const auto number =
+      RecordedNumber<std::int32_t>(*error, "number", std::numeric_limits<std::int32_t>::min());
+  return Error(number, RecordedText(*error, "description"));
+}
+
 }  // namespace
+
+ExchangeHeader ReadExchange(std::istream& recording, const std::string& recordingName,
+                            const RecordedAnswerReceiver& receive) {
+  RecordingLines lines(recording, recordingName);
+  std::string text;
+  if (!lines.Next(text)) FailAsOtherFile(recordingName, "it is empty");
+  ExchangeHeader header = ReadFirstLine(text, lines, recordingName);
+  while (lines.Next(text)) {
+    std::string request;
+    std::optional<RecordedAnswer> answer;
+    try {
+      const RecordedObject line = ParseRecordedLine(text);
+      request = RecordedText(line, "request");
+      answer = ReadAnswer(line);
+    } catch (const Error& error) {
+      lines.Fail(error.Description());
+    }
+    receive(std::move(request), std::move(*answer));
+  }
+  return header;
+}
 
 std::shared_ptr<ReplayedExchange> ReplayingProcessors(std::istream& recording,
                                                       const std::string& recordingName) {
   auto replayed = std::make_shared<Recording>();
-  RecordingLines lines(recording, recordingName);
-  std::string text;
-  if (!lines.Next(text)) FailAsOtherFile(recordingName, "it is empty");
-  replayed->header = ReadFirstLine(text, lines, recordingName);
-  while (lines.Next(text)) {
-    try {
-      replayed->ReadAnswer(ParseRecordedLine(text));
-    } catch (const Error& error) {
-      lines.Fail(error.Description());
-    }
-  }
+  replayed->header =
+      ReadExchange(recording, recordingName, [&](std::string&& request, RecordedAnswer&& answer) {
+        replayed->Add(std::move(request), std::move(answer));
+      });
   return std::make_shared<ReplayingFactory>(std::move(replayed));
 }
 

@@ -1,14 +1,28 @@
 #pragma once
 
+#include <functional>
 #include <istream>
 #include <memory>
 #include <optional>
 #include <string>
+#include <variant>
 
+#include "krnqb/error.h"
 #include "krnqb/request_processor.h"
 #include "qbxml/exchange_header.h"
 
 namespace krnqb {
+
+/// A recorded answer: the response, or the error with which the request was refused.
+using RecordedAnswer = std::variant<std::string, Error>;
+
+/// Receives the requests of a recording with their answers, in order.
+using RecordedAnswerReceiver = std::function<void(std::string&& request, RecordedAnswer&& answer)>;
+
+/// Reads a recorded exchange (see `ExchangeRecorder`) to its end and returns what its first line says. Throws
+/// what `ReplayingProcessors` throws; what `receive` throws is passed on.
+ExchangeHeader ReadExchange(std::istream& recording, const std::string& recordingName,
+                            const RecordedAnswerReceiver& receive);
 
 /// A recorded exchange. Its processors answer from it and share the position in it. Their version is the
 /// recorded processor's own, whatever the recorded import was shown.

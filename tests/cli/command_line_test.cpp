@@ -168,7 +168,7 @@ INSTANTIATE_TEST_SUITE_P(
         InvalidLine{{"accounts", "--company", "c"}, "income|expense is required; see krnqb accounts --help"},
         InvalidLine{{"accounts", "both", "--company", "c"},
                     "\"both\" is not a list of accounts; give income or expense"},
-        InvalidLine{{"accounts", "income"}, "--company is required; see krnqb accounts --help"},
+        InvalidLine{{"record", "--out", "a.jsonl"}, "--plan-start is required; see krnqb record --help"},
         InvalidLine{{"tables"}, "--product is required; see krnqb tables --help"},
         InvalidLine{{"request"}, "N is required; see krnqb request --help"},
         InvalidLine{{"supports", "--company", "c"}, "VERSION is required; see krnqb supports --help"},

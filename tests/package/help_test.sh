@@ -76,6 +76,7 @@ Offers "transactions reports" krnqb import --amounts-from ""
 Offers "income expense" krnqb accounts ""
 Offers "options" krnqb dialog o
 Offers "nursery.qbw" krnqb import --company nur
+Offers "nursery.qbw" krnqb import --quickbooks nur
 Offers "nursery.qbw" krnqb company load nur
 Offers "nursery.qbw new" krnqb company info n
 Offers "" krnqb import --plan-start ""

@@ -122,6 +122,20 @@ TEST(ExchangeRecorder, WritesWhatTheImportWasShownAndAskedFor) {
   EXPECT_EQ(read.import, header.import);
 }
 
+TEST(ExchangeHeader, KeepsTheSpanOfARecordingOfWholeBooks) {
+  const ExchangeHeader header{
+      .company = "C:\\a.qbw", .processor = {6, 3}, .span = RecordedSpan{{2001, 1}, {2002, 12}, {2003, 1}}};
+  const std::string line = ExchangeHeaderLine(header);
+  EXPECT_EQ(line, R"({"exchange":1,"company":"C:\\a.qbw","major":6,"minor":3,)"
+                  R"("span":{"from":"2001-01","to":"2002-12","plan_start":"2003-01"}})"
+                  "\n");
+  EXPECT_EQ(Exchange(line)->Header().span, header.span);
+  EXPECT_EQ(FaultOf(R"({"exchange":1,"company":"","major":1,"minor":1,"span":{"from":"2001-01"}})"),
+            "recording, line 1: \"to\" is missing; a month written YYYY-MM is expected");
+  EXPECT_EQ(FaultOf(R"({"exchange":1,"company":"","major":1,"minor":1,"span":7})"),
+            "recording, line 1: \"span\" is 7; an object is expected");
+}
+
 TEST(ReplayingProcessors, AnswerAsRecorded) {
   const auto processor = Replayed(std::string(session) + "{\"request\":\"a\",\"response\":\"1\"}\n");
   processor->OpenConnection("id", "name");

@@ -20,8 +20,9 @@ HRESULT LoadInterface(ITypeInfo** information) {
 
 HRESULT TestProcessor::QueryInterface(REFIID identifier, void** object) {
   *object = nullptr;
-  if (IsEqualIID(identifier, IID_IUnknown) || IsEqualIID(identifier, IID_IDispatch) ||
-      IsEqualIID(identifier, __uuidof(ITestProcessor))) {
+  const bool byPosition = IsEqualIID(identifier, __uuidof(ITestProcessor));
+  if (byPosition && caller_ == CalledBy::Name) return E_NOINTERFACE;
+  if (byPosition || IsEqualIID(identifier, IID_IUnknown) || IsEqualIID(identifier, IID_IDispatch)) {
     *object = static_cast<ITestProcessor*>(this);
   } else if (IsEqualIID(identifier, IID_ISupportErrorInfo) && !orders_.errorsUnsupported) {
     *object = static_cast<ISupportErrorInfo*>(this);

@@ -20,8 +20,8 @@ HRESULT ResultOf(const Error& error) {
 
 }  // namespace
 
-TestProcessor::TestProcessor(Orders orders, std::unique_ptr<RequestProcessor> processor)
-    : orders_(std::move(orders)), processor_(std::move(processor)) {}
+TestProcessor::TestProcessor(Orders orders, CalledBy caller, std::unique_ptr<RequestProcessor> processor)
+    : orders_(std::move(orders)), caller_(caller), processor_(std::move(processor)) {}
 
 ULONG TestProcessor::AddRef() {
   return static_cast<ULONG>(++references_);
@@ -131,14 +131,18 @@ HRESULT TestProcessor::InterfaceSupportsErrorInfo(REFIID identifier) {
   return IsEqualIID(identifier, __uuidof(ITestProcessor)) ? S_OK : S_FALSE;
 }
 
+namespace {
+
+// A class's `create`. Returns the refusal's number if creation is to be refused, E_FAIL if it fails.
+template <CalledBy caller>
 HRESULT CreateTestProcessor(REFIID identifier, void** object) {
   const Orders orders = ReadOrders();
   LogCall(orders.callLog, "creation");
   if (orders.refusedCall == "creation") return orders.refusalNumber;
   try {
     std::ifstream recording(orders.recording, std::ios::binary);
-    auto* made =
-        new TestProcessor(orders, ReplayingProcessors(recording, orders.recording.string())->Create());
+    auto* made = new TestProcessor(orders, caller,
+                                   ReplayingProcessors(recording, orders.recording.string())->Create());
     const HRESULT result = made->QueryInterface(identifier, object);
     made->Release();
     return result;
@@ -148,10 +152,15 @@ HRESULT CreateTestProcessor(REFIID identifier, void** object) {
   }
 }
 
-ServedClass TheServedClass() {
-  return {.identifier = {0x2D0E74B6, 0x021A, 0x11D5, {0x90, 0x54, 0x00, 0x50, 0x8B, 0xF7, 0x0A, 0x94}},
-          .programName = L"KRN6_TestProcessor.RequestProcessor",
-          .create = CreateTestProcessor};
+}  // namespace
+
+std::vector<ServedClass> TheServedClasses() {
+  const CLSID early{0x2D0E74B6, 0x021A, 0x11D5, {0x90, 0x54, 0x00, 0x50, 0x8B, 0xF7, 0x0A, 0x94}};
+  const CLSID later{0x6C3B7E0D, 0x94A1, 0x4E5B, {0x8F, 0x27, 0x51, 0xD0, 0xC9, 0x4A, 0x7E, 0x36}};
+  return {{.identifier = early,
+           .programName = L"KRN6_TestProcessor.RequestProcessor",
+           .create = CreateTestProcessor<CalledBy::Position>},
+          {.identifier = later, .programName = {}, .create = CreateTestProcessor<CalledBy::Name>}};
 }
 
 }  // namespace krnqb::testing

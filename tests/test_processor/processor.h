@@ -14,11 +14,14 @@
 
 namespace krnqb::testing {
 
+/// How a class lets itself be called: by position in its interface or by name, or by name alone.
+enum class CalledBy { Position, Name };
+
 /// The request processor's COM object: forwards each call to a processor that answers from a recording,
 /// unless told to refuse it.
 class TestProcessor final : public ITestProcessor, public ISupportErrorInfo {
  public:
-  TestProcessor(Orders orders, std::unique_ptr<RequestProcessor> processor);
+  TestProcessor(Orders orders, CalledBy caller, std::unique_ptr<RequestProcessor> processor);
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID identifier, void** object) override;
   ULONG STDMETHODCALLTYPE AddRef() override;
@@ -54,11 +57,9 @@ class TestProcessor final : public ITestProcessor, public ISupportErrorInfo {
   std::atomic<long> references_{1};
   ServerUse use_;
   Orders orders_;
+  const CalledBy caller_;
   std::unique_ptr<RequestProcessor> processor_;
   int requests_ = 0;
 };
-
-/// The class's `create`. Returns the refusal's number if creation is to be refused, E_FAIL if it fails.
-HRESULT CreateTestProcessor(REFIID identifier, void** object);
 
 }  // namespace krnqb::testing

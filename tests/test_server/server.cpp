@@ -13,6 +13,8 @@ std::atomic<long> uses{0};
 
 class ClassFactory final : public IClassFactory {
  public:
+  explicit ClassFactory(ServedClass served) : served_(std::move(served)) {}
+
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID identifier, void** object) override {
     *object = nullptr;
     if (!IsEqualIID(identifier, IID_IUnknown) && !IsEqualIID(identifier, IID_IClassFactory)) {
@@ -32,7 +34,7 @@ class ClassFactory final : public IClassFactory {
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID identifier, void** object) override {
     *object = nullptr;
     if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-    return TheServedClass().create(identifier, object);
+    return served_.create(identifier, object);
   }
   HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
     uses += lock ? 1 : -1;
@@ -42,6 +44,7 @@ class ClassFactory final : public IClassFactory {
  private:
   ~ClassFactory() = default;
 
+  ServedClass served_;
   std::atomic<long> references_{1};
   ServerUse use_;
 };
@@ -94,11 +97,14 @@ using namespace krnqb::testing;
 
 STDAPI DllGetClassObject(REFCLSID identifier, REFIID interfaceIdentifier, void** object) {
   *object = nullptr;
-  if (!IsEqualCLSID(identifier, TheServedClass().identifier)) return CLASS_E_CLASSNOTAVAILABLE;
-  auto* factory = new ClassFactory;
-  const HRESULT result = factory->QueryInterface(interfaceIdentifier, object);
-  factory->Release();
-  return result;
+  for (const ServedClass& served : TheServedClasses()) {
+    if (!IsEqualCLSID(identifier, served.identifier)) continue;
+    auto* factory = new ClassFactory(served);
+    const HRESULT result = factory->QueryInterface(interfaceIdentifier, object);
+    factory->Release();
+    return result;
+  }
+  return CLASS_E_CLASSNOTAVAILABLE;
 }
 
 STDAPI DllCanUnloadNow() {
@@ -106,7 +112,7 @@ STDAPI DllCanUnloadNow() {
 }
 
 STDAPI DllRegisterServer() {
-  const ServedClass served = TheServedClass();
+  const ServedClass served = TheServedClasses().front();
   const std::wstring key = ClassKey(served.identifier);
   std::vector<std::pair<std::wstring, std::pair<const wchar_t*, std::wstring>>> entries{
       {key + L"\\InprocServer32", {nullptr, OwnPath()}},
@@ -121,7 +127,7 @@ STDAPI DllRegisterServer() {
 }
 
 STDAPI DllUnregisterServer() {
-  const ServedClass served = TheServedClass();
+  const ServedClass served = TheServedClasses().front();
   const std::wstring root = L"Software\\Classes\\";
   RegDeleteTreeW(HKEY_LOCAL_MACHINE, (root + ClassKey(served.identifier)).c_str());
   if (!served.programName.empty()) {

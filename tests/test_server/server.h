@@ -3,10 +3,11 @@
 #include <unknwn.h>
 
 #include <string>
+#include <vector>
 
 namespace krnqb::testing {
 
-/// The only class of a test COM server.
+/// A class of a test COM server.
 struct ServedClass {
   CLSID identifier;
   std::wstring programName;  ///< the ProgID; empty for a class without one
@@ -14,8 +15,8 @@ struct ServedClass {
   HRESULT (*create)(REFIID interfaceIdentifier, void** object);
 };
 
-/// Defined by each test server.
-ServedClass TheServedClass();
+/// Defined by each test server. regsvr32 registers the first one; a suite registers the others that it needs.
+std::vector<ServedClass> TheServedClasses();
 
 /// Returns the module that contains this code.
 HMODULE OwnModule();

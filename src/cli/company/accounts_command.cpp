@@ -36,11 +36,11 @@ void MarkSelected(std::vector<AccountNode>& accounts, const XmlElement& selectio
 }
 
 ExitCode ListAccounts(const AccountsOptions& options, const Console& console,
-                      const InterruptWatch& interrupts) {
+                      const InterruptWatch& interrupts, const Surroundings& surroundings) {
   std::shared_ptr<plan_file::PlanFile> plan;
   if (options.planFile)
     plan = Attempt([&] { return plan_file::PlanFile::Open(PathFrom(*options.planFile)); });
-  CompanyInquiry inquiry(options.companyFile, console, interrupts);
+  CompanyInquiry inquiry(options, console, interrupts, surroundings);
   QBDataExchange& exchange = inquiry.Exchange();
 
   const XmlElement answer =
@@ -60,9 +60,10 @@ ExitCode ListAccounts(const AccountsOptions& options, const Console& console,
 
 }  // namespace
 
-ExitCode Run(const AccountsOptions& options, const Console& console) {
+ExitCode Run(const AccountsOptions& options, const Console& console, const Surroundings& surroundings) {
+  RequireOneCompany(options);
   return RunInterruptibly("listing accounts", "nothing was listed", [&](const InterruptWatch& interrupts) {
-    return ListAccounts(options, console, interrupts);
+    return ListAccounts(options, console, interrupts, surroundings);
   });
 }
 

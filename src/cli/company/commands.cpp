@@ -6,6 +6,7 @@
 
 #include "cli/company/interruptible.h"
 #include "cli/company/json_output.h"
+#include "cli/company/recorded_documents.h"
 #include "cli/console/attempt.h"
 #include "cli/console/text_table.h"
 #include "cli/exchange/company_file.h"
@@ -135,8 +136,10 @@ CommandEnd Run(const LoadCompanyOptions& options, const Console& console) {
     CompanyFile company = OpenCompany(options.file, FileAccess::ReadWrite, interrupts);
     WarnOfChecksums(company, options.file, console);
     for (const auto& [document, bytes] : documents) {
-      const company::LoadSummary summary =
-          company.Load(document, bytes, options.strict ? UnknownKinds::Refuse : UnknownKinds::PassOver);
+      const UnknownKinds unknown = options.strict ? UnknownKinds::Refuse : UnknownKinds::PassOver;
+      const company::LoadSummary summary = IsRecording(bytes)
+                                               ? LoadRecording(company, document, bytes, unknown)
+                                               : company.Load(document, bytes, unknown);
       console.out << LoadText(summary);
       WarnOfPassedOver(summary, console);
       ++loaded;

@@ -41,9 +41,10 @@ struct CompanyInfoOptions {
 /// Creates a company file without accounts and transactions.
 CommandEnd Run(const NewCompanyOptions& options, const Console& console);
 
-/// Loads documents one after the other. Warns of records of kinds that cannot be stored, which are passed
-/// over; with `strict` they are faults. Nothing of a faulty document is loaded, and the documents before it
-/// stay loaded: throws Failure, with Failed if none was loaded, and Incomplete otherwise.
+/// Loads documents, or the answers in recordings, one after the other. Warns of records of kinds that cannot
+/// be stored, which are passed over; with `strict` they are faults. Nothing of a faulty document is loaded,
+/// and the documents before it stay loaded: throws Failure, with Failed if none was loaded, and Incomplete
+/// otherwise.
 CommandEnd Run(const LoadCompanyOptions& options, const Console& console);
 
 /// Generates a company file, and prints how many records and lines it has and its size.

@@ -1,33 +1,39 @@
 #include "cli/company/inquiry.h"
 
+#include <utility>
+
+#include "cli/exchange/interruptible_processors.h"
 #include "cli/import/failure.h"
 #include "cli/import/omissions.h"
-#include "cli/import/source.h"
 
 namespace krnqb::cli {
 namespace {
 
-std::shared_ptr<RequestProcessorFactory> ProcessorsOf(const std::string& companyFile, const Console& console,
-                                                      const InterruptWatch& interrupts) {
+ImportSource SourceOf(const CompanyChoice& choice, const InterruptWatch& interrupts,
+                      const Surroundings& surroundings) {
   ImportCommand options;
-  options.companyFile = companyFile;
-  const ImportSource source = OpenImportSource(options, interrupts);
-  if (source.warning) Warn(console, *source.warning);
-  return source.processors;
+  static_cast<CompanyChoice&>(options) = choice;
+  ImportSource source = OpenImportSource(options, interrupts, surroundings);
+  source.processors = InterruptibleProcessors(std::move(source.processors), interrupts);
+  return source;
 }
 
 }  // namespace
 
-CompanyInquiry::CompanyInquiry(const std::string& companyFile, const Console& console,
-                               const InterruptWatch& interrupts)
+CompanyInquiry::CompanyInquiry(const CompanyChoice& choice, const Console& console,
+                               const InterruptWatch& interrupts, const Surroundings& surroundings)
+    : CompanyInquiry(SourceOf(choice, interrupts, surroundings), console) {}
+
+CompanyInquiry::CompanyInquiry(const ImportSource& source, const Console& console)
     : report_(std::make_shared<ImportReport>()),
-      exchange_({.processors = ProcessorsOf(companyFile, console, interrupts),
+      exchange_({.processors = source.processors,
                  .sinks = {},
                  .observer = report_,
                  .userInterface = nullptr,
                  .registry = nullptr,
                  .clock = nullptr}) {
-  exchange_.QBCompany(companyFile);
+  if (source.warning) Warn(console, *source.warning);
+  exchange_.QBCompany(source.companyPath);
   // Account lists and versions do not depend on the fiscal year. Setting one keeps a company that does not
   // state its own from failing.
   exchange_.QBStartingMonth(1);

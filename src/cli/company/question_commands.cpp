@@ -24,9 +24,10 @@ ExitCode Run(const RequestOptions& options, const Console& console) {
   return ExitCode::Done;
 }
 
-ExitCode Run(const SupportsOptions& options, const Console& console) {
+ExitCode Run(const SupportsOptions& options, const Console& console, const Surroundings& surroundings) {
+  RequireOneCompany(options);
   const auto ask = [&](const InterruptWatch& interrupts) {
-    CompanyInquiry inquiry(options.companyFile, console, interrupts);
+    CompanyInquiry inquiry(options, console, interrupts, surroundings);
     const bool supported =
         Attempt("asking the company failed", "check the version and the company file", [&] {
           const Variant answer = inquiry.Exchange().IsSDKVersionSupported(options.version);

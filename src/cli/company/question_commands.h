@@ -4,6 +4,8 @@
 #include <string>
 
 #include "cli/console/streams.h"
+#include "cli/console/surroundings.h"
+#include "cli/exchange/company_choice.h"
 #include "krnqb/enumerations.h"
 
 namespace krnqb::cli {
@@ -16,9 +18,8 @@ struct RequestOptions {
   std::string toDate;
 };
 
-struct SupportsOptions {
+struct SupportsOptions : CompanyChoice {
   std::string version;
-  std::string companyFile;
 };
 
 struct TablesOptions {
@@ -29,7 +30,7 @@ struct TablesOptions {
 ExitCode Run(const RequestOptions& options, const Console& console);
 
 /// Prints whether a company answers a qbXML version. Returns Done for "yes", Failed for "no".
-ExitCode Run(const SupportsOptions& options, const Console& console);
+ExitCode Run(const SupportsOptions& options, const Console& console, const Surroundings& surroundings);
 
 /// Lists the id and title of each plan table that an import for a product may change.
 ExitCode Run(const TablesOptions& options, const Console& console);

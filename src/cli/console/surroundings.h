@@ -6,8 +6,10 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "krnqb/outside_world.h"
+#include "qbxml/processor_classes.h"
 #include "ui/toolkit.h"
 
 namespace krnqb::cli {
@@ -30,6 +32,8 @@ struct Surroundings {
   std::function<std::size_t()> errorWidth = {};
   /// Returns the time since a fixed moment. Null: the system's steady clock.
   std::function<std::chrono::milliseconds()> stopwatch = {};
+  /// Returns the classes of QuickBooks' request processor. Null: those of this machine.
+  std::function<std::vector<ProcessorClass>()> processorClasses = {};
 };
 
 /// Returns the clock, which is never null.

@@ -57,10 +57,11 @@ ExitCode PrintChosen(const Variant& path, const Console& console) {
 void CheckOptions(const DialogOptions& options, const Console& console) {
   if (options.dialog != DialogName::Options) {
     if (options.companyFile) Warn(console, "--company is ignored because only the options dialog imports");
+    if (options.quickBooks) Warn(console, "--quickbooks is ignored because only the options dialog imports");
     if (options.planFile) Warn(console, "--plan is ignored because only the options dialog imports");
     return;
   }
-  if (!options.companyFile) throw WrongUsage("no company is given", "give --company FILE");
+  RequireOneCompany(options);
   if (!options.planFile) throw WrongUsage("no plan is given", "give --plan FILE");
 }
 
@@ -72,7 +73,7 @@ CommandEnd Run(const DialogOptions& options, const Console& console, const Surro
   switch (options.dialog) {
     case DialogName::Options: {
       ImportCommand import;
-      import.companyFile = options.companyFile;
+      static_cast<CompanyChoice&>(import) = options;
       import.planFile = options.planFile.value_or("");
       return RunWithDialog(import, dialogs, console, surroundings);
     }

@@ -7,15 +7,15 @@
 #include "cli/console/command_end.h"
 #include "cli/console/streams.h"
 #include "cli/console/surroundings.h"
+#include "cli/exchange/company_choice.h"
 
 namespace krnqb::cli {
 
 enum class DialogName : std::uint8_t { Options, Export, Company, Plan, About };
 
 /// `krnqb dialog` as it was typed.
-struct DialogOptions {
+struct DialogOptions : CompanyChoice {
   DialogName dialog = DialogName::About;
-  std::optional<std::string> companyFile;
   std::optional<std::string> planFile;
 };
 

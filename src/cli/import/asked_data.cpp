@@ -19,7 +19,7 @@ RecordedImport AskedData(const ImportSettings& settings, const ImportSource& sou
   const bool amounts = options.balances != BalImport_None;
   return {.start = settings.importStart,
           .product = settings.product,
-          .amounts = amounts ? PathOf(source.majorVersion) : AmountsPath::None,
+          .amounts = amounts ? PathOf(ShownMajorVersion(source)) : AmountsPath::None,
           .expenses = options.expenses,
           .income = options.income,
           .pastPerformance = options.pastPerformance,

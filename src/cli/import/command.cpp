@@ -7,7 +7,6 @@
 #include "cli/console/text_table.h"
 #include "cli/exchange/interruptible_processors.h"
 #include "cli/exchange/ledger_output.h"
-#include "cli/exchange/presented_processors.h"
 #include "cli/import/asked_data.h"
 #include "cli/import/expense_selection.h"
 #include "cli/import/failure.h"
@@ -31,10 +30,12 @@ namespace krnqb::cli {
 namespace {
 
 ImportCompany CompanyOf(const ImportSource& source) {
-  return {.path = source.companyPath,
-          .name = source.companyName,
-          .processorVersion = source.processorVersion,
-          .majorVersion = source.majorVersion};
+  const bool opened = source.facts != nullptr && source.recording == nullptr;
+  return {
+      .path = opened && !source.facts->companyPath.empty() ? source.facts->companyPath : source.companyPath,
+      .name = source.companyName,
+      .processorVersion = source.processorVersion,
+      .majorVersion = ShownMajorVersion(source)};
 }
 
 class PlanImport {
@@ -73,7 +74,7 @@ class PlanImport {
   void ReadAndSave() {
     if (dialogs_ == nullptr) CheckImportOptions(options_);
     CheckImportFiles(options_);
-    const ImportSource source = OpenImportSource(options_, interrupts_);
+    const ImportSource source = OpenImportSource(options_, interrupts_, surroundings_);
     ImportBasis& basis = Basis();
     basis.company = CompanyOf(source);
     interrupts_.StopWhenRequested();
@@ -137,7 +138,7 @@ class PlanImport {
     auto processors = source.processors;
     if (options_.recordFile)
       processors = recording.emplace(*options_.recordFile).Recording(source, AskedData(settings, source));
-    processors = PresentedProcessors(processors, source.presented);
+    processors = ShownProcessors(source, processors);
     std::optional<ProgressDisplay> progress;
     if (bar_) progress.emplace(*bar_, ScopeOf(settings, source), surroundings_.stopwatch);
     if (options_.ledgerFile) ledger_.emplace(*options_.ledgerFile);
@@ -153,6 +154,7 @@ class PlanImport {
     if (settings.product == QBKRN_BRI) SelectExpensesOf(exchange);
     const bool goResult = dialogs_ == nullptr ? exchange.Go() : ImportFromDialog(exchange);
     if (outcome_.result == ImportResult::Cancelled) return;
+    Basis().company = CompanyOf(source);
     outcome_.summary.scope = SummaryScopeOf(exchange.Options(), settings);
     if (bar_) bar_->Wipe();
     interrupts_.StopWhenRequested();

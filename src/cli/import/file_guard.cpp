@@ -75,6 +75,8 @@ UsedFiles LedgerFiles(const std::string& ledger) {
 UsedFiles InputFiles(const ImportCommand& options) {
   UsedFiles files;
   if (options.replayFile) files.push_back(OptionFile("--replay", *options.replayFile));
+  if (options.quickBooks && !options.quickBooks->empty())
+    files.push_back(OptionFile("--quickbooks", *options.quickBooks));
   if (!options.companyFile) return files;
   const std::string& company = *options.companyFile;
   files.push_back(OptionFile("--company", company));

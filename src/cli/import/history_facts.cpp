@@ -27,6 +27,8 @@ std::vector<std::string> OptionTexts(const ImportCommand& command, const ImportO
     texts.push_back(fmt::format("{} {}", option, value));
   };
   if (command.companyFile && !command.replayFile) addValue("--company", *command.companyFile);
+  if (command.quickBooks && command.quickBooks->empty()) texts.emplace_back("--quickbooks");
+  if (command.quickBooks && !command.quickBooks->empty()) addValue("--quickbooks", *command.quickBooks);
   if (command.replayFile) addValue("--replay", *command.replayFile);
   addFlag("--expenses", imported.includeExpenseAccounts);
   addFlag("--income", imported.includeIncomeAccounts);

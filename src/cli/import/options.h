@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/exchange/company_choice.h"
 #include "krnqb/enumerations.h"
 #include "plan_file/attributes.h"
 #include "plan_file/history/entry.h"
@@ -13,8 +14,7 @@
 namespace krnqb::cli {
 
 /// The options of `krnqb import`; those that were not given are empty or false.
-struct ImportCommand {
-  std::optional<std::string> companyFile;
+struct ImportCommand : CompanyChoice {
   std::string planFile;
   bool expenses = false;
   bool income = false;

@@ -7,6 +7,7 @@
 
 #include "cli/import/asked_data.h"
 #include "cli/import/request_names.h"
+#include "plan_file/headings.h"
 #include "qbxml/request_catalogue.h"
 
 namespace krnqb::cli {
@@ -48,7 +49,13 @@ Place PlaceOf(const std::string& request) {
   return place;
 }
 
-std::string HeldText(const std::optional<RecordedImport>& recorded, const RecordedImport& asked) {
+std::string HeldText(const ExchangeHeader& header, const RecordedImport& asked) {
+  if (header.span) {
+    return fmt::format("it holds imports of {} to {} into plans from {}, but the import asks for {}",
+                       plan_file::MonthOfYear(header.span->from), plan_file::MonthOfYear(header.span->to),
+                       plan_file::MonthOfYear(header.span->planStart), AskedText(asked));
+  }
+  const std::optional<RecordedImport>& recorded = header.import;
   if (!recorded)
     return fmt::format("it does not say what it was recorded for; the import asks for {}", AskedText(asked));
   if (*recorded == asked) return fmt::format("it was recorded for the same import, {}", AskedText(asked));
@@ -61,7 +68,7 @@ std::optional<Failure> ReplayFailure(const ImportSettings& settings, const Impor
   if (source.recording == nullptr) return std::nullopt;
   const std::optional<std::string>& unanswered = source.recording->UnansweredRequest();
   if (!unanswered) return std::nullopt;
-  const std::string held = HeldText(source.recording->Header().import, AskedData(settings, source));
+  const std::string held = HeldText(source.recording->Header(), AskedData(settings, source));
   return CommandFailure(
       "import failed",
       fmt::format("{} has no answer to {}: {}", source.description, RequestText(PlaceOf(*unanswered)), held),

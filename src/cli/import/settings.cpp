@@ -46,9 +46,7 @@ void CheckImportOptions(const ImportCommand& options) {
   if (!options.expenses && !options.income && !options.pastPerformance) {
     throw WrongUsage("nothing is selected for import", "give --expenses, --income or --past-performance");
   }
-  if (!options.companyFile && !options.replayFile) {
-    throw WrongUsage("no company is given", "give --company FILE, or --replay FILE for a recorded exchange");
-  }
+  RequireOneCompany(options, options.replayFile);
 }
 
 ImportSettings SettleImport(const ImportCommand& options, const plan_file::PlanFile& plan) {
@@ -92,12 +90,14 @@ void Configure(QBDataExchange& exchange, const ImportSettings& settings, const I
 
 ImportScope ScopeOf(const ImportSettings& settings, const ImportSource& source) {
   const ImportCommand& options = settings.options;
+  // A version that is decided in the session usually means reports.
+  const std::int16_t majorVersion = source.majorVersion == 0 ? std::int16_t{2} : source.majorVersion;
   return {.expenses = options.expenses,
           .income = options.income,
           .pastPerformance = options.pastPerformance,
           .balances = options.balances,
           .product = settings.product,
-          .majorVersion = source.majorVersion,
+          .majorVersion = majorVersion,
           .planStart = settings.planStart,
           .importStart = settings.importStart};
 }

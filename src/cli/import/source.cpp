@@ -9,6 +9,8 @@
 #include "cli/console/attempt.h"
 #include "cli/console/interrupt_watch.h"
 #include "cli/exchange/company_file.h"
+#include "cli/exchange/presented_processors.h"
+#include "cli/exchange/quickbooks.h"
 #include "company/processor.h"
 #include "files/fault.h"
 #include "files/input_buffer.h"
@@ -54,6 +56,30 @@ ImportSource CompanySource(const ImportCommand& options, const InterruptWatch& i
   });
 }
 
+std::string VersionText(const ProcessorVersion& version) {
+  return fmt::format("{}.{}", version.major, version.minor);
+}
+
+// Transactions and reports each have a major version. What any other one means is decided in the session.
+bool DecidesAmounts(std::int16_t majorVersion) noexcept {
+  return majorVersion == 1 || majorVersion == 2;
+}
+
+ImportSource QuickBooksSource(const ImportCommand& options, const Surroundings& surroundings) {
+  const std::string path = options.quickBooks.value_or("");
+  const OpenedQuickBooks quickBooks = OpenQuickBooks(surroundings);
+  const auto presented = ChosenVersion(options);
+  const std::int16_t major = presented ? presented->major : quickBooks.version.major;
+  return {.processors = quickBooks.processors,
+          .companyPath = path,
+          .description =
+              path.empty() ? "the company that is open in QuickBooks" : fmt::format("{} in QuickBooks", path),
+          .majorVersion = DecidesAmounts(major) ? major : std::int16_t{0},
+          .processorVersion = VersionText(quickBooks.version),
+          .presented = presented,
+          .facts = std::make_shared<SessionFacts>()};
+}
+
 // A recording is replayed as it was recorded: its own answers fit the version that the import was shown.
 ImportSource RecordedSource(const std::string& path, const ImportCommand& options) {
   constexpr std::string_view failed = "opening the recording failed";
@@ -71,14 +97,16 @@ ImportSource RecordedSource(const std::string& path, const ImportCommand& option
     const ExchangeHeader& header = exchange->Header();
     const auto chosen = ChosenVersion(options);
     const auto presented = chosen ? chosen : header.presented;
-    return ImportSource{
-        .processors = exchange,
-        .companyPath = {},
-        .description = fmt::format("the recording {}", path),
-        .majorVersion = presented.value_or(header.processor).major,
-        .processorVersion = fmt::format("{}.{}", header.processor.major, header.processor.minor),
-        .presented = presented,
-        .recording = exchange};
+    const std::int16_t major = presented.value_or(header.processor).major;
+    const bool decided = DecidesAmounts(major);
+    return ImportSource{.processors = exchange,
+                        .companyPath = {},
+                        .description = fmt::format("the recording {}", path),
+                        .majorVersion = decided ? major : std::int16_t{0},
+                        .processorVersion = VersionText(header.processor),
+                        .presented = presented,
+                        .recording = exchange,
+                        .facts = decided ? nullptr : std::make_shared<SessionFacts>()};
   });
 }
 
@@ -89,9 +117,21 @@ files::OutputFile CreateRecording(const std::string& path, files::FileOperations
 
 }  // namespace
 
-ImportSource OpenImportSource(const ImportCommand& options, const InterruptWatch& interrupts) {
-  return options.replayFile ? RecordedSource(*options.replayFile, options)
-                            : CompanySource(options, interrupts);
+std::int16_t ShownMajorVersion(const ImportSource& source) noexcept {
+  return source.facts != nullptr && source.facts->majorVersion != 0 ? source.facts->majorVersion
+                                                                    : source.majorVersion;
+}
+
+std::shared_ptr<RequestProcessorFactory> ShownProcessors(const ImportSource& source,
+                                                         std::shared_ptr<RequestProcessorFactory> inner) {
+  auto presented = PresentedProcessors(std::move(inner), source.presented);
+  return source.facts == nullptr ? presented : ProcessorsWithShownVersion(std::move(presented), source.facts);
+}
+
+ImportSource OpenImportSource(const ImportCommand& options, const InterruptWatch& interrupts,
+                              const Surroundings& surroundings) {
+  if (options.replayFile) return RecordedSource(*options.replayFile, options);
+  return options.quickBooks ? QuickBooksSource(options, surroundings) : CompanySource(options, interrupts);
 }
 
 ExchangeFile::ExchangeFile(const std::string& path)
@@ -99,7 +139,11 @@ ExchangeFile::ExchangeFile(const std::string& path)
 
 std::shared_ptr<RequestProcessorFactory> ExchangeFile::Recording(const ImportSource& source,
                                                                  const RecordedImport& asked) {
-  const ExchangeHeader header{.company = {}, .processor = {}, .presented = source.presented, .import = asked};
+  const bool decided = ShownMajorVersion(source) != 0;
+  const ExchangeHeader header{.company = {},
+                              .processor = {},
+                              .presented = source.presented,
+                              .import = decided ? std::optional(asked) : std::nullopt};
   return RecordingProcessors(source.processors, std::make_shared<ExchangeRecorder>(lines_.Stream(), header));
 }
 

@@ -76,13 +76,13 @@ class Reconciling {
     lastImport_ =
         Attempt(failed, "remove the plan's damaged history", [&] { return ReadLastImport(plan_->Path()); });
     ImportCommand command = Command();
-    const ImportSource source = OpenImportSource(command, interrupts_);
+    const ImportSource source = OpenImportSource(command, interrupts_, surroundings_);
     ShapeAfterRecording(command, source);
     const ImportSettings settings = SettleImport(command, *plan_);
     start_ = settings.importStart;
     const plan_file::PlanContent content = plan_file::ReadPlanContent(*plan_);
-    const std::vector<std::string> answers = RepeatImport(
-        settings, source, plan_, options_.replayFile.has_value(), interrupts_, surroundings_, booked_);
+    const std::vector<std::string> answers =
+        RepeatImport(settings, source, plan_, !options_.companyFile, interrupts_, surroundings_, booked_);
     const std::optional<reconcile::BooksPeriods> books = AddTheBooks(statement, answers);
     AddPlan(table_, PlanAmounts(content, settings), booked_.Rows());
     ReconcileResult result{.planFile = options_.planFile,
@@ -102,6 +102,7 @@ class Reconciling {
   ImportCommand Command() const {
     ImportCommand command;
     command.companyFile = options_.companyFile;
+    command.quickBooks = options_.quickBooks;
     command.replayFile = options_.replayFile;
     command.planFile = options_.planFile;
     command.expenses = true;
@@ -120,6 +121,8 @@ class Reconciling {
     if (!plan_->Start()) command.planStart = plan_file::PlanStartFromText(facts.planStart);
     if (options_.replayFile) return;
     if (Has(facts, "--amounts-from transactions")) command.amountsFrom = AmountsPath::Transactions;
+    if (options_.quickBooks && Has(facts, "--amounts-from reports"))
+      command.amountsFrom = AmountsPath::Reports;
     for (std::int16_t month = 1; month <= cSubtotals::monthCount; ++month) {
       if (Has(facts, fmt::format("--fiscal-month {}", month))) command.fiscalMonth = month;
     }
@@ -158,7 +161,7 @@ class Reconciling {
   // Returns how finely the books are known; nullopt if they are not.
   std::optional<reconcile::BooksPeriods> AddTheBooks(const std::optional<ProfitAndLoss>& statement,
                                                      const std::vector<std::string>& answers) {
-    const bool recordedReports = options_.replayFile && booked_.FromReports();
+    const bool recordedReports = !options_.companyFile && booked_.FromReports();
     if (options_.companyFile) {
       posted_ = PostCompany(*options_.companyFile);
     } else if (!recordedReports) {
@@ -171,10 +174,10 @@ class Reconciling {
     } else if (recordedReports) {
       if (const auto reported =
               Attempt(failed, "record the exchange again", [&] { return ReportedBooks(answers); })) {
-        booksText_ = "the recorded reports";
+        booksText_ = options_.replayFile ? "the recorded reports" : "the reports of QuickBooks";
         periods = Add(*reported);
       }
-    } else if (!options_.replayFile) {
+    } else if (options_.companyFile) {
       booksText_ = "the company's own transactions";
       reconcile::TakeLedgerAsBooks(table_);
       periods = reconcile::BooksPeriods::Months;
@@ -212,8 +215,7 @@ void CheckSource(const ReconcileOptions& options) {
   if (options.companyFile && options.replayFile) {
     throw WrongUsage("--company and --replay are both given", "give one of them");
   }
-  if (options.companyFile || options.replayFile) return;
-  throw WrongUsage("no company is given", "give --company FILE, or --replay FILE for a recorded exchange");
+  RequireOneCompany(options, options.replayFile);
 }
 
 }  // namespace

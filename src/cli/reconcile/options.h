@@ -4,14 +4,14 @@
 #include <string>
 #include <vector>
 
+#include "cli/exchange/company_choice.h"
 #include "support/exact_amount.h"
 #include "support/year_month.h"
 
 namespace krnqb::cli {
 
 /// `krnqb reconcile` as it was typed.
-struct ReconcileOptions {
-  std::optional<std::string> companyFile;
+struct ReconcileOptions : CompanyChoice {
   std::optional<std::string> replayFile;
   std::string planFile;
   std::optional<YearMonth> importStart;

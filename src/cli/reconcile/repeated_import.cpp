@@ -6,7 +6,6 @@
 
 #include "cli/exchange/forwarding_processor.h"
 #include "cli/exchange/interruptible_processors.h"
-#include "cli/exchange/presented_processors.h"
 #include "cli/import/expense_selection.h"
 #include "cli/import/failure.h"
 #include "cli/import/replay_failure.h"
@@ -101,7 +100,7 @@ std::vector<std::string> RepeatImport(const ImportSettings& settings, const Impo
   const auto answers = std::make_shared<std::vector<std::string>>();
   std::shared_ptr<RequestProcessorFactory> processors = source.processors;
   if (keepAnswers) processors = std::make_shared<AnswerKeepers>(processors, answers);
-  processors = InterruptibleProcessors(PresentedProcessors(processors, source.presented), interrupts);
+  processors = InterruptibleProcessors(ShownProcessors(source, processors), interrupts);
   const auto observer = std::make_shared<BookingObserver>(booked);
   const auto end = std::make_shared<ImportEnd>();
   QBDataExchange exchange({.processors = processors,

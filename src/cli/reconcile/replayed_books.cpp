@@ -6,7 +6,7 @@
 
 #include "cli/console/attempt.h"
 #include "cli/exchange/company_file.h"
-#include "cli/reconcile/scratch_folder.h"
+#include "cli/exchange/scratch_folder.h"
 #include "company/records/document.h"
 #include "profit_and_loss/merging.h"
 #include "profit_and_loss/reading.h"

@@ -72,17 +72,24 @@ class InstalledProcessor final : public RequestProcessor {
 class InstalledProcessors final : public RequestProcessorFactory {
  public:
   std::unique_ptr<RequestProcessor> Create() override {
-    void* created = nullptr;
-    constexpr DWORD contexts = CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER;
-    const HRESULT result = CoCreateInstance(__uuidof(QuickBooksRequestProcessor), nullptr, contexts,
-                                            __uuidof(IQuickBooksRequestProcessor), &created);
-    if (FAILED(result)) throw CreationError(ErrorOf(result), result);
-    return std::make_unique<InstalledProcessor>(
-        ComPointer<IQuickBooksRequestProcessor>::Adopt(static_cast<IQuickBooksRequestProcessor*>(created)));
+    std::int32_t result = S_OK;
+    auto processor = CreateInstalledProcessor(result);
+    if (processor == nullptr) throw CreationError(ErrorOf(result), result);
+    return processor;
   }
 };
 
 }  // namespace
+
+std::unique_ptr<RequestProcessor> CreateInstalledProcessor(std::int32_t& result) {
+  void* created = nullptr;
+  constexpr DWORD contexts = CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER;
+  result = CoCreateInstance(__uuidof(QuickBooksRequestProcessor), nullptr, contexts,
+                            __uuidof(IQuickBooksRequestProcessor), &created);
+  if (FAILED(result)) return nullptr;
+  return std::make_unique<InstalledProcessor>(
+      ComPointer<IQuickBooksRequestProcessor>::Adopt(static_cast<IQuickBooksRequestProcessor*>(created)));
+}
 
 std::shared_ptr<RequestProcessorFactory> InstalledRequestProcessors() {
   return std::make_shared<InstalledProcessors>();

@@ -106,8 +106,12 @@ Error ErrorOf(HRESULT result, IUnknown& object, REFIID interfaceId) {
 
 Error SystemError(DWORD code) {
   const HRESULT result = HRESULT_FROM_WIN32(code);
+  return {result, ResultText(result)};
+}
+
+std::string ResultText(HRESULT result) {
   const std::string text = SystemText(result);
-  return {result, text.empty() ? std::string(StandardDescription(0)) : text};
+  return text.empty() ? std::string(StandardDescription(0)) : text;
 }
 
 HRESULT ResultOf(const Error& error) noexcept {

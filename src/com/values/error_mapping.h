@@ -24,6 +24,8 @@ Error ErrorOf(HRESULT result, EXCEPINFO& exception);
 Error ErrorOf(HRESULT result, IUnknown& object, REFIID interfaceId);
 /// Returns the error of a failed call of the system: its code as an HRESULT, with the system's text.
 Error SystemError(DWORD code);
+/// Returns the system's text of a result, else "Automation error".
+std::string ResultText(HRESULT result);
 /// Clears the thread's error object, so that any new one belongs to the next call.
 void ForgetErrors() noexcept;
 

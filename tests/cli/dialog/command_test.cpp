@@ -175,7 +175,8 @@ TEST_F(DialogCommand, DistinguishesAFailureToShowFromCancelling) {
 TEST_F(DialogCommand, RequiresCompanyAndPlanForTheOptionsDialog) {
   const ProgramRun none = Show({"options"});
   EXPECT_EQ(none.code, 2);
-  EXPECT_EQ(none.err, "krnqb: wrong usage: no company is given; give --company FILE\n");
+  EXPECT_EQ(none.err,
+            "krnqb: wrong usage: no company is given; give --company FILE, or --quickbooks on Windows\n");
   const ProgramRun noPlan = Show({"options", "--company", "a.qbw"});
   EXPECT_EQ(noPlan.code, 2);
   EXPECT_EQ(noPlan.err, "krnqb: wrong usage: no plan is given; give --plan FILE\n");

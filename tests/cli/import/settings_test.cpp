@@ -65,7 +65,8 @@ TEST(CheckImportOptions, RequiresACompanyOrARecording) {
   ImportCommand options = Options();
   options.companyFile.reset();
   EXPECT_EQ(LineOf(options),
-            "krnqb: wrong usage: no company is given; give --company FILE, or --replay FILE for a recorded "
+            "krnqb: wrong usage: no company is given; give --company FILE, --quickbooks on Windows, or "
+            "--replay FILE for a recorded "
             "exchange");
   options.replayFile = "exchange.jsonl";
   EXPECT_EQ(LineOf(options), "no failure");

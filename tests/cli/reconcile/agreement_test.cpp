@@ -96,7 +96,9 @@ TEST_F(AgreeingPlan, RefusesWhatCannotBeCompared) {
             "  Rent & Lease,5.00\nTotal Expense,5.00\n");
   const Words source{"--company", company, "--plan", plan};
   const std::vector<RefusedCase> cases{
-      {{"--plan", plan}, 2, "no company is given; give --company FILE, or --replay FILE"},
+      {{"--plan", plan},
+       2,
+       "no company is given; give --company FILE, --quickbooks on Windows, or --replay FILE"},
       {With(source, {"--replay", "x"}), 2, "--company and --replay are both given; give one of them"},
       {{"--company", company}, 2, "--plan"},
       {With(source, {"--tolerance", "-1"}), 2, "--tolerance \"-1\" is not an amount of 0 or more"},

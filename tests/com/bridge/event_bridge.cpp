@@ -99,10 +99,10 @@ void EventBridge::Disconnect() {
   sinks_.clear();
 }
 
-ServedClass TheServedClass() {
-  return {.identifier = {0x09059AE7, 0x89DC, 0x43A7, {0xB3, 0xCF, 0x0B, 0x88, 0x95, 0x5F, 0x30, 0x0F}},
-          .programName = L"KRN6_TestBridge.EventBridge",
-          .create = CreateEventBridge};
+std::vector<ServedClass> TheServedClasses() {
+  return {{.identifier = {0x09059AE7, 0x89DC, 0x43A7, {0xB3, 0xCF, 0x0B, 0x88, 0x95, 0x5F, 0x30, 0x0F}},
+           .programName = L"KRN6_TestBridge.EventBridge",
+           .create = CreateEventBridge}};
 }
 
 }  // namespace krnqb::testing

@@ -1,4 +1,4 @@
-#include "cli/reconcile/scratch_folder.h"
+#include "cli/exchange/scratch_folder.h"
 
 #include <cerrno>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 #include <fmt/format.h>
 #include <windows.h>
 
-#include "cli/reconcile/scratch_folder.h"
+#include "cli/exchange/scratch_folder.h"
 #include "support/path_text.h"
 
 namespace krnqb::cli {

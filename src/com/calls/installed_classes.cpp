@@ -1,0 +1,149 @@
+#include "com/calls/installed_classes.h"
+
+#include <request_processor.h>
+
+#include <array>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "com/calls/named_processor.h"
+#include "com/calls/request_processor_calls.h"
+#include "com/values/com_pointer.h"
+#include "com/values/error_mapping.h"
+#include "com/values/text.h"
+
+namespace krnqb::com {
+namespace {
+
+constexpr const wchar_t* laterClass = L"QBXMLRP2.RequestProcessor";
+constexpr DWORD contexts = CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER;
+
+// Throws the result as its own number: a run-time error would hide it from the user.
+void RequireSuccess(HRESULT result) {
+  if (FAILED(result)) throw Error(result, ResultText(result));
+}
+
+// COM for this thread as long as the object lives.
+class Apartment {
+ public:
+  Apartment() {
+    const HRESULT result = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    initialised_ = SUCCEEDED(result);
+    // A thread that already uses COM in its own way can use it here too.
+    if (result != RPC_E_CHANGED_MODE) RequireSuccess(result);
+  }
+  ~Apartment() {
+    if (initialised_) CoUninitialize();
+  }
+  Apartment(const Apartment&) = delete;
+  Apartment& operator=(const Apartment&) = delete;
+
+ private:
+  bool initialised_ = false;
+};
+
+// A processor that keeps its apartment. The members are destroyed in reverse order.
+class ApartmentProcessor final : public RequestProcessor {
+ public:
+  ApartmentProcessor(std::unique_ptr<Apartment> apartment, std::unique_ptr<RequestProcessor> inner) noexcept
+      : apartment_(std::move(apartment)), inner_(std::move(inner)) {}
+
+  std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
+    return inner_->ProcessRequest(ticket, request);
+  }
+  void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
+    inner_->OpenConnection(applicationIdentifier, applicationName);
+  }
+  std::string BeginSession(std::string_view companyFile, std::int32_t fileMode) override {
+    return inner_->BeginSession(companyFile, fileMode);
+  }
+  std::string GetCurrentCompanyFileName(std::string_view ticket) override {
+    return inner_->GetCurrentCompanyFileName(ticket);
+  }
+  std::int16_t MajorVersion() override { return inner_->MajorVersion(); }
+  std::int16_t MinorVersion() override { return inner_->MinorVersion(); }
+
+ private:
+  std::unique_ptr<Apartment> apartment_;
+  std::unique_ptr<RequestProcessor> inner_;
+};
+
+std::unique_ptr<RequestProcessor> InApartment(std::unique_ptr<RequestProcessor> (*create)()) {
+  auto apartment = std::make_unique<Apartment>();
+  auto processor = create();
+  return std::make_unique<ApartmentProcessor>(std::move(apartment), std::move(processor));
+}
+
+std::unique_ptr<RequestProcessor> CreateEarlyBound() {
+  std::int32_t result = S_OK;
+  auto processor = CreateInstalledProcessor(result);
+  RequireSuccess(result);
+  return processor;
+}
+
+std::unique_ptr<RequestProcessor> CreateNamed() {
+  CLSID identifier{};
+  HRESULT result = CLSIDFromProgID(laterClass, &identifier);
+  // The text of an unknown name is about the text of the name.
+  if (result == CO_E_CLASSSTRING) result = REGDB_E_CLASSNOTREG;
+  RequireSuccess(result);
+  void* created = nullptr;
+  RequireSuccess(CoCreateInstance(identifier, nullptr, contexts, __uuidof(IDispatch), &created));
+  return NamedProcessor(ComPointer<IDispatch>::Adopt(static_cast<IDispatch*>(created)));
+}
+
+std::wstring TextOfClass(const CLSID& identifier) {
+  std::array<wchar_t, 39> text{};
+  StringFromGUID2(identifier, text.data(), static_cast<int>(text.size()));
+  return text.data();
+}
+
+// The text in the default value of a key of classes, as programs of one width see it; nullopt if it is
+// missing.
+std::optional<std::wstring> ClassValue(const std::wstring& key, REGSAM view) {
+  HKEY opened = nullptr;
+  if (RegOpenKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, KEY_READ | view, &opened) != ERROR_SUCCESS)
+    return std::nullopt;
+  std::array<wchar_t, 1024> text{};
+  DWORD size = sizeof(text) - sizeof(wchar_t);
+  DWORD type = REG_NONE;
+  const LSTATUS status =
+      RegQueryValueExW(opened, nullptr, nullptr, &type, reinterpret_cast<BYTE*>(text.data()), &size);
+  RegCloseKey(opened);
+  if (status != ERROR_SUCCESS || type != REG_SZ) return std::nullopt;
+  return std::wstring(text.data());
+}
+
+bool HasServer(const std::wstring& identifier, REGSAM view) {
+  const std::wstring key = L"CLSID\\" + identifier;
+  return ClassValue(key + L"\\InprocServer32", view) || ClassValue(key + L"\\LocalServer32", view);
+}
+
+constexpr REGSAM ownView = sizeof(void*) == 8 ? KEY_WOW64_64KEY : KEY_WOW64_32KEY;
+constexpr REGSAM otherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+
+bool OnlyInOtherView(const std::wstring& identifier) {
+  return HasServer(identifier, otherView) && !HasServer(identifier, ownView);
+}
+
+// The names of classes are the same for both widths.
+bool NamedOnlyInOtherView() {
+  const std::wstring key = std::wstring(laterClass) + L"\\CLSID";
+  const auto identifier = ClassValue(key, otherView);
+  return identifier && OnlyInOtherView(*identifier);
+}
+
+}  // namespace
+
+std::vector<ProcessorClass> InstalledProcessorClasses() {
+  const std::wstring identifier = TextOfClass(__uuidof(QuickBooksRequestProcessor));
+  return {{.name = "QuickBooks 2002/2003 " + Utf8(identifier),
+           .create = [] { return InApartment(CreateEarlyBound); },
+           .onlyForOtherWidth = [identifier] { return OnlyInOtherView(identifier); }},
+          {.name = Utf8(laterClass),
+           .create = [] { return InApartment(CreateNamed); },
+           .onlyForOtherWidth = NamedOnlyInOtherView}};
+}
+
+}  // namespace krnqb::com
