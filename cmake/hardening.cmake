@@ -12,6 +12,8 @@ if(WIN32)
   add_link_options(
     -Wl,--major-os-version,6,--minor-os-version,1
     -Wl,--major-subsystem-version,6,--minor-subsystem-version,1)
+  # The same sources make the same bytes: a time in a file would be that of its build.
+  add_link_options(-Wl,--no-insert-timestamp)
   # The address is random, data is not executable.
   add_link_options(-Wl,--dynamicbase,--nxcompat)
   if(CMAKE_SIZEOF_VOID_P EQUAL 8)

@@ -3,7 +3,7 @@
 #include <unknwn.h>
 
 #include "com/objects/com_object.h"
-#include "com/registration/server_class.h"
+#include "com/server_class.h"
 
 namespace krnqb::com {
 

@@ -32,7 +32,7 @@ STDAPI DllRegisterServer() {
   using namespace krnqb::com;
   return Guarded({L"KRN6_QB2002", IID_NULL}, [] {
     const std::unique_ptr<RegistryWriter> registry = SystemRegistryWriter();
-    Register(*registry, RegistrationOf(ServerClasses(), OwnPath()));
+    Register(*registry, RegistrationOf(OwnPath()));
   });
 }
 
@@ -40,6 +40,6 @@ STDAPI DllUnregisterServer() {
   using namespace krnqb::com;
   return Guarded({L"KRN6_QB2002", IID_NULL}, [] {
     const std::unique_ptr<RegistryWriter> registry = SystemRegistryWriter();
-    Unregister(*registry, RegistrationOf(ServerClasses(), OwnPath()));
+    Unregister(*registry, RegistrationOf(OwnPath()));
   });
 }

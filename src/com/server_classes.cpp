@@ -15,10 +15,8 @@ ComPointer<IUnknown> Create() {
 }
 
 const std::array classes{
-    ServerClass{__uuidof(::QBDataExchange), program_name::exchange, L"KRN6_QB2002.QBDataExchange",
-                Create<ExchangeObject, _QBDataExchange>},
-    ServerClass{__uuidof(::cSubtotals), program_name::subtotals, L"KRN6_QB2002.cSubtotals",
-                Create<SubtotalsObject, _cSubtotals>},
+    ServerClass{ExchangeClass(), Create<ExchangeObject, _QBDataExchange>},
+    ServerClass{SubtotalsClass(), Create<SubtotalsObject, _cSubtotals>},
 };
 
 }  // namespace

@@ -54,6 +54,7 @@ awk '
     Room("com/objects", "com/calls")
     Room("com/registration", "com/values")
     Room("com", "com/objects com/registration ui/win32")
+    Room("setup", "com/registration")
     Room("files", "support")
     Room("files/windows", "files")
     Room("database/storage", "support")

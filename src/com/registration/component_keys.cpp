@@ -4,8 +4,11 @@
 #include <ole2.h>
 
 #include <array>
+#include <cstring>
 #include <exception>
+#include <optional>
 
+#include "com/registration/component_classes.h"
 #include "com/registration/registry_changes.h"
 #include "krnqb/error.h"
 
@@ -63,23 +66,23 @@ class Table {
   bool isShared_ = false;
 };
 
-void AddProgramNames(Table& table, const ServerClass& serverClass) {
-  const std::wstring name = serverClass.programName;
+void AddProgramNames(Table& table, const ComponentClass& componentClass) {
+  const std::wstring name = componentClass.programName;
   const std::wstring versioned = name + L".1";
-  const std::wstring classId = TextOfIdentifier(serverClass.classId);
+  const std::wstring classId = TextOfIdentifier(componentClass.classId);
   table.Shared(true);
-  table.Key(versioned, serverClass.description);
+  table.Key(versioned, componentClass.description);
   table.Key(versioned + L"\\CLSID", classId);
-  table.Key(name, serverClass.description);
+  table.Key(name, componentClass.description);
   table.Key(name + L"\\CLSID", classId);
   table.Key(name + L"\\CurVer", versioned);
   table.Shared(false);
 }
 
-void AddClass(Table& table, const ServerClass& serverClass, const std::wstring& path) {
-  const std::wstring key = L"CLSID\\" + TextOfIdentifier(serverClass.classId);
-  const std::wstring name = serverClass.programName;
-  table.Key(key, serverClass.description);
+void AddClass(Table& table, const ComponentClass& componentClass, const std::wstring& path) {
+  const std::wstring key = L"CLSID\\" + TextOfIdentifier(componentClass.classId);
+  const std::wstring name = componentClass.programName;
+  table.Key(key, componentClass.description);
   table.Key(key + L"\\InprocServer32", path);
   table.Value(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
   table.Key(key + L"\\ProgID", name + L".1");
@@ -129,6 +132,18 @@ void WriteKey(RegistryChanges& changes, const RegisteredKey& key) {
   if (key.HasValue()) changes.Write(key.path, key.name, key.value);
 }
 
+// Returns whether the hive names the registration's own DLL.
+bool IsOwn(RegistryWriter& registry, RegistryHive hive, const Registration& registration) {
+  const std::optional<StoredValue> stored = registry.Read(hive, registration.ownServerKey, {});
+  if (!stored) return false;
+  std::wstring path(stored->bytes.size() / sizeof(wchar_t), L'\0');
+  std::memcpy(path.data(), stored->bytes.data(), path.size() * sizeof(wchar_t));
+  path.erase(path.find_last_not_of(L'\0') + 1);
+  const std::wstring& own = registration.libraryPath;
+  return CompareStringOrdinal(path.c_str(), static_cast<int>(path.size()), own.c_str(),
+                              static_cast<int>(own.size()), TRUE) == CSTR_EQUAL;
+}
+
 // Returns whether the first key of a registration can be written for all users. Changes nothing if it cannot.
 bool IsMachineWritable(RegistryWriter& registry, const RegisteredKey& first) {
   RegistryChanges trial(registry, allUsers);
@@ -142,12 +157,13 @@ bool IsMachineWritable(RegistryWriter& registry, const RegisteredKey& first) {
 
 }  // namespace
 
-Registration RegistrationOf(std::span<const ServerClass> classes, const std::wstring& libraryPath) {
+Registration RegistrationOf(const std::wstring& libraryPath) {
   Registration registration;
+  registration.libraryPath = libraryPath;
   Table table(registration.keys);
-  for (const ServerClass& serverClass : classes) {
-    AddClass(table, serverClass, libraryPath);
-    AddProgramNames(table, serverClass);
+  for (const ComponentClass& componentClass : ComponentClasses()) {
+    AddClass(table, componentClass, libraryPath);
+    AddProgramNames(table, componentClass);
   }
   for (const RegisteredInterface& registered : interfaces) AddInterface(table, registered);
   AddTypeLibrary(table, libraryPath);
@@ -158,11 +174,15 @@ Registration RegistrationOf(std::span<const ServerClass> classes, const std::wst
   return registration;
 }
 
-void Register(RegistryWriter& registry, const Registration& registration) {
-  const bool forAllUsers = IsMachineWritable(registry, registration.keys.front());
-  RegistryChanges changes(registry, forAllUsers ? allUsers : oneUser);
+void Register(RegistryWriter& registry, const Registration& registration, RegistryHive hive) {
+  RegistryChanges changes(registry, hive);
   for (const RegisteredKey& key : registration.keys) WriteKey(changes, key);
   changes.Keep();
+}
+
+void Register(RegistryWriter& registry, const Registration& registration) {
+  const bool forAllUsers = IsMachineWritable(registry, registration.keys.front());
+  Register(registry, registration, forAllUsers ? allUsers : oneUser);
 }
 
 void Unregister(RegistryWriter& registry, const Registration& registration) {
@@ -176,6 +196,10 @@ void Unregister(RegistryWriter& registry, const Registration& registration) {
     }
   }
   if (refusal != nullptr) std::rethrow_exception(refusal);
+}
+
+void Unregister(RegistryWriter& registry, const Registration& registration, RegistryHive hive) {
+  if (IsOwn(registry, hive, registration)) RemoveKeys(registry, hive, registration);
 }
 
 }  // namespace krnqb::com

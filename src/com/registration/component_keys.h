@@ -1,11 +1,9 @@
 #pragma once
 
-#include <span>
 #include <string>
 #include <vector>
 
 #include "com/registration/registry_writer.h"
-#include "com/registration/server_class.h"
 
 namespace krnqb::com {
 
@@ -22,21 +20,29 @@ struct RegisteredKey {
 /// The complete registration of a DLL; parent keys come before their subkeys.
 struct Registration {
   std::vector<RegisteredKey> keys;
+  std::wstring libraryPath;
   std::wstring ownServerKey;    ///< exists while this DLL is registered
   std::wstring otherServerKey;  ///< exists while the DLL of the other architecture is registered
 };
 
-/// Returns the registration of `classes`, implemented by the DLL at the full path `libraryPath`.
-Registration RegistrationOf(std::span<const ServerClass> classes, const std::wstring& libraryPath);
+/// Returns the registration of all classes, implemented by the DLL at the full path `libraryPath`.
+Registration RegistrationOf(const std::wstring& libraryPath);
 
-/// Writes all keys for every user of the machine, or for the current user only if the first write is denied.
-/// Never leaves half a registration: if a later write fails, takes back what it has changed, so that an
-/// earlier registration is whole again, and rethrows.
+/// Writes all keys for every user of the machine, or for the current user only.
+/// Never leaves half a registration: if a write fails, takes back what it has changed, so that an earlier
+/// registration is whole again, and rethrows.
+void Register(RegistryWriter& registry, const Registration& registration, RegistryHive hive);
+
+/// As above for every user of the machine, or for the current user if the first write is denied.
 void Register(RegistryWriter& registry, const Registration& registration);
 
 /// Removes everything `Register` wrote, for all users and for the current user; leaves keys and values of
 /// others beside or inside it. If the keys for all users cannot be removed, removes the user's nevertheless,
 /// then throws.
 void Unregister(RegistryWriter& registry, const Registration& registration);
+
+/// Removes from one hive everything `Register` wrote; leaves keys and values of others beside or inside it,
+/// and does nothing if the DLL that is registered there is another one.
+void Unregister(RegistryWriter& registry, const Registration& registration, RegistryHive hive);
 
 }  // namespace krnqb::com

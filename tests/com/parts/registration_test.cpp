@@ -8,7 +8,6 @@
 #include <optional>
 #include <string>
 
-#include "com/server_classes.h"
 #include "krnqb/error.h"
 
 namespace krnqb::com {
@@ -86,7 +85,7 @@ class FakeRegistry final : public RegistryWriter {
 };
 
 Registration Own() {
-  return RegistrationOf(ServerClasses(), L"C:\\Programs\\Planner\\KRN6_QB2002.dll");
+  return RegistrationOf(L"C:\\Programs\\Planner\\KRN6_QB2002.dll");
 }
 
 // Registers what a library of the other architecture adds to the shared keys.
@@ -151,7 +150,7 @@ TEST(Register, LeavesNothingBehindIfALaterWriteIsRefused) {
 void ExpectRefusal(FakeRegistry& registry, const wchar_t* path, int written) {
   registry.writesUntilRefusal = written;
   try {
-    Register(registry, RegistrationOf(ServerClasses(), path));
+    Register(registry, RegistrationOf(path));
     FAIL() << "nothing was refused after " << written;
   } catch (const Error& error) {
     EXPECT_EQ(accessDenied, error.Number());
@@ -239,6 +238,55 @@ TEST(Unregister, KeepsSharedKeysWhileTheOtherArchitectureIsRegistered) {
   Register(registry, Own());
   Unregister(registry, Own());
   EXPECT_EQ(before, registry.hives[machine]);
+}
+
+TEST(RegisterInOneHive, WritesTheKeysOfThatHiveAlone) {
+  FakeRegistry both;
+  Register(both, Own());
+  FakeRegistry registry;
+  Register(registry, Own(), user);
+  EXPECT_TRUE(registry.hives[machine].empty());
+  EXPECT_EQ(both.hives[machine], registry.hives[user]);
+}
+
+TEST(RegisterInOneHive, DoesNotTurnToTheUserIfTheMachineHiveRefuses) {
+  FakeRegistry registry;
+  registry.machineRefuses = true;
+  try {
+    Register(registry, Own(), machine);
+    FAIL() << "nothing was refused";
+  } catch (const Error& error) {
+    EXPECT_EQ(accessDenied, error.Number());
+  }
+  EXPECT_TRUE(registry.hives[user].empty());
+}
+
+TEST(UnregisterInOneHive, LeavesTheOtherHive) {
+  for (const RegistryHive hive : {machine, user}) {
+    FakeRegistry registry;
+    Register(registry, Own(), machine);
+    Register(registry, Own(), user);
+    const RegistryHive other = hive == machine ? user : machine;
+    const Keys before = registry.hives[other];
+    Unregister(registry, Own(), hive);
+    EXPECT_TRUE(registry.hives[hive].empty());
+    EXPECT_EQ(before, registry.hives[other]);
+  }
+}
+
+TEST(UnregisterInOneHive, LeavesALibraryInAnotherFolderRegistered) {
+  FakeRegistry registry;
+  Register(registry, RegistrationOf(L"D:\\Elsewhere\\KRN6_QB2002.dll"), machine);
+  const Keys before = registry.hives[machine];
+  Unregister(registry, Own(), machine);
+  EXPECT_EQ(before, registry.hives[machine]);
+}
+
+TEST(UnregisterInOneHive, KnowsItsOwnPathInOtherLetterCase) {
+  FakeRegistry registry;
+  Register(registry, RegistrationOf(L"c:\\programs\\PLANNER\\krn6_qb2002.DLL"), machine);
+  Unregister(registry, Own(), machine);
+  EXPECT_TRUE(registry.hives[machine].empty());
 }
 
 TEST(Unregister, DoesNothingIfTheLibraryIsNotRegistered) {
