@@ -18,7 +18,7 @@ enum class AmountGroup : std::uint8_t {
 /// One sum: of a top-level account in one month, or of an account type in one period of past performance. It
 /// starts at 0.
 struct AmountSlot {
-  AmountGroup group = AmountGroup::Expenses;
+  AmountGroup group = AmountGroup::Expenses;  ///< the kind of sum
   std::string_view name = {};  ///< the top-level account's name, or the account type; compared as keys are
   std::int16_t number = 1;  ///< the month, 1 to 12 from the first month read; of past performance its period,
                             ///< 1 to 14
@@ -70,9 +70,9 @@ std::string_view BookingRuleWord(BookingRule rule) noexcept;
 
 /// An amount that is added to a sum. Texts that do not apply are empty.
 struct Booking {
-  AmountSlot slot = {};
-  BookingRule rule = BookingRule::ChargedToExpense;
-  double amount = 0;                  ///< with the sign with which it is added
+  AmountSlot slot = {};                              ///< the sum to which the amount is added
+  BookingRule rule = BookingRule::ChargedToExpense;  ///< why it is added
+  double amount = 0;                                 ///< with the sign with which it is added
   bool replaces = false;              ///< whether the sum becomes `amount`, whatever was booked before
   std::string_view account = {};      ///< ListID of the account that the line or its item names
   std::string_view accountName = {};  ///< the account's full name, or its name if it comes without an id
@@ -101,16 +101,16 @@ std::string_view CellContentWord(CellContent content) noexcept;
 
 /// A sum that is part of a cell's amount.
 struct CellTerm {
-  AmountSlot slot = {};
-  bool subtracted = false;
+  AmountSlot slot = {};     ///< the sum
+  bool subtracted = false;  ///< whether it is subtracted instead of added
 };
 
 /// A cell that an import has written into a table of the plan. Its amount is the sum of its terms, added in
 /// order from 0.
 struct WrittenCell {
-  CellContent content = CellContent::Amount;
-  std::string_view table = {};           ///< the table's id
-  std::string_view block = {};           ///< the block's id
+  CellContent content = CellContent::Amount;  ///< what the cell holds
+  std::string_view table = {};                ///< the table's id
+  std::string_view block = {};                ///< the block's id
   std::string_view row = {};             ///< the name of the planned row, or of the row of past performance
   std::int32_t rowNumber = 1;            ///< the row's place in its block, from 1
   std::int32_t column = 0;               ///< the cell's place in its row, from 0
@@ -128,7 +128,9 @@ class BookingReceiver {
   /// A line was read, whether or not anything is booked for it. What is left out of it is reported to the
   /// observer before the next line, as an `AmountSkipped` with the line's number.
   virtual void ReadLine(const SourceLine& line) noexcept = 0;
+  /// An amount was added to a sum.
   virtual void Book(const Booking& booking) noexcept = 0;
+  /// A cell was written.
   virtual void WriteCell(const WrittenCell& cell) noexcept = 0;
 };
 

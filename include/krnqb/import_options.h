@@ -16,15 +16,15 @@ struct PeriodFields {
 
 /// The options of an import. The initial values are those of a new component.
 struct ImportOptions {
-  bool includeExpenseAccounts = false;
+  bool includeExpenseAccounts = false;  ///< whether expense accounts become rows
   bool includeIncomeAccounts = false;   ///< includes the cost-of-goods accounts in an import of balances
   bool includePastPerformance = false;  ///< requires an import of balances; for QBKRN_ALD and QBKRN_COR
   std::int16_t growthRateCogs = 0;      ///< annual growth in whole percent
   std::int16_t growthRateIncome = 0;    ///< annual growth in whole percent
   std::int16_t growthRateExpenses = 0;  ///< annual growth in whole percent
-  QBKRN_BalancesImport balancesImport = BalImport_None;
-  QBKRNproduct krnProduct = QBKRN_ALD;
-  PeriodFields period;
+  QBKRN_BalancesImport balancesImport = BalImport_None;  ///< which amounts are written
+  QBKRNproduct krnProduct = QBKRN_ALD;                   ///< the edition that owns the plan
+  PeriodFields period;                                   ///< where the plan and the import begin
 };
 
 }  // namespace krnqb

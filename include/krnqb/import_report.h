@@ -23,17 +23,17 @@ class ImportReport : public Observer {
  public:
   /// A number of amounts and their signed sum.
   struct Total {
-    std::int64_t count = 0;
+    std::int64_t count = 0;  ///< how many amounts
     /// Includes an amount that is not a number as 0. Empty if the sum exceeds the range of a double.
     std::optional<double> sum = 0.0;
   };
 
   /// The amounts that were left out for one reason.
   struct LeftOutGroup {
-    SkipKind kind = SkipKind::NotImported;
-    SkipReason reason = SkipReason::NoAccount;
-    Total total;
-    std::vector<std::string> names;  ///< of the accounts and items concerned, each once
+    SkipKind kind = SkipKind::NotImported;      ///< what it means for the plan
+    SkipReason reason = SkipReason::NoAccount;  ///< why they were left out
+    Total total;                                ///< their number and sum
+    std::vector<std::string> names;             ///< of the accounts and items concerned, each once
   };
 
   /// Creates an empty report that passes every notice on to `next`, which may be null.
@@ -61,9 +61,10 @@ class ImportReport : public Observer {
   /// report rows, and the early end of past performance.
   const std::deque<Notice>& Journal() const noexcept { return journal_; }
 
-  /// Returns the total of the amounts that were left out of the import's own period. Past periods have a
-  /// separate total, since the same transactions may be read again for them.
+  /// Returns the total of the amounts that were left out of the import's own period. Past periods have the
+  /// separate total below, since the same transactions may be read again for them.
   const Total& LeftOut() const noexcept { return leftOut_; }
+  /// Returns the total of the amounts that were left out of past periods.
   const Total& LeftOutOfPast() const noexcept { return leftOutOfPast_; }
   /// Returns `LeftOut` by reason, without the reasons that did not occur.
   std::map<SkipReason, Total> LeftOutByReason() const;

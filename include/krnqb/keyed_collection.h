@@ -23,6 +23,7 @@ std::string FoldedKey(std::string_view text);
 template <typename Item>
 class KeyedCollection {
  public:
+  /// Returns the number of items.
   std::size_t Count() const noexcept { return items_.size(); }
 
   /// Appends an item without a key.
@@ -65,9 +66,11 @@ class KeyedCollection {
     return items_[position - 1];
   }
 
+  /// Returns an iterator to the first item.
   auto begin() const noexcept { return items_.begin(); }
-  auto end() const noexcept { return items_.end(); }
   auto begin() noexcept { return items_.begin(); }
+  /// Returns the iterator past the last item.
+  auto end() const noexcept { return items_.end(); }
   auto end() noexcept { return items_.end(); }
 
  private:

@@ -13,42 +13,42 @@ namespace krnqb {
 /// An operation of the component that reports notices. The last four are the events, for failures of an
 /// event's receiver.
 enum class Operation : std::uint8_t {
-  None,  ///< no operation is named
-  CollectPastPerformance,
-  Deserialize,  ///< the plan's
-  EnsureSession,
-  Go,
-  ImportExpenseBalances,
-  ImportIncomeBalances,
-  IsSDKVersionSupported,
-  ItemAccount,
-  KRNDeserialize,
-  LoadQuickBooksLists,
-  MonthsOfActivity,
-  OffsetBilledExpense,
-  ParseBalanceSheetByType,
-  ParseProfitAndLossReport,
-  QBCompanies,
-  QBExpenseAccounts,
-  QBIncomeAccounts,
-  QbSerialize,
-  ReadExpenseTransactions,
-  ReadPlanTable,
-  ReadSalesTransactions,
-  SelectedExpenses,
-  ShowDialog,
-  SpreadExpenseBalances,
-  SubmitCustomRequest,
-  TopLevelAccountName,
-  TopLevelSubtotals,
-  WriteCostGrowth,
-  WriteExpenseGrowth,
-  WritePastPerformance,
-  WriteSalesGrowth,
-  XMLprocessing,
-  TableModified,
-  AfterImport,
-  ProgressBarChange
+  None,                      ///< no operation is named
+  CollectPastPerformance,    ///< reads the figures of past periods
+  Deserialize,               ///< the plan's
+  EnsureSession,             ///< opens a session and checks the company
+  Go,                        ///< the whole import
+  ImportExpenseBalances,     ///< reads the expenses of the twelve months
+  ImportIncomeBalances,      ///< reads sales and cost of goods of the twelve months
+  IsSDKVersionSupported,     ///< asks which versions of qbXML QuickBooks supports
+  ItemAccount,               ///< finds the account of an item
+  KRNDeserialize,            ///< merges an account list into the plan tables
+  LoadQuickBooksLists,       ///< reads the lists of accounts and items
+  MonthsOfActivity,          ///< finds the last month with an amount
+  OffsetBilledExpense,       ///< takes back an expense that a sale bills to its customer
+  ParseBalanceSheetByType,   ///< reads a balance sheet report
+  ParseProfitAndLossReport,  ///< reads a profit and loss report
+  QBCompanies,               ///< lists the company files
+  QBExpenseAccounts,         ///< reads the expense accounts
+  QBIncomeAccounts,          ///< reads the income accounts
+  QbSerialize,               ///< sends one request of the host
+  ReadExpenseTransactions,   ///< reads bills, checks and credit card charges
+  ReadPlanTable,             ///< reads a table of the plan
+  ReadSalesTransactions,     ///< reads invoices and sales receipts
+  SelectedExpenses,          ///< builds the selection of expense accounts
+  ShowDialog,                ///< shows a dialog
+  SpreadExpenseBalances,     ///< spreads the balances of accounts without transactions over months
+  SubmitCustomRequest,       ///< shows that custom requests are not implemented
+  TopLevelAccountName,       ///< finds the top-level account of an account
+  TopLevelSubtotals,         ///< makes an empty sum for each top-level account
+  WriteCostGrowth,           ///< writes the amounts of cost of goods
+  WriteExpenseGrowth,        ///< writes the amounts of expenses
+  WritePastPerformance,      ///< writes the figures of past periods
+  WriteSalesGrowth,          ///< writes the amounts of sales
+  XMLprocessing,             ///< the event of that name
+  TableModified,             ///< the event of that name
+  AfterImport,               ///< the event of that name
+  ProgressBarChange          ///< the event of that name
 };
 
 /// Returns the name of an operation, as used in messages, JSON and journals; empty for `None`.
@@ -56,14 +56,15 @@ std::string_view OperationName(Operation operation) noexcept;
 
 /// The place a notice refers to: the operation and, if a request is concerned, its number and period.
 struct Place {
-  Operation operation = Operation::None;
-  std::optional<std::int32_t> request = {};
+  Operation operation = Operation::None;        ///< what the import was doing
+  std::optional<std::int32_t> request = {};     ///< the number of the request
   std::string fromDate = {};                    ///< first day of the period, year-month-day
   std::string toDate = {};                      ///< last day of the period, year-month-day
   std::string accountType = {};                 ///< the type that a balance sheet is filtered by
   std::optional<std::int16_t> pastPeriod = {};  ///< the period of past performance, 1 to 14
 };
 
+/// What happened.
 enum class NoticeKind {
   StatementSkipped,  ///< a statement failed; the operation went on with the next one
   OperationEnded,  ///< a statement failed and ended the operation, which returned an empty or partial result
@@ -112,29 +113,29 @@ enum class SkipKind : std::uint8_t {
 
 /// An amount that was left out.
 struct Skipped {
-  SkipReason reason = SkipReason::NoAccount;
-  SkipKind kind = SkipKind::NotImported;
-  std::string transactionId = {};    ///< empty for a report row
-  std::string transactionDate = {};  ///< year-month-day; empty for a report row
-  std::string source = {};           ///< the line's element name, or the report row's account name
-  std::string account = {};          ///< the account's or item's id, or an account's name, if known
-  std::string accountName = {};      ///< the account's or item's full name, if known
-  std::string customer = {};         ///< the customer's id, if the line or its transaction has one
-  std::string customerName = {};     ///< the customer's full name, if known
-  std::string amount = {};           ///< the text in the answer
-  std::int64_t line = 0;             ///< the number of its `SourceLine` if bookings are received, otherwise 0
+  SkipReason reason = SkipReason::NoAccount;  ///< why
+  SkipKind kind = SkipKind::NotImported;      ///< what it means for the plan
+  std::string transactionId = {};             ///< empty for a report row
+  std::string transactionDate = {};           ///< year-month-day; empty for a report row
+  std::string source = {};                    ///< the line's element name, or the report row's account name
+  std::string account = {};                   ///< the account's or item's id, or an account's name, if known
+  std::string accountName = {};               ///< the account's or item's full name, if known
+  std::string customer = {};                  ///< the customer's id, if the line or its transaction has one
+  std::string customerName = {};              ///< the customer's full name, if known
+  std::string amount = {};                    ///< the text in the answer
+  std::int64_t line = 0;  ///< the number of its `SourceLine` if bookings are received, otherwise 0
 };
 
 /// A failure, an oddity or a left-out amount that an import reports.
 struct Notice {
-  NoticeKind kind = NoticeKind::StatementSkipped;
-  NoticeMeaning meaning = NoticeMeaning::Complete;
-  Place place = {};
-  std::int32_t number = 0;       ///< the error number, or the answer's statusCode
-  std::string severity = {};     ///< the answer's statusSeverity
+  NoticeKind kind = NoticeKind::StatementSkipped;   ///< what happened
+  NoticeMeaning meaning = NoticeMeaning::Complete;  ///< what it means for the import's result
+  Place place = {};                                 ///< where it happened
+  std::int32_t number = 0;                          ///< the error number, or the answer's statusCode
+  std::string severity = {};                        ///< the answer's statusSeverity
   std::string description = {};  ///< the error's description, the answer's statusMessage, the table's id or
                                  ///< the account's name
-  std::optional<Skipped> skipped = {};
+  std::optional<Skipped> skipped = {};  ///< set if the kind is `AmountSkipped`
   std::optional<Finding> finding = {};  ///< set if the kind is `Warning`
   std::string file = {};                ///< the path concerned, in the system's bytes; not necessarily UTF-8
   ErrorKind errorKind = ErrorKind::Other;  ///< the error's kind; `Other` without an error

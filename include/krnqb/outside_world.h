@@ -48,7 +48,11 @@ class UserInterface {
   virtual Variant ShowDialog(QBDataExchange& component, QBKRN_Dialogs dialog) = 0;
 };
 
-enum class RegistryHive { LocalMachine, CurrentUser };
+/// The parts of the registry that the component reads.
+enum class RegistryHive {
+  LocalMachine,  ///< of all users
+  CurrentUser    ///< of the current user
+};
 
 /// Read access to the system's registry.
 class Registry {
@@ -79,7 +83,7 @@ class FileSystem {
 
 /// A moment in local time.
 struct LocalDateTime {
-  std::int32_t year = 0;
+  std::int32_t year = 0;    ///< such as 2002
   std::int32_t month = 0;   ///< 1 to 12
   std::int32_t day = 0;     ///< 1 to 31
   std::int32_t hour = 0;    ///< 0 to 23
@@ -87,6 +91,7 @@ struct LocalDateTime {
   std::int32_t second = 0;  ///< 0 to 59
 };
 
+/// The time that save stamps are made of.
 class Clock {
  public:
   virtual ~Clock() = default;
@@ -101,13 +106,13 @@ class Clock {
 /// a user interface nothing is shown, a null registry behaves like an empty one, and a null clock or file
 /// system means the operating system's own.
 struct OutsideWorld {
-  std::shared_ptr<RequestProcessorFactory> processors;
-  std::vector<std::shared_ptr<EventSink>> sinks;
-  std::shared_ptr<Observer> observer;
-  std::shared_ptr<UserInterface> userInterface;
-  std::shared_ptr<Registry> registry;
-  std::shared_ptr<Clock> clock;
-  std::shared_ptr<FileSystem> files = {};
+  std::shared_ptr<RequestProcessorFactory> processors;  ///< QuickBooks
+  std::vector<std::shared_ptr<EventSink>> sinks;        ///< who receives the events, in this order
+  std::shared_ptr<Observer> observer;                   ///< who receives the notices
+  std::shared_ptr<UserInterface> userInterface;         ///< shows messages and dialogs
+  std::shared_ptr<Registry> registry;                   ///< where the folder of QuickBooks is looked up
+  std::shared_ptr<Clock> clock;                         ///< the time of save stamps
+  std::shared_ptr<FileSystem> files = {};               ///< where company files are looked for
   /// The folder of the QuickBooks program, as a path of this system. If empty, the folder is looked up in the
   /// registry.
   std::optional<std::string> quickBooksFolder = {};

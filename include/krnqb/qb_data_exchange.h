@@ -24,6 +24,7 @@ namespace krnqb {
 /// texts are UTF-8.
 class QBDataExchange {
  public:
+  /// Creates a component without a plan, with the initial options.
   explicit QBDataExchange(OutsideWorld world);
   /// Releases the host's slot, the request processor, the plan, and then the lists and collections.
   ~QBDataExchange();
@@ -41,19 +42,25 @@ class QBDataExchange {
   /// Replaces all options, including the period and the product.
   void Options(const ImportOptions& options) noexcept;
 
+  /// Whether expense accounts are imported.
   bool IncludeExpenseAccounts() const noexcept;
   void IncludeExpenseAccounts(bool include) noexcept;
+  /// Whether income accounts are imported, and with balances the cost-of-goods accounts.
   bool IncludeIncomeAccounts() const noexcept;
   void IncludeIncomeAccounts(bool include) noexcept;
+  /// Whether past performance is imported; requires an import of balances.
   bool IncludePastPerformance() const noexcept;
   void IncludePastPerformance(bool include) noexcept;
-  /// Annual growth in whole percent; so are the next two.
+  /// Annual growth of cost-of-goods rows in whole percent.
   std::int16_t GrowthRateCOGS() const noexcept;
   void GrowthRateCOGS(std::int16_t percent) noexcept;
+  /// Annual growth of sales rows in whole percent.
   std::int16_t GrowthRateIncome() const noexcept;
   void GrowthRateIncome(std::int16_t percent) noexcept;
+  /// Annual growth of expense rows in whole percent.
   std::int16_t GrowthRateExpenses() const noexcept;
   void GrowthRateExpenses(std::int16_t percent) noexcept;
+  /// Which monthly amounts are imported.
   QBKRN_BalancesImport BalancesImport() const noexcept;
   void BalancesImport(QBKRN_BalancesImport balances) noexcept;
 
@@ -79,6 +86,7 @@ class QBDataExchange {
 
   // The plan.
 
+  /// Returns the host's plan object, or Empty if none was set.
   Variant KRNPlanData() const;
   /// Stores the host's plan object (shared, not copied). The object is checked only when it is used.
   void KRNPlanData(const Variant& plan);
@@ -109,9 +117,10 @@ class QBDataExchange {
 
   /// Shows the message "future implementation" and returns Empty.
   Variant SubmitCustomRequest(std::string_view QBRequestXML);
-  /// Returns the document element of QuickBooks' response with the company's expense (income) accounts, read
-  /// on every call, or an empty element if there is no readable response.
+  /// Returns the document element of QuickBooks' response with the company's expense accounts, read on every
+  /// call, or an empty element if there is no readable response.
   XmlElement QBExpenseAccounts();
+  /// Returns the company's income accounts; otherwise like `QBExpenseAccounts`.
   XmlElement QBIncomeAccounts();
   /// Returns the company files in the folder of the QuickBooks program, as an element "qbcompanies" that
   /// contains a "company" with "name" and "fullpath" for each file, sorted by name, case-insensitive. Returns
@@ -121,10 +130,12 @@ class QBDataExchange {
   /// Returns Empty.
   Variant Execute(std::string& Action, const Variant& Args = {});
 
-  // The error pair: the last failure, or 0 and an empty text. Only the host clears it.
+  // The error pair.
 
+  /// The number of the last failure, or 0. Only the host clears it.
   std::int32_t ErrorNumber() const noexcept;
   void ErrorNumber(std::int32_t number) noexcept;
+  /// The description of the last failure, or an empty text. Only the host clears it.
   std::string ErrorDescription() const;
   void ErrorDescription(std::string_view description);
   /// Returns the kind of the error in the pair, which distinguishes errors that have the same number; `Other`
@@ -134,14 +145,18 @@ class QBDataExchange {
   // Periods. A getter that reads 0 stores and returns the default: for the plan's start the import's start,
   // for the import's month the plan's, for the import's year the year before the plan's.
 
+  /// First month of the plan, 1 to 12; by default the import's.
   std::int16_t KRNStartingMonth();
   void KRNStartingMonth(std::int16_t month) noexcept;
+  /// First year of the plan; by default the import's.
   std::int16_t KRNStartingYear();
   void KRNStartingYear(std::int16_t year) noexcept;
-  /// Opens a session first if none is open; a failure is stored in the error pair and otherwise ignored.
+  /// First month of the period that is imported, 1 to 12; by default the plan's. Opens a session first if
+  /// none is open; a failure is stored in the error pair and otherwise ignored.
   std::int16_t StartingMonth();
   void StartingMonth(std::int16_t month) noexcept;
-  /// Throws Error 6 if the year before the plan's does not fit in 16 bits.
+  /// Year of the first month that is imported; by default the year before the plan's. Throws Error 6 if that
+  /// year does not fit in 16 bits.
   std::int16_t StartingYear();
   void StartingYear(std::int16_t year) noexcept;
   /// First month of the company's fiscal year, 1 to 12; 0 until the company check of a session has read it.
@@ -149,6 +164,7 @@ class QBDataExchange {
   std::int16_t QBStartingMonth() const noexcept;
   void QBStartingMonth(std::int16_t month) noexcept;
 
+  /// The edition of the planning program that owns the plan.
   QBKRNproduct KRNProduct() const noexcept;
   void KRNProduct(QBKRNproduct product) noexcept;
 
@@ -168,6 +184,7 @@ class QBDataExchange {
   /// transactions with major version 1, reports with 2, and no amounts with any other.
   std::int16_t QBMajorVersion() const noexcept;
   void QBMajorVersion(std::int16_t version) noexcept;
+  /// The second part of the request processor's version; it affects nothing.
   std::int16_t QBMinorVersion() const noexcept;
   void QBMinorVersion(std::int16_t version) noexcept;
 

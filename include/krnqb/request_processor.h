@@ -29,6 +29,7 @@ class RequestProcessor {
 
   /// Returns 1 for a qbXML 1.x processor, 2 for a qbXML 2.0 processor.
   virtual std::int16_t MajorVersion() = 0;
+  /// Returns the part of the processor's version after the point.
   virtual std::int16_t MinorVersion() = 0;
 };
 

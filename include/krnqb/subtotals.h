@@ -16,10 +16,11 @@ namespace krnqb {
 /// they have in QuickBooks.
 class cSubtotals : public Object {
  public:
-  static constexpr std::int16_t slotCount = 14;
-  static constexpr std::int16_t monthCount = 12;
+  static constexpr std::int16_t slotCount = 14;   ///< the number of slots
+  static constexpr std::int16_t monthCount = 12;  ///< the number of slots that are months
 
   cSubtotals() = default;
+  /// Creates a record of zeros with a description.
   explicit cSubtotals(std::string_view descriptionText) : description_(descriptionText) {}
 
   /// The account's name, which is also its key in the collection.

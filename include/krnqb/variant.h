@@ -23,13 +23,16 @@ class Object {
   Object& operator=(const Object&) = default;
 };
 
+/// A shared reference to an object; null is Nothing.
 using ObjectReference = std::shared_ptr<Object>;
 
 /// A value whose type is known only at run time: Empty, Boolean, a 16- or 32-bit integer, a double, a UTF-8
 /// text, an XML element or another object. An object reference may be null, which means Nothing.
 class Variant {
  public:
+  /// Creates an Empty value.
   Variant() = default;
+  /// Creates a value of the argument's type. Texts are UTF-8 and are copied; objects are shared.
   Variant(bool truth) : value_(truth) {}                         // NOLINT(google-explicit-constructor)
   Variant(std::int16_t number) : value_(number) {}               // NOLINT(google-explicit-constructor)
   Variant(std::int32_t number) : value_(number) {}               // NOLINT(google-explicit-constructor)
@@ -43,19 +46,24 @@ class Variant {
   Variant(std::shared_ptr<ObjectType> object)  // NOLINT(google-explicit-constructor)
       : value_(ObjectReference(std::move(object))) {}
 
+  /// Returns whether the value is Empty.
   bool IsEmpty() const noexcept { return std::holds_alternative<std::monostate>(value_); }
   /// Returns whether the value is an XML element or another object, including Nothing.
   bool IsObject() const noexcept;
   /// Returns whether the value is a null object or an empty XML element.
   bool IsNothing() const noexcept;
 
-  // Each returns the value if it has that type, otherwise null. The pointer is valid as long as the Variant
-  // is neither changed nor destroyed.
+  // The values. A pointer is valid as long as the Variant is neither changed nor destroyed.
 
+  /// Returns the value if it is a Boolean, otherwise null.
   const bool* AsBoolean() const noexcept { return std::get_if<bool>(&value_); }
+  /// Returns the value if it is a 16-bit integer, otherwise null.
   const std::int16_t* AsInteger() const noexcept { return std::get_if<std::int16_t>(&value_); }
+  /// Returns the value if it is a 32-bit integer, otherwise null.
   const std::int32_t* AsLong() const noexcept { return std::get_if<std::int32_t>(&value_); }
+  /// Returns the value if it is a double, otherwise null.
   const double* AsDouble() const noexcept { return std::get_if<double>(&value_); }
+  /// Returns the value if it is a text, otherwise null.
   const std::string* AsText() const noexcept { return std::get_if<std::string>(&value_); }
   /// Returns the element if the value is a non-empty XML element, otherwise null.
   const XmlElement* AsElement() const noexcept;

@@ -40,7 +40,7 @@ std::string_view WarningWord(WarningCode code) noexcept;
 /// One account, row, item or table to which a warning applies. Amounts have the sign that they have in the
 /// plan. Members that a code does not use are empty.
 struct Finding {
-  WarningCode code = WarningCode::NoRow;
+  WarningCode code = WarningCode::NoRow;  ///< what is found
   /// The account (BalanceSpread, NoRow, DepreciationAndOwnRow, EquityNamedFirst, NamesDifferInCase,
   /// NameWithQuote, TextCut), the planned row (RowTwice, TwinMisaligned, TwinMissing, ShortRow), the item
   /// (QuantityAsOne, TextCut of an average cost), the customer (BilledAgain), the group of accounts
@@ -66,8 +66,8 @@ struct Finding {
 
 /// A warning: everything that an import found with the same code.
 struct Warning {
-  WarningCode code = WarningCode::NoRow;
-  std::vector<Finding> findings;  ///< at least one, in the order in which they were found, each once
+  WarningCode code = WarningCode::NoRow;  ///< what the findings have in common
+  std::vector<Finding> findings;          ///< at least one, in the order in which they were found, each once
 };
 
 /// Returns a warning as one plain English sentence without a final period: what happened, with the names and

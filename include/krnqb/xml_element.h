@@ -40,7 +40,9 @@ class OutsideXmlElement {
 /// like an empty handle: call `Own` first to parse it.
 class XmlElement {
  public:
+  /// Creates an empty handle.
   XmlElement() noexcept = default;
+  /// Creates a handle to an element of the host.
   explicit XmlElement(std::shared_ptr<OutsideXmlElement> outsideElement) noexcept
       : outside_(std::move(outsideElement)) {}
 
@@ -48,12 +50,14 @@ class XmlElement {
   /// declares entities. Line ends become LF; an encoding declaration is ignored. Loads nothing external.
   static XmlElement Parse(std::string_view text);
 
+  /// Returns whether the handle refers to an element.
   explicit operator bool() const noexcept { return node_ != nullptr || outside_ != nullptr; }
   /// Returns whether both handles refer to the same element; empty handles are equal.
   bool operator==(const XmlElement& other) const noexcept {
     return node_ == other.node_ && outside_ == other.outside_;
   }
 
+  /// Returns the host's element if the handle refers to one, otherwise null.
   const std::shared_ptr<OutsideXmlElement>& Outside() const noexcept { return outside_; }
   /// Returns the element itself, or for an outside element its counterpart in a newly parsed copy of its
   /// document; an empty handle if that document cannot be parsed or does not contain the element.
@@ -78,11 +82,17 @@ class XmlElement {
 
   // Navigating. Text, comments and processing instructions between elements are skipped.
 
+  /// Returns the element that contains this one; empty for the document element.
   XmlElement Parent() const noexcept;
+  /// Returns the first child element, or an empty handle.
   XmlElement FirstChild() const noexcept;
+  /// Returns the last child element, or an empty handle.
   XmlElement LastChild() const noexcept;
+  /// Returns the next element with the same parent, or an empty handle.
   XmlElement NextSibling() const noexcept;
+  /// Returns the previous element with the same parent, or an empty handle.
   XmlElement PreviousSibling() const noexcept;
+  /// Returns the child elements in document order.
   std::vector<XmlElement> Children() const;
   /// Returns the first child with this name, or an empty handle.
   XmlElement Child(std::string_view name) const noexcept;
