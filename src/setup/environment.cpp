@@ -4,9 +4,9 @@
 
 #include <string>
 
-#include "com/registration/registry_key.h"
 #include "com/values/error_mapping.h"
 #include "setup/search_path.h"
+#include "support/windows/registry_key.h"
 
 namespace krnqb::setup {
 namespace {
@@ -68,8 +68,8 @@ void TellPrograms() {
 
 template <typename Change>
 bool ChangePath(RegistryHive hive, Change change) {
-  com::RegistryKey key;
-  Check(RegCreateKeyExW(com::RootOf(hive), EnvironmentKey(hive), 0, nullptr, REG_OPTION_NON_VOLATILE,
+  RegistryKey key;
+  Check(RegCreateKeyExW(RootOf(hive), EnvironmentKey(hive), 0, nullptr, REG_OPTION_NON_VOLATILE,
                         KEY_QUERY_VALUE | KEY_SET_VALUE, nullptr, key.Receive(), nullptr));
   StoredPath stored = Read(key.get());
   if (!change(stored.path)) return false;
