@@ -15,6 +15,7 @@
 #include "cli/record/span.h"
 #include "plan_file/attributes.h"
 #include "qbxml/request_catalogue.h"
+#include "support/path_text.h"
 
 namespace krnqb::cli {
 namespace {
@@ -144,7 +145,8 @@ void ScratchImports::RunOne(const Import& import, double from, double to) {
 }
 
 Error ScratchImports::Go(const Import& import, double from, double to) {
-  const std::filesystem::path file = folder_ / (std::string(plan_file::ProductText(import.product)) + ".kpf");
+  const std::filesystem::path file =
+      folder_ / PathFrom(fmt::format("{}.kpf", plan_file::ProductText(import.product)));
   if (!std::filesystem::exists(file)) plan_file::PlanFile::Create(file, import.product, span_.planStart);
   const auto plan = plan_file::PlanFile::Open(file);
   ImportCommand command;
