@@ -59,7 +59,7 @@ PartialFile::PartialFile(std::filesystem::path file)
     : file_(std::move(file)), part_(files::WithSuffix(file_, ".part")) {}
 
 PartialFile::~PartialFile() {
-  const bool empty = claim_ && continued_ == 0 && answers_.empty();
+  const bool empty = claim_ && begunAnew_ && answers_.empty();
   lines_.close();
   if (empty) operations_.Remove(part_);
 }
@@ -72,10 +72,11 @@ void PartialFile::Begin(const ExchangeHeader& header) {
   Claim();
   RemoveCutEntry();
   std::error_code unknown;
-  if (std::filesystem::file_size(part_, unknown) > 0) ReadAnswers(header);
+  begunAnew_ = std::filesystem::file_size(part_, unknown) == 0;
+  if (!begunAnew_) ReadAnswers(header);
   continued_ = answers_.size();
   lines_.open(part_, std::ios::binary | std::ios::app);
-  if (std::filesystem::file_size(part_, unknown) == 0) Write(ExchangeHeaderLine(header));
+  if (begunAnew_) Write(ExchangeHeaderLine(header));
 }
 
 void PartialFile::Claim() {

@@ -22,7 +22,7 @@ class PartialFile {
   explicit PartialFile(std::filesystem::path file);
   PartialFile(const PartialFile&) = delete;
   PartialFile& operator=(const PartialFile&) = delete;
-  /// Removes FILE.part if it holds no answer.
+  /// Removes FILE.part if it was begun anew and holds no answer.
   ~PartialFile();
 
   /// Creates FILE.part, or goes on with it and reads its answers; no other process may use it until the
@@ -63,6 +63,7 @@ class PartialFile {
   std::map<std::string, RecordedAnswer, std::less<>> answers_;
   std::size_t continued_ = 0;
   bool entryWasCut_ = false;
+  bool begunAnew_ = false;
 };
 
 }  // namespace krnqb::cli

@@ -56,8 +56,8 @@ TEST_P(QuickBooksImport, IsThatOfTheCompanyFile) {
       With(quickBooks));
   ASSERT_EQ(run.code, 0) << run.err;
   EXPECT_EQ(WithoutStamps(ReadText(live)), WithoutStamps(ReadText(place / "ald.kpf")));
-  EXPECT_NE(run.out.find("\"path\":\"" + company + "\""), std::string::npos) << run.out.substr(0, 2000);
-  EXPECT_NE(run.out.find("\"amounts_from\":\"" + GetParam().words + "\""), std::string::npos);
+  EXPECT_NE(run.out.find("\"path\": \"" + company + "\""), std::string::npos) << run.out.substr(0, 2000);
+  EXPECT_NE(run.out.find("\"amounts_from\": \"" + GetParam().words + "\""), std::string::npos);
   // Nothing is asked that the component does not ask for itself.
   EXPECT_EQ(std::count(quickBooks->requests.begin(), quickBooks->requests.end(), BuildRequest(100, {}, {})),
             4);
@@ -129,7 +129,7 @@ TEST(QuickBooksReconciliation, ComparesThePlanWithWhatQuickBooksAnswers) {
         RunProgram({"reconcile", "--quickbooks", "--plan", place / "plan.kpf", "--json"}, With(quickBooks));
     EXPECT_EQ(run.err, "");
     EXPECT_NE(run.out.find("open in QuickBooks"), std::string::npos) << run.out.substr(0, 500);
-    EXPECT_EQ(run.out.find("\"books\":\"the reports of QuickBooks\"") != std::string::npos, version == "2.0")
+    EXPECT_EQ(run.out.find("\"books\": \"the reports of QuickBooks\"") != std::string::npos, version == "2.0")
         << run.out.substr(0, 500);
     std::filesystem::remove(place / "print-shop.qbw");
   }

@@ -133,7 +133,7 @@ TEST(Record, NamesWhatItHoldsIfAnImportAsksForMore) {
       << run.err;
 }
 
-TEST(Record, ReconcilesAPlanLikeTheCompanyItself) {
+TEST(Record, ReconcilesAPlanWithItsTransactions) {
   const Workplace place;
   place.NurseryYear("1.1");
   ASSERT_EQ(RunProgram(RecordCompany(place)).code, 0);
@@ -141,7 +141,10 @@ TEST(Record, ReconcilesAPlanLikeTheCompanyItself) {
       RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--income", "--balances", "all"})).code, 0);
   const ProgramRun run =
       RunProgram({"reconcile", "--replay", place / "books.jsonl", "--plan", place / "ald.kpf"});
-  EXPECT_EQ(run.code, 0) << run.out << run.err;
+  EXPECT_EQ(run.code, 4) << run.err;  // the plan has two rows Rent
+  EXPECT_NE(run.out.find("  Plant Sales             28,611.15   28,611.15        0.00\n"), std::string::npos)
+      << run.out;
+  EXPECT_NE(run.out.find("Total expenses            49,954.45   38,344.45   11,610.00\n"), std::string::npos);
 }
 
 TEST(Record, ShowsProgressOnATerminal) {

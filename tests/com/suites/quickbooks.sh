@@ -129,13 +129,13 @@ Logged 'connection KRN6_QB2002.dll, Korrin Software Data Exchange Component'
   Fail "the later class was not closed: $(tail -n 5 "$stage/calls.txt")"
 SameImports 6.0-1.1
 KRNQB_RECORDING=6.0-2.0.jsonl Krnqb 0 import --quickbooks --plan plan.kpf --income --balances all --json --dry-run
-Says out '"amounts_from":"reports"'
-Says out '"processor":"6.0"'
+Says out '"amounts_from": "reports"'
+Says out '"processor": "6.0"'
 KRNQB_RECORDING=6.0-1.1.jsonl Krnqb 0 import --quickbooks --plan plan.kpf --income --balances all --json --dry-run
-Says out '"amounts_from":"transactions"'
+Says out '"amounts_from": "transactions"'
 KRNQB_RECORDING=6.0-2.0.jsonl Krnqb 0 import --quickbooks --plan plan.kpf --income --balances all --json --dry-run \
   --amounts-from transactions
-Says out '"amounts_from":"transactions"'
+Says out '"amounts_from": "transactions"'
 export KRNQB_REFUSAL_TEXT='QuickBooks is busy'
 for call in request:3 request; do
   KRNQB_RECORDING=6.0-2.0.jsonl KRNQB_REFUSED_CALL=$call Krnqb 1 import --quickbooks --plan plan.kpf --expenses
