@@ -33,8 +33,9 @@ add_custom_command(OUTPUT ${manPage}
 add_custom_target(krnqb_man_page ALL DEPENDS ${manPage})
 install(FILES ${manPage}.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES packaging/krnqb.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME krnqb)
-install(DIRECTORY examples/host samples DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
-install(FILES CHANGELOG.md docs/commands.md docs/warnings.md docs/profit-and-loss.md
+install(DIRECTORY examples/ samples DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+install(FILES CHANGELOG.md docs/commands.md docs/warnings.md docs/profit-and-loss.md docs/host-guide.md
         DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs/reference DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 include(cmake/debian_packages.cmake)

@@ -1,5 +1,7 @@
 #include "canned_quickbooks.h"
 
+#include <krnqb/error.h>
+
 #include <array>
 #include <string>
 #include <string_view>
@@ -50,8 +52,13 @@ constexpr std::array answers = {
 )"},
 };
 
+// The number with which QuickBooks refuses a session while no company is open.
+constexpr std::int32_t companyNotOpen = -2147220458;
+
 class CannedProcessor : public krnqb::RequestProcessor {
  public:
+  explicit CannedProcessor(bool companyOpen) : companyOpen_(companyOpen) {}
+
   std::string ProcessRequest(std::string_view /*ticket*/, std::string_view request) override {
     for (const CannedAnswer& canned : answers) {
       if (request.find(canned.requestId) != std::string_view::npos) return std::string(canned.answer);
@@ -62,6 +69,7 @@ class CannedProcessor : public krnqb::RequestProcessor {
   void OpenConnection(std::string_view /*applicationIdentifier*/,
                       std::string_view /*applicationName*/) override {}
   std::string BeginSession(std::string_view /*companyFile*/, std::int32_t /*fileMode*/) override {
+    if (!companyOpen_) throw krnqb::Error(companyNotOpen, "no company is open");
     return "ticket";
   }
   std::string GetCurrentCompanyFileName(std::string_view ticket) override {
@@ -69,10 +77,13 @@ class CannedProcessor : public krnqb::RequestProcessor {
   }
   std::int16_t MajorVersion() override { return 1; }
   std::int16_t MinorVersion() override { return 1; }
+
+ private:
+  bool companyOpen_;
 };
 
 }  // namespace
 
 std::unique_ptr<krnqb::RequestProcessor> CannedQuickBooks::Create() {
-  return std::make_unique<CannedProcessor>();
+  return std::make_unique<CannedProcessor>(companyOpen_);
 }

@@ -8,5 +8,11 @@
 /// program.
 class CannedQuickBooks : public krnqb::RequestProcessorFactory {
  public:
+  /// `companyOpen` is whether the shop's company is open in QuickBooks. If it is not, sessions are refused.
+  explicit CannedQuickBooks(bool companyOpen) : companyOpen_(companyOpen) {}
+
   std::unique_ptr<krnqb::RequestProcessor> Create() override;
+
+ private:
+  bool companyOpen_;
 };

@@ -2,7 +2,7 @@
 '
 '     cscript import.vbs nursery.kpf
 '
-' Exit code 0: imported and saved. Exit code 1: failed, the plan is unchanged.
+' Exit code 0: imported and saved. Exit code 1: failed, the plan file is unchanged.
 Option Explicit
 
 ' One table of the plan, as the component reads it.
@@ -54,26 +54,49 @@ Function NewDocument()
   NewDocument.setProperty "SelectionLanguage", "XPath"
 End Function
 
-Dim exchange, file
-file = WScript.Arguments(0)
+' The component raises its events while Go runs.
+Sub exchange_ProgressBarChange(percent, description)
+  WScript.Echo percent & " % " & description
+End Sub
+
+' Returns an empty text if the import succeeded, otherwise the reason. May raise an error of the component, the plan or
+' QuickBooks.
+Function ImportInto(file)
+  If Not exchange.KRNOpenPlan(file) Then
+    ImportInto = "there is no plan " & file
+    Exit Function
+  End If
+  exchange.KRNProduct = 1              ' QBKRN_ALD
+  exchange.KRNStartingYear = 2003
+  exchange.KRNStartingMonth = 1
+  exchange.BalancesImport = 0          ' BalImport_None: accounts without amounts
+  exchange.IncludeExpenseAccounts = True
+  exchange.IncludeIncomeAccounts = True
+  ' Go returns True even if the import failed: the error is in the pair ErrorNumber and ErrorDescription.
+  If Not exchange.Go Or exchange.ErrorNumber <> 0 Then
+    ImportInto = exchange.ErrorDescription & " (error " & exchange.ErrorNumber & ")"
+    Exit Function
+  End If
+  exchange.KRNPlanData.Data.Document.save CStr(file)
+End Function
+
+Dim exchange, file, reason
+file = CStr(WScript.Arguments(0))
 Set exchange = WScript.CreateObject("KRN6_QB2002.QBDataExchange")
 Set exchange.KRNPlanData = New Plan
-If Not exchange.KRNOpenPlan(file) Then
-  WScript.Echo "There is no plan " & file
+
+On Error Resume Next
+WScript.ConnectObject exchange, "exchange_"    ' a host that cannot connect events imports without progress
+Err.Clear
+reason = ImportInto(file)
+If Err.Number <> 0 Then reason = Err.Description & " (error " & Err.Number & ")"
+On Error GoTo 0
+
+' The component and the plan hold references to each other until the component lets go of the plan.
+Set exchange.KRNPlanData = Nothing
+If reason <> "" Then
+  WScript.Echo "Not imported: " & reason
   WScript.Quit 1
 End If
-
-exchange.KRNProduct = 1              ' QBKRN_ALD
-exchange.KRNStartingYear = 2003
-exchange.KRNStartingMonth = 1
-exchange.BalancesImport = 0          ' BalImport_None: accounts without amounts
-exchange.IncludeExpenseAccounts = True
-exchange.IncludeIncomeAccounts = True
-If Not exchange.Go Or exchange.ErrorNumber <> 0 Then
-  WScript.Echo "Not imported: " & exchange.ErrorDescription
-  WScript.Quit 1
-End If
-
-exchange.KRNPlanData.Data.Document.save CStr(file)
-WScript.Echo "The accounts of " & exchange.QBCompany & " are in " & file
+WScript.Echo "The accounts are in " & file
 WScript.Quit 0

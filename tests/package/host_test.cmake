@@ -1,5 +1,5 @@
 # Installs the package from the build folder `build` into an empty folder under `work`, builds the host program `host`
-# against it, runs the host and compares its output.
+# against it, runs the host, with and without an open company, and compares its output.
 
 function(Run)
   execute_process(COMMAND ${ARGV} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
@@ -20,8 +20,14 @@ Run(${CMAKE_COMMAND} -S ${host} -B ${work}/build -G ${generator}
     -D CMAKE_FIND_USE_PACKAGE_REGISTRY=OFF)
 Run(${CMAKE_COMMAND} --build ${work}/build)
 
-execute_process(COMMAND ${work}/build/krnqb_host RESULT_VARIABLE result OUTPUT_VARIABLE actual)
-file(READ ${host}/expected-output.txt expected)
-if(NOT result EQUAL 0 OR NOT actual STREQUAL expected)
-  message(FATAL_ERROR "krnqb_host exited with ${result} and printed\n${actual}instead of\n${expected}")
-endif()
+# Expect(RESULT FILE [ARGUMENT]): runs the host, which must exit with RESULT and print what FILE holds.
+function(Expect expectedResult file)
+  execute_process(COMMAND ${work}/build/krnqb_host ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE actual)
+  file(READ ${host}/${file} expected)
+  if(NOT result EQUAL expectedResult OR NOT actual STREQUAL expected)
+    message(FATAL_ERROR "krnqb_host ${ARGN} exited with ${result} and printed\n${actual}instead of\n${expected}")
+  endif()
+endfunction()
+
+Expect(0 expected-output.txt)
+Expect(1 expected-failure.txt closed)

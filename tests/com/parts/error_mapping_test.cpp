@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <string>
+
 #include "com/values/run_time_errors.h"
+#include "document_table.h"
 
 namespace krnqb::com {
 namespace {
@@ -81,6 +85,21 @@ TEST(SystemError, IsItsCode) {
   EXPECT_EQ(E_ACCESSDENIED, error.Number());
   EXPECT_EQ(E_ACCESSDENIED, ResultOf(error));
   EXPECT_FALSE(error.Description().empty());
+}
+
+// The results that have a run-time error, among those of the system, automation, files and COM.
+TEST(RunTimeErrorOf, KnowsTheResultsOfTheGuideForHosts) {
+  std::map<std::uint32_t, std::pair<std::int32_t, std::string>> documented;
+  for (const auto& row : tests::RowsBelow("host-guide.md", "### Results of the plan and of QuickBooks")) {
+    ASSERT_EQ(4U, row.size());
+    documented[static_cast<std::uint32_t>(std::stoul(row[0], nullptr, 16))] = {std::stoi(row[2]), row[3]};
+  }
+  std::map<std::uint32_t, std::pair<std::int32_t, std::string>> known;
+  for (std::uint32_t result = 0x80000000U; result < 0x800B0000U; ++result) {
+    const std::optional<std::int32_t> number = RunTimeErrorOf(static_cast<HRESULT>(result));
+    if (number) known[result] = {*number, std::string(RunTimeErrorText(*number))};
+  }
+  EXPECT_EQ(documented, known);
 }
 
 }  // namespace

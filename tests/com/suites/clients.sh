@@ -14,7 +14,7 @@ Client() {
 
 Register KRN6_QB2002.dll KRN6_TestProcessor.dll
 Built krnqb_com_tests.exe
-Stage "$area/recordings"
+Stage "$area/recordings" "$tree/docs/host-guide.md"
 Client '-WithoutDocuments.*:WithoutProcessor.*:MessageBoxes.*'
 
 withoutLibraries=msxml,msxml2,msxml3,msxml4,msxml6
