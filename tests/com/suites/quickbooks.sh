@@ -79,7 +79,7 @@ diff <("$KRNQB_PROGRAM" accounts income --company "$linux/1.1.qbw") <(tr -d '\r'
 KRNQB_RECORDING=2.0.jsonl Krnqb 0 supports 2.0 --quickbooks
 KRNQB_RECORDING=1.1.jsonl Krnqb 1 supports 2.0 --quickbooks
 KRNQB_RECORDING=1.1.jsonl Krnqb 0 import --quickbooks --plan plan.kpf --expenses --income --balances all
-KRNQB_RECORDING=1.1.jsonl Krnqb 0 reconcile --quickbooks --plan plan.kpf
+KRNQB_RECORDING=1.1.jsonl Krnqb 4 reconcile --quickbooks --plan plan.kpf
 Says out 'the company that is open in QuickBooks'
 
 # A recording, which on Linux is answered by the company file: the same bytes. It is taken by imports on Windows too.
