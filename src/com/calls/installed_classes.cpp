@@ -129,10 +129,11 @@ bool OnlyInOtherView(const std::wstring& identifier) {
   return HasServer(identifier, otherView) && !HasServer(identifier, ownView);
 }
 
-// The names of classes are the same for both widths.
+// Windows has one list of names for both widths, but not every system that runs its programs does.
 bool NamedOnlyInOtherView() {
   const std::wstring key = std::wstring(laterClass) + L"\\CLSID";
-  const auto identifier = ClassValue(key, otherView);
+  auto identifier = ClassValue(key, ownView);
+  if (!identifier) identifier = ClassValue(key, otherView);
   return identifier && OnlyInOtherView(*identifier);
 }
 
