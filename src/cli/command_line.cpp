@@ -31,7 +31,7 @@ AmountsPath ParseAmountsPath(std::string_view option, std::string_view text) {
 
 void AddQuickBooks(Options& options, CompanyChoice& choice) {
   options.OptionalText("--quickbooks", "PATH", choice.quickBooks,
-                       "Ask QuickBooks instead: for PATH, or for the company open in it (Windows)");
+                       "Ask QuickBooks for PATH, or for the company it has open (Windows)");
 }
 
 void AddImport(Options options, ImportCommand& import) {

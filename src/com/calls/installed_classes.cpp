@@ -19,9 +19,11 @@ namespace {
 constexpr const wchar_t* laterClass = L"QBXMLRP2.RequestProcessor";
 constexpr DWORD contexts = CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER;
 
-// Throws the result as its own number: a run-time error would hide it from the user.
+// Throws the result as its own number: a run-time error would hide it from the user. The usual reason reads
+// the same on every system, whatever its language.
 void RequireSuccess(HRESULT result) {
-  if (FAILED(result)) throw Error(result, ResultText(result));
+  if (FAILED(result))
+    throw Error(result, result == REGDB_E_CLASSNOTREG ? "Class not registered" : ResultText(result));
 }
 
 // COM for this thread as long as the object lives.
@@ -85,7 +87,7 @@ std::unique_ptr<RequestProcessor> CreateEarlyBound() {
 std::unique_ptr<RequestProcessor> CreateNamed() {
   CLSID identifier{};
   HRESULT result = CLSIDFromProgID(laterClass, &identifier);
-  // The text of an unknown name is about the text of the name.
+  // The system's text of an unknown name is about how names are written.
   if (result == CO_E_CLASSSTRING) result = REGDB_E_CLASSNOTREG;
   RequireSuccess(result);
   void* created = nullptr;
@@ -127,10 +129,11 @@ bool OnlyInOtherView(const std::wstring& identifier) {
   return HasServer(identifier, otherView) && !HasServer(identifier, ownView);
 }
 
-// The names of classes are the same for both widths.
+// Windows has one list of names for both widths, but not every system that runs its programs does.
 bool NamedOnlyInOtherView() {
   const std::wstring key = std::wstring(laterClass) + L"\\CLSID";
-  const auto identifier = ClassValue(key, otherView);
+  auto identifier = ClassValue(key, ownView);
+  if (!identifier) identifier = ClassValue(key, otherView);
   return identifier && OnlyInOtherView(*identifier);
 }
 

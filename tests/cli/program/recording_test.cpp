@@ -43,7 +43,9 @@ TEST(KilledRecording, GoesOnToTheSameRecording) {
     recording.Signal(SIGKILL);
     recording.Wait();
   }
-  if (!std::filesystem::exists(out)) ASSERT_EQ(ChildProcess(RecordArguments(place, "books.jsonl")).Wait(), 0);
+  if (!std::filesystem::exists(out)) {
+    ASSERT_EQ(ChildProcess(RecordArguments(place, "books.jsonl")).Wait(), 0);
+  }
   EXPECT_EQ(ReadText(out), whole);
   EXPECT_FALSE(std::filesystem::exists(out + ".part"));
 }
