@@ -1,5 +1,5 @@
-// The table of the guide for hosts with every error that the component stores in the error pair: each row is
-// provoked, and no other number comes up.
+// The table of the guide for hosts with the errors that the component stores in the error pair: each row is
+// provoked, and everything provoked has a row.
 #include <gtest/gtest.h>
 
 #include <functional>

@@ -1,5 +1,5 @@
-// The table of the guide for hosts with every HRESULT that a member returns: each row is provoked, and no
-// other result comes up.
+// The tables of the guide for hosts with what members raise and return: each row is provoked, and everything
+// provoked has a row.
 #include <gtest/gtest.h>
 #include <olectl.h>
 
