@@ -22,6 +22,10 @@ std::string SchemasFolder() {
   return KRNQB_SCHEMAS;
 }
 
+std::string HostGuide() {
+  return KRNQB_HOST_GUIDE;
+}
+
 std::string Program() {
   return KRNQB_PROGRAM;
 }

@@ -16,6 +16,8 @@ std::string RecordingsFolder();
 std::string ChangesFolder();
 /// Returns the folder docs/schema/.
 std::string SchemasFolder();
+/// Returns the path of the guide for hosts.
+std::string HostGuide();
 /// Returns the path of the program krnqb, and that of the program that saves plans until it is killed.
 std::string Program();
 std::string PlanWriteChild();

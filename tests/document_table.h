@@ -7,10 +7,10 @@
 
 namespace krnqb::tests {
 
-/// Returns the rows of the first table below a heading of a Markdown document, without the table's own
-/// headings. Cells are trimmed and without backticks. Empty if there is no such document or heading.
+/// Returns the rows of the first table below a line of a Markdown document, such as a heading, without the
+/// table's own headings. Cells are trimmed and without backticks. Empty if there is no such document or line.
 inline std::vector<std::vector<std::string>> RowsBelow(const std::string& document,
-                                                       const std::string& heading) {
+                                                       const std::string& above) {
   std::ifstream lines(document);
   std::string line;
   const auto next = [&] {
@@ -18,7 +18,7 @@ inline std::vector<std::vector<std::string>> RowsBelow(const std::string& docume
     if (line.ends_with('\r')) line.pop_back();
     return true;
   };
-  while (next() && line != heading) {
+  while (next() && line != above) {
   }
   while (next() && !line.starts_with('|')) {
   }

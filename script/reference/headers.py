@@ -4,8 +4,8 @@
 usage: headers.py XML-FOLDER PAGES-FOLDER
 
 Fails, naming file and line, if something public is undocumented. One comment may describe members of the same name that
-follow each other, such as a getter and its setter. What overrides a documented function needs no comment of its own, nor
-do defaulted and deleted functions.
+follow each other, such as a getter and its setter. What overrides a documented function needs no comment of its own,
+nor do defaulted and deleted functions.
 """
 
 import re
@@ -121,7 +121,8 @@ class Reader:
         return Compound(
             kind=element.get("kind"),
             name=short_name(plain(element.find("compoundname"))),
-            bases=[short_name(plain(base)) for base in element.findall("basecompoundref") if base.get("prot") == "public"],
+            bases=[short_name(plain(base)) for base in element.findall("basecompoundref")
+                   if base.get("prot") == "public"],
             description=self.description(element),
             file=location.get("file"),
             line=int(location.get("line")),
@@ -225,7 +226,8 @@ def cell(description: str) -> str:
 def enumeration_parts(member: Member) -> list[str]:
     has_numbers = any(value for _, value, _ in member.values)
     headings = ["Name", "Number", "Meaning"] if has_numbers else ["Name", "Meaning"]
-    rows = [[f"`{name}`", *([value] if has_numbers else []), cell(description)] for name, value, description in member.values]
+    rows = [[f"`{name}`", *([value] if has_numbers else []), cell(description)]
+            for name, value, description in member.values]
     return [f"## {member.name}", f"`{member.declaration}`", paragraph(member.description), table(headings, rows)]
 
 
@@ -265,7 +267,8 @@ def function_parts(members: list[Member], level: str = "###") -> list[str]:
 
 def compound_parts(compound: Compound) -> list[str]:
     bases = f" : {', '.join(compound.bases)}" if compound.bases else ""
-    parts = [f"## {compound.name}", f"`{compound.prefix}{compound.kind} {compound.name}{bases}`", paragraph(compound.description)]
+    parts = [f"## {compound.name}", f"`{compound.prefix}{compound.kind} {compound.name}{bases}`",
+             paragraph(compound.description)]
     fields = [member for member in compound.members if member.kind in ("variable", "typedef")]
     if fields:
         parts.append(fields_part(fields))
@@ -292,11 +295,11 @@ def header_parts(file: str, reader: Reader) -> list[str]:
         heading = f"## Constants of `{namespace}`" if namespace else "## Types"
         placed.append((members[0].line, [heading, fields_part(members)]))
     placed.sort(key=lambda part: part[0])
-    stem = Path(file).stem
-    parts = [f"# {file}", f"`#include <{file}>`, [the header](../../include/{file}). All names are in namespace `krnqb`."]
+    parts = [f"# {file}",
+             f"`#include <{file}>`, [the header](../../include/{file}). All names are in namespace `krnqb`."]
     for _, lines in placed:
         parts += lines
-    return parts if stem else []
+    return parts
 
 
 def index_rows(files: list[str], reader: Reader) -> list[list[str]]:
@@ -326,8 +329,9 @@ def main() -> int:
     rows = index_rows(files, reader)
     write_page(folder, "README.md", "include/krnqb and idl", [
         "# Reference",
-        "Automation hosts: [the members of the automation interface](automation.md), and their descriptions in C++,\n"
-        "which are more detailed: [`QBDataExchange`](qb_data_exchange.md). How to use them: [the guide](../host-guide.md).",
+        paragraph("Automation hosts: [the members of the automation interface](automation.md), and their descriptions "
+                  "in C++, which are more detailed: [`QBDataExchange`](qb_data_exchange.md). How to use them: "
+                  "[the guide for hosts](../host-guide.md)."),
         table(["Type", "Header", "What it is"], rows),
     ])
     return 0

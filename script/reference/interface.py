@@ -148,9 +148,9 @@ def main() -> int:
     version = re.search(r"version\(([\d.]+)\)", library[1])[1]
     parts = [
         "# Automation interface",
-        paragraph(f"The type library `{library[2]}` {version}, `{identifier(library[1])}`, is in `KRN6_QB2002.dll`. Members "
-                  "of the same name in C++ are described in more detail: [`QBDataExchange`](qb_data_exchange.md), "
-                  "[`cSubtotals`](subtotals.md). How to use them: [the guide for hosts](../host-guide.md)."),
+        paragraph(f"The type library `{library[2]}` {version}, `{identifier(library[1])}`, is in `KRN6_QB2002.dll`. "
+                  "Members of the same name in C++ are described in more detail: "
+                  "[`QBDataExchange`](qb_data_exchange.md), [`cSubtotals`](subtotals.md). How to use them: [the guide for hosts](../host-guide.md)."),
         "## Classes",
         table(["Class", "Program identifier", "Class identifier", "What it does"], classes),
     ]

@@ -214,5 +214,20 @@ TEST(HandlerThatCallsBack, ReadsTheCompanyInTheSameSession) {
                       expected::ReadsCompany(), expected::EndsImport()}));
 }
 
+TEST(HandlerThatCallsBack, MayImportWhileAnImportRuns) {
+  for (const int percent : {20, 60, 80, 100}) {
+    SCOPED_TRACE(percent);
+    TestHost host;
+    host.component.IncludeExpenseAccounts(true);
+    host.component.IncludeIncomeAccounts(true);
+    bool inner = false;
+    host.journal->OnOccurrence(ProgressLine(percent), 1, [&host, &inner] { inner = host.component.Go(); });
+    EXPECT_TRUE(host.component.Go());
+    EXPECT_TRUE(inner);
+    EXPECT_EQ(host.journal->Count("AfterImport"), 2);
+    EXPECT_EQ(host.component.ErrorNumber(), 0) << host.component.ErrorDescription();
+  }
+}
+
 }  // namespace
 }  // namespace krnqb

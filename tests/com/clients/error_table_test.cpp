@@ -1,5 +1,5 @@
-// The table of the guide for hosts with every HRESULT that a member returns: each row is provoked, and no
-// other result comes up.
+// The tables of the guide for hosts with what members raise and return: each row is provoked, and everything
+// provoked has a row.
 #include <gtest/gtest.h>
 #include <olectl.h>
 
@@ -184,6 +184,20 @@ const std::vector<Provoked> calls{
      }},
 };
 
+// The error pair after an import into a plan.
+std::pair<std::string, std::string> PairAfterImport(IDispatch* plan) {
+  const Replaying recording(L"1.1-ald-none");
+  const Exchange exchange = NewExchange();
+  Configure(exchange, {"1.1", "ald", "none"}, plan);
+  VARIANT_BOOL imported = VARIANT_FALSE;
+  exchange->Go(&imported);
+  long number = 0;
+  Text description;
+  exchange->get_ErrorNumber(&number);
+  exchange->get_ErrorDescription(description.Receive());
+  return {std::to_string(number), Utf8(description.View())};
+}
+
 std::string Hexadecimal(HRESULT result) {
   char text[11];
   std::snprintf(text, sizeof text, "0x%08lX", static_cast<unsigned long>(result));
@@ -222,6 +236,25 @@ TEST(ErrorTable, HasEveryErrorThatAMemberRaises) {
 
 TEST(ErrorTable, HasEveryResultOfAWrongCall) {
   ExpectRowForEach(calls, "### Results of a wrong call");
+}
+
+TEST(ErrorTable, HasTheErrorsThatAnAutomationPlanCauses) {
+  std::set<std::pair<std::string, std::string>> shown;
+  const auto refusing = std::make_shared<PlanState>("recordings\\ald.kpf");
+  refusing->before = [](const std::string& member, const HostCall&) -> HRESULT {
+    return member == "Deserialize" ? DISP_E_TYPEMISMATCH : S_OK;
+  };
+  shown.insert(PairAfterImport(NewHostPlan(refusing).Get()));
+  const auto withoutData = NamedObject::Make();
+  withoutData->Add(L"Data", DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                   [](const HostCall& call) { return GiveText(call, L"data"); });
+  shown.insert(PairAfterImport(withoutData.Get()));
+
+  std::set<std::pair<std::string, std::string>> documented;
+  for (const auto& row :
+       tests::RowsBelow("host-guide.md", "An automation plan on Windows can cause two more:"))
+    documented.emplace(row.at(0), row.at(1));
+  EXPECT_EQ(shown, documented);
 }
 
 TEST(ErrorTable, TheErrorsOfOtherObjectsKeepTheirNumbers) {

@@ -46,7 +46,7 @@ Imports() {
   echo "$* imports, and reports failures"
 }
 
-# Script FILE LINE: runs a script unchanged, then with LINE instead of the one that connects it to the events, since Wine's
+# RunScript FILE LINE: runs a script unchanged, then with LINE instead of the one that connects it to the events, since Wine's
 # script host cannot connect them. Text on standard input is added to that copy.
 RunScript() {
   local script=$1 line=$2
@@ -75,7 +75,7 @@ RunScript jscript/import.js \
   'var bridge = new ActiveXObject("KRN6_TestBridge.EventBridge"); bridge.Connect(exchange, { AfterImport: function () {},
      XMLprocessing: function (oXML) {}, ProgressBarChange: exchange_ProgressBarChange });' </dev/null
 
-# The C++ programs. A build for i686 is the same, with another compiler.
+# The C++ programs.
 build=$area/example_host-$architecture
 rm -rf "$build"
 if ! {
