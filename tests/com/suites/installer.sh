@@ -101,6 +101,8 @@ EOF
 # The script host enters itself into the registry when it runs for the first time.
 echo 'WScript.Quit 0' >"$stage/nothing.vbs"
 Windows 60 cscript //nologo nothing.vbs
+# Every user of Windows has this key; in Wine nobody has.
+Windows 60 reg add 'HKCU\Software\Classes' /f >/dev/null
 Restart
 Snapshot before
 pathBefore=$(Value before "$machinePath" PATH)
