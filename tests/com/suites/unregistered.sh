@@ -12,7 +12,7 @@ expected='created by name
 by name: C:\Books\nursery.qbw
 from another apartment: C:\Books\nursery.qbw
 created by class, total 0
-type library with 12 types
+type library with 14 types
 end of the host'
 
 output=$(Host || true)
