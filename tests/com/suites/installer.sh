@@ -77,7 +77,7 @@ entry="Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\krnqb-$width"
 machinePath='System\CurrentControlSet\Control\Session Manager\Environment'
 class='Software\Classes\CLSID\{4F6EC7B3-DE2F-4004-A533-2E2DB98E8741}'
 
-cp "$tree"/build/pk/*-$width* "$outputs/" #DEV
+"$tree/packaging/windows/make_packages.sh" "$architecture" "$(dirname "$programs")" "$outputs"
 installer=krnqb-$version-windows-$width-setup.exe
 Stage "$outputs/$installer"
 (cd "$outputs" && cmake -E tar xf "krnqb-$version-windows-$width.zip")
@@ -101,6 +101,7 @@ EOF
 # The script host enters itself into the registry when it runs for the first time.
 echo 'WScript.Quit 0' >"$stage/nothing.vbs"
 Windows 60 cscript //nologo nothing.vbs
+user=$(Windows 60 cmd /c 'echo %USERNAME%' | tr -d '\r')
 # Every user of Windows has this key; in Wine nobody has.
 Windows 60 reg add 'HKCU\Software\Classes' /f >/dev/null
 Restart
@@ -160,8 +161,8 @@ echo earlier | tee "$outputs/earlier/krnqb.exe" >"$outputs/earlier/of this versi
 Installer 0.9.0 "$outputs/earlier" "$stage/earlier.exe"
 Setup 0 earlier.exe /S /CurrentUser
 Snapshot user-default
-Expect "$(Value user-default "$entry" InstallLocation)" "$(Quoted "C:\\users\\$(id -un)\\AppData\\Local\\Programs\\$name")" "the user's folder"
-Expect "$(Value user-default Environment Path)" "str(2):\"C:\\\\users\\\\$(id -un)\\\\AppData\\\\Local\\\\Programs\\\\$name\"" "the user's search path"
+Expect "$(Value user-default "$entry" InstallLocation)" "$(Quoted "C:\\users\\$user\\AppData\\Local\\Programs\\$name")" "the user's folder"
+Expect "$(Value user-default Environment Path)" "str(2):\"C:\\\\users\\\\$user\\\\AppData\\\\Local\\\\Programs\\\\$name\"" "the user's search path"
 Uninstall user-default
 Restart
 Snapshot after-default
