@@ -21,10 +21,18 @@ install -m 755 "$build/bin/krnqb.exe" "$build/bin/KRN6_QB2002.dll" "$folder/"
 sed -e "s/@VERSION@/$version/" -e "s/@PROCESSOR@/$processor/" "$here/host.exe.manifest.in" \
   >"$folder/examples/host.exe.manifest"
 install -m 644 "$build"/idl/krn6_qb2002.{h,tlb} "$folder/include/"
-cp -R "$tree"/examples/*windows* "$tree/samples" "$folder/examples/"
+# The examples except those for Linux.
+for example in "$tree"/examples/*; do
+  case $(basename "$example") in
+    host | cpp) ;;
+    *) cp -R "$example" "$folder/examples/" ;;
+  esac
+done
+cp -R "$tree/samples" "$folder/examples/"
 cp "$tree/CHANGELOG.md" "$folder/"
 find "$tree/docs" -maxdepth 1 -name '*.md' ! -name promises.md -exec cp {} "$folder/docs/" \;
 cp "$tree"/docs/images/win32-*.png "$folder/docs/images/"
+if [ -d "$tree/docs/reference" ]; then cp -R "$tree/docs/reference" "$folder/docs/"; fi
 "$here/license_notices.sh" "$(dirname "$libraries")/sources" "$folder/licenses"
 
 find "$folder" -type f \( -name '*.md' -o -name '*.txt' -o -name '*.vbs' -o -name '*.js' -o -name '*.manifest' \) \

@@ -5,18 +5,18 @@
 set -euo pipefail
 cd "$1"
 
-# Backslashes [PREFIX]: reads names, prints them as Windows writes them.
-Backslashes() { sed -e 's#^\./##' -e 's#/#\\#g' -e 's#[$]#$$#g'; }
-folders=$(find . -mindepth 1 -type d | LC_ALL=C sort)
+# Backslashes: reads names, prints them as Windows writes them.
+Backslashes() { sed -e 's#/#\\#g' -e 's#[$]#$$#g'; }
+folders=$(find . -type d | LC_ALL=C sort)
 
 echo '!macro InstallFiles'
-{ echo .; printf '%s\n' "$folders"; } | while read -r folder; do
-  name=$(Backslashes <<<"$folder")
-  if [ "$folder" = . ]; then echo '  SetOutPath "$INSTDIR"'; else echo "  SetOutPath \"\$INSTDIR\\$name\""; fi
-  find "$folder" -maxdepth 1 -type f | LC_ALL=C sort | sed -e 's#^\./##' -e "s#^#$PWD/#" -e 's#.*#  File "&"#'
-done
+while read -r folder; do
+  name=$(Backslashes <<<"${folder#.}")
+  echo "  SetOutPath \"\$INSTDIR$name\""
+  find "$PWD${folder#.}" -maxdepth 1 -type f | LC_ALL=C sort | sed 's#.*#  File "&"#'
+done <<<"$folders"
 echo '!macroend'
 echo '!macro RemoveFiles'
-find . -type f | LC_ALL=C sort | Backslashes | sed 's#.*#  Delete "$INSTDIR\\&"#'
-LC_ALL=C sort -r <<<"$folders" | Backslashes | sed 's#.*#  RMDir "$INSTDIR\\&"#'
+find . -type f | LC_ALL=C sort | Backslashes | sed 's#^\.\(.*\)#  Delete "$INSTDIR\1"#'
+LC_ALL=C sort -r <<<"$folders" | Backslashes | sed -n 's#^\.\(..*\)#  RMDir "$INSTDIR\1"#p'
 echo '!macroend'

@@ -16,7 +16,8 @@ SetCompressor /SOLID lzma
   !define NAME "krnqb (32-bit)"
 !endif
 
-!define ENTRY "Software\Microsoft\Windows\CurrentVersion\Uninstall\krnqb-${WIDTH}"
+!define LIST "Software\Microsoft\Windows\CurrentVersion\Uninstall"
+!define ENTRY "${LIST}\krnqb-${WIDTH}"
 !define MULTIUSER_EXECUTIONLEVEL Highest
 !define MULTIUSER_INSTALLMODE_COMMANDLINE
 !define MULTIUSER_INSTALLMODE_INSTDIR "${NAME}"
@@ -277,6 +278,10 @@ Section Uninstall
   !insertmacro RemoveFiles
   Delete "$INSTDIR\uninstall.exe"
   DeleteRegKey SHCTX "${ENTRY}"
+  ; A user may have had no list.
+  ${If} $users == current-user
+    DeleteRegKey /ifempty SHCTX "${LIST}"
+  ${EndIf}
   SetOutPath $TEMP
   Call un.RemoveFolders
 SectionEnd

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# usage: library_check.sh ARCHITECTURE LIBRARY
+# usage: library_check.sh ARCHITECTURE LIBRARY|PROGRAM
 #
-# Reads the headers of a cross-built library. Fails if it
-#   - exports anything other than the four entry points of an automation server,
+# Reads the headers of a cross-built library or program. Fails if it
+#   - exports anything other than the four entry points of an automation server; a program: anything,
 #   - imports a function that Windows 7 does not have (type_library/windows_7_functions.txt), or calls itself fit for
 #     another Windows,
 #   - can be loaded at a predictable address, can execute data, or has no stack protector.
@@ -20,16 +20,20 @@ Listed() { awk "$1" <<<"$headers" | LC_ALL=C sort -u; }
 # Header NAME: prints the value of a header.
 Header() { awk -v name="$1" '$1 == name { print $2; exit }' <<<"$headers"; }
 
+case $library in
+  *.exe) expected= what="exports nothing" least=50 ;;
+  *)
+    expected=$(printf '%s\n' DllCanUnloadNow DllGetClassObject DllRegisterServer DllUnregisterServer)
+    what="exports the four entry points" least=100
+    ;;
+esac
 exports=$(Listed '/\[Ordinal\/Name Pointer\] Table/ { listing = 1; next } listing && NF == 0 { exit }
                   listing { print $NF }')
-expected=$(printf '%s\n' DllCanUnloadNow DllGetClassObject DllRegisterServer DllUnregisterServer)
-if [ "$exports" != "$expected" ]; then
-  failures+=("it exports ${exports//$'\n'/ } instead of the four entry points")
-fi
+if [ "$exports" != "$expected" ]; then failures+=("it exports ${exports//$'\n'/ }: it should be one that $what"); fi
 
 imports=$(Listed '/DLL Name:/ { library = toupper($NF) } /^\t[0-9a-f]+\t +[0-9]+  / { print library, $NF }')
 newer=$(LC_ALL=C comm -23 <(echo "$imports") <(grep -v '^#' "$functions"))
-if [ "$(wc -l <<<"$imports")" -lt 100 ]; then failures+=("only these imports were found: $imports"); fi
+if [ "$(wc -l <<<"$imports")" -lt $least ]; then failures+=("only these imports were found: $imports"); fi
 if [ -n "$newer" ]; then failures+=("it imports what Windows 7 may lack: ${newer//$'\n'/, }"); fi
 for header in MajorOSystemVersion:6 MinorOSystemVersion:1 MajorSubsystemVersion:6 MinorSubsystemVersion:1; do
   name=${header%:*}
@@ -50,5 +54,4 @@ if [ ${#failures[@]} -ne 0 ]; then
   exit 1
 fi
 libraries=$(cut -d' ' -f1 <<<"$imports" | LC_ALL=C sort -u)
-printf '%s is hardened, exports the four entry points and needs Windows 7 alone: %s\n' "$(basename "$library")" \
-  "${libraries//$'\n'/ }"
+printf '%s is hardened, %s and needs Windows 7 alone: %s\n' "$(basename "$library")" "$what" "${libraries//$'\n'/ }"

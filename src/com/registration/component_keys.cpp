@@ -27,6 +27,9 @@ constexpr RegistryHive oneUser = RegistryHive::CurrentUser;
 constexpr const wchar_t* dualMarshaller = L"{00020424-0000-0000-C000-000000000046}";
 constexpr const wchar_t* dispatchMarshaller = L"{00020420-0000-0000-C000-000000000046}";
 
+// The keys above those of classes, interfaces and type libraries.
+constexpr std::array groups{L"CLSID", L"Interface", L"TypeLib"};
+
 struct RegisteredInterface {
   const IID& interfaceId;
   const wchar_t* name;
@@ -125,6 +128,8 @@ void RemoveKeys(RegistryWriter& registry, RegistryHive hive, const Registration&
     if (key->HasValue()) registry.RemoveValue(hive, key->path, key->name);
     registry.RemoveEmptyKey(hive, key->path);
   }
+  // A user who had no classes had none of these keys.
+  for (const wchar_t* group : groups) registry.RemoveEmptyKey(hive, group);
 }
 
 void WriteKey(RegistryChanges& changes, const RegisteredKey& key) {

@@ -107,16 +107,16 @@ void UseFromAnotherApartment(_QBDataExchange& exchange, const wchar_t* manifest)
 
 void Run(const wchar_t* manifest) {
   const Activation activation(manifest);
-  CLSID classId{};
-  Check(CLSIDFromProgID(L"KRN6_QB2002.QBDataExchange", &classId), "the program name has no class");
-  CLSID versioned{};
-  Check(CLSIDFromProgID(L"KRN6_QB2002.QBDataExchange.1", &versioned), "the versioned name has no class");
-  if (classId != __uuidof(::QBDataExchange) || versioned != classId) throw Failure{"another class", E_FAIL};
-
+  // The identifier of a class in a manifest stands for this class only while the manifest is active.
   _QBDataExchange* exchange = nullptr;
-  Check(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, __uuidof(_QBDataExchange),
-                         reinterpret_cast<void**>(&exchange)),
-        "the object is not created");
+  for (const wchar_t* name : {L"KRN6_QB2002.QBDataExchange.1", L"KRN6_QB2002.QBDataExchange"}) {
+    CLSID classId{};
+    Check(CLSIDFromProgID(name, &classId), "the program name has no class");
+    if (exchange != nullptr) exchange->Release();
+    Check(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, __uuidof(_QBDataExchange),
+                           reinterpret_cast<void**>(&exchange)),
+          "the object is not created");
+  }
   std::printf("created by name\n");
   UseByName(*exchange);
   UseFromAnotherApartment(*exchange, manifest);

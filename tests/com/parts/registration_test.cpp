@@ -274,6 +274,15 @@ TEST(UnregisterInOneHive, LeavesTheOtherHive) {
   }
 }
 
+TEST(UnregisterInOneHive, RemovesTheKeysAboveOnlyIfTheyAreEmpty) {
+  FakeRegistry registry;
+  for (const wchar_t* group : {L"CLSID", L"Interface", L"TypeLib"}) registry.hives[user][group];
+  registry.hives[user][L"Interface\\{other}"];
+  Register(registry, Own(), user);
+  Unregister(registry, Own(), user);
+  EXPECT_EQ((Keys{{L"Interface", {}}, {L"Interface\\{other}", {}}}), registry.hives[user]);
+}
+
 TEST(UnregisterInOneHive, LeavesALibraryInAnotherFolderRegistered) {
   FakeRegistry registry;
   Register(registry, RegistrationOf(L"D:\\Elsewhere\\KRN6_QB2002.dll"), machine);

@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# The interface that hosts bind to, member by member, and the library's exports and imports.
-./library_check.sh "$architecture" "$programs/KRN6_QB2002.dll"
+# The interface that hosts bind to, member by member, and what the library and the programs export and import.
+for built in KRN6_QB2002.dll krnqb.exe krnqb_setup.exe; do ./library_check.sh "$architecture" "$programs/$built"; done
 
 Built KRN6_QB2002.dll dump_type_library.exe
 golden=type_library/type_library.txt
