@@ -26,10 +26,11 @@ inline std::vector<std::vector<std::string>> RowsBelow(const std::string& docume
   for (; line.starts_with('|'); line.clear(), next()) {
     std::vector<std::string> cells(1);
     for (const char character : line.substr(1)) {
-      if (character == '|')
+      if (character == '|') {
         cells.emplace_back();
-      else if (character != '`')
+      } else if (character != '`') {
         cells.back() += character;
+      }
     }
     cells.pop_back();
     for (std::string& cell : cells) {
