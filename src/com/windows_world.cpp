@@ -2,8 +2,8 @@
 
 #include "com/calls/request_processor_calls.h"
 #include "com/program_starter.h"
-#include "support/system_registry.h"
 #include "support/system_files.h"
+#include "support/system_registry.h"
 #include "ui/dialogs.h"
 #include "ui/win32/toolkit.h"
 

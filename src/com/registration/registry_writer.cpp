@@ -1,7 +1,7 @@
 #include "com/registration/registry_writer.h"
 
-#include "support/windows/registry_key.h"
 #include "com/values/error_mapping.h"
+#include "support/windows/registry_key.h"
 
 namespace krnqb::com {
 namespace {
