@@ -22,7 +22,6 @@ SetCompressor /SOLID lzma
 !define MULTIUSER_INSTALLMODE_COMMANDLINE
 !define MULTIUSER_INSTALLMODE_INSTDIR "${NAME}"
 !define MULTIUSER_INSTALLMODE_FUNCTION ChooseFolder
-!define MULTIUSER_INIT_TEXT_ALLUSERSNOTPOSSIBLE "Only an administrator can install krnqb for all users. Run this installer as administrator, or with /CurrentUser."
 !define MULTIUSER_MUI
 !include LogicLib.nsh
 !include WinVer.nsh
@@ -81,6 +80,23 @@ Function ${un}Refuse
   ${EndIf}
   SetErrorLevel 2
   Quit
+FunctionEnd
+
+; RefuseOthers: refuses /AllUsers unless the user is an administrator. MultiUser.nsh would show a window even if silent.
+Function ${un}RefuseOthers
+  UserInfo::GetAccountType
+  Pop $0
+  ${If} $0 == Admin
+  ${OrIf} $0 == Power
+    Return
+  ${EndIf}
+  ${${un}GetParameters} $0
+  ClearErrors
+  ${${un}GetOptions} $0 "/AllUsers" $1
+  ${IfNot} ${Errors}
+    Push "Only an administrator can do this for all users. Run this program as administrator."
+    Call ${un}Refuse
+  ${EndIf}
 FunctionEnd
 
 ; RefuseUsed: refuses if the program on the stack, a file in $INSTDIR, is running or loaded.
@@ -170,10 +186,12 @@ Function .onInit
     Push "krnqb needs Windows 7 or later; nothing was installed."
     Call Refuse
   ${EndIf}
+  Call RefuseOthers
   !insertmacro MULTIUSER_INIT
 FunctionEnd
 
 Function un.onInit
+  Call un.RefuseOthers
   !insertmacro MULTIUSER_UNINIT
 FunctionEnd
 
