@@ -4,41 +4,36 @@
 #include <utility>
 #include <vector>
 
+#include "qbxml/forwarding_processor.h"
+
 namespace krnqb {
 namespace {
 
-class Closing final : public RequestProcessor {
+class Closing final : public ForwardingProcessor {
  public:
-  explicit Closing(std::unique_ptr<ClosableProcessor> inner) noexcept : inner_(std::move(inner)) {}
+  explicit Closing(std::unique_ptr<ClosableProcessor> inner) noexcept : Closing(*inner, std::move(inner)) {}
   Closing(const Closing&) = delete;
   Closing& operator=(const Closing&) = delete;
   ~Closing() override {
-    for (const std::string& ticket : tickets_) Quietly([&] { inner_->EndSession(ticket); });
-    if (connected_) Quietly([&] { inner_->CloseConnection(); });
-  }
-
-  std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
-    return inner_->ProcessRequest(ticket, request);
+    for (const std::string& ticket : tickets_) Quietly([&] { closable_.EndSession(ticket); });
+    if (connected_) Quietly([&] { closable_.CloseConnection(); });
   }
 
   void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
-    inner_->OpenConnection(applicationIdentifier, applicationName);
+    ForwardingProcessor::OpenConnection(applicationIdentifier, applicationName);
     connected_ = true;
   }
 
   std::string BeginSession(std::string_view companyFile, std::int32_t fileMode) override {
-    std::string ticket = inner_->BeginSession(companyFile, fileMode);
+    std::string ticket = ForwardingProcessor::BeginSession(companyFile, fileMode);
     tickets_.push_back(ticket);
     return ticket;
   }
 
-  std::string GetCurrentCompanyFileName(std::string_view ticket) override {
-    return inner_->GetCurrentCompanyFileName(ticket);
-  }
-  std::int16_t MajorVersion() override { return inner_->MajorVersion(); }
-  std::int16_t MinorVersion() override { return inner_->MinorVersion(); }
-
  private:
+  Closing(ClosableProcessor& closable, std::unique_ptr<ClosableProcessor>&& inner) noexcept
+      : ForwardingProcessor(std::move(inner)), closable_(closable) {}
+
   // Nothing depends on the end of a session, and a destructor must not throw.
   template <typename Step>
   static void Quietly(Step step) noexcept {
@@ -48,7 +43,7 @@ class Closing final : public RequestProcessor {
     }
   }
 
-  std::unique_ptr<ClosableProcessor> inner_;
+  ClosableProcessor& closable_;
   std::vector<std::string> tickets_;
   bool connected_ = false;
 };

@@ -1,19 +1,20 @@
 #include "qbxml/exchange_recording.h"
 
+#include "qbxml/forwarding_processor.h"
 #include "qbxml/recording_text.h"
 #include "support/error_handling.h"
 
 namespace krnqb {
 namespace {
 
-class RecordingProcessor final : public RequestProcessor {
+class RecordingProcessor final : public ForwardingProcessor {
  public:
   RecordingProcessor(std::unique_ptr<RequestProcessor> inner, std::shared_ptr<ExchangeRecorder> recorder)
-      : inner_(std::move(inner)), recorder_(std::move(recorder)) {}
+      : ForwardingProcessor(std::move(inner)), recorder_(std::move(recorder)) {}
 
   std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
     try {
-      std::string response = inner_->ProcessRequest(ticket, request);
+      std::string response = ForwardingProcessor::ProcessRequest(ticket, request);
       recorder_->RecordAnswer(request, response);
       return response;
     } catch (...) {
@@ -23,25 +24,14 @@ class RecordingProcessor final : public RequestProcessor {
     }
   }
 
-  void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
-    inner_->OpenConnection(applicationIdentifier, applicationName);
-  }
-
   std::string BeginSession(std::string_view companyFile, std::int32_t fileMode) override {
-    std::string ticket = inner_->BeginSession(companyFile, fileMode);
-    recorder_->RecordSession(inner_->GetCurrentCompanyFileName(ticket),
-                             {.major = inner_->MajorVersion(), .minor = inner_->MinorVersion()});
+    std::string ticket = ForwardingProcessor::BeginSession(companyFile, fileMode);
+    recorder_->RecordSession(GetCurrentCompanyFileName(ticket),
+                             {.major = MajorVersion(), .minor = MinorVersion()});
     return ticket;
   }
 
-  std::string GetCurrentCompanyFileName(std::string_view ticket) override {
-    return inner_->GetCurrentCompanyFileName(ticket);
-  }
-  std::int16_t MajorVersion() override { return inner_->MajorVersion(); }
-  std::int16_t MinorVersion() override { return inner_->MinorVersion(); }
-
  private:
-  std::unique_ptr<RequestProcessor> inner_;
   std::shared_ptr<ExchangeRecorder> recorder_;
 };
 

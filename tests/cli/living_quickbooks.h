@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "cli/console/surroundings.h"
-#include "cli/exchange/forwarding_processor.h"
 #include "cli/workplace.h"
 #include "company/processor.h"
 #include "krnqb/error.h"
+#include "qbxml/forwarding_processor.h"
 
 namespace krnqb::cli::tests {
 

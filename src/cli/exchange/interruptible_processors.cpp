@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "cli/exchange/forwarding_processor.h"
+#include "qbxml/forwarding_processor.h"
 
 namespace krnqb::cli {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "cli/exchange/forwarding_processor.h"
+#include "qbxml/forwarding_processor.h"
 #include "qbxml/response_element.h"
 
 namespace krnqb::cli {

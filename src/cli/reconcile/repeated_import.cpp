@@ -4,12 +4,12 @@
 
 #include <utility>
 
-#include "cli/exchange/forwarding_processor.h"
 #include "cli/exchange/interruptible_processors.h"
 #include "cli/import/expense_selection.h"
 #include "cli/import/failure.h"
 #include "cli/import/replay_failure.h"
 #include "krnqb/import_report.h"
+#include "qbxml/forwarding_processor.h"
 
 namespace krnqb::cli {
 namespace {

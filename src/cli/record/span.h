@@ -10,7 +10,7 @@ namespace krnqb::cli {
 
 /// Returns the months to record: those that were given, or else the twelve months before the plan. Throws
 /// Failure (WrongUsage) unless they are 12 to 120 months that include the twelve months before the plan,
-/// which an import reads unless it is told otherwise.
+/// which an import reads unless it is given another start.
 RecordedSpan SettleSpan(const RecordOptions& options);
 
 /// Returns the first months of all imports of twelve months in the span.

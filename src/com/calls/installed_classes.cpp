@@ -12,6 +12,7 @@
 #include "com/values/com_pointer.h"
 #include "com/values/error_mapping.h"
 #include "com/values/text.h"
+#include "qbxml/forwarding_processor.h"
 
 namespace krnqb::com {
 namespace {
@@ -45,30 +46,16 @@ class Apartment {
   bool initialised_ = false;
 };
 
-// A processor that keeps its apartment. The members are destroyed in reverse order.
-class ApartmentProcessor final : public RequestProcessor {
+struct KeptApartment {
+  std::unique_ptr<Apartment> apartment;
+};
+
+// A processor that keeps its apartment. Bases are destroyed in reverse order: the processor is released
+// first.
+class ApartmentProcessor final : private KeptApartment, public ForwardingProcessor {
  public:
-  ApartmentProcessor(std::unique_ptr<Apartment> apartment, std::unique_ptr<RequestProcessor> inner) noexcept
-      : apartment_(std::move(apartment)), inner_(std::move(inner)) {}
-
-  std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
-    return inner_->ProcessRequest(ticket, request);
-  }
-  void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
-    inner_->OpenConnection(applicationIdentifier, applicationName);
-  }
-  std::string BeginSession(std::string_view companyFile, std::int32_t fileMode) override {
-    return inner_->BeginSession(companyFile, fileMode);
-  }
-  std::string GetCurrentCompanyFileName(std::string_view ticket) override {
-    return inner_->GetCurrentCompanyFileName(ticket);
-  }
-  std::int16_t MajorVersion() override { return inner_->MajorVersion(); }
-  std::int16_t MinorVersion() override { return inner_->MinorVersion(); }
-
- private:
-  std::unique_ptr<Apartment> apartment_;
-  std::unique_ptr<RequestProcessor> inner_;
+  ApartmentProcessor(std::unique_ptr<Apartment> kept, std::unique_ptr<RequestProcessor> inner) noexcept
+      : KeptApartment{std::move(kept)}, ForwardingProcessor(std::move(inner)) {}
 };
 
 std::unique_ptr<RequestProcessor> InApartment(std::unique_ptr<RequestProcessor> (*create)()) {

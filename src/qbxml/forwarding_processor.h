@@ -5,7 +5,7 @@
 
 #include "krnqb/request_processor.h"
 
-namespace krnqb::cli {
+namespace krnqb {
 
 /// Forwards every call to another request processor; classes derived from it change some of the calls.
 class ForwardingProcessor : public RequestProcessor {
@@ -31,4 +31,4 @@ class ForwardingProcessor : public RequestProcessor {
   std::unique_ptr<RequestProcessor> inner_;
 };
 
-}  // namespace krnqb::cli
+}  // namespace krnqb
