@@ -71,7 +71,8 @@ KillAfter() {
   Windows 60 krnqb.exe "${import[@]}" --plan killed.kpf 2>/dev/null &
   local job=$! process=
   sleep "$(printf '0.%03d' "$1")"
-  process=$(ProcessOf $job) && kill -KILL "$process" 2>/dev/null
+  # It may have ended by now.
+  if process=$(ProcessOf $job); then kill -KILL "$process" 2>/dev/null || true; fi
   wait $job 2>/dev/null || true
 }
 
