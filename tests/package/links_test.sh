@@ -26,7 +26,7 @@ while read -r document; do
     if [ -z "${link%%#*}" ]; then target=$document; fi
     anchor=
     if [[ $link == *#* ]]; then anchor=${link#*#}; fi
-    if [ ! -e "$target" ] || { [ -n "$anchor" ] && ! Anchors "$target" | grep -qxF "$anchor"; }; then
+    if [ ! -e "$target" ] || { [ -n "$anchor" ] && ! Anchors "$target" | grep -xF "$anchor" >/dev/null; }; then
       echo "$document: $link leads nowhere" >&2
       broken=$((broken + 1))
     fi

@@ -31,7 +31,8 @@ Krnqb() {
   Windows 120 krnqb.exe "$@" >"$outputs/out" 2>"$outputs/err" || ended=$?
   [ "$ended" = "$code" ] || Fail "krnqb $*: exit code $ended, not $code: $(cat "$outputs/out" "$outputs/err")"
 }
-Says() { tr -d '\r' <"$outputs/$1" | grep -qF -- "$2" || Fail "standard $1 lacks \"$2\": $(cat "$outputs/$1")"; }
+# grep reads to the end: what writes to it must not be ended by the system.
+Says() { tr -d '\r' <"$outputs/$1" | grep -F -- "$2" >/dev/null || Fail "standard $1 lacks \"$2\": $(cat "$outputs/$1")"; }
 Logged() { grep -qxF -- "$1" "$stage/calls.txt" || Fail "the call log lacks \"$1\": $(cat "$stage/calls.txt")"; }
 NotLogged() { if grep -qxF -- "$1" "$stage/calls.txt"; then Fail "the call log has \"$1\""; fi; }
 WithoutStamp() { sed -E 's#<lastsavedid>[^<]*#<lastsavedid>#' "$1"; }
