@@ -73,7 +73,7 @@ CommandEnd Run(const DialogOptions& options, const Console& console, const Surro
   switch (options.dialog) {
     case DialogName::Options: {
       ImportCommand import;
-      static_cast<CompanyChoice&>(import) = options;
+      static_cast<CompanyChoice&>(import) = static_cast<const CompanyChoice&>(options);
       import.planFile = options.planFile.value_or("");
       return RunWithDialog(import, dialogs, console, surroundings);
     }

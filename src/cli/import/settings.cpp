@@ -26,11 +26,13 @@ std::string PlanText(const plan_file::PlanFile& plan) {
 void CheckAgainstPlan(const ImportCommand& options, const plan_file::PlanFile& plan) {
   std::vector<std::string> wrong;
   std::vector<std::string_view> names;
-  if (options.product && plan.Product() && *options.product != *plan.Product()) {
+  const auto product = plan.Product();
+  const auto start = plan.Start();
+  if (options.product && product && *options.product != *product) {
     names.emplace_back("--product");
     wrong.push_back(fmt::format("--product is {}", plan_file::ProductText(*options.product)));
   }
-  if (options.planStart && plan.Start() && *options.planStart != *plan.Start()) {
+  if (options.planStart && start && *options.planStart != *start) {
     names.emplace_back("--plan-start");
     wrong.push_back(fmt::format("--plan-start is {}", plan_file::PlanStartText(*options.planStart)));
   }

@@ -33,7 +33,7 @@ void RequireReports(const ImportCommand& options, const company::CompanyInfo& in
   throw WrongUsage(
       fmt::format("--amounts-from is reports, but {} ({}) has none: it answers qbXML up to {}, and "
                   "reports need 2.0",
-                  info.name, *options.companyFile, info.processorVersion),
+                  info.name, options.companyFile.value_or(""), info.processorVersion),
       "give --amounts-from transactions, or leave it out");
 }
 

@@ -71,8 +71,9 @@ std::string HistoryText(const PlanHistoryOptions& options, const HistoryState& s
   std::string text = table.Text() + StateText(state);
   const std::string undo =
       fmt::format("krnqb plan undo {}{}", ShellWord(options.file), state.asWritten ? "" : " --force");
-  if (state.plan.import.value_or(0) > 0 && std::ranges::binary_search(state.numbers, *state.plan.import)) {
-    text += fmt::format("To bring back version {}: {}\n", *state.plan.import, undo);
+  if (const auto number = state.plan.import;
+      number && *number > 0 && std::ranges::binary_search(state.numbers, *number)) {
+    text += fmt::format("To bring back version {}: {}\n", *number, undo);
   }
   return text + fmt::format("To bring back another one: {} --to N\n", undo);
 }

@@ -28,9 +28,10 @@ constexpr std::string_view failed = "recording failed";
 void CheckFiles(const RecordOptions& options) {
   const std::filesystem::path file = PathFrom(options.outFile);
   std::error_code unknown;
-  if (std::filesystem::symlink_status(file, unknown).type() != std::filesystem::file_type::not_found)
+  if (std::filesystem::symlink_status(file, unknown).type() != std::filesystem::file_type::not_found) {
     throw CommandFailure(failed, fmt::format("{} exists", options.outFile),
                          "remove it, or give another --out");
+  }
   const auto part = files::IdentityOf(files::WithSuffix(file, ".part"));
   const auto separate = [&](std::string_view option, const std::optional<std::string>& company) {
     if (!company || company->empty() || !part || part != files::IdentityOf(PathFrom(*company))) return;
@@ -63,7 +64,7 @@ class Recording {
   void Run() {
     CheckFiles(options_);
     ImportCommand command;
-    static_cast<CompanyChoice&>(command) = options_;
+    static_cast<CompanyChoice&>(command) = static_cast<const CompanyChoice&>(options_);
     const ImportSource source = OpenImportSource(command, interrupts_, surroundings_);
     if (source.warning) Warn(console_, *source.warning);
     PartialFile recording(PathFrom(options_.outFile));
@@ -87,16 +88,18 @@ class Recording {
 
  private:
   void Announce(const ImportSource& source, const PartialFile& recording) {
-    if (recording.EntryWasCut())
+    if (recording.EntryWasCut()) {
       Warn(console_, fmt::format("{}.part ended in the middle of an answer, which is asked for again",
                                  options_.outFile));
+    }
     if (options_.quiet) return;
     console_.out << fmt::format("Recording {} for plans from {}, from {}, in {}.\n",
                                 MonthsText(span_.from, span_.to), plan_file::MonthOfYear(span_.planStart),
                                 source.description, options_.outFile);
-    if (recording.Continued() > 0)
+    if (recording.Continued() > 0) {
       console_.out << fmt::format("Going on with {}.part, which has {} answers.\n", options_.outFile,
                                   recording.Continued());
+    }
     console_.out.flush();
   }
 

@@ -135,7 +135,7 @@ void ScratchImports::RunAll(const std::vector<Import>& imports, double from, dou
 void ScratchImports::RunOne(const Import& import, double from, double to) {
   Error error = Go(import, from, to);
   if (IsAboutFiscalMonth(error) && !fiscalMonth_) {
-    warnings_.push_back(
+    warnings_.emplace_back(
         "the company does not state the first month of its fiscal year in English; import with "
         "--fiscal-month");
     fiscalMonth_ = std::int16_t{1};
@@ -173,9 +173,10 @@ Error ScratchImports::Go(const Import& import, double from, double to) {
   const bool done = exchange.Go();
   interrupts_.StopWhenRequested();
   session_->RequireSound();
-  const Error error = LastError(exchange);
-  if (error.Number() == 0 && !(done && events->Finished()))
+  Error error = LastError(exchange);
+  if (error.Number() == 0 && !(done && events->Finished())) {
     return {error_number::internalError, "the import did not finish"};
+  }
   return error;
 }
 

@@ -43,10 +43,10 @@ class ScratchImports {
 
  private:
   struct Import {
-    AmountsPath path;
-    QBKRNproduct product;
+    AmountsPath path = AmountsPath::Transactions;
+    QBKRNproduct product = QBKRN_ALD;
     YearMonth start;
-    bool pastPerformance;
+    bool pastPerformance = false;
   };
 
   std::vector<Import> ImportsFrom(AmountsPath path) const;

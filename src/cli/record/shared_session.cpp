@@ -68,7 +68,7 @@ std::string SharedSession::Ask(std::string_view request) {
   interrupts_.StopWhenRequested();
   std::string answer;
   try {
-    answer = processor_->ProcessRequest(*ticket_, request);
+    answer = processor_->ProcessRequest(ticket_.value_or(""), request);
   } catch (...) {
     const Error error = CaughtError();
     Refuse(request, error);
@@ -98,7 +98,7 @@ void SharedSession::Refuse(std::string_view request, const Error& error) {
 
 bool SharedSession::IsOpen() noexcept {
   try {
-    return !processor_->GetCurrentCompanyFileName(*ticket_).empty();
+    return ticket_ && !processor_->GetCurrentCompanyFileName(*ticket_).empty();
   } catch (...) {
     return false;
   }

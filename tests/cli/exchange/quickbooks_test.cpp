@@ -10,7 +10,6 @@ namespace {
 using tests::LivingQuickBooks;
 using tests::ProgramRun;
 using tests::ReadText;
-using tests::RecordingLines;
 using tests::RunProgram;
 using tests::With;
 using tests::WithoutStamps;
@@ -19,7 +18,7 @@ using tests::Workplace;
 using tests::WriteText;
 
 std::shared_ptr<LivingQuickBooks> Opened(const std::string& company, std::int16_t major, std::int16_t minor) {
-  const auto quickBooks = std::make_shared<LivingQuickBooks>();
+  auto quickBooks = std::make_shared<LivingQuickBooks>();
   quickBooks->openCompany = company;
   quickBooks->majorVersion = major;
   quickBooks->minorVersion = minor;
