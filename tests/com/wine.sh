@@ -41,6 +41,13 @@ esac
 basePrefix=$home/prefix
 work=$home/$suite
 
+# Wine maps a page at a fixed address as it starts, and ends without a word if the kernel has put something there. Without
+# random addresses it never has.
+steadyAddresses=()
+if setarch "$(uname -m)" --addr-no-randomize true 2>/dev/null; then
+  steadyAddresses=(setarch "$(uname -m)" --addr-no-randomize)
+fi
+
 # A suite may set `withoutLibraries` to a comma-separated list of system libraries to hide from Windows programs.
 #
 # InSystem PREFIX FOLDER COMMAND...: runs a program of the system that contains Wine, passing only the tests' own
@@ -54,9 +61,9 @@ InSystem() {
     "WINEARCH=$wineArchitecture" "WINESERVER=$wineServer" "WINEDEBUG=${KRNQB_WINEDEBUG:--all}"
     "WINEDLLOVERRIDES=mscoree,mshtml=;winedbg.exe=d${withoutLibraries:+;$withoutLibraries=}" "${telling[@]}")
   if [ -n "$root" ]; then
-    chroot "$root" "${environment[@]}" bash -c 'cd "$0" && exec "$@"' "$folder" "$@" </dev/null
+    "${steadyAddresses[@]}" chroot "$root" "${environment[@]}" bash -c 'cd "$0" && exec "$@"' "$folder" "$@" </dev/null
   else
-    (cd "$folder" && exec "${environment[@]}" "$@" </dev/null)
+    (cd "$folder" && exec "${steadyAddresses[@]}" "${environment[@]}" "$@" </dev/null)
   fi
 }
 

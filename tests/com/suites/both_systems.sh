@@ -54,7 +54,7 @@ ProcessOf() {
 ProgramAsScript() {
   {
     echo '#!/usr/bin/env bash'
-    declare -p root work home tellingNames wineArchitecture wineServer wineProgram
+    declare -p root work home tellingNames wineArchitecture wineServer wineProgram steadyAddresses
     declare -f InSystem
     echo 'InSystem "$work/prefix" "${PWD#"$root"}" "$wineProgram" "$work/stage/krnqb.exe" "$@"'
   } >"$1"
