@@ -10,15 +10,15 @@ namespace krnqb {
 /// The error numbers that the component itself raises. Run-time errors are small positive numbers; automation
 /// errors are HRESULTs read as signed 32-bit integers.
 namespace error_number {
-inline constexpr std::int32_t invalidProcedureCall = 5;  ///< also: a key is missing from a collection
-inline constexpr std::int32_t overflow = 6;              ///< also: a value does not fit in 16 bits
-inline constexpr std::int32_t outOfMemory = 7;           ///< also: what was imported does not fit in memory
-inline constexpr std::int32_t subscriptOutOfRange = 9;   ///< also: a table is missing from the plan
-inline constexpr std::int32_t typeMismatch = 13;       ///< a value has the wrong type, or a text is no number
-inline constexpr std::int32_t internalError = 51;      ///< an exception that is not an `Error`
-inline constexpr std::int32_t pathNotFound = 76;       ///< a folder is missing or cannot be read
-inline constexpr std::int32_t objectNotSet = 91;       ///< an operation on Nothing
-inline constexpr std::int32_t formAlreadyShown = 400;  ///< a dialog of the component is already open
+inline constexpr std::int32_t invalidProcedureCall = 5;   ///< also: a key is missing from a collection
+inline constexpr std::int32_t overflow = 6;               ///< also: a value does not fit in 16 bits
+inline constexpr std::int32_t outOfMemory = 7;            ///< also: what was imported does not fit in memory
+inline constexpr std::int32_t subscriptOutOfRange = 9;    ///< also: a table is missing from the plan
+inline constexpr std::int32_t typeMismatch = 13;          ///< a wrong type, or a text that is not a number
+inline constexpr std::int32_t internalError = 51;         ///< an exception that is not an `Error`
+inline constexpr std::int32_t pathNotFound = 76;          ///< a folder is missing or cannot be read
+inline constexpr std::int32_t objectNotSet = 91;          ///< an operation on Nothing
+inline constexpr std::int32_t formAlreadyShown = 400;     ///< a dialog of the component is already open
 inline constexpr std::int32_t cannotCreateObject = 429;   ///< QuickBooks is not installed
 inline constexpr std::int32_t memberNotSupported = 438;   ///< the object has no such operation
 inline constexpr std::int32_t keyAlreadyPresent = 457;    ///< a collection already has the key

@@ -18,8 +18,8 @@ struct ProcessorClass {
   std::function<bool()> onlyForOtherWidth;
 };
 
-/// Returns a processor of the first class that can be created. Throws Error 429 if there is none: the
-/// description has every class with its reason and result, "A: Class not registered (80040154), B: ...".
+/// Returns a processor of the first class that can be created. Throws Error 429 if none can: the
+/// description lists every class with its reason and result, "A: Class not registered (80040154), B: ...".
 std::unique_ptr<RequestProcessor> CreateFirstProcessor(const std::vector<ProcessorClass>& classes);
 
 /// Returns the names of the classes that only programs of the other width can create.

@@ -59,7 +59,7 @@ void Write(HKEY key, const StoredPath& stored) {
 }
 
 // A program that does not answer has to find out for itself.
-void TellPrograms() {
+void NotifyPrograms() {
   constexpr UINT longestWait = 2000;  // milliseconds for each window
   DWORD_PTR result = 0;
   SendMessageTimeoutW(HWND_BROADCAST, WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>(L"Environment"),
@@ -74,7 +74,7 @@ bool ChangePath(RegistryHive hive, Change change) {
   StoredPath stored = Read(key.get());
   if (!change(stored.path)) return false;
   Write(key.get(), stored);
-  TellPrograms();
+  NotifyPrograms();
   return true;
 }
 

@@ -3,7 +3,7 @@
 //   krnqb_setup register|unregister|add-to-path|remove-from-path all-users|current-user FOLDER
 //
 // registers KRN6_QB2002.dll in FOLDER, or puts FOLDER on the search path, for all users of the machine or for
-// the current one; or takes that back. Ends with 0 if it has changed something, with 3 if there was nothing
+// the current one; or undoes that. Ends with 0 if it has changed something, with 3 if there was nothing
 // to change, and with 1, after a line that says why, if it failed.
 #include <windows.h>
 

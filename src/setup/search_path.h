@@ -18,8 +18,8 @@ inline constexpr std::size_t longestPath = 32766;
 /// path would be longer than `longestPath`.
 bool AddFolder(ProgramPath& path, std::wstring_view folder);
 
-/// Removes the last entry that is `folder` and returns true; returns false if there is none. What `AddFolder`
-/// has changed is then exactly what it was before; a path without any entry left becomes absent.
+/// Removes the last entry that is `folder` and returns true; returns false if the path does not contain it.
+/// Undoes `AddFolder` exactly: a path that has no entry left becomes absent.
 bool RemoveFolder(ProgramPath& path, std::wstring_view folder);
 
 }  // namespace krnqb::setup

@@ -105,7 +105,7 @@ const std::vector<Provoked>& AllProvoked() {
          ImportExpenses(host);
        },
        9, "Subscript out of range"},
-      {"an exception that is no Error",
+      {"an exception that is not an Error",
        [](TestHost& host) {
          host.journal->OnOccurrence("Deserialize 20..0600 21..0600", 1,
                                     [] { throw std::runtime_error("x"); });
@@ -124,7 +124,7 @@ const std::vector<Provoked>& AllProvoked() {
          ImportExpenses(host);
        },
        91, "Object variable or With block variable not set"},
-      {"an object that is no plan",
+      {"an object that is not a plan",
        [](TestHost& host) {
          host.component.KRNPlanData(Variant(std::make_shared<Collection>()));
          ImportExpenses(host);

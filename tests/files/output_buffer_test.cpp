@@ -26,7 +26,7 @@ class RecordingOperations final : public SystemFileOperations {
 class WrittenParts : public testing::Test {
  protected:
   // Returns the parts in which a text is written that comes piece by piece, and is then flushed.
-  std::vector<std::string> Of(const std::vector<std::string>& pieces) {
+  static std::vector<std::string> Of(const std::vector<std::string>& pieces) {
     RecordingOperations operations;
     const FileDescriptor file = FileDescriptor::Open("/dev/null", O_WRONLY);
     OutputBuffer buffer(file, {}, operations);

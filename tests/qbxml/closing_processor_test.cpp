@@ -13,13 +13,13 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-// Notes its calls, and refuses those that it is told to.
-class NotingProcessor final : public ClosableProcessor {
+// Records its calls, and refuses those whose text begins as one in `refused`.
+class RecordingProcessor final : public ClosableProcessor {
  public:
-  NotingProcessor(Calls& calls, Calls refused) : calls_(calls), refused_(std::move(refused)) {}
-  NotingProcessor(const NotingProcessor&) = delete;
-  NotingProcessor& operator=(const NotingProcessor&) = delete;
-  ~NotingProcessor() override { calls_.emplace_back("released"); }
+  RecordingProcessor(Calls& calls, Calls refused) : calls_(calls), refused_(std::move(refused)) {}
+  RecordingProcessor(const RecordingProcessor&) = delete;
+  RecordingProcessor& operator=(const RecordingProcessor&) = delete;
+  ~RecordingProcessor() override { calls_.emplace_back("released"); }
 
   std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
     Note("request " + std::string(ticket) + " " + std::string(request));
@@ -56,7 +56,7 @@ class NotingProcessor final : public ClosableProcessor {
 // Returns the calls of a whole use, with errors on the way ignored as the session ignores them.
 Calls CallsOf(const Calls& refused, int sessions = 1) {
   Calls calls;
-  auto processor = ClosingProcessor(std::make_unique<NotingProcessor>(calls, refused));
+  auto processor = ClosingProcessor(std::make_unique<RecordingProcessor>(calls, refused));
   const auto use = [&] {
     processor->OpenConnection("id", "name");
     std::string ticket;
@@ -100,7 +100,7 @@ TEST(ClosingProcessor, EndsEverySession) {
 
 TEST(ClosingProcessor, ForwardsTheCompanyAndTheVersions) {
   Calls calls;
-  const auto processor = ClosingProcessor(std::make_unique<NotingProcessor>(calls, Calls{}));
+  const auto processor = ClosingProcessor(std::make_unique<RecordingProcessor>(calls, Calls{}));
   EXPECT_EQ(processor->GetCurrentCompanyFileName("T"), "company of T");
   EXPECT_EQ(processor->MajorVersion(), 6);
   EXPECT_EQ(processor->MinorVersion(), 3);

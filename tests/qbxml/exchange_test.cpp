@@ -253,7 +253,7 @@ TEST(ReplayingProcessors, SayWhatIsExpectedOfTheFirstLine) {
            Case{R"({"exchange":1,"company":"","major":1,"minor":-1})",
                 "\"minor\" is -1; a whole number from 0 to 32767 is expected"},
            Case{R"({"exchange":1,"company":"","major":"1","minor":1})",
-                "\"major\" is \"1\"; a whole number from 0 to 32767 is expected"},
+                R"("major" is "1"; a whole number from 0 to 32767 is expected)"},
            Case{R"({"exchange":1,"company":"","major":{"a":1},"minor":1})",
                 "\"major\" is an object; a whole number from 0 to 32767 is expected"},
            Case{R"({"exchange":1,"company":7,"major":1,"minor":1})", "\"company\" is 7; a text is expected"},
@@ -272,7 +272,7 @@ TEST(ReplayingProcessors, SayWhatIsExpectedOfTheVersionThatTheImportWasShown) {
   };
   for (const auto& [version, fault] : {
            Case{"2", "\"presented\" is 2; an object is expected"},
-           Case{R"("2.0")", "\"presented\" is \"2.0\"; an object is expected"},
+           Case{R"("2.0")", R"("presented" is "2.0"; an object is expected)"},
            Case{"null", "\"presented\" is null; an object is expected"},
            Case{R"({"major":2})", "\"minor\" is missing; a whole number from 0 to 32767 is expected"},
            Case{R"({"major":-2,"minor":0})", "\"major\" is -2; a whole number from 0 to 32767 is expected"},
@@ -301,18 +301,18 @@ TEST(ReplayingProcessors, SayWhatIsExpectedOfTheImport) {
   for (const auto& [member, malformed, fault] : {
            Case{"start", nullptr, "\"start\" is missing; a month written YYYY-MM is expected"},
            Case{"start", "2002", "\"start\" is 2002; a month written YYYY-MM is expected"},
-           Case{"start", R"("2002-13")", "\"start\" is \"2002-13\"; a month written YYYY-MM is expected"},
-           Case{"start", R"("2002-1")", "\"start\" is \"2002-1\"; a month written YYYY-MM is expected"},
-           Case{"start", R"("2002--1")", "\"start\" is \"2002--1\"; a month written YYYY-MM is expected"},
-           Case{"start", R"("-200-01")", "\"start\" is \"-200-01\"; a month written YYYY-MM is expected"},
-           Case{"product", nullptr, "\"product\" is missing; \"ald\", \"bri\" or \"cor\" is expected"},
-           Case{"product", R"("ALD")", "\"product\" is \"ALD\"; \"ald\", \"bri\" or \"cor\" is expected"},
+           Case{"start", R"("2002-13")", R"("start" is "2002-13"; a month written YYYY-MM is expected)"},
+           Case{"start", R"("2002-1")", R"("start" is "2002-1"; a month written YYYY-MM is expected)"},
+           Case{"start", R"("2002--1")", R"("start" is "2002--1"; a month written YYYY-MM is expected)"},
+           Case{"start", R"("-200-01")", R"("start" is "-200-01"; a month written YYYY-MM is expected)"},
+           Case{"product", nullptr, R"("product" is missing; "ald", "bri" or "cor" is expected)"},
+           Case{"product", R"("ALD")", R"("product" is "ALD"; "ald", "bri" or "cor" is expected)"},
            Case{"amounts", nullptr,
-                "\"amounts\" is missing; \"none\", \"transactions\" or \"reports\" is expected"},
-           Case{"amounts", "1", "\"amounts\" is 1; \"none\", \"transactions\" or \"reports\" is expected"},
+                R"("amounts" is missing; "none", "transactions" or "reports" is expected)"},
+           Case{"amounts", "1", R"("amounts" is 1; "none", "transactions" or "reports" is expected)"},
            Case{"expenses", nullptr, "\"expenses\" is missing; true or false is expected"},
            Case{"expenses", "1", "\"expenses\" is 1; true or false is expected"},
-           Case{"income", R"("yes")", "\"income\" is \"yes\"; true or false is expected"},
+           Case{"income", R"("yes")", R"("income" is "yes"; true or false is expected)"},
            Case{"past_performance", "null", "\"past_performance\" is null; true or false is expected"},
            Case{"fiscal_month", "0", "\"fiscal_month\" is 0; a whole number from 1 to 12 is expected"},
            Case{"fiscal_month", "13", "\"fiscal_month\" is 13; a whole number from 1 to 12 is expected"},
@@ -361,7 +361,7 @@ TEST(ReplayingProcessors, NameAnEndlessValueByItsBeginning) {
 
 TEST(ReplayingProcessors, ReadNestedValuesWithinTheirLimits) {
   const std::string nested = std::string(1'000'000, '[');
-  for (const std::string& line : {nested, "{\"request\":" + nested, "{\"request\":\"a\",\"x\":" + nested}) {
+  for (const std::string& line : {nested, "{\"request\":" + nested, R"({"request":"a","x":)" + nested}) {
     EXPECT_TRUE(tests::StaysWithinLimits(
         line.size(), [&] { return FaultOf(std::string(session) + line).find("recording, line 2: ") == 0; }));
   }

@@ -162,7 +162,7 @@ void PartialFile::Place() {
   if (failure) {
     Fail(fmt::format("is complete but cannot be renamed to {}: {}", TextOfPath(file_),
                      files::ReasonText(failure)),
-         fmt::format("rename it yourself, or run the same command again"));
+         "rename it yourself, or run the same command again");
   }
   claim_ = files::FileDescriptor();
   // The recording is whole; at worst a power failure takes its new name back.

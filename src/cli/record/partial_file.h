@@ -34,7 +34,7 @@ class PartialFile {
   std::size_t Continued() const noexcept { return continued_; }
   bool EntryWasCut() const noexcept { return entryWasCut_; }
 
-  /// Returns the answer to a request; null if there is none yet.
+  /// Returns the answer to a request, or null if the recording does not have it yet.
   const RecordedAnswer* Find(std::string_view request) const;
 
   /// Adds the answer to a request. A refusal is written only when the recording is complete: a recording that
@@ -44,7 +44,7 @@ class PartialFile {
   std::size_t Answers() const noexcept { return answers_.size(); }
   std::size_t Refusals() const noexcept;
 
-  /// Writes the refusals and gives FILE.part the name FILE. Throws Failure if that fails, also if FILE exists
+  /// Writes the refusals and renames FILE.part to FILE. Throws Failure if that fails, also if FILE exists
   /// by now.
   void Place();
 

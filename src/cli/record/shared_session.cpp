@@ -83,7 +83,7 @@ std::string SharedSession::Ask(std::string_view request) {
   return answer;
 }
 
-// A refusal by a session that is still open says something about the request.
+// If the session is still open, the refusal is about the request and not about QuickBooks.
 void SharedSession::Refuse(std::string_view request, const Error& error) {
   if (interrupts_.Requested()) return;
   const bool aboutTheRequest =

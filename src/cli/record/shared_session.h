@@ -34,7 +34,7 @@ class SharedSession final : public RequestProcessorFactory,
   /// Returns how many requests were refused.
   std::size_t Refusals() const noexcept { return recording_.Refusals(); }
 
-  /// Returns the answer to a request of an earlier import; null if there is none.
+  /// Returns the answer to a request of an earlier import, or null if it was not asked or was refused.
   const std::string* AnswerTo(std::string_view request) const;
 
   /// Throws the failure that ended the recording, if one has: imports skip some errors.

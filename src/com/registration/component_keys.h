@@ -29,7 +29,7 @@ struct Registration {
 Registration RegistrationOf(const std::wstring& libraryPath);
 
 /// Writes all keys for every user of the machine, or for the current user only.
-/// Never leaves half a registration: if a write fails, takes back what it has changed, so that an earlier
+/// Never leaves half a registration: if a write fails, undoes what it has changed, so that an earlier
 /// registration is whole again, and rethrows.
 void Register(RegistryWriter& registry, const Registration& registration, RegistryHive hive);
 

@@ -43,8 +43,8 @@ inline std::string AccountsAnswer(int requestId, const std::string& status,
   std::string answer = "<?xml version=\"1.0\" ?>\n<QBXML>\n<QBXMLMsgsRs>\n<AccountQueryRs requestID=\"" +
                        std::to_string(requestId) + "\" " + status + ">\n";
   for (const std::string& name : names) {
-    answer += "<AccountRet>\n<ListID>" + name + "-1</ListID>\n<Name>" + name +
-              "</Name>\n<Sublevel>0</Sublevel>\n</AccountRet>\n";
+    answer.append("<AccountRet>\n<ListID>").append(name).append("-1</ListID>\n<Name>").append(name);
+    answer += "</Name>\n<Sublevel>0</Sublevel>\n</AccountRet>\n";
   }
   return answer + "</AccountQueryRs>\n</QBXMLMsgsRs>\n</QBXML>\n";
 }

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
-#include <signal.h>
 #include <unistd.h>
 
 #include <chrono>
+#include <csignal>
 #include <random>
 
 #include "cli/program/child_process.h"

@@ -21,7 +21,7 @@ using tests::WriteText;
 // A recording of a QuickBooks that is closed after ten requests.
 class InterruptedRecording : public testing::Test {
  protected:
-  InterruptedRecording() {
+  void SetUp() override {
     quickBooks->openCompany = place.NurseryYear("1.1");
     quickBooks->lastRequest = 10;
     run = Record();

@@ -107,7 +107,7 @@ void UseFromAnotherApartment(_QBDataExchange& exchange, const wchar_t* manifest)
 
 void Run(const wchar_t* manifest) {
   const Activation activation(manifest);
-  // The identifier of a class in a manifest stands for this class only while the manifest is active.
+  // A class identifier from a manifest is valid only while the manifest is active.
   _QBDataExchange* exchange = nullptr;
   for (const wchar_t* name : {L"KRN6_QB2002.QBDataExchange.1", L"KRN6_QB2002.QBDataExchange"}) {
     CLSID classId{};

@@ -75,14 +75,14 @@ const std::vector<Provoked> members{
        double amount = 0;
        return subtotals->get_SubTotal(15, &amount);
      }},
-    {"a plan that is no object", [] { return NewExchange()->putref_KRNPlanData(Value(L"text").Raw()); }},
+    {"a plan that is not an object", [] { return NewExchange()->putref_KRNPlanData(Value(L"text").Raw()); }},
     {"no plan", [] { return CallOn(L"KRNOpenPlan", {L"plan"}); }},
     {"no text",
      [] {
        const Answering answers(1, UsualAnswers());
        return CallOn(L"QbSerialize", {Value(static_cast<IDispatch*>(nullptr))});
      }},
-    {"an object that is no plan", [] { return OpenInPlan(NamedObject::Make().Get()); }},
+    {"an object that is not a plan", [] { return OpenInPlan(NamedObject::Make().Get()); }},
     {"a key that the collection has",
      [] {
        const LateBound collection = NewCollection();
