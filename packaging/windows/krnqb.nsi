@@ -261,7 +261,7 @@ Section
   WriteRegDWORD SHCTX "${ENTRY}" NoModify 1
   WriteRegDWORD SHCTX "${ENTRY}" NoRepair 1
   ${If} ${Errors}
-    Push "krnqb could not be entered into the list of programs."
+    Push "krnqb could not be added to the list of programs."
     Call Refuse
   ${EndIf}
 

@@ -179,7 +179,7 @@ longPath=$(Value before-user Environment PATH)
 Setup 0 earlier.exe /S /CurrentUser '/D=C:\Books\Tools\krnqb'
 Snapshot earlier
 Expect "$(Value earlier "$entry" DisplayVersion)" '"0.9.0"' DisplayVersion
-[ -e "$drive/Books/Tools/krnqb/of this version alone.txt" ] || Fail "/D= was not heeded"
+[ -e "$drive/Books/Tools/krnqb/of this version alone.txt" ] || Fail "/D= was ignored"
 Setup 0 "$installer" /S /CurrentUser
 Snapshot user
 Expect "$(Value user "$entry" DisplayVersion)" "\"$version\"" DisplayVersion
