@@ -31,6 +31,7 @@ inline constexpr ControlId exportPlannedExpenses{"chkImport2", 1023};
 inline constexpr ControlId exportExpenseSubAccounts{"chkImport3", 1024};
 inline constexpr ControlId progressBar{"progressBar", 1030};
 inline constexpr ControlId progressText{"progressText", 1031};
+inline constexpr ControlId statusLine{"statusLine", 1032};
 
 // The About box, frmAbout. Both Enter and Escape press its one button.
 inline constexpr ControlId icon{"picIcon", 1101};

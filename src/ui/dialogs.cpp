@@ -48,6 +48,10 @@ Variant Dialogs::ShowDialog(QBDataExchange& component, QBKRN_Dialogs dialog) {
   }
 }
 
+void Dialogs::ShowNow() {
+  if (options_ != nullptr) options_->ShowNow();
+}
+
 void Dialogs::ShowAbout() {
   AboutDialog about(*toolkit_, system_);
   toolkit_->ShowModal(about);
@@ -62,6 +66,7 @@ void Dialogs::ShowOptions(QBDataExchange& component, OptionsQBKRNEnum mode) {
   OptionsDialog dialog(*toolkit_);
   dialog.QBDataExchangeObject(&component);
   dialog.Mode(mode);
+  if (task_ && mode == OptionsQBtoKRN) dialog.Follow(*task_);
   const ShownOptions shown(options_, dialog);
   toolkit_->ShowModal(dialog);
 }

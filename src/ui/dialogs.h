@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "krnqb/outside_world.h"
 #include "ui/options_dialog.h"
@@ -21,6 +22,14 @@ class Dialogs final : public UserInterface, public EventSink {
   /// Throws Error 400 if an options dialog is already shown, 32755 if the user chose no file.
   Variant ShowDialog(QBDataExchange& component, QBKRN_Dialogs dialog) override;
 
+  /// Has the options dialogs shown from now on show what their import works on, and lets their Cancel stop
+  /// it; has no effect if the toolkit does not follow tasks.
+  void Follow(ImportTask task) { task_ = std::move(task); }
+
+  /// Updates the options dialog whose import runs, so that its Cancel is noticed; has no effect without one,
+  /// or if its import cannot be stopped.
+  void ShowNow();
+
   /// Shows the About box; returns when it is closed.
   void ShowAbout();
 
@@ -35,6 +44,7 @@ class Dialogs final : public UserInterface, public EventSink {
 
   std::shared_ptr<Toolkit> toolkit_;
   std::optional<SystemInformation> system_;
+  std::optional<ImportTask> task_;
   OptionsDialog* options_ = nullptr;  // while it is shown
 };
 

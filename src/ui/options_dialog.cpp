@@ -1,6 +1,7 @@
 #include "ui/options_dialog.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "ui/controls.h"
 #include "ui/texts.h"
@@ -11,6 +12,7 @@ namespace {
 constexpr int progressBarRow = 1;
 constexpr int progressTextRow = 2;
 constexpr int buttonRow = 3;
+constexpr int statusRow = 4;
 
 Control Progress(ControlKind kind, const ControlId& id, std::string_view spoken, int row) {
   Control progress = MakeControl(kind, id);
@@ -55,14 +57,26 @@ void OptionsDialog::Mode(std::int32_t mode) {
   form.caption = import ? text::importCaption : text::exportCaption;
 }
 
+void OptionsDialog::Follow(ImportTask task) {
+  if (!toolkit_.FollowsTasks()) return;
+  form.controls.push_back(MakeControl(ControlKind::Label, control::statusLine, task.description));
+  form.controls.back().row = statusRow;
+  task_ = std::move(task);
+}
+
 void OptionsDialog::ShowProgress(std::int16_t percent, std::string_view description) {
-  if (!importing_) return;
+  if (!importing_ || stopping_) return;
   form.At(control::progressBar.name).percent = std::clamp<int>(percent, 0, 100);
   form.At(control::progressText.name).text = description;
   toolkit_.ShowNow(*this);
 }
 
+void OptionsDialog::ShowNow() {
+  if (importing_ && task_.stop) toolkit_.ShowNow(*this);
+}
+
 void OptionsDialog::Pressed(std::string_view button) {
+  if (importing_) return Stop();
   if (button == control::importButton.name) Import();
   Unload();
 }
@@ -88,7 +102,18 @@ void OptionsDialog::ShowThatItWorks() {
     form.At(progress.name).visible = true;
     form.At(progress.name).enabled = true;
   }
+  if (form.Has(control::statusLine.name)) form.At(control::statusLine.name).enabled = true;
+  // Discards a second press of Import before Cancel can be pressed.
   toolkit_.ShowNow(*this);
+  form.At(control::cancelButton.name).enabled = task_.stop != nullptr;
+}
+
+// The window stays until the import has ended: only then is the component free.
+void OptionsDialog::Stop() {
+  stopping_ = true;
+  form.At(control::cancelButton.name).enabled = false;
+  form.At(control::progressText.name).text = text::stopping;
+  task_.stop();
 }
 
 }  // namespace krnqb::ui

@@ -7,12 +7,14 @@
 #include "ui/dialog.h"
 #include "ui/export_page.h"
 #include "ui/import_page.h"
+#include "ui/import_task.h"
 #include "ui/toolkit.h"
 
 namespace krnqb::ui {
 
 /// The options dialog (frmOptions): two pages, of which the mode selects one, and the import that the user
-/// starts from it. During the import the dialog shows the progress, is disabled, and cannot be closed.
+/// starts from it. During the import the dialog shows the progress, is disabled, and cannot be closed. If it
+/// has a task, Cancel stays enabled and stops the import.
 class OptionsDialog final : public Dialog {
  public:
   /// Starts in mode 1 without a component. The toolkit must outlive the dialog.
@@ -27,12 +29,20 @@ class OptionsDialog final : public Dialog {
   QBDataExchange* QBDataExchangeObject() const noexcept { return component_; }
   void QBDataExchangeObject(QBDataExchange* exchange) noexcept { component_ = exchange; }
 
+  /// Shows what the import works on and lets Cancel stop it; has no effect if the toolkit does not follow
+  /// tasks. Call before the dialog is shown.
+  void Follow(ImportTask task);
+
   /// Both do nothing.
   void ShowQBtoKRN() const noexcept {}
   void ShowKRNtoQB() const noexcept {}
 
   /// Shows the progress of the running import, 0 to 100; has no effect if none is running.
   void ShowProgress(std::int16_t percent, std::string_view description);
+
+  /// Updates the window of a running import that can be stopped, so that Cancel is noticed between two
+  /// events; has no effect otherwise.
+  void ShowNow();
 
  private:
   void Pressed(std::string_view button) override;
@@ -41,12 +51,15 @@ class OptionsDialog final : public Dialog {
   /// component.
   void Import();
   void ShowThatItWorks();
+  void Stop();
 
   Toolkit& toolkit_;
   QBDataExchange* component_ = nullptr;
   ImportPage importPage_;
   ExportPage exportPage_;
+  ImportTask task_;
   bool importing_ = false;
+  bool stopping_ = false;
 };
 
 }  // namespace krnqb::ui

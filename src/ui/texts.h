@@ -30,6 +30,9 @@ inline constexpr std::string_view exportPlannedExpenses =
     "Export Planned values for Expense Accounts to QuickBooks budget";
 inline constexpr std::string_view exportExpenseSubAccounts = "Include Expense Sub-Accounts";
 
+// While the user's Cancel stops an import.
+inline constexpr std::string_view stopping = "Cancelling the import; the plan stays as it is.";
+
 // The About box: the texts as designed, and those that replace some of them when it loads.
 inline constexpr std::string_view designedAboutCaption = "About MyApp";
 inline constexpr std::string_view designedTitle = "KRN5_QB2002 Data Exchange component";

@@ -18,7 +18,12 @@ class Toolkit {
   /// Shows the dialog; returns when it is no longer open. Rethrows what the dialog throws.
   virtual void ShowModal(Dialog& dialog) = 0;
 
-  /// Updates a visible dialog to its current state before returning. Discards what the user does meanwhile.
+  /// Returns whether windows can have a status line, and a Cancel button that works while an import runs:
+  /// only then may a dialog have them.
+  virtual bool FollowsTasks() const noexcept { return false; }
+
+  /// Updates a visible dialog to its current state before returning. Discards what the user does meanwhile,
+  /// except, if the toolkit follows tasks, in a dialog whose cancel button is enabled.
   virtual void ShowNow(const Dialog& dialog) = 0;
 
   /// Shows a message with an OK button; returns when it is closed.

@@ -6,7 +6,7 @@
 
 #include "build_paths.h"
 #include "cli/import/json_output.h"
-#include "cli/import/skipped_journal.h"
+#include "cli/import/notices/skipped_journal.h"
 #include "cli/workplace.h"
 #include "json_schema.h"
 

@@ -20,6 +20,8 @@ class ScriptedToolkit : public ui::Toolkit {
     stillOpen = dialog.IsOpen();
   }
 
+  bool FollowsTasks() const noexcept override { return followsTasks; }
+
   void ShowNow(const ui::Dialog& dialog) override {
     shownNow.push_back(dialog.Shown());
     if (meanwhile) meanwhile();
@@ -33,6 +35,7 @@ class ScriptedToolkit : public ui::Toolkit {
   }
 
   Person person = [](ui::Dialog& dialog) { dialog.Dismiss(); };
+  bool followsTasks = false;
   std::function<void()> meanwhile;  // called by each `ShowNow`
   std::optional<std::string> chosenPath;
 

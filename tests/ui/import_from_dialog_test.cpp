@@ -142,6 +142,81 @@ TEST_F(ImportFromDialog, CannotBeClosedOrChangedWhileItRuns) {
   EXPECT_EQ(host.journal->Count("AfterImport"), 1);
 }
 
+struct ImportThatCanBeStopped : ImportFromDialog {
+  ImportThatCanBeStopped() {
+    toolkit->followsTasks = true;
+    dialogs->Follow({.description = "From Nursery into plan.kpf", .stop = [this] { ++stops; }});
+    toolkit->person = [this](Dialog& dialog) {
+      shown = &dialog;
+      dialog.Check(expenseBox, true);
+      dialog.Press("cmdButton0");
+    };
+  }
+
+  bool CancelIsEnabled() const { return toolkit->shownNow.back().At("cmdButton2").enabled; }
+
+  int stops = 0;
+  Dialog* shown = nullptr;
+};
+
+TEST_F(ImportThatCanBeStopped, EnablesCancelOnceTheWindowShowsThatItRuns) {
+  component.ShowDialog(dlg_QBtoKRN);
+  ASSERT_EQ(toolkit->shownNow.size(), 6U);
+  for (std::size_t index = 0; index < toolkit->shownNow.size(); ++index) {
+    for (const Control& control : toolkit->shownNow[index].controls) {
+      const bool cancel = control.name == "cmdButton2" && index > 0;
+      const bool text =
+          control.name == "progressBar" || control.name == "progressText" || control.name == "statusLine";
+      EXPECT_EQ(control.enabled, cancel || text) << control.name << ' ' << index;
+    }
+  }
+  EXPECT_EQ(stops, 0);
+}
+
+TEST_F(ImportThatCanBeStopped, StopsOnceAndStaysOpenUntilTheImportHasEnded) {
+  int tries = 0;
+  toolkit->meanwhile = [&] {
+    if (!CancelIsEnabled()) return;
+    ++tries;
+    shown->Dismiss();
+    shown->Press("cmdButton2");
+    EXPECT_TRUE(shown->IsOpen());
+    EXPECT_FALSE(shown->Shown().At("cmdButton2").enabled);
+    EXPECT_EQ(shown->Shown().At("progressText").text, "Cancelling the import; the plan stays as it is.");
+  };
+  component.ShowDialog(dlg_QBtoKRN);
+  EXPECT_EQ(tries, 1) << "later events leave the window as it is";
+  EXPECT_EQ(stops, 1);
+  EXPECT_FALSE(toolkit->stillOpen);
+}
+
+TEST_F(ImportThatCanBeStopped, IsShownBetweenTwoEventsToo) {
+  std::size_t before = 0;
+  host.journal->OnOccurrence("ProgressBarChange 60 Processing...", 1, [&] {
+    before = toolkit->shownNow.size();
+    dialogs->ShowNow();
+    EXPECT_EQ(toolkit->shownNow.size(), before + 1);
+  });
+  component.ShowDialog(dlg_QBtoKRN);
+  EXPECT_NE(before, 0U);
+  dialogs->ShowNow();
+  EXPECT_EQ(toolkit->shownNow.size(), 7U) << "no import runs any more";
+}
+
+TEST_F(ImportThatCanBeStopped, ClosesTheDialogWhenCancelIsPressedBeforeItRuns) {
+  toolkit->person = [](Dialog& dialog) { dialog.Press("cmdButton2"); };
+  component.ShowDialog(dlg_QBtoKRN);
+  EXPECT_FALSE(toolkit->stillOpen);
+  EXPECT_EQ(stops, 0);
+  EXPECT_EQ(host.journal->Count("AfterImport"), 0);
+}
+
+TEST_F(ImportThatCanBeStopped, HasNoLineInTheExportDialog) {
+  toolkit->person = [](Dialog& dialog) { dialog.Dismiss(); };
+  component.ShowDialog(dlg_KRNtoQB);
+  EXPECT_FALSE(toolkit->shown.back().Has("statusLine"));
+}
+
 TEST_F(ImportFromDialog, ClosesTheDialogAfterAFailureAndShowsNoMessage) {
   host.journal->Fail("create processor", Error(error_number::cannotCreateObject));
   Imports({expenseBox}, 0);

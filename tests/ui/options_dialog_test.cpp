@@ -69,6 +69,22 @@ TEST_F(OptionsDialogTest, HidesTheProgressUntilAnImportRuns) {
   EXPECT_TRUE(toolkit.shownNow.empty());
 }
 
+TEST_F(OptionsDialogTest, ShowsItsTaskInALineBelowTheButtons) {
+  toolkit.followsTasks = true;
+  dialog.Mode(2);
+  dialog.Follow({.description = "From Nursery into plan.kpf", .stop = {}});
+  const Control& line = Shown("statusLine");
+  EXPECT_EQ(line.kind, ControlKind::Label);
+  EXPECT_EQ(line.text, "From Nursery into plan.kpf");
+  EXPECT_GT(line.row, Shown("cmdButton2").row);
+  EXPECT_EQ(dialog.Shown().caption, "Import From Quickbooks");
+}
+
+TEST_F(OptionsDialogTest, HasNoLineForATaskThatTheToolkitCannotFollow) {
+  dialog.Follow({.description = "From Nursery into plan.kpf", .stop = {}});
+  EXPECT_FALSE(dialog.Shown().Has("statusLine"));
+}
+
 TEST_F(OptionsDialogTest, DoesNothingInItsShowMethods) {
   dialog.ShowQBtoKRN();
   EXPECT_EQ(dialog.Mode(), 1);

@@ -4,7 +4,7 @@
 
 #include "cli/exchange/interruptible_processors.h"
 #include "cli/import/failure.h"
-#include "cli/import/omissions.h"
+#include "cli/import/notices/omissions.h"
 
 namespace krnqb::cli {
 namespace {

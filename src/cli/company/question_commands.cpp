@@ -5,7 +5,7 @@
 #include "cli/company/inquiry.h"
 #include "cli/company/interruptible.h"
 #include "cli/console/attempt.h"
-#include "cli/import/request_names.h"
+#include "cli/import/notices/request_names.h"
 #include "plan_file/headings.h"
 #include "qbxml/request_catalogue.h"
 

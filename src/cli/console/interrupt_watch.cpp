@@ -1,5 +1,8 @@
 #include "cli/console/interrupt_watch.h"
 
+#include <exception>
+#include <utility>
+
 #include "krnqb/error.h"
 
 namespace krnqb::cli {
@@ -28,8 +31,30 @@ bool InterruptWatch::Requested() const noexcept {
   return InterruptRequested();
 }
 
+void InterruptWatch::ListenThrough(std::function<void()> listen) {
+  listen_ = std::move(listen);
+}
+
+void InterruptWatch::Listen() const {
+  if (!listen_) return;
+  constexpr std::chrono::milliseconds pause{50};
+  const auto now = std::chrono::steady_clock::now();
+  if (now < listenAgain_) return;
+  try {
+    listen_();
+  } catch (const std::exception&) {
+    // A window that cannot be updated does not end the work.
+  }
+  listenAgain_ = std::chrono::steady_clock::now() + pause;
+}
+
+bool InterruptWatch::ListenedAndRequested() const {
+  Listen();
+  return Requested();
+}
+
 void InterruptWatch::StopWhenRequested() const {
-  if (Requested()) throw Error(error_number::unspecified, "interrupted");
+  if (ListenedAndRequested()) throw Error(error_number::unspecified, "interrupted");
 }
 
 void InterruptWatch::PassPointOfNoReturn() {

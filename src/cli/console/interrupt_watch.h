@@ -1,5 +1,8 @@
 #pragma once
 
+#include <chrono>
+#include <functional>
+
 #include "cli/console/failure.h"
 #include "cli/system/end_requests.h"
 
@@ -15,7 +18,8 @@ namespace krnqb::cli {
 /// did before. One watch at a time.
 ///
 /// A watch can also leave the signals as they are, for a user who starts and ends the work in a dialog. Then
-/// they only have no effect from the point of no return until the watch is destroyed.
+/// they only have no effect from the point of no return until the watch is destroyed, and what interrupts the
+/// work is the dialog, by `RequestInterruption`.
 class InterruptWatch {
  public:
   enum class Interrupts { Remembered, LeftAsTheyAre };
@@ -28,7 +32,14 @@ class InterruptWatch {
   /// Returns whether an interrupt has arrived.
   bool Requested() const noexcept;
 
-  /// Throws Error if an interrupt has arrived.
+  /// Calls `listen` before it is asked whether to stop, at most 20 times a second, so that a dialog can
+  /// notice its Cancel button.
+  void ListenThrough(std::function<void()> listen);
+
+  /// Listens, then returns whether an interrupt has arrived.
+  bool ListenedAndRequested() const;
+
+  /// Listens, then throws Error if an interrupt has arrived.
   void StopWhenRequested() const;
 
   /// Call just before writing. Throws Error if an interrupt has arrived; any later interrupt has no effect.
@@ -39,8 +50,12 @@ class InterruptWatch {
   Failure Interruption(std::string_view whatFailed, std::string_view whatToDo) const;
 
  private:
+  void Listen() const;
+
   EndRequests requests_;
   const bool remembers_;
+  std::function<void()> listen_;
+  mutable std::chrono::steady_clock::time_point listenAgain_;
   bool pastPointOfNoReturn_ = false;
 };
 

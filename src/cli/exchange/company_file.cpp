@@ -8,7 +8,7 @@
 namespace krnqb::cli {
 
 company::Interruption FollowInterrupts(const InterruptWatch& interrupts) {
-  return [&interrupts] { return interrupts.Requested(); };
+  return [&interrupts] { return interrupts.ListenedAndRequested(); };
 }
 
 Failure CompanyFailure(std::string_view whatFailed, const Error& error, std::string_view whatToDo) {

@@ -6,7 +6,7 @@
 #include "cli/console/json_text.h"
 #include "cli/explain/story.h"
 #include "cli/explain/words.h"
-#include "cli/import/skipped_amounts.h"
+#include "cli/import/notices/skipped_amounts.h"
 #include "plan_file/attributes.h"
 #include "support/path_text.h"
 

@@ -6,7 +6,7 @@
 #include "cli/console/nearest_names.h"
 #include "cli/console/text_table.h"
 #include "cli/explain/words.h"
-#include "cli/import/skipped_amounts.h"
+#include "cli/import/notices/skipped_amounts.h"
 #include "krnqb/keyed_collection.h"
 #include "support/money_text.h"
 #include "support/number_text.h"

@@ -8,16 +8,17 @@
 #include "cli/exchange/interruptible_processors.h"
 #include "cli/exchange/ledger_output.h"
 #include "cli/import/asked_data.h"
+#include "cli/import/dialog_task.h"
 #include "cli/import/expense_selection.h"
 #include "cli/import/failure.h"
 #include "cli/import/file_guard.h"
 #include "cli/import/history_facts.h"
 #include "cli/import/log.h"
-#include "cli/import/omissions.h"
+#include "cli/import/notices/omissions.h"
+#include "cli/import/notices/skipped_journal.h"
 #include "cli/import/replay_failure.h"
 #include "cli/import/report.h"
 #include "cli/import/settings.h"
-#include "cli/import/skipped_journal.h"
 #include "cli/import/source.h"
 #include "cli/import/summary/report.h"
 #include "files/lock.h"
@@ -152,6 +153,7 @@ class PlanImport {
                              .clock = surroundings_.clock});
     Configure(exchange, settings, source, plan_);
     if (settings.product == QBKRN_BRI) SelectExpensesOf(exchange);
+    if (dialogs_ != nullptr) LetTheDialogStop(settings, source);
     const bool goResult = dialogs_ == nullptr ? exchange.Go() : ImportFromDialog(exchange);
     if (outcome_.result == ImportResult::Cancelled) return;
     Basis().company = CompanyOf(source);
@@ -187,6 +189,11 @@ class PlanImport {
       warning = SelectExpenses(exchange, options_);
     }
     if (warning) Report(*warning);
+  }
+
+  void LetTheDialogStop(const ImportSettings& settings, const ImportSource& source) {
+    dialogs_->Follow(DialogTask(settings, source));
+    interrupts_.ListenThrough([dialogs = dialogs_] { dialogs->ShowNow(); });
   }
 
   // The dialog returns no result: it was cancelled if no event was raised.
@@ -314,7 +321,8 @@ CommandEnd RunWithDialog(const ImportCommand& options, const std::shared_ptr<ui:
   PlanImport(options, dialogs, console, surroundings, outcome).Run();
   PrintOutcome(outcome, options, console);
   const bool importStarted = !outcome.events.empty();
-  if (importStarted && !outcome.errorLine.empty()) dialogs->ShowMessage(outcome.errorDescription);
+  const bool stopped = outcome.result == ImportResult::Interrupted;
+  if (importStarted && !stopped && !outcome.errorLine.empty()) dialogs->ShowMessage(outcome.errorDescription);
   return EndOf(outcome);
 }
 

@@ -6,9 +6,9 @@
 #include "cli/console/decimal_text.h"
 #include "cli/console/json_text.h"
 #include "cli/console/option_values.h"
-#include "cli/import/omissions.h"
-#include "cli/import/skipped_amounts.h"
-#include "cli/import/warning_advice.h"
+#include "cli/import/notices/omissions.h"
+#include "cli/import/notices/skipped_amounts.h"
+#include "cli/import/notices/warning_advice.h"
 #include "support/date.h"
 
 namespace krnqb::cli {

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "cli/import/asked_data.h"
-#include "cli/import/request_names.h"
+#include "cli/import/notices/request_names.h"
 #include "plan_file/headings.h"
 #include "qbxml/request_catalogue.h"
 

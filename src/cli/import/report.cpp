@@ -4,10 +4,10 @@
 
 #include "cli/console/shell_word.h"
 #include "cli/import/json_output.h"
-#include "cli/import/omissions.h"
-#include "cli/import/skipped_amounts.h"
+#include "cli/import/notices/omissions.h"
+#include "cli/import/notices/skipped_amounts.h"
+#include "cli/import/notices/warning_advice.h"
 #include "cli/import/summary/report.h"
-#include "cli/import/warning_advice.h"
 
 namespace krnqb::cli {
 namespace {

@@ -85,6 +85,10 @@ void EndRequests::Restore() const noexcept {
   }
 }
 
+void RequestInterruption() noexcept {
+  if (requestedSignal == 0) requestedSignal = SIGINT;
+}
+
 EndRequest RememberedRequest() noexcept {
   switch (requestedSignal) {
     case 0:

@@ -32,6 +32,9 @@ class EndRequests {
   std::unique_ptr<Actions> before_;
 };
 
+/// Has the same effect as an interruption that is remembered: the first request counts.
+void RequestInterruption() noexcept;
+
 /// Returns the request that was remembered first.
 EndRequest RememberedRequest() noexcept;
 

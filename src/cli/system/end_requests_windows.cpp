@@ -74,6 +74,11 @@ void EndRequests::Restore() const noexcept {
   before_->HandleWith(nullptr);
 }
 
+void RequestInterruption() noexcept {
+  EndRequest earlier = EndRequest::None;
+  rememberedRequest.compare_exchange_strong(earlier, EndRequest::Interruption);
+}
+
 EndRequest RememberedRequest() noexcept {
   return rememberedRequest;
 }

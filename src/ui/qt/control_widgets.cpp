@@ -13,6 +13,20 @@
 namespace krnqb::ui::qt {
 namespace {
 
+// Lets a label break a word, such as a long file name, that is wider than itself.
+QString Breakable(const QString& text) {
+  constexpr int longWord = 24;
+  constexpr QChar zeroWidthSpace(0x200B);
+  QString breakable;
+  int letters = 0;
+  for (const QChar character : text) {
+    letters = character.isSpace() ? 0 : letters + 1;
+    breakable += character;
+    if (letters % longWord == 0 && letters > 0 && !character.isHighSurrogate()) breakable += zeroWidthSpace;
+  }
+  return breakable;
+}
+
 QWidget* NewLabel() {
   auto* label = new QLabel;
   label->setTextFormat(Qt::PlainText);
@@ -67,7 +81,7 @@ void ShowControl(const Control& control, QWidget& widget) {
   if (auto* box = dynamic_cast<QCheckBox*>(&widget)) box->setChecked(control.checked);
   if (auto* button = dynamic_cast<QAbstractButton*>(&widget)) button->setText(text);
   auto* label = dynamic_cast<QLabel*>(&widget);
-  if (label != nullptr) label->setText(text);
+  if (label != nullptr) label->setText(Breakable(text));
   if (auto* list = dynamic_cast<QComboBox*>(&widget)) list->setCurrentIndex(control.selected);
   if (auto* bar = dynamic_cast<QProgressBar*>(&widget)) bar->setValue(control.percent);
   widget.setEnabled(control.enabled);

@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QSplitter>
+#include <QWindow>
 #include <algorithm>
 #include <array>
 #include <clocale>
@@ -36,12 +37,14 @@ class Application {
   QApplication application_;
 };
 
-// Discards mouse and keyboard input, including closing a window, for the lifetime of the object.
+// Discards mouse and keyboard input, including closing a window, for the lifetime of the object; except in
+// one window, if it is not null.
 class InputBarrier : public QObject {
  public:
-  InputBarrier() { qApp->installEventFilter(this); }
+  explicit InputBarrier(const QWidget* except) : except_(except) { qApp->installEventFilter(this); }
 
-  bool eventFilter(QObject* /*receiver*/, QEvent* event) override {
+  bool eventFilter(QObject* receiver, QEvent* event) override {
+    if (IsExcepted(*receiver)) return false;
     static constexpr std::array held{QEvent::MouseButtonPress,
                                      QEvent::MouseButtonRelease,
                                      QEvent::MouseButtonDblClick,
@@ -59,6 +62,15 @@ class InputBarrier : public QObject {
                                      QEvent::Close};
     return std::find(held.begin(), held.end(), event->type()) != held.end();
   }
+
+ private:
+  bool IsExcepted(const QObject& receiver) const {
+    if (except_ == nullptr) return false;
+    if (const auto* widget = dynamic_cast<const QWidget*>(&receiver)) return widget->window() == except_;
+    return &receiver == except_->windowHandle();
+  }
+
+  const QWidget* except_;
 };
 
 QStringList NameFilters(const FileDialogSettings& settings) {
@@ -99,11 +111,16 @@ class Widgets final : public Toolkit {
     windows_.pop_back();
   }
 
+  bool FollowsTasks() const noexcept override { return true; }
+
   void ShowNow(const Dialog& dialog) override {
-    const InputBarrier barrier;
+    const QWidget* listening = nullptr;
     for (FormWindow* window : windows_) {
-      if (&window->Shown() == &dialog) window->ShowState();
+      if (&window->Shown() != &dialog) continue;
+      window->ShowState();
+      if (dialog.Shown().IsUsable(dialog.Shown().cancelButton)) listening = window;
     }
+    const InputBarrier barrier(listening);
     QCoreApplication::processEvents();
   }
 

@@ -120,6 +120,57 @@ TEST_F(DialogCommand, WritesAndPrintsNothingIfTheOptionsAreCancelled) {
   EXPECT_FALSE(std::filesystem::exists(place / "ald.kpf.bak"));
 }
 
+TEST_F(DialogCommand, ShowsCompanyPlanAndPeriodBelowTheControls) {
+  place.Nursery();
+  toolkit->followsTasks = true;
+  ShowOptions("ald.kpf");
+  EXPECT_EQ(toolkit->shown.back().At("statusLine").text,
+            "From Hollow Creek Nursery (nursery.qbw) into ald.kpf, January to December 2002");
+}
+
+TEST_F(DialogCommand, WritesNothingWhenCancelStopsTheImport) {
+  place.NurseryYear();
+  toolkit->followsTasks = true;
+  const std::string before = ReadText(place / "ald.kpf");
+  // Whichever of the moments in which the window is updated the user chooses.
+  for (std::size_t moment = 2; moment < 6; ++moment) {
+    toolkit->shownNow.clear();
+    toolkit->person = [&](ui::Dialog& dialog) {
+      toolkit->meanwhile = [&] {
+        if (toolkit->shownNow.size() == moment) dialog.Press("cmdButton2");
+      };
+      dialog.Check(incomeBox, true);
+      dialog.Choose("Combo1", 3);
+      dialog.Press("cmdButton0");
+    };
+    const ProgramRun run = ShowOptions("ald.kpf");
+    toolkit->meanwhile = {};
+    EXPECT_EQ(run.code, 130) << moment;
+    EXPECT_EQ(run.err, "krnqb: import interrupted: stopped on request; nothing was written\n");
+    EXPECT_EQ(run.out, "");
+    EXPECT_TRUE(toolkit->messages.empty()) << "the user knows";
+    EXPECT_FALSE(toolkit->stillOpen);
+    EXPECT_EQ(ReadText(place / "ald.kpf"), before);
+    for (const char* other : {"ald.kpf.bak", "ald.kpf.history"}) {
+      EXPECT_FALSE(std::filesystem::exists(place / other)) << other;
+    }
+  }
+}
+
+TEST_F(DialogCommand, ImportsAsBeforeAfterAnImportWasStopped) {
+  place.Nursery();
+  toolkit->followsTasks = true;
+  toolkit->person = [&](ui::Dialog& dialog) {
+    toolkit->meanwhile = [&dialog] { dialog.Press("cmdButton2"); };
+    dialog.Check(expenseBox, true);
+    dialog.Press("cmdButton0");
+  };
+  EXPECT_EQ(ShowOptions("ald.kpf").code, 130);
+  toolkit->meanwhile = {};
+  PersonImports({expenseBox}, 0);
+  EXPECT_EQ(ShowOptions("ald.kpf").code, 0);
+}
+
 TEST_F(DialogCommand, ReadsTheSelectionOfABriPlanBeforeTheDialog) {
   place.Nursery();
   tests::WriteText(place / "typed.kpf", ReadText(place / "bri.kpf"));

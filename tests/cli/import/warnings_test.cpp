@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "cli/import/notices/warning_advice.h"
 #include "cli/import/recording_editor.h"
-#include "cli/import/warning_advice.h"
 
 // The warnings of an import as a user sees them.
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QMessageBox>
+#include <QTimer>
 
 #include "ui/qt/module_toolkit.h"
 #include "ui/qt/person.h"
@@ -90,6 +91,30 @@ TEST_F(ImportWindow, WritesNothingWhenItIsCancelled) {
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.err, "");
+  EXPECT_EQ(ReadText(place / "ald.kpf"), before);
+}
+
+TEST_F(ImportWindow, WritesNothingWhenItIsCancelledWhileItRuns) {
+  place.Nursery();
+  const std::string before = ReadText(place / "ald.kpf");
+  bool cancelled = false;
+  person.At("frmOptions", [&](QWidget& window) {
+    // Acts while the running import shows the window.
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &window, [&] {
+      if (!Find(window, "progressBar").isVisible() || !Find(window, "cmdButton2").isEnabled()) return;
+      cancelled = true;
+      Click(Find(window, "cmdButton2"));
+    });
+    timer.start(0);
+    Click(Find(window, expenseBox));
+    Click(Find(window, "cmdButton0"));
+  });
+  const ProgramRun run = ShowOptions("ald.kpf");
+  EXPECT_TRUE(cancelled);
+  EXPECT_EQ(run.code, 130);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.err, "krnqb: import interrupted: stopped on request; nothing was written\n");
   EXPECT_EQ(ReadText(place / "ald.kpf"), before);
 }
 

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMouseEvent>
 
 #include "options_window.h"
@@ -64,6 +65,93 @@ TEST_F(ImportingWindow, ShowsTheProgressAndBlocksInput) {
   EXPECT_GE(paints, 5);
   EXPECT_EQ(host.journal->Count("AfterImport"), 1);
   EXPECT_FALSE(component.IncludeIncomeAccounts());
+}
+
+struct StoppableImportingWindow : ImportingWindow {
+  StoppableImportingWindow() {
+    dialogs->Follow({.description = "From Nursery into plan.kpf", .stop = [this] { ++stops; }});
+  }
+
+  // Has the user do something in the window of the running import.
+  void Meanwhile(int percent, const std::function<void(QWidget& window)>& deed) {
+    host.journal->On("ProgressBarChange " + std::to_string(percent) + " Processing...", [deed] {
+      ASSERT_NE(QApplication::activeModalWidget(), nullptr);
+      deed(*QApplication::activeModalWidget());
+    });
+  }
+
+  void Import() {
+    Show(dlg_QBtoKRN, [](QWidget& window) {
+      Click(Find(window, "chkIncludeExpenseAccounts"));
+      Click(Find(window, "cmdButton0"));
+    });
+  }
+
+  int stops = 0;
+};
+
+TEST_F(StoppableImportingWindow, IsStoppedByAClickOnCancel) {
+  Meanwhile(40, [](QWidget& window) {
+    EXPECT_TRUE(Enabled(window, "cmdButton2"));
+    PostClick(Find(window, "cmdButton2"));
+    PostClick(Find(window, "cmdButton3"));
+    PostClick(Find(window, "chkIncludeIncomeAccounts"));
+  });
+  Meanwhile(60, [](QWidget& window) {
+    EXPECT_FALSE(Enabled(window, "cmdButton2"));
+    EXPECT_TRUE(window.isVisible());
+  });
+  Import();
+  EXPECT_EQ(stops, 1);
+  EXPECT_FALSE(component.IncludeIncomeAccounts());
+}
+
+TEST_F(StoppableImportingWindow, IsStoppedByEscapeAndByItsCloseButton) {
+  Meanwhile(40, [](QWidget& window) {
+    QCoreApplication::postEvent(&window, new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier));
+  });
+  Import();
+  EXPECT_EQ(stops, 1);
+  host.journal->On("ProgressBarChange 40 Processing...",
+                   [] { QCoreApplication::postEvent(QApplication::activeModalWidget(), new QCloseEvent); });
+  Import();
+  EXPECT_EQ(stops, 2);
+}
+
+TEST_F(StoppableImportingWindow, IsNotStoppedByASecondEnterOrSpaceOnImport) {
+  for (const int percent : {20, 40, 60}) {
+    Meanwhile(percent, [](QWidget& window) {
+      QWidget* receiver = window.focusWidget() != nullptr ? window.focusWidget() : &window;
+      for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space}) {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+          QCoreApplication::postEvent(receiver, new QKeyEvent(type, key, Qt::NoModifier));
+        }
+      }
+    });
+  }
+  Import();
+  EXPECT_EQ(stops, 0);
+  EXPECT_EQ(host.journal->Count("AfterImport"), 1);
+}
+
+TEST_F(StoppableImportingWindow, ShowsItsTaskBelowTheButtons) {
+  Show(dlg_QBtoKRN, [](QWidget& window) {
+    QWidget& line = Find(window, "statusLine");
+    EXPECT_TRUE(line.isVisible());
+    EXPECT_GT(line.mapTo(&window, QPoint()).y(), Find(window, "cmdButton2").mapTo(&window, QPoint()).y());
+    Press(window, Qt::Key_Escape);
+  });
+}
+
+TEST_F(StoppableImportingWindow, ShowsLongFileNamesWhole) {
+  dialogs->Follow({.description = "From " + std::string(200, 'n') + " into plan.kpf", .stop = {}});
+  Show(dlg_QBtoKRN, [](QWidget& window) {
+    const auto& line = dynamic_cast<QLabel&>(Find(window, "statusLine"));
+    const QRect text = line.fontMetrics().boundingRect(line.rect(), Qt::TextWordWrap, line.text());
+    EXPECT_LE(text.width(), line.width());
+    EXPECT_LE(text.height(), line.height());
+    Press(window, Qt::Key_Escape);
+  });
 }
 
 TEST(QtToolkit, DiscardsInputWhileItShowsANewState) {

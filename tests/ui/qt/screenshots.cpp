@@ -76,6 +76,9 @@ int TakeAll(const std::string& prefix) {
   world.sinks.push_back(dialogs);
   QBDataExchange component(world);
   component.KRNPlanData(Variant(host.plan));
+  dialogs->Follow(
+      {.description = "From Hollow Creek Nursery (nursery.qbw) into nursery.kpf, January to December 2002",
+       .stop = [] {}});
   Photographer photographer(prefix);
   photographer.Take("import", [&] { component.ShowDialog(dlg_QBtoKRN); });
   photographer.Take(

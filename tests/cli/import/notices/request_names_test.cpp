@@ -1,4 +1,4 @@
-#include "cli/import/request_names.h"
+#include "cli/import/notices/request_names.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "cli/import/omissions.h"
+#include "cli/import/notices/omissions.h"
 
 #include <gtest/gtest.h>
 

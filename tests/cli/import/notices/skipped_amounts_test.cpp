@@ -1,4 +1,4 @@
-#include "cli/import/skipped_amounts.h"
+#include "cli/import/notices/skipped_amounts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
-#include "cli/import/omissions.h"
+#include "cli/import/notices/omissions.h"
 
 #include <fmt/format.h>
 
-#include "cli/import/request_names.h"
-#include "cli/import/warning_advice.h"
+#include "cli/import/notices/request_names.h"
+#include "cli/import/notices/warning_advice.h"
 #include "plan_file/headings.h"
 
 namespace krnqb::cli {

@@ -1,4 +1,4 @@
-#include "cli/import/warning_advice.h"
+#include "cli/import/notices/warning_advice.h"
 
 namespace krnqb::cli {
 namespace {

@@ -1,11 +1,11 @@
-#include "cli/import/skipped_journal.h"
+#include "cli/import/notices/skipped_journal.h"
 
 #include <fmt/format.h>
 
 #include "cli/console/attempt.h"
 #include "cli/console/interrupt_watch.h"
 #include "cli/console/json_text.h"
-#include "cli/import/skipped_amounts.h"
+#include "cli/import/notices/skipped_amounts.h"
 #include "files/fault.h"
 #include "files/output_file.h"
 #include "support/path_text.h"
