@@ -24,7 +24,7 @@ std::string Classes(std::string_view kind, Mark mark) {
 }  // namespace
 
 Fragment Name(std::string_view name) {
-  return Element("bdi", Text(name));
+  return name.empty() ? Fragment() : Element("bdi", Text(name));
 }
 
 Fragment Paragraph(const Fragment& content) {

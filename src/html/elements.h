@@ -12,7 +12,8 @@ namespace krnqb::html {
 /// How good or bad a fact is. Every mark has words too: colour alone says nothing.
 enum class Mark : std::uint8_t { Plain, Good, Caution, Bad };
 
-/// Returns a name out of the data, which does not change the direction of the text around it.
+/// Returns a name out of the data, which does not change the direction of the text around it. An empty name
+/// is nothing.
 Fragment Name(std::string_view name);
 
 Fragment Paragraph(const Fragment& content);

@@ -32,11 +32,13 @@ std::vector<html::Cell> YearCells(const plan_file::YearAmounts& year) {
 
 std::vector<std::string> MonthHeadings(const YearMonth& start) {
   constexpr std::size_t letters = 3;
+  const TwelveMonths year(start);
+  const bool oneYear = year.Last().year == start.year;
   std::vector<std::string> headings;
   for (std::int16_t number = 1; number <= static_cast<std::int16_t>(plan_file::monthsOfAYear); ++number) {
-    const YearMonth month = TwelveMonths(start).Month(number);
-    headings.push_back(
-        fmt::format("{} {}", std::string_view(EnglishMonthName(month.month)).substr(0, letters), month.year));
+    const YearMonth month = year.Month(number);
+    const auto name = std::string_view(EnglishMonthName(month.month)).substr(0, letters);
+    headings.push_back(oneYear ? std::string(name) : fmt::format("{} {}", name, month.year));
   }
   return headings;
 }

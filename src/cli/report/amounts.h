@@ -20,7 +20,8 @@ html::Cell AmountCell(const ExactAmount& amount);
 /// Returns cells with twelve months and their sum.
 std::vector<html::Cell> YearCells(const plan_file::YearAmounts& year);
 
-/// Returns "Jan 2002" and so on, twelve months from `start`.
+/// Returns the headings of twelve months from `start`: "Jan" and so on, or "Jul 2002" and so on if they are
+/// not in one year.
 std::vector<std::string> MonthHeadings(const YearMonth& start);
 
 /// Returns the columns of a table with twelve months and their sum, the first of them headed `names`.

@@ -76,7 +76,7 @@ html::Fragment LargestAccounts(const std::vector<AccountYear>& accounts, const A
                                                    : fmt::format("{} by account", group.title);
   amounts.resize(shown);
   return html::Heading(3, title) +
-         html::BarList(title, "The table below has the same amounts.", amounts, group.colour);
+         html::BarList(title, "The table above has the same amounts.", amounts, group.colour);
 }
 
 }  // namespace
@@ -122,7 +122,7 @@ html::Fragment CameIn(const ledger::LedgerFile& ledger, const std::vector<ledger
                             .amounts = {sum.months.begin(), sum.months.end()}});
     bars += LargestAccounts(accounts, group);
     if (!opened.Empty())
-      madeOf += html::Heading(3, fmt::format("{}: what it is made of", group.title)) + opened;
+      madeOf += html::Heading(3, fmt::format("{}: what each amount is made of", group.title)) + opened;
   }
   if (table.rows.empty()) return {};
   const html::Fragment remark = html::Remark(fmt::format(

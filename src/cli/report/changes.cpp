@@ -68,7 +68,7 @@ html::Fragment BlockTable(const std::string& tableId, const std::string& block, 
   std::vector<std::string> headings = plan_file::ColumnHeadings(block, width, start);
   for (std::size_t column = headings.size() + 1; column < width; ++column)
     headings.push_back(fmt::format("Column {}", column));
-  for (const std::string& heading : headings) table.columns.push_back({heading});
+  for (const std::string& heading : headings) table.columns.push_back({heading, html::Alignment::Text});
   for (const auto& [place, row] : rows) {
     if (left == 0) break;
     --left;

@@ -113,7 +113,7 @@ html::Fragment Timings(const ImportOutcome& outcome, const ImportTimes& times) {
                     .rows = {}};
   for (const TimedStep& step : times.steps) {
     table.rows.push_back(
-        {.heading = {html::Text(step.name)},
+        {.heading = {html::Text(step.name.substr(0, step.name.find_last_not_of('.') + 1))},
          .cells = {{html::Text(std::to_string(step.events))}, {html::Text(Seconds(step.time))}}});
   }
   const std::string whole =

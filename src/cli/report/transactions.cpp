@@ -27,7 +27,8 @@ struct Source {
 html::Row RowOf(const LedgerBooking& booking, const Source& source) {
   const auto& document = source.document;
   const std::string& account = booking.accountName.empty() ? booking.account : booking.accountName;
-  return {.heading = {html::Text(document ? document->date : booking.fromDate)},
+  const std::string& date = document ? document->date : booking.fromDate;
+  return {.heading = {html::Text(date.empty() ? std::string("\u2014") : date)},
           .cells = {{html::Text(SourceText(booking, document))},
                     {html::Name(document ? document->number : std::string())},
                     {html::Name(document ? document->party : std::string())},
@@ -59,6 +60,17 @@ html::Fragment Summary(const std::string& name, double amount) {
   return html::Text(name + ": ") + html::Text(MoneyText(amount));
 }
 
+// Adds the lengths of a sum's list and of those below it.
+void AddLengths(const ledger::LedgerFile& ledger, const LedgerSlot& slot,
+                std::vector<std::int64_t>& lengths) {
+  lengths.push_back(std::min(ledger.BookingCount(slot.id), mostPerSum));
+  if (slot.group != AmountGroup::PastPerformance) return;
+  ledger.ForEachBooking(slot.id, [&](const LedgerBooking& booking, bool replaced) {
+    if (SaysNothing(booking, replaced)) return;
+    for (const LedgerSlot& month : MonthsOf(ledger, slot, booking)) AddLengths(ledger, month, lengths);
+  });
+}
+
 }  // namespace
 
 std::int64_t LimitForAll(std::vector<std::int64_t> lengths, std::int64_t most, std::int64_t together) {
@@ -79,13 +91,8 @@ TransactionLists::TransactionLists(const ledger::LedgerFile& ledger,
   std::vector<std::int64_t> lengths;
   for (const ledger::RowFigures& row : rows) {
     for (const ledger::Figure& figure : row.figures) {
-      for (const ledger::LedgerTerm& term : figure.terms)
-        lengths.push_back(std::min(ledger.BookingCount(term.slot), mostPerSum));
+      for (const ledger::LedgerTerm& term : figure.terms) AddLengths(ledger, ledger.Slot(term.slot), lengths);
     }
-  }
-  // The accounts of past performance have lists of their own.
-  for (const LedgerSlot& slot : ledger.Slots()) {
-    if (slot.pastPeriod) lengths.push_back(std::min(ledger.BookingCount(slot.id), mostPerSum));
   }
   most_ = LimitForAll(std::move(lengths), mostPerSum, mostTogether);
 }
