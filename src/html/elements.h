@@ -43,7 +43,7 @@ Fragment Badge(Mark mark, std::string_view word);
 /// Returns a frame that stands out, for the result of a page.
 Fragment Box(Mark mark, const Fragment& content);
 
-/// Returns content that is shown when the user opens it. An empty `id` is left out.
+/// Returns content that is shown when the user opens it, or follows a link to `id`, which may be empty.
 Fragment Details(const Fragment& summary, const Fragment& content, std::string_view id = {});
 
 }  // namespace krnqb::html

@@ -136,6 +136,9 @@ async function compareImport(browser, name) {
     Object.values(blocks.planned).includes(row.block)).map((row) => row.name).sort();
   const shown = tables.find((each) => each.name === 'added').rows.filter((row) => row.name).map((row) => row.heading);
   expect(shown.sort().join() === added.join(), `rows added: ${shown}`);
+  await page.locator('#came-in tbody a').first().click();
+  const opened = await page.locator('#account-1').isVisible();
+  expect(opened, 'a link in the table opens what the account is made of');
   const timing = await page.getByText('The import took').textContent();
   expect(timing.includes(`took ${(outcome.elapsed_ms / 1000).toFixed(3)} s`), `${timing}: ${outcome.elapsed_ms} ms`);
   await page.context().close();

@@ -52,7 +52,7 @@ TEST(Elements, AreWrittenAsBrowsersReadThem) {
   EXPECT_EQ(Badge(Mark::Bad, "failed").Markup(), "<span class=\"badge bad\">failed</span>");
   EXPECT_EQ(Details(Text("s"), Text("c")).Markup(), "<details><summary>s</summary>c</details>");
   EXPECT_EQ(Details(Text("s"), Text("c"), "t1").Markup(),
-            "<details id=\"t1\"><summary>s</summary>c</details>");
+            "<details><summary>s</summary><div id=\"t1\">c</div></details>");
 }
 
 }  // namespace
