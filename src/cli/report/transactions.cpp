@@ -17,7 +17,7 @@ using ledger::LedgerBooking;
 using ledger::LedgerSlot;
 
 constexpr std::int64_t mostPerSum = 200;
-constexpr std::int64_t mostTogether = 10'000;
+constexpr std::int64_t mostTogether = 20'000;
 
 // What a booking comes from, as far as it is that of a transaction.
 struct Source {
