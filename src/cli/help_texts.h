@@ -29,6 +29,8 @@ inline constexpr std::string_view import =
   krnqb import --replay exchange.jsonl --plan nursery.kpf --income --json
   krnqb import --company nursery.qbw --plan nursery.kpf --income --balances all \
                --ledger nursery.kql
+  krnqb import --company nursery.qbw --plan nursery.kpf --expenses --balances all \
+               --report nursery.html
 
 The plan is written once, at the very end; its previous version is kept beside it
 as .bak and, with a number, in PLAN.history. "krnqb plan undo" brings it back.
@@ -43,7 +45,8 @@ is changed. Exit status 0 if the plan agrees with the books, 4 if it differs.
 
 Examples:
   krnqb reconcile --company nursery.qbw --plan nursery.kpf || echo "differs"
-  krnqb reconcile --company nursery.qbw --plan nursery.kpf --months --json || true)";
+  krnqb reconcile --company nursery.qbw --plan nursery.kpf --months --json || true
+  krnqb reconcile --company nursery.qbw --plan nursery.kpf --report books.html || true)";
 
 inline constexpr std::string_view record =
     R"(Asks a company for everything that imports of any twelve months from --from to --to,

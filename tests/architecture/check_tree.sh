@@ -55,6 +55,7 @@ awk '
     Room("com/registration", "com/values")
     Room("com", "com/objects com/registration ui/win32")
     Room("setup", "com/registration")
+    Room("html", "support")
     Room("files", "support")
     Room("files/windows", "files")
     Room("database/storage", "support")
@@ -82,7 +83,8 @@ awk '
     Room("cli/reconcile", "cli/company reconcile")
     Room("cli/record", "cli/company")
     Room("cli/dialog", "cli/import")
-    Room("cli", "cli/company cli/plan cli/reconcile cli/record cli/explain cli/dialog")
+    Room("cli/report", "cli/explain cli/reconcile html")
+    Room("cli", "cli/company cli/plan cli/record cli/report cli/dialog")
     # Single headers that a room may include from another one.
     mayFile["company/records", "qbxml/envelope.h"] = 1
     mayFile["cli/dialog", "ui/win32/toolkit.h"] = 1
