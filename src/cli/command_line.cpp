@@ -224,6 +224,13 @@ void AddReconcile(Options options, ReconcileOptions& reconcile) {
   options.Flag("--json", reconcile.json, "Print one JSON object");
 }
 
+void AddDoctor(Options options, DoctorOptions& doctor) {
+  options.Text("--company", "FILE", doctor.companyFile, "Company file to check");
+  AddQuickBooks(options, doctor);
+  options.Text("--plan", "FILE", doctor.planFile, "Plan file to check")->required();
+  options.Flag("--json", doctor.json, "Print one JSON object");
+}
+
 void AddRecord(Options options, RecordOptions& record) {
   options.Text("--company", "FILE", record.companyFile, "Company file to record");
   AddQuickBooks(options, record);
@@ -284,6 +291,8 @@ class CommandTree {
     RequireCommand(program_);
     Add<ImportCommand>(program_, "import", "Import a company's accounts into a plan", help_text::import,
                        AddImport);
+    Add<DoctorOptions>(program_, "doctor", "Check what an import needs, before making it", help_text::doctor,
+                       AddDoctor);
     Add<ReconcileOptions>(program_, "reconcile", "Compare a plan with the books", help_text::reconcile,
                           AddReconcile);
     Add<RecordOptions>(program_, "record", "Record the answers to imports, to import elsewhere",

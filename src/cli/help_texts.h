@@ -45,6 +45,15 @@ Examples:
   krnqb reconcile --company nursery.qbw --plan nursery.kpf || echo "differs"
   krnqb reconcile --company nursery.qbw --plan nursery.kpf --months --json || true)";
 
+inline constexpr std::string_view doctor =
+    R"(Prints a line for each thing that an import needs: ok, warn or fail, what was found,
+and what to do. Nothing is written. Exit status 0 if all is ok, 3 if there are only
+warnings, 1 if an import would fail.
+
+Examples:
+  krnqb doctor --company nursery.qbw --plan nursery.kpf
+  krnqb doctor --company nursery.qbw --plan nursery.kpf --json)";
+
 inline constexpr std::string_view record =
     R"(Asks a company for everything that imports of any twelve months from --from to --to,
 into any plan that starts in --plan-start, ask for: from transactions and, if the

@@ -218,6 +218,7 @@ TEST(JsonSchemas, RefuseTheOtherOutputsWithoutAMemberOrWithAnotherType) {
   ASSERT_EQ(RunProgram(place.ImportArguments("cor.kpf", {"--expenses", "--balances", "all"})).code, 0);
   ExpectExact("reconcile",
               Printed({"reconcile", "--company", company, "--plan", place / "cor.kpf", "--json"}), {});
+  ExpectExact("doctor", Printed({"doctor", "--quickbooks", "--plan", place / "cor.kpf", "--json"}), {});
   ExpectExact("failure", Printed({"tables", "--json"}), {});
   tests::WriteText(place / "bad]]>.qbw", "");
   ExpectExact("companies", Printed({"companies", "--quickbooks-folder", place.Folder().string(), "--json"}),
