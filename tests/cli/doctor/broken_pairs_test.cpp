@@ -74,7 +74,7 @@ void NameExample(const HealthyPair& pair, std::string_view name) {
   pair.ChangePlan("<c>Example expense</c>", "<c>" + std::string(name) + "</c>");
 }
 
-const std::vector<BrokenPair>& BrokenPairs() {
+const std::vector<BrokenPair>& Pairs() {
   static const std::vector<BrokenPair> pairs{
       {"CompanyMissing", Once([](const HealthyPair& pair) { fs::remove(pair.Company()); }), "company", "fail",
        "There is no company file FOLDER/garden.qbw", "check the path"},
@@ -270,8 +270,8 @@ TEST_P(BrokenPairs, FailExactlyWhereAnImportDoes) {
   EXPECT_EQ(run.code == 0, broken.verdict == "warn") << run.code << run.err;
 }
 
-INSTANTIATE_TEST_SUITE_P(Doctor, BrokenPairs, testing::ValuesIn(BrokenPairs()),
-                         [](const auto& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(Doctor, BrokenPairs, testing::ValuesIn(Pairs()),
+                         [](const auto& pair) { return pair.param.name; });
 
 }  // namespace
 }  // namespace krnqb::cli
