@@ -55,6 +55,7 @@ awk '
     Room("com/registration", "com/values")
     Room("com", "com/objects com/registration ui/win32")
     Room("setup", "com/registration")
+    Room("html", "support")
     Room("files", "support")
     Room("files/windows", "files")
     Room("database/storage", "support")
