@@ -231,6 +231,13 @@ void AddDoctor(Options options, DoctorOptions& doctor) {
   options.Flag("--json", doctor.json, "Print one JSON object");
 }
 
+void AddSummary(Options options, SummaryOptions& summary) {
+  options.Argument("DIR", summary.folder, "Folder with the results of krnqb import --json, *.json");
+  options.Text("--html", "FILE", summary.htmlFile, "Write a page for browsers");
+  options.Text("--csv", "FILE", summary.csvFile, "Write a line for each import");
+  options.Flag("--json", summary.json, "Print one JSON object");
+}
+
 void AddRecord(Options options, RecordOptions& record) {
   options.Text("--company", "FILE", record.companyFile, "Company file to record");
   AddQuickBooks(options, record);
@@ -293,6 +300,8 @@ class CommandTree {
                        AddImport);
     Add<DoctorOptions>(program_, "doctor", "Check what an import needs, before making it", help_text::doctor,
                        AddDoctor);
+    Add<SummaryOptions>(program_, "summary", "Show which of many imports are done", help_text::summary,
+                        AddSummary);
     Add<ReconcileOptions>(program_, "reconcile", "Compare a plan with the books", help_text::reconcile,
                           AddReconcile);
     Add<RecordOptions>(program_, "record", "Record the answers to imports, to import elsewhere",

@@ -3,6 +3,7 @@
 #include <string>
 #include <variant>
 
+#include "cli/batch/command.h"
 #include "cli/company/accounts_command.h"
 #include "cli/company/check_command.h"
 #include "cli/company/commands.h"
@@ -31,6 +32,6 @@ using Command =
                  NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, CheckCompanyOptions,
                  ProfitAndLossOptions, GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions,
                  PlanHistoryOptions, PlanDiffOptions, PlanUndoOptions, ReconcileOptions, ExplainOptions,
-                 CompaniesOptions, DialogOptions, RecordOptions, DoctorOptions>;
+                 CompaniesOptions, DialogOptions, RecordOptions, DoctorOptions, SummaryOptions>;
 
 }  // namespace krnqb::cli

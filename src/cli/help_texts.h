@@ -54,6 +54,17 @@ Examples:
   krnqb doctor --company nursery.qbw --plan nursery.kpf
   krnqb doctor --company nursery.qbw --plan nursery.kpf --json)";
 
+inline constexpr std::string_view summary =
+    R"(DIR has a file NAME.json for each import: what krnqb import --json printed. Prints the
+imports that are not done and why, those that are, warnings by code, and totals, the
+newest first. An empty or cut file is an import that is not done. docs/batch.md shows
+how to make many imports. Exit status 0 if all are done, 3 if any is not.
+
+Examples:
+  krnqb import --company nursery.qbw --plan nursery.kpf --expenses --json >results/nursery.json
+  krnqb summary results
+  krnqb summary results --html imports.html --csv imports.csv)";
+
 inline constexpr std::string_view record =
     R"(Asks a company for everything that imports of any twelve months from --from to --to,
 into any plan that starts in --plan-start, ask for: from transactions and, if the

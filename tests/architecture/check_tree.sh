@@ -83,7 +83,8 @@ awk '
     Room("cli/record", "cli/company")
     Room("cli/dialog", "cli/import")
     Room("cli/doctor", "cli/company")
-    Room("cli", "cli/doctor cli/company cli/plan cli/reconcile cli/record cli/explain cli/dialog")
+    Room("cli/batch", "cli/company html")
+    Room("cli", "cli/batch cli/doctor cli/company cli/plan cli/reconcile cli/record cli/explain cli/dialog")
     # Single headers that a room may include from another one.
     mayFile["company/records", "qbxml/envelope.h"] = 1
     mayFile["cli/dialog", "ui/win32/toolkit.h"] = 1

@@ -29,7 +29,8 @@ class RowFindings {
     for (std::size_t row = 0; row < std::min(planned.rows.size(), actual.rows.size()); ++row) {
       const std::string plannedName = NameOf(planned.rows[row]);
       const std::string actualName = NameOf(actual.rows[row]);
-      if (actualName.empty() || FoldedKey(plannedName) == FoldedKey(actualName)) continue;
+      if (plannedName.empty() || actualName.empty() || FoldedKey(plannedName) == FoldedKey(actualName))
+        continue;
       misaligned.push_back(fmt::format("row {} of the block {} is \"{}\" in {}, but \"{}\" in {}", row + 1,
                                        plan_file::BlockTitle(planned.id), plannedName, plannedTitle,
                                        actualName, actualTitle));

@@ -128,7 +128,7 @@ TEST(Doctor, SelectsExpensesOfABriPlanByItsRows) {
   const ProgramRun run = pair.Doctor({"--json"});
   EXPECT_EQ(run.code, 0) << run.out;
   EXPECT_EQ(FoundBy(run, "accounts")
-                .find("0 of 17 top-level accounts have a row, 4 get a new one, 13 are "
+                .find("0 of 17 top-level accounts have a row, 7 get a new one, 10 are "
                       "imported only if selected"),
             0U)
       << FoundBy(run, "accounts");
