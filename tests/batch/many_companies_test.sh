@@ -72,10 +72,10 @@ pages=$(($(stat -c %s books/client008.qbw) / 16384))
   printf "\\x$(printf %02x "$pages")\\0\\0\\2\\0\\0\\0\\x40\\0"
   head -c 484 /dev/zero
 } >books/client008.qbw-journal
-Broken client009 "Please download the latest QuickBooks update|qbXML"
+Broken client009 "Your QuickBooks must be updated"
 rm books/client009.qbw
 krnqb company new books/client009.qbw --name Old --fiscal-month January --processor 1.0 >/dev/null
-Broken client010 "fiscal"
+Broken client010 "an English regional setting"
 cat >month.xml <<'XML'
 <?xml version="1.0"?>
 <QBXML><QBXMLMsgsRs><CompanyQueryRs requestID="101" statusCode="0" statusSeverity="Info" statusMessage="Status OK">
@@ -154,9 +154,9 @@ Expect "runs at the end" "$(Runs)" $((count + 24))
 mkdir remote
 cat >remote/ssh <<'SSH'
 #!/usr/bin/env bash
-while [[ ${1:-} == -* ]]; do shift; done
 echo "$1" >>"$SSH_CALLS"
 shift
+if [[ $1 == -- ]]; then shift; fi
 exec bash -c "$*"
 SSH
 chmod +x remote/ssh

@@ -71,6 +71,14 @@ std::string ReasonOf(const json& import) {
   return reason;
 }
 
+// A description may end with the remedy, and a sentence with its full stop; both are followed by the remedy.
+void Part(ImportResultFile& result) {
+  std::string& reason = result.reason;
+  if (const std::string end = "; " + result.remedy; !result.remedy.empty() && reason.ends_with(end))
+    reason.resize(reason.size() - end.size());
+  if (reason.ends_with('.') && !reason.ends_with("..")) reason.pop_back();
+}
+
 // The sums of the tables and of what was left out.
 void ReadCounts(const json& import, ImportResultFile& result) {
   for (const json& table : Member(import, "tables")) {
@@ -114,6 +122,7 @@ ImportResultFile ReadImportResult(std::string_view text) {
     result.remedy = TextOf(Member(import, "remedy"));
     if (word == "incomplete" && result.remedy.empty())
       result.remedy = "fix the cause and run the import again";
+    Part(result);
   }
   result.companyName = TextOf(Member(Member(import, "company"), "name"));
   result.companyPath = TextOf(Member(Member(import, "company"), "path"));
