@@ -219,6 +219,10 @@ TEST(JsonSchemas, RefuseTheOtherOutputsWithoutAMemberOrWithAnotherType) {
   ExpectExact("reconcile",
               Printed({"reconcile", "--company", company, "--plan", place / "cor.kpf", "--json"}), {});
   ExpectExact("doctor", Printed({"doctor", "--quickbooks", "--plan", place / "cor.kpf", "--json"}), {});
+  tests::WriteText(
+      place / "ald.json",
+      RunProgram(place.ImportArguments("ald.kpf", {"--income", "--balances", "all", "--json"})).out);
+  ExpectExact("summary", Printed({"summary", place.Folder().string(), "--json"}), {});
   ExpectExact("failure", Printed({"tables", "--json"}), {});
   tests::WriteText(place / "bad]]>.qbw", "");
   ExpectExact("companies", Printed({"companies", "--quickbooks-folder", place.Folder().string(), "--json"}),

@@ -28,7 +28,7 @@ struct WriteTime {
 /// What a file with the result of `krnqb import --json` says. Texts that it does not have are empty.
 struct ImportResultFile {
   std::string name;    ///< the file's name without ".json"
-  WriteTime written;   ///< the file's last modification
+  WriteTime written;   ///< the file's last modification; 1970 if it has none
   std::string result;  ///< the import's word, such as "imported"; "unreadable" if the file holds no result
   bool done = false;   ///< whether everything that was asked for was read
   std::string reason;  ///< why it is not done

@@ -48,7 +48,6 @@ void CheckOutputFiles(const std::vector<OverviewFile>& outputs, const std::vecto
     RequireRegular(output);
     const UsedFile file{fmt::format("{} {}", output.option, output.file),
                         files::IdentityOf(PathFrom(output.file))};
-    // A new file of this name would be read as a result next time.
     for (const UsedFile& other : used) Separate(file, other);
     used.push_back(file);
   }

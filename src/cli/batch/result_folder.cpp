@@ -9,6 +9,7 @@
 #include "cli/console/failure.h"
 #include "files/fault.h"
 #include "files/reading.h"
+#include "files/status.h"
 #include "support/error_handling.h"
 #include "support/path_text.h"
 
@@ -22,10 +23,7 @@ constexpr std::string_view suffix = ".json";
 
 ImportResultFile ReadFile(const fs::path& file) {
   try {
-    const files::FileContents contents = files::ReadFile(file, "cannot read");
-    ImportResultFile result = ReadImportResult(contents.bytes);
-    result.written = {contents.stamp.seconds, contents.stamp.nanoseconds};
-    return result;
+    return ReadImportResult(files::ReadFile(file, "cannot read").bytes);
   } catch (...) {
     const Error error = CaughtError();
     if (error.Kind() == ErrorKind::OutOfMemory) throw;
@@ -67,6 +65,8 @@ std::vector<ImportResultFile> ReadResults(const std::vector<fs::path>& files,
   for (const fs::path& file : files) {
     stop();
     results.push_back(ReadFile(file));
+    if (const auto stamp = files::StampOf(file))
+      results.back().written = {stamp->seconds, stamp->nanoseconds};
     const std::string name = TextOfPath(file.filename());
     results.back().name = name.substr(0, name.size() - suffix.size());
   }
