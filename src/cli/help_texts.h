@@ -51,8 +51,8 @@ and what to do. Nothing is written. Exit status 0 if all is ok, 3 if there are o
 warnings, 1 if an import would fail.
 
 Examples:
-  krnqb doctor --company nursery.qbw --plan nursery.kpf
-  krnqb doctor --company nursery.qbw --plan nursery.kpf --json)";
+  krnqb doctor --company nursery.qbw --plan nursery.kpf || echo "see above"
+  krnqb doctor --company nursery.qbw --plan nursery.kpf --json || true)";
 
 inline constexpr std::string_view summary =
     R"(DIR has a file NAME.json for each import: what krnqb import --json printed. Prints the
