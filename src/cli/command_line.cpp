@@ -81,6 +81,7 @@ void AddImport(Options options, ImportCommand& import) {
   options.Text("--journal", "FILE", import.journalFile, "List each left-out amount in FILE as JSON lines");
   options.Text("--ledger", "FILE", import.ledgerFile,
                "Keep in FILE what each figure is made of, for krnqb explain");
+  options.Text("--report", "FILE", import.reportFile, "Write a page about the import to FILE, for browsers");
 }
 
 ExactAmount ParseTolerance(std::string_view option, std::string_view text) {
@@ -222,6 +223,8 @@ void AddReconcile(Options options, ReconcileOptions& reconcile) {
                  "Largest difference that counts as none [0.01]");
   options.Flag("--months", reconcile.months, "One line per account and month");
   options.Flag("--json", reconcile.json, "Print one JSON object");
+  options.Text("--report", "FILE", reconcile.reportFile,
+               "Write a page about the result to FILE, for browsers");
 }
 
 void AddDoctor(Options options, DoctorOptions& doctor) {

@@ -11,6 +11,8 @@
 #include "cli/import/json_output.h"
 #include "cli/reconcile/command.h"
 #include "cli/record/command.h"
+#include "cli/report/import_command.h"
+#include "cli/report/reconcile_command.h"
 #include "support/error_handling.h"
 
 namespace krnqb::cli {
@@ -24,6 +26,9 @@ ExitCode Run(const PrintedText& printed, const Console& console) {
 CommandEnd RunCommand(const Command& command, const Console& console, const Surroundings& surroundings) {
   return std::visit(
       [&](const auto& options) -> CommandEnd {
+        if constexpr (requires { RunWithReport(options, console, surroundings); }) {
+          if (options.reportFile) return RunWithReport(options, console, surroundings);
+        }
         if constexpr (requires { Run(options, console, surroundings); }) {
           return Run(options, console, surroundings);
         } else {

@@ -45,10 +45,15 @@ Fragment Stroke(const Point& from, const Point& to, std::string_view look) {
                           {"y2", Number(to.y)}});
 }
 
+// Like a table, it scrolls on its own where the page is narrower than its letters need.
 Fragment Image(const std::string& title, const std::string& description, double height,
                const Fragment& content) {
-  return Element("svg", {{"role", "img"}, {"viewBox", fmt::format("0 0 {} {}", imageWidth, height)}},
-                 Element("title", Text(title)) + Element("desc", Text(description)) + content);
+  const Fragment image =
+      Element("svg", {{"role", "img"}, {"viewBox", fmt::format("0 0 {} {}", imageWidth, height)}},
+              Element("title", Text(title)) + Element("desc", Text(description)) + content);
+  return Element(
+      "div", {{"class", "scroll"}, {"role", "region"}, {"aria-label", "Chart: " + title}, {"tabindex", "0"}},
+      image);
 }
 
 std::string Look(std::string_view kind, std::size_t colour) {

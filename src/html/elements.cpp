@@ -24,7 +24,7 @@ std::string Classes(std::string_view kind, Mark mark) {
 }  // namespace
 
 Fragment Name(std::string_view name) {
-  return Element("bdi", Text(name));
+  return name.empty() ? Fragment() : Element("bdi", Text(name));
 }
 
 Fragment Paragraph(const Fragment& content) {
@@ -70,8 +70,9 @@ Fragment Box(Mark mark, const Fragment& content) {
 }
 
 Fragment Details(const Fragment& summary, const Fragment& content, std::string_view id) {
-  const Attribute identity = id.empty() ? Attribute{} : Attribute{"id", std::string(id)};
-  return Element("details", {identity}, Element("summary", summary) + content);
+  // Browsers open what contains the target of a link, not the target itself.
+  const Fragment inner = id.empty() ? content : Element("div", {{"id", std::string(id)}}, content);
+  return Element("details", Element("summary", summary) + inner);
 }
 
 }  // namespace krnqb::html

@@ -12,7 +12,8 @@ namespace krnqb::html {
 /// How good or bad a fact is. Every mark has words too: colour alone says nothing.
 enum class Mark : std::uint8_t { Plain, Good, Caution, Bad };
 
-/// Returns a name out of the data, which does not change the direction of the text around it.
+/// Returns a name out of the data, which does not change the direction of the text around it. An empty name
+/// is nothing.
 Fragment Name(std::string_view name);
 
 Fragment Paragraph(const Fragment& content);
@@ -42,7 +43,7 @@ Fragment Badge(Mark mark, std::string_view word);
 /// Returns a frame that stands out, for the result of a page.
 Fragment Box(Mark mark, const Fragment& content);
 
-/// Returns content that is shown when the user opens it. An empty `id` is left out.
+/// Returns content that is shown when the user opens it, or follows a link to `id`, which may be empty.
 Fragment Details(const Fragment& summary, const Fragment& content, std::string_view id = {});
 
 }  // namespace krnqb::html

@@ -20,8 +20,8 @@ constexpr std::string_view styleSheet = R"css(
 * { box-sizing: border-box; }
 html { -webkit-text-size-adjust: 100%; text-size-adjust: 100%; }
 body {
-  margin: 0 auto; padding: 1.5rem 1.25rem 3rem; max-width: 78rem; background: var(--paper); color: var(--ink);
-  font: 1rem/1.5 system-ui, "Segoe UI", "Liberation Sans", "DejaVu Sans", Arial, sans-serif;
+  margin: 0 auto; padding: 1.5rem 1.25rem 3rem; max-width: 80rem; background: var(--paper); color: var(--ink);
+  font: 1rem/1.5 "Segoe UI", "Helvetica Neue", "Liberation Sans", Arial, system-ui, sans-serif;
 }
 h1 { font-size: 1.7rem; line-height: 1.25; margin: 0 0 .75rem; overflow-wrap: anywhere; }
 h2 { font-size: 1.3rem; line-height: 1.3; margin: 2.25rem 0 .75rem; padding-top: .75rem; border-top: 1px solid var(--line); }
@@ -46,19 +46,25 @@ dd { margin: 0; overflow-wrap: anywhere; }
 .badge.caution { color: var(--caution); }
 .badge.bad { color: var(--bad); }
 .scroll { overflow-x: auto; margin: .75rem 0; }
-table { border-collapse: collapse; font-size: .85rem; line-height: 1.35; }
+table { border-collapse: collapse; font-size: .78rem; line-height: 1.35; min-width: min(30rem, 100%); }
 caption { text-align: left; font-weight: 600; padding: 0 0 .35rem; font-size: .95rem; }
-th, td { padding: .25rem .5rem; text-align: left; vertical-align: top; border-bottom: 1px solid var(--line); }
+th, td { padding: .25rem .3rem; text-align: left; vertical-align: top; border-bottom: 1px solid var(--line); }
 th { font-weight: 500; }
 thead th { font-weight: 600; background: var(--raised); vertical-align: bottom; }
-tbody th { min-width: 8rem; max-width: 18rem; overflow-wrap: anywhere; }
-.n { text-align: right; white-space: nowrap; font-variant-numeric: tabular-nums; }
+tbody th { min-width: 6rem; max-width: 18rem; overflow-wrap: anywhere; }
+th:first-child { position: sticky; left: 0; background: var(--paper); }
+thead th:first-child { background: var(--raised); }
+td { min-width: 4rem; overflow-wrap: anywhere; }
+.n { min-width: 0; text-align: right; white-space: nowrap; font-variant-numeric: tabular-nums; }
+del, ins { text-decoration: none; }
+del { color: var(--pale); }
+del::after { content: " \2192"; }
 .total th, .total td { font-weight: 700; border-top: 2px solid var(--pale); }
 .group th { font-weight: 700; padding-top: .7rem; max-width: none; }
 details { margin: .3rem 0; border-left: 3px solid var(--line); padding-left: .6rem; }
 summary { cursor: pointer; padding: .1rem 0; overflow-wrap: anywhere; }
 details[open] > summary { font-weight: 600; }
-svg { display: block; width: 100%; max-width: 60rem; height: auto; margin: .75rem 0; }
+svg { display: block; width: 100%; min-width: 40rem; max-width: 60rem; height: auto; margin: .75rem 0; }
 svg text { font-size: 12px; fill: var(--ink); font-family: inherit; }
 .axis { stroke: var(--line); stroke-width: 1; }
 .zero { stroke: var(--pale); stroke-width: 1; }
@@ -76,9 +82,11 @@ svg text { font-size: 12px; fill: var(--ink); font-family: inherit; }
   body { max-width: none; padding: 0; font-size: 10pt; }
   nav { display: none; }
   .scroll { overflow: visible; }
+  th:first-child { position: static; }
   table { font-size: 7.5pt; }
   th, td { padding: .15rem .3rem; }
-  tbody th { min-width: 5rem; }
+  tbody th { min-width: 4rem; }
+  td { min-width: 0; }
   thead { display: table-header-group; }
   tr, svg, .box, summary { break-inside: avoid; }
   h2, h3, caption, summary { break-after: avoid; }
@@ -88,7 +96,7 @@ svg text { font-size: 12px; fill: var(--ink); font-family: inherit; }
 )css";
 
 // A test compares it with the style sheet and, when that has changed, prints what belongs here.
-constexpr std::string_view styleDigest = "lhG7spIEfHNJpZxzXLD+uqxhVyjO6mAPu/xJpjkX7Mw=";
+constexpr std::string_view styleDigest = "3Ar13/Sv4EoQ2Gka1THFyTLZTMumFwceWSjshs2FV7A=";
 
 }  // namespace
 

@@ -286,6 +286,11 @@ void LedgerFile::ForEachBooking(
   }
 }
 
+std::int64_t LedgerFile::BookingCount(std::int64_t slot) const {
+  Statement rows = state_->database.Prepare("SELECT count(*) FROM booking WHERE slot = ?1 AND id >= ?2");
+  return rows.Bind(1, slot).Bind(2, state_->LastReplacement(slot)).Step() ? rows.Integer(0) : 0;
+}
+
 double LedgerFile::SumOf(std::int64_t slot) const {
   double sum = 0;
   Statement rows = state_->database.Prepare(

@@ -41,6 +41,8 @@ class LedgerFile {
   /// Passes on the bookings of a sum in their order, each with whether a later one has replaced it.
   void ForEachBooking(std::int64_t slot,
                       const std::function<void(const LedgerBooking&, bool replaced)>& receive) const;
+  /// Returns how many bookings make up a sum: those that no later one has replaced.
+  std::int64_t BookingCount(std::int64_t slot) const;
   /// Returns a sum's amount: its bookings, added as doubles in their order.
   double SumOf(std::int64_t slot) const;
   /// Returns a cell's amount: its terms, added as doubles in their order.

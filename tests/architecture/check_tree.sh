@@ -82,9 +82,10 @@ awk '
     Room("cli/reconcile", "cli/company reconcile")
     Room("cli/record", "cli/company")
     Room("cli/dialog", "cli/import")
+    Room("cli/report", "cli/explain cli/reconcile html")
     Room("cli/doctor", "cli/company")
     Room("cli/batch", "cli/company html")
-    Room("cli", "cli/batch cli/doctor cli/company cli/plan cli/reconcile cli/record cli/explain cli/dialog")
+    Room("cli", "cli/batch cli/doctor cli/company cli/plan cli/record cli/report cli/dialog")
     # Single headers that a room may include from another one.
     mayFile["company/records", "qbxml/envelope.h"] = 1
     mayFile["cli/dialog", "ui/win32/toolkit.h"] = 1

@@ -35,7 +35,9 @@ Chart ChartOf(std::vector<std::optional<double>> amounts, SeriesKind kind = Seri
 
 TEST(ChartImage, IsNamedAndDescribedForScreenReaders) {
   const std::string markup = ChartImage(ChartOf({1.0})).Markup();
-  EXPECT_EQ(markup.find("<svg role=\"img\" viewBox=\"0 0 960 306\"><title>T</title><desc>D</desc>"), 0U)
+  EXPECT_EQ(markup.find("<div class=\"scroll\" role=\"region\" aria-label=\"Chart: T\" tabindex=\"0\">"
+                        "<svg role=\"img\" viewBox=\"0 0 960 306\"><title>T</title><desc>D</desc>"),
+            0U)
       << markup;
 }
 

@@ -45,13 +45,14 @@ TEST(Elements, EscapeValuesOfAttributesAndLeaveOutNamelessOnes) {
 
 TEST(Elements, AreWrittenAsBrowsersReadThem) {
   EXPECT_EQ(Name("a<b").Markup(), "<bdi>a&lt;b</bdi>");
+  EXPECT_TRUE(Name("").Empty());
   EXPECT_EQ(Heading(3, "Sales").Markup(), "<h3>Sales</h3>");
   EXPECT_EQ(List({Text("a"), Name("b")}).Markup(), "<ul><li>a</li><li><bdi>b</bdi></li></ul>");
   EXPECT_EQ(Facts({{"Plan", Text("x.kpf")}}).Markup(), "<dl><div><dt>Plan</dt><dd>x.kpf</dd></div></dl>");
   EXPECT_EQ(Badge(Mark::Bad, "failed").Markup(), "<span class=\"badge bad\">failed</span>");
   EXPECT_EQ(Details(Text("s"), Text("c")).Markup(), "<details><summary>s</summary>c</details>");
   EXPECT_EQ(Details(Text("s"), Text("c"), "t1").Markup(),
-            "<details id=\"t1\"><summary>s</summary>c</details>");
+            "<details><summary>s</summary><div id=\"t1\">c</div></details>");
 }
 
 }  // namespace

@@ -39,4 +39,7 @@ struct Surroundings {
 /// Returns the clock, which is never null.
 std::shared_ptr<Clock> ClockOf(const Surroundings& surroundings);
 
+/// Returns the time since a fixed moment.
+std::chrono::milliseconds StopwatchTime(const Surroundings& surroundings);
+
 }  // namespace krnqb::cli

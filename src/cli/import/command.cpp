@@ -40,14 +40,15 @@ ImportCompany CompanyOf(const ImportSource& source) {
 
 class PlanImport {
  public:
-  // With dialogs the user starts the import; without them (null) it starts at once.
+  // With dialogs the user starts the import; without them (null) it starts at once. The witness may be null.
   PlanImport(const ImportCommand& options, std::shared_ptr<ui::Dialogs> dialogs, const Console& console,
-             const Surroundings& surroundings, ImportOutcome& outcome)
+             const Surroundings& surroundings, ImportOutcome& outcome, ImportWitness* witness)
       : options_(options),
         dialogs_(std::move(dialogs)),
         console_(console),
         surroundings_(surroundings),
         outcome_(outcome),
+        witness_(witness),
         interrupts_(dialogs_ == nullptr ? InterruptWatch::Interrupts::Remembered
                                         : InterruptWatch::Interrupts::LeftAsTheyAre) {
     outcome_.basis = ImportBasis{.options = options_,
@@ -74,6 +75,7 @@ class PlanImport {
   void ReadAndSave() {
     if (dialogs_ == nullptr) CheckImportOptions(options_);
     CheckImportFiles(options_);
+    if (witness_ != nullptr) witness_->Begin();
     const ImportSource source = OpenImportSource(options_, interrupts_, surroundings_);
     ImportBasis& basis = Basis();
     basis.company = CompanyOf(source);
@@ -97,6 +99,7 @@ class PlanImport {
     outcome_.tables = plan_file::CompareTables(before, after);
     outcome_.summary = SummarizeImport(before, after, outcome_.tables, outcome_.summary.scope);
     KeepRows(facts_, after, settings.product, outcome_.summary.scope.balances);
+    if (witness_ != nullptr) witness_->Keep(plan_, facts_);
     if (ledger_) ledger_->Finish(LedgerFactsNow());
     interrupts_.PassPointOfNoReturn();
     Save();
@@ -136,12 +139,13 @@ class PlanImport {
   void ReadIntoPlan(const ImportSettings& settings, const ImportSource& source) {
     std::optional<ExchangeFile> recording;
     auto processors = source.processors;
-    if (options_.recordFile)
-      processors = recording.emplace(*options_.recordFile).Recording(source, AskedData(settings, source));
+    if (const auto file = RecordingFile())
+      processors = recording.emplace(*file).Recording(source, AskedData(settings, source));
     processors = ShownProcessors(source, processors);
+    if (witness_ != nullptr) processors = witness_->Watching(processors);
     std::optional<ProgressDisplay> progress;
     if (bar_) progress.emplace(*bar_, ScopeOf(settings, source), surroundings_.stopwatch);
-    if (options_.ledgerFile) ledger_.emplace(*options_.ledgerFile);
+    if (const auto file = LedgerFile()) ledger_.emplace(*file);
     const auto log = std::make_shared<ImportLog>(outcome_, interrupts_, progress ? &*progress : nullptr,
                                                  ledger_ ? &ledger_->Writer() : nullptr);
     QBDataExchange exchange({.processors = InterruptibleProcessors(processors, interrupts_),
@@ -174,9 +178,21 @@ class PlanImport {
     throw Failure(*failure);
   }
 
+  std::optional<std::string> RecordingFile() const {
+    if (options_.recordFile || witness_ == nullptr) return options_.recordFile;
+    return witness_->RecordingPlace();
+  }
+
+  std::optional<std::string> LedgerFile() const {
+    if (options_.ledgerFile || witness_ == nullptr) return options_.ledgerFile;
+    return witness_->LedgerPlace();
+  }
+
   std::vector<std::shared_ptr<EventSink>> Sinks(const std::shared_ptr<EventSink>& log) const {
-    if (dialogs_ == nullptr) return {log};
-    return {log, dialogs_};
+    std::vector<std::shared_ptr<EventSink>> sinks{log};
+    if (dialogs_ != nullptr) sinks.push_back(dialogs_);
+    if (witness_ != nullptr) sinks.push_back(witness_->Events());
+    return sinks;
   }
 
   void SelectExpensesOf(QBDataExchange& exchange) {
@@ -283,6 +299,7 @@ class PlanImport {
   const Console& console_;
   const Surroundings& surroundings_;
   ImportOutcome& outcome_;
+  ImportWitness* const witness_;
   InterruptWatch interrupts_;
   std::optional<ProgressBar> bar_;
   std::optional<files::PlanLock> lock_;
@@ -292,18 +309,23 @@ class PlanImport {
   bool saving_ = false;
 };
 
+}  // namespace
+
 CommandEnd EndOf(const ImportOutcome& outcome) {
   return {ExitCodeOf(outcome), !outcome.backupFile.empty()};
 }
 
-}  // namespace
+ImportOutcome Import(const ImportCommand& options, const Console& console, const Surroundings& surroundings,
+                     ImportWitness* witness) {
+  const std::chrono::milliseconds begun = StopwatchTime(surroundings);
+  ImportOutcome outcome;
+  PlanImport(options, nullptr, console, surroundings, outcome, witness).Run();
+  outcome.elapsedMilliseconds = (StopwatchTime(surroundings) - begun).count();
+  return outcome;
+}
 
 CommandEnd Run(const ImportCommand& options, const Console& console, const Surroundings& surroundings) {
-  const auto begun = std::chrono::steady_clock::now();
-  ImportOutcome outcome;
-  PlanImport(options, nullptr, console, surroundings, outcome).Run();
-  const auto elapsed = std::chrono::steady_clock::now() - begun;
-  outcome.elapsedMilliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count();
+  const ImportOutcome outcome = Import(options, console, surroundings, nullptr);
   PrintOutcome(outcome, options, console);
   return EndOf(outcome);
 }
@@ -311,7 +333,7 @@ CommandEnd Run(const ImportCommand& options, const Console& console, const Surro
 CommandEnd RunWithDialog(const ImportCommand& options, const std::shared_ptr<ui::Dialogs>& dialogs,
                          const Console& console, const Surroundings& surroundings) {
   ImportOutcome outcome;
-  PlanImport(options, dialogs, console, surroundings, outcome).Run();
+  PlanImport(options, dialogs, console, surroundings, outcome, nullptr).Run();
   PrintOutcome(outcome, options, console);
   const bool importStarted = !outcome.events.empty();
   if (importStarted && !outcome.errorLine.empty()) dialogs->ShowMessage(outcome.errorDescription);

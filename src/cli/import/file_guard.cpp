@@ -23,6 +23,10 @@ struct UsedFile {
 };
 using UsedFiles = std::vector<UsedFile>;
 
+void Append(UsedFiles& files, const UsedFiles& more) {
+  files.insert(files.end(), more.begin(), more.end());
+}
+
 UsedFile OptionFile(std::string_view option, const std::string& path) {
   return {fmt::format("{} {}", option, path), files::IdentityOf(PathFrom(path)), false};
 }
@@ -59,8 +63,7 @@ UsedFiles PlanFiles(const std::string& plan) {
                  FileBeside(fmt::format("the lock of --plan {}", plan), file, ".lock"),
                  FileBeside(fmt::format("a temporary file of --plan {}", plan), file, ".tmp"),
                  FileBeside(fmt::format("a temporary file of --plan {}", plan), file, ".bak.tmp")};
-  const UsedFiles history = HistoryFiles(plan, file);
-  used.insert(used.end(), history.begin(), history.end());
+  Append(used, HistoryFiles(plan, file));
   return used;
 }
 
@@ -72,14 +75,15 @@ UsedFiles LedgerFiles(const std::string& ledger) {
           FileBeside(temporary, file, ".previous"), FileBeside(temporary, file, "-journal")};
 }
 
-UsedFiles InputFiles(const ImportCommand& options) {
-  UsedFiles files;
-  if (options.replayFile) files.push_back(OptionFile("--replay", *options.replayFile));
-  if (options.quickBooks && !options.quickBooks->empty())
-    files.push_back(OptionFile("--quickbooks", *options.quickBooks));
-  if (!options.companyFile) return files;
-  const std::string& company = *options.companyFile;
-  files.push_back(OptionFile("--company", company));
+UsedFiles ReportFiles(const std::string& report) {
+  const std::filesystem::path file = files::LinkTarget(PathFrom(report));
+  const std::string temporary = fmt::format("a temporary file of --report {}", report);
+  return {OptionFile("--report", report), FileBeside(temporary, file, ".tmp"),
+          FileBeside(temporary, file, ".previous")};
+}
+
+UsedFiles CompanyFiles(const std::string& company) {
+  UsedFiles files{OptionFile("--company", company)};
   for (const std::string_view suffix : {"-journal", "-wal", "-shm"}) {
     files.push_back(
         FileBeside(fmt::format("the database journal of --company {}", company), PathFrom(company), suffix));
@@ -87,9 +91,18 @@ UsedFiles InputFiles(const ImportCommand& options) {
   return files;
 }
 
-UsedFiles StandardStreams(const ImportCommand& options) {
+UsedFiles InputFiles(const ImportCommand& options) {
   UsedFiles files;
-  const bool prints = options.json || !options.quiet;
+  if (options.replayFile) files.push_back(OptionFile("--replay", *options.replayFile));
+  if (options.quickBooks && !options.quickBooks->empty())
+    files.push_back(OptionFile("--quickbooks", *options.quickBooks));
+  if (!options.companyFile) return files;
+  Append(files, CompanyFiles(*options.companyFile));
+  return files;
+}
+
+UsedFiles StandardStreams(bool prints) {
+  UsedFiles files;
   if (prints) files.push_back({"standard output", files::IdentityOf(STDOUT_FILENO), false});
   files.push_back({"standard error", files::IdentityOf(STDERR_FILENO), false});
   return files;
@@ -115,27 +128,38 @@ void CheckImportFiles(const ImportCommand& options) {
     throw WrongUsage(fmt::format("--plan {} is a version in a plan's history", options.planFile),
                      "copy it to another folder and import into the copy");
   }
-  const UsedFiles streams = StandardStreams(options);
+  const UsedFiles streams = StandardStreams(options.json || !options.quiet);
   const UsedFiles plan = PlanFiles(options.planFile);
   const UsedFiles inputs = InputFiles(options);
   UsedFiles outputs;
   if (options.journalFile) outputs.push_back(OptionFile("--journal", *options.journalFile));
   if (options.recordFile) outputs.push_back(OptionFile("--record", *options.recordFile));
-  if (options.ledgerFile) {
-    const UsedFiles ledger = LedgerFiles(*options.ledgerFile);
-    outputs.insert(outputs.end(), ledger.begin(), ledger.end());
-  }
+  if (options.ledgerFile) Append(outputs, LedgerFiles(*options.ledgerFile));
+  if (options.reportFile) Append(outputs, ReportFiles(*options.reportFile));
   for (auto output = outputs.begin(); output != outputs.end(); ++output) {
     Separate(*output, {std::next(output), outputs.end()});
   }
   for (const UsedFile& output : outputs) Separate(output, streams);
   // Standard output and standard error are often one file.
-  outputs.insert(outputs.end(), streams.begin(), streams.end());
+  Append(outputs, streams);
   for (const UsedFile& output : outputs) {
     Separate(output, plan);
     Separate(output, inputs);
   }
   for (const UsedFile& planFile : plan) Separate(planFile, inputs);
+}
+
+void CheckReportFile(const std::string& report, const std::string& plan, const std::vector<ReadFile>& read) {
+  UsedFiles others = PlanFiles(plan);
+  Append(others, StandardStreams(true));
+  for (const ReadFile& file : read) {
+    if (file.option == "--company") {
+      Append(others, CompanyFiles(file.path));
+    } else {
+      others.push_back(OptionFile(file.option, file.path));
+    }
+  }
+  for (const UsedFile& file : ReportFiles(report)) Separate(file, others);
 }
 
 }  // namespace krnqb::cli

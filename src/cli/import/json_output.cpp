@@ -80,6 +80,7 @@ Json PathsJson(const ImportBasis& basis) {
   return {{"plan", options.planFile},
           {"journal", OrNull(options.journalFile)},
           {"ledger", OrNull(options.ledgerFile)},
+          {"report", OrNull(options.reportFile)},
           {"recording", OrNull(options.recordFile)},
           {"replay", OrNull(options.replayFile)}};
 }

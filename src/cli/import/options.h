@@ -38,6 +38,7 @@ struct ImportCommand : CompanyChoice {
   std::optional<std::string> replayFile;
   std::optional<std::string> journalFile;
   std::optional<std::string> ledgerFile;
+  std::optional<std::string> reportFile;
   bool json = false;
   bool quiet = false;
 };

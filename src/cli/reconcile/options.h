@@ -19,6 +19,7 @@ struct ReconcileOptions : CompanyChoice {
   ExactAmount tolerance = ExactAmount::FromMillionths(10'000);
   bool months = false;
   bool json = false;
+  std::optional<std::string> reportFile;
 };
 
 }  // namespace krnqb::cli

@@ -21,13 +21,6 @@ using reconcile::Reconciliation;
 
 constexpr std::int64_t thousandth = 1'000;  // in millionths
 
-// Rounds to thousandths, which are shown only where they are not 0.
-std::string MoneyOf(const ExactAmount& amount) {
-  const std::int64_t millionths = amount.Millionths();
-  const std::int64_t half = millionths < 0 ? -thousandth / 2 : thousandth / 2;
-  return ExactAmount::FromMillionths((millionths + half) / thousandth * thousandth).Text();
-}
-
 YearMonth MonthOf(const Reconciliation& reconciliation, std::int16_t month) {
   return TwelveMonths(reconciliation.start).Month(month);
 }
@@ -68,11 +61,11 @@ TableLine HeadingsOf(const Reconciliation& reconciliation, const Columns& column
 
 TableLine RowOf(const Reconciliation& reconciliation, const Columns& columns, std::string name,
                 const Reconciled& line) {
-  TableLine row{{std::move(name), MoneyOf(line.plan)}, false};
-  if (columns.written) row.texts.push_back(MoneyOf(line.written));
-  if (columns.booked) row.texts.push_back(MoneyOf(line.booked));
-  if (reconciliation.hasBooks) row.texts.push_back(line.books ? MoneyOf(*line.books) : "");
-  row.texts.push_back(MoneyOf(line.difference));
+  TableLine row{{std::move(name), ShownAmount(line.plan)}, false};
+  if (columns.written) row.texts.push_back(ShownAmount(line.written));
+  if (columns.booked) row.texts.push_back(ShownAmount(line.booked));
+  if (reconciliation.hasBooks) row.texts.push_back(line.books ? ShownAmount(*line.books) : "");
+  row.texts.push_back(ShownAmount(line.difference));
   return row;
 }
 
@@ -142,7 +135,7 @@ std::string TransactionsText(const std::vector<std::string>& transactions) {
 
 // A part of a difference: the amount to the left of the text.
 std::string PartText(const ExactAmount& amount, std::string_view text, std::size_t width) {
-  return Wrapped(fmt::format("{:>16}  ", MoneyOf(amount)), text, width);
+  return Wrapped(fmt::format("{:>16}  ", ShownAmount(amount)), text, width);
 }
 
 std::string CauseText(const Cause& cause, std::size_t width) {
@@ -157,11 +150,6 @@ bool HasDifference(const Reconciled& line) {
   return !line.difference.IsZero();
 }
 
-// Millionths, as the twelfths of a balance have, are not worth a line.
-bool IsShown(const Cause& cause) {
-  return MoneyOf(cause.amount) != "0.00";
-}
-
 bool HasCauses(const Reconciled& line) {
   return std::ranges::any_of(line.causes, IsShown) || !line.unexplained.IsZero();
 }
@@ -171,7 +159,7 @@ std::string DifferencesText(const Reconciliation& reconciliation, std::size_t wi
   for (const Reconciled& line : reconciliation.lines) {
     if (!HasCauses(line)) continue;
     text += fmt::format("  {}, {}: {}\n", GroupTitle(line.group), NameOf(reconciliation, line),
-                        MoneyOf(line.difference));
+                        ShownAmount(line.difference));
     for (const Cause& cause : line.causes) {
       if (IsShown(cause)) text += CauseText(cause, width);
     }
@@ -186,8 +174,8 @@ std::string BalancesText(const Reconciliation& reconciliation) {
   for (const reconcile::UnexplainedBalance& balance : reconciliation.balances) {
     const ExactAmount missing = balance.balance - balance.posted;
     const bool isMissing = missing > ExactAmount();
-    text += fmt::format("  {}: {} of {} ({} {})\n", OneLine(balance.account), MoneyOf(balance.posted),
-                        MoneyOf(balance.balance), MoneyOf(isMissing ? missing : -missing),
+    text += fmt::format("  {}: {} of {} ({} {})\n", OneLine(balance.account), ShownAmount(balance.posted),
+                        ShownAmount(balance.balance), ShownAmount(isMissing ? missing : -missing),
                         isMissing ? "is missing" : "too much");
   }
   return text;
@@ -197,7 +185,7 @@ std::string BalancesText(const Reconciliation& reconciliation) {
 std::string NetIncomeText(const ExactAmount& difference) {
   if (difference.IsZero()) return "not in net income";
   const bool more = difference > ExactAmount();
-  return fmt::format("its net income is {} too {}", MoneyOf(more ? difference : -difference),
+  return fmt::format("its net income is {} too {}", ShownAmount(more ? difference : -difference),
                      more ? "high" : "low");
 }
 
@@ -206,10 +194,51 @@ std::string UnexplainedText(const Reconciliation& reconciliation) {
       reconciliation.lines, [](const Reconciled& line) { return !line.unexplained.IsZero(); });
   if (unexplained == 0) return "every difference has a cause";
   return fmt::format("{} {} an unexplained difference, which is {} of the net income", unexplained,
-                     unexplained == 1 ? "line has" : "lines have", MoneyOf(reconciliation.whole.unexplained));
+                     unexplained == 1 ? "line has" : "lines have",
+                     ShownAmount(reconciliation.whole.unexplained));
 }
 
-std::string Verdict(const ReconcileResult& result) {
+Json CauseJson(const Cause& cause) {
+  Json json{{"code", CauseWord(cause.code)},
+            {"amount", cause.amount.PlainText()},
+            {"transactions", cause.transactions}};
+  if (!cause.type.empty()) json["type"] = cause.type;
+  return json;
+}
+
+Json LineJson(const Reconciliation& reconciliation, const Reconciled& line, Json json) {
+  const std::string month = MonthOfLine(reconciliation, line);
+  json["month"] = month.empty() ? Json() : Json(month);
+  json["plan"] = line.plan.PlainText();
+  json["written"] = line.written.PlainText();
+  json["booked"] = line.booked.PlainText();
+  json["books"] = line.books ? Json(line.books->PlainText()) : Json();
+  json["difference"] = line.difference.PlainText();
+  json["causes"] = Json::array();
+  for (const Cause& cause : line.causes) json["causes"].push_back(CauseJson(cause));
+  json["unexplained"] = line.unexplained.PlainText();
+  return json;
+}
+
+}  // namespace
+
+std::string ShownAmount(const ExactAmount& amount) {
+  const std::int64_t millionths = amount.Millionths();
+  const std::int64_t half = millionths < 0 ? -thousandth / 2 : thousandth / 2;
+  return ExactAmount::FromMillionths((millionths + half) / thousandth * thousandth).Text();
+}
+
+bool IsShown(const Cause& cause) {
+  return ShownAmount(cause.amount) != "0.00";
+}
+
+std::string MonthOfLine(const Reconciliation& reconciliation, const Reconciled& line) {
+  if (!line.month) return {};
+  const YearMonth month = MonthOf(reconciliation, *line.month);
+  return fmt::format("{:04}-{:02}", month.year, month.month);
+}
+
+std::string VerdictText(const ReconcileResult& result) {
   const Reconciliation& reconciliation = result.reconciliation;
   const std::string_view other = reconciliation.hasBooks ? "the books" : "what an import books";
   const bool exactly = std::ranges::none_of(reconciliation.lines, HasDifference);
@@ -226,33 +255,6 @@ std::string Verdict(const ReconcileResult& result) {
   return text;
 }
 
-Json CauseJson(const Cause& cause) {
-  Json json{{"code", CauseWord(cause.code)},
-            {"amount", cause.amount.PlainText()},
-            {"transactions", cause.transactions}};
-  if (!cause.type.empty()) json["type"] = cause.type;
-  return json;
-}
-
-Json LineJson(const Reconciliation& reconciliation, const Reconciled& line, Json json) {
-  json["month"] = Json();
-  if (line.month) {
-    const YearMonth month = MonthOf(reconciliation, *line.month);
-    json["month"] = fmt::format("{:04}-{:02}", month.year, month.month);
-  }
-  json["plan"] = line.plan.PlainText();
-  json["written"] = line.written.PlainText();
-  json["booked"] = line.booked.PlainText();
-  json["books"] = line.books ? Json(line.books->PlainText()) : Json();
-  json["difference"] = line.difference.PlainText();
-  json["causes"] = Json::array();
-  for (const Cause& cause : line.causes) json["causes"].push_back(CauseJson(cause));
-  json["unexplained"] = line.unexplained.PlainText();
-  return json;
-}
-
-}  // namespace
-
 std::string ReconcileText(const ReconcileResult& result, std::size_t width) {
   const Reconciliation& reconciliation = result.reconciliation;
   std::string text = Wrapped("",
@@ -263,7 +265,7 @@ std::string ReconcileText(const ReconcileResult& result, std::size_t width) {
   text += '\n' + TableOf(reconciliation, width);
   text += DifferencesText(reconciliation, width);
   text += BalancesText(reconciliation);
-  return text + '\n' + Wrapped("", Verdict(result), width);
+  return text + '\n' + Wrapped("", VerdictText(result), width);
 }
 
 std::string ReconcileJson(const ReconcileResult& result) {

@@ -18,6 +18,18 @@ struct ReconcileResult {
   bool agrees = false;                     ///< within the tolerance
 };
 
+/// Returns an amount for people, rounded to thousandths, which are shown only where they are not 0.
+std::string ShownAmount(const ExactAmount& amount);
+
+/// Returns whether a cause is worth showing: the millionths that twelfths of a balance have are not.
+bool IsShown(const reconcile::Cause& cause);
+
+/// Returns a line's month as YYYY-MM; empty for the year.
+std::string MonthOfLine(const reconcile::Reconciliation& reconciliation, const reconcile::Reconciled& line);
+
+/// Returns one or two sentences: whether the plan agrees with the books, and how its net income differs.
+std::string VerdictText(const ReconcileResult& result);
+
 /// Returns a table of the amounts, then what every difference consists of; lines are no wider than `width`
 /// where that is possible.
 std::string ReconcileText(const ReconcileResult& result, std::size_t width);

@@ -26,6 +26,7 @@ struct Case {
   const char* journal = nullptr;
   const char* record = nullptr;
   const char* ledger = nullptr;
+  const char* report = nullptr;
   const char* first = nullptr;  // the files that are the same; null if the import may use them
   const char* second = nullptr;
 };
@@ -86,6 +87,7 @@ TEST_P(FileGuard, RefusesTwoUsesOfOneFile) {
   options.journalFile = path(tried.journal);
   options.recordFile = path(tried.record);
   options.ledgerFile = path(tried.ledger);
+  options.reportFile = path(tried.report);
   EXPECT_EQ(LineOf(options), tried.first == nullptr
                                  ? std::string()
                                  : std::string("krnqb: wrong usage: ") + tried.first + " and " +
@@ -162,6 +164,20 @@ INSTANTIATE_TEST_SUITE_P(
              .ledger = "new",
              .first = "--record real/new",
              .second = "--ledger new"},
+        Case{.name = "a report that is the company",
+             .report = "books-hard",
+             .first = "--report books-hard",
+             .second = "--company books.qbw"},
+        Case{.name = "a report that is the ledger",
+             .ledger = "new",
+             .report = "real/new",
+             .first = "--ledger new",
+             .second = "--report real/new"},
+        Case{.name = "a journal in the place of the report while it is written",
+             .journal = "new.html.tmp",
+             .report = "new.html",
+             .first = "--journal new.html.tmp",
+             .second = "a temporary file of --report new.html"},
         Case{.name = "a version in the plan's history",
              .plan = "plan.kpf",
              .journal = "folder/plan.kpf.history/0001.kpf",
