@@ -227,6 +227,20 @@ void AddReconcile(Options options, ReconcileOptions& reconcile) {
                "Write a page about the result to FILE, for browsers");
 }
 
+void AddDoctor(Options options, DoctorOptions& doctor) {
+  options.Text("--company", "FILE", doctor.companyFile, "Company file to check");
+  AddQuickBooks(options, doctor);
+  options.Text("--plan", "FILE", doctor.planFile, "Plan file to check")->required();
+  options.Flag("--json", doctor.json, "Print one JSON object");
+}
+
+void AddSummary(Options options, SummaryOptions& summary) {
+  options.Argument("DIR", summary.folder, "Folder with the results of krnqb import --json, *.json");
+  options.Text("--html", "FILE", summary.htmlFile, "Write a page for browsers");
+  options.Text("--csv", "FILE", summary.csvFile, "Write a line for each import");
+  options.Flag("--json", summary.json, "Print one JSON object");
+}
+
 void AddRecord(Options options, RecordOptions& record) {
   options.Text("--company", "FILE", record.companyFile, "Company file to record");
   AddQuickBooks(options, record);
@@ -287,6 +301,10 @@ class CommandTree {
     RequireCommand(program_);
     Add<ImportCommand>(program_, "import", "Import a company's accounts into a plan", help_text::import,
                        AddImport);
+    Add<DoctorOptions>(program_, "doctor", "Check what an import needs, before making it", help_text::doctor,
+                       AddDoctor);
+    Add<SummaryOptions>(program_, "summary", "Show which of many imports are done", help_text::summary,
+                        AddSummary);
     Add<ReconcileOptions>(program_, "reconcile", "Compare a plan with the books", help_text::reconcile,
                           AddReconcile);
     Add<RecordOptions>(program_, "record", "Record the answers to imports, to import elsewhere",

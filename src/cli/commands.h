@@ -3,6 +3,7 @@
 #include <string>
 #include <variant>
 
+#include "cli/batch/command.h"
 #include "cli/company/accounts_command.h"
 #include "cli/company/check_command.h"
 #include "cli/company/commands.h"
@@ -10,6 +11,7 @@
 #include "cli/company/profit_and_loss_command.h"
 #include "cli/company/question_commands.h"
 #include "cli/dialog/command.h"
+#include "cli/doctor/command.h"
 #include "cli/explain/command.h"
 #include "cli/import/options.h"
 #include "cli/plan/commands.h"
@@ -30,6 +32,6 @@ using Command =
                  NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, CheckCompanyOptions,
                  ProfitAndLossOptions, GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions,
                  PlanHistoryOptions, PlanDiffOptions, PlanUndoOptions, ReconcileOptions, ExplainOptions,
-                 CompaniesOptions, DialogOptions, RecordOptions>;
+                 CompaniesOptions, DialogOptions, RecordOptions, DoctorOptions, SummaryOptions>;
 
 }  // namespace krnqb::cli

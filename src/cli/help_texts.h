@@ -48,6 +48,26 @@ Examples:
   krnqb reconcile --company nursery.qbw --plan nursery.kpf --months --json || true
   krnqb reconcile --company nursery.qbw --plan nursery.kpf --report books.html || true)";
 
+inline constexpr std::string_view doctor =
+    R"(Prints a line for each thing that an import needs: ok, warn or fail, what was found,
+and what to do. Nothing is written. Exit status 0 if all is ok, 3 if there are only
+warnings, 1 if an import would fail.
+
+Examples:
+  krnqb doctor --company nursery.qbw --plan nursery.kpf || echo "see above"
+  krnqb doctor --company nursery.qbw --plan nursery.kpf --json || true)";
+
+inline constexpr std::string_view summary =
+    R"(DIR has a file NAME.json for each import: what krnqb import --json printed. Prints the
+imports that are not done and why, those that are, warnings by code, and totals, the
+newest first. An empty or cut file is an import that is not done. docs/batch.md shows
+how to make many imports. Exit status 0 if all are done, 3 if any is not.
+
+Examples:
+  krnqb import --company nursery.qbw --plan nursery.kpf --expenses --json >results/nursery.json
+  krnqb summary results
+  krnqb summary results --html imports.html --csv imports.csv)";
+
 inline constexpr std::string_view record =
     R"(Asks a company for everything that imports of any twelve months from --from to --to,
 into any plan that starts in --plan-start, ask for: from transactions and, if the

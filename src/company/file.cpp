@@ -175,6 +175,11 @@ std::optional<LedgerDays> CompanyFile::TransactionDays() const {
   return ReadLedgerDays(database_);
 }
 
+std::vector<std::string> CompanyFile::TransactionMonths(std::string_view firstDay, std::string_view lastDay,
+                                                        TransactionChoice choice) const {
+  return ReadTransactionMonths(database_, firstDay, lastDay, choice);
+}
+
 std::vector<std::string> CompanyFile::PendingSales(std::string_view firstDay,
                                                    std::string_view lastDay) const {
   return ReadPendingSales(database_, firstDay, lastDay);

@@ -84,6 +84,10 @@ class CompanyFile {
   /// Returns the dates of the company's first and last transaction; nullopt if it has none.
   std::optional<LedgerDays> TransactionDays() const;
 
+  /// Returns the months that have transactions; see `company::ReadTransactionMonths`.
+  std::vector<std::string> TransactionMonths(std::string_view firstDay, std::string_view lastDay,
+                                             TransactionChoice choice) const;
+
   /// Returns the TxnIDs of the pending sales in a period; see `company::ReadPendingSales`.
   std::vector<std::string> PendingSales(std::string_view firstDay, std::string_view lastDay) const;
 

@@ -21,9 +21,11 @@ class PlanLock {
   PlanLock(const std::filesystem::path& plan, FileOperations& operations);
 
  private:
-  void Claim(const std::filesystem::path& plan) const;
-
   FileDescriptor lockFile_;
 };
+
+/// Throws Error as `PlanLock` does if it could not lock the plan now. Creates no file: a missing PLAN.lock is
+/// free. To find out whether another process holds the lock, it is taken and released at once.
+void RequireFreeLock(const std::filesystem::path& plan);
 
 }  // namespace krnqb::files

@@ -13,7 +13,7 @@ struct FileStamp {
   std::uint64_t device = 0;
   std::uint64_t number = 0;  ///< the same for all names of a file
   std::int64_t size = 0;     ///< in bytes
-  std::int64_t seconds = 0;  ///< of the last modification
+  std::int64_t seconds = 0;  ///< of the last modification, from 1970-01-01 00:00 UTC
   std::int64_t nanoseconds = 0;
 
   bool operator==(const FileStamp&) const = default;

@@ -84,7 +84,9 @@ awk '
     Room("cli/record", "cli/company")
     Room("cli/dialog", "cli/import")
     Room("cli/report", "cli/explain cli/reconcile html")
-    Room("cli", "cli/company cli/plan cli/record cli/report cli/dialog")
+    Room("cli/doctor", "cli/company")
+    Room("cli/batch", "cli/company html")
+    Room("cli", "cli/batch cli/doctor cli/company cli/plan cli/record cli/report cli/dialog")
     # Single headers that a room may include from another one.
     mayFile["company/records", "qbxml/envelope.h"] = 1
     mayFile["cli/dialog", "ui/win32/toolkit.h"] = 1

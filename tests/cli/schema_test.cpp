@@ -218,6 +218,11 @@ TEST(JsonSchemas, RefuseTheOtherOutputsWithoutAMemberOrWithAnotherType) {
   ASSERT_EQ(RunProgram(place.ImportArguments("cor.kpf", {"--expenses", "--balances", "all"})).code, 0);
   ExpectExact("reconcile",
               Printed({"reconcile", "--company", company, "--plan", place / "cor.kpf", "--json"}), {});
+  ExpectExact("doctor", Printed({"doctor", "--quickbooks", "--plan", place / "cor.kpf", "--json"}), {});
+  tests::WriteText(
+      place / "ald.json",
+      RunProgram(place.ImportArguments("ald.kpf", {"--income", "--balances", "all", "--json"})).out);
+  ExpectExact("summary", Printed({"summary", place.Folder().string(), "--json"}), {});
   ExpectExact("failure", Printed({"tables", "--json"}), {});
   tests::WriteText(place / "bad]]>.qbw", "");
   ExpectExact("companies", Printed({"companies", "--quickbooks-folder", place.Folder().string(), "--json"}),

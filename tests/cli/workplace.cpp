@@ -58,7 +58,7 @@ void ExpectValidJournal(const Words& arguments) {
 
 std::string SchemaOf(const Words& arguments) {
   const auto word = [&](std::size_t index) { return index < arguments.size() ? arguments[index] : ""; };
-  const Words alone{"import", "accounts", "companies", "explain", "reconcile"};
+  const Words alone{"import", "accounts", "companies", "explain", "reconcile", "doctor", "summary"};
   if (Contains(alone, word(0))) return word(0);
   const Words pairs{"company info", "company check", "company profit-and-loss",
                     "plan show",    "plan history",  "plan diff"};

@@ -132,5 +132,29 @@ TEST_F(PlanLockTest, ReportsEveryReasonForWhichItsFileCannotBeOpened) {
   }
 }
 
+TEST_F(PlanLockTest, CanBeLookedForWithoutBeingTaken) {
+  EXPECT_FALSE(ErrorOf([&] { RequireFreeLock(file); }));
+  EXPECT_FALSE(fs::exists(folder / "garden.kpf.lock"));
+  {
+    const PlanLock held(file);
+    const auto error = ErrorOf([&] { RequireFreeLock(file); });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->Description().find("cannot change the plan " + file.string() + ": another import"), 0U);
+  }
+  EXPECT_FALSE(ErrorOf([&] { RequireFreeLock(file); }));
+  EXPECT_FALSE(ErrorOf([&] { const PlanLock free(file); }));
+}
+
+TEST_F(PlanLockTest, IsNotLookedForBehindALinkOrInAFolder) {
+  fs::create_symlink("elsewhere", folder / "garden.kpf.lock");
+  EXPECT_EQ(ErrorOf([&] { RequireFreeLock(file); })->Description(),
+            ErrorOf([&] { const PlanLock lock(file); })->Description());
+  fs::remove(folder / "garden.kpf.lock");
+  fs::create_directory(folder / "garden.kpf.lock");
+  EXPECT_EQ(ErrorOf([&] { RequireFreeLock(file); })->Description(),
+            "cannot lock the plan with " + file.string() +
+                ".lock: it is not a regular file; move it away and try again");
+}
+
 }  // namespace
 }  // namespace krnqb::files

@@ -99,4 +99,17 @@ std::optional<LedgerDays> ReadLedgerDays(const Database& database) {
   return LedgerDays{std::string(days.Text(0)), std::string(days.Text(1))};
 }
 
+std::vector<std::string> ReadTransactionMonths(const Database& database, std::string_view firstDay,
+                                               std::string_view lastDay, TransactionChoice choice) {
+  Statement found = database.Prepare(
+      fmt::format("SELECT DISTINCT substr(txn_date, 1, 7) FROM record WHERE txn_date BETWEEN ?1 AND ?2{}"
+                  " ORDER BY 1",
+                  choice == TransactionChoice::Requested
+                      ? " AND family IN ('Bill', 'Check', 'CreditCardCharge', 'Invoice', 'SalesReceipt')"
+                      : ""));
+  std::vector<std::string> months;
+  for (found.Bind(1, firstDay).Bind(2, lastDay); found.Step();) months.emplace_back(found.Text(0));
+  return months;
+}
+
 }  // namespace krnqb::company

@@ -61,4 +61,15 @@ struct LedgerDays {
 /// Returns nullopt if the company has no transactions.
 std::optional<LedgerDays> ReadLedgerDays(const Database& database);
 
+/// Which transactions to look for.
+enum class TransactionChoice : std::uint8_t {
+  Requested,  ///< of the kinds that are answered to requests for transactions
+  All         ///< of every kind; summary reports add all of them up
+};
+
+/// Returns the months, YYYY-MM in increasing order, that have a transaction from `firstDay` to `lastDay`
+/// inclusive, both YYYY-MM-DD.
+std::vector<std::string> ReadTransactionMonths(const Database& database, std::string_view firstDay,
+                                               std::string_view lastDay, TransactionChoice choice);
+
 }  // namespace krnqb::company

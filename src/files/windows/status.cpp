@@ -34,12 +34,13 @@ std::error_code StatusOf(HANDLE handle, FileStatus& status) noexcept {
   if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) status.type = FileType::Folder;
   constexpr std::uint64_t ticksPerSecond = 10'000'000;
   constexpr std::uint64_t nanosecondsPerTick = 100;
+  constexpr std::int64_t secondsBefore1970 = 11'644'473'600;  // the system counts from 1601
   const std::uint64_t ticks =
       Joined(found.ftLastWriteTime.dwHighDateTime, found.ftLastWriteTime.dwLowDateTime);
   status.stamp = {.device = found.dwVolumeSerialNumber,
                   .number = Joined(found.nFileIndexHigh, found.nFileIndexLow),
                   .size = static_cast<std::int64_t>(Joined(found.nFileSizeHigh, found.nFileSizeLow)),
-                  .seconds = static_cast<std::int64_t>(ticks / ticksPerSecond),
+                  .seconds = static_cast<std::int64_t>(ticks / ticksPerSecond) - secondsBefore1970,
                   .nanoseconds = static_cast<std::int64_t>(ticks % ticksPerSecond * nanosecondsPerTick)};
   return {};
 }

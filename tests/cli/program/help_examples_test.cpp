@@ -10,6 +10,7 @@
 namespace krnqb::cli {
 namespace {
 
+using tests::ProgramRun;
 using tests::RunProgram;
 using tests::RunShell;
 using tests::Workplace;
@@ -53,6 +54,11 @@ void Prepare(const Workplace& place, const std::string& example) {
                   .code,
               0);
   }
+  if (example.find("results") != std::string::npos) {
+    std::filesystem::create_directory(place / "results");
+    const ProgramRun import = RunProgram(place.ImportArguments("nursery.kpf", {"--income", "--json"}));
+    tests::WriteText(place / "results/nursery.json", import.out);
+  }
   // Two imports, so that there are earlier versions.
   if (example.find(" plan ") != std::string::npos) {
     for (const char* what : {"--expenses", "--income"}) {
@@ -81,12 +87,12 @@ TEST_P(HelpExamples, Run) {
 
 INSTANTIATE_TEST_SUITE_P(OfEveryCommand, HelpExamples,
                          testing::Values(help_text::program, help_text::import, help_text::explain,
-                                         help_text::accounts, help_text::companies, help_text::tables,
-                                         help_text::request, help_text::supports, help_text::company,
-                                         help_text::newCompany, help_text::loadCompany,
-                                         help_text::companyInfo, help_text::plan, help_text::newPlan,
-                                         help_text::showPlan, help_text::planHistory, help_text::planDiff,
-                                         help_text::planUndo));
+                                         help_text::doctor, help_text::summary, help_text::accounts,
+                                         help_text::companies, help_text::tables, help_text::request,
+                                         help_text::supports, help_text::company, help_text::newCompany,
+                                         help_text::loadCompany, help_text::companyInfo, help_text::plan,
+                                         help_text::newPlan, help_text::showPlan, help_text::planHistory,
+                                         help_text::planDiff, help_text::planUndo));
 
 }  // namespace
 }  // namespace krnqb::cli
