@@ -55,6 +55,22 @@ TEST_F(CompanyOtherBooks, ChangeReportsButNoTransactions) {
             expenses.end());
 }
 
+// The other books have transactions of every month, but none that is answered to a request.
+TEST_F(CompanyOtherBooks, HaveMonthsOfTheirOwn) {
+  using Months = std::vector<std::string>;
+  const auto months = [&](std::string_view first, std::string_view last, TransactionChoice choice) {
+    return company.TransactionMonths(first, last, choice);
+  };
+  EXPECT_EQ(months("2002-01-01", "2002-12-31", TransactionChoice::All), Months());
+  LoadSamples("nursery-books");
+  EXPECT_EQ(months("2002-01-01", "2002-12-31", TransactionChoice::All).size(), 12U);
+  EXPECT_EQ(months("2002-01-01", "2002-12-31", TransactionChoice::Requested), Months());
+  LoadSamples("nursery");
+  EXPECT_EQ(months("2002-02-01", "2002-04-30", TransactionChoice::Requested),
+            (Months{"2002-02", "2002-03", "2002-04"}));
+  EXPECT_EQ(months("2003-01-01", "2003-12-31", TransactionChoice::Requested), Months());
+}
+
 TEST_F(CompanyOtherBooks, PostAsMuchToDebitAsToCredit) {
   LoadSamples("nursery");
   const auto sum = [&] {

@@ -20,8 +20,9 @@ std::vector<OverviewFile> FilesOf(const SummaryOptions& options) {
 std::string WrittenText(const BatchOverview& overview, const std::vector<OverviewFile>& files) {
   std::string names;
   for (const OverviewFile& file : files) names += (names.empty() ? "" : " and ") + file.file;
-  return fmt::format("{} imports in {}: {} done, {} not done. Wrote {}.\n", overview.imports.size(),
-                     overview.folder, overview.done, overview.NotDone(), names);
+  return fmt::format("{} import{} in {}: {} done, {} not done. Wrote {}.\n", overview.imports.size(),
+                     overview.imports.size() == 1 ? "" : "s", overview.folder, overview.done,
+                     overview.NotDone(), names);
 }
 
 }  // namespace

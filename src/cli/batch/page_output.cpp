@@ -34,7 +34,8 @@ Fragment Introduction(const BatchOverview& overview) {
                                          overview.imports.size(), overview.NotDone());
   Fragment introduction =
       html::Box(overview.NotDone() == 0 ? Mark::Good : Mark::Bad, html::Paragraph(counts));
-  introduction += html::Paragraph(html::Text("Results in ") + html::Name(overview.folder) + html::Text("."));
+  introduction += html::Paragraph(html::Text("The results are in the folder ") + html::Name(overview.folder) +
+                                  html::Text("."));
   return introduction;
 }
 

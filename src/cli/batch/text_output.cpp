@@ -13,8 +13,9 @@ std::string CountsText(const BatchOverview& overview) {
   std::string results;
   for (const auto& [word, count] : overview.byResult)
     results += fmt::format("{}{} {}", results.empty() ? "" : ", ", count, word);
-  return fmt::format("{} imports in {}: {} done, {} not done ({}).\n", overview.imports.size(),
-                     overview.folder, overview.done, overview.NotDone(), results);
+  return fmt::format("{} import{} in {}: {} done, {} not done ({}).\n", overview.imports.size(),
+                     overview.imports.size() == 1 ? "" : "s", overview.folder, overview.done,
+                     overview.NotDone(), results);
 }
 
 std::string NotDoneText(const BatchOverview& overview) {
