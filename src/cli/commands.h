@@ -29,7 +29,7 @@ using Command =
     std::variant<PrintedText, ImportCommand, AccountsOptions, TablesOptions, RequestOptions, SupportsOptions,
                  NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, CheckCompanyOptions,
                  ProfitAndLossOptions, GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions,
-                 PlanHistoryOptions, PlanDiffOptions, PlanUndoOptions, ReconcileOptions, ExplainOptions,
-                 CompaniesOptions, DialogOptions, RecordOptions>;
+                 ExportPlanOptions, PlanHistoryOptions, PlanDiffOptions, PlanUndoOptions, ReconcileOptions,
+                 ExplainOptions, CompaniesOptions, DialogOptions, RecordOptions>;
 
 }  // namespace krnqb::cli
