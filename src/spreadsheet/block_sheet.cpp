@@ -46,10 +46,19 @@ class Layout {
     if (shown_.actual) sheet_.pageBreak = static_cast<std::uint16_t>(ActualColumn());
     HideEmptyRows();
     sheet_.columnWidths = WidthsFor(sheet_);
+    FitTitle();
     return std::move(sheet_);
   }
 
  private:
+  // The title is on every page of the sheet that has its first column, but nothing beside it.
+  void FitTitle() {
+    constexpr double widthOfBold = 1.4;
+    if (sheet_.pageBreak == 0) return;
+    double& width = sheet_.columnWidths.at(0);
+    width = std::max(width, widthOfBold * static_cast<double>(DisplayWidth(shown_.sheetName)));
+  }
+
   // The sum of the year is right of the months, the actual months with theirs are right of a gap.
   std::size_t YearColumn() const noexcept { return shown_.cells.Width(); }
   std::size_t ActualColumn() const noexcept { return shown_.cells.Width() + 2; }
@@ -57,19 +66,14 @@ class Layout {
   void AddTitle() {
     constexpr std::uint32_t leastRows = 2;
     if (shown_.HeadingRow() == 0 || shown_.Row(0) < leastRows) return;
-    sheet_.Add(0, 0,
-               CellText(fmt::format("{}: {}", plan_file::TableTitle(shown_.tableId),
-                                    plan_file::BlockTitle(shown_.block.id))),
-               CellStyle::Title);
+    sheet_.Add(0, 0, shown_.sheetName, CellStyle::Title);
     if (shown_.HeadingRow() < 2) return;
-    const std::string note =
-        shown_.cells.FirstRow() ? "Rows and columns are those of the plan, and so are its formulas." : "";
-    if (!note.empty()) sheet_.Add(1, 0, note, CellStyle::Note);
+    sheet_.Add(1, 0, CellText(plan_file::TableTitle(shown_.tableId)), CellStyle::Note);
   }
 
   void AddHeadings() {
     const std::uint32_t row = shown_.HeadingRow();
-    sheet_.Add(row, 0, "Name", CellStyle::Heading);
+    sheet_.Add(row, 0, "Name", CellStyle::TextHeading);
     for (std::size_t column = 1; column < shown_.cells.Width(); ++column) {
       const bool known = column <= shown_.headings.size();
       sheet_.Add(row, column,

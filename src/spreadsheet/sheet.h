@@ -15,6 +15,7 @@ enum class CellStyle : std::uint8_t {
   Title,
   Note,
   Heading,
+  TextHeading,    ///< above texts
   ActualHeading,  ///< above the actual months beside the planned ones
   Name,
   TotalName,

@@ -99,7 +99,7 @@ class Summary {
 
   void AddHeadings() {
     const std::vector<std::string> months = plan_file::ColumnHeadings("", monthsOfAYear + 1, sheets_.start);
-    sheet_.Add(headingRow, 0, "Month", CellStyle::Heading);
+    sheet_.Add(headingRow, 0, "Month", CellStyle::TextHeading);
     for (std::size_t month = 0; month < months.size(); ++month) {
       sheet_.Add(headingRow, month + 1, months[month], CellStyle::Heading);
     }

@@ -16,6 +16,7 @@
 namespace krnqb::spreadsheet {
 namespace {
 
+constexpr std::size_t amountColumn = 7;
 constexpr std::size_t mostLines = 500'000;  // of one list, so that everything fits one sheet
 
 std::string MomentWithoutT(std::string when) {
@@ -47,7 +48,7 @@ class Lines {
     AddLeftOut();
     constexpr double leastWidth = 24;
     constexpr double mostWidth = 48;
-    sheet_.columnWidths = {std::clamp(whereWidth_, leastWidth, mostWidth), 18, 32, 28, 16, 30, 20, 26};
+    sheet_.columnWidths = {std::clamp(whereWidth_, leastWidth, mostWidth), 18, 32, 28, 24, 15, 25, 15};
     return std::move(sheet_);
   }
 
@@ -97,8 +98,8 @@ class Lines {
     Section("Warnings");
     const std::vector<SheetWarning> warnings = AllWarnings(sheets_, notes_);
     if (warnings.empty()) return Line("None.");
-    Text(0, "Where", CellStyle::Heading);
-    Text(1, "What", CellStyle::Heading);
+    Text(0, "Where", CellStyle::TextHeading);
+    Text(1, "What", CellStyle::TextHeading);
     ++next_;
     for (std::size_t index = 0; index < std::min(warnings.size(), mostLines); ++index) {
       Fact(warnings[index].where, warnings[index].what);
@@ -117,10 +118,10 @@ class Lines {
     if (notes_.leftOut.empty()) return Line(fmt::format("{} lists no amount.", notes_.journal));
     AddSums();
     constexpr std::array<std::string_view, 8> headings{"Date",   "Transaction", "Account or item", "Customer",
-                                                       "Amount", "Reason",      "Meaning",         "Period"};
+                                                       "Reason", "Meaning",     "Period",          "Amount"};
     ++next_;
     for (std::size_t column = 0; column < headings.size(); ++column) {
-      Text(column, headings[column], CellStyle::Heading);
+      Text(column, headings[column], column == amountColumn ? CellStyle::Heading : CellStyle::TextHeading);
     }
     ++next_;
     for (std::size_t index = 0; index < std::min(notes_.leftOut.size(), mostLines); ++index) {
@@ -145,19 +146,18 @@ class Lines {
       Text(1, fmt::format("{} {}", sum.count, sum.count == 1 ? "amount" : "amounts"), CellStyle::Plain);
       if (sum.noNumbers > 0)
         Text(2, fmt::format("of which {} without a number", sum.noNumbers), CellStyle::Plain);
-      sheet_.Add(next_, 4, sum.sum, CellStyle::Amount);
+      if (sum.count > sum.noNumbers) sheet_.Add(next_, amountColumn, sum.sum, CellStyle::Amount);
       ++next_;
     }
   }
 
   void AddAmount(const LeftOutAmount& amount) {
     const std::array<const std::string*, 8> texts{
-        &amount.date, &amount.transaction, &amount.account, &amount.customer,
-        nullptr,      &amount.reason,      &amount.meaning, &amount.period};
+        &amount.date,   &amount.transaction, &amount.account, &amount.customer,
+        &amount.reason, &amount.meaning,     &amount.period,  nullptr};
     for (std::size_t column = 0; column < texts.size(); ++column) {
       if (texts[column] != nullptr && !texts[column]->empty()) Text(column, *texts[column], CellStyle::Plain);
     }
-    constexpr std::size_t amountColumn = 4;
     if (const std::optional<double> number = ConvertToDouble(amount.amount)) {
       sheet_.Add(next_, amountColumn, *number, CellStyle::Amount);
     } else {

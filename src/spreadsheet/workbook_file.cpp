@@ -57,7 +57,7 @@ class Formats {
     constexpr lxw_color_t headingColor = 0xDCE6F1;
     constexpr lxw_color_t actualColor = 0xE2EFDA;
     constexpr lxw_color_t noteColor = 0x595959;
-    constexpr double titleSize = 14;
+    constexpr double titleSize = 12;
     lxw_format* format = workbook_add_format(workbook_);
     if (format == nullptr) throw std::bad_alloc();
     switch (style) {
@@ -72,11 +72,12 @@ class Formats {
         format_set_font_color(format, noteColor);
         break;
       case CellStyle::Heading:
+      case CellStyle::TextHeading:
       case CellStyle::ActualHeading:
         format_set_bold(format);
-        format_set_align(format, LXW_ALIGN_CENTER);
+        format_set_align(format, style == CellStyle::TextHeading ? LXW_ALIGN_LEFT : LXW_ALIGN_CENTER);
         format_set_bottom(format, LXW_BORDER_THIN);
-        format_set_bg_color(format, style == CellStyle::Heading ? headingColor : actualColor);
+        format_set_bg_color(format, style == CellStyle::ActualHeading ? actualColor : headingColor);
         break;
       case CellStyle::TotalName:
         format_set_bold(format);
@@ -187,13 +188,13 @@ class Writer {
     worksheet_set_landscape(target);
     worksheet_set_footer(target, "&L&F, &A&RPage &P of &N");
     if (sheet.frozenRows > 0)
-      Check(worksheet_repeat_rows(target, 0, sheet.frozenRows - 1), "setting up pages");
+      Check(worksheet_repeat_rows(target, sheet.frozenRows - 1, sheet.frozenRows - 1), "setting up pages");
     if (sheet.pageBreak == 0) {
       worksheet_fit_to_pages(target, 1, 0);
       return;
     }
     // Programs ignore the break on pages that are fitted to a width, so the width is fitted here.
-    constexpr double pageWidth = 880;
+    constexpr double pageWidth = 680;
     constexpr double whole = 100;
     constexpr double least = 10;
     const double widest = std::max(Pixels(sheet, 0, sheet.pageBreak - 1U),

@@ -79,11 +79,11 @@ TEST(WarningsSheet, ListsWhatTheJournalHasAndAddsItUp) {
   const std::uint32_t sum = RowOf(sheet, "lost").value();
   EXPECT_EQ(ContentAt(sheet, sum, 1), "3 amounts");
   EXPECT_EQ(ContentAt(sheet, sum, 2), "of which 1 without a number");
-  EXPECT_EQ(ContentAt(sheet, sum, 4), "27.5");
+  EXPECT_EQ(ContentAt(sheet, sum, 7), "27.5");
   const std::uint32_t first = RowOf(sheet, "2002-03-01").value();
   EXPECT_EQ(ContentAt(sheet, first, 2), "=Rent");
-  EXPECT_EQ(ContentAt(sheet, first, 4), "-12.5");
-  EXPECT_EQ(ContentAt(sheet, first + 2, 4), "?");
+  EXPECT_EQ(ContentAt(sheet, first, 7), "-12.5");
+  EXPECT_EQ(ContentAt(sheet, first + 2, 7), "?");
   EXPECT_EQ(ContentAt(sheet, RowOf(sheet, "The import").value(), 1), "past performance ended early");
 }
 
