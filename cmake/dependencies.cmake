@@ -21,6 +21,10 @@ set(KRNQB_DIGEST PkgConfig::NETTLE)
 pkg_check_modules(UTF8PROC REQUIRED IMPORTED_TARGET libutf8proc)
 set(KRNQB_UNICODE PkgConfig::UTF8PROC)
 
+# Spreadsheets.
+pkg_check_modules(XLSXWRITER REQUIRED IMPORTED_TARGET xlsxwriter)
+set(KRNQB_SPREADSHEET PkgConfig::XLSXWRITER)
+
 # Number texts and messages.
 find_package(fmt 9 REQUIRED)
 set(KRNQB_FORMAT fmt::fmt)

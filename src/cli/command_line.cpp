@@ -190,6 +190,14 @@ void AddShowPlan(Options options, ShowPlanOptions& plan) {
   options.Flag("--json", plan.json, "Print one JSON object");
 }
 
+void AddExportPlan(Options options, ExportPlanOptions& plan) {
+  options.Argument("FILE", plan.file, "Plan file to export");
+  options.Text("--xlsx", "FILE", plan.workbookFile, "Write a spreadsheet (.xlsx)");
+  options.Text("--csv", "DIR", plan.csvFolder, "Write CSV files into this folder");
+  options.Text("--journal", "FILE", plan.journalFile,
+               "List the amounts of this journal, which an import left out");
+}
+
 void AddPlanHistory(Options options, PlanHistoryOptions& history) {
   options.Argument("FILE", history.file, "Plan file");
   options.Flag("--json", history.json, "Print one JSON object");
@@ -336,6 +344,8 @@ class CommandTree {
     CLI::App& plan = AddFamily("plan", "Create, show and restore plan files", help_text::plan);
     Add<NewPlanOptions>(plan, "new", "Create a plan file", help_text::newPlan, AddNewPlan);
     Add<ShowPlanOptions>(plan, "show", "Show a plan's tables", help_text::showPlan, AddShowPlan);
+    Add<ExportPlanOptions>(plan, "export", "Write a plan as a spreadsheet or CSV files",
+                           help_text::exportPlan, AddExportPlan);
     Add<PlanHistoryOptions>(plan, "history", "List the earlier versions of a plan", help_text::planHistory,
                             AddPlanHistory);
     Add<PlanDiffOptions>(plan, "diff", "Show what differs from an earlier version", help_text::planDiff,

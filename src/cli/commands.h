@@ -31,7 +31,7 @@ using Command =
     std::variant<PrintedText, ImportCommand, AccountsOptions, TablesOptions, RequestOptions, SupportsOptions,
                  NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, CheckCompanyOptions,
                  ProfitAndLossOptions, GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions,
-                 PlanHistoryOptions, PlanDiffOptions, PlanUndoOptions, ReconcileOptions, ExplainOptions,
-                 CompaniesOptions, DialogOptions, RecordOptions, DoctorOptions, SummaryOptions>;
+                 ExportPlanOptions, PlanHistoryOptions, PlanDiffOptions, PlanUndoOptions, ReconcileOptions,
+                 ExplainOptions, CompaniesOptions, DialogOptions, RecordOptions, DoctorOptions, SummaryOptions>;
 
 }  // namespace krnqb::cli

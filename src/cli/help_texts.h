@@ -206,6 +206,7 @@ inline constexpr std::string_view plan =
     R"(Examples:
   krnqb plan new nursery.kpf --product ald --start 2003-01
   krnqb plan show nursery.kpf
+  krnqb plan export nursery.kpf --xlsx nursery.xlsx
   krnqb plan history nursery.kpf
   krnqb plan diff nursery.kpf
   krnqb plan undo nursery.kpf)";
@@ -232,6 +233,18 @@ Examples:
   krnqb plan show nursery.kpf --table 20000000000000000000000000000600
   krnqb plan show nursery.kpf --cells >after.txt
   krnqb plan show nursery.kpf --json)";
+
+inline constexpr std::string_view exportPlan =
+    R"(The spreadsheet has a sheet for each block of the plan, in which rows and columns are
+those of the plan and the growth formulas compute; the actual months are beside the
+planned ones. The first sheet sums up sales, costs, expenses and the result, with two
+charts. The second one has the warnings, what is known of the last import and, with
+--journal, the amounts that it left out. An existing spreadsheet is replaced, any other
+file is refused. Only you can read the new files.
+
+Examples:
+  krnqb plan export nursery.kpf --xlsx nursery.xlsx
+  krnqb plan export nursery.kpf --csv nursery-csv)";
 
 inline constexpr std::string_view planHistory =
     R"(Every import that writes the plan keeps the version before it, with a number, in the

@@ -40,6 +40,10 @@ PreparedFile::~PreparedFile() {
   }
 }
 
+void PreparedFile::Write(std::string_view contents) {
+  Check(operations_.Write(written_, contents), "writing", temporary_);
+}
+
 void PreparedFile::Place() {
   Check(operations_.Sync(written_), "flushing", temporary_);
   std::error_code unknown;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string_view>
 
 #include "files/operations.h"
 
@@ -20,6 +21,9 @@ class PreparedFile {
 
   /// Returns the path of FILE.tmp, which is there until `Place`.
   const std::filesystem::path& Temporary() const noexcept { return temporary_; }
+
+  /// Writes the whole contents.
+  void Write(std::string_view contents);
 
   /// Flushes the contents and gives the file its name. A killed process leaves the complete earlier or the
   /// complete new file.

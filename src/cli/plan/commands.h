@@ -26,10 +26,20 @@ struct ShowPlanOptions {
   bool json = false;
 };
 
+struct ExportPlanOptions {
+  std::string file;
+  std::optional<std::string> workbookFile;  ///< one of this and the next is given
+  std::optional<std::string> csvFolder;
+  std::optional<std::string> journalFile;
+};
+
 /// Creates a plan file with the tables of its product.
 CommandEnd Run(const NewPlanOptions& options, const Console& console);
 
 /// Prints a plan's tables, or one of them, for people, cell by cell or as JSON.
 ExitCode Run(const ShowPlanOptions& options, const Console& console);
+
+/// Writes a plan as a spreadsheet, as CSV files or as both.
+CommandEnd Run(const ExportPlanOptions& options, const Console& console);
 
 }  // namespace krnqb::cli

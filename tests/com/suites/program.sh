@@ -23,6 +23,13 @@ Same 0 "${import[@]}" --ledger 'Buch ü.kql'
 SamePlan "$plan" "an import"
 cmp "$linux/$plan.bak" "$stage/$plan.bak" || Fail "an import: the backups differ"
 Same 0 plan show "$plan" --values
+# A copy has no history, which would say when each of the two imports was made.
+cp "$linux/$plan" "$linux/Kopie 苗圃.kpf"
+cp "$linux/$plan" "$stage/Kopie 苗圃.kpf"
+Same 0 plan export 'Kopie 苗圃.kpf' --xlsx 'Tabelle 苗圃.xlsx' --csv 'csv é'
+for file in 'Tabelle 苗圃.xlsx' 'csv é/summary.csv' 'csv é/02-planned-sales.csv'; do
+  cmp "$linux/$file" "$stage/$file" || Fail "an export: $file differs"
+done
 Same 4 reconcile --company "$company" --plan "$plan"
 Same 0 explain 'Buch ü.kql' --row 'Job Expenses' --month 2002-03
 Same 0 plan undo "$plan"
