@@ -27,11 +27,11 @@ struct PrintedText {
 };
 
 /// A parsed command line: one command with its options.
-using Command =
-    std::variant<PrintedText, ImportCommand, AccountsOptions, TablesOptions, RequestOptions, SupportsOptions,
-                 NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions, CheckCompanyOptions,
-                 ProfitAndLossOptions, GenerateCompanyOptions, NewPlanOptions, ShowPlanOptions,
-                 ExportPlanOptions, PlanHistoryOptions, PlanDiffOptions, PlanUndoOptions, ReconcileOptions,
-                 ExplainOptions, CompaniesOptions, DialogOptions, RecordOptions, DoctorOptions, SummaryOptions>;
+using Command = std::variant<PrintedText, ImportCommand, AccountsOptions, TablesOptions, RequestOptions,
+                             SupportsOptions, NewCompanyOptions, LoadCompanyOptions, CompanyInfoOptions,
+                             CheckCompanyOptions, ProfitAndLossOptions, GenerateCompanyOptions,
+                             NewPlanOptions, ShowPlanOptions, ExportPlanOptions, PlanHistoryOptions,
+                             PlanDiffOptions, PlanUndoOptions, ReconcileOptions, ExplainOptions,
+                             CompaniesOptions, DialogOptions, RecordOptions, DoctorOptions, SummaryOptions>;
 
 }  // namespace krnqb::cli
