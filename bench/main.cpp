@@ -16,11 +16,12 @@ namespace {
 constexpr std::string_view usage =
     "usage: krnqb_bench import COMPANY PLAN [--requests FILE] [--months YYYY-MM[,YYYY-MM]...]\n"
     "       krnqb_bench parse COMPANY REQUESTS\n"
+    "       krnqb_bench events COMPANY REQUESTS\n"
     "       krnqb_bench queries COMPANY REQUESTS\n"
     "       krnqb_bench responses COMPANY REQUESTS FOLDER\n"
     "\n"
     "Measures one task per process, so that its peak memory is its own: an import without the request\n"
-    "processor, parsing the same answers, or answering. Prints lines \"NAME VALUE\": wall and CPU seconds,\n"
+    "processor, parsing the same answers into documents or into events, or answering. Prints lines \"NAME VALUE\": wall and CPU seconds,\n"
     "bytes. REQUESTS is a file with the requests of an import, written by --requests.\n";
 
 using Arguments = std::vector<std::string_view>;
@@ -56,6 +57,8 @@ bool Run(const Arguments& arguments) {
   if (mode == "import") return Import(arguments);
   if (mode == "parse" && arguments.size() == 3) {
     krnqb::bench::RunParse(arguments[1], arguments[2]);
+  } else if (mode == "events" && arguments.size() == 3) {
+    krnqb::bench::RunEvents(arguments[1], arguments[2]);
   } else if (mode == "queries" && arguments.size() == 3) {
     krnqb::bench::RunQueries(arguments[1], arguments[2]);
   } else if (mode == "responses" && arguments.size() == 4) {

@@ -40,7 +40,8 @@ class ReportEvents final : public XmlEventHandler {
  public:
   explicit ReportEvents(std::string_view document) : document_(document) {}
 
-  void StartElement(std::string_view name, const XmlEventAttributes& attributes) override {
+  void StartElement(const XmlEventName& started, const XmlEventAttributes& attributes) override {
+    const std::string_view name = started.Text();
     text_.clear();
     const std::size_t depth = ++depth_;
     if (depth == 1 && name != "QBXML") RefuseRoot(name);
@@ -225,7 +226,7 @@ class ReportEvents final : public XmlEventHandler {
 
 }  // namespace
 
-std::vector<CapturedReport> CaptureQbxmlReports(std::string_view document, std::string_view text) {
+std::vector<CapturedReport> CaptureQbxmlReports(std::string_view document, const std::string& text) {
   ReportEvents events(document);
   if (const std::optional<XmlFault> fault = ParseXmlEvents(text, events)) {
     Refuse(fmt::format("{}: line {}", document, fault->line),

@@ -58,7 +58,7 @@ ProfitAndLoss Interpret(CapturedReport& report) {
   return statement;
 }
 
-std::vector<CapturedReport> CaptureReports(std::string_view documentName, std::string_view text) {
+std::vector<CapturedReport> CaptureReports(std::string_view documentName, const std::string& text) {
   const std::string_view begin = Trimmed(text);
   if (begin.starts_with('<')) {
     if (BeginsWith(begin, "<!doctype html") || BeginsWith(begin, "<html")) {

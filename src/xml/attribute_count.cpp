@@ -43,9 +43,18 @@ bool HasMoreAttributes(std::string_view tag, std::size_t most) {
   }
 }
 
+// A crowded tag is so long that one of these blocks lies wholly in it, and it has no "<" but its first.
+bool HasLongStretchWithoutTags(std::string_view text, std::size_t block) {
+  for (std::size_t begin = 0; begin + block <= text.size(); begin += block) {
+    if (text.substr(begin, block).find('<') == npos) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 std::optional<long> FindCrowdedTag(std::string_view text, std::size_t most) {
+  if (!HasLongStretchWithoutTags(text, most * shortestAttribute / 2)) return std::nullopt;
   for (std::size_t tag = text.find('<'); tag != npos;) {
     if (const std::size_t length = OpaqueLength(text.substr(tag)); length > 0) {
       tag = text.find('<', tag + length);

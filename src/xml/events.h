@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -16,20 +17,52 @@ class XmlEventAttributes {
   virtual std::optional<std::string> Find(std::string_view name) const = 0;
 };
 
-/// Receives the content of a document while it is parsed. Texts are UTF-8 and valid only during the call.
+/// The name of a starting element. Empty if the element is in a namespace, because no path selects such an
+/// element.
+class XmlEventName {
+ public:
+  static constexpr int notListed = -1;
+
+  XmlEventName(int number, const char* text) noexcept : number_(number), text_(text) {}
+
+  /// Returns the name's place in the handler's vocabulary, from 0, or `notListed`.
+  int Number() const noexcept { return number_; }
+  /// Returns the name in UTF-8; valid until the parse ends.
+  std::string_view Text() const noexcept { return text_; }
+
+ private:
+  int number_;
+  const char* text_;
+};
+
+/// Receives the content of a document while it is parsed. Texts are UTF-8. They are valid only during the
+/// call, except a piece that lies inside the parsed text.
 class XmlEventHandler {
  public:
   virtual ~XmlEventHandler() = default;
-  /// `name` is empty if the element is in a namespace, because no path selects such an element.
-  virtual void StartElement(std::string_view name, const XmlEventAttributes& attributes) = 0;
+  /// Returns the names that arrive with a number, at most 40; an empty one never
+  /// arrives. Called once, before the document is parsed.
+  virtual std::span<const std::string_view> Vocabulary() const { return {}; }
+  virtual void StartElement(const XmlEventName& name, const XmlEventAttributes& attributes) = 0;
   /// Receives text of the innermost open element. One text may arrive in several pieces.
   virtual void Text(std::string_view piece) = 0;
   virtual void EndElement() = 0;
+
+  /// Returns whether `Text` is called from here on. Asked when the parse begins and after each `StartElement`
+  /// and `EndElement`.
+  bool WantsText() const noexcept { return wantsText_; }
+
+ protected:
+  void WantText(bool wanted) noexcept { wantsText_ = wanted; }
+
+ private:
+  bool wantsText_ = true;
 };
 
-/// Parses a text as strictly as `ParseXmlText` and passes its content to the handler without building a tree.
+/// Parses a text as strictly as `ParseXmlText` and passes its content to the handler without building a tree
+/// or copying the text.
 /// Returns the fault if the text is not well-formed; the handler's result is then unusable. An exception from
 /// the handler ends the parse and reaches the caller.
-std::optional<XmlFault> ParseXmlEvents(std::string_view text, XmlEventHandler& handler);
+std::optional<XmlFault> ParseXmlEvents(const std::string& text, XmlEventHandler& handler);
 
 }  // namespace krnqb

@@ -1,10 +1,12 @@
 #include "xml/strict_parser.h"
 
 #include <libxml/parser.h>
+#include <libxml/parserInternals.h>
 
 #include <limits>
 #include <memory>
 #include <new>
+#include <utility>
 
 #include "xml/attribute_count.h"
 #include "xml/library_memory.h"
@@ -140,31 +142,75 @@ bool StrictParser::NamesExhausted() const noexcept {
   return limitsNames_ && xmlDictGetUsage(context_->dict) > mostNames;
 }
 
-xmlDoc* StrictParser::Parse(std::string_view source, XmlEncoding encoding) {
+const char* StrictParser::Interned(std::string_view name) {
+  const xmlChar* const interned = xmlDictLookup(context_->dict, reinterpret_cast<const xmlChar*>(name.data()),
+                                                static_cast<int>(name.size()));
+  if (interned == nullptr) throw std::bad_alloc();
+  return reinterpret_cast<const char*>(interned);
+}
+
+// Refuses what the library would take too long for, and puts the limits before the handlers.
+bool StrictParser::Accepts(std::string_view source) {
   if (source.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
     KeepFault(1, "the document has 2 GiB or more");
-    return nullptr;
+    return false;
   }
   if (const std::optional<long> line = FindCrowdedTag(source, mostAttributes)) {
     KeepFault(*line, "an element has more than 1,000 attributes");
-    return nullptr;
+    return false;
   }
   startDocument_ = context_->sax->startDocument;
   startElement_ = context_->sax->startElementNs;
   context_->sax->startDocument = Limits::StartDocument;
   context_->sax->startElementNs = Limits::StartElement;
-  const bool utf8 = encoding == XmlEncoding::Utf8;
-  limitsNames_ = !utf8;
-  const int options = utf8 ? strictOptions | XML_PARSE_IGNORE_ENC : strictOptions;
-  const LibraryMemory memory;
-  std::unique_ptr<xmlDoc, FreeDocument> document(xmlCtxtReadMemory(
-      context_, source.data(), static_cast<int>(source.size()), nullptr, utf8 ? "UTF-8" : nullptr, options));
+  return true;
+}
+
+xmlDoc* StrictParser::Finish(xmlDoc* parsed, const LibraryMemory& memory) {
+  std::unique_ptr<xmlDoc, FreeDocument> document(parsed);
   if (memory.RanOut() && !NamesExhausted()) KeepOutOfMemory();
   if (document == nullptr) KeepFault(1, "the document is empty");
   if (outOfMemory_) throw std::bad_alloc();
   // The document shares the names; what is added to it later has no limit.
   if (document != nullptr && document->dict != nullptr) xmlDictSetLimit(document->dict, 0);
   return fault_ ? nullptr : document.release();
+}
+
+xmlDoc* StrictParser::ParseInPlace(const std::string& source) {
+  if (!Accepts(source)) return nullptr;
+  const LibraryMemory memory;
+  constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+  std::string_view text = source;
+  if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+  xmlCtxtUseOptions(context_, strictOptions | XML_PARSE_IGNORE_ENC);
+  // Known already, the encoding is not guessed.
+  context_->encoding = xmlCharStrdup("UTF-8");
+  // An input without a buffer is never moved or freed by the library.
+  xmlParserInput* const input = xmlNewInputStream(context_);
+  if (input == nullptr) throw std::bad_alloc();
+  input->base = input->cur = reinterpret_cast<const xmlChar*>(text.data());
+  input->end = input->base + text.size();
+  input->length = static_cast<int>(text.size());
+  if (inputPush(context_, input) < 0) {
+    xmlFreeInputStream(input);
+    throw std::bad_alloc();
+  }
+  xmlParseDocument(context_);
+  xmlDoc* const document = std::exchange(context_->myDoc, nullptr);
+  if (context_->wellFormed != 0) return Finish(document, memory);
+  xmlFreeDoc(document);
+  return Finish(nullptr, memory);
+}
+
+xmlDoc* StrictParser::Parse(std::string_view source, XmlEncoding encoding) {
+  if (!Accepts(source)) return nullptr;
+  const bool utf8 = encoding == XmlEncoding::Utf8;
+  limitsNames_ = !utf8;
+  const int options = utf8 ? strictOptions | XML_PARSE_IGNORE_ENC : strictOptions;
+  const LibraryMemory memory;
+  return Finish(xmlCtxtReadMemory(context_, source.data(), static_cast<int>(source.size()), nullptr,
+                                  utf8 ? "UTF-8" : nullptr, options),
+                memory);
 }
 
 }  // namespace krnqb

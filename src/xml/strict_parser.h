@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "xml/parser.h"
@@ -37,6 +38,14 @@ class StrictParser {
   /// Ends the parse. For use in handlers.
   static void Stop(void* context) noexcept;
 
+  /// Returns the parser's only copy of a name: the handlers get elements' names by these pointers. It lives
+  /// as long as the parser. Throws std::bad_alloc if memory runs out.
+  const char* Interned(std::string_view name);
+
+  /// Does the same as `Parse` in UTF-8, but reads the text where it is, without a copy: what the handlers get
+  /// of it then points into it.
+  _xmlDoc* ParseInPlace(const std::string& source);
+
   /// Parses the source. Call it once. Returns the document, which the caller owns, or null with `Fault` set.
   /// Throws std::bad_alloc if memory runs out.
   _xmlDoc* Parse(std::string_view source, XmlEncoding encoding);
@@ -52,6 +61,9 @@ class StrictParser {
 
  private:
   struct Limits;
+
+  bool Accepts(std::string_view source);
+  _xmlDoc* Finish(_xmlDoc* parsed, const class LibraryMemory& memory);
 
   _xmlParserCtxt* context_;
   void (*startDocument_)(void*) = nullptr;

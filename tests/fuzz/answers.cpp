@@ -150,7 +150,7 @@ void CompareLines(const std::string& text, const LineSelection& selection) {
           "an unreadable answer is reported");
   RequireKnownErrors(observer.notices);
   if (!document) {
-    Require(read.lines.empty(), "a text that is no document has no lines");
+    Require(read.Count() == 0, "a text that is no document has no lines");
     return;
   }
   const XmlElement response = document.Select("//" + std::string(selection.responseName));
@@ -162,10 +162,10 @@ void CompareLines(const std::string& text, const LineSelection& selection) {
         "*/ExpenseLineRet | */ItemLineRet | */ItemGroupLineRet/ExpenseLineRet | "
         "*/ItemGroupLineRet/ItemLineRet");
   }
-  Require(read.lines.size() == lines.size(), "every line is read once",
-          std::to_string(read.lines.size()) + " of " + std::to_string(lines.size()));
+  Require(read.Count() == lines.size(), "every line is read once",
+          std::to_string(read.Count()) + " of " + std::to_string(lines.size()));
   for (std::size_t index = 0; index < lines.size(); ++index) {
-    const TransactionLine& line = read.lines[index];
+    const TransactionLine& line = read[index];
     const XmlElement& element = lines[index];
     Require(element.IsNamed(line.element), "a line has its element's name", line.element);
     RequireField(line.amount, element, "Amount");

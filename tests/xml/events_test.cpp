@@ -11,8 +11,8 @@ namespace {
 // Writes each event down: "<name id>", the text, "</>". A missing attribute is "-".
 class EventLog final : public XmlEventHandler {
  public:
-  void StartElement(std::string_view name, const XmlEventAttributes& attributes) override {
-    log += "<" + std::string(name) + " " + attributes.Find("id").value_or("-") + ">";
+  void StartElement(const XmlEventName& name, const XmlEventAttributes& attributes) override {
+    log += "<" + std::string(name.Text()) + " " + attributes.Find("id").value_or("-") + ">";
   }
   void Text(std::string_view piece) override { log += piece; }
   void EndElement() override { log += "</>"; }
@@ -20,7 +20,7 @@ class EventLog final : public XmlEventHandler {
   std::string log;
 };
 
-std::string EventsOf(std::string_view text) {
+std::string EventsOf(const std::string& text) {
   EventLog handler;
   EXPECT_FALSE(ParseXmlEvents(text, handler));
   return handler.log;
@@ -58,7 +58,7 @@ TEST(ParseXmlEvents, ReturnsTheFaultOfATextThatIsNotWellFormed) {
 TEST(ParseXmlEvents, EndsWithTheExceptionOfTheHandler) {
   class Failing final : public XmlEventHandler {
    public:
-    void StartElement(std::string_view /*name*/, const XmlEventAttributes& /*attributes*/) override {
+    void StartElement(const XmlEventName& /*name*/, const XmlEventAttributes& /*attributes*/) override {
       ++calls;
       throw std::runtime_error("no more");
     }

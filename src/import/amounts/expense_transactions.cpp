@@ -1,5 +1,7 @@
 #include "import/amounts/expense_transactions.h"
 
+#include <utility>
+
 #include "import/amounts/transaction_reading.h"
 #include "qbxml/request_catalogue.h"
 #include "support/error_handling.h"
@@ -96,9 +98,10 @@ void ReadExpenseTransactions(ImportContext& context, const TransactionQuery& que
               [&] { answer = context.session.QbSerialize(query.request, booking.place); });
   const LineSelection selection{
       ResponseName(query.kind), LinePlaces::DirectChildren, {}, booking.BookingsReceived()};
-  const TransactionLines read = ReadTransactionLines(answer, selection, context.observer, booking.place);
-  context.state.tally.lines += static_cast<std::int64_t>(read.lines.size());
-  for (const TransactionLine& line : read.lines) {
+  const TransactionLines read =
+      ReadTransactionLines(std::move(answer), selection, context.observer, booking.place);
+  context.state.tally.lines += static_cast<std::int64_t>(read.Count());
+  for (const TransactionLine line : read) {
     booking.Begin(line);
     if (line.insideItemGroup) {
       booking.ReportSkipped(line, SkipReason::InsideItemGroup, line.itemId.value_or(""));

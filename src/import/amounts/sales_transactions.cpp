@@ -1,6 +1,7 @@
 #include "import/amounts/sales_transactions.h"
 
 #include <cmath>
+#include <utility>
 
 #include "import/amounts/expense_transactions.h"
 #include "import/amounts/transaction_reading.h"
@@ -90,9 +91,10 @@ void ReadSalesTransactions(ImportContext& context, const TransactionQuery& query
   const LineSelection selection{invoices ? "InvoiceQueryRs" : "SalesReceiptQueryRs", LinePlaces::Anywhere,
                                 invoices ? "InvoiceLineRet" : "SalesReceiptLineRet",
                                 booking.BookingsReceived()};
-  const TransactionLines read = ReadTransactionLines(answer, selection, context.observer, booking.place);
-  context.state.tally.lines += static_cast<std::int64_t>(read.lines.size());
-  for (const TransactionLine& line : read.lines) {
+  const TransactionLines read =
+      ReadTransactionLines(std::move(answer), selection, context.observer, booking.place);
+  context.state.tally.lines += static_cast<std::int64_t>(read.Count());
+  for (const TransactionLine line : read) {
     booking.Begin(line);
     BookSale(booking, line);
   }

@@ -1,17 +1,15 @@
 #pragma once
 
-#include <optional>
 #include <string_view>
-#include <vector>
 
-#include "xml/text_arena.h"
+#include "support/optional_text.h"
 
 namespace krnqb {
 
 /// One line of a transaction in a response. Fields are the untrimmed texts of elements; a missing element is
-/// nullopt, an empty one the empty text.
+/// missing, an empty one the empty text.
 struct TransactionLine {
-  using Field = std::optional<std::string_view>;
+  using Field = OptionalText;
 
   std::string_view element;           ///< such as "ExpenseLineRet"
   Field amount;                       ///< Amount
@@ -36,12 +34,6 @@ struct TransactionLine {
   std::string_view lineId = {};           ///< its TxnLineID
   std::string_view referenceNumber = {};  ///< RefNumber of its transaction
   std::string_view partyName = {};        ///< the FullName of its transaction's vendor, payee or customer
-};
-
-/// The lines of one response in document order. Owns the texts to which they refer.
-struct TransactionLines {
-  std::vector<TransactionLine> lines;
-  TextArena texts;
 };
 
 }  // namespace krnqb

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "import/amounts/transaction_line.h"
+#include "import/amounts/transaction_lines.h"
 #include "krnqb/observer.h"
 #include "krnqb/variant.h"
 
@@ -22,9 +22,10 @@ struct LineSelection {
   bool forBookings = false;   ///< whether the fields for bookings are read too
 };
 
-/// Returns the lines of an answer, read in one pass; no lines if the answer is not a well-formed text or has
-/// no element named `responseName`. Reports the same problems to the observer as `AnswerElement`.
-TransactionLines ReadTransactionLines(const Variant& answer, const LineSelection& selection,
-                                      Observer& observer, const Place& place);
+/// Returns the lines of an answer, read in one pass; no lines if the answer is not a
+/// well-formed text or has no element named `responseName`. Reports the same problems to the observer as
+/// `AnswerElement`.
+TransactionLines ReadTransactionLines(Variant answer, const LineSelection& selection, Observer& observer,
+                                      const Place& place);
 
 }  // namespace krnqb

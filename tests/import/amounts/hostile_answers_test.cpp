@@ -35,7 +35,7 @@ TEST(TransactionAnswers, WithNestedAmountsKeepTheirTextOnce) {
   EXPECT_TRUE(StaysWithinLimits(answer.size(), [&] {
     fakes::RecordingObserver observer;
     const TransactionLines read = ReadTransactionLines(Variant(answer), billLines, observer, place);
-    return read.lines.size() == 1 && read.lines[0].amount == std::string(1'000'900, '1');
+    return read.Count() == 1 && read[0].amount == std::string(1'000'900, '1');
   }));
 }
 
@@ -47,25 +47,25 @@ TEST(TransactionAnswers, WithNestedFieldsHaveTheFirstTextOfEach) {
       "<Amount>5</Amount><Quantity>6</Quantity><AccountRef><ListID>a<Amount>7</Amount></ListID></AccountRef>"
       "<AccountRef><ListID>b</ListID></AccountRef></ExpenseLineRet></BillRet>");
   const TransactionLines read = ReadTransactionLines(Variant(answer), billLines, observer, place);
-  ASSERT_EQ(read.lines.size(), 1U);
-  EXPECT_EQ(read.lines[0].amount, "1234");
-  EXPECT_EQ(read.lines[0].quantity, "6");
-  EXPECT_EQ(read.lines[0].accountId, "a7");
-  EXPECT_EQ(read.lines[0].anyAccountId, "a7");
+  ASSERT_EQ(read.Count(), 1U);
+  EXPECT_EQ(read[0].amount, "1234");
+  EXPECT_EQ(read[0].quantity, "6");
+  EXPECT_EQ(read[0].accountId, "a7");
+  EXPECT_EQ(read[0].anyAccountId, "a7");
 }
 
 TEST(TransactionAnswers, WithManySmallRecordsFitIntoMemory) {
   const std::string answer = "<QBXML><QBXMLMsgsRs>" + Repeated("<a/>", 400'000) + "</QBXMLMsgsRs></QBXML>";
   EXPECT_TRUE(StaysWithinLimits(answer.size(), [&] {
     fakes::RecordingObserver observer;
-    return ReadTransactionLines(Variant(answer), billLines, observer, place).lines.empty();
+    return ReadTransactionLines(Variant(answer), billLines, observer, place).Count() == 0;
   }));
   const std::string fields =
       RecordAnswer("BillQueryRs", Repeated("<a><Amount/></a>", 400'000) + Repeated("<Amount>", 500) +
                                       Repeated("</Amount>", 500));
   EXPECT_TRUE(StaysWithinLimits(fields.size(), [&] {
     fakes::RecordingObserver observer;
-    return ReadTransactionLines(Variant(fields), billLines, observer, place).lines.empty();
+    return ReadTransactionLines(Variant(fields), billLines, observer, place).Count() == 0;
   }));
 }
 

@@ -81,7 +81,7 @@ std::vector<std::string> LinesRead(const std::string& text, const LineSelection&
   std::vector<std::string> shown;
   fakes::RecordingObserver observer;
   const auto read = ReadTransactionLines(Variant(text), selection, observer, Place{});
-  for (const TransactionLine& line : read.lines) {
+  for (const TransactionLine& line : read) {
     const bool isSkipped = selection.places == LinePlaces::DirectChildren && line.insideItemGroup;
     if (!isSkipped) shown.push_back(ShownLine(line));
   }

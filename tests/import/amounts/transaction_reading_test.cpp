@@ -51,7 +51,7 @@ class ReadingTransactions : public testing::Test {
 
 std::vector<std::string> AmountsOf(const TransactionLines& read) {
   std::vector<std::string> amounts;
-  for (const TransactionLine& line : read.lines) amounts.emplace_back(line.amount.value_or("none"));
+  for (const TransactionLine& line : read) amounts.emplace_back(line.amount.value_or("none"));
   return amounts;
 }
 
@@ -62,8 +62,8 @@ TEST_F(ReadingTransactions, ReturnsEveryFieldOfALine) {
       Bills(Element("BillRet", Transaction("T-1", "2002-01-15") +
                                    ExpenseLine(AccountRef("E-1") + Amount("100.00") + CustomerRef("K-1")) +
                                    ItemLine(ItemRef("IT-1") + Quantity("3") + Amount("7.50"))));
-  ASSERT_EQ(read.lines.size(), 2U);
-  const TransactionLine& expense = read.lines[0];
+  ASSERT_EQ(read.Count(), 2U);
+  const TransactionLine& expense = read[0];
   EXPECT_EQ(expense.element, "ExpenseLineRet");
   EXPECT_EQ(expense.accountId, "E-1");
   EXPECT_EQ(expense.amount, "100.00");
@@ -74,7 +74,7 @@ TEST_F(ReadingTransactions, ReturnsEveryFieldOfALine) {
   EXPECT_EQ(expense.transactionId, "T-1");
   EXPECT_EQ(expense.transactionDate, "2002-01-15");
   EXPECT_FALSE(expense.insideItemGroup);
-  const TransactionLine& item = read.lines[1];
+  const TransactionLine& item = read[1];
   EXPECT_EQ(item.element, "ItemLineRet");
   EXPECT_EQ(item.itemId, "IT-1");
   EXPECT_EQ(item.quantity, "3");
@@ -89,62 +89,62 @@ TEST_F(ReadingTransactions, ReturnsTheCustomersAndTheGroupAroundASalesLine) {
   const auto read = Invoices(Element(
       "InvoiceRet", Transaction("T-2", "2002-02-01") + CustomerRef("K-7") + InvoiceLine(ItemGroupRef("G-2")) +
                         Element("InvoiceLineGroupRet", ItemGroupRef("G-1") + InvoiceLine(ItemRef("IT-1")))));
-  ASSERT_EQ(read.lines.size(), 2U);
-  EXPECT_EQ(read.lines[0].itemGroupId, "G-2");
-  EXPECT_EQ(read.lines[0].parentItemGroupId, std::nullopt);
-  EXPECT_EQ(read.lines[0].parentCustomerId, "K-7");
-  EXPECT_EQ(read.lines[0].grandparentCustomerId, std::nullopt);
-  EXPECT_EQ(read.lines[1].itemGroupId, std::nullopt);
-  EXPECT_EQ(read.lines[1].parentItemGroupId, "G-1");
-  EXPECT_EQ(read.lines[1].parentCustomerId, std::nullopt);
-  EXPECT_EQ(read.lines[1].grandparentCustomerId, "K-7");
-  EXPECT_EQ(read.lines[1].transactionId, "T-2");
-  EXPECT_EQ(read.lines[1].transactionDate, "2002-02-01");
+  ASSERT_EQ(read.Count(), 2U);
+  EXPECT_EQ(read[0].itemGroupId, "G-2");
+  EXPECT_EQ(read[0].parentItemGroupId, std::nullopt);
+  EXPECT_EQ(read[0].parentCustomerId, "K-7");
+  EXPECT_EQ(read[0].grandparentCustomerId, std::nullopt);
+  EXPECT_EQ(read[1].itemGroupId, std::nullopt);
+  EXPECT_EQ(read[1].parentItemGroupId, "G-1");
+  EXPECT_EQ(read[1].parentCustomerId, std::nullopt);
+  EXPECT_EQ(read[1].grandparentCustomerId, "K-7");
+  EXPECT_EQ(read[1].transactionId, "T-2");
+  EXPECT_EQ(read[1].transactionDate, "2002-02-01");
 }
 
 TEST_F(ReadingTransactions, ReadsElementsAfterTheLine) {
   const auto read = Invoices(
       Element("InvoiceRet", Element("InvoiceLineGroupRet", InvoiceLine(Amount("1")) + ItemGroupRef("G-1")) +
                                 CustomerRef("K-7") + Transaction("T-3", "2002-03-01")));
-  ASSERT_EQ(read.lines.size(), 1U);
-  EXPECT_EQ(read.lines[0].parentItemGroupId, "G-1");
-  EXPECT_EQ(read.lines[0].grandparentCustomerId, "K-7");
-  EXPECT_EQ(read.lines[0].transactionId, "T-3");
-  EXPECT_EQ(read.lines[0].transactionDate, "2002-03-01");
+  ASSERT_EQ(read.Count(), 1U);
+  EXPECT_EQ(read[0].parentItemGroupId, "G-1");
+  EXPECT_EQ(read[0].grandparentCustomerId, "K-7");
+  EXPECT_EQ(read[0].transactionId, "T-3");
+  EXPECT_EQ(read[0].transactionDate, "2002-03-01");
 }
 
 TEST_F(ReadingTransactions, DistinguishesMissingFromEmpty) {
   const auto read = Bills(Element(
       "BillRet", ExpenseLine("<Amount/>" + AccountRef("") + Element("CustomerRef", "")) + ExpenseLine("")));
-  ASSERT_EQ(read.lines.size(), 2U);
-  EXPECT_EQ(read.lines[0].amount, "");
-  EXPECT_EQ(read.lines[0].accountId, "");
-  EXPECT_TRUE(read.lines[0].hasCustomer);
-  EXPECT_EQ(read.lines[0].customerId, std::nullopt);
-  EXPECT_EQ(read.lines[1].amount, std::nullopt);
-  EXPECT_EQ(read.lines[1].accountId, std::nullopt);
-  EXPECT_FALSE(read.lines[1].hasCustomer);
-  EXPECT_EQ(read.lines[1].transactionId, "");
-  EXPECT_EQ(read.lines[1].transactionDate, "");
+  ASSERT_EQ(read.Count(), 2U);
+  EXPECT_EQ(read[0].amount, "");
+  EXPECT_EQ(read[0].accountId, "");
+  EXPECT_TRUE(read[0].hasCustomer);
+  EXPECT_EQ(read[0].customerId, std::nullopt);
+  EXPECT_EQ(read[1].amount, std::nullopt);
+  EXPECT_EQ(read[1].accountId, std::nullopt);
+  EXPECT_FALSE(read[1].hasCustomer);
+  EXPECT_EQ(read[1].transactionId, "");
+  EXPECT_EQ(read[1].transactionDate, "");
 }
 
 TEST_F(ReadingTransactions, ReturnsTheWholeTextUntrimmed) {
   const auto read =
       Bills(Element("BillRet", ExpenseLine("<Amount> 1&#48;<!-- net -->.<![CDATA[5]]><?note x?>0 </Amount>"
                                            "<AccountRef><ListID>A&amp;<b>B</b>&lt;C</ListID></AccountRef>")));
-  ASSERT_EQ(read.lines.size(), 1U);
-  EXPECT_EQ(read.lines[0].amount, " 10.50 ");
-  EXPECT_EQ(read.lines[0].accountId, "A&B<C");
+  ASSERT_EQ(read.Count(), 1U);
+  EXPECT_EQ(read[0].amount, " 10.50 ");
+  EXPECT_EQ(read[0].accountId, "A&B<C");
 }
 
 TEST_F(ReadingTransactions, UsesTheFirstOfRepeatedElements) {
   const auto read = Bills(
       Element("BillRet", ExpenseLine(Amount("1") + Amount("2") + AccountRef("E-1") + AccountRef("E-2")) +
                              ExpenseLine(Amount("") + Amount("3"))));
-  ASSERT_EQ(read.lines.size(), 2U);
-  EXPECT_EQ(read.lines[0].amount, "1");
-  EXPECT_EQ(read.lines[0].accountId, "E-1");
-  EXPECT_EQ(read.lines[1].amount, "");
+  ASSERT_EQ(read.Count(), 2U);
+  EXPECT_EQ(read[0].amount, "1");
+  EXPECT_EQ(read[0].accountId, "E-1");
+  EXPECT_EQ(read[1].amount, "");
 }
 
 TEST_F(ReadingTransactions, DistinguishesTheFirstReferenceFromTheFirstWithAnId) {
@@ -153,14 +153,14 @@ TEST_F(ReadingTransactions, DistinguishesTheFirstReferenceFromTheFirstWithAnId) 
                      ExpenseLine(Element("AccountRef", "") + AccountRef("E-1") + AccountRef("E-2") +
                                  Element("ItemRef", "") + ItemRef("IT-1") + Element("ItemGroupRef", "") +
                                  ItemGroupRef("G-1") + Element("CustomerRef", "") + CustomerRef("K-2"))));
-  ASSERT_EQ(read.lines.size(), 1U);
-  EXPECT_EQ(read.lines[0].accountId, std::nullopt);
-  EXPECT_EQ(read.lines[0].anyAccountId, "E-1");
-  EXPECT_EQ(read.lines[0].itemId, std::nullopt);
-  EXPECT_EQ(read.lines[0].anyItemId, "IT-1");
-  EXPECT_EQ(read.lines[0].itemGroupId, std::nullopt);
-  EXPECT_EQ(read.lines[0].customerId, "K-2");
-  EXPECT_EQ(read.lines[0].parentCustomerId, "K-1");
+  ASSERT_EQ(read.Count(), 1U);
+  EXPECT_EQ(read[0].accountId, std::nullopt);
+  EXPECT_EQ(read[0].anyAccountId, "E-1");
+  EXPECT_EQ(read[0].itemId, std::nullopt);
+  EXPECT_EQ(read[0].anyItemId, "IT-1");
+  EXPECT_EQ(read[0].itemGroupId, std::nullopt);
+  EXPECT_EQ(read[0].customerId, "K-2");
+  EXPECT_EQ(read[0].parentCustomerId, "K-1");
 }
 
 TEST_F(ReadingTransactions, IgnoresElementsInANamespace) {
@@ -172,8 +172,8 @@ TEST_F(ReadingTransactions, IgnoresElementsInANamespace) {
                       "<x:CustomerRef xmlns:x=\"urn:x\"/>" +
                       Amount("1"))));
   EXPECT_EQ(AmountsOf(read), Amounts{"1"});
-  EXPECT_EQ(read.lines.at(0).accountId, "E-1");
-  EXPECT_FALSE(read.lines.at(0).hasCustomer);
+  EXPECT_EQ(read[0].accountId, "E-1");
+  EXPECT_FALSE(read[0].hasCustomer);
 }
 
 TEST_F(ReadingTransactions, IgnoresStatusAttributesInANamespace) {
@@ -186,10 +186,10 @@ TEST_F(ReadingTransactions, IgnoresStatusAttributesInANamespace) {
 TEST_F(ReadingTransactions, IgnoresFieldsInNestedElements) {
   const auto read = Bills(Element(
       "BillRet", ExpenseLine(Element("Detail", Amount("1") + AccountRef("E-1") + CustomerRef("K-1")))));
-  ASSERT_EQ(read.lines.size(), 1U);
-  EXPECT_EQ(read.lines[0].amount, std::nullopt);
-  EXPECT_EQ(read.lines[0].accountId, std::nullopt);
-  EXPECT_FALSE(read.lines[0].hasCustomer);
+  ASSERT_EQ(read.Count(), 1U);
+  EXPECT_EQ(read[0].amount, std::nullopt);
+  EXPECT_EQ(read[0].accountId, std::nullopt);
+  EXPECT_FALSE(read[0].hasCustomer);
 }
 
 TEST_F(ReadingTransactions, MarksPurchaseLinesInsideAnItemGroup) {
@@ -199,7 +199,7 @@ TEST_F(ReadingTransactions, MarksPurchaseLinesInsideAnItemGroup) {
                                                                    ItemLine(Amount("3"))) +
                                    ItemLine(Amount("4"))));
   EXPECT_EQ(AmountsOf(read), (Amounts{"1", "2", "3", "4"}));
-  for (const TransactionLine& line : read.lines) {
+  for (const TransactionLine& line : read) {
     EXPECT_EQ(line.insideItemGroup, line.amount == "2" || line.amount == "3") << *line.amount;
     EXPECT_EQ(line.transactionId, "T-1");
   }
@@ -244,9 +244,9 @@ TEST_F(ReadingTransactions, ReadsADocumentElementThatIsALine) {
 
 TEST_F(ReadingTransactions, ReturnsNoLinesWithoutTheResponse) {
   const std::string invoice = Element("InvoiceRet", InvoiceLine(Amount("1")));
-  EXPECT_TRUE(Read(Variant(RecordAnswer("SalesReceiptQueryRs", invoice)), invoiceLines).lines.empty());
-  EXPECT_TRUE(Read(Variant(RecordAnswer("InvoiceQueryRs", "")), invoiceLines).lines.empty());
-  EXPECT_TRUE(Bills("").lines.empty());
+  EXPECT_TRUE(Read(Variant(RecordAnswer("SalesReceiptQueryRs", invoice)), invoiceLines).Count() == 0);
+  EXPECT_TRUE(Read(Variant(RecordAnswer("InvoiceQueryRs", "")), invoiceLines).Count() == 0);
+  EXPECT_TRUE(Bills("").Count() == 0);
   EXPECT_TRUE(observer.notices.empty());
 }
 
@@ -264,7 +264,7 @@ TEST_F(ReadingTransactions, ReportsAMalformedTextAndReturnsNoLines) {
       "<!DOCTYPE a [<!ENTITY x \"1\">]><QBXML><BillQueryRs>" + bill + "</BillQueryRs></QBXML>"};
   for (const std::string& text : texts) {
     observer.notices.clear();
-    EXPECT_TRUE(Read(Variant(text), billLines).lines.empty()) << text;
+    EXPECT_TRUE(Read(Variant(text), billLines).Count() == 0) << text;
     ASSERT_EQ(observer.notices.size(), 1U) << text;
     EXPECT_EQ(observer.notices[0].kind, NoticeKind::AnswerUnreadable) << text;
     EXPECT_EQ(observer.notices[0].place.request, 10);
@@ -273,7 +273,7 @@ TEST_F(ReadingTransactions, ReportsAMalformedTextAndReturnsNoLines) {
 }
 
 TEST_F(ReadingTransactions, ReturnsNoLinesWithoutAnAnswer) {
-  EXPECT_TRUE(Read(Variant(), billLines).lines.empty());
+  EXPECT_TRUE(Read(Variant(), billLines).Count() == 0);
 }
 
 TEST_F(ReadingTransactions, IgnoresAnEncodingDeclaration) {
@@ -320,10 +320,10 @@ TEST_F(ReadingTransactions, KeepsTheTextsOfMovedLines) {
   }
   auto read = Bills(records);
   const TransactionLines moved = std::move(read);
-  ASSERT_EQ(moved.lines.size(), 5000U);
-  for (std::size_t i = 0; i < moved.lines.size(); ++i) {
-    ASSERT_EQ(moved.lines[i].amount, std::to_string(i));
-    ASSERT_EQ(moved.lines[i].accountId, "E-" + std::to_string(i));
+  ASSERT_EQ(moved.Count(), 5000U);
+  for (std::size_t i = 0; i < moved.Count(); ++i) {
+    ASSERT_EQ(moved[i].amount, std::to_string(i));
+    ASSERT_EQ(moved[i].accountId, "E-" + std::to_string(i));
   }
 }
 
