@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "support/optional_text.h"
+#include "xml/optional_text.h"
 
 namespace krnqb {
 
