@@ -29,7 +29,7 @@ inline constexpr std::string_view import =
   krnqb import --replay exchange.jsonl --plan nursery.kpf --income --json
   krnqb import --company nursery.qbw --plan nursery.kpf --income --balances all \
                --ledger nursery.kql
-  krnqb import --company nursery.qbw --plan nursery.kpf --expenses --balances all \
+  krnqb import --company nursery.qbw --plan nursery.kpf --income --balances all \
                --report nursery.html
 
 The plan is written once, at the very end; its previous version is kept beside it

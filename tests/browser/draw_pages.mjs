@@ -7,7 +7,7 @@ import path from 'node:path';
 import { finish, launch, openPage } from './page_checks.mjs';
 
 const [folder, pictures] = process.argv.slice(2);
-const heights = { import: 1140, reconcile: 1080 };
+const heights = { import: 1050, reconcile: 1096 };
 
 const browser = await launch();
 for (const [name, height] of Object.entries(heights)) {

@@ -49,8 +49,18 @@ export async function openPage(browser, file, options = {}) {
 const openDetails = (page) =>
   page.evaluate(() => document.querySelectorAll('details').forEach((each) => (each.open = true)));
 
+// Screen readers name rows and columns by these.
+async function checkTables(page, name) {
+  const poor = await page.evaluate(() => [...document.querySelectorAll('table')].filter((table) =>
+    !table.caption?.textContent || !table.tHead ||
+    [...table.querySelectorAll('th')].some((heading) => !heading.scope) ||
+    [...table.tBodies].some((body) => [...body.rows].some((row) => row.cells[0].tagName !== 'TH')))
+    .map((table) => table.caption?.textContent ?? table.outerHTML.slice(0, 80)));
+  expect(poor.length === 0, `${name}: tables without headings for screen readers: ${poor.slice(0, 3)}`);
+}
+
 async function checkKeyboard(page, name) {
-  const reachable = 'a[href], summary, [tabindex="0"]';
+  const reachable = 'a[href], summary, [role="region"]';
   const expected = await page.evaluate((selector) => {
     const shown = [...document.querySelectorAll(selector)].filter((each) => each.checkVisibility());
     shown.forEach((each, index) => (each.dataset.place = index));
@@ -132,6 +142,7 @@ export async function checkWithoutScripts(browser, file, texts) {
 export async function checkPage(browser, file, texts) {
   const page = await openPage(browser, file);
   expect(await page.locator('script, link, img, iframe').count() === 0, `${path.basename(file)} has only its own text`);
+  await checkTables(page, path.basename(file));
   await checkKeyboard(page, path.basename(file));
   await page.context().close();
   await checkWithoutScripts(browser, file, texts);

@@ -9,22 +9,20 @@ namespace krnqb::cli {
 namespace {
 
 constexpr std::string_view failed = "writing the ledger failed";
-constexpr std::string_view remedy =
-    "the plan was not written; give another file with --ledger, or import without it";
 
 }  // namespace
 
-LedgerOutput::LedgerOutput(const std::string& file)
-    : writer_(Attempt(failed, remedy, [&] {
+LedgerOutput::LedgerOutput(const std::string& file, std::string_view remedy)
+    : remedy_(remedy), writer_(Attempt(failed, remedy, [&] {
         return ledger::LedgerWriter(PathFrom(file), InterruptRequested, operations_);
       })) {}
 
 void LedgerOutput::Finish(const ledger::LedgerFacts& facts) {
-  Attempt(failed, remedy, [&] { writer_.Finish(facts); });
+  Attempt(failed, remedy_, [&] { writer_.Finish(facts); });
 }
 
 void LedgerOutput::Place() {
-  Attempt(failed, remedy, [&] { writer_.Place(); });
+  Attempt(failed, remedy_, [&] { writer_.Place(); });
 }
 
 ledger::LedgerFacts FactsForLedger(const plan_file::ImportFacts& import) {

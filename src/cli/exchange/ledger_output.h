@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "files/operations.h"
 #include "ledger/writer.h"
@@ -12,8 +13,9 @@ namespace krnqb::cli {
 /// then not been written either.
 class LedgerOutput {
  public:
-  /// Creates the ledger beside its place.
-  explicit LedgerOutput(const std::string& file);
+  /// Creates the ledger beside its place. `remedy` is what the user can do if it cannot be written; it must
+  /// outlive the object.
+  LedgerOutput(const std::string& file, std::string_view remedy);
 
   ledger::LedgerWriter& Writer() noexcept { return writer_; }
 
@@ -24,6 +26,7 @@ class LedgerOutput {
   void Keep() noexcept { writer_.Keep(); }
 
  private:
+  std::string_view remedy_;
   files::SystemFileOperations operations_;
   ledger::LedgerWriter writer_;
 };

@@ -39,6 +39,12 @@ ImportCompany CompanyOf(const ImportSource& source) {
       .majorVersion = ShownMajorVersion(source)};
 }
 
+constexpr std::string_view ledgerRemedy =
+    "the plan was not written; give another file with --ledger, or import without it";
+// A ledger that nobody asked for is in the folder for temporary files.
+constexpr std::string_view scratchRemedy =
+    "the plan was not written; free space in the folder for temporary files, or import without --report";
+
 class PlanImport {
  public:
   // With dialogs the user starts the import; without them (null) it starts at once. The witness may be null.
@@ -146,7 +152,8 @@ class PlanImport {
     if (witness_ != nullptr) processors = witness_->Watching(processors);
     std::optional<ProgressDisplay> progress;
     if (bar_) progress.emplace(*bar_, ScopeOf(settings, source), surroundings_.stopwatch);
-    if (const auto file = LedgerFile()) ledger_.emplace(*file);
+    if (const auto file = LedgerFile())
+      ledger_.emplace(*file, options_.ledgerFile ? ledgerRemedy : scratchRemedy);
     const auto log = std::make_shared<ImportLog>(outcome_, interrupts_, progress ? &*progress : nullptr,
                                                  ledger_ ? &ledger_->Writer() : nullptr);
     QBDataExchange exchange({.processors = InterruptibleProcessors(processors, interrupts_),

@@ -34,14 +34,14 @@ class ReportedImport {
                  ReportWitness& witness)
       : options_(options), surroundings_(surroundings), outcome_(outcome), witness_(witness) {}
 
-  void WritePage() {
+  void WritePage(std::string_view whatToDo) {
     ImportStory story{.outcome = outcome_};
     if (Succeeded(outcome_)) Reconcile(story);
     const std::optional<ledger::LedgerFile> ledger = OpenLedger();
     story.ledger = ledger ? &*ledger : nullptr;
     story.times = witness_.Times();
     story.footer = FooterText(surroundings_);
-    witness_.File()->Write(ImportPage(story));
+    witness_.File()->Write(ImportPage(story), whatToDo);
   }
 
  private:
@@ -110,12 +110,12 @@ CommandEnd RunWithReport(const ImportCommand& options, const Console& console,
   PrintOutcome(outcome, options, console);
   CommandEnd end = EndOf(outcome);
   if (witness.File() == nullptr || !IsReported(outcome)) return end;
+  const std::string_view whatToDo =
+      end.changedFiles ? "the plan was written and need not be imported again; see krnqb reconcile --report"
+                       : "free space on the disk, or leave --report out";
   try {
-    Attempt("writing the report failed",
-            end.changedFiles
-                ? "the plan was written and need not be imported again; run krnqb reconcile --report"
-                : "free space on the disk, or leave --report out",
-            [&] { ReportedImport(options, surroundings, outcome, witness).WritePage(); });
+    Attempt("writing the report failed", whatToDo,
+            [&] { ReportedImport(options, surroundings, outcome, witness).WritePage(whatToDo); });
   } catch (const Failure& failure) {
     PrintError(console, failure.Line());
     if (!end.changedFiles) end.code = ExitCode::Failed;

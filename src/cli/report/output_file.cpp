@@ -31,14 +31,14 @@ ReportFile::ReportFile(const std::string& file)
     : name_(file),
       file_(Attempt(failed, remedy, [&] { return files::PreparedFile(PlaceOf(file), operations_); })) {}
 
-void ReportFile::Write(std::string_view page) {
-  Attempt(failed, remedy, [&] {
+void ReportFile::Write(std::string_view page, std::string_view whatToDo) {
+  Attempt(failed, whatToDo, [&] {
     files::OutputFile output(file_.Temporary(), {}, operations_);
     output.Stream() << page;
     if (const std::error_code failure = output.Finish()) {
       throw CommandFailure(
           failed, fmt::format("{} could not be written completely: {}", name_, files::ReasonText(failure)),
-          fmt::format("{}, or leave --report out", files::FileAdvice(failure)));
+          whatToDo);
     }
     file_.Place();
     file_.Keep();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "files/operations.h"
 #include "files/prepared_file.h"
@@ -14,8 +15,8 @@ class ReportFile {
   /// anything but a regular file is in its place.
   explicit ReportFile(const std::string& file);
 
-  /// Writes the page and gives it its name. Throws Failure if that fails.
-  void Write(std::string_view page);
+  /// Writes the page and gives it its name. Throws Failure, which says what to do, if that fails.
+  void Write(std::string_view page, std::string_view whatToDo);
 
  private:
   std::string name_;

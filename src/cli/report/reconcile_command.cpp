@@ -34,7 +34,8 @@ ExitCode RunWithReport(const ReconcileOptions& options, const Console& console,
   return RunInterruptibly("reconciling", "nothing was changed", [&](const InterruptWatch& interrupts) {
     ReportFile file(options.reportFile.value_or(""));
     const ReconcileResult result = Reconcile(options, std::nullopt, interrupts, surroundings);
-    file.Write(ReconcilePage(result, FooterText(surroundings)));
+    file.Write(ReconcilePage(result, FooterText(surroundings)),
+               "free space on the disk, or leave --report out");
     Print(result, options, console);
     return EndOf(result);
   });

@@ -87,6 +87,7 @@ TEST(ImportJson, SaysWhatWasAskedAndWhere) {
   EXPECT_EQ(object.at("paths"), (ordered_json{{"plan", plan},
                                               {"journal", place / "journal"},
                                               {"ledger", nullptr},
+                                              {"report", nullptr},
                                               {"recording", place / "recording"},
                                               {"replay", nullptr}}));
   EXPECT_EQ(object.at("backup"), plan + ".bak");

@@ -36,7 +36,8 @@ std::vector<std::string> ExamplesOf(std::string_view text) {
 // Creates the files that the examples name, except the file that the example itself creates.
 void Prepare(const Workplace& place, const std::string& example) {
   const bool explains = example.find(" explain ") != std::string::npos;
-  if (explains || example.find("--ledger") != std::string::npos) {  // these need amounts
+  const bool amounts = example.find("--balances all") != std::string::npos;
+  if (explains || amounts) {
     place.NurseryYear();
   } else {
     place.Nursery();

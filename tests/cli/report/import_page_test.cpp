@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
+#include <csignal>
 #include <filesystem>
+#include <set>
 
 #include "build_paths.h"
 #include "cli/living_quickbooks.h"
@@ -173,6 +176,62 @@ TEST_F(ImportReportPage, ThatCannotBeCreatedEndsTheImportBeforeAnythingIsWritten
   EXPECT_EQ(missing.code, 1);
   EXPECT_NE(missing.err.find("krnqb: writing the report failed: "), std::string::npos) << missing.err;
   EXPECT_EQ(ReadText(plan), before);
+}
+
+// Limits files to `size` bytes during its lifetime.
+class LimitedFiles {
+ public:
+  explicit LimitedFiles(rlim_t size) : handlerBefore_(std::signal(SIGXFSZ, SIG_IGN)) {
+    ::getrlimit(RLIMIT_FSIZE, &before_);
+    rlimit limit = before_;
+    limit.rlim_cur = size;
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~LimitedFiles() {
+    ::setrlimit(RLIMIT_FSIZE, &before_);
+    std::signal(SIGXFSZ, handlerBefore_);
+  }
+  LimitedFiles(const LimitedFiles&) = delete;
+  LimitedFiles& operator=(const LimitedFiles&) = delete;
+
+ private:
+  void (*handlerBefore_)(int);
+  rlimit before_{};
+};
+
+TEST_F(ImportReportPage, ThatCannotBeCompletedDoesNotUndoTheImport) {
+  WriteText(report, "earlier");
+  for (const bool dryRun : {true, false}) {
+    const std::string before = ReadText(plan);
+    ProgramRun run;
+    {
+      const LimitedFiles limited(380'000);  // room for plan and ledger, not for the page
+      run = ImportAll(dryRun ? Words{"--past-performance", "--dry-run"} : Words{"--past-performance"});
+    }
+    EXPECT_EQ(run.code, dryRun ? 1 : 0) << run.err;
+    EXPECT_NE(run.err.find("krnqb: writing the report failed: "), std::string::npos) << run.err;
+    EXPECT_EQ(run.err.find("the plan was written and need not be imported again") != std::string::npos,
+              !dryRun)
+        << run.err;
+    EXPECT_EQ(ReadText(plan) == before, dryRun);
+    EXPECT_EQ(Page(), "earlier");
+    ExpectNoTemporaryFile();
+  }
+}
+
+TEST_F(ImportReportPage, OfACompanyWithoutRoomForItsLedgerIsThatOfAFailure) {
+  const std::string before = ReadText(plan);
+  ProgramRun run;
+  {
+    const LimitedFiles limited(100'000);
+    run = ImportAll({});
+  }
+  EXPECT_EQ(run.code, 1);
+  EXPECT_NE(run.err.find("free space in the folder for temporary files, or import without --report"),
+            std::string::npos)
+      << run.err;
+  EXPECT_EQ(ReadText(plan), before);
+  ExpectIn(Page(), {"The plan was not written: "});
 }
 
 TEST_F(ImportReportPage, ReplacesAnEarlierOneWholeAndFollowsLinks) {
