@@ -103,9 +103,10 @@ ImportResultFile UnreadableResult(std::string reason, std::string remedy) {
 }
 
 ImportResultFile ReadImportResult(std::string_view text) {
-  if (text.find_first_not_of(" \t\r\n") == std::string_view::npos)
+  if (text.find_first_not_of(" \t\r\n") == std::string_view::npos) {
     return UnreadableResult("the file is empty: the import did not run, or was ended before its result",
                             std::string(runAgain));
+  }
   const json import = ParseWithoutDetails(text);
   if (import.is_discarded())
     return UnreadableResult("the file is cut off or is not JSON", std::string(runAgain));

@@ -38,6 +38,7 @@ std::vector<WarningTotal> WarningsOf(const std::vector<ImportResultFile>& import
     }
   }
   std::vector<WarningTotal> totals;
+  totals.reserve(byCode.size());
   for (auto& [code, total] : byCode) totals.push_back(std::move(total));
   std::ranges::stable_sort(totals, std::greater(), &WarningTotal::imports);
   return totals;

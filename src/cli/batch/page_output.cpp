@@ -12,7 +12,6 @@ using html::Alignment;
 using html::Cell;
 using html::Fragment;
 using html::Mark;
-using html::Row;
 using html::Section;
 using html::Table;
 
@@ -80,6 +79,7 @@ Section Warnings(const BatchOverview& overview) {
 
 Section Totals(const BatchOverview& overview) {
   std::vector<html::Fact> facts;
+  facts.reserve(overview.byResult.size());
   for (const auto& [word, count] : overview.byResult)
     facts.push_back({fmt::format("Imports: {}", word), html::Text(fmt::format("{}", count))});
   const auto add = [&](std::string name, const std::string& text) {

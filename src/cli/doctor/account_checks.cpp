@@ -48,7 +48,7 @@ class Meeting {
     std::unordered_map<std::string, std::string> folded;
     for (const std::string& account : accounts) {
       const auto [other, added] = folded.emplace(FoldedKey(account), account);
-      if (!added) twice_.push_back(fmt::format("\"{}\" and \"{}\"", other->second, account));
+      if (!added) twice_.push_back(fmt::format(R"("{}" and "{}")", other->second, account));
       if (selected && account.find('"') != std::string::npos) quoted_.push_back(account);
       Meet(account, rows, selected);
     }
@@ -90,7 +90,7 @@ class Meeting {
       rowTwice_.push_back(fmt::format("the account \"{}\" has {} rows", account, names.size()));
     } else if (names.front() != account) {
       rowTwice_.push_back(
-          fmt::format("the row \"{}\" is not written as the account \"{}\", which gets a row of its own",
+          fmt::format(R"(the row "{}" is not written as the account "{}", which gets a row of its own)",
                       names.front(), account));
     }
   }

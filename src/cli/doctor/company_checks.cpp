@@ -69,7 +69,7 @@ class CompanyChecks {
 
   static std::string NameOf(const CompanyChoice& choice) {
     if (choice.companyFile) return *choice.companyFile;
-    const std::string& path = choice.quickBooks.value();
+    const std::string path = choice.quickBooks.value_or("");
     return path.empty() ? "the company in QuickBooks" : fmt::format("{} in QuickBooks", path);
   }
 
@@ -173,6 +173,7 @@ std::string NamesOf(const std::vector<YearMonth>& months) {
   constexpr std::size_t most = 3;
   if (months.size() > most) return fmt::format("{} of the twelve months", months.size());
   std::vector<std::string> names;
+  names.reserve(months.size());
   for (const YearMonth& month : months) names.push_back(plan_file::MonthOfYear(month));
   return fmt::format("{}", fmt::join(names, " and "));
 }

@@ -31,7 +31,7 @@ class RowFindings {
       const std::string actualName = NameOf(actual.rows[row]);
       if (plannedName.empty() || actualName.empty() || FoldedKey(plannedName) == FoldedKey(actualName))
         continue;
-      misaligned.push_back(fmt::format("row {} of the block {} is \"{}\" in {}, but \"{}\" in {}", row + 1,
+      misaligned.push_back(fmt::format(R"(row {} of the block {} is "{}" in {}, but "{}" in {})", row + 1,
                                        plan_file::BlockTitle(planned.id), plannedName, plannedTitle,
                                        actualName, actualTitle));
     }

@@ -259,11 +259,11 @@ TEST_P(BrokenPairs, GiveTheirLineAlone) {
   EXPECT_EQ(checkup.at("checks").size() + checkup.at("not_checked").size(), 13U);
 }
 
-// What fails in the check-up keeps an import from writing; what only warns does not. A damaged page that an
-// import does not read is no obstacle to it.
-TEST_P(BrokenPairs, FailExactlyWhereAnImportDoes) {
+class ImportedPairs : public testing::TestWithParam<BrokenPair> {};
+
+// What fails in the check-up keeps an import from writing; what only warns does not.
+TEST_P(ImportedPairs, FailExactlyWhereTheCheckupDoes) {
   const BrokenPair& broken = GetParam();
-  if (broken.check == "integrity") GTEST_SKIP() << "an import reads only the pages that it needs";
   const HealthyPair pair;
   const std::shared_ptr<void> kept = broken.breakIt(pair);
   ASSERT_FALSE(HasFatalFailure());
@@ -272,6 +272,17 @@ TEST_P(BrokenPairs, FailExactlyWhereAnImportDoes) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Doctor, BrokenPairs, testing::ValuesIn(Pairs()),
+                         [](const auto& pair) { return pair.param.name; });
+
+// A damaged page that an import does not read is no obstacle to it.
+std::vector<BrokenPair> PairsWithReadFaults() {
+  std::vector<BrokenPair> pairs = Pairs();
+  std::erase_if(pairs,
+                [](const BrokenPair& pair) { return pair.check == "integrity" && pair.verdict == "fail"; });
+  return pairs;
+}
+
+INSTANTIATE_TEST_SUITE_P(Doctor, ImportedPairs, testing::ValuesIn(PairsWithReadFaults()),
                          [](const auto& pair) { return pair.param.name; });
 
 }  // namespace
