@@ -68,7 +68,8 @@ class Layout {
     if (shown_.HeadingRow() == 0 || shown_.Row(0) < leastRows) return;
     sheet_.Add(0, 0, shown_.sheetName, CellStyle::Title);
     if (shown_.HeadingRow() < 2) return;
-    sheet_.Add(1, 0, CellText(plan_file::TableTitle(shown_.tableId)), CellStyle::Note);
+    const std::string table = CellText(plan_file::TableTitle(shown_.tableId));
+    if (table != shown_.sheetName) sheet_.Add(1, 0, table, CellStyle::Note);
   }
 
   void AddHeadings() {

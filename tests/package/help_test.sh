@@ -65,7 +65,7 @@ Offers() {
 }
 
 Offers "plan" krnqb pl
-Offers "new show history diff undo" krnqb plan ""
+Offers "new show export history diff undo" krnqb plan ""
 Offers "undo" krnqb help plan u
 Offers "" krnqb help plan undo ""
 Offers "--balances" krnqb import --expenses --bal
