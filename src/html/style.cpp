@@ -84,7 +84,8 @@ svg text { font-size: 12px; fill: var(--ink); font-family: inherit; }
   .scroll { overflow: visible; }
   th:first-child { position: static; }
   table { font-size: 7.5pt; }
-  th, td { padding: .15rem .3rem; }
+  .wide { font-size: 6.2pt; }
+  th, td { padding: .15rem .2rem; }
   tbody th { min-width: 4rem; }
   td { min-width: 0; }
   thead { display: table-header-group; }
@@ -96,7 +97,7 @@ svg text { font-size: 12px; fill: var(--ink); font-family: inherit; }
 )css";
 
 // A test compares it with the style sheet and, when that has changed, prints what belongs here.
-constexpr std::string_view styleDigest = "3Ar13/Sv4EoQ2Gka1THFyTLZTMumFwceWSjshs2FV7A=";
+constexpr std::string_view styleDigest = "qT7KBoRJV69UA/jrQAW62ldSwuzLS2U7qG4StRZkCpU=";
 
 }  // namespace
 

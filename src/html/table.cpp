@@ -63,9 +63,12 @@ Fragment BodiesOf(const Table& table) {
 Fragment TableRegion(const Table& table) {
   if (table.rows.empty()) return {};
   const Fragment content = Element("caption", Text(table.caption)) + HeadOf(table) + BodiesOf(table);
-  return Element("div",
-                 {{"class", "scroll"}, {"role", "region"}, {"aria-label", table.caption}, {"tabindex", "0"}},
-                 Element("table", {Unless(table.name.empty(), "data-table", table.name)}, content));
+  constexpr std::size_t mostOnPaper = 10;  // in letters of the usual size
+  const bool wide = table.columns.size() > mostOnPaper;
+  return Element(
+      "div", {{"class", "scroll"}, {"role", "region"}, {"aria-label", table.caption}, {"tabindex", "0"}},
+      Element("table", {Unless(!wide, "class", "wide"), Unless(table.name.empty(), "data-table", table.name)},
+              content));
 }
 
 }  // namespace krnqb::html

@@ -37,6 +37,15 @@ TEST(TableRegion, StartsABodyAtEachHeading) {
             std::string::npos);
 }
 
+TEST(TableRegion, PrintsManyColumnsInSmallerLetters) {
+  Table table{
+      .caption = "T", .columns = {{"A", Alignment::Text}}, .rows = {{.heading = {Text("a")}, .cells = {}}}};
+  table.columns.resize(10, {"B"});
+  EXPECT_EQ(TableRegion(table).Markup().find("class=\"wide\""), std::string::npos);
+  table.columns.resize(11, {"B"});
+  EXPECT_NE(TableRegion(table).Markup().find("<table class=\"wide\">"), std::string::npos);
+}
+
 TEST(TableRegion, IsNothingWithoutRows) {
   EXPECT_TRUE(TableRegion({.caption = "T", .columns = {{"A"}}, .rows = {}}).Empty());
 }
