@@ -50,7 +50,7 @@ export PARALLEL_HOME=$folder/home
   seq -f 'client%03g' 2 "$count"
 } >clients.txt
 parallel --arg-file clients.txt \
-  krnqb company generate books/{}.qbw --transactions 120 --years 2002-2002 --seed {#} '&&' \
+  krnqb company generate books/{}.qbw --transactions 120 --years 2002-2002 --seed '{#}' '&&' \
   krnqb plan new plans/{}.kpf --product ald --start 2003-01 >/dev/null
 cp -r books plans whole/
 
