@@ -287,9 +287,18 @@ void RequireSpace(const Workbook& workbook, const std::filesystem::path& folder)
 void WriteWorkbook(const Workbook& workbook, const std::filesystem::path& file) {
   const std::filesystem::path folder =
       file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
-  RequireSpace(workbook, folder);
-  Writer writer(workbook, NarrowName(file), NarrowName(folder));
-  writer.Close();
+  const std::string name = NarrowName(file);
+  const std::string folderName = NarrowName(folder);
+  try {
+    RequireSpace(workbook, folder);
+    Writer writer(workbook, name, folderName);
+    writer.Close();
+  } catch (const Error& failure) {
+    throw Error(failure.Number(),
+                fmt::format("cannot write {}: {}; write to a folder with more space, or write CSV "
+                            "files with --csv",
+                            TextOfPath(file), failure.Description()));
+  }
 }
 
 }  // namespace krnqb::spreadsheet

@@ -46,7 +46,15 @@ TEST(WorkbookFile, OfAnEmptyPlanCanBeWritten) {
 
 TEST(WorkbookFile, ThatCannotBeWrittenIsAnError) {
   const TemporaryFolder folder;
-  EXPECT_THROW(WriteWorkbook(Year(), folder / "missing" / "year.xlsx"), Error);
+  try {
+    WriteWorkbook(Year(), folder / "missing" / "year.xlsx");
+    FAIL() << "it was written";
+  } catch (const Error& failure) {
+    EXPECT_NE(failure.Description().find("/missing/year.xlsx: putting the file together failed: "),
+              std::string::npos)
+        << failure.Description();
+    EXPECT_NE(failure.Description().find("; write to a folder with more space"), std::string::npos);
+  }
 }
 
 }  // namespace

@@ -109,8 +109,7 @@ class Export {
 
   void WriteSpreadsheet(const Console& console) const {
     WriteFile(files::LinkTarget(PathFrom(*options_.workbookFile)), [&](files::PreparedFile& prepared) {
-      Attempt(exportFailed, "write to a folder with more space, or write CSV files with --csv",
-              [&] { spreadsheet::WriteWorkbook(workbook_, prepared.Temporary()); });
+      spreadsheet::WriteWorkbook(workbook_, prepared.Temporary());
     });
     console.out << fmt::format("Wrote {}: a summary and {} of the plan.{}\n", *options_.workbookFile,
                                BlocksText(workbook_.sheets.size() - 2),
