@@ -9,8 +9,8 @@ namespace krnqb::bench {
 /// if an answer is not a document.
 void RunParse(const std::filesystem::path& company, const std::filesystem::path& requestFile);
 
-/// Does the same with events instead of documents: the minimum for any reader of the answers. The events reach
-/// functions that do nothing.
+/// Does the same with events instead of documents: the minimum for any reader of the answers. The events
+/// reach functions that do nothing.
 void RunEvents(const std::filesystem::path& company, const std::filesystem::path& requestFile);
 
 /// Repeats the transaction queries of a request file and prints how fast they are answered: total bytes and

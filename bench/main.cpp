@@ -21,7 +21,8 @@ constexpr std::string_view usage =
     "       krnqb_bench responses COMPANY REQUESTS FOLDER\n"
     "\n"
     "Measures one task per process, so that its peak memory is its own: an import without the request\n"
-    "processor, parsing the same answers into documents or into events, or answering. Prints lines \"NAME VALUE\": wall and CPU seconds,\n"
+    "processor, parsing the same answers into documents or into events, or answering. Prints lines \"NAME "
+    "VALUE\": wall and CPU seconds,\n"
     "bytes. REQUESTS is a file with the requests of an import, written by --requests.\n";
 
 using Arguments = std::vector<std::string_view>;

@@ -138,7 +138,8 @@ std::optional<std::string> TextAt(const XmlElement& element, const std::string& 
 }
 
 void RequireField(const TransactionLine::Field& field, const XmlElement& line, const std::string& path) {
-  Require(field == TextAt(line, path), "the event reader reads what the path selects", path);
+  const std::optional<std::string> read = field ? std::optional(std::string(*field)) : std::nullopt;
+  Require(read == TextAt(line, path), "the event reader reads what the path selects", path);
 }
 
 // The event reader against paths in the tree.
