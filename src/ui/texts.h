@@ -31,7 +31,7 @@ inline constexpr std::string_view exportPlannedExpenses =
 inline constexpr std::string_view exportExpenseSubAccounts = "Include Expense Sub-Accounts";
 
 // While the user's Cancel stops an import.
-inline constexpr std::string_view stopping = "Cancelling the import; the plan stays as it is.";
+inline constexpr std::string_view stopping = "Cancelling the import; nothing will be written.";
 
 // The About box: the texts as designed, and those that replace some of them when it loads.
 inline constexpr std::string_view designedAboutCaption = "About MyApp";

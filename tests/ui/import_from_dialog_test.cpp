@@ -182,7 +182,7 @@ TEST_F(ImportThatCanBeStopped, StopsOnceAndStaysOpenUntilTheImportHasEnded) {
     shown->Press("cmdButton2");
     EXPECT_TRUE(shown->IsOpen());
     EXPECT_FALSE(shown->Shown().At("cmdButton2").enabled);
-    EXPECT_EQ(shown->Shown().At("progressText").text, "Cancelling the import; the plan stays as it is.");
+    EXPECT_EQ(shown->Shown().At("progressText").text, "Cancelling the import; nothing will be written.");
   };
   component.ShowDialog(dlg_QBtoKRN);
   EXPECT_EQ(tries, 1) << "later events leave the window as it is";

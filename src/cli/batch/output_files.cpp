@@ -1,13 +1,12 @@
 #include "cli/batch/output_files.h"
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <memory>
 
 #include "cli/console/attempt.h"
+#include "cli/console/used_files.h"
 #include "files/fault.h"
-#include "files/identity.h"
 #include "files/operations.h"
 #include "files/output_file.h"
 #include "files/prepared_file.h"
@@ -18,11 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct UsedFile {
-  std::string label;
-  std::optional<files::FileIdentity> identity;
-};
-
 void RequireRegular(const OverviewFile& output) {
   std::error_code unknown;
   const fs::file_status status = fs::status(PathFrom(output.file), unknown);
@@ -31,24 +25,16 @@ void RequireRegular(const OverviewFile& output) {
                    "give another file");
 }
 
-void Separate(const UsedFile& file, const UsedFile& other) {
-  if (!file.identity || file.identity != other.identity) return;
-  throw WrongUsage(fmt::format("{} and {} are the same file", file.label, other.label), "give another file");
-}
-
 }  // namespace
 
 void CheckOutputFiles(const std::vector<OverviewFile>& outputs, const std::vector<fs::path>& results) {
   if (outputs.empty()) return;
-  std::vector<UsedFile> used{{"standard output", files::IdentityOf(STDOUT_FILENO)},
-                             {"standard error", files::IdentityOf(STDERR_FILENO)}};
-  for (const fs::path& result : results)
-    used.push_back({fmt::format("the result {}", TextOfPath(result)), files::IdentityOf(result)});
+  UsedFiles used = StandardStreams(true);
+  for (const fs::path& result : results) used.push_back(NamedFile("the result", TextOfPath(result)));
   for (const OverviewFile& output : outputs) {
     RequireRegular(output);
-    const UsedFile file{fmt::format("{} {}", output.option, output.file),
-                        files::IdentityOf(PathFrom(output.file))};
-    for (const UsedFile& other : used) Separate(file, other);
+    const UsedFile file = NamedFile(output.option, output.file);
+    Separate(file, used);
     used.push_back(file);
   }
 }

@@ -11,7 +11,7 @@
 
 namespace krnqb {
 
-/// Places in the vectors of `TransactionLines`; negative if there is none.
+/// Places in the vectors of `TransactionLines`; negative if missing.
 using FrameNumber = std::int32_t;
 using NameNumber = std::int32_t;
 inline constexpr FrameNumber noFrame = -1;
