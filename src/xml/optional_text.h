@@ -18,16 +18,17 @@ class OptionalText {
   constexpr OptionalText(const char* text) noexcept : text_(text) {}  // NOLINT(google-explicit-constructor)
 
   constexpr explicit operator bool() const noexcept { return text_.data() != nullptr; }
-  constexpr bool has_value() const noexcept { return text_.data() != nullptr; }
   /// Only if it is not missing.
   constexpr std::string_view operator*() const noexcept { return text_; }
   constexpr const std::string_view* operator->() const noexcept { return &text_; }
+  /// Like that of std::optional.
+  // NOLINTNEXTLINE(readability-identifier-naming)
   constexpr std::string_view value_or(std::string_view instead) const noexcept {
-    return has_value() ? text_ : instead;
+    return *this ? text_ : instead;
   }
 
   friend constexpr bool operator==(const OptionalText& one, const OptionalText& other) noexcept {
-    return one.has_value() == other.has_value() && one.text_ == other.text_;
+    return static_cast<bool>(one) == static_cast<bool>(other) && one.text_ == other.text_;
   }
 
  private:

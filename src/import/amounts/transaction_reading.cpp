@@ -17,55 +17,48 @@ using Field = TransactionLine::Field;
 
 // A child element whose text, or whose ListID's text, is a field of its parent.
 struct FieldElement {
-  Field LineFrame::*first;        // the text of the first one; for a reference, the ListID of the first one
-  Field LineFrame::*any;          // the first ListID in all references of this name
-  bool LineFrame::*hasReference;  // null if the element is not a reference
+  std::string_view element;
+  Field LineFrame::*first =
+      nullptr;                      // the text of the first one; for a reference, the ListID of the first one
+  Field LineFrame::*any = nullptr;  // the first ListID in all references of this name
+  bool LineFrame::*hasReference = nullptr;  // null if the element is not a reference
   NameNumber LineFrame::*name = nullptr;  // the FullName of the first reference, or the first element's text
 };
+constexpr std::array<FieldElement, 12> fieldElements = {
+    {{.element = "Amount", .first = &LineFrame::amount},
+     {.element = "Quantity", .first = &LineFrame::quantity},
+     {.element = "TxnID", .first = &LineFrame::transactionId},
+     {.element = "TxnDate", .first = &LineFrame::transactionDate},
+     {"AccountRef", &LineFrame::accountId, &LineFrame::anyAccountId, &LineFrame::hasAccount,
+      &LineFrame::accountName},
+     {"ItemRef", &LineFrame::itemId, &LineFrame::anyItemId, &LineFrame::hasItem, &LineFrame::itemName},
+     {"ItemGroupRef", &LineFrame::itemGroupId, nullptr, &LineFrame::hasItemGroup, &LineFrame::itemGroupName},
+     {"CustomerRef", nullptr, &LineFrame::customerId, &LineFrame::hasCustomer, &LineFrame::customerName},
+     {.element = "TxnLineID", .name = &LineFrame::lineId},
+     {.element = "RefNumber", .name = &LineFrame::referenceNumber},
+     {.element = "VendorRef", .hasReference = &LineFrame::hasParty, .name = &LineFrame::partyName},
+     {.element = "PayeeEntityRef", .hasReference = &LineFrame::hasParty, .name = &LineFrame::partyName}}};
+constexpr int fieldsForBookings = 4;  // the last ones
 
-// The names that mean something in an answer, in the order of their numbers.
-enum Word : std::uint8_t {
-  amountWord,
-  quantityWord,
-  transactionIdWord,
-  transactionDateWord,
-  accountWord,
-  itemWord,
-  itemGroupWord,
-  customerWord,
-  lineIdWord,
-  referenceNumberWord,
-  vendorWord,
-  payeeWord,
-  listIdWord,
-  fullNameWord,
-  groupLineWord,
-  expenseLineWord,
-  itemLineWord,
-  responseWord,
-  lineWord
-};
-constexpr int lastField = payeeWord;
-constexpr int lastFieldWithoutBookings = customerWord;
-constexpr std::array<std::string_view, responseWord> fixedWords = {
-    "Amount",         "Quantity",       "TxnID",       "TxnDate",   "AccountRef",
-    "ItemRef",        "ItemGroupRef",   "CustomerRef", "TxnLineID", "RefNumber",
-    "VendorRef",      "PayeeEntityRef", "ListID",      "FullName",  "ItemGroupLineRet",
-    "ExpenseLineRet", "ItemLineRet"};
+// The names that mean something in an answer have numbers: first those of the fields, then these.
+constexpr int listIdWord = fieldElements.size();
+constexpr int fullNameWord = listIdWord + 1;
+constexpr int groupLineWord = listIdWord + 2;
+constexpr int expenseLineWord = listIdWord + 3;
+constexpr int itemLineWord = listIdWord + 4;
+constexpr int responseWord = listIdWord + 5;
+constexpr int lineWord = listIdWord + 6;
+using Words = std::array<std::string_view, lineWord + 1>;
 
-constexpr std::array<FieldElement, lastField + 1> fieldElements = {
-    {{&LineFrame::amount, nullptr, nullptr},
-     {&LineFrame::quantity, nullptr, nullptr},
-     {&LineFrame::transactionId, nullptr, nullptr},
-     {&LineFrame::transactionDate, nullptr, nullptr},
-     {&LineFrame::accountId, &LineFrame::anyAccountId, &LineFrame::hasAccount, &LineFrame::accountName},
-     {&LineFrame::itemId, &LineFrame::anyItemId, &LineFrame::hasItem, &LineFrame::itemName},
-     {&LineFrame::itemGroupId, nullptr, &LineFrame::hasItemGroup, &LineFrame::itemGroupName},
-     {nullptr, &LineFrame::customerId, &LineFrame::hasCustomer, &LineFrame::customerName},
-     {nullptr, nullptr, nullptr, &LineFrame::lineId},
-     {nullptr, nullptr, nullptr, &LineFrame::referenceNumber},
-     {nullptr, nullptr, &LineFrame::hasParty, &LineFrame::partyName},
-     {nullptr, nullptr, &LineFrame::hasParty, &LineFrame::partyName}}};
+Words WordsOf(const LineSelection& selection) {
+  Words words = {};
+  std::ranges::transform(fieldElements, words.begin(), &FieldElement::element);
+  std::ranges::copy(
+      std::array<std::string_view, 7>{"ListID", "FullName", "ItemGroupLineRet", "ExpenseLineRet",
+                                      "ItemLineRet", selection.responseName, selection.lineName},
+      words.begin() + listIdWord);
+  return words;
+}
 
 struct OpenElement {
   FrameNumber frame = noFrame;
@@ -99,21 +92,21 @@ class CapturedText {
 
   // Returns the text, kept in the arena if it is not in the answer, and begins the next one.
   std::string_view Take(TextArena& arena) {
-    const std::string_view text = copied_.empty() ? std::exchange(inAnswer_, "") : arena.Keep(copied_);
-    inAnswer_ = "";
+    const std::string_view text = copied_.empty() ? inAnswer_ : arena.Keep(copied_);
+    inAnswer_ = {};
     copied_.clear();
     return text;
   }
 
  private:
   bool IsInAnswer(std::string_view piece) const noexcept {
-    const std::less_equal<const char*> before;
+    const std::less_equal<> before;
     return before(answer_.data(), piece.data()) &&
            before(piece.data() + piece.size(), answer_.data() + answer_.size());
   }
 
   const std::string& answer_;
-  std::string_view inAnswer_ = "";
+  std::string_view inAnswer_;
   std::string copied_;
 };
 
@@ -123,13 +116,11 @@ class LineHandler final : public XmlEventHandler {
   LineHandler(const std::string& answer, const LineSelection& selection, Observer& observer,
               const Place& place)
       : selection_(selection),
-        lastField_(selection.forBookings ? lastField : lastFieldWithoutBookings),
+        words_(WordsOf(selection)),
+        fieldCount_(listIdWord - (selection.forBookings ? 0 : fieldsForBookings)),
         observer_(observer),
         place_(place),
         captured_(answer) {
-    std::ranges::copy(fixedWords, words_.begin());
-    words_[responseWord] = selection.responseName;
-    words_[lineWord] = selection.lineName;
     WantText(false);
   }
 
@@ -228,7 +219,7 @@ class LineHandler final : public XmlEventHandler {
     if (around.reference != nullptr && around.isFirstReference && word == fullNameWord) {
       return BeginName(open_[open_.size() - 2].frame, around.reference->name);
     }
-    if (word < 0 || word > lastField_) return;
+    if (word < 0 || word >= fieldCount_) return;
     const FieldElement& fieldElement = fieldElements.at(static_cast<std::size_t>(word));
     const FrameNumber frame = FrameOf(around);
     if (fieldElement.hasReference == nullptr) {
@@ -288,8 +279,8 @@ class LineHandler final : public XmlEventHandler {
   }
 
   const LineSelection& selection_;
-  std::array<std::string_view, lineWord + 1> words_;
-  const int lastField_;
+  const Words words_;
+  const int fieldCount_;
   Observer& observer_;
   const Place& place_;
   std::vector<OpenElement> open_;
