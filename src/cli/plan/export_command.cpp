@@ -88,18 +88,20 @@ class Export {
   std::vector<fs::path> Paths() const {
     std::vector<fs::path> paths;
     if (options_.workbookFile) paths.push_back(files::LinkTarget(PathFrom(*options_.workbookFile)));
-    for (const spreadsheet::CsvTable& table : tables_) paths.push_back(PathOf(table));
+    if (options_.csvFolder) {
+      for (const spreadsheet::CsvTable& table : tables_) paths.push_back(PathIn(*options_.csvFolder, table));
+    }
     return paths;
   }
 
   void Write(const Console& console) const {
-    if (options_.workbookFile) WriteSpreadsheet(console);
-    if (options_.csvFolder) WriteTables(console);
+    if (options_.workbookFile) WriteSpreadsheet(*options_.workbookFile, console);
+    if (options_.csvFolder) WriteTables(*options_.csvFolder, console);
   }
 
  private:
-  fs::path PathOf(const spreadsheet::CsvTable& table) const {
-    return files::LinkTarget(PathFrom(*options_.csvFolder) / PathFrom(table.fileName));
+  static fs::path PathIn(const std::string& folder, const spreadsheet::CsvTable& table) {
+    return files::LinkTarget(PathFrom(folder) / PathFrom(table.fileName));
   }
 
   std::string WarningsText(std::string_view where) const {
@@ -107,11 +109,11 @@ class Export {
     return fmt::format(" {} {} {}.", warnings_, warnings_ == 1 ? "warning is" : "warnings are", where);
   }
 
-  void WriteSpreadsheet(const Console& console) const {
-    WriteFile(files::LinkTarget(PathFrom(*options_.workbookFile)), [&](files::PreparedFile& prepared) {
+  void WriteSpreadsheet(const std::string& file, const Console& console) const {
+    WriteFile(files::LinkTarget(PathFrom(file)), [&](files::PreparedFile& prepared) {
       spreadsheet::WriteWorkbook(workbook_, prepared.Temporary());
     });
-    console.out << fmt::format("Wrote {}: a summary and {} of the plan.{}\n", *options_.workbookFile,
+    console.out << fmt::format("Wrote {}: a summary and {} of the plan.{}\n", file,
                                BlocksText(workbook_.sheets.size() - 2),
                                WarningsText("on its sheet Warnings"));
   }
@@ -120,13 +122,13 @@ class Export {
     return fmt::format("{} {}", count, count == 1 ? "block" : "blocks");
   }
 
-  void WriteTables(const Console& console) const {
-    MakeFolder(PathFrom(*options_.csvFolder));
+  void WriteTables(const std::string& folder, const Console& console) const {
+    MakeFolder(PathFrom(folder));
     for (const spreadsheet::CsvTable& table : tables_) {
-      WriteFile(PathOf(table), [&](files::PreparedFile& prepared) { prepared.Write(table.text); });
+      WriteFile(PathIn(folder, table), [&](files::PreparedFile& prepared) { prepared.Write(table.text); });
     }
     console.out << fmt::format("Wrote {} files into {}: a summary, the warnings and {} of the plan.{}\n",
-                               tables_.size(), *options_.csvFolder, BlocksText(tables_.size() - 2),
+                               tables_.size(), folder, BlocksText(tables_.size() - 2),
                                WarningsText("in warnings.csv"));
   }
 
