@@ -96,8 +96,9 @@ class Meeting {
   }
 
   std::string Counts() const {
-    std::string text = fmt::format("{} of {} top-level accounts have a row", met_, met_ + new_ + unselected_);
-    if (new_ > 0) text += fmt::format(", {} get a new one", new_);
+    std::string text = fmt::format("{} of {} top-level accounts {} a row", met_, met_ + new_ + unselected_,
+                                   met_ == 1 ? "has" : "have");
+    if (new_ > 0) text += fmt::format(", {} {} a new one", new_, new_ == 1 ? "gets" : "get");
     if (unselected_ > 0) text += fmt::format(", {} are imported only if selected", unselected_);
     if (!withoutAccount_.empty())
       text += fmt::format("; rows without an account: {}", FirstOf(withoutAccount_));

@@ -184,7 +184,7 @@ TEST(Doctor, AsksQuickBooksWhatAProcessorAnswers) {
       RunProgram({"doctor", "--quickbooks", "--plan", pair.Plan(), "--json"}, tests::With(quickBooks));
   EXPECT_EQ(run.code, 0) << run.out << run.err;
   EXPECT_EQ(FoundBy(run, "company"), "the company in QuickBooks opens: Hollow Creek Nursery");
-  EXPECT_EQ(FoundBy(run, "accounts").find("1 of 17 top-level accounts have a row, 16 get a new one"), 0U);
+  EXPECT_EQ(FoundBy(run, "accounts").find("1 of 17 top-level accounts has a row, 16 get a new one"), 0U);
   EXPECT_EQ(quickBooks->sessions, 1);
   const json omitted = json::parse(run.out).at("not_checked");
   ASSERT_EQ(omitted.size(), 2U);
