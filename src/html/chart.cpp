@@ -63,19 +63,10 @@ std::string Look(std::string_view kind, std::size_t colour) {
 // The marks of an axis: multiples of 1, 2 or 5 times a power of ten that enclose all amounts and 0.
 class Axis {
  public:
-  Axis(double lowest, double highest) {
-    constexpr double wantedSteps = 5;
-    const double span = std::max(highest - lowest, 1e-6);
-    const double power = std::pow(10.0, std::floor(std::log10(span / wantedSteps)));
-    step_ = 10 * power;
-    for (const double factor : {1.0, 2.0, 5.0}) {
-      if (factor * power * wantedSteps < span) continue;
-      step_ = factor * power;
-      break;
-    }
-    first_ = std::floor(lowest / step_);
-    last_ = std::max(std::ceil(highest / step_), first_ + 1);
-  }
+  Axis(double lowest, double highest)
+      : step_(StepOf(lowest, highest)),
+        first_(std::floor(lowest / step_)),
+        last_(std::max(std::ceil(highest / step_), first_ + 1)) {}
 
   std::vector<double> Marks() const {
     std::vector<double> marks;
@@ -89,14 +80,26 @@ class Axis {
   double PlaceOf(double amount) const { return (amount / step_ - first_) / (last_ - first_); }
 
  private:
-  double step_ = 1;
-  double first_ = 0;
-  double last_ = 1;
+  // The least of 1, 2, 5 and 10 times a power of ten that needs at most five steps.
+  static double StepOf(double lowest, double highest) {
+    constexpr double wantedSteps = 5;
+    const double span = std::max(highest - lowest, 1e-6);
+    const double power = std::pow(10.0, std::floor(std::log10(span / wantedSteps)));
+    for (const double factor : {1.0, 2.0, 5.0}) {
+      if (factor * power * wantedSteps >= span) return factor * power;
+    }
+    return 10 * power;
+  }
+
+  double step_;
+  double first_;
+  double last_;
 };
 
 std::optional<double> AmountAt(const Series& series, std::size_t index) {
-  if (index >= series.amounts.size() || !series.amounts[index]) return std::nullopt;
-  const double amount = *series.amounts[index];
+  const std::optional<double> found = index < series.amounts.size() ? series.amounts[index] : std::nullopt;
+  if (!found) return std::nullopt;
+  const double amount = *found;
   // Larger ones would leave no room for the others, or for the marks of the axis.
   constexpr double largest = 1e15;
   return std::isfinite(amount) && std::abs(amount) < largest ? std::optional(amount) : std::nullopt;

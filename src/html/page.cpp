@@ -31,6 +31,7 @@ Fragment Contents(const std::vector<Section>& sections) {
   constexpr std::size_t fewest = 2;
   if (sections.size() < fewest) return {};
   std::vector<Fragment> links;
+  links.reserve(sections.size());
   for (const Section& section : sections) links.push_back(LinkTo(section.id, Text(section.heading)));
   return Element("nav", {{"aria-label", "Contents"}}, List(links));
 }

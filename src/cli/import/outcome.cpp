@@ -71,4 +71,9 @@ ImportResult ResultOf(ExitCode code) noexcept {
   return ImportResult::Failed;
 }
 
+const ImportBasis& BasisOf(const ImportOutcome& outcome) {
+  if (!outcome.basis) throw Error(error_number::objectNotSet);
+  return *outcome.basis;
+}
+
 }  // namespace krnqb::cli

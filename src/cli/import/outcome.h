@@ -81,4 +81,7 @@ void SetFailure(ImportOutcome& outcome, const Failure& failure);
 ExitCode ExitCodeOf(const ImportOutcome& outcome) noexcept;
 ImportResult ResultOf(ExitCode code) noexcept;
 
+/// Returns the basis of an import whose command line is valid. Throws Error 91 if it is not.
+const ImportBasis& BasisOf(const ImportOutcome& outcome);
+
 }  // namespace krnqb::cli

@@ -25,6 +25,7 @@ html::Cell AmountCell(const ExactAmount& amount) {
 
 std::vector<html::Cell> YearCells(const plan_file::YearAmounts& year) {
   std::vector<html::Cell> cells;
+  cells.reserve(year.months.size() + 1);
   for (const double month : year.months) cells.push_back(AmountCell(month));
   cells.push_back(AmountCell(year.Sum()));
   return cells;

@@ -99,9 +99,10 @@ html::Fragment TableChanges(const plan_file::TableChange& table, std::optional<Y
     rows += changed.size();
     content += BlockTable(table.id, block, changed, start, left);
   }
-  if (rows > most)
+  if (rows > most) {
     content +=
         html::Remark(fmt::format("{} more rows are not shown; krnqb plan diff shows all.", rows - most));
+  }
   const std::string summary = fmt::format(
       "{}: {} added, {} removed, {} changed, {} cleared", plan_file::TableTitle(table.id),
       Counted(table.rowsAdded, "row", "rows"), table.rowsRemoved,

@@ -56,7 +56,7 @@ html::Fragment ResultBox(const ImportOutcome& outcome) {
 }
 
 html::Fragment Introduction(const ImportOutcome& outcome) {
-  const ImportBasis& basis = *outcome.basis;
+  const ImportBasis& basis = BasisOf(outcome);
   std::vector<html::Fact> facts;
   if (basis.company && !basis.company->name.empty())
     facts.push_back({"Company", html::Name(basis.company->name)});
@@ -74,11 +74,11 @@ struct LedgerParts {
 };
 
 LedgerParts PartsOf(const ImportStory& story) {
-  if (story.ledger == nullptr || !story.outcome.basis->importStart) return {};
+  const std::optional<YearMonth>& start = BasisOf(story.outcome).importStart;
+  if (story.ledger == nullptr || !start) return {};
   const std::vector<ledger::RowFigures> rows = FiguresOf(*story.ledger, story.ledger->Cells());
   const TransactionLists lists(*story.ledger, rows);
-  return {CameIn(*story.ledger, rows, lists, *story.outcome.basis->importStart),
-          PastFiguresMadeOf(*story.ledger, rows, lists)};
+  return {CameIn(*story.ledger, rows, lists, *start), PastFiguresMadeOf(*story.ledger, rows, lists)};
 }
 
 html::Fragment Reconciliation(const ImportStory& story) {
@@ -90,7 +90,7 @@ html::Fragment Reconciliation(const ImportStory& story) {
 
 std::string ImportPage(const ImportStory& story) {
   const ImportOutcome& outcome = story.outcome;
-  const ImportBasis& basis = *outcome.basis;
+  const ImportBasis& basis = BasisOf(outcome);
   const LedgerParts parts = PartsOf(story);
   const std::string plan = TextOfPath(PathFrom(basis.options.planFile).filename());
   return html::PageText(

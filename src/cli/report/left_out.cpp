@@ -64,7 +64,8 @@ html::Fragment Groups(const ImportReport& report) {
 }
 
 html::Row RowOf(const Notice& notice) {
-  const Skipped& skipped = *notice.skipped;
+  static const Skipped nothing;
+  const Skipped& skipped = notice.skipped ? *notice.skipped : nothing;
   const std::string amount = DecimalText(std::string_view(skipped.amount)).value_or(skipped.amount);
   return {.heading = {html::Text(skipped.transactionDate)},
           .cells = {{html::Name(skipped.transactionId)},

@@ -19,13 +19,13 @@ using reconcile::Cause;
 using reconcile::Reconciled;
 using reconcile::Reconciliation;
 
-std::string MonthText(const Reconciliation& reconciliation, const Reconciled& line) {
-  return plan_file::MonthOfYear(TwelveMonths(reconciliation.start).Month(*line.month));
+std::string MonthText(const Reconciliation& reconciliation, std::int16_t month) {
+  return plan_file::MonthOfYear(TwelveMonths(reconciliation.start).Month(month));
 }
 
 html::Fragment NameOf(const Reconciliation& reconciliation, const Reconciled& line) {
   const html::Fragment name = html::Name(line.account);
-  return line.month ? name + html::Text(", " + MonthText(reconciliation, line)) : name;
+  return line.month ? name + html::Text(", " + MonthText(reconciliation, *line.month)) : name;
 }
 
 html::Row RowOf(const Reconciliation& reconciliation, const html::Fragment& name, const Reconciled& line,
@@ -82,7 +82,7 @@ html::Fragment TransactionsOf(const Cause& cause) {
 
 html::Fragment CausesOf(const Reconciliation& reconciliation, const Reconciled& line) {
   const std::string account =
-      line.month ? fmt::format("{}, {}", line.account, MonthText(reconciliation, line)) : line.account;
+      line.month ? fmt::format("{}, {}", line.account, MonthText(reconciliation, *line.month)) : line.account;
   html::Table table{
       .caption = fmt::format("{}, {}", GroupTitle(line.group), account),
       .columns = {{"Cause", html::Alignment::Text}, {"Amount"}, {"Transactions", html::Alignment::Text}},
@@ -129,6 +129,7 @@ html::Fragment Balances(const Reconciliation& reconciliation) {
 
 html::Fragment Findings(const ReconcileResult& result) {
   std::vector<html::Fragment> items;
+  items.reserve(result.findings.size());
   for (const std::string& finding : result.findings) items.push_back(html::Text(finding));
   if (items.empty()) return {};
   return html::Heading(3, "What does not agree within the documents") + html::List(items);

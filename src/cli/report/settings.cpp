@@ -84,7 +84,7 @@ html::Fragment Settings(const ImportBasis& basis) {
 }
 
 html::Fragment Files(const ImportOutcome& outcome) {
-  const ImportBasis& basis = *outcome.basis;
+  const ImportBasis& basis = BasisOf(outcome);
   const ImportCommand& options = basis.options;
   FactList facts;
   if (basis.company) {

@@ -37,6 +37,8 @@ class ReportWitness final : public ImportWitness {
   /// `options` and `surroundings` must outlive the object.
   ReportWitness(const ImportCommand& options, const Surroundings& surroundings);
   ~ReportWitness() override;
+  ReportWitness(const ReportWitness&) = delete;
+  ReportWitness& operator=(const ReportWitness&) = delete;
 
   void Begin() override;
   std::optional<std::string> LedgerPlace() override;
