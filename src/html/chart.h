@@ -36,7 +36,7 @@ struct Chart {
 };
 
 /// Returns a chart as an inline image with an axis, a legend, and bars beside each other for each label.
-/// Returns nothing if there is no amount.
+/// Returns an empty fragment if every amount is missing.
 Fragment ChartImage(const Chart& chart);
 
 /// An amount with the name that it belongs to.

@@ -31,8 +31,9 @@ struct LastImport {
 /// What a workbook reports besides a plan's cells.
 struct ExportNotes {
   std::optional<LastImport> lastImport;
-  std::string historyFault;  ///< why the last import is unknown; empty if it is known or there was none
-  std::string journal;       ///< the name of the journal; empty if there is none
+  std::string
+      historyFault;     ///< why the last import is unknown; empty if it is known or the plan has no import
+  std::string journal;  ///< the journal's name; empty without one
   std::vector<LeftOutAmount> leftOut;
   std::vector<std::string> journalWarnings;  ///< what else the journal says
 };

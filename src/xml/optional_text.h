@@ -6,8 +6,8 @@
 
 namespace krnqb {
 
-/// A text that may be missing, such as that of an element. Refers to the text, as std::string_view does, and
-/// is no larger: an answer has millions of them.
+/// A reference to a text that may be missing, such as an element's. As small as std::string_view, because an
+/// answer has millions of them.
 class OptionalText {
  public:
   constexpr OptionalText() noexcept = default;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <span>
 #include <stdexcept>
 #include <string>
 
@@ -46,6 +48,70 @@ TEST(ParseXmlEvents, DecodesAttributeValues) {
 
 TEST(ParseXmlEvents, ReportsTextsOfBlanksAlone) {
   EXPECT_EQ(EventsOf("<a>  <b> </b>\n</a>"), "<a ->  <b -> </>\n</>");
+}
+
+TEST(ParseXmlEvents, NumbersTheNamesOfTheVocabulary) {
+  class Numbers final : public XmlEventHandler {
+   public:
+    std::span<const std::string_view> Vocabulary() const override { return names; }
+    void StartElement(const XmlEventName& name, const XmlEventAttributes& /*attributes*/) override {
+      log += std::to_string(name.Number()) + std::string(name.Text()) + ' ';
+    }
+    void Text(std::string_view /*piece*/) override {}
+    void EndElement() override {}
+
+    std::array<std::string_view, 3> names{"b", "", "a"};
+    std::string log;
+  } handler;
+  EXPECT_FALSE(ParseXmlEvents("<a><b/><c/><x:b xmlns:x='urn:x'/><B/></a>", handler));
+  EXPECT_EQ(handler.log, "2a 0b -1c -1 -1B ");
+}
+
+TEST(ParseXmlEvents, PassesTextOnlyWhileItIsWanted) {
+  class OnlyInB final : public XmlEventHandler {
+   public:
+    OnlyInB() { WantText(false); }
+    void StartElement(const XmlEventName& name, const XmlEventAttributes& /*attributes*/) override {
+      WantText(name.Text() == "b");
+    }
+    void Text(std::string_view piece) override { texts += piece; }
+    void EndElement() override { WantText(false); }
+
+    std::string texts;
+  } handler;
+  EXPECT_FALSE(
+      ParseXmlEvents("<a>1&lt;<![CDATA[2]]> <b>3&amp;<![CDATA[4]]>\n</b>5&#54;<c>7</c></a>", handler));
+  EXPECT_EQ(handler.texts, "3&4\n");
+}
+
+TEST(ParseXmlEvents, ReadsATextOfAnyLengthWhereItIs) {
+  class InPlace final : public XmlEventHandler {
+   public:
+    explicit InPlace(const std::string& document) : document_(document) {}
+    void StartElement(const XmlEventName& /*name*/, const XmlEventAttributes& /*attributes*/) override {
+      ++elements;
+    }
+    void Text(std::string_view piece) override {
+      if (piece.data() < document_.data() || piece.data() >= document_.data() + document_.size()) ++copied;
+    }
+    void EndElement() override { --elements; }
+
+    int elements = 0;
+    int copied = 0;
+
+   private:
+    const std::string& document_;
+  };
+  // The library looks for more of its input near the end, wherever that is.
+  for (std::size_t count = 0; count < 60; ++count) {
+    std::string document = "\xEF\xBB\xBF<r>";
+    for (std::size_t element = 0; element < count; ++element) document += "<e>some text</e>";
+    document += std::string(count * 7, ' ') + "</r>";
+    InPlace handler(document);
+    EXPECT_FALSE(ParseXmlEvents(document, handler)) << count;
+    EXPECT_EQ(handler.elements, 0) << count;
+    EXPECT_EQ(handler.copied, 0) << count;
+  }
 }
 
 TEST(ParseXmlEvents, ReturnsTheFaultOfATextThatIsNotWellFormed) {

@@ -204,6 +204,15 @@ TEST(XmlValues, OfManyReferencesAreDecodedInOnePass) {
   }));
 }
 
+TEST(XmlAttributes, BeyondTheLimitAreRefusedWhereverTheElementIs) {
+  for (std::size_t before = 0; before <= 5'200; before += 325) {
+    const std::string text = "<r>" + std::string(before, '.') + WithAttributes(1001) + "</r>";
+    const auto fault = EventsFault(text);
+    ASSERT_TRUE(fault) << before;
+    EXPECT_EQ(fault->message, tooManyAttributes) << before;
+  }
+}
+
 TEST(XmlSize, OfTwoGibibytesIsRefused) {
   // Pages that nobody has written take no memory.
   constexpr std::size_t size = std::size_t{1} << 31;

@@ -22,7 +22,7 @@ constexpr std::array kinds{ResultKind{"imported", true},     ResultKind{"unchang
                            ResultKind{"cancelled", false},   ResultKind{"failed", false},
                            ResultKind{"wrong-usage", false}, ResultKind{"interrupted", false}};
 
-// Returns the member of an object, or null for whatever has none of that name.
+// Returns a member of an object; null if the value is not an object or has no such member.
 const json& Member(const json& value, const char* name) {
   static const json missing;
   if (!value.is_object()) return missing;

@@ -28,7 +28,7 @@ struct WriteTime {
 /// What a file with the result of `krnqb import --json` says. Texts that it does not have are empty.
 struct ImportResultFile {
   std::string name;    ///< the file's name without ".json"
-  WriteTime written;   ///< the file's last modification; 1970 if it has none
+  WriteTime written;   ///< the file's last modification; 1970 if unknown
   std::string result;  ///< the import's word, such as "imported"; "unreadable" if the file holds no result
   bool done = false;   ///< whether everything that was asked for was read
   std::string reason;  ///< why it is not done
@@ -46,8 +46,8 @@ struct ImportResultFile {
   std::vector<ResultWarning> warnings = {};    ///< each code once, in the order of the import
 };
 
-/// Returns what the text of a result file says. A text that is none gives the result "unreadable" with the
-/// reason; nothing is thrown for it.
+/// Parses the text of a result file. If the text is not the result of an import, returns the result
+/// "unreadable" with the reason; throws nothing.
 ImportResultFile ReadImportResult(std::string_view text);
 
 /// Returns an unreadable result.

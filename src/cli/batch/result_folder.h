@@ -9,7 +9,7 @@
 namespace krnqb::cli {
 
 /// Returns the files *.json in a folder, in alphabetical order. Throws Failure if the folder cannot be read
-/// or has none.
+/// or contains no such file.
 std::vector<std::filesystem::path> ResultFiles(const std::string& folder);
 
 /// Reads the results in the files, one at a time, and returns the newest first; those of one time by name. A

@@ -13,7 +13,7 @@ namespace krnqb::cli {
 /// A file that a command reads or writes, and how messages call it.
 struct UsedFile {
   std::string label;
-  std::optional<files::FileIdentity> identity;  ///< none if it cannot be found out
+  std::optional<files::FileIdentity> identity;  ///< missing if it cannot be determined
   bool holdsOthers = false;                     ///< a folder: files in it are used too
 };
 using UsedFiles = std::vector<UsedFile>;

@@ -9,8 +9,8 @@
 
 namespace krnqb::cli {
 
-/// Checks that a plan opens, states its edition and its first month, and is none of the other files of the
-/// import. Returns it if it opens, else null.
+/// Checks that a plan opens, states its edition and its first month, and differs from the import's other
+/// files. Returns the plan, or null if it does not open.
 std::shared_ptr<plan_file::PlanFile> CheckPlan(const CompanyChoice& company, const std::string& planFile,
                                                Checkup& checkup);
 

@@ -51,7 +51,7 @@ inline std::vector<NeededBlock> NeededBlocks(QBKRNproduct product) {
   return blocks;
 }
 
-/// Returns a table of a plan; null if it has none with this id.
+/// Returns the table with this id, or null if the plan lacks it.
 inline const plan_file::PlanTableContent* FindTable(const plan_file::PlanContent& content,
                                                     std::string_view id) {
   const auto found = std::ranges::find(content, id, &plan_file::PlanTableContent::id);

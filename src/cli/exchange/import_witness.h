@@ -19,7 +19,7 @@ class ImportWitness {
   /// Called when the import's files are known to be different ones, before anything is read or written.
   virtual void Begin() = 0;
   /// Returns the file in which to keep a ledger, or the recording of the exchange, if the user asked for
-  /// none; nullopt for none.
+  /// neither; nullopt if it is not needed.
   virtual std::optional<std::string> LedgerPlace() = 0;
   virtual std::optional<std::string> RecordingPlace() = 0;
   /// Returns processors that forward every call to those of `inner`.

@@ -15,7 +15,8 @@ namespace krnqb::cli {
 html::Fragment CameIn(const ledger::LedgerFile& ledger, const std::vector<ledger::RowFigures>& rows,
                       const TransactionLists& lists, const YearMonth& start);
 
-/// Returns the figures of past performance with what they are made of. Empty if the ledger has none.
+/// Returns the figures of past performance with what they are made of. Empty if the ledger does not contain
+/// any.
 html::Fragment PastFiguresMadeOf(const ledger::LedgerFile& ledger,
                                  const std::vector<ledger::RowFigures>& rows, const TransactionLists& lists);
 

@@ -9,7 +9,7 @@ namespace krnqb::cli {
 /// Empty if no amounts were imported and none has changed.
 html::Fragment BeforeAndAfter(const ImportSummary& summary);
 
-/// Returns the rows that an import has added, with the sums of their year. Empty if there are none.
+/// Returns the rows that an import has added, with the sums of their year. Empty if no row was added.
 html::Fragment AddedRows(const ImportSummary& summary);
 
 /// Returns the changed rows of past performance. Empty if past performance was not imported.

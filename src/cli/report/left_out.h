@@ -6,7 +6,7 @@
 namespace krnqb::cli {
 
 /// Returns the amounts that an import left out: by meaning and reason with number, sum and names, then each
-/// of them, at most 200. Empty if none was left out.
+/// of them, at most 200. Empty if nothing was left out.
 html::Fragment LeftOut(const ImportReport& report);
 
 }  // namespace krnqb::cli

@@ -1,17 +1,16 @@
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
-
-#include <csignal>
 
 #include "cli/explain/ledger_proof.h"
 #include "cli/workplace.h"
 #include "ledger/file.h"
+#include "limited_files.h"
 #include "plan_file/history/digest.h"
 
 namespace krnqb::cli {
 namespace {
 
+using krnqb::tests::LimitedFiles;
 using tests::LedgerListing;
 using tests::ProgramRun;
 using tests::ReadText;
@@ -107,27 +106,6 @@ TEST_F(ImportLedger, OfAFailedImportIsNotWritten) {
   EXPECT_FALSE(std::filesystem::exists(ledger));
   EXPECT_FALSE(std::filesystem::exists(ledger + ".tmp"));
 }
-
-// Limits files to `size` bytes during its lifetime.
-class LimitedFiles {
- public:
-  explicit LimitedFiles(rlim_t size) : handlerBefore_(std::signal(SIGXFSZ, SIG_IGN)) {
-    ::getrlimit(RLIMIT_FSIZE, &before_);
-    rlimit limit = before_;
-    limit.rlim_cur = size;
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~LimitedFiles() {
-    ::setrlimit(RLIMIT_FSIZE, &before_);
-    std::signal(SIGXFSZ, handlerBefore_);
-  }
-  LimitedFiles(const LimitedFiles&) = delete;
-  LimitedFiles& operator=(const LimitedFiles&) = delete;
-
- private:
-  void (*handlerBefore_)(int);
-  rlimit before_{};
-};
 
 TEST_F(ImportLedger, ThatCannotBeWrittenLeavesThePlanUnchanged) {
   const std::string before = ReadText(plan);

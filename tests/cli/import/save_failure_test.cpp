@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include <csignal>
 #include <nlohmann/json.hpp>
 
 #include "cli/workplace.h"
+#include "limited_files.h"
 
 namespace krnqb::cli {
 namespace {
@@ -18,28 +18,6 @@ void Interrupt(int /*signal*/) {
   std::raise(SIGINT);
 }
 
-// Limits files to one kilobyte during its lifetime, so that saving the plan fails halfway. `handler` receives
-// the signal that the system then sends.
-class SmallFiles {
- public:
-  explicit SmallFiles(void (*handler)(int)) : handlerBefore_(std::signal(SIGXFSZ, handler)) {
-    ::getrlimit(RLIMIT_FSIZE, &before_);
-    rlimit small = before_;
-    small.rlim_cur = 1024;
-    ::setrlimit(RLIMIT_FSIZE, &small);
-  }
-  ~SmallFiles() {
-    ::setrlimit(RLIMIT_FSIZE, &before_);
-    std::signal(SIGXFSZ, handlerBefore_);
-  }
-  SmallFiles(const SmallFiles&) = delete;
-  SmallFiles& operator=(const SmallFiles&) = delete;
-
- private:
-  void (*handlerBefore_)(int);
-  rlimit before_{};
-};
-
 class FailedSave : public testing::Test {
  protected:
   void SetUp() override {
@@ -47,7 +25,7 @@ class FailedSave : public testing::Test {
     before = ReadText(plan);
   }
   ProgramRun Import(void (*handler)(int)) const {
-    const SmallFiles limit(handler);
+    const krnqb::tests::LimitedFiles limit(1024, handler);  // saving the plan fails halfway
     return RunProgram(place.ImportArguments("ald.kpf", {"--expenses", "--json"}));
   }
 

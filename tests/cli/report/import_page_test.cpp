@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <csignal>
@@ -10,12 +9,14 @@
 #include "cli/living_quickbooks.h"
 #include "cli/workplace.h"
 #include "ledger/file.h"
+#include "limited_files.h"
 
 namespace krnqb::cli {
 namespace {
 
 namespace fs = std::filesystem;
 
+using krnqb::tests::LimitedFiles;
 using tests::JanuaryClock;
 using tests::LivingQuickBooks;
 using tests::ProgramRun;
@@ -177,27 +178,6 @@ TEST_F(ImportReportPage, ThatCannotBeCreatedEndsTheImportBeforeAnythingIsWritten
   EXPECT_NE(missing.err.find("krnqb: writing the report failed: "), std::string::npos) << missing.err;
   EXPECT_EQ(ReadText(plan), before);
 }
-
-// Limits files to `size` bytes during its lifetime.
-class LimitedFiles {
- public:
-  explicit LimitedFiles(rlim_t size) : handlerBefore_(std::signal(SIGXFSZ, SIG_IGN)) {
-    ::getrlimit(RLIMIT_FSIZE, &before_);
-    rlimit limit = before_;
-    limit.rlim_cur = size;
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~LimitedFiles() {
-    ::setrlimit(RLIMIT_FSIZE, &before_);
-    std::signal(SIGXFSZ, handlerBefore_);
-  }
-  LimitedFiles(const LimitedFiles&) = delete;
-  LimitedFiles& operator=(const LimitedFiles&) = delete;
-
- private:
-  void (*handlerBefore_)(int);
-  rlimit before_{};
-};
 
 TEST_F(ImportReportPage, ThatCannotBeCompletedDoesNotUndoTheImport) {
   WriteText(report, "earlier");
