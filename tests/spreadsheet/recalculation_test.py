@@ -230,8 +230,9 @@ def compute_anew(files, office):
 
 def main_program(krnqb, samples):
     office = shutil.which('soffice')
-    if office is None:
-        print('skipped: LibreOffice is missing (script/viewers installs it)')
+    # Other programs of LibreOffice bring soffice too.
+    if not office or not os.path.exists(os.path.join(os.path.dirname(os.path.realpath(office)), 'libsclo.so')):
+        print('skipped: LibreOffice Calc is not installed; script/viewers installs it')
         return 77
     faults = Faults()
     with tempfile.TemporaryDirectory(prefix='krnqb-recalculation-') as folder:
