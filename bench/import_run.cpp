@@ -56,8 +56,8 @@ void RunImport(const ImportRun& run) {
   if (!went || exchange.ErrorNumber() != 0) throw Error(exchange.ErrorNumber(), exchange.ErrorDescription());
   plan->Save();
   if (!run.requestFile.empty()) WriteRequests(run.requestFile, traffic.requests);
-  fmt::print("wall {:.3f}\ncpu {:.3f}\npeak {}\nbytes {}\nskipped {}\n", outside.wall.count(),
-             outside.cpu.count(), peak, traffic.answerBytes, observer->skippedAmounts);
+  fmt::print("wall {:.3f}\ncpu {:.3f}\npeak {}\nbytes {}\nlargest {}\nskipped {}\n", outside.wall.count(),
+             outside.cpu.count(), peak, traffic.answerBytes, traffic.largestAnswer, observer->skippedAmounts);
 }
 
 }  // namespace krnqb::bench

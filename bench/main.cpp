@@ -1,4 +1,5 @@
 #include <fmt/format.h>
+#include <malloc.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -73,6 +74,8 @@ bool Run(const Arguments& arguments) {
 }  // namespace
 
 int main(int count, char** values) {
+  // As in krnqb: large blocks go back to the system at once.
+  mallopt(M_MMAP_THRESHOLD, 1 << 20);
   try {
     if (Run(Arguments(values + 1, values + count))) return 0;
     fmt::print(stderr, "{}", usage);

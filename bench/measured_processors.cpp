@@ -1,5 +1,6 @@
 #include "bench/measured_processors.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "bench/request_file.h"
@@ -29,9 +30,13 @@ class MeasuredProcessor : public RequestProcessor {
     const bool empty = !month.empty() && !months_.empty() && !months_.contains(month);
     const std::string asked = empty ? MovedToAnEmptyYear(request, month) : std::string(request);
     std::string answer = Measured([&] { return inner_->ProcessRequest(ticket, asked); });
-    traffic_.answerBytes += static_cast<std::int64_t>(answer.size());
+    const auto size = static_cast<std::int64_t>(answer.size());
+    traffic_.answerBytes += size;
+    traffic_.largestAnswer = std::max(traffic_.largestAnswer, size);
     return answer;
   }
+
+  void UseAgain(std::string answer) noexcept override { inner_->UseAgain(std::move(answer)); }
 
   void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
     inner_->OpenConnection(applicationIdentifier, applicationName);

@@ -16,6 +16,7 @@ struct Traffic {
   Elapsed insideProcessor;
   std::vector<std::string> requests;
   std::int64_t answerBytes = 0;
+  std::int64_t largestAnswer = 0;
 };
 
 /// Forwards everything to the processors of another factory and counts it in `traffic`, which must outlive

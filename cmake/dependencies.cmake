@@ -29,9 +29,19 @@ set(KRNQB_SPREADSHEET PkgConfig::XLSXWRITER)
 find_package(fmt 9 REQUIRED)
 set(KRNQB_FORMAT fmt::fmt)
 
-# Recordings and the command line's --json; header-only.
+# What is written as JSON, recordings too, and small files that are read; header-only.
 find_package(nlohmann_json 3.11 REQUIRED)
 set(KRNQB_JSON $<BUILD_INTERFACE:nlohmann_json::nlohmann_json>)
+
+# The lines of recordings, which are read where they lie, and the tests' schemas; header-only. The definition has texts
+# searched in blocks, with instructions that every processor of the kind has.
+pkg_check_modules(RAPIDJSON REQUIRED IMPORTED_TARGET RapidJSON>=1.1)
+add_library(krnqb_json_reader INTERFACE)
+target_link_libraries(krnqb_json_reader INTERFACE PkgConfig::RAPIDJSON)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
+  target_compile_definitions(krnqb_json_reader INTERFACE RAPIDJSON_SSE2)
+endif()
+set(KRNQB_JSON_READER $<BUILD_INTERFACE:krnqb_json_reader>)
 
 # The command line; header-only.
 find_package(CLI11 2.1 REQUIRED)
@@ -54,10 +64,6 @@ if(BUILD_TESTING)
   include(GoogleTest)
   set(KRNQB_TEST GTest::gtest)
   set(KRNQB_TEST_MAIN GTest::gtest_main)
-
-  # The schemas of what --json prints; header-only.
-  pkg_check_modules(RAPIDJSON REQUIRED IMPORTED_TARGET RapidJSON>=1.1)
-  set(KRNQB_JSON_SCHEMA PkgConfig::RAPIDJSON)
 
   # Property tests over generated cases.
   find_package(rapidcheck REQUIRED)

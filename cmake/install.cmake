@@ -1,5 +1,5 @@
-# What is installed: the CMake package `krnqb` with its one target `krnqb::krnqb`, the command line with its man page and
-# completion, examples; and, as a component of its own, the module with the dialogs.
+# What is installed: the CMake package `krnqb` with its one target `krnqb::krnqb`, the command line with its man page,
+# completion and the module that writes workbooks, examples; and, as a component of its own, the module with the dialogs.
 include(CMakePackageConfigHelpers)
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME krnqb)
 set(packageFolder ${CMAKE_INSTALL_LIBDIR}/cmake/krnqb)
@@ -16,6 +16,7 @@ install(FILES ${CMAKE_BINARY_DIR}/krnqb-config.cmake ${CMAKE_BINARY_DIR}/krnqb-c
         DESTINATION ${packageFolder})
 
 install(TARGETS krnqb_program RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(TARGETS krnqb_workbooks LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/krnqb)
 if(TARGET krnqb_dialogs)
   install(TARGETS krnqb_dialogs LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/krnqb COMPONENT krnqb-dialogs)
 endif()

@@ -18,6 +18,10 @@ std::string ChangesFolder() {
   return KRNQB_CHANGES;
 }
 
+std::string FuzzCorpusFolder() {
+  return KRNQB_FUZZ_CORPUS;
+}
+
 std::string SchemasFolder() {
   return KRNQB_SCHEMAS;
 }

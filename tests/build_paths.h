@@ -14,6 +14,8 @@ std::string GoldenRequestsFolder();
 /// Returns the folder with the recorded exchanges, and the one with the cells that each import changes.
 std::string RecordingsFolder();
 std::string ChangesFolder();
+/// Returns the folder with the inputs from which the fuzzers start.
+std::string FuzzCorpusFolder();
 /// Returns the folder docs/schema/.
 std::string SchemasFolder();
 /// Returns the path of the guide for hosts.

@@ -74,6 +74,10 @@ class Variant {
     return reference == nullptr ? nullptr : std::dynamic_pointer_cast<ObjectType>(*reference);
   }
 
+  /// Moves the text out and leaves Empty if the value is a text; otherwise returns an empty text and leaves
+  /// the value.
+  std::string TakeText() noexcept;
+
   /// Returns the value converted to text as automation converts it: Empty to the empty text, a Boolean to
   /// "True" or "False", a double to at most 15 significant digits. Throws Error 91 for Nothing and Error 13
   /// for any other object.

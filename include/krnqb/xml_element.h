@@ -9,8 +9,8 @@
 
 namespace krnqb {
 
-struct XmlTree;      // a parsed document, shared by the handles to its elements
-struct XmlTreeNode;  // an element of a parsed document
+struct XmlTree;     // a parsed document, shared by the handles to its elements
+class XmlTreeNode;  // an element of a parsed document
 
 /// An XML element that the host owns, such as an element of a script's DOM. Texts are UTF-8 without an XML
 /// declaration and describe the element at the time of the call. Every member may throw Error.

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "company/records/database.h"
+#include "company/records/document.h"
 #include "company/records/ledger.h"
 #include "company/records/store.h"
 #include "company/reports/entries.h"
@@ -69,13 +70,20 @@ class CompanyFile {
   bool HasChecksums() const noexcept { return database_.HasChecksums(); }
   CompanyInfo Info() const;
 
-  /// Loads the records of a qbXML response document, given as `bytes` in the encoding that it declares.
+  /// Loads the records of a qbXML response document, whose bytes are in the encoding that it declares. Keeps
+  /// one record at a time in memory.
   /// Throws Error `company_error::cannotParse` and loads nothing if the document is faulty; the description
   /// names the document, the line and the reason. A record with the same kind and ListID or TxnID is replaced
   /// and keeps its place in the list; CompanyRet replaces the company's name and fiscal year. Throws Error
-  /// `company_error::unexpected` if the file is open for reading only.
-  LoadSummary Load(std::string_view documentName, std::string_view bytes,
+  /// `company_error::unexpected` if the file is open for reading only. If `document` throws, no records are
+  /// loaded and the exception is passed on.
+  LoadSummary Load(std::string_view documentName, const ByteSource& document,
                    UnknownKinds unknownKinds = UnknownKinds::PassOver);
+  /// Loads a document that is in memory.
+  LoadSummary Load(std::string_view documentName, std::string_view bytes,
+                   UnknownKinds unknownKinds = UnknownKinds::PassOver) {
+    return Load(documentName, BytesOf(bytes), unknownKinds);
+  }
 
   /// Loads the records that `produce` passes, one by one, to its receiver. If `produce` throws, no records
   /// are loaded and the exception is passed on.
@@ -101,8 +109,9 @@ class CompanyFile {
   company::ProfitAndLoss ProfitAndLoss(std::string_view firstDay, std::string_view lastDay) const;
 
   /// Returns the response to a request document. Throws Error `company_error::cannotParse` if the request
-  /// cannot be parsed or its version is later than the processor's.
-  std::string Answer(std::string_view request) const;
+  /// cannot be parsed or its version is later than the processor's. The response is built in the memory of
+  /// `used`.
+  std::string Answer(std::string_view request, std::string used = {}) const;
 
  private:
   CompanyFile(std::filesystem::path path, FileAccess access, Interruption interrupted);

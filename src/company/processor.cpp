@@ -18,8 +18,10 @@ class CompanyProcessor : public RequestProcessor {
   explicit CompanyProcessor(Interruption interrupted) : interrupted_(std::move(interrupted)) {}
 
   std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
-    return SessionCompany(ticket).Answer(request);
+    return SessionCompany(ticket).Answer(request, std::move(spare_));
   }
+
+  void UseAgain(std::string answer) noexcept override { spare_ = std::move(answer); }
 
   void OpenConnection(std::string_view /*applicationIdentifier*/,
                       std::string_view /*applicationName*/) override {
@@ -61,6 +63,7 @@ class CompanyProcessor : public RequestProcessor {
   bool connected_ = false;
   std::optional<CompanyFile> company_;
   std::string sessionTicket_;
+  std::string spare_;  // memory for the next answer
 };
 
 class CompanyProcessorFactory : public RequestProcessorFactory {

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
 #include "import/accounts/deserialize.h"
 #include "import/accounts/quickbooks_lists.h"
 #include "import/amounts/balances.h"
@@ -37,7 +39,7 @@ class ImportRun {
       if (const Outcome rebuilt = RebuildAccountTables(); rebuilt != Outcome::Imported) return rebuilt;
       if (options_.balancesImport != BalImport_None) ImportBalances();
     }
-    LoadTables();
+    LoadLastTables();
     context_.events.AfterImport();
     return Outcome::Imported;
   }
@@ -157,6 +159,18 @@ class ImportRun {
   void LoadTables() {
     if (options_.includeExpenseAccounts) Load(expenseTables_);
     if (options_.includeIncomeAccounts) Load(incomeTables_);
+  }
+
+  void LoadLastTables() {
+    if (options_.includeExpenseAccounts) LoadLast(expenseTables_);
+    if (options_.includeIncomeAccounts) LoadLast(incomeTables_);
+  }
+
+  // The parsed tables of a large plan take more memory than their text, which the plan parses in turn.
+  void LoadLast(std::optional<TablesDocument>& tables) {
+    std::string text = tables ? tables->Text() : std::string();
+    tables.reset();
+    context_.plan.Load(std::move(text));
   }
 
   void Progress(std::int16_t percent) { context_.events.ProgressBarChange(percent, processingText); }

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <utility>
@@ -31,8 +32,38 @@ int IsInterrupted(void* interruption) {
 
 }  // namespace
 
-void Statement::Finalize::operator()(sqlite3_stmt* statement) const noexcept {
-  sqlite3_finalize(statement);
+// Statements that nothing uses at the moment. Preparing one takes SQLite longer than many a statement runs.
+struct IdleStatements {
+  ~IdleStatements() {
+    while (count > 0) sqlite3_finalize(statements[--count]);
+  }
+
+  // Returns a statement, or null if none of that text is kept.
+  sqlite3_stmt* Take(std::string_view text) noexcept {
+    const auto end = statements.begin() + static_cast<std::ptrdiff_t>(count);
+    const auto found =
+        std::find_if(statements.begin(), end, [&](sqlite3_stmt* idle) { return sqlite3_sql(idle) == text; });
+    if (found == end) return nullptr;
+    std::swap(*found, statements[--count]);
+    return statements[count];
+  }
+
+  void Keep(sqlite3_stmt* statement) noexcept {
+    if (count == statements.size()) {
+      sqlite3_finalize(statement);
+      return;
+    }
+    sqlite3_reset(statement);
+    sqlite3_clear_bindings(statement);
+    statements[count++] = statement;
+  }
+
+  std::array<sqlite3_stmt*, 16> statements{};
+  std::size_t count = 0;
+};
+
+void Statement::Return::operator()(sqlite3_stmt* statement) const noexcept {
+  idle->Keep(statement);
 }
 
 Statement& Statement::Bind(int parameter, std::string_view text) {
@@ -109,7 +140,10 @@ int Statement::Columns() const noexcept {
 struct Connection::Handle {
   Handle(const FileKind& kind, Interruption interruption)
       : interrupted(std::move(interruption)), files(kind, interrupted) {}
-  ~Handle() { sqlite3_close_v2(handle); }
+  ~Handle() {
+    idle.reset();
+    sqlite3_close_v2(handle);
+  }
   Handle(const Handle&) = delete;
   Handle& operator=(const Handle&) = delete;
 
@@ -118,6 +152,7 @@ struct Connection::Handle {
   Interruption interrupted;
   FileSystem files;
   sqlite3* handle = nullptr;
+  std::unique_ptr<IdleStatements> idle = std::make_unique<IdleStatements>();
 };
 
 // What the file contains is data: it may neither run functions nor attach other databases. Freed pages
@@ -140,7 +175,9 @@ Connection::Connection(const FileKind& kind, const std::filesystem::path& file, 
                        Interruption interrupted)
     : handle_(std::make_unique<Handle>(kind, std::move(interrupted))) {
   const int flags = access == FileAccess::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
-  const int result = handle_->files.Open(file, flags | SQLITE_OPEN_EXRESCODE, &handle_->handle);
+  // A connection is used by one thread, so it locks nothing.
+  const int result =
+      handle_->files.Open(file, flags | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, &handle_->handle);
   if (result != SQLITE_OK) {
     ThrowFailure({.code = result, .file = TextOfPath(file), .message = sqlite3_errstr(result)},
                  handle_->files);
@@ -167,11 +204,12 @@ void Connection::Execute(const char* statements) const {
 }
 
 Statement Connection::Prepare(std::string_view statement) const {
+  if (sqlite3_stmt* idle = handle_->idle->Take(statement)) return {idle, *handle_->idle};
   sqlite3_stmt* prepared = nullptr;
   Check(sqlite3_prepare_v2(handle_->handle, statement.data(), static_cast<int>(statement.size()), &prepared,
                            nullptr),
         handle_->handle);
-  return Statement(prepared);
+  return {prepared, *handle_->idle};
 }
 
 std::int64_t Connection::Integer(std::string_view query) const {

@@ -16,8 +16,10 @@ namespace krnqb::database {
 
 enum class FileAccess { ReadOnly, ReadWrite };
 
-/// A prepared statement. It must not outlive its connection. Parameters are counted from 1, columns from 0.
-/// Its operations throw Error as `Connection` does.
+struct IdleStatements;
+
+/// A prepared statement. It must not outlive its connection, which keeps it for the next one of the same
+/// text. Parameters are counted from 1, columns from 0. Its operations throw Error as `Connection` does.
 class Statement {
  public:
   /// The text must stay valid until the statement is reset or the parameter is bound again.
@@ -46,12 +48,13 @@ class Statement {
 
  private:
   friend class Connection;
-  struct Finalize {
+  struct Return {
+    IdleStatements* idle;
     void operator()(sqlite3_stmt* statement) const noexcept;
   };
-  explicit Statement(sqlite3_stmt* handle) noexcept : handle_(handle) {}
+  Statement(sqlite3_stmt* handle, IdleStatements& idle) noexcept : handle_(handle, Return{&idle}) {}
 
-  std::unique_ptr<sqlite3_stmt, Finalize> handle_;
+  std::unique_ptr<sqlite3_stmt, Return> handle_;
 };
 
 /// A connection to an existing database file, through a file system that has only this file and its journal.

@@ -34,16 +34,37 @@ InputFile::InputFile(std::filesystem::path file, ReadingRules rules, FileOperati
   const bool readable = status.type == FileType::Regular || (rules_.pipes && status.type == FileType::Pipe);
   if (!readable) Fail("it is not a regular file", "give the path of a regular file");
   stamp_ = status.stamp;
+  if (status.type == FileType::Regular) position_ = 0;
+}
+
+void InputFile::Limit(std::uint64_t limit) {
+  limit_ = limit;
+  if (static_cast<std::uint64_t>(stamp_.size) >= limit_) RefuseSize();
+}
+
+void InputFile::Seek(std::uint64_t position) {
+  if (const std::error_code failure = operations_.Seek(opened_, position)) Fail(failure);
+  position_ = position;
 }
 
 std::size_t InputFile::Read(std::span<char> part) {
+  const std::size_t length = ReadSome(part);
+  read_ += length;
+  if (read_ >= limit_) RefuseSize();
+  return length;
+}
+
+std::size_t InputFile::ReadSome(std::span<char> part) {
   StopIfInterrupted(rules_.interrupted);
   // Without this, a pipe that no program has opened yet would look like an empty one.
   if (rules_.pipes) WaitFor(opened_, Readiness::ToRead, rules_.interrupted);
   for (;;) {
     std::size_t length = 0;
     const std::error_code failure = operations_.Read(opened_, part, length);
-    if (!failure) return length;
+    if (!failure) {
+      if (position_) *position_ += length;
+      return length;
+    }
     if (failure == std::errc::resource_unavailable_try_again) {
       WaitFor(opened_, Readiness::ToRead, rules_.interrupted);
     } else if (failure == std::errc::interrupted) {
@@ -55,19 +76,16 @@ std::size_t InputFile::Read(std::span<char> part) {
 }
 
 std::string InputFile::ReadAll(std::uint64_t limit) {
-  const auto tooLarge = [&] {
-    Fail(fmt::format("it holds {} or more", SizeText(limit)), "give a smaller file");
-  };
-  const auto expected = static_cast<std::uint64_t>(stamp_.size);
-  if (expected >= limit) tooLarge();
+  Limit(limit);
   std::string bytes;
-  bytes.reserve(static_cast<std::size_t>(expected));
+  bytes.reserve(static_cast<std::size_t>(stamp_.size));
   std::array<char, partSize> part{};
-  while (const std::size_t length = Read(part)) {
-    if (bytes.size() + length >= limit) tooLarge();
-    bytes.append(part.data(), length);
-  }
+  while (const std::size_t length = Read(part)) bytes.append(part.data(), length);
   return bytes;
+}
+
+void InputFile::RefuseSize() const {
+  Fail(fmt::format("it holds {} or more", SizeText(limit_)), "give a smaller file");
 }
 
 void InputFile::Fail(std::string_view reason, std::string_view advice) const {

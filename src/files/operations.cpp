@@ -208,6 +208,11 @@ std::error_code SystemFileOperations::Read(const FileDescriptor& file, std::span
   return PartResult(::read(file.Number(), part.data(), part.size()), length);
 }
 
+std::error_code SystemFileOperations::Seek(const FileDescriptor& file, std::uint64_t position) {
+  const bool done = ::lseek(file.Number(), static_cast<off_t>(position), SEEK_SET) >= 0;
+  return done ? std::error_code() : std::error_code(errno, std::generic_category());
+}
+
 std::error_code SystemFileOperations::OpenForWriting(const fs::path& file, FileDescriptor& opened) {
   constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOCTTY;
   return Opened(FileDescriptor::Open(file, flags, 0600), opened);

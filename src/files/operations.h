@@ -3,6 +3,7 @@
 #include <sys/types.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <span>
 #include <string>
@@ -76,6 +77,9 @@ class FileOperations {
   /// EAGAIN if a pipe is empty but has a writer.
   virtual std::error_code Read(const FileDescriptor& file, std::span<char> part, std::size_t& length) = 0;
 
+  /// Sets the number of bytes that precede the next one to be read. Fails with ESPIPE if the file is a pipe.
+  virtual std::error_code Seek(const FileDescriptor& file, std::uint64_t position) = 0;
+
   /// Creates a file that only its owner may read and write, or opens an existing file, which keeps its
   /// permissions, and removes its contents. Does not wait: fails with ENXIO if a named pipe has no reader.
   virtual std::error_code OpenForWriting(const std::filesystem::path& file, FileDescriptor& opened) = 0;
@@ -114,6 +118,7 @@ class SystemFileOperations : public FileOperations {
   void RemoveFolder(const std::filesystem::path& folder) noexcept override;
   std::error_code OpenForReading(const std::filesystem::path& file, FileDescriptor& opened) override;
   std::error_code Read(const FileDescriptor& file, std::span<char> part, std::size_t& length) override;
+  std::error_code Seek(const FileDescriptor& file, std::uint64_t position) override;
   std::error_code OpenForWriting(const std::filesystem::path& file, FileDescriptor& opened) override;
   std::error_code WritePart(const FileDescriptor& file, std::string_view contents,
                             std::size_t& length) override;

@@ -57,7 +57,8 @@ Figure& FigureIn(RowFigures& row, const LedgerCell& cell) {
 
 }  // namespace
 
-std::vector<RowFigures> FiguresOf(const LedgerFile& ledger, const std::vector<LedgerCell>& cells) {
+std::vector<RowFigures> FiguresOf(const LedgerFile& ledger, const std::vector<LedgerCell>& cells,
+                                  const FigureFilter& accepts) {
   // A growth rate has no terms; it belongs to the months of its row.
   std::map<RowPlace, std::optional<AmountGroup>> groups;
   for (const LedgerCell& cell : cells) {
@@ -82,6 +83,7 @@ std::vector<RowFigures> FiguresOf(const LedgerFile& ledger, const std::vector<Le
     }
   }
   for (RowFigures& row : rows) {
+    if (accepts) std::erase_if(row.figures, [&](const Figure& figure) { return !accepts(figure); });
     std::ranges::stable_sort(row.figures, {}, &Figure::number);
     for (Figure& figure : row.figures) figure.amount = ledger.AmountOf(figure.cells.front());
   }

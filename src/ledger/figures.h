@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,8 +29,13 @@ struct RowFigures {
   std::vector<LedgerCell> rates;  ///< the cells with its growth rates
 };
 
-/// Returns the rows that were written, in the order in which they were first written.
-std::vector<RowFigures> FiguresOf(const LedgerFile& ledger, const std::vector<LedgerCell>& cells);
+/// Returns whether a figure is needed. Its amount is not known yet.
+using FigureFilter = std::function<bool(const Figure& figure)>;
+
+/// Returns the rows that were written, in the order in which they were first written, with the figures that
+/// the filter accepts, or all. Only their amounts are added up.
+std::vector<RowFigures> FiguresOf(const LedgerFile& ledger, const std::vector<LedgerCell>& cells,
+                                  const FigureFilter& accepts = {});
 
 /// Returns whether a cell's text contains the amount as the import formats it; true for a growth rate.
 bool ShowsAmount(const LedgerCell& cell, double amount);

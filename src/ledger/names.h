@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "database/connection.h"
+#include "support/text_map.h"
 
 namespace krnqb::ledger {
 
@@ -19,15 +20,8 @@ class NameStore {
   std::int64_t IdOf(std::string_view text);
 
  private:
-  struct Hash {
-    using is_transparent = void;  // NOLINT(readability-identifier-naming): the name is the standard library's
-    std::size_t operator()(std::string_view text) const noexcept {
-      return std::hash<std::string_view>()(text);
-    }
-  };
-
   database::Statement insert_;
-  std::unordered_map<std::string, std::int64_t, Hash, std::equal_to<>> ids_;
+  TextMap<std::int64_t> ids_;
 };
 
 /// Reads the texts of the table "name", each once.

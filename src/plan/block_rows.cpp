@@ -40,8 +40,8 @@ XmlElement AddBlockRow(XmlElement block, std::string_view name, std::int16_t row
 }
 
 void ClearFormulaCells(const XmlElement& tableBlocks) {
-  for (XmlElement& cell : tableBlocks.SelectAll("//c")) {
-    if (cell.Text().starts_with('=')) cell.SetText(emptyCellText);
+  for (XmlElement cell = tableBlocks.Root(); cell; cell = cell.NextInDocument()) {
+    if (cell.IsNamed("c") && cell.Text().starts_with('=')) cell.SetText(emptyCellText);
   }
 }
 

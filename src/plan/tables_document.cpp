@@ -26,9 +26,10 @@ std::string TablesDocument::TableOf(std::string_view blockId) const {
 
 TablesDocument::FoundBlock TablesDocument::Find(std::string_view blockId) const {
   if (blockId.empty()) return {};
-  const std::string path = fmt::format("descendant::block[@id = \"{}\"]", blockId);
   for (const Table& table : tables_) {
-    if (XmlElement block = table.tableBlocks.Select(path)) return {std::move(block), table.id};
+    for (XmlElement& block : table.tableBlocks.SelectAll("descendant::block")) {
+      if (block.Attribute("id") == blockId) return {std::move(block), table.id};
+    }
   }
   return {};
 }

@@ -1,17 +1,25 @@
 #include "plan_file/content.h"
 
+#include <algorithm>
+#include <cstddef>
+
 namespace krnqb::plan_file {
 namespace {
 
-PlanRow RowOf(const XmlElement& element) {
+// `width` is how many cells the row before it has, and probably this one.
+PlanRow RowOf(const XmlElement& element, std::size_t width) {
+  constexpr std::size_t widest = 32;
   PlanRow cells;
+  cells.reserve(std::min(width, widest));
   for (XmlElement cell = element.FirstChild(); cell; cell = cell.NextSibling()) cells.push_back(cell.Text());
   return cells;
 }
 
 PlanBlock BlockOf(const XmlElement& element) {
   PlanBlock block{element.Attribute("id").value_or(""), element.Attribute("startrow").value_or(""), {}};
-  for (XmlElement row = element.FirstChild(); row; row = row.NextSibling()) block.rows.push_back(RowOf(row));
+  for (XmlElement row = element.FirstChild(); row; row = row.NextSibling()) {
+    block.rows.push_back(RowOf(row, block.rows.empty() ? 0 : block.rows.back().size()));
+  }
   return block;
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "plan_file/prolog.h"
-#include "xml/parser.h"
 #include "xml/surroundings.h"
 
 namespace krnqb::plan_file {
@@ -50,8 +49,8 @@ std::string WithLineFeeds(std::string_view text) {
 }
 
 // The frame of a document whose bytes cannot be copied: what its tree contains, written in UTF-8.
-PlanFrame WrittenFrame(const XmlElement& plan) {
-  const XmlSurroundings surroundings = SurroundingsOf(plan);
+PlanFrame WrittenFrame(std::string_view bytes) {
+  const XmlSurroundings surroundings = SurroundingsOf(bytes);
   PlanFrame frame;
   frame.head += surroundings.before;
   frame.tail += surroundings.after;
@@ -61,7 +60,7 @@ PlanFrame WrittenFrame(const XmlElement& plan) {
 }  // namespace
 
 PlanFrame FrameOf(std::string_view bytes) {
-  if (!IsInUtf8(bytes)) return WrittenFrame(ParseXmlBytes(bytes).element);
+  if (!IsInUtf8(bytes)) return WrittenFrame(bytes);
   const ElementPlace plan = FindDocumentElement(bytes);
   return {WithLineFeeds(bytes.substr(0, plan.begin)), WithLineFeeds(bytes.substr(plan.end))};
 }

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <charconv>
-#include <nlohmann/json.hpp>
 #include <string_view>
 #include <utility>
 
@@ -42,9 +41,9 @@ Value ReadWord(const RecordedObject& object, std::string_view name, const Words<
                                                  : ", ",
                             words.at(index).second);
   }
-  const RecordedObject& value = RecordedValue(object, name, expected);
+  const RecordedValue& value = RequiredMember(object, name, expected);
   for (const auto& [known, word] : words) {
-    if (value == word) return known;
+    if (value.text == word) return known;
   }
   throw UnexpectedValue(name, value, expected);
 }
@@ -58,21 +57,13 @@ std::optional<std::int16_t> Digits(std::string_view text) {
 
 YearMonth ReadMonth(const RecordedObject& object, std::string_view name) {
   constexpr std::string_view expected = "a month written YYYY-MM";
-  const RecordedObject& value = RecordedValue(object, name, expected);
-  const std::string text = value.is_string() ? value.get<std::string>() : std::string();
-  if (text.size() == 7 && text[4] == '-') {
-    const auto year = Digits(std::string_view(text).substr(0, 4));
-    const auto month = Digits(std::string_view(text).substr(5));
+  const RecordedValue& value = RequiredMember(object, name, expected);
+  if (value.text.size() == 7 && value.text[4] == '-') {
+    const auto year = Digits(value.text.substr(0, 4));
+    const auto month = Digits(value.text.substr(5));
     if (year && month && *month >= 1 && *month <= 12) return {*year, *month};
   }
   throw UnexpectedValue(name, value, expected);
-}
-
-const RecordedObject* OptionalObject(const RecordedObject& line, std::string_view name) {
-  const auto found = line.find(name);
-  if (found == line.end()) return nullptr;
-  if (!found->is_object()) throw UnexpectedValue(name, *found, "an object");
-  return &*found;
 }
 
 ProcessorVersion ReadVersion(const RecordedObject& object) {
@@ -87,7 +78,7 @@ RecordedImport ReadImport(const RecordedObject& object) {
                         .expenses = RecordedTruth(object, "expenses"),
                         .income = RecordedTruth(object, "income"),
                         .pastPerformance = RecordedTruth(object, "past_performance")};
-  if (object.contains("fiscal_month"))
+  if (object.Find("fiscal_month") != nullptr)
     import.fiscalMonth = static_cast<std::int16_t>(RecordedInteger(object, "fiscal_month", 1, 12));
   return import;
 }
@@ -141,7 +132,8 @@ ExchangeHeader ReadExchangeHeader(const RecordedObject& line) {
     throw RecordingFault(
         fmt::format("\"exchange\" is {}; this program reads recordings of version {}", version, readVersion));
   }
-  ExchangeHeader header{.company = RecordedText(line, "company"), .processor = ReadVersion(line)};
+  ExchangeHeader header{.company = std::string(RecordedText(line, "company")),
+                        .processor = ReadVersion(line)};
   if (const RecordedObject* presented = OptionalObject(line, "presented"))
     header.presented = ReadVersion(*presented);
   if (const RecordedObject* import = OptionalObject(line, "import")) header.import = ReadImport(*import);

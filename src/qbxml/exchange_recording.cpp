@@ -1,11 +1,45 @@
 #include "qbxml/exchange_recording.h"
 
+#include <rapidjson/writer.h>
+
+#include <algorithm>
+
 #include "qbxml/forwarding_processor.h"
 #include "qbxml/recording_text.h"
+#include "support/characters.h"
 #include "support/error_handling.h"
 
 namespace krnqb {
 namespace {
+
+// What a text is written to.
+class TextOutput {
+ public:
+  using Ch = char;
+
+  explicit TextOutput(std::string& text) noexcept : text_(text) {}
+  void Put(char character) { text_.push_back(character); }
+  void Flush() {}
+
+ private:
+  std::string& text_;
+};
+
+bool IsRareControlCharacter(char character) noexcept {
+  return static_cast<unsigned char>(character) < ' ' && character != '\n' && character != '\r' &&
+         character != '\t';
+}
+
+// Appends a text as JSON. An answer may have many megabytes, and is nearly always ordinary text.
+void AppendText(std::string& line, std::string_view text) {
+  if (InvalidUtf8(text) || std::ranges::any_of(text, IsRareControlCharacter)) {
+    line += RecordedValueText(text);
+    return;
+  }
+  TextOutput output(line);
+  rapidjson::Writer<TextOutput> writer(output);
+  writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+}
 
 class RecordingProcessor final : public ForwardingProcessor {
  public:
@@ -69,7 +103,15 @@ void ExchangeRecorder::RecordRefusal(std::string_view request, std::int32_t numb
 }
 
 std::string RecordedAnswerLine(std::string_view request, std::string_view response) {
-  return RecordedLineText({{"request", request}, {"response", response}});
+  std::string line;
+  // Escapes make an answer a little longer.
+  constexpr std::size_t bytesPerEscape = 16;
+  line.reserve(request.size() * 2 + response.size() + response.size() / bytesPerEscape);
+  line += R"({"request":)";
+  AppendText(line, request);
+  line += R"(,"response":)";
+  AppendText(line, response);
+  return line += "}\n";
 }
 
 std::string RecordedRefusalLine(std::string_view request, std::int32_t number, std::string_view description) {

@@ -37,12 +37,14 @@ class ReplayedExchange : public RequestProcessorFactory {
 
 /// Reads a recorded exchange (see `ExchangeRecorder`) to its end. The n-th request with a given text receives
 /// the n-th recorded answer to it, then the last one repeatedly. A request that was not recorded throws Error
-/// -2147467259 with the beginning of its message in the description.
+/// -2147467259 with the beginning of its message in the description. Of a recording that can be read at any
+/// position no answer is kept in memory: each is read again when it is asked for, and throws the same number
+/// if the recording has changed by then.
 ///
 /// Throws Error -2147467259 if the recording is invalid, cannot be read or has a line of more than 2 GiB: its
 /// description names `recordingName` and the fault, and the line unless the first one shows that the file is
 /// not a recording at all. Throws std::bad_alloc if memory runs out.
-std::shared_ptr<ReplayedExchange> ReplayingProcessors(std::istream& recording,
+std::shared_ptr<ReplayedExchange> ReplayingProcessors(std::unique_ptr<std::istream> recording,
                                                       const std::string& recordingName);
 
 }  // namespace krnqb

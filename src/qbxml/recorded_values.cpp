@@ -2,92 +2,96 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 namespace krnqb {
 namespace {
 
-// An error, a version and an import are objects in the object that is the line.
-constexpr int deepestValue = 2;
-
-// Returns a value as a message shows it. A line may hold gigabytes.
-std::string Shown(const RecordedObject& value) {
+// A line may hold gigabytes.
+std::string Quoted(std::string_view text) {
   constexpr std::size_t longest = 40;
-  if (value.is_object()) return "an object";
-  if (value.is_array()) return "an array";
-  if (!value.is_string()) return value.dump();
-  const auto& text = value.get_ref<const std::string&>();
-  if (text.size() <= longest) return '"' + text + '"';
+  if (text.size() <= longest) return fmt::format("\"{}\"", text);
   std::size_t end = longest;
   while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) --end;
-  return '"' + text.substr(0, end) + "...";
+  return fmt::format("\"{}...", text.substr(0, end));
 }
 
 }  // namespace
 
-// Deeper values than a recording has are refused at once, since each takes far more memory than its text.
-RecordedObject ParseRecordedLine(const std::string& text) {
-  using Event = RecordedObject::parse_event_t;
-  const auto limitDepth = [](int depth, Event event, const RecordedObject& /*parsed*/) {
-    const bool begins = event == Event::object_start || event == Event::array_start;
-    if (begins && depth >= deepestValue)
-      throw RecordingFault(fmt::format("values are nested more than {} deep", deepestValue));
-    return true;
-  };
-  try {
-    RecordedObject line = RecordedObject::parse(text, limitDepth);
-    if (line.is_object()) return line;
-    const std::string is = Shown(line);
-    throw NotAnObject(is, fmt::format("the line is {}; an object is expected", is));
-  } catch (const RecordedObject::parse_error& error) {
-    throw NotAnObject("not JSON", fmt::format("not JSON from column {} on", error.byte));
-  } catch (const RecordedObject::exception&) {
-    throw RecordingFault("a number is out of range");
+const RecordedValue* RecordedValue::Find(std::string_view name) const noexcept {
+  const auto found = std::find_if(members.rbegin(), members.rend(),
+                                  [&](const RecordedMember& member) { return member.name == name; });
+  return found == members.rend() ? nullptr : &found->value;
+}
+
+std::string Shown(const RecordedValue& value) {
+  switch (value.kind) {
+    case RecordedValue::Kind::Null:
+      break;
+    case RecordedValue::Kind::Truth:
+      return value.truth ? "true" : "false";
+    case RecordedValue::Kind::Integer:
+      return fmt::format("{}", value.integer);
+    case RecordedValue::Kind::LargeInteger:
+      return fmt::format("{}", value.largeInteger);
+    case RecordedValue::Kind::Fraction:
+      return nlohmann::json(value.fraction).dump();
+    case RecordedValue::Kind::Text:
+      return Quoted(value.text);
+    case RecordedValue::Kind::Array:
+      return "an array";
+    case RecordedValue::Kind::Object:
+      return "an object";
   }
+  return "null";
 }
 
 Error RecordingFault(const std::string& fault) {
   return {error_number::unspecified, fault};
 }
 
-const RecordedObject& RecordedValue(const RecordedObject& object, std::string_view name,
+const RecordedValue& RequiredMember(const RecordedObject& object, std::string_view name,
                                     std::string_view expected) {
-  const auto found = object.find(name);
-  if (found == object.end())
+  const RecordedValue* found = object.Find(name);
+  if (found == nullptr)
     throw RecordingFault(fmt::format("\"{}\" is missing; {} is expected", name, expected));
   return *found;
 }
 
-Error UnexpectedValue(std::string_view name, const RecordedObject& value, std::string_view expected) {
+Error UnexpectedValue(std::string_view name, const RecordedValue& value, std::string_view expected) {
   return RecordingFault(fmt::format("\"{}\" is {}; {} is expected", name, Shown(value), expected));
 }
 
-std::string RecordedText(const RecordedObject& object, std::string_view name) {
+std::string_view RecordedText(const RecordedObject& object, std::string_view name) {
   constexpr std::string_view expected = "a text";
-  const RecordedObject& value = RecordedValue(object, name, expected);
-  if (!value.is_string()) throw UnexpectedValue(name, value, expected);
-  return value.get<std::string>();
+  const RecordedValue& value = RequiredMember(object, name, expected);
+  if (value.kind == RecordedValue::Kind::Text) return value.text;
+  throw UnexpectedValue(name, value, expected);
 }
 
 bool RecordedTruth(const RecordedObject& object, std::string_view name) {
   constexpr std::string_view expected = "true or false";
-  const RecordedObject& value = RecordedValue(object, name, expected);
-  if (!value.is_boolean()) throw UnexpectedValue(name, value, expected);
-  return value.get<bool>();
+  const RecordedValue& value = RequiredMember(object, name, expected);
+  if (value.kind == RecordedValue::Kind::Truth) return value.truth;
+  throw UnexpectedValue(name, value, expected);
 }
 
 std::int64_t RecordedInteger(const RecordedObject& object, std::string_view name, std::int64_t least,
                              std::int64_t most) {
   const std::string expected = fmt::format("a whole number from {} to {}", least, most);
-  const RecordedObject& value = RecordedValue(object, name, expected);
-  const auto fits = [&] {
-    if (value.is_number_unsigned() && value.get<std::uint64_t>() > static_cast<std::uint64_t>(most))
-      return false;
-    return value.is_number_integer() && value.get<std::int64_t>() >= least &&
-           value.get<std::int64_t>() <= most;
-  };
-  if (!fits()) throw UnexpectedValue(name, value, expected);
-  return value.get<std::int64_t>();
+  const RecordedValue& value = RequiredMember(object, name, expected);
+  const bool fits =
+      value.kind == RecordedValue::Kind::Integer && value.integer >= least && value.integer <= most;
+  if (!fits) throw UnexpectedValue(name, value, expected);
+  return value.integer;
+}
+
+const RecordedObject* OptionalObject(const RecordedObject& object, std::string_view name) {
+  const RecordedValue* found = object.Find(name);
+  if (found != nullptr && found->kind != RecordedValue::Kind::Object)
+    throw UnexpectedValue(name, *found, "an object");
+  return found;
 }
 
 }  // namespace krnqb

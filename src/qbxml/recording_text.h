@@ -8,10 +8,15 @@ namespace krnqb {
 /// A line to be written to a recording. Keeps its members in the documented order.
 using RecordedLine = nlohmann::ordered_json;
 
-/// Returns the line with its end. Bytes that are not UTF-8 become U+FFFD: a company's path may hold some, and
-/// what is recorded must not end an import.
+/// Returns a value as JSON. Bytes that are not UTF-8 become U+FFFD: a company's path may hold some, and what
+/// is recorded must not end an import.
+inline std::string RecordedValueText(const RecordedLine& value) {
+  return value.dump(-1, ' ', false, RecordedLine::error_handler_t::replace);
+}
+
+/// Returns the line with its end.
 inline std::string RecordedLineText(const RecordedLine& line) {
-  return line.dump(-1, ' ', false, RecordedLine::error_handler_t::replace) + '\n';
+  return RecordedValueText(line) + '\n';
 }
 
 }  // namespace krnqb

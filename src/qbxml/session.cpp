@@ -100,6 +100,10 @@ Variant Session::QbSerialize(const Variant& request, const Place& place) {
   return Send(request.ToText(), place);
 }
 
+void Session::UseAgain(std::string answer) noexcept {
+  if (state_.requestProcessor != nullptr) state_.requestProcessor->UseAgain(std::move(answer));
+}
+
 XmlElement Session::Ask(std::int32_t requestNumber, Operation operation, std::string_view fromDate,
                         std::string_view toDate) {
   const Place place{.operation = operation,

@@ -47,6 +47,10 @@ class Session {
   /// any other object.
   Variant QbSerialize(const Variant& request, const Place& place);
 
+  /// Returns an answer's memory to the request processor; see `RequestProcessor::UseAgain`. Frees it if no
+  /// session is open.
+  void UseAgain(std::string answer) noexcept;
+
   /// Builds a request of the catalogue, sends it and returns the response's document element; an empty
   /// element if no session can be opened or the response is not a document. Throws what `QbSerialize` throws.
   /// Dates as in `BuildRequest`.

@@ -17,7 +17,7 @@ namespace krnqb::reconcile {
 /// An amount that an import books for a line of a transaction.
 struct BookedEntry {
   std::uint32_t key = 0;          ///< the line's, see `LineKeys`
-  std::uint32_t transaction = 0;  ///< see `TransactionNames`
+  std::uint32_t transaction = 0;  ///< its number in the work table
   std::uint32_t line = 0;         ///< of the work table
   std::uint8_t month = 0;         ///< from 0
   BookingRule rule = BookingRule::ChargedToExpense;

@@ -3,7 +3,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+
+#include "reconcile/text_numbers.h"
 
 namespace krnqb::reconcile {
 
@@ -15,11 +16,11 @@ class LineKeys {
   std::uint32_t NumberOf(std::string_view transactionId, std::string_view lineId) {
     scratch_.assign(transactionId).push_back('\n');
     scratch_.append(lineId);
-    return numbers_.try_emplace(scratch_, static_cast<std::uint32_t>(numbers_.size())).first->second;
+    return numbers_.NumberOf(scratch_);
   }
 
  private:
-  std::unordered_map<std::string, std::uint32_t> numbers_;
+  TextNumbers numbers_;
   std::string scratch_;
 };
 

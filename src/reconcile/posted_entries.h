@@ -16,7 +16,7 @@ namespace krnqb::reconcile {
 /// An amount that a loaded transaction posts to an account of the profit and loss.
 struct PostedEntry {
   std::uint32_t key = 0;          ///< the line's, see `LineKeys`
-  std::uint32_t transaction = 0;  ///< see `TransactionNames`
+  std::uint32_t transaction = 0;  ///< its number in the work table
   std::uint32_t line = 0;         ///< of the work table
   std::uint8_t month = 0;         ///< from 0
   bool kindRead = false;          ///< whether the import reads transactions of this kind
@@ -36,7 +36,7 @@ struct UnexplainedBalance {
 /// What a company's loaded transactions post in twelve months.
 struct PostedEntries {
   std::vector<PostedEntry> entries;
-  std::unordered_set<std::uint32_t> pendingSales;  ///< numbers of transactions that post nothing yet
+  std::unordered_set<std::uint32_t> pendingSales;  ///< transactions that post nothing yet, by number
   std::vector<UnexplainedBalance> balances;
 };
 

@@ -38,7 +38,7 @@ class Sum {
     }
   }
 
-  Reconciled Result(bool hasBooks, const TransactionNames& names) const {
+  Reconciled Result(bool hasBooks, const TextNumbers& names) const {
     Reconciled result;
     result.plan = plan_;
     result.written = written_;
@@ -64,12 +64,11 @@ class Sum {
   }
 
  private:
-  static std::vector<std::string> Names(const std::vector<std::uint32_t>& numbers,
-                                        const TransactionNames& names) {
+  static std::vector<std::string> Names(const std::vector<std::uint32_t>& numbers, const TextNumbers& names) {
     std::vector<std::string> texts;
     std::set<std::uint32_t> seen;
     for (const std::uint32_t number : numbers) {
-      if (seen.insert(number).second) texts.push_back(names.NameOf(number));
+      if (seen.insert(number).second) texts.emplace_back(names.TextOf(number));
     }
     return texts;
   }

@@ -4,13 +4,6 @@
 
 namespace krnqb::reconcile {
 
-std::uint32_t TransactionNames::NumberOf(std::string_view name) {
-  const auto [position, added] =
-      numbers_.try_emplace(std::string(name), static_cast<std::uint32_t>(names_.size()));
-  if (added) names_.push_back(&position->first);
-  return position->second;
-}
-
 void MonthAmounts::Explain(CauseCode code, const ExactAmount& amount,
                            const std::vector<std::uint32_t>& transactions, const std::string& type) {
   if (amount.IsZero()) return;

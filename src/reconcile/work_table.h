@@ -7,35 +7,16 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "reconcile/cause.h"
 #include "reconcile/group.h"
+#include "reconcile/text_numbers.h"
 
 namespace krnqb::reconcile {
 
 inline constexpr std::size_t monthsOfAYear = 12;
-
-/// The transactions that are mentioned, by number.
-class TransactionNames {
- public:
-  TransactionNames() = default;
-  TransactionNames(const TransactionNames&) = delete;  // `names_` points into `numbers_`
-  TransactionNames& operator=(const TransactionNames&) = delete;
-  TransactionNames(TransactionNames&&) noexcept = default;
-  TransactionNames& operator=(TransactionNames&&) noexcept = default;
-  ~TransactionNames() = default;
-
-  /// Returns the number of a name, from 0; the same name has the same number.
-  std::uint32_t NumberOf(std::string_view name);
-  const std::string& NameOf(std::uint32_t number) const { return *names_[number]; }
-
- private:
-  std::unordered_map<std::string, std::uint32_t> numbers_;
-  std::vector<const std::string*> names_;
-};
 
 /// A part of a difference.
 struct CauseSum {
@@ -79,7 +60,8 @@ class WorkTable {
   std::vector<Line>& Lines() noexcept { return lines_; }
   const std::vector<Line>& Lines() const noexcept { return lines_; }
 
-  TransactionNames transactions;
+  /// The transactions that are mentioned.
+  TextNumbers transactions;
 
  private:
   std::vector<Line> lines_;

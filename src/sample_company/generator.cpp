@@ -9,7 +9,6 @@
 #include "krnqb/error.h"
 #include "sample_company/business.h"
 #include "sample_company/list_text.h"
-#include "xml/parser.h"
 
 namespace krnqb::sample_company {
 namespace {
@@ -43,8 +42,13 @@ void CheckSettings(const GeneratorSettings& settings) {
 
 // List entries are few, so they are parsed from their text like those of a loaded document.
 void StoreLists(const Company& company, const company::RecordReceiver& receive) {
-  const auto store = [&](const std::string& text) {
-    receive(company::ReadRecord(ParseXmlText(text).element));
+  company::ElementTree tree;
+  const auto store = [&](const std::string& xml) {
+    company::RecordText text;
+    company::WriteRecordText(xml, text);
+    company::CompanyRecord record = company::ReadRecord(tree.Read(text.xml));
+    record.text = std::move(text);
+    receive(std::move(record));
   };
   store(CompanyText(company.settings));
   store(PreferencesText(company.settings));

@@ -5,8 +5,8 @@
 #include <cmath>
 #include <map>
 
+#include "files/csv_text.h"
 #include "plan_file/views/amounts.h"
-#include "support/csv_text.h"
 #include "support/number_text.h"
 
 namespace krnqb::spreadsheet {
@@ -25,7 +25,7 @@ bool IsAmount(CellStyle style) noexcept {
 
 std::string BlockText(const BlockSheet& sheet) {
   const BlockKind kind = plan_file::KindOfBlock(sheet.block.id);
-  CsvLine headings;
+  files::CsvLine headings;
   headings.Text("Name");
   for (std::size_t column = 1; column < sheet.cells.Width(); ++column) {
     const bool known = column <= sheet.headings.size();
@@ -33,7 +33,7 @@ std::string BlockText(const BlockSheet& sheet) {
   }
   std::string text = headings.Line();
   for (std::size_t row = 0; row < sheet.cells.RowCount(); ++row) {
-    CsvLine line;
+    files::CsvLine line;
     for (std::size_t column = 0; column < sheet.cells.Width(); ++column) {
       const BlockCell& cell = sheet.cells.At(row, column);
       const bool amount = kind != BlockKind::Other && column >= plan_file::FirstAmountColumn(kind);
@@ -48,7 +48,7 @@ std::string BlockText(const BlockSheet& sheet) {
   return text;
 }
 
-void AddCell(CsvLine& line, const SheetCell& cell) {
+void AddCell(files::CsvLine& line, const SheetCell& cell) {
   const double* number = std::get_if<double>(&cell.content);
   const SheetFormula* formula = std::get_if<SheetFormula>(&cell.content);
   if (number == nullptr && formula == nullptr) {
@@ -69,7 +69,7 @@ std::string SheetText(const Sheet& sheet) {
   }
   std::string text;
   for (const auto& [row, cells] : rows) {
-    CsvLine line;
+    files::CsvLine line;
     for (std::uint16_t column = 0; column <= last; ++column) {
       const auto cell = cells.find(column);
       if (cell == cells.end()) {

@@ -144,9 +144,21 @@ DecimalDigits SignificantDigits(double magnitude) {
   return result;
 }
 
+// Returns the number that a text is, if it begins with a digit, or a minus and a digit, and has nothing but
+// digits and a point after it. Nearly every amount is such a text.
+std::optional<double> PlainDecimal(std::string_view text) noexcept {
+  const std::size_t first = text.starts_with('-') ? 1 : 0;
+  if (text.size() == first || !IsDigit(text[first])) return std::nullopt;
+  double number = 0;
+  const char* const end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, number, std::chars_format::fixed);
+  return result.ec == std::errc() && result.ptr == end ? std::optional(number) : std::nullopt;
+}
+
 }  // namespace
 
 std::optional<double> ConvertToDouble(std::string_view text) noexcept {
+  if (const std::optional<double> number = PlainDecimal(text)) return number;
   Scanner scanner(text);
   Marks marks;
   do scanner.SkipBlanks();

@@ -22,6 +22,14 @@ const XmlElement* Variant::AsElement() const noexcept {
   return element != nullptr && *element ? element : nullptr;
 }
 
+std::string Variant::TakeText() noexcept {
+  std::string* const text = std::get_if<std::string>(&value_);
+  if (text == nullptr) return {};
+  std::string taken = std::move(*text);
+  value_ = std::monostate();
+  return taken;
+}
+
 std::string Variant::ToText() const {
   if (IsEmpty()) return {};
   if (IsNothing()) throw Error(error_number::objectNotSet);

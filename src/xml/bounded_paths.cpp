@@ -6,13 +6,13 @@
 namespace krnqb {
 
 XmlElement BoundedPaths::Select(const XmlElement& element, const std::string& path) {
-  _xmlNode* const node = XmlTree::NodeOf(element);
+  XmlTreeNode* const node = XmlTree::NodeOf(element);
   if (node == nullptr) throw Error(error_number::objectNotSet);
   if (visitsLeft_ == 0) {
     throw Error(error_number::unspecified, "the ids in an answer contain expressions that take too long");
   }
   const std::shared_ptr<XmlTree>& tree = XmlTree::TreeOf(element);
-  const std::vector<_xmlNode*> nodes = tree->Evaluate(path, node, &visitsLeft_);
+  const std::vector<XmlTreeNode*> nodes = tree->Evaluate(path, node, &visitsLeft_);
   return nodes.empty() ? XmlElement() : XmlTree::Handle(tree, nodes.front());
 }
 

@@ -1,84 +1,39 @@
 #include "krnqb/xml_element.h"
 
-#include <libxml/tree.h>
-
 #include "krnqb/error.h"
-#include "xml/library_memory.h"
 #include "xml/parser.h"
+#include "xml/printing.h"
+#include "xml/simple_path.h"
 #include "xml/tree.h"
 
 namespace krnqb {
 namespace {
 
-struct FreeNode {
-  void operator()(xmlNode* node) const noexcept { xmlFreeNode(node); }
-};
-struct FreeBuffer {
-  void operator()(xmlBuffer* buffer) const noexcept { xmlBufferFree(buffer); }
-};
-struct FreeText {
-  void operator()(xmlChar* text) const noexcept { xmlFree(text); }
-};
-using LibraryText = std::unique_ptr<xmlChar, FreeText>;
-
-const xmlChar* LibraryString(const std::string& text) {
-  return reinterpret_cast<const xmlChar*>(text.c_str());
-}
-std::string_view View(const xmlChar* text) {
-  return reinterpret_cast<const char*>(text);
-}
-bool IsElement(const xmlNode* node) {
-  return node->type == XML_ELEMENT_NODE;
-}
-bool HasName(const xmlNode* element, std::string_view name) {
-  return element->ns == nullptr && View(element->name) == name;
-}
-bool IsText(const xmlNode* node) {
-  return node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE;
-}
-
-xmlNode* Required(const XmlElement& element) {
-  xmlNode* const node = XmlTree::NodeOf(element);
+XmlTreeNode* Required(const XmlElement& element) {
+  XmlTreeNode* const node = XmlTree::NodeOf(element);
   if (node == nullptr) throw Error(error_number::objectNotSet);
   return node;
 }
 
-xmlNode* FirstElement(xmlNode* node) {
-  while (node != nullptr && !IsElement(node)) node = node->next;
-  return node;
-}
-
-xmlNode* LastElement(xmlNode* node) {
-  while (node != nullptr && !IsElement(node)) node = node->prev;
-  return node;
-}
-
-// Walks without recursion: what is inserted may make a tree deeper than any document that is parsed.
-void AppendText(const xmlNode* top, std::string& text) {
-  const xmlNode* node = top->children;
-  while (node != nullptr) {
-    if (IsText(node)) text += View(node->content);
-    if (IsElement(node) && node->children != nullptr) {
-      node = node->children;
-      continue;
-    }
-    while (node != top && node->next == nullptr) node = node->parent;
-    node = node == top ? nullptr : node->next;
+std::string TextOf(const XmlTreeNode* element) {
+  std::string text(element->OwnText());
+  for (const XmlTreeNode* node = element->First(); node != nullptr; node = NextWithin(element, node)) {
+    if (node->IsText() || node->IsElement()) text += node->OwnText();
   }
+  return text;
 }
 
-// Copies the source for its new document, because a document owns the names of its nodes.
-xmlNode* CopyInto(xmlDoc* document, xmlNode* source) {
-  const LibraryMemory memory;
-  std::unique_ptr<xmlNode, FreeNode> copy(xmlDocCopyNode(source, document, 1));
-  memory.Check();  // a copy may lack texts
-  if (copy == nullptr) throw std::bad_alloc();
-  return copy.release();
+const XmlTreeNode* AttributeOf(const XmlTreeNode* element, std::string_view name) noexcept {
+  for (const XmlTreeNode* node = element->First(); node != nullptr && node->IsInTag(); node = node->Next()) {
+    if (node->Kind() != XmlNodeKind::Namespace && node->IsNamed(name)) return node;
+  }
+  return nullptr;
 }
 
-bool AncestorDeclaresNamespaces(const xmlNode* node) {
-  for (node = node->parent; node != nullptr && IsElement(node); node = node->parent) {
-    if (node->nsDef != nullptr) return true;
+bool AncestorDeclaresNamespaces(const XmlTreeNode* node) noexcept {
+  for (node = node->Parent(); node != nullptr; node = node->Parent()) {
+    const XmlTreeNode* const first = node->First();
+    if (first != nullptr && first->Kind() == XmlNodeKind::Namespace) return true;
   }
   return false;
 }
@@ -100,73 +55,56 @@ XmlElement XmlElement::Own() const {
 }
 
 std::string XmlElement::Name() const {
-  const xmlNode* const self = Required(*this);
-  std::string name;
-  if (self->ns != nullptr && self->ns->prefix != nullptr) name = std::string(View(self->ns->prefix)) + ":";
-  return name += View(self->name);
+  const XmlName& name = *Required(*this)->Name();
+  std::string text(name.prefix);
+  if (!text.empty()) text += ':';
+  return text += name.local;
 }
 
 bool XmlElement::IsNamed(std::string_view name) const noexcept {
-  return node_ != nullptr && HasName(XmlTree::NodeOf(*this), name);
+  return node_ != nullptr && node_->IsNamed(name);
 }
 
 std::string XmlElement::Text() const {
-  std::string text;
-  AppendText(Required(*this), text);
-  return text;
+  return TextOf(Required(*this));
 }
 
 std::optional<std::string> XmlElement::Attribute(std::string_view name) const {
   if (node_ == nullptr) return std::nullopt;
-  const LibraryMemory memory;
-  const LibraryText value(xmlGetNoNsProp(XmlTree::NodeOf(*this), LibraryString(std::string(name))));
-  memory.Check();
-  if (value == nullptr) return std::nullopt;
-  return std::string(View(value.get()));
+  const XmlTreeNode* const attribute = AttributeOf(node_, name);
+  if (attribute == nullptr) return std::nullopt;
+  return std::string(attribute->OwnText());
 }
 
 std::string XmlElement::Xml() const {
   if (outside_ != nullptr) return outside_->Xml();
-  xmlNode* const self = Required(*this);
+  const XmlTreeNode* const self = Required(*this);
   // A copy declares the namespaces that it uses and inherits; an element prints only its own declarations.
-  const std::unique_ptr<xmlNode, FreeNode> copy(
-      AncestorDeclaresNamespaces(self) ? CopyInto(tree_->document, self) : nullptr);
-  const LibraryMemory memory;
-  const std::unique_ptr<xmlBuffer, FreeBuffer> buffer(xmlBufferCreate());
-  if (buffer == nullptr) throw std::bad_alloc();
-  xmlBufferSetAllocationScheme(buffer.get(), XML_BUFFER_ALLOC_DOUBLEIT);
-  const int length = xmlNodeDump(buffer.get(), tree_->document, copy ? copy.get() : self, 0, 0);
-  memory.Check();
-  if (length < 0) throw Error(error_number::unspecified);
-  return {View(xmlBufferContent(buffer.get())).data(),
-          static_cast<std::size_t>(xmlBufferLength(buffer.get()))};
+  return AncestorDeclaresNamespaces(self) ? PrintedXml(XmlTree().CopyOf(self)) : PrintedXml(self);
 }
 
 long XmlElement::Line() const noexcept {
-  return node_ == nullptr ? 0 : xmlGetLineNo(XmlTree::NodeOf(*this));
+  return node_ == nullptr ? 0 : node_->Line();
 }
 
 XmlElement XmlElement::Parent() const noexcept {
-  if (node_ == nullptr) return {};
-  xmlNode* const parent = XmlTree::NodeOf(*this)->parent;
-  return parent == nullptr || !IsElement(parent) ? XmlElement() : XmlTree::Handle(tree_, parent);
+  return node_ == nullptr ? XmlElement() : XmlTree::Handle(tree_, node_->Parent());
 }
 
 XmlElement XmlElement::FirstChild() const noexcept {
-  return node_ == nullptr ? XmlElement()
-                          : XmlTree::Handle(tree_, FirstElement(XmlTree::NodeOf(*this)->children));
+  return node_ == nullptr ? XmlElement() : XmlTree::Handle(tree_, ElementFrom(node_->First()));
 }
 
 XmlElement XmlElement::LastChild() const noexcept {
-  return node_ == nullptr ? XmlElement() : XmlTree::Handle(tree_, LastElement(XmlTree::NodeOf(*this)->last));
+  return node_ == nullptr ? XmlElement() : XmlTree::Handle(tree_, ElementUpTo(node_->Last()));
 }
 
 XmlElement XmlElement::NextSibling() const noexcept {
-  return node_ == nullptr ? XmlElement() : XmlTree::Handle(tree_, FirstElement(XmlTree::NodeOf(*this)->next));
+  return node_ == nullptr ? XmlElement() : XmlTree::Handle(tree_, ElementFrom(node_->Next()));
 }
 
 XmlElement XmlElement::PreviousSibling() const noexcept {
-  return node_ == nullptr ? XmlElement() : XmlTree::Handle(tree_, LastElement(XmlTree::NodeOf(*this)->prev));
+  return node_ == nullptr ? XmlElement() : XmlTree::Handle(tree_, ElementUpTo(node_->Previous()));
 }
 
 std::vector<XmlElement> XmlElement::Children() const {
@@ -177,16 +115,13 @@ std::vector<XmlElement> XmlElement::Children() const {
 
 XmlElement XmlElement::Child(std::string_view name) const noexcept {
   if (node_ == nullptr) return {};
-  xmlNode* child = FirstElement(XmlTree::NodeOf(*this)->children);
-  while (child != nullptr && !HasName(child, name)) child = FirstElement(child->next);
+  XmlTreeNode* child = ElementFrom(node_->First());
+  while (child != nullptr && !child->IsNamed(name)) child = ElementFrom(child->Next());
   return XmlTree::Handle(tree_, child);
 }
 
 XmlElement XmlElement::Root() const noexcept {
-  if (node_ == nullptr) return {};
-  xmlNode* top = XmlTree::NodeOf(*this);
-  while (top->parent != nullptr && IsElement(top->parent)) top = top->parent;
-  return XmlTree::Handle(tree_, top);
+  return node_ == nullptr ? XmlElement() : XmlTree::Handle(tree_, TopmostElement(node_));
 }
 
 XmlElement XmlElement::NextInDocument() const noexcept {
@@ -198,76 +133,83 @@ XmlElement XmlElement::NextInDocument() const noexcept {
 }
 
 std::string XmlElement::FirstTextNode() const {
-  for (const xmlNode* child = Required(*this)->children; child != nullptr; child = child->next) {
-    if (IsText(child)) return std::string(View(child->content));
-  }
-  return {};
+  const XmlTreeNode* const self = Required(*this);
+  if (self->HoldsText()) return std::string(self->OwnText());
+  const XmlTreeNode* child = self->First();
+  while (child != nullptr && !child->IsText()) child = child->Next();
+  return child == nullptr ? std::string() : std::string(child->OwnText());
 }
 
 XmlElement XmlElement::Select(const std::string& path) const {
-  xmlNode* const self = Required(*this);
-  const std::vector<xmlNode*> nodes = tree_->Evaluate(path, self);
+  XmlTreeNode* const self = Required(*this);
+  if (const auto simple = SimplePath::Of(path)) return XmlTree::Handle(tree_, simple->FirstFrom(self));
+  const std::vector<XmlTreeNode*> nodes = tree_->Evaluate(path, self);
   return nodes.empty() ? XmlElement() : XmlTree::Handle(tree_, nodes.front());
 }
 
 std::vector<XmlElement> XmlElement::SelectAll(const std::string& path) const {
-  xmlNode* const self = Required(*this);
+  XmlTreeNode* const self = Required(*this);
   std::vector<XmlElement> elements;
-  for (xmlNode* selected : tree_->Evaluate(path, self)) elements.push_back(XmlTree::Handle(tree_, selected));
+  for (XmlTreeNode* selected : tree_->Evaluate(path, self)) {
+    elements.push_back(XmlTree::Handle(tree_, selected));
+  }
   return elements;
 }
 
 void XmlElement::SetText(std::string_view text) {
-  xmlNode* const self = Required(*this);
-  // Setting the element's content instead would parse "&" as the start of a reference.
-  const LibraryMemory memory;
-  std::unique_ptr<xmlNode, FreeNode> content(xmlNewDocTextLen(
-      tree_->document, reinterpret_cast<const xmlChar*>(text.data()), static_cast<int>(text.size())));
-  memory.Check();
-  if (content == nullptr) throw std::bad_alloc();
-  while (self->children != nullptr) {
-    xmlNode* const child = self->children;
-    if (IsElement(child)) tree_->removed.push_back(child);
-    xmlUnlinkNode(child);
-    if (!IsElement(child)) xmlFreeNode(child);
-  }
-  if (!text.empty()) xmlAddChild(self, content.release());
+  XmlTreeNode* const self = Required(*this);
+  const std::string_view kept = tree_->Kept(text);
+  XmlTreeNode* const first = self->First();
+  const bool hasTag = first != nullptr && first->IsInTag();
+  XmlTreeNode* const node = hasTag && !kept.empty() ? tree_->NewText(XmlNodeKind::Text, kept) : nullptr;
+  // From here on nothing fails.
+  tree_->Changing();
+  while (self->Last() != nullptr && !self->Last()->IsInTag()) self->Last()->Unlink();
+  if (node != nullptr) return node->LinkInto(self, nullptr);
+  if (!hasTag) self->HoldNothing();
+  if (!kept.empty()) self->Hold(kept);
 }
 
 void XmlElement::SetAttribute(std::string_view name, std::string_view value) {
-  xmlNode* const self = Required(*this);
-  const LibraryMemory memory;
-  if (xmlSetProp(self, LibraryString(std::string(name)), LibraryString(std::string(value))) == nullptr) {
-    throw std::bad_alloc();
+  XmlTreeNode* const self = Required(*this);
+  const std::string_view kept = tree_->Kept(value);
+  tree_->Changing();
+  XmlTreeNode* node = self->First();
+  while (node != nullptr && node->Kind() == XmlNodeKind::Namespace) node = node->Next();
+  for (; node != nullptr && node->Kind() == XmlNodeKind::Attribute; node = node->Next()) {
+    if (node->IsNamed(name)) return node->Hold(kept);
   }
-  memory.Check();
+  // Before any that the document type declares, which it replaces.
+  XmlTreeNode* const attribute = tree_->NewNode(
+      XmlNodeKind::Attribute, tree_->NameOf({.prefix = {}, .local = name, .uri = {}}), self->Line());
+  attribute->Hold(kept);
+  if (self->HoldsText()) {
+    tree_->MakeRoom(self);
+    node = self->First();
+  }
+  attribute->LinkInto(self, node);
 }
 
 XmlElement XmlElement::Clone() const {
-  xmlNode* const self = Required(*this);
-  xmlDoc* const document = xmlNewDoc(reinterpret_cast<const xmlChar*>("1.0"));
-  if (document == nullptr) throw std::bad_alloc();
-  auto clone = XmlTree::Owning(document);
-  xmlNode* const copy = CopyInto(document, self);
-  xmlDocSetRootElement(document, copy);
+  const XmlTreeNode* const self = Required(*this);
+  auto clone = std::make_shared<XmlTree>();
+  XmlTreeNode* const copy = clone->CopyOf(self);
   return XmlTree::Handle(std::move(clone), copy);
 }
 
 XmlElement XmlElement::InsertCopy(const XmlElement& source, const XmlElement& before) {
-  xmlNode* const self = Required(*this);
-  xmlNode* const copy = CopyInto(tree_->document, Required(source));
-  if (before) {
-    xmlAddPrevSibling(XmlTree::NodeOf(before), copy);
-  } else {
-    xmlAddChild(self, copy);
-  }
+  XmlTreeNode* const self = Required(*this);
+  XmlTreeNode* const copy = tree_->CopyOf(Required(source));
+  tree_->Changing();
+  tree_->MakeRoom(self);
+  copy->LinkInto(self, XmlTree::NodeOf(before));
   return XmlTree::Handle(tree_, copy);
 }
 
 void XmlElement::Remove() {
-  xmlNode* const self = Required(*this);
-  tree_->removed.push_back(self);
-  xmlUnlinkNode(self);
+  XmlTreeNode* const self = Required(*this);
+  tree_->Changing();
+  self->Unlink();
 }
 
 }  // namespace krnqb

@@ -5,47 +5,12 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <exception>
 #include <stdexcept>
 
 #include "xml/strict_parser.h"
 
 namespace krnqb {
 namespace {
-
-// The library passes five pointers per attribute: name, prefix, namespace, begin and end of the value.
-class LibraryAttributes final : public XmlEventAttributes {
- public:
-  LibraryAttributes(const xmlChar** pointers, int count) : pointers_(pointers), count_(count) {}
-
-  std::optional<std::string> Find(std::string_view name) const override {
-    for (int index = 0; index < count_; ++index) {
-      const xmlChar** const attribute = pointers_ + std::ptrdiff_t{index} * 5;
-      if (attribute[1] != nullptr || reinterpret_cast<const char*>(attribute[0]) != name) continue;
-      return Decoded({reinterpret_cast<const char*>(attribute[3]),
-                      static_cast<std::size_t>(attribute[4] - attribute[3])});
-    }
-    return std::nullopt;
-  }
-
- private:
-  // With entities unexpanded, the library leaves an ampersand as a character reference.
-  static std::string Decoded(std::string_view value) {
-    constexpr std::string_view reference = "&#38;";
-    std::string decoded;
-    decoded.reserve(value.size());
-    for (;;) {
-      const std::size_t at = value.find(reference);
-      decoded += value.substr(0, at);
-      if (at == std::string_view::npos) return decoded;
-      decoded += '&';
-      value.remove_prefix(at + reference.size());
-    }
-  }
-
-  const xmlChar** pointers_;
-  int count_;
-};
 
 // The names of a handler's vocabulary by the pointers that the library has for them. An open hash table: this
 // is asked for every element.
@@ -89,13 +54,13 @@ class KnownNames {
 
 void ForwardText(void* context, const xmlChar* text, int length);
 
-// Exceptions must not cross the library: the first one stops the parse and is rethrown afterwards.
 struct Forwarding {
   XmlEventHandler& handler;
   xmlSAXHandler& handlers;
   KnownNames names;
-  std::exception_ptr failure;
+  const bool skipsUnlisted = false;
   bool receivesText = true;
+  int withheld = 0;  // how many of the innermost open elements the handler has not received
 
   // The library does not collect text that nobody receives.
   void FollowWantsText() noexcept {
@@ -106,36 +71,47 @@ struct Forwarding {
     handlers.cdataBlock = handlers.characters;
   }
 
+  void Start(const char* name, const XmlEventAttributes& attributes) {
+    const int number = name == nullptr ? XmlEventName::notListed : names.NumberOf(name);
+    if (!skipsUnlisted) return handler.StartElement({number, name == nullptr ? "" : name}, attributes);
+    if (number == XmlEventName::notListed && attributes.IsEmpty()) {
+      ++withheld;
+      return;
+    }
+    for (; withheld > 0; --withheld) handler.StartElement({XmlEventName::notListed, ""}, {nullptr, 0});
+    handler.StartElement({number, number == XmlEventName::notListed ? "" : name}, attributes);
+  }
+
+  void End() {
+    if (withheld > 0) {
+      --withheld;
+    } else {
+      handler.EndElement();
+    }
+  }
+
   template <typename Call>
   static void To(void* context, Call&& call) noexcept {
-    auto& forwarding = *static_cast<Forwarding*>(StrictParser::SubjectOf(context));
-    if (forwarding.failure != nullptr) return;
-    try {
+    auto& parser = *static_cast<StrictParser*>(static_cast<xmlParserCtxt*>(context)->_private);
+    parser.ForSubject<Forwarding>(context, [&](Forwarding& forwarding) {
       call(forwarding);
-    } catch (...) {
-      forwarding.failure = std::current_exception();
-      StrictParser::Stop(context);
-    }
+      forwarding.FollowWantsText();
+    });
   }
 };
 
 void ForwardStart(void* context, const xmlChar* name, const xmlChar* /*prefix*/, const xmlChar* uri,
-                  int /*namespaceCount*/, const xmlChar** /*namespaces*/, int attributeCount,
-                  int /*defaulted*/, const xmlChar** attributes) {
+                  int namespaceCount, const xmlChar** /*namespaces*/, int attributeCount, int /*defaulted*/,
+                  const xmlChar** attributes) {
+  if (!StrictParser::Admits(context, attributeCount, namespaceCount)) return;
   Forwarding::To(context, [&](Forwarding& forwarding) {
-    const char* const text = reinterpret_cast<const char*>(name);
-    const XmlEventName eventName = uri == nullptr ? XmlEventName(forwarding.names.NumberOf(text), text)
-                                                  : XmlEventName(XmlEventName::notListed, "");
-    forwarding.handler.StartElement(eventName, LibraryAttributes(attributes, attributeCount));
-    forwarding.FollowWantsText();
+    forwarding.Start(uri == nullptr ? reinterpret_cast<const char*>(name) : nullptr,
+                     {attributes, attributeCount});
   });
 }
 
 void ForwardEnd(void* context, const xmlChar* /*name*/, const xmlChar* /*prefix*/, const xmlChar* /*uri*/) {
-  Forwarding::To(context, [](Forwarding& forwarding) {
-    forwarding.handler.EndElement();
-    forwarding.FollowWantsText();
-  });
+  Forwarding::To(context, [](Forwarding& forwarding) { forwarding.End(); });
 }
 
 void ForwardText(void* context, const xmlChar* text, int length) {
@@ -146,10 +122,23 @@ void ForwardText(void* context, const xmlChar* text, int length) {
 
 }  // namespace
 
+std::optional<std::string> XmlEventAttributes::Find(std::string_view name) const {
+  for (int index = 0; index < count_; ++index) {
+    // Name, prefix, namespace, begin and end of the value.
+    const xmlChar** const attribute = pointers_ + std::ptrdiff_t{index} * 5;
+    if (attribute[1] != nullptr || reinterpret_cast<const char*>(attribute[0]) != name) continue;
+    std::string value;
+    DecodeValue(value, attribute[3], attribute[4]);
+    return value;
+  }
+  return std::nullopt;
+}
+
 std::optional<XmlFault> ParseXmlEvents(const std::string& text, XmlEventHandler& handler) {
   StrictParser parser;
   xmlSAXHandler& handlers = parser.Handlers();
-  Forwarding forwarding{handler, handlers, KnownNames(parser, handler.Vocabulary()), nullptr};
+  const std::span<const std::string_view> vocabulary = handler.Vocabulary();
+  Forwarding forwarding{handler, handlers, KnownNames(parser, vocabulary), !vocabulary.empty()};
   parser.Subject(&forwarding);
   handlers.startElementNs = ForwardStart;
   handlers.endElementNs = ForwardEnd;
@@ -157,15 +146,10 @@ std::optional<XmlFault> ParseXmlEvents(const std::string& text, XmlEventHandler&
   handlers.ignorableWhitespace = ForwardText;
   handlers.cdataBlock = ForwardText;
   forwarding.FollowWantsText();
-  handlers.comment = nullptr;
+  handlers.comment = IgnoreComment;
   handlers.processingInstruction = nullptr;
   handlers.reference = nullptr;
-  xmlDoc* const withoutElements = parser.ParseInPlace(text);
-  if (forwarding.failure != nullptr) {
-    xmlFreeDoc(withoutElements);
-    std::rethrow_exception(forwarding.failure);
-  }
-  xmlFreeDoc(withoutElements);
+  xmlFreeDoc(parser.ParseInPlace(text));
   return parser.Fault();
 }
 

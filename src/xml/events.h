@@ -12,13 +12,21 @@ namespace krnqb {
 /// The attributes of a starting element.
 class XmlEventAttributes {
  public:
-  virtual ~XmlEventAttributes() = default;
+  /// `pointers` are those that the XML library passes, five for each of `count` attributes.
+  XmlEventAttributes(const unsigned char** pointers, int count) noexcept
+      : pointers_(pointers), count_(count) {}
+
+  bool IsEmpty() const noexcept { return count_ == 0; }
   /// Returns the value of the attribute with this name and no namespace, or nothing if it is missing.
-  virtual std::optional<std::string> Find(std::string_view name) const = 0;
+  std::optional<std::string> Find(std::string_view name) const;
+
+ private:
+  const unsigned char** pointers_;
+  int count_;
 };
 
 /// The name of a starting element. Empty if the element is in a namespace, because no path selects such an
-/// element.
+/// element, or if the handler has a vocabulary without it.
 class XmlEventName {
  public:
   static constexpr int notListed = -1;
@@ -41,7 +49,8 @@ class XmlEventHandler {
  public:
   virtual ~XmlEventHandler() = default;
   /// Returns the names that arrive with a number, at most 40; an empty one never
-  /// arrives. Called once, before the document is parsed.
+  /// arrives. Called once, before the document is parsed. If there are names, an element that has another
+  /// name, no attribute and no listed element in it does not arrive itself; its text does.
   virtual std::span<const std::string_view> Vocabulary() const { return {}; }
   virtual void StartElement(const XmlEventName& name, const XmlEventAttributes& attributes) = 0;
   /// Receives text of the innermost open element. One text may arrive in several pieces.

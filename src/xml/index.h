@@ -23,8 +23,9 @@ class XmlTextIndex {
   XmlElement Find(const std::string& text) const;
 
  private:
-  std::string texts_;  // of all elements, one after the other; that of a nested one is part of its parent's
-  std::unordered_map<std::string_view, XmlElement> elements_;  // by parts of `texts_`
+  XmlElement root_;
+  std::string texts_;  // of elements with mixed content; that of a nested one is part of its parent's
+  std::unordered_map<std::string_view, XmlTreeNode*> elements_;  // by parts of `texts_` and texts of the tree
 };
 
 }  // namespace krnqb

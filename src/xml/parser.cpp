@@ -1,19 +1,19 @@
 #include "xml/parser.h"
 
-#include <libxml/tree.h>
+#include <memory>
 
 #include "xml/strict_parser.h"
 #include "xml/tree.h"
+#include "xml/tree_building.h"
 
 namespace krnqb {
 namespace {
 
 XmlParseResult ParseXml(std::string_view source, XmlEncoding encoding) {
   StrictParser parser;
-  xmlDoc* const document = parser.Parse(source, encoding);
-  if (document == nullptr) return {{}, parser.Fault()};
-  auto tree = XmlTree::Owning(document);
-  xmlNode* const root = xmlDocGetRootElement(document);
+  auto tree = std::make_shared<XmlTree>();
+  XmlTreeNode* const root = BuildTree(parser, source, encoding, *tree);
+  if (root == nullptr) return {{}, parser.Fault()};
   return {XmlTree::Handle(std::move(tree), root), std::nullopt};
 }
 

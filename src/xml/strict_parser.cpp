@@ -10,6 +10,7 @@
 
 #include "xml/attribute_count.h"
 #include "xml/library_memory.h"
+#include "xml/stream_feed.h"
 
 namespace krnqb {
 namespace {
@@ -47,13 +48,8 @@ void KeepError(void* context, xmlErrorPtr error) {
   parser.KeepFault(error->line, message);
 }
 
-long LineOf(void* context) {
-  const xmlParserInput* const input = static_cast<xmlParserCtxt*>(context)->input;
-  return input == nullptr ? 0 : input->line;
-}
-
 void Refuse(void* context, std::string_view reason) {
-  StrictParser::Of(context).KeepFault(LineOf(context), reason);
+  StrictParser::Of(context).KeepFault(StrictParser::LineIn(context), reason);
   StrictParser::Stop(context);
 }
 
@@ -72,7 +68,7 @@ void RefuseUnparsedEntity(void* context, const xmlChar* /*name*/, const xmlChar*
 // The library calls these before the handlers of the parser's user.
 struct StrictParser::Limits {
   static void StartDocument(void* context) {
-    StrictParser& parser = Of(context);
+    const StrictParser& parser = Of(context);
     // The option for large texts has lifted this limit.
     if (parser.limitsNames_) xmlDictSetLimit(parser.context_->dict, mostNames);
     parser.startDocument_(context);
@@ -81,20 +77,11 @@ struct StrictParser::Limits {
   static void StartElement(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri,
                            int namespaceCount, const xmlChar** namespaces, int attributeCount, int defaulted,
                            const xmlChar** attributes) {
-    StrictParser& parser = Of(context);
-    if (parser.context_->nameNr >= mostLevels) {
-      return Refuse(context, "elements are nested more than 1,000 deep");
-    }
-    if (attributeCount + namespaceCount > mostAttributes) {
-      return Refuse(context, "an element has more than 1,000 attributes");
-    }
-    if (parser.context_->nsNr / 2 > mostNamespaces) {
-      return Refuse(context, "more than 1,000 namespaces are declared around an element");
-    }
+    if (!Admits(context, attributeCount, namespaceCount)) return;
     // Identifiers mean nothing here, and may occur twice. Set earlier, this would load external subsets.
-    parser.context_->loadsubset |= XML_SKIP_IDS;
-    parser.startElement_(context, name, prefix, uri, namespaceCount, namespaces, attributeCount, defaulted,
-                         attributes);
+    static_cast<xmlParserCtxt*>(context)->loadsubset |= XML_SKIP_IDS;
+    Of(context).startElement_(context, name, prefix, uri, namespaceCount, namespaces, attributeCount,
+                              defaulted, attributes);
   }
 };
 
@@ -118,8 +105,17 @@ StrictParser& StrictParser::Of(void* parserContext) noexcept {
   return *static_cast<StrictParser*>(static_cast<xmlParserCtxt*>(parserContext)->_private);
 }
 
-void* StrictParser::SubjectOf(void* parserContext) noexcept {
-  return Of(parserContext).subject_;
+bool StrictParser::Admits(void* parserContext, int attributeCount, int namespaceCount) noexcept {
+  const auto* const parser = static_cast<const xmlParserCtxt*>(parserContext);
+  const int declarations = attributeCount + namespaceCount;
+  if (parser->nameNr < mostLevels && declarations <= mostAttributes && parser->nsNr / 2 <= mostNamespaces) {
+    return true;
+  }
+  Refuse(parserContext, parser->nameNr >= mostLevels ? "elements are nested more than 1,000 deep"
+                        : declarations > mostAttributes
+                            ? "an element has more than 1,000 attributes"
+                            : "more than 1,000 namespaces are declared around an element");
+  return false;
 }
 
 void StrictParser::Stop(void* parserContext) noexcept {
@@ -149,7 +145,12 @@ const char* StrictParser::Interned(std::string_view name) {
   return reinterpret_cast<const char*>(interned);
 }
 
-// Refuses what the library would take too long for, and puts the limits before the handlers.
+long StrictParser::LineIn(void* parserContext) noexcept {
+  const xmlParserInput* const input = static_cast<xmlParserCtxt*>(parserContext)->input;
+  return input == nullptr ? 0 : input->line;
+}
+
+// Refuses what the library would take too long for.
 bool StrictParser::Accepts(std::string_view source) {
   if (source.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
     KeepFault(1, "the document has 2 GiB or more");
@@ -159,15 +160,20 @@ bool StrictParser::Accepts(std::string_view source) {
     KeepFault(*line, "an element has more than 1,000 attributes");
     return false;
   }
+  return true;
+}
+
+// Puts the limits before the handlers.
+void StrictParser::InstallLimits() noexcept {
   startDocument_ = context_->sax->startDocument;
   startElement_ = context_->sax->startElementNs;
   context_->sax->startDocument = Limits::StartDocument;
   context_->sax->startElementNs = Limits::StartElement;
-  return true;
 }
 
 xmlDoc* StrictParser::Finish(xmlDoc* parsed, const LibraryMemory& memory) {
   std::unique_ptr<xmlDoc, FreeDocument> document(parsed);
+  if (failure_ != nullptr) std::rethrow_exception(std::exchange(failure_, nullptr));
   if (memory.RanOut() && !NamesExhausted()) KeepOutOfMemory();
   if (document == nullptr) KeepFault(1, "the document is empty");
   if (outOfMemory_) throw std::bad_alloc();
@@ -206,11 +212,44 @@ xmlDoc* StrictParser::Parse(std::string_view source, XmlEncoding encoding) {
   if (!Accepts(source)) return nullptr;
   const bool utf8 = encoding == XmlEncoding::Utf8;
   limitsNames_ = !utf8;
+  InstallLimits();
   const int options = utf8 ? strictOptions | XML_PARSE_IGNORE_ENC : strictOptions;
   const LibraryMemory memory;
   return Finish(xmlCtxtReadMemory(context_, source.data(), static_cast<int>(source.size()), nullptr,
                                   utf8 ? "UTF-8" : nullptr, options),
                 memory);
+}
+
+xmlDoc* StrictParser::ParseStream(const ByteSource& source) {
+  InstallLimits();
+  limitsNames_ = true;
+  const LibraryMemory memory;
+  StreamFeed feed(source, *context_, {.attributes = mostAttributes, .namespaces = mostNamespaces});
+  xmlDoc* const document =
+      xmlCtxtReadIO(context_, StreamFeed::Read, nullptr, &feed, nullptr, nullptr, strictOptions);
+  if (feed.HasFailed()) {
+    xmlFreeDoc(document);
+    feed.RethrowFailure();
+  }
+  return Finish(document, memory);
+}
+
+std::string_view LibraryText(const unsigned char* text) noexcept {
+  return text == nullptr ? std::string_view() : std::string_view(reinterpret_cast<const char*>(text));
+}
+
+void IgnoreComment(void* /*context*/, const unsigned char* /*text*/) noexcept {}
+
+void DecodeValue(std::string& decoded, const unsigned char* begin, const unsigned char* end) {
+  std::string_view value(reinterpret_cast<const char*>(begin), static_cast<std::size_t>(end - begin));
+  decoded.clear();
+  for (;;) {
+    const std::size_t at = value.find(ampersandReference);
+    decoded += value.substr(0, at);
+    if (at == std::string_view::npos) return;
+    decoded += '&';
+    value.remove_prefix(at + ampersandReference.size());
+  }
 }
 
 }  // namespace krnqb

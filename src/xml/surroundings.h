@@ -1,8 +1,7 @@
 #pragma once
 
 #include <string>
-
-#include "krnqb/xml_element.h"
+#include <string_view>
 
 namespace krnqb {
 
@@ -13,7 +12,8 @@ struct XmlSurroundings {
   std::string after;
 };
 
-/// Returns what surrounds the document element in the document of `element`; empty for an empty handle.
-XmlSurroundings SurroundingsOf(const XmlElement& element);
+/// Returns what surrounds the document element in the bytes of a file, as `ParseXmlBytes` parses them;
+/// nothing if they are not well-formed.
+XmlSurroundings SurroundingsOf(std::string_view bytes);
 
 }  // namespace krnqb

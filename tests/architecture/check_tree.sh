@@ -124,6 +124,8 @@ awk '
       Report(FNR, "Nettle is for .cpp files of src/plan_file/history, not <" header ">")
     if (header ~ /^xlsxwriter/ && FILENAME !~ /^src\/spreadsheet\/.*\.cpp$/)
       Report(FNR, "libxlsxwriter is for .cpp files of src/spreadsheet, not <" header ">")
+    if (header ~ /^rapidjson\// && FILENAME !~ /^(src\/qbxml\/.*|tests\/json_schema)\.cpp$/)
+      Report(FNR, "RapidJSON is for .cpp files of src/qbxml, not <" header ">")
     if (header ~ /^(ole|oc|ob|unkn|disp).*\.h$/ && room !~ /^com(\/|$)/)
       Report(FNR, "automation headers are for src/com, not <" header ">")
     if (header ~ /^Q[A-Z]/ && room != "ui/qt")

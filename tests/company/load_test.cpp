@@ -1,7 +1,11 @@
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <span>
+
 #include "company/records/errors.h"
 #include "company/testing.h"
+#include "limited_child.h"
 
 namespace krnqb::company {
 namespace {
@@ -232,6 +236,85 @@ TEST_F(CompanyLoad, LoadsNothingOfAFaultyDocumentAndNamesTheFault) {
   }
   company.Load("good.xml", Response(good));
   EXPECT_EQ(Texts("//ListID"), (Values{"a", "b"}));
+}
+
+TEST_F(CompanyLoad, OfManyRecordsBeforeAFaultChangesNothing) {
+  company.Load("first.xml", Accounts(Account("a", "Income") + Account("a1000", "Bank")));
+  const std::string before = company.Answer(Request("1.0", "<AccountQueryRq/>"));
+  std::string records;
+  for (int account = 0; account < 2'000; ++account)
+    records += Account(fmt::format("a{}", account), "Expense");
+  const std::string whole = Accounts(records);
+  for (const std::string& document : {whole.substr(0, whole.size() - 10), Accounts(records + "<AccountRet/>"),
+                                      Accounts(records + Account("a2000", "Money")), whole + "<"}) {
+    EXPECT_EQ(ThrownError([&] { company.Load("bad.xml", document); }).Number(), company_error::cannotParse);
+    EXPECT_EQ(company.Answer(Request("1.0", "<AccountQueryRq/>")), before);
+  }
+  EXPECT_EQ(CountsText(company.Load("good.xml", whole).added), "1999 AccountRet, ");
+}
+
+TEST_F(CompanyLoad, ThatCannotReadOnChangesNothing) {
+  const std::string beginning = Accounts(Account("a", "Income") + std::string(20'000, ' '));
+  const auto source = [rest = BytesOf(beginning)](std::span<char> part) {
+    const std::size_t length = rest(part.first(std::min<std::size_t>(part.size(), 1000)));
+    if (length < 1000) throw Error(5, "the disk is gone");
+    return length;
+  };
+  EXPECT_EQ(ThrownError([&] { company.Load("a.xml", source); }).Description(), "the disk is gone");
+  EXPECT_EQ(Texts("//ListID"), Values{});
+}
+
+TEST_F(CompanyLoad, NamesTheFirstOfSeveralFaults) {
+  EXPECT_EQ(ThrownError([&] {
+              company.Load("bad.xml",
+                           Response("<AccountQueryRs>\n<AccountRet/>\n<AccountRet></AccountQueryRs>"));
+            }).Description(),
+            "bad.xml, line 5: AccountRet has no ListID");
+}
+
+TEST_F(CompanyLoad, KeepsTheNamespacesThatARecordInherits) {
+  company.Load("company.xml",
+               "<QBXML xmlns='urn:a&amp;b' xmlns:p='urn:p' xmlns:q='urn:q'><QBXMLMsgsRs><CompanyQueryRs>"
+               "<CompanyRet z='1' xmlns:r='urn:r'><p:A><p:B q:c='2'/></p:A><D xmlns=''/></CompanyRet>"
+               "</CompanyQueryRs></QBXMLMsgsRs></QBXML>");
+  EXPECT_NE(
+      company.Answer(Request("1.0", "<CompanyQueryRq/>"))
+          .find("<CompanyRet xmlns:r=\"urn:r\" xmlns=\"urn:a&amp;b\" xmlns:p=\"urn:p\" xmlns:q=\"urn:q\" "
+                "z=\"1\">\n<p:A>\n<p:B q:c=\"2\" />\n</p:A>\n<D xmlns=\"\" />\n</CompanyRet>\n"),
+      std::string::npos);
+}
+
+// A record is found by what its stored text says.
+TEST_F(CompanyLoad, ReadsAKeyThatContainsElementsAsItIsStored) {
+  const std::string record = "<ItemServiceRet><ListID> <a>1</a></ListID></ItemServiceRet>";
+  company.Load("items.xml", Response("<ItemQueryRs>" + record + "</ItemQueryRs>"));
+  const std::string answer = company.Answer(Request("1.1", "<ItemQueryRq/>"));
+  EXPECT_EQ(CountsText(company.Load("again.xml", answer).added), "");
+}
+
+TEST_F(CompanyLoad, OfAnyLengthTakesTheSameMemory) {
+  EXPECT_TRUE(tests::StaysWithinLimits(0, [&] {
+    constexpr int records = 6'000;  // of 16 KiB, together more than the limit
+    const std::string note(16'384, 'n');
+    int written = 0;
+    std::string begin = "<QBXML><QBXMLMsgsRs><ItemQueryRs>";
+    std::string_view rest = begin;
+    const auto source = [&](std::span<char> part) {
+      if (rest.empty() && written <= records) {
+        begin = written < records
+                    ? fmt::format("<ItemServiceRet><ListID>{}</ListID><Desc>{}</Desc></ItemServiceRet>",
+                                  written, note)
+                    : "</ItemQueryRs></QBXMLMsgsRs></QBXML>";
+        ++written;
+        rest = begin;
+      }
+      const std::size_t length = std::min(rest.size(), part.size());
+      std::copy_n(rest.begin(), length, part.begin());
+      rest.remove_prefix(length);
+      return length;
+    };
+    return company.Load("large.xml", source).added.at(0).count == records;
+  }));
 }
 
 TEST_F(CompanyLoad, PassesOverRecordsThatCannotBeStored) {

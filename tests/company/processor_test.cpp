@@ -27,6 +27,17 @@ TEST_F(CompanyProcessors, AnswerInASession) {
   EXPECT_EQ(processor->ProcessRequest(ticket, request), company.Answer(request));
 }
 
+TEST_F(CompanyProcessors, AnswerTheSameInTheMemoryOfAnEarlierAnswer) {
+  const CompanyFile company = NewCompany("1.1");
+  const std::string ticket = processor->BeginSession(CompanyPath(), 2);
+  const std::string request = Request("1.0", "<CompanyQueryRq requestID=\"101\"/>");
+  constexpr std::size_t size = 100'000;
+  processor->UseAgain(std::string(size, 'x'));
+  const std::string answer = processor->ProcessRequest(ticket, request);
+  EXPECT_EQ(answer, company.Answer(request));
+  EXPECT_GE(answer.capacity(), size);
+}
+
 TEST_F(CompanyProcessors, ReportTheAbsolutePath) {
   NewCompany("1.1");
   const std::string relative = std::filesystem::relative(folder / "company.qbw").string();

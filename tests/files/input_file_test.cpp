@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <array>
 #include <istream>
 
 #include "files/input_buffer.h"
@@ -99,6 +100,40 @@ TEST_F(ReadFiles, ThroughAStreamEndAtTheEnd) {
   EXPECT_TRUE(lines.eof());
 }
 
+TEST_F(ReadFiles, ThroughAStreamCanBeReadAgainFromAnyPosition) {
+  const fs::path file = folder / "long";
+  std::string text;
+  for (int line = 10'000; line < 30'000; ++line) text += std::to_string(line) + "\n";
+  WriteText(file, text);
+  InputFile input(file, {}, system);
+  InputBuffer buffer(input);
+  std::istream lines(&buffer);
+  lines.exceptions(std::ios::badbit);
+  std::string line;
+  EXPECT_EQ(lines.tellg(), 0);
+  while (std::getline(lines, line)) {
+  }
+  lines.clear();
+  EXPECT_EQ(lines.tellg(), static_cast<std::streamoff>(text.size()));
+  for (const int again : {29'999, 10'000, 20'000, 20'001, 13'000}) {
+    lines.seekg(std::streamoff{6} * (again - 10'000));
+    std::getline(lines, line);
+    EXPECT_EQ(line, std::to_string(again));
+    EXPECT_EQ(lines.tellg(), std::streamoff{6} * (again - 9'999));
+  }
+  lines.seekg(-6, std::ios::cur);
+  std::getline(lines, line);
+  EXPECT_EQ(line, "13000");
+}
+
+TEST_F(ReadFiles, ThroughAStreamHaveNoPositionIfTheyArePipes) {
+  const FileDescriptor writer = FileDescriptor::Open(folder / "pipe", O_RDWR);
+  InputFile input(folder / "pipe", {.pipes = true}, system);
+  InputBuffer buffer(input);
+  EXPECT_EQ(buffer.pubseekoff(0, std::ios::cur), std::streampos(-1));
+  EXPECT_EQ(buffer.pubseekpos(0), std::streampos(-1));
+}
+
 TEST_F(ReadFiles, RefuseFoldersDevicesAndOtherFiles) {
   EXPECT_EQ(Description(folder.Path()), folder.Path().string() + ": Is a directory");
   EXPECT_EQ(Description("/dev/zero"), "/dev/zero: it is a device");
@@ -128,6 +163,26 @@ TEST_F(ReadFiles, ThatGrowMeanwhileEndAtTheLimit) {
   ASSERT_EQ(::write(writer.Number(), "y", 1), 1);
   EXPECT_EQ(ThrownError([&] { input.ReadAll(limit); }).Description(),
             (folder / "pipe").string() + ": it holds 64 KiB or more");
+}
+
+TEST_F(ReadFiles, ReachALimitWhileTheyAreReadPartByPart) {
+  InputFile input(folder / "file", {}, system);
+  input.Limit(24);  // the file has 23 bytes
+  std::array<char, 10> part{};
+  while (input.Read(part) > 0) continue;
+  InputFile larger(folder / "file", {}, system);
+  EXPECT_EQ(ThrownError([&] { larger.Limit(23); }).Description(),
+            (folder / "file").string() + ": it holds 0 KiB or more");
+}
+
+TEST_F(ReadFiles, ShowTheBytesThatABufferHolds) {
+  InputFile input(folder / "file", {}, system);
+  InputBuffer buffer(input);
+  EXPECT_EQ(buffer.Held(), "");
+  EXPECT_EQ(buffer.sgetc(), 'f');
+  EXPECT_EQ(buffer.Held(), "first line\nsecond line\n");
+  EXPECT_EQ(buffer.sbumpc(), 'f');
+  EXPECT_EQ(buffer.Held(), "irst line\nsecond line\n");
 }
 
 TEST_F(ReadFiles, MayBePipesAndEndWhenTheWriterCloses) {

@@ -43,7 +43,7 @@ Loaded Load(const Database& database, const std::string& document) {
   Loaded loaded;
   RecordStore store(database);
   company::ReadDocument(
-      "books.xml", document,
+      "books.xml", BytesOf(document),
       [&](company::CompanyRecord&& record) {
         ++loaded.records;
         if (store.Put(record) == company::PutResult::Added) ++loaded.added;

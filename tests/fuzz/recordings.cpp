@@ -30,8 +30,7 @@ std::vector<std::string> RequestsIn(const std::string& recording) {
 }
 
 std::shared_ptr<RequestProcessorFactory> Replay(const std::string& recording) {
-  std::istringstream lines(recording);
-  return ReplayingProcessors(lines, "exchange.jsonl");
+  return ReplayingProcessors(std::make_unique<std::istringstream>(recording), "exchange.jsonl");
 }
 
 void ReplayRecording(const std::string& recording) {

@@ -28,8 +28,7 @@ struct Recorded {
 };
 
 std::shared_ptr<ReplayedExchange> Exchange(const std::string& lines) {
-  std::istringstream input(lines);
-  return ReplayingProcessors(input, "recording");
+  return ReplayingProcessors(std::make_unique<std::istringstream>(lines), "recording");
 }
 
 std::unique_ptr<RequestProcessor> Replayed(const std::string& lines) {
@@ -90,6 +89,24 @@ TEST(ExchangeRecorder, ReplacesBytesThatAreNotUtf8AndChangesNoAnswer) {
   EXPECT_EQ(recorded.lines.str(),
             "{\"exchange\":1,\"company\":\"caf\uFFFD.qbw\",\"major\":1,\"minor\":1}\n"
             "{\"request\":\"requestID=\\\"4\\\"\",\"response\":\"<QBXML>\uFFFD</QBXML>\"}\n");
+}
+
+TEST(ExchangeRecorder, EscapesWhatJsonDoesNotAllowInTexts) {
+  struct Case {
+    std::string_view text;
+    const char* json;
+  };
+  for (const auto& [text, json] : {
+           Case{"", R"("")"},
+           Case{"a/\"\\\n\r\t\x7F", "\"a/\\\"\\\\\\n\\r\\t\x7F\""},
+           Case{"\b\f\x1F\n", R"("\b\f\u001f\n")"},
+           Case{std::string_view("\0\x1B", 2), R"("\u0000\u001b")"},
+           Case{"caf\u00E9 \u20AC \U0001F600", "\"caf\u00E9 \u20AC \U0001F600\""},
+           Case{"\"\xFF\"", "\"\\\"\uFFFD\\\"\""},
+       }) {
+    EXPECT_EQ(RecordedAnswerLine(text, text),
+              "{\"request\":" + std::string(json) + ",\"response\":" + json + "}\n");
+  }
 }
 
 TEST(ExchangeRecorder, WritesWhatTheImportWasShownAndAskedFor) {
@@ -155,12 +172,11 @@ TEST(ReplayingProcessors, HaveTheProcessorsOwnVersionWhateverTheImportWasShown) 
 }
 
 TEST(ReplayingProcessors, ReturnTheNthAnswerToTheNthRequestAndThenRepeatTheLast) {
-  std::istringstream input(std::string(session) +
-                           "{\"request\":\"a\",\"response\":\"1\"}\n"
-                           "{\"request\":\"b\",\"response\":\"x\"}\n"
-                           "{\"request\":\"a\",\"error\":{\"number\":5,\"description\":\"d\"}}\n"
-                           "{\"request\":\"a\",\"response\":\"3\"}\n");
-  const auto processors = ReplayingProcessors(input, "recording");
+  const auto processors = Exchange(std::string(session) +
+                                   "{\"request\":\"a\",\"response\":\"1\"}\n"
+                                   "{\"request\":\"b\",\"response\":\"x\"}\n"
+                                   "{\"request\":\"a\",\"error\":{\"number\":5,\"description\":\"d\"}}\n"
+                                   "{\"request\":\"a\",\"response\":\"3\"}\n");
   EXPECT_EQ(processors->Create()->ProcessRequest("", "a"), "1");
   const auto later = processors->Create();
   try {
@@ -173,6 +189,62 @@ TEST(ReplayingProcessors, ReturnTheNthAnswerToTheNthRequestAndThenRepeatTheLast)
   EXPECT_EQ(later->ProcessRequest("", "a"), "3");
   EXPECT_EQ(later->ProcessRequest("", "a"), "3");
   EXPECT_EQ(later->ProcessRequest("", "b"), "x");
+}
+
+// A recording that cannot be read again, like a pipe.
+class PassingText final : public std::streambuf {
+ public:
+  explicit PassingText(std::string text) : text_(std::move(text)) {
+    setg(text_.data(), text_.data(), text_.data() + text_.size());
+  }
+
+ private:
+  std::string text_;
+};
+
+class PassingStream final : public std::istream {
+ public:
+  explicit PassingStream(std::string text) : std::istream(nullptr), buffer_(std::move(text)) {
+    rdbuf(&buffer_);
+  }
+
+ private:
+  PassingText buffer_;
+};
+
+TEST(ReplayingProcessors, AnswerFromARecordingThatCannotBeReadAgain) {
+  const auto exchange =
+      ReplayingProcessors(std::make_unique<PassingStream>(std::string(session) +
+                                                          "{\"request\":\"a\",\"response\":\"\\u00e9\\n\"}\n"
+                                                          "{\"request\":\"a\",\"response\":\"2\"}\n"),
+                          "recording");
+  EXPECT_EQ(exchange->Create()->ProcessRequest("", "a"), "\u00E9\n");
+  EXPECT_EQ(exchange->Create()->ProcessRequest("", "a"), "2");
+}
+
+TEST(ReplayingProcessors, ReadAnAnswerWhenItIsAskedFor) {
+  const std::string line = R"({"request":"a","response":"1"})";
+  struct Case {
+    const char* changed;
+    std::string outcome;
+  };
+  for (const auto& [changed, outcome] : {
+           Case{R"({"response":"<\"\u00e9>","x":{"y":1},"request":"a"})", "<\"\u00E9>"},
+           Case{R"({"request":"b","response":"1"})", "recording has changed since it was opened"},
+           Case{R"({"request":"a","response":"1"])", "recording has changed since it was opened"},
+           Case{R"({"request":"a")", "recording has become shorter since it was opened"},
+       }) {
+    const std::size_t length = std::string_view(changed).size();
+    const std::string original = line + std::string(std::max(length, line.size()) - line.size(), ' ');
+    auto lines = std::make_unique<std::stringstream>(session + original);
+    std::stringstream& recording = *lines;
+    const auto processor = ReplayingProcessors(std::move(lines), "recording")->Create();
+    EXPECT_EQ(processor->ProcessRequest("", "a"), "1");
+    recording.str(session + std::string(changed));
+    std::string answer;
+    const auto error = ErrorOf([&] { answer = processor->ProcessRequest("", "a"); });
+    EXPECT_EQ(error ? error->Description() : answer, outcome);
+  }
 }
 
 TEST(ReplayingProcessors, NameTheRequestThatWasNotRecorded) {
@@ -228,6 +300,13 @@ TEST(ReplayingProcessors, NameTheInvalidLineOfARecording) {
             "recording, line 2: the line is an array; an object is expected");
   EXPECT_EQ(FaultOf(std::string(session) + "{\"request\":1e999}\n"),
             "recording, line 2: a number is out of range");
+}
+
+TEST(ReplayingProcessors, PassOverAByteOrderMarkAndMembersThatNothingReads) {
+  const auto processor = Replayed("\xEF\xBB\xBF" + std::string(session) +
+                                  " { \"request\" : \"x\", \"y\":[1,null], \"request\":\"a\", "
+                                  "\"response\":\"1\", \"response\":\"2\" } \r\n");
+  EXPECT_EQ(processor->ProcessRequest("", "a"), "2") << "the last member of a name counts";
 }
 
 TEST(ReplayingProcessors, SayWhatIsExpectedOfTheFirstLine) {

@@ -29,11 +29,15 @@ bool IsShownAsCredit(const std::string& accountType) {
 class Books {
  public:
   explicit Books(const GeneratedCompany& company) : accounts(company.Accounts()) {
-    for (const XmlElement& item : company.Items())
-      itemAccounts_[TextAt(item, "ListID")] = company::ReadItemAccounts(item);
+    company::ElementTree tree;
+    for (const XmlElement& item : company.Items()) {
+      const std::string xml = item.Xml();
+      itemAccounts_[TextAt(item, "ListID")] = company::ReadItemAccounts(tree.Read(xml));
+    }
     for (const XmlElement& transaction : company.Transactions()) {
       const std::string year = TextAt(transaction, "TxnDate").substr(0, 4);
-      for (const company::Posting& posting : company::ReadPostings(transaction.Xml())) Post(posting, year);
+      const std::string xml = transaction.Xml();
+      for (const company::Posting& posting : company::ReadPostings(tree.Read(xml))) Post(posting, year);
     }
   }
 

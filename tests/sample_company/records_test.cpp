@@ -223,7 +223,8 @@ TEST_F(GeneratedRecords, AreStoredLikeALoadedDocument) {
     std::string records;
     std::string heads;
     for (const XmlElement& record : Company().Records(request)) {
-      const company::RecordText text = company::WriteRecordText(record);
+      company::RecordText text;
+      EXPECT_FALSE(company::WriteRecordText(record.Xml(), text));
       records += text.xml;
       heads += text.xml.substr(0, text.linesBegin) + text.xml.substr(text.linesEnd);
     }

@@ -49,6 +49,16 @@ TEST(Variant, HasNoTextIfItHoldsAnObject) {
   EXPECT_EQ(number(Variant(std::make_shared<cSubtotals>())), 13);
 }
 
+TEST(Variant, IsEmptyOnceItsTextIsTaken) {
+  Variant value("a text");
+  EXPECT_EQ(value.TakeText(), "a text");
+  EXPECT_TRUE(value.IsEmpty());
+  EXPECT_EQ(value.TakeText(), "");
+  Variant number(std::int16_t{3});
+  EXPECT_EQ(number.TakeText(), "");
+  EXPECT_EQ(*number.AsInteger(), 3);
+}
+
 TEST(Variant, ReturnsItsObjectByClass) {
   const auto record = std::make_shared<cSubtotals>("Rent");
   const Variant value(record);

@@ -140,9 +140,9 @@ HRESULT CreateTestProcessor(REFIID identifier, void** object) {
   LogCall(orders.callLog, "creation");
   if (orders.refusedCall == "creation") return orders.refusalNumber;
   try {
-    std::ifstream recording(orders.recording, std::ios::binary);
-    auto* made = new TestProcessor(orders, caller,
-                                   ReplayingProcessors(recording, orders.recording.string())->Create());
+    auto recording = std::make_unique<std::ifstream>(orders.recording, std::ios::binary);
+    auto* made = new TestProcessor(
+        orders, caller, ReplayingProcessors(std::move(recording), orders.recording.string())->Create());
     const HRESULT result = made->QueryInterface(identifier, object);
     made->Release();
     return result;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "fakes/outside_element.h"
 #include "thrown_error.h"
 
@@ -149,6 +151,82 @@ TEST(XmlElement, ReadsAndSetsAttributes) {
   EXPECT_EQ(root.Attribute("x"), "a & \"b\"");
   root.SetAttribute("y", "é");
   EXPECT_EQ(root.Xml(), "<a x=\"a &amp; &quot;b&quot;\" y=\"é\"/>");
+}
+
+TEST(XmlElement, ReadsAttributesOfTheDocumentTypeWithoutPrintingThem) {
+  XmlElement root = XmlElement::Parse("<!DOCTYPE a [<!ATTLIST a x CDATA '1' y CDATA '2'>]><a y='3'/>");
+  EXPECT_EQ(root.Attribute("x"), "1");
+  EXPECT_EQ(root.Attribute("y"), "3");
+  EXPECT_EQ(root.Xml(), "<a y=\"3\"/>");
+  root.SetAttribute("x", "4");
+  EXPECT_EQ(root.Attribute("x"), "4");
+  EXPECT_EQ(root.Xml(), "<a y=\"3\" x=\"4\"/>");
+}
+
+TEST(XmlElement, SetsAttributesBeforeItsContent) {
+  XmlElement text = XmlElement::Parse("<a>1</a>");
+  text.SetAttribute("x", "2");
+  text.SetAttribute("y", "3");
+  EXPECT_EQ(text.Xml(), "<a x=\"2\" y=\"3\">1</a>");
+  EXPECT_EQ(text.Text(), "1");
+  text.SetText("4");
+  EXPECT_EQ(text.Xml(), "<a x=\"2\" y=\"3\">4</a>");
+  text.SetText("");
+  EXPECT_EQ(text.Xml(), "<a x=\"2\" y=\"3\"/>");
+  text.InsertCopy(XmlElement::Parse("<b/>"));
+  EXPECT_EQ(text.Xml(), "<a x=\"2\" y=\"3\"><b/></a>");
+  EXPECT_FALSE(text.FirstChild().NextSibling());
+}
+
+TEST(XmlElement, KeepsItsTextBesideWhatIsInserted) {
+  XmlElement root = XmlElement::Parse("<a>1</a>");
+  root.InsertCopy(XmlElement::Parse("<b>2</b>"));
+  EXPECT_EQ(root.Xml(), "<a>1<b>2</b></a>");
+  EXPECT_EQ(root.Text(), "12");
+  EXPECT_EQ(root.FirstTextNode(), "1");
+  root.FirstChild().Remove();
+  EXPECT_EQ(root.Xml(), "<a>1</a>");
+}
+
+TEST(XmlElement, FindsPathsAnewAfterAChange) {
+  XmlElement root = XmlElement::Parse("<a><b x='1'/></a>");
+  EXPECT_TRUE(root.Select("//b[@x = 1]"));
+  EXPECT_FALSE(root.Select("//b[@x = 2]"));
+  root.InsertCopy(XmlElement::Parse("<b x='2'/>"), root.FirstChild());
+  EXPECT_EQ(root.Select("//b[@x = 2]"), root.FirstChild());
+  root.FirstChild().SetAttribute("x", "3");
+  EXPECT_FALSE(root.Select("//b[@x = 2]"));
+  root.FirstChild().Remove();
+  EXPECT_FALSE(root.Select("//b[@x = 3]"));
+  root.FirstChild().SetText("4");
+  EXPECT_TRUE(root.Select("//b[. = 4]"));
+}
+
+TEST(XmlElement, SelectsByASimplePathWhatTheFullOneSelects) {
+  const XmlElement root = XmlElement::Parse(
+      "<a><b><c>1</c></b><b/><c>2</c><b><c>3</c><c>4</c><b><c>5</c></b></b><x:b "
+      "xmlns:x='urn:x'><c>6</c></x:b>"
+      "<b xmlns='urn:x'><c>7</c></b><a><b><c>8</c></b></a></a>");
+  const std::pair<const char*, const char*> paths[] = {
+      // NOLINT(modernize-avoid-c-arrays)
+      {"//c", "//c[true()]"},
+      {"//a", "//a[true()]"},
+      {"//none", "//none[true()]"},
+      {"b", "b[true()]"},
+      {"./b", "./b[true()]"},
+      {"b/c", "b/c[true()]"},
+      {"./b/c", "./b/c[true()]"},
+      {"./b/b/c", "./b/b/c[true()]"},
+      {"./b/none", "./b/none[true()]"},
+      {"descendant::b", "descendant::b[true()]"},
+      {"descendant::a", "descendant::a[true()]"},
+      {"descendant-or-self::a", "descendant-or-self::a[true()]"}};
+  for (const XmlElement& from : {root, root.FirstChild(), root.LastChild()}) {
+    for (const auto& [simple, full] : paths) {
+      EXPECT_EQ(from.SelectAll(simple), from.SelectAll(full)) << simple;
+      EXPECT_EQ(from.Select(simple), from.Select(full)) << simple;
+    }
+  }
 }
 
 TEST(XmlElement, FindsOnlyChildrenInNoNamespaceByName) {

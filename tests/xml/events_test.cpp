@@ -64,7 +64,34 @@ TEST(ParseXmlEvents, NumbersTheNamesOfTheVocabulary) {
     std::string log;
   } handler;
   EXPECT_FALSE(ParseXmlEvents("<a><b/><c/><x:b xmlns:x='urn:x'/><B/></a>", handler));
-  EXPECT_EQ(handler.log, "2a 0b -1c -1 -1B ");
+  EXPECT_EQ(handler.log, "2a 0b ");
+}
+
+TEST(ParseXmlEvents, WithholdsAnUnlistedElementUnlessItHasAnAttributeOrAListedElement) {
+  class Log final : public XmlEventHandler {
+   public:
+    std::span<const std::string_view> Vocabulary() const override { return names; }
+    void StartElement(const XmlEventName& name, const XmlEventAttributes& attributes) override {
+      log += "<" + std::string(name.Text()) + (attributes.IsEmpty() ? ">" : " ..>");
+    }
+    void Text(std::string_view piece) override { log += piece; }
+    void EndElement() override { log += "</>"; }
+
+    std::array<std::string_view, 1> names{"b"};
+    std::string log;
+  };
+  const std::pair<const char*, const char*> cases[] = {
+      {"<a><b/></a>", "<><b></></>"},
+      {"<a>1<c>2<d/>3</c>4<b/></a>", "1234<><b></></>"},
+      {"<b><c><d><b/></d></c><c/></b>", "<b><><><b></></></></>"},
+      {"<b><c><d e='f'/></c></b>", "<b><>< ..></></></>"},
+      {"<b><c xmlns='urn:c'><d/><b/></c></b>", "<b></>"},
+      {"<c><d>1</d></c>", "1"}};
+  for (const auto& [document, expected] : cases) {
+    Log handler;
+    EXPECT_FALSE(ParseXmlEvents(document, handler));
+    EXPECT_EQ(handler.log, expected) << document;
+  }
 }
 
 TEST(ParseXmlEvents, PassesTextOnlyWhileItIsWanted) {

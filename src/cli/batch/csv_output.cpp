@@ -3,13 +3,13 @@
 #include <initializer_list>
 
 #include "cli/batch/outputs.h"
-#include "support/csv_text.h"
+#include "files/csv_text.h"
 
 namespace krnqb::cli {
 namespace {
 
 std::string HeadingLine() {
-  CsvLine line;
+  files::CsvLine line;
   for (const std::string_view heading :
        {"name", "written_utc", "result", "done", "company", "company_path", "plan", "period_from",
         "rows_added", "cells_changed", "formulas_cleared", "left_out", "sum_left_out", "elapsed_ms",
@@ -22,7 +22,7 @@ std::string HeadingLine() {
 std::string ImportLine(const ImportResultFile& import) {
   std::string codes;
   for (const ResultWarning& warning : import.warnings) codes += (codes.empty() ? "" : " ") + warning.code;
-  CsvLine line;
+  files::CsvLine line;
   line.Text(import.name)
       .Figure(TimeText(import.written))
       .Figure(import.result)

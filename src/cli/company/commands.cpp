@@ -6,11 +6,11 @@
 
 #include "cli/company/interruptible.h"
 #include "cli/company/json_output.h"
-#include "cli/company/recorded_documents.h"
+#include "cli/company/loaded_document.h"
 #include "cli/console/attempt.h"
 #include "cli/console/text_table.h"
 #include "cli/exchange/company_file.h"
-#include "files/reading.h"
+#include "files/operations.h"
 #include "support/date.h"
 #include "support/path_text.h"
 
@@ -49,18 +49,13 @@ void WarnOfPassedOver(const company::LoadSummary& summary, const Console& consol
        fmt::format("{}: passed over {}: company files cannot store such records", summary.document, text));
 }
 
-struct Document {
-  std::string name;
-  std::string bytes;
-};
-
-// Reads all documents, so that a missing one is found before any is loaded.
-std::vector<Document> Documents(const std::vector<std::string>& names) {
+// Opens all documents, so that a missing one is found before any is loaded.
+std::vector<LoadedDocument> Documents(const std::vector<std::string>& names,
+                                      files::FileOperations& operations) {
   return Attempt("loading failed", "check the path and load again (nothing was loaded)", [&] {
-    std::vector<Document> documents;
+    std::vector<LoadedDocument> documents;
     documents.reserve(names.size());
-    for (const std::string& name : names)
-      documents.push_back({name, files::ReadDocument(PathFrom(name), InterruptRequested)});
+    for (const std::string& name : names) documents.emplace_back(name, operations);
     return documents;
   });
 }
@@ -132,14 +127,13 @@ CommandEnd Run(const LoadCompanyOptions& options, const Console& console) {
   const InterruptWatch interrupts;
   std::size_t loaded = 0;
   try {
-    const std::vector<Document> documents = Documents(options.documents);
+    files::SystemFileOperations operations;
+    std::vector<LoadedDocument> documents = Documents(options.documents, operations);
     CompanyFile company = OpenCompany(options.file, FileAccess::ReadWrite, interrupts);
     WarnOfChecksums(company, options.file, console);
-    for (const auto& [document, bytes] : documents) {
+    for (LoadedDocument& document : documents) {
       const UnknownKinds unknown = options.strict ? UnknownKinds::Refuse : UnknownKinds::PassOver;
-      const company::LoadSummary summary = IsRecording(bytes)
-                                               ? LoadRecording(company, document, bytes, unknown)
-                                               : company.Load(document, bytes, unknown);
+      const company::LoadSummary summary = document.LoadInto(company, unknown);
       console.out << LoadText(summary);
       WarnOfPassedOver(summary, console);
       ++loaded;

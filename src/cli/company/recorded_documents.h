@@ -1,5 +1,6 @@
 #pragma once
 
+#include <istream>
 #include <string>
 #include <string_view>
 
@@ -7,13 +8,14 @@
 
 namespace krnqb::cli {
 
-/// Returns whether a document is the recording of an exchange rather than a qbXML document.
-bool IsRecording(std::string_view bytes) noexcept;
+/// Returns whether a document that begins with these bytes is the recording of an exchange rather than a
+/// qbXML document.
+bool IsRecording(std::string_view beginning) noexcept;
 
 /// Loads the records in the answers of a recording, all of them or none. Passes over reports, which have no
 /// records, and refusals. Throws Error as `CompanyFile::Load` does; the description has the number of the
 /// answer.
 company::LoadSummary LoadRecording(company::CompanyFile& company, const std::string& name,
-                                   const std::string& bytes, company::UnknownKinds unknownKinds);
+                                   std::istream& recording, company::UnknownKinds unknownKinds);
 
 }  // namespace krnqb::cli

@@ -11,6 +11,12 @@ constexpr bool IsWithin(char32_t character, char32_t first, char32_t last) noexc
 
 }  // namespace
 
+std::size_t PlainLength(std::string_view text) noexcept {
+  std::size_t length = 0;
+  while (length < text.size() && text[length] >= ' ' && text[length] <= '~') ++length;
+  return length;
+}
+
 TextPart TakePart(std::string_view& text) noexcept {
   std::string_view rest = text;
   char32_t character = TakeCharacter(rest);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,10 @@ struct TextPart {
 
   bool IsStrayByte() const noexcept { return bytes.size() == 1 && character >= 0x80; }
 };
+
+/// Returns how many bytes a text begins with that are printable characters of ASCII. They are passed as they
+/// are, and nearly every text has no others.
+std::size_t PlainLength(std::string_view text) noexcept;
 
 /// Removes the first part from a non-empty text and returns it.
 TextPart TakePart(std::string_view& text) noexcept;

@@ -42,6 +42,11 @@ void PrintableBuffer::Pass(std::string_view text, bool complete) {
   std::string passed;
   passed.reserve(text.size());
   while (!text.empty()) {
+    if (const std::size_t plain = PlainLength(text); plain > 0) {
+      passed += text.substr(0, plain);
+      text.remove_prefix(plain);
+      continue;
+    }
     const std::string_view before = text;
     const TextPart part = TakePart(text);
     const bool lineFeedMayFollow = part.character == U'\r' && text.empty();

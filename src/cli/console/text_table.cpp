@@ -54,6 +54,12 @@ std::string OneLine(std::string_view text) {
   std::string line;
   bool afterControl = false;
   while (!text.empty()) {
+    if (const std::size_t plain = PlainLength(text); plain > 0) {
+      line += text.substr(0, plain);
+      text.remove_prefix(plain);
+      afterControl = false;
+      continue;
+    }
     const TextPart part = TakePart(text);
     const bool control = IsControl(part.character);
     if (control && !afterControl) line += ' ';

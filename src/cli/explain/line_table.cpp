@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 #include "cli/console/text_table.h"
 #include "cli/explain/words.h"
@@ -122,10 +123,12 @@ std::string LineTable(const SumStory& story, std::size_t width, const std::strin
   Fit(rows, width > inner.size() ? width - inner.size() : 0);
   const std::vector<std::string> lines = TableLines(rows, inner);
   std::string text;
+  std::string lastHeading;
   for (std::size_t index = 0; index < lines.size(); ++index) {
     if (index < story.lines.size()) {
-      const bool sameRun = index > 0 && Heading(story.lines[index]) == Heading(story.lines[index - 1]);
-      if (!sameRun) text += fmt::format("{}{}\n", indent, Heading(story.lines[index]));
+      std::string heading = Heading(story.lines[index]);
+      if (heading != lastHeading) text += fmt::format("{}{}\n", indent, heading);
+      lastHeading = std::move(heading);
     }
     text += lines[index];
   }

@@ -53,18 +53,16 @@ Failure NoSuchRow(const ExplainOptions& options, const std::vector<LedgerCell>& 
                       : fmt::format("did you mean {}?", AlternativesText(nearest)));
 }
 
-// Leaves the figures of one month.
-void KeepMonth(std::vector<ledger::RowFigures>& rows, const ledger::LedgerFacts& facts,
-               const ExplainOptions& options) {
-  if (!options.month) return;
-  const YearMonth month = *options.month;
-  for (ledger::RowFigures& row : rows) {
-    std::erase_if(row.figures, [&](const ledger::Figure& figure) {
-      return MonthOfFigure(facts, figure.past, figure.number) != month;
-    });
-  }
+// Returns the rows that have a figure of the month, with such figures alone.
+std::vector<ledger::RowFigures> RowsOfMonth(const ledger::LedgerFile& ledger,
+                                            const std::vector<LedgerCell>& cells, const YearMonth& month,
+                                            const ExplainOptions& options) {
+  const ledger::LedgerFacts& facts = ledger.Facts();
+  std::vector<ledger::RowFigures> rows = FiguresOf(ledger, cells, [&](const ledger::Figure& figure) {
+    return MonthOfFigure(facts, figure.past, figure.number) == month;
+  });
   std::erase_if(rows, [](const ledger::RowFigures& row) { return row.figures.empty(); });
-  if (!rows.empty()) return;
+  if (!rows.empty()) return rows;
   throw NotFound(fmt::format("the import wrote no figure of {} into the row \"{}\"",
                              plan_file::MonthOfYear(month), options.row.value_or("")),
                  fmt::format("its amounts are those of {} to {}; leave out --month to see them all",
@@ -84,9 +82,7 @@ std::vector<ledger::RowFigures> ChosenRows(const ledger::LedgerFile& ledger, con
   std::ranges::copy_if(cells, std::back_inserter(named),
                        [&](const LedgerCell& cell) { return FoldedKey(cell.row) == folded; });
   if (named.empty()) throw NoSuchRow(options, cells);
-  std::vector<ledger::RowFigures> rows = FiguresOf(ledger, named);
-  KeepMonth(rows, ledger.Facts(), options);
-  return rows;
+  return options.month ? RowsOfMonth(ledger, named, *options.month, options) : FiguresOf(ledger, named);
 }
 
 }  // namespace krnqb::cli

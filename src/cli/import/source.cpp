@@ -80,20 +80,30 @@ ImportSource QuickBooksSource(const ImportCommand& options, const Surroundings& 
           .facts = std::make_shared<SessionFacts>()};
 }
 
+// A recording to be replayed, which is read while the import asks for its answers.
+class RecordingFile final : public std::istream {
+ public:
+  explicit RecordingFile(const std::string& path)
+      : std::istream(nullptr),
+        file_(PathFrom(path), {.pipes = true, .failure = {}, .interrupted = InterruptRequested}, operations_),
+        buffer_(file_) {
+    rdbuf(&buffer_);
+    exceptions(std::ios::badbit);  // a failure to read is not the recording's end
+  }
+
+ private:
+  files::SystemFileOperations operations_;
+  files::InputFile file_;
+  files::InputBuffer buffer_;
+};
+
 // A recording is replayed as it was recorded: its own answers fit the version that the import was shown.
 ImportSource RecordedSource(const std::string& path, const ImportCommand& options) {
   constexpr std::string_view failed = "opening the recording failed";
-  files::SystemFileOperations operations;
-  const auto file = Attempt(failed, "check the path and its permissions", [&] {
-    return std::make_unique<files::InputFile>(
-        PathFrom(path), files::ReadingRules{.pipes = true, .failure = {}, .interrupted = InterruptRequested},
-        operations);
-  });
-  files::InputBuffer buffer(*file);
-  std::istream recording(&buffer);
-  recording.exceptions(std::ios::badbit);  // a failure to read is not the recording's end
+  auto recording = Attempt(failed, "check the path and its permissions",
+                           [&] { return std::make_unique<RecordingFile>(path); });
   return Attempt(failed, "check the path, or record the exchange again with --record", [&] {
-    const auto exchange = ReplayingProcessors(recording, path);
+    const auto exchange = ReplayingProcessors(std::move(recording), path);
     const ExchangeHeader& header = exchange->Header();
     const auto chosen = ChosenVersion(options);
     const auto presented = chosen ? chosen : header.presented;

@@ -25,7 +25,8 @@ std::string NameOfAnswer(std::size_t index) {
 void ReadAnswers(const std::vector<std::string>& answers, const company::RecordReceiver& receive) {
   for (std::size_t index = 0; index < answers.size(); ++index) {
     if (IsReport(answers[index])) continue;
-    company::ReadDocument(NameOfAnswer(index), answers[index], receive, [](std::string_view /*element*/) {});
+    company::ReadDocument(NameOfAnswer(index), BytesOf(answers[index]), receive,
+                          [](std::string_view /*element*/) {});
   }
 }
 

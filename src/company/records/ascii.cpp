@@ -2,12 +2,13 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <iterator>
 
 #include "company/records/errors.h"
 #include "krnqb/error.h"
-#include "xml/parser.h"
 
 namespace krnqb::company {
 namespace {
@@ -36,31 +37,71 @@ std::uint32_t TakeCharacter(std::string_view& utf8) {
   return character;
 }
 
-bool IsPlain(char character, Quotes quotes) {
-  if (static_cast<unsigned char>(character) >= 0x80) return false;
-  return quotes == Quotes::Keep || (character != '"' && character != '\'');
-}
+// The references to characters that a text or an attribute cannot contain. This is asked for every character
+// of every record.
+class References {
+ public:
+  struct Entry {
+    char character;
+    std::string_view reference;
+  };
 
-}  // namespace
+  template <std::size_t Count>
+  constexpr explicit References(const std::array<Entry, Count>& entries) {
+    for (std::size_t code = 0x80; code < isSpecial_.size(); ++code) isSpecial_.at(code) = true;
+    for (std::size_t place = 0; place < Count; ++place) {
+      entries_.at(place) = entries.at(place);
+      isSpecial_.at(static_cast<unsigned char>(entries.at(place).character)) = true;
+    }
+  }
 
-void AppendAscii(std::string& output, std::string_view utf8, Quotes quotes) {
-  while (!utf8.empty()) {
-    std::size_t plain = 0;
-    while (plain < utf8.size() && IsPlain(utf8[plain], quotes)) ++plain;
-    output += utf8.substr(0, plain);
-    utf8.remove_prefix(plain);
-    if (utf8.empty()) return;
-    if (static_cast<unsigned char>(utf8.front()) >= 0x80) {
-      fmt::format_to(std::back_inserter(output), "&#{};", TakeCharacter(utf8));
-    } else {
-      output += utf8.front() == '"' ? "&quot;" : "&apos;";
+  bool IsSpecial(char character) const noexcept {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-bounds-constant-array-index)
+    return isSpecial_[static_cast<unsigned char>(character)];
+  }
+  /// Returns an empty text for a character that is not ASCII.
+  std::string_view To(char character) const noexcept {
+    const auto* const entry = std::ranges::find(entries_, character, &Entry::character);
+    return entry == entries_.end() ? std::string_view() : entry->reference;
+  }
+
+ private:
+  std::array<bool, 256> isSpecial_{};
+  std::array<Entry, 7> entries_{};
+};
+
+using Entry = References::Entry;
+constexpr References textReferences(std::array{Entry{'&', "&amp;"}, Entry{'<', "&lt;"}, Entry{'>', "&gt;"},
+                                               Entry{'"', "&quot;"}, Entry{'\'', "&apos;"}});
+constexpr References attributeReferences(std::array{
+    Entry{'&', "&amp;"}, Entry{'<', "&lt;"}, Entry{'>', "&gt;"}, Entry{'"', "&quot;"}, Entry{'\n', "&#10;"},
+    Entry{'\t', "&#9;"}, Entry{'\r', "&#13;"}});
+
+void Append(std::string& output, std::string_view utf8, const References& references) {
+  for (;;) {
+    const char* const end = utf8.data() + utf8.size();
+    const char* const special =
+        std::find_if(utf8.data(), end, [&](char character) { return references.IsSpecial(character); });
+    output.append(utf8.data(), special);
+    if (special == end) return;
+    utf8.remove_prefix(static_cast<std::size_t>(special - utf8.data()));
+    if (const std::string_view reference = references.To(*special); !reference.empty()) {
+      output += reference;
       utf8.remove_prefix(1);
+    } else {
+      fmt::format_to(std::back_inserter(output), "&#{};", TakeCharacter(utf8));
     }
   }
 }
 
+}  // namespace
+
 void AppendAsciiText(std::string& output, std::string_view utf8) {
-  AppendAscii(output, EscapedXmlText(utf8), Quotes::Escape);
+  Append(output, utf8, textReferences);
+}
+
+void AppendAsciiAttribute(std::string& output, std::string_view utf8) {
+  Append(output, utf8, attributeReferences);
 }
 
 }  // namespace krnqb::company

@@ -4,12 +4,12 @@
 
 #include <algorithm>
 #include <charconv>
+#include <string>
+#include <utility>
 
-#include "company/records/date.h"
 #include "company/records/errors.h"
 #include "krnqb/error.h"
-#include "support/number_text.h"
-#include "xml/parser.h"
+#include "xml/document_stream.h"
 
 namespace krnqb::company {
 namespace {
@@ -18,53 +18,6 @@ constexpr int firstErrorStatus = 1000;  // below it an answer is complete
 
 [[noreturn]] void Refuse(const std::string& reason) {
   throw Error(company_error::cannotParse, reason);
-}
-
-std::string RequiredText(const XmlElement& record, std::string_view name) {
-  const XmlElement child = record.Child(name);
-  std::string text = child ? child.Text() : std::string();
-  if (text.empty()) Refuse(fmt::format("{} has no {}", record.Name(), name));
-  return text;
-}
-
-// Returns a text as a message shows it. A document may hold gigabytes.
-std::string Shown(std::string_view text) {
-  constexpr std::size_t longest = 40;
-  if (text.size() <= longest) return std::string(text);
-  std::size_t end = longest;
-  while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) --end;
-  return std::string(text.substr(0, end)) + "...";
-}
-
-// An import would take a text that is not a number for 0.
-void RequireNumber(const XmlElement& account, std::string_view name) {
-  const XmlElement child = account.Child(name);
-  if (!child || ConvertToDouble(child.Text())) return;
-  const XmlElement accountName = account.Child("Name");
-  Refuse(fmt::format("{} {} has the {} \"{}\", which is not a number", account.Name(),
-                     Shown(accountName ? accountName.Text() : RequiredText(account, "ListID")), name,
-                     Shown(child.Text())));
-}
-
-void ReadListEntry(const XmlElement& element, CompanyRecord& record) {
-  record.key = RequiredText(element, "ListID");
-  if (const XmlElement parent = element.Child("ParentRef").Child("ListID")) record.parentKey = parent.Text();
-  if (record.kind->family == "Item") record.itemAccounts = ReadItemAccounts(element);
-  if (record.kind->family != "Account") return;
-  for (const std::string_view balance : {"Balance", "TotalBalance"}) RequireNumber(element, balance);
-  record.accountType = RequiredText(element, "AccountType");
-  if (!AccountTypeOrder(record.accountType)) {
-    Refuse(fmt::format("AccountRet has the unknown AccountType \"{}\"", Shown(record.accountType)));
-  }
-}
-
-void ReadTransaction(const XmlElement& element, CompanyRecord& record) {
-  record.key = RequiredText(element, "TxnID");
-  record.date = RequiredText(element, "TxnDate");
-  if (!IsCalendarDate(record.date)) {
-    Refuse(fmt::format("{} has the TxnDate \"{}\", which is not a date written YYYY-MM-DD", element.Name(),
-                       Shown(record.date)));
-  }
 }
 
 // Item records are answers to the request for all items or for one kind of item.
@@ -79,97 +32,143 @@ bool IsKnownAnswer(std::string_view answer) {
 }
 
 // An answer with an error status has no records even if the company has some, so it must not count as empty.
-void CheckStatus(const XmlElement& answer) {
-  const std::string status = answer.Attribute("statusCode").value_or("0");
+void CheckStatus(std::string_view answer, const XmlStartTag& tag) {
+  const std::string_view status = FindAttribute(tag, "statusCode").value_or("0");
   int number = 0;
   std::from_chars(status.data(), status.data() + status.size(), number);
   if (number < firstErrorStatus) return;
-  Refuse(fmt::format("{} has the error status {}: {}", answer.Name(), status,
-                     answer.Attribute("statusMessage").value_or("")));
+  Refuse(fmt::format("{} has the error status {}: {}", answer, status,
+                     FindAttribute(tag, "statusMessage").value_or("")));
 }
 
-class DocumentReader {
+// Where the innermost open element is in the document.
+enum class Level : std::uint8_t { Outside, Response, Messages, Answer, Record };
+
+class DocumentReader final : public XmlStreamHandler {
  public:
   DocumentReader(std::string_view name, const RecordReceiver& receive, const PassedOverReceiver& passOver)
       : name_(name), receive_(receive), passOver_(passOver) {}
 
-  void Read(std::string_view bytes) {
-    const XmlParseResult parsed = ParseXmlBytes(bytes);
-    if (parsed.fault) Refuse(Located(parsed.fault->line, "not well-formed: " + parsed.fault->message));
-    At(parsed.element, [&] {
-      if (parsed.element.Name() != "QBXML")
-        Refuse("not a qbXML response: the root element is " + parsed.element.Name());
-    });
-    for (const XmlElement& messages : parsed.element.Children()) {
-      At(messages, [&] {
-        if (messages.Name() != "QBXMLMsgsRs") Refuse("QBXMLMsgsRs expected, found " + messages.Name());
-      });
-      for (XmlElement answer = messages.FirstChild(); answer; answer = answer.NextSibling())
-        ReadAnswer(answer);
+  void Read(const ByteSource& document) {
+    if (const std::optional<XmlFault> fault = ParseXmlStream(document, *this)) {
+      line_ = fault->line;
+      Refuse(Located("not well-formed: " + fault->message));
+    }
+  }
+
+  void StartElement(const XmlStartTag& tag) override {
+    if (skipped_ > 0) {
+      ++skipped_;
+    } else if (level_ == Level::Record) {
+      text_.StartElement(tag);
+    } else {
+      line_ = tag.line;
+      AtLine([&] { Enter(tag); });
+    }
+  }
+
+  void Text(std::string_view piece) override {
+    if (level_ == Level::Record) text_.Text(piece);
+  }
+
+  void EndElement() override {
+    if (skipped_ > 0) {
+      --skipped_;
+    } else if (level_ != Level::Record) {
+      level_ = static_cast<Level>(static_cast<int>(level_) - 1);
+    } else {
+      text_.EndElement();
+      if (!text_.IsInside()) Leave();
     }
   }
 
  private:
-  void ReadAnswer(const XmlElement& answer) {
-    const std::string answerName = answer.Name();
-    if (answerName == "HostQueryRs") return;
-    const bool isKnown = IsKnownAnswer(answerName);
-    At(answer, [&] {
-      if (!isKnown && !passOver_) {
-        Refuse(fmt::format("company files cannot store records of {}", Shown(answerName)));
-      }
-      if (isKnown) CheckStatus(answer);
-    });
-    for (XmlElement element = answer.FirstChild(); element; element = element.NextSibling()) {
-      if (passOver_ && FindRecordKind(element.Name()) == nullptr) {
-        passOver_(element.Name());
-        continue;
-      }
-      CompanyRecord record;
-      At(element, [&] {
-        record = ReadRecord(element);
-        if (!IsAnswerOf(answerName, *record.kind)) {
-          Refuse(fmt::format("{} cannot contain {}", Shown(answerName), element.Name()));
-        }
-      });
-      receive_(std::move(record));
+  void Enter(const XmlStartTag& tag) {
+    std::string name = QualifiedName(tag.name);
+    switch (level_) {
+      case Level::Outside:
+        if (name != "QBXML") Refuse("not a qbXML response: the root element is " + name);
+        level_ = Level::Response;
+        break;
+      case Level::Response:
+        if (name != "QBXMLMsgsRs") Refuse("QBXMLMsgsRs expected, found " + name);
+        level_ = Level::Messages;
+        break;
+      case Level::Messages:
+        EnterAnswer(std::move(name), tag);
+        break;
+      default:
+        EnterRecord(name, tag);
     }
   }
 
-  std::string Located(long line, const std::string& reason) const {
-    return fmt::format("{}, line {}: {}", name_, line, reason);
+  void EnterAnswer(std::string name, const XmlStartTag& tag) {
+    answer_ = std::move(name);
+    if (answer_ == "HostQueryRs") {
+      skipped_ = 1;
+      return;
+    }
+    const bool isKnown = IsKnownAnswer(answer_);
+    if (!isKnown && !passOver_)
+      Refuse(fmt::format("company files cannot store records of {}", Shown(answer_)));
+    if (isKnown) CheckStatus(answer_, tag);
+    level_ = Level::Answer;
   }
 
+  void EnterRecord(const std::string& name, const XmlStartTag& tag) {
+    const bool isKnown = FindRecordKind(name) != nullptr;
+    if (!isKnown && !passOver_) Refuse(fmt::format("company files cannot store {} records", name));
+    if (isKnown) {
+      text_.StartElement(tag);
+      level_ = Level::Record;
+    } else {
+      passOver_(name);
+      skipped_ = 1;
+    }
+  }
+
+  void Leave() {
+    level_ = Level::Answer;
+    CompanyRecord record;
+    AtLine([&] {
+      record = ReadRecord(text_.Root());
+      record.text = text_.Take();
+      if (!IsAnswerOf(answer_, *record.kind)) {
+        Refuse(fmt::format("{} cannot contain {}", Shown(answer_), record.kind->element));
+      }
+    });
+    receive_(std::move(record));
+  }
+
+  std::string Located(const std::string& reason) const {
+    return fmt::format("{}, line {}: {}", name_, line_, reason);
+  }
+
+  // Faults of a record are on the line on which it begins.
   template <typename Reading>
-  void At(const XmlElement& element, Reading&& reading) const {
+  void AtLine(Reading&& reading) const {
     try {
       std::forward<Reading>(reading)();
     } catch (const Error& error) {
-      throw Error(error.Number(), Located(element.Line(), error.Description()));
+      throw Error(error.Number(), Located(error.Description()));
     }
   }
 
   std::string name_;
   const RecordReceiver& receive_;
   const PassedOverReceiver& passOver_;
+  Level level_ = Level::Outside;
+  int skipped_ = 0;  // how many open elements are within one that is skipped, which counts too
+  long line_ = 0;    // of the last start tag outside records or of a record
+  std::string answer_;
+  RecordTextWriter text_;
 };
 
 }  // namespace
 
-CompanyRecord ReadRecord(const XmlElement& element) {
-  CompanyRecord record;
-  record.kind = FindRecordKind(element.Name());
-  if (record.kind == nullptr) Refuse(fmt::format("company files cannot store {} records", element.Name()));
-  if (record.kind->shape == RecordShape::ListEntry) ReadListEntry(element, record);
-  if (record.kind->shape == RecordShape::Transaction) ReadTransaction(element, record);
-  record.text = WriteRecordText(element);
-  if (record.kind->shape == RecordShape::Transaction) record.postings = ReadPostings(record.text.xml);
-  return record;
-}
-
-void ReadDocument(std::string_view documentName, std::string_view bytes, const RecordReceiver& receive,
+void ReadDocument(std::string_view documentName, const ByteSource& document, const RecordReceiver& receive,
                   const PassedOverReceiver& passOver) {
-  DocumentReader(documentName, receive, passOver).Read(bytes);
+  DocumentReader(documentName, receive, passOver).Read(document);
 }
 
 }  // namespace krnqb::company

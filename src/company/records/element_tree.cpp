@@ -1,5 +1,6 @@
 #include "company/records/element_tree.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 
@@ -8,7 +9,16 @@
 namespace krnqb::company {
 namespace {
 
-constexpr std::size_t none = static_cast<std::size_t>(-1);
+constexpr std::size_t none = std::string_view::npos;
+
+bool IsBlank(char character) {
+  return character == ' ' || character == '\t' || character == '\r' || character == '\n';
+}
+
+// Returns the length of the name with which a tag begins. This is asked for every tag of every record.
+std::size_t NameLength(std::string_view tag) {
+  return static_cast<std::size_t>(std::ranges::find_if(tag, IsBlank) - tag.begin());
+}
 
 void AppendUtf8(std::string& text, std::uint32_t character) {
   if (character < 0x80) {
@@ -66,13 +76,13 @@ RecordElement RecordElement::At(std::size_t node) const noexcept {
 }
 
 std::string_view RecordElement::Name() const noexcept {
-  return tree_ == nullptr ? std::string_view() : tree_->nodes_[node_].name;
+  return tree_ == nullptr ? std::string_view() : tree_->In(tree_->nodes_[node_].name);
 }
 
 std::string RecordElement::Text() const {
   std::string text;
   if (tree_ == nullptr) return text;
-  MarkupReader reader(tree_->nodes_[node_].content);
+  MarkupReader reader(tree_->In(tree_->nodes_[node_].content));
   for (Markup markup = reader.Next(); markup.kind != MarkupKind::End; markup = reader.Next()) {
     if (markup.kind == MarkupKind::Text) AppendResolved(text, markup.text);
     if (markup.kind == MarkupKind::PlainText) text += markup.text;
@@ -96,39 +106,35 @@ RecordElement RecordElement::Child(std::string_view name) const noexcept {
   if (tree_ == nullptr) return {};
   for (std::size_t child = tree_->nodes_[node_].firstChild; child != none;
        child = tree_->nodes_[child].nextSibling) {
-    if (tree_->nodes_[child].name == name && tree_->nodes_[child].isUnqualified) return At(child);
+    if (tree_->In(tree_->nodes_[child].name) == name && tree_->nodes_[child].isUnqualified) return At(child);
   }
   return {};
 }
 
 RecordElement ElementTree::Read(std::string_view xml) {
-  nodes_.clear();
-  open_ = none;
+  Clear();
+  xml_ = xml;
   MarkupReader reader(xml);
   for (Markup markup = reader.Next(); markup.kind != MarkupKind::End; markup = reader.Next()) {
-    const std::string_view tag = markup.text;
     if (markup.kind == MarkupKind::StartTag || markup.kind == MarkupKind::EmptyTag) {
       if (open_ == none && !nodes_.empty()) return {};
-      Open(tag);
+      ReadStart(markup.text);
     }
-    if (markup.kind == MarkupKind::EmptyTag) open_ = nodes_[open_].parent;
-    if (markup.kind == MarkupKind::EndTag && !Close(tag, tag.data() - 2)) return {};
+    if (markup.kind == MarkupKind::EmptyTag) Close(nodes_[open_].content.begin);
+    if (markup.kind == MarkupKind::EndTag && !ReadEnd(markup.text)) return {};
   }
-  return nodes_.empty() || open_ != none ? RecordElement() : RecordElement(*this, 0);
+  return open_ == none ? Root(xml) : RecordElement();
 }
 
-// An unprefixed name is in the namespace of the nearest "xmlns" above it.
-void ElementTree::Open(std::string_view tag) {
-  const std::size_t nameEnd = tag.find_first_of(" \t\r\n");
+void ElementTree::Clear() noexcept {
+  nodes_.clear();
+  open_ = none;
+}
+
+void ElementTree::Open(TextRange name, std::size_t contentBegin, bool isUnqualified) {
   const std::size_t node = nodes_.size();
-  bool inNamespace = open_ != none && nodes_[open_].inNamespace;
-  if (nameEnd != std::string_view::npos && tag.find("xmlns=") != std::string_view::npos) {
-    inNamespace = tag.find("xmlns=\"\"") == std::string_view::npos;
-  }
-  const std::string_view name = tag.substr(0, nameEnd);
-  const bool isUnqualified = !inNamespace && name.find(':') == std::string_view::npos;
   nodes_.push_back(
-      {name, {tag.data() + tag.size() + 1, 0}, inNamespace, isUnqualified, open_, none, none, none});
+      {.name = name, .content = {contentBegin, 0}, .isUnqualified = isUnqualified, .parent = open_});
   if (open_ != none) {
     Node& parent = nodes_[open_];
     (parent.lastChild == none ? parent.firstChild : nodes_[parent.lastChild].nextSibling) = node;
@@ -137,12 +143,40 @@ void ElementTree::Open(std::string_view tag) {
   open_ = node;
 }
 
-bool ElementTree::Close(std::string_view name, const char* contentEnd) {
-  if (open_ == none) return false;
+void ElementTree::Close(std::size_t contentEnd) noexcept {
   Node& node = nodes_[open_];
-  if (node.name != name.substr(0, name.find_first_of(" \t\r\n"))) return false;
-  node.content = {node.content.data(), static_cast<std::size_t>(contentEnd - node.content.data())};
+  node.content.length = contentEnd - node.content.begin;
   open_ = node.parent;
+}
+
+void ElementTree::MakeRoom(std::size_t begin, std::size_t length) noexcept {
+  for (Node& node : nodes_) {
+    if (node.name.begin >= begin) node.name.begin += length;
+    if (node.content.begin >= begin) node.content.begin += length;
+  }
+}
+
+RecordElement ElementTree::Root(std::string_view xml) noexcept {
+  xml_ = xml;
+  return nodes_.empty() ? RecordElement() : RecordElement(*this, 0);
+}
+
+// An unprefixed name is in the namespace of the nearest "xmlns" above it.
+void ElementTree::ReadStart(std::string_view tag) {
+  const std::size_t nameLength = NameLength(tag);
+  bool inNamespace = open_ != none && nodes_[open_].inNamespace;
+  if (nameLength < tag.size() && tag.find("xmlns=") != std::string_view::npos) {
+    inNamespace = tag.find("xmlns=\"\"") == std::string_view::npos;
+  }
+  const bool isUnqualified = !inNamespace && tag.substr(0, nameLength).find(':') == std::string_view::npos;
+  Open({PlaceOf(tag), nameLength}, PlaceOf(tag) + tag.size() + 1, isUnqualified);
+  nodes_[open_].inNamespace = inNamespace;
+}
+
+bool ElementTree::ReadEnd(std::string_view tag) {
+  constexpr std::size_t beforeName = 2;  // "</"
+  if (open_ == none || In(nodes_[open_].name) != tag.substr(0, NameLength(tag))) return false;
+  Close(PlaceOf(tag) - beforeName);
   return true;
 }
 

@@ -39,6 +39,12 @@ class RecordElement {
   std::size_t node_ = 0;
 };
 
+/// A part of a record's text.
+struct TextRange {
+  std::size_t begin = 0;
+  std::size_t length = 0;
+};
+
 /// The elements of a record's text. Reading one record after the other with the same tree needs no memory for
 /// each of them, which makes it several times faster than a parser of documents.
 class ElementTree {
@@ -47,25 +53,46 @@ class ElementTree {
   /// an empty handle if tags are missing. `xml` must outlive the elements.
   RecordElement Read(std::string_view xml);
 
+  // Whoever writes a text adds its elements meanwhile, in document order.
+
+  /// Removes all elements.
+  void Clear() noexcept;
+  /// Adds an element to the one that is open and opens it.
+  void Open(TextRange name, std::size_t contentBegin, bool isUnqualified);
+  /// Closes the element that is open. Its content ends at `contentEnd`.
+  void Close(std::size_t contentEnd) noexcept;
+  /// Moves everything from `begin` on by `length`, because something is inserted into the text there.
+  void MakeRoom(std::size_t begin, std::size_t length) noexcept;
+  /// Returns the outermost element of the text whose elements were added; an empty handle if none was added.
+  /// `xml` must outlive the elements.
+  RecordElement Root(std::string_view xml) noexcept;
+
  private:
   friend class RecordElement;
   struct Node {
-    std::string_view name;
-    std::string_view content;    // between the tags, as written
-    bool inNamespace = false;    // whether unprefixed names in its content are
+    TextRange name;
+    TextRange content;           // between the tags, as written
+    bool inNamespace = false;    // whether unprefixed names in its content are; known to `Read`
     bool isUnqualified = false;  // whether its own name is in no namespace
     // Positions in `nodes_`; `none` if there is no such element.
-    std::size_t parent;
-    std::size_t firstChild;
-    std::size_t lastChild;
-    std::size_t nextSibling;
+    std::size_t parent = std::string_view::npos;
+    std::size_t firstChild = std::string_view::npos;
+    std::size_t lastChild = std::string_view::npos;
+    std::size_t nextSibling = std::string_view::npos;
   };
 
-  void Open(std::string_view tag);
-  bool Close(std::string_view name, const char* contentEnd);
+  std::string_view In(const TextRange& range) const noexcept {
+    return xml_.substr(range.begin, range.length);
+  }
+  std::size_t PlaceOf(std::string_view part) const noexcept {
+    return static_cast<std::size_t>(part.data() - xml_.data());
+  }
+  void ReadStart(std::string_view tag);
+  bool ReadEnd(std::string_view tag);
 
+  std::string_view xml_;
   std::vector<Node> nodes_;
-  std::size_t open_ = 0;
+  std::size_t open_ = std::string_view::npos;  // none
 };
 
 }  // namespace krnqb::company

@@ -22,14 +22,13 @@ constexpr std::array<AccountPlace, 5> soldPlaces = {{{"SalesAndPurchase", "Incom
                                                      {"", "AccountRef"},
                                                      {"", "DepositToAccountRef"}}};
 
-std::string AccountAt(const XmlElement& item, const AccountPlace& place) {
+std::string AccountAt(const RecordElement& item, const AccountPlace& place) {
   const auto& [part, reference] = place;
-  const XmlElement owner = part.empty() ? item : item.Child(part);
-  const XmlElement key = owner.Child(reference).Child("ListID");
-  return key ? key.Text() : std::string();
+  const RecordElement owner = part.empty() ? item : item.Child(part);
+  return owner.Child(reference).Child("ListID").Text();
 }
 
-std::string FirstAccount(const XmlElement& item, std::span<const AccountPlace> places) {
+std::string FirstAccount(const RecordElement& item, std::span<const AccountPlace> places) {
   for (const AccountPlace& place : places) {
     if (std::string account = AccountAt(item, place); !account.empty()) return account;
   }
@@ -37,14 +36,13 @@ std::string FirstAccount(const XmlElement& item, std::span<const AccountPlace> p
 }
 
 // Returns hundredths per piece; 0 for an item that is not inventory.
-double UnitCost(const XmlElement& item) {
-  const XmlElement cost = item.Child("AverageCost");
-  return cost ? ConvertToDouble(cost.Text()).value_or(0) * 100 : 0;
+double UnitCost(const RecordElement& item) {
+  return ConvertToDouble(item.Child("AverageCost").Text()).value_or(0) * 100;
 }
 
 }  // namespace
 
-std::vector<ItemAccount> ReadItemAccounts(const XmlElement& item) {
+std::vector<ItemAccount> ReadItemAccounts(const RecordElement& item) {
   std::vector<ItemAccount> accounts;
   const auto add = [&](PostingTarget target, std::string account, std::optional<double> unitCost) {
     if (!account.empty()) accounts.push_back({target, std::move(account), unitCost});

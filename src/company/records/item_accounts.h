@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "company/records/element_tree.h"
 #include "company/records/postings.h"
-#include "krnqb/xml_element.h"
 
 namespace krnqb::company {
 
@@ -21,6 +21,6 @@ struct ItemAccount {
 /// account or, for inventory, its asset account; a sale to its income account, its single account or the
 /// account of a deposit. A sale of inventory also moves the average cost from the asset account to the cost
 /// of goods sold account.
-std::vector<ItemAccount> ReadItemAccounts(const XmlElement& item);
+std::vector<ItemAccount> ReadItemAccounts(const RecordElement& item);
 
 }  // namespace krnqb::company

@@ -49,9 +49,12 @@ LedgerWriter::LedgerWriter(const Database& database)
       insertItemAccount_(database.Prepare(
           "INSERT INTO item_account (item, target, account, unit_cost) VALUES (?1, ?2, ?3, ?4)")) {}
 
-void LedgerWriter::PutPostings(std::int64_t recordId, std::string_view date,
-                               std::span<const Posting> postings) {
+void LedgerWriter::RemovePostings(std::int64_t recordId) {
   removePostings_.Bind(1, recordId).Run();
+}
+
+void LedgerWriter::AddPostings(std::int64_t recordId, std::string_view date,
+                               std::span<const Posting> postings) {
   insertPosting_.Bind(1, recordId).Bind(5, date);
   std::int64_t number = 0;
   for (const Posting& posting : postings) {

@@ -21,8 +21,10 @@ class LedgerWriter {
  public:
   explicit LedgerWriter(const Database& database);
 
-  /// Replaces the postings of the record with this id; `date` is YYYY-MM-DD.
-  void PutPostings(std::int64_t recordId, std::string_view date, std::span<const Posting> postings);
+  /// Removes the postings of the record with this id.
+  void RemovePostings(std::int64_t recordId);
+  /// Adds the postings of a record that has none; `date` is YYYY-MM-DD.
+  void AddPostings(std::int64_t recordId, std::string_view date, std::span<const Posting> postings);
   /// Replaces the accounts of an item.
   void PutItemAccounts(std::string_view item, std::span<const ItemAccount> accounts);
 

@@ -227,10 +227,9 @@ std::vector<PostedLine> ReadPostedLines(const RecordElement& transaction) {
   return TradeReader(transaction, *kind).Read();
 }
 
-std::vector<Posting> ReadPostings(std::string_view xml) {
-  ElementTree tree;
+std::vector<Posting> ReadPostings(const RecordElement& transaction) {
   std::vector<Posting> postings;
-  for (PostedLine& posted : ReadPostedLines(tree.Read(xml))) postings.push_back(std::move(posted.posting));
+  for (PostedLine& posted : ReadPostedLines(transaction)) postings.push_back(std::move(posted.posting));
   return postings;
 }
 

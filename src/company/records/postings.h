@@ -70,7 +70,7 @@ struct PostedLine {
 /// item's asset account and against the adjustment's account.
 std::vector<PostedLine> ReadPostedLines(const RecordElement& transaction);
 
-/// Returns the same postings, without their lines, from the text of a record.
-std::vector<Posting> ReadPostings(std::string_view xml);
+/// Returns the same postings without their lines.
+std::vector<Posting> ReadPostings(const RecordElement& transaction);
 
 }  // namespace krnqb::company

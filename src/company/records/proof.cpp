@@ -2,12 +2,13 @@
 
 #include <fmt/format.h>
 
+#include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-#include "company/records/document.h"
+#include "company/records/company_record.h"
 #include "krnqb/error.h"
-#include "xml/parser.h"
 
 namespace krnqb::company {
 namespace {
@@ -105,14 +106,15 @@ class Prover {
  private:
   void Compare(const Statement& row) {
     const std::string name = fmt::format("record {} ({} {})", row.Integer(0), row.Text(2), row.Text(3));
-    const XmlParseResult parsed = ParseXmlText(row.Text(9));
-    if (parsed.fault) {
-      report_(fmt::format("{} has a text that is not well-formed: {}", name, parsed.fault->message));
-      return;
-    }
     CompanyRecord record;
     try {
-      record = ReadRecord(parsed.element);
+      RecordText text;
+      if (const std::optional<XmlFault> fault = WriteRecordText(row.Text(9), text)) {
+        report_(fmt::format("{} has a text that is not well-formed: {}", name, fault->message));
+        return;
+      }
+      record = ReadRecord(tree_.Read(text.xml));
+      record.text = std::move(text);
     } catch (const Error& error) {
       report_(fmt::format("{} has a text that cannot be read: {}", name, error.Description()));
       return;
@@ -156,6 +158,7 @@ class Prover {
   const Database& database_;
   StoredPostings postings_;
   Statement itemAccounts_;
+  ElementTree tree_;
 };
 
 }  // namespace

@@ -54,7 +54,10 @@ PutResult RecordStore::Put(const CompanyRecord& record) {
   Statement& statement = isThere ? replace_ : insert_;
   BindColumns(statement, record);
   statement.Bind(10, id).Run();
-  if (record.kind->shape == RecordShape::Transaction) ledger_.PutPostings(id, record.date, record.postings);
+  if (record.kind->shape == RecordShape::Transaction) {
+    if (isThere) ledger_.RemovePostings(id);
+    ledger_.AddPostings(id, record.date, record.postings);
+  }
   if (record.kind->family == "Item") ledger_.PutItemAccounts(record.key, record.itemAccounts);
   return isThere ? PutResult::Replaced : PutResult::Added;
 }

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "company/records/company_record.h"
 #include "company/records/database.h"
-#include "company/records/document.h"
 #include "company/records/ledger.h"
 
 namespace krnqb::company {

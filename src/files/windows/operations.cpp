@@ -283,6 +283,12 @@ std::error_code SystemFileOperations::Read(const FileDescriptor& file, std::span
   return failure == std::errc::broken_pipe ? Success() : failure;
 }
 
+std::error_code SystemFileOperations::Seek(const FileDescriptor& file, std::uint64_t position) {
+  LARGE_INTEGER target{};
+  target.QuadPart = static_cast<LONGLONG>(position);
+  return ResultOf(SetFilePointerEx(HandleOf(file), target, nullptr, FILE_BEGIN));
+}
+
 std::error_code SystemFileOperations::OpenForWriting(const fs::path& file, FileDescriptor& opened) {
   return Opened(OpenShared(file, GENERIC_WRITE, CREATE_ALWAYS), opened);
 }

@@ -4,6 +4,7 @@
 #include <optional>
 #include <span>
 #include <unordered_map>
+#include <utility>
 
 #include "import/amounts/expense_transactions.h"
 #include "import/amounts/sales_transactions.h"
@@ -20,7 +21,7 @@
 namespace krnqb {
 namespace {
 
-using ReadTransactions = void (*)(ImportContext&, const TransactionQuery&);
+using ReadTransactions = TransactionLines (*)(ImportContext&, const TransactionQuery&, TransactionLines used);
 
 // One of the two passes over twelve months.
 struct MonthlyPass {
@@ -38,15 +39,18 @@ constexpr std::array incomeKinds = {request_number::invoices, request_number::sa
 // year.
 void ReadMonths(ImportContext& context, const MonthlyPass& pass, const YearMonth& start) {
   std::optional<TwelveMonths> months;
+  TransactionLines lines;
   for (std::int16_t step = 1; step <= cSubtotals::monthCount; ++step) {
     context.events.ProgressBarChange(RoundedPercent(step, cSubtotals::monthCount), pass.progressText);
     if (!months) months = SettleTwelveMonths(start, context.state.options.period);
     const DateRange range = MonthRange(months->Month(step));
     for (const std::int32_t kind : pass.kinds) {
-      pass.read(context, {.kind = kind,
-                          .request = BuildRequest(kind, range.fromDate, range.toDate),
-                          .month = step,
-                          .range = range});
+      lines = pass.read(context,
+                        {.kind = kind,
+                         .request = BuildRequest(kind, range.fromDate, range.toDate),
+                         .month = step,
+                         .range = range},
+                        std::move(lines));
     }
   }
 }

@@ -91,15 +91,18 @@ void KeepBilledAgain(LineBooking& booking, const TransactionLine& line, std::str
 
 }  // namespace
 
-void ReadExpenseTransactions(ImportContext& context, const TransactionQuery& query) {
+TransactionLines ReadExpenseTransactions(ImportContext& context, const TransactionQuery& query,
+                                         TransactionLines used) {
+  context.session.UseAgain(used.texts.TakeAnswer());
+  used.Clear();
   LineBooking booking(context, query, Operation::ReadExpenseTransactions);
   Variant answer;
   SkipOnError(context.observer, booking.place,
               [&] { answer = context.session.QbSerialize(query.request, booking.place); });
   const LineSelection selection{
       ResponseName(query.kind), LinePlaces::DirectChildren, {}, booking.BookingsReceived()};
-  const TransactionLines read =
-      ReadTransactionLines(std::move(answer), selection, context.observer, booking.place);
+  TransactionLines read =
+      ReadTransactionLines(std::move(answer), selection, context.observer, booking.place, std::move(used));
   context.state.tally.lines += static_cast<std::int64_t>(read.Count());
   for (const TransactionLine line : read) {
     booking.Begin(line);
@@ -110,6 +113,7 @@ void ReadExpenseTransactions(ImportContext& context, const TransactionQuery& que
     BookExpense(booking, line);
     if (line.hasCustomer) RecordBillable(booking, line);
   }
+  return read;
 }
 
 bool OffsetBilledExpense(LineBooking& booking, const TransactionLine& line) {

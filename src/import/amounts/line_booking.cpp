@@ -38,15 +38,15 @@ double LineBooking::AmountOf(const TransactionLine& line) {
 
 bool LineBooking::AddTo(AccountGroup group, std::string_view accountId, double amount,
                         const TransactionLine& line, const Booking& details) {
-  const std::string& name = TopLevelName(group, accountId);
+  const auto& [topLevel, subtotal] = TargetOf(group, accountId);
+  const std::string& name = topLevel->name;
   if (name.empty()) return false;
-  auto& subtotals = SubtotalsOf(context.state, group);
-  cSubtotals* const subtotal = subtotals ? subtotals->Find(name) : nullptr;
   if (subtotal == nullptr) {
     ReportSkipped(line, SkipReason::NoSubtotal, name);
     return true;
   }
-  if (!SkipOnError(context.observer, place, [&] { subtotal->AddToSubTotal(query.month, amount); })) {
+  if (!SkipOnError(context.observer, place,
+                   [&, &sum = *subtotal] { sum.AddToSubTotal(query.month, amount); })) {
     ReportSkipped(line, SkipReason::SubtotalOutOfRange, name);
     return true;
   }
@@ -116,8 +116,17 @@ std::string LineBooking::FullNameOf(const TransactionLine& line, std::string_vie
   return state.itemListDocument.FullNameOf(listId);
 }
 
-const std::string& LineBooking::TopLevelName(AccountGroup group, std::string_view accountId) const {
-  return TopLevelAccountName(AccountsOf(context.state, group), accountId, context.observer);
+const LineBooking::Target& LineBooking::TargetOf(AccountGroup group, std::string_view accountId) {
+  TextMap<Target>& targets = targets_.at(static_cast<std::size_t>(group));
+  auto found = targets.find(accountId);
+  if (found == targets.end()) {
+    const AccountList::RollUp& topLevel = AccountsOf(context.state, group).RollUpOf(accountId);
+    auto& subtotals = SubtotalsOf(context.state, group);
+    cSubtotals* const subtotal = subtotals ? subtotals->Find(topLevel.name) : nullptr;
+    found = targets.emplace(accountId, Target{.topLevel = &topLevel, .subtotal = subtotal}).first;
+  }
+  ReportFailure(*found->second.topLevel, context.observer);
+  return found->second;
 }
 
 const CostOfSale& LineBooking::CostOfSaleIn(const SalePosting& posting) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -10,6 +11,7 @@
 #include "import/lists/account_list.h"
 #include "import/lists/cost_of_sale.h"
 #include "krnqb/booking.h"
+#include "support/text_map.h"
 
 namespace krnqb {
 
@@ -54,8 +56,15 @@ class LineBooking {
   /// empty if it is unknown.
   std::string FullNameOf(const TransactionLine& line, std::string_view listId) const;
 
-  /// Returns `TopLevelAccountName` of an account in the group's list.
-  const std::string& TopLevelName(AccountGroup group, std::string_view accountId) const;
+  /// Where the amounts of an account go.
+  struct Target {
+    const AccountList::RollUp*
+        topLevel;          ///< the account's top-level account; its name is empty if it is missing
+    cSubtotals* subtotal;  ///< that of the top-level account; null if it is missing
+  };
+  /// Returns where the amounts of an account in the group's list go. A failed search for its top-level
+  /// account is reported to the observer.
+  const Target& TargetOf(AccountGroup group, std::string_view accountId);
 
   /// Returns the cost of sale that a posting is or that its marker contains. Throws Error 91 if the marker
   /// cannot be parsed.
@@ -76,6 +85,8 @@ class LineBooking {
 
   // Parsed markers, because many lines sell the same item.
   std::unordered_map<std::string, CostOfSale> costs_;
+  // For each group by account, because many lines post to the same one.
+  std::array<TextMap<Target>, 3> targets_;
 };
 
 /// Returns the line's item, or else its item group, or else the item group that contains it; empty if it has

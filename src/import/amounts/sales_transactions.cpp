@@ -82,7 +82,10 @@ void BookSale(LineBooking& booking, const TransactionLine& line) {
 
 }  // namespace
 
-void ReadSalesTransactions(ImportContext& context, const TransactionQuery& query) {
+TransactionLines ReadSalesTransactions(ImportContext& context, const TransactionQuery& query,
+                                       TransactionLines used) {
+  context.session.UseAgain(used.texts.TakeAnswer());
+  used.Clear();
   LineBooking booking(context, query, Operation::ReadSalesTransactions);
   Variant answer;
   SkipOnError(context.observer, booking.place,
@@ -91,13 +94,14 @@ void ReadSalesTransactions(ImportContext& context, const TransactionQuery& query
   const LineSelection selection{invoices ? "InvoiceQueryRs" : "SalesReceiptQueryRs", LinePlaces::Anywhere,
                                 invoices ? "InvoiceLineRet" : "SalesReceiptLineRet",
                                 booking.BookingsReceived()};
-  const TransactionLines read =
-      ReadTransactionLines(std::move(answer), selection, context.observer, booking.place);
+  TransactionLines read =
+      ReadTransactionLines(std::move(answer), selection, context.observer, booking.place, std::move(used));
   context.state.tally.lines += static_cast<std::int64_t>(read.Count());
   for (const TransactionLine line : read) {
     booking.Begin(line);
     BookSale(booking, line);
   }
+  return read;
 }
 
 AccountId BookCostOfSale(LineBooking& booking, const TransactionLine& line, const CostOfSale& sale,
@@ -113,13 +117,13 @@ AccountId BookCostOfSale(LineBooking& booking, const TransactionLine& line, cons
                      .amount = averageCost};
     });
   }
-  const std::string& name = booking.TopLevelName(AccountGroup::CostOfGoods, sale.costAccount);
+  const LineBooking::Target& target = booking.TargetOf(AccountGroup::CostOfGoods, sale.costAccount);
+  const std::string& name = target.topLevel->name;
   if (name.empty()) {
     booking.ReportSkipped(line, SkipReason::AccountInNoList, sale.costAccount);
   } else {
-    auto& subtotals = booking.context.state.costSubtotals;
-    if (!subtotals) throw Error(error_number::invalidProcedureCall);
-    subtotals->At(name).AddToSubTotal(booking.query.month, cost);
+    if (target.subtotal == nullptr) throw Error(error_number::invalidProcedureCall);
+    target.subtotal->AddToSubTotal(booking.query.month, cost);
     booking.Report(AccountGroup::CostOfGoods, name, sale.costAccount, cost, line,
                    {.rule = BookingRule::CostOfSale, .quantity = quantity, .averageCost = averageCost});
   }

@@ -4,13 +4,13 @@ namespace krnqb {
 namespace {
 
 std::string_view NameAt(const TransactionLines& lines, NameNumber number) {
-  return number == noName ? std::string_view() : lines.names[static_cast<std::size_t>(number)].value_or("");
+  return lines.texts.At(lines.names[static_cast<std::size_t>(number)]).value_or("");
 }
 
 // The item that a line is taken to sell: its own, or else its group, or else the group around it.
 NameNumber ItemName(const LineFrame& own, const LineFrame& parent) {
-  if (!own.itemId.value_or("").empty()) return own.itemName;
-  if (!own.itemGroupId.value_or("").empty()) return own.itemGroupName;
+  if (own.itemId.size > 0) return own.itemName;
+  if (own.itemGroupId.size > 0) return own.itemGroupName;
   return parent.itemGroupName;
 }
 
@@ -22,6 +22,13 @@ NameNumber CustomerName(const LineFrame& own, const LineFrame& parent, const Lin
 }
 
 }  // namespace
+
+void TransactionLines::Clear() {
+  texts.Begin({});
+  frames.clear();
+  names.resize(1);
+  found.clear();
+}
 
 TransactionLine TransactionLines::operator[](std::size_t number) const {
   static constexpr LineFrame nothing;
@@ -35,24 +42,24 @@ TransactionLine TransactionLines::operator[](std::size_t number) const {
   // A line is a child of its transaction or of a group in it.
   const LineFrame& transaction = parent.transactionId ? parent : grandparent;
   const NameNumber party = transaction.partyName != noName ? transaction.partyName : transaction.customerName;
-  return {.element = line.element,
-          .amount = own.amount,
-          .quantity = own.quantity,
-          .accountId = own.accountId,
-          .itemId = own.itemId,
-          .anyAccountId = own.anyAccountId,
-          .anyItemId = own.anyItemId,
-          .itemGroupId = own.itemGroupId,
-          .parentItemGroupId = parent.itemGroupId,
+  return {.element = line.hasOtherName ? lineNames.other : lineNames.one,
+          .amount = texts.At(own.amount),
+          .quantity = texts.At(own.quantity),
+          .accountId = texts.At(own.accountId),
+          .itemId = texts.At(own.itemId),
+          .anyAccountId = texts.At(own.accountId ? own.accountId : own.laterAccountId),
+          .anyItemId = texts.At(own.itemId ? own.itemId : own.laterItemId),
+          .itemGroupId = texts.At(own.itemGroupId),
+          .parentItemGroupId = texts.At(parent.itemGroupId),
           .hasCustomer = own.hasCustomer,
-          .customerId = own.customerId,
-          .parentCustomerId = parent.customerId,
-          .grandparentCustomerId = grandparent.customerId,
+          .customerId = texts.At(own.customerId),
+          .parentCustomerId = texts.At(parent.customerId),
+          .grandparentCustomerId = texts.At(grandparent.customerId),
           .accountName = NameAt(*this, own.accountName),
           .itemName = NameAt(*this, ItemName(own, parent)),
           .customerName = NameAt(*this, CustomerName(own, parent, grandparent)),
-          .transactionId = transaction.transactionId.value_or(""),
-          .transactionDate = transaction.transactionDate.value_or(""),
+          .transactionId = texts.At(transaction.transactionId).value_or(""),
+          .transactionDate = texts.At(transaction.transactionDate).value_or(""),
           .insideItemGroup = line.insideItemGroup,
           .lineId = NameAt(*this, own.lineId),
           .referenceNumber = NameAt(*this, transaction.referenceNumber),

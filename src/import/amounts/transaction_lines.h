@@ -1,37 +1,33 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string_view>
 #include <vector>
 
+#include "import/amounts/answer_texts.h"
 #include "import/amounts/transaction_line.h"
-#include "krnqb/variant.h"
-#include "xml/text_arena.h"
 
 namespace krnqb {
 
-/// Places in the vectors of `TransactionLines`; negative if missing.
+/// Places in the vectors of `TransactionLines`.
 using FrameNumber = std::int32_t;
 using NameNumber = std::int32_t;
 inline constexpr FrameNumber noFrame = -1;
-inline constexpr NameNumber noName = -1;
+inline constexpr NameNumber noName = 0;
 
 /// The fields of an element that may be a line or contain one. Names are kept apart: few elements have one,
 /// and a frame has to be small.
 struct LineFrame {
-  using Field = TransactionLine::Field;
-
-  Field amount;
-  Field quantity;
-  Field accountId;
-  Field anyAccountId;
-  Field itemId;
-  Field anyItemId;
-  Field itemGroupId;
-  Field customerId;
-  Field transactionId;
-  Field transactionDate;
+  TextSpan amount;
+  TextSpan quantity;
+  TextSpan accountId;       // the ListID of the first AccountRef
+  TextSpan laterAccountId;  // or else the first one in those after it
+  TextSpan itemId;
+  TextSpan laterItemId;
+  TextSpan itemGroupId;
+  TextSpan customerId;
+  TextSpan transactionId;
+  TextSpan transactionDate;
   NameNumber accountName = noName;
   NameNumber itemName = noName;
   NameNumber itemGroupName = noName;
@@ -46,16 +42,22 @@ struct LineFrame {
   bool hasParty = false;
 };
 
+/// The names that lines have in one answer.
+struct LineNames {
+  std::string_view one;
+  std::string_view other;
+};
+
 /// A line as the frames that contain its fields.
 struct FoundLine {
-  std::string_view element;
   FrameNumber own = noFrame;
   FrameNumber parent = noFrame;
   FrameNumber grandparent = noFrame;
+  bool hasOtherName = false;
   bool insideItemGroup = false;
 };
 
-/// The lines of one answer in document order.
+/// The lines of one answer in document order. They take few bytes, because an answer may have a million.
 struct TransactionLines {
   /// Goes through the lines one by one.
   class Iterator {
@@ -74,15 +76,18 @@ struct TransactionLines {
     std::size_t number_;
   };
 
-  std::unique_ptr<const Variant> answer;  ///< contains the texts to which the lines refer
+  AnswerTexts texts;
   std::vector<LineFrame> frames;
-  std::vector<TransactionLine::Field> names;
+  std::vector<TextSpan> names = {{}};  ///< the first is missing
   std::vector<FoundLine> found;
-  TextArena texts;  ///< texts that the answer does not contain as they are, such as those with references
+  LineNames lineNames;
+
+  /// Removes the lines and frees their answer, but keeps the memory for the lines of the next answer.
+  void Clear();
 
   std::size_t Count() const noexcept { return found.size(); }
-  /// Returns the line with this number, from 0 to `Count()` - 1. It refers to texts that live as long as the
-  /// lines.
+  /// Returns the line with this number, from 0 to `Count()` - 1. It refers to texts that are valid until the
+  /// lines are cleared or moved.
   TransactionLine operator[](std::size_t number) const;
 
   Iterator begin() const noexcept { return {*this, 0}; }

@@ -24,8 +24,8 @@ struct LineSelection {
 
 /// Returns the lines of an answer, read in one pass; no lines if the answer is not a
 /// well-formed text or has no element named `responseName`. Reports the same problems to the observer as
-/// `AnswerElement`.
+/// `AnswerElement`. The memory of `used`, lines of an earlier answer, is used again.
 TransactionLines ReadTransactionLines(Variant answer, const LineSelection& selection, Observer& observer,
-                                      const Place& place);
+                                      const Place& place, TransactionLines used = {});
 
 }  // namespace krnqb

@@ -1,5 +1,6 @@
 #include "import/lists/account_list.h"
 
+#include <unordered_map>
 #include <unordered_set>
 
 #include "import/lists/full_name.h"
@@ -11,8 +12,10 @@ namespace krnqb {
 
 const AccountList::RollUp& AccountList::RollUpOf(std::string_view listId) const {
   Found();
+  if (const auto found = lookUps_->rollUps.find(listId); found != lookUps_->rollUps.end()) {
+    return *found->second;
+  }
   const std::string id(listId);
-  if (const auto found = lookUps_->rollUps.find(id); found != lookUps_->rollUps.end()) return *found->second;
   std::vector<std::string> path{id};
   std::shared_ptr<const RollUp> rollUp;
   // The failure is cached like a name; the caller reports it.
@@ -69,11 +72,14 @@ NoticeMeaning EndMeaning(const AccountList& list) noexcept {
   return list ? NoticeMeaning::Incomplete : NoticeMeaning::Complete;
 }
 
+void ReportFailure(const AccountList::RollUp& rollUp, Observer& observer) {
+  if (!rollUp.failure) return;
+  ReportEnd(observer, {.operation = Operation::TopLevelAccountName}, *rollUp.failure);
+}
+
 const std::string& TopLevelAccountName(const AccountList& list, std::string_view listId, Observer& observer) {
   const AccountList::RollUp& rollUp = list.RollUpOf(listId);
-  if (rollUp.failure) {
-    ReportEnd(observer, {.operation = Operation::TopLevelAccountName}, *rollUp.failure);
-  }
+  ReportFailure(rollUp, observer);
   return rollUp.name;
 }
 

@@ -4,13 +4,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "krnqb/error.h"
 #include "krnqb/observer.h"
 #include "krnqb/subtotals.h"
 #include "krnqb/xml_element.h"
+#include "support/text_map.h"
 #include "xml/bounded_paths.h"
 #include "xml/index.h"
 
@@ -48,7 +48,7 @@ class AccountList {
     XmlTextIndex index;
     BoundedPaths paths;
     // Accounts below one top-level account share its name, which may be long.
-    std::unordered_map<std::string, std::shared_ptr<const RollUp>> rollUps;
+    TextMap<std::shared_ptr<const RollUp>> rollUps;
   };
 
   LookUps& Found() const;
@@ -63,6 +63,9 @@ class AccountList {
 /// Returns what it means that an operation on a list ended early. Nothing is missing if the list is: it was
 /// either not requested, or its request already reported the error.
 NoticeMeaning EndMeaning(const AccountList& list) noexcept;
+
+/// Reports to the observer that the search for a top-level account failed, if it did.
+void ReportFailure(const AccountList::RollUp& rollUp, Observer& observer);
 
 /// Returns the name of the top-level account that an account belongs to: the account itself or the ancestor,
 /// reached by "ParentRef", whose "Sublevel" is "0". Returns the empty text if the list does not contain the

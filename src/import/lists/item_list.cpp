@@ -48,7 +48,7 @@ std::string ItemList::FullNameOf(std::string_view listId) const {
 }
 
 template <typename Found>
-const Found& ItemList::LookUp(std::string_view itemId, std::unordered_map<std::string, Found> LookUps::*kept,
+const Found& ItemList::LookUp(std::string_view itemId, TextMap<Found> LookUps::*kept,
                               Found (*read)(const XmlElement& item), Observer& observer) const {
   static const Found nothing;
   const Place place{.operation = Operation::ItemAccount};
@@ -57,9 +57,9 @@ const Found& ItemList::LookUp(std::string_view itemId, std::unordered_map<std::s
     if (!answer_) throw Error(error_number::objectNotSet);
     if (lookUps_ == nullptr) lookUps_ = std::make_shared<LookUps>(answer_);
     auto& known = (*lookUps_).*kept;
-    const std::string id(itemId);
-    auto found = known.find(id);
+    auto found = known.find(itemId);
     if (found == known.end()) {
+      const std::string id(itemId);
       const XmlElement item = FindItem(id);
       found = known.emplace(id, item ? read(item) : Found()).first;
     }

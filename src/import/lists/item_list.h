@@ -3,11 +3,11 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 #include "import/lists/cost_of_sale.h"
 #include "krnqb/observer.h"
 #include "krnqb/xml_element.h"
+#include "support/text_map.h"
 #include "xml/bounded_paths.h"
 #include "xml/index.h"
 
@@ -40,12 +40,12 @@ class ItemList {
     explicit LookUps(const XmlElement& answer) : index(answer, "ListID") {}
     XmlTextIndex index;
     BoundedPaths paths;
-    std::unordered_map<std::string, SalePosting> incomePostings;
-    std::unordered_map<std::string, AccountId> expenseAccounts;
+    TextMap<SalePosting> incomePostings;
+    TextMap<AccountId> expenseAccounts;
   };
 
   template <typename Found>
-  const Found& LookUp(std::string_view itemId, std::unordered_map<std::string, Found> LookUps::*kept,
+  const Found& LookUp(std::string_view itemId, TextMap<Found> LookUps::*kept,
                       Found (*read)(const XmlElement& item), Observer& observer) const;
   XmlElement FindItem(const std::string& itemId) const;
 

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "cli/workplace.h"
 
@@ -76,6 +78,24 @@ TEST(CompanyLoad, LoadsNothingFromABrokenDocument) {
   EXPECT_EQ(run.err.find("krnqb: loading failed: "), 0U) << run.err;
   EXPECT_NE(run.err.find("broken.xml"), std::string::npos) << run.err;
   EXPECT_TRUE(run.err.ends_with("; fix the document and load it again (nothing was loaded)\n")) << run.err;
+  EXPECT_EQ(RunProgram({"company", "info", file}).out.find("AccountRet"), std::string::npos);
+}
+
+TEST(CompanyLoad, LoadsNothingIfALaterDocumentIsMissingOrTooLarge) {
+  const Workplace place;
+  const std::string file = place / "acme.qbw";
+  RunProgram(NewCompany(file));
+  WriteText(place / "accounts.xml", twoAccounts);
+  WriteText(place / "large.xml", "");
+  std::filesystem::resize_file(place / "large.xml", std::uintmax_t{1} << 31U);
+  for (const auto& [document, reason] : {std::pair(place / "missing.xml", "No such file or directory"),
+                                         std::pair(place / "large.xml", "it holds 2 GiB or more")}) {
+    const ProgramRun run = RunProgram({"company", "load", file, place / "accounts.xml", document});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, "krnqb: loading failed: " + document + ": " + reason +
+                           "; check the path and load again (nothing was loaded)\n");
+  }
   EXPECT_EQ(RunProgram({"company", "info", file}).out.find("AccountRet"), std::string::npos);
 }
 

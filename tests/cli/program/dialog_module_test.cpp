@@ -71,6 +71,17 @@ TEST_F(InstalledProgram, RunsEveryOtherCommandWithoutTheModule) {
   EXPECT_EQ(run.err, "");
 }
 
+TEST_F(InstalledProgram, WritesCsvButNoWorkbookWithoutTheModuleForWorkbooks) {
+  const std::string command = program.string() + " plan export ald.kpf ";
+  const ShellRun workbook = RunShell(place.Folder().string(), command + "--xlsx plan.xlsx");
+  EXPECT_EQ(workbook.code, 1);
+  EXPECT_NE(workbook.err.find("workbooks.so: cannot open shared object file"), std::string::npos)
+      << workbook.err;
+  EXPECT_NE(workbook.err.find("or write CSV files with --csv\n"), std::string::npos) << workbook.err;
+  EXPECT_FALSE(fs::exists(place.Folder() / "plan.xlsx"));
+  EXPECT_EQ(RunShell(place.Folder().string(), command + "--csv tables").code, 0);
+}
+
 TEST_F(InstalledProgram, RefusesAModuleOfAnotherVersion) {
   fs::create_symlink(krnqb::tests::ModuleOfAnotherVersion(), module);
   const ShellRun run = ShowAbout();

@@ -117,6 +117,17 @@ TEST_F(Program, LoadsADocumentFromAPipe) {
   EXPECT_EQ(run.out.find("/dev/stdin: added "), 0U) << run.out;
 }
 
+TEST_F(Program, LoadsARecordingFromAPipeAfterADocument) {
+  ASSERT_EQ(Shell("krnqb company new other.qbw --name Other --fiscal-month 1 --processor 1.1").code, 0);
+  std::filesystem::copy_file(krnqb::tests::SamplesFolder() + "/nursery/accounts.xml", place / "accounts.xml");
+  const ShellRun run = Shell(
+      "krnqb import --company nursery.qbw --plan ald.kpf --expenses --dry-run --quiet --record recording && "
+      "mkfifo pipe && (cat recording >pipe & krnqb company load other.qbw accounts.xml pipe)");
+  EXPECT_EQ(run.code, 0) << run.err;
+  EXPECT_EQ(run.out.find("accounts.xml: added "), 0U) << run.out;
+  EXPECT_NE(run.out.find("\npipe: added "), std::string::npos) << run.out;
+}
+
 TEST_F(Program, RefusesADeviceAsADocument) {
   const ShellRun run = Shell("krnqb company load nursery.qbw /dev/zero");
   EXPECT_EQ(run.code, 1);

@@ -62,8 +62,8 @@ void Configure(QBDataExchange& exchange, const std::shared_ptr<plan_file::PlanFi
 }
 
 bool ImportPrinting(const char* recordingPath, const char* planPath, std::string_view balances) {
-  std::ifstream recording(recordingPath, std::ios::binary);
-  QBDataExchange exchange({.processors = ReplayingProcessors(recording, recordingPath),
+  auto recording = std::make_unique<std::ifstream>(recordingPath, std::ios::binary);
+  QBDataExchange exchange({.processors = ReplayingProcessors(std::move(recording), recordingPath),
                            .sinks = {std::make_shared<PrintingSink>()},
                            .observer = nullptr,
                            .userInterface = nullptr,

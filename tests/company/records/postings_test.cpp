@@ -28,7 +28,8 @@ std::string TextOf(const Posting& posting) {
 
 Texts PostingsOf(const std::string& record) {
   Texts texts;
-  for (const Posting& posting : ReadPostings(record)) texts.push_back(TextOf(posting));
+  ElementTree tree;
+  for (const Posting& posting : ReadPostings(tree.Read(record))) texts.push_back(TextOf(posting));
   return texts;
 }
 
@@ -231,8 +232,10 @@ TEST(CompanyPostings, HaveTheLinesTheyComeFrom) {
 
 // Formats item accounts as "bought A", "sold A", "sold A at 250".
 Texts ItemAccountsOf(std::string_view element, std::string_view content) {
+  const std::string item = Element(element, content);
+  ElementTree tree;
   Texts texts;
-  for (const ItemAccount& account : ReadItemAccounts(XmlElement::Parse(Element(element, content)))) {
+  for (const ItemAccount& account : ReadItemAccounts(tree.Read(item))) {
     texts.push_back(fmt::format("{} {}", account.target == PostingTarget::BoughtItem ? "bought" : "sold",
                                 account.account));
     if (account.unitCost) texts.back() += fmt::format(" at {:g}", *account.unitCost);

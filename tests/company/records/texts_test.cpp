@@ -9,8 +9,14 @@
 namespace krnqb::company {
 namespace {
 
+RecordText Written(std::string_view xml) {
+  RecordText text;
+  EXPECT_FALSE(WriteRecordText(xml, text));
+  return text;
+}
+
 std::string TextOf(std::string_view xml) {
-  return WriteRecordText(XmlElement::Parse(xml)).xml;
+  return Written(xml).xml;
 }
 
 TEST(CompanyRecordText, PutsEachElementOnALineOfItsOwn) {
@@ -23,6 +29,30 @@ TEST(CompanyRecordText, WritesABlankBeforeTheSlashOfAnEmptyElement) {
   EXPECT_EQ(TextOf("<A><B/><C></C><D att=\"1\"/><E><!-- nothing --></E></A>"),
             "<A>\n<B />\n<C />\n<D att=\"1\" />\n<E />\n</A>\n");
   EXPECT_EQ(TextOf("<A/>"), "<A />\n");
+}
+
+TEST(CompanyRecordText, DeclaresItsNamespacesBeforeTheAttributesOfTheirElement) {
+  EXPECT_EQ(
+      TextOf("<A b='1' xmlns='urn:a'><C xmlns:p='urn:p' p:d='2'><p:E/></C><F xmlns='' xml:lang='en'/></A>"),
+      "<A xmlns=\"urn:a\" b=\"1\">\n<C xmlns:p=\"urn:p\" p:d=\"2\">\n<p:E />\n</C>\n"
+      "<F xmlns=\"\" xml:lang=\"en\" />\n</A>\n");
+}
+
+TEST(CompanyRecordText, EscapesTheWhiteSpaceOfAttributes) {
+  EXPECT_EQ(TextOf("<A b='&#9;&#10;&#13;&lt;&amp;\"&apos;'/>"),
+            "<A b=\"&#9;&#10;&#13;&lt;&amp;&quot;'\" />\n");
+}
+
+TEST(CompanyRecordText, KeepsACarriageReturn) {
+  EXPECT_EQ(TextOf("<A>a&#13;b</A>"), "<A>a&#13;b</A>\n");
+}
+
+TEST(CompanyRecordText, IsMissingIfTheTextIsNotWellFormed) {
+  RecordText text;
+  const std::optional<XmlFault> fault = WriteRecordText("<A>\n<B></A>", text);
+  ASSERT_TRUE(fault);
+  EXPECT_EQ(fault->line, 2);
+  EXPECT_EQ(text.xml, "");
 }
 
 TEST(CompanyRecordText, IsPlainAsciiWithDecimalReferences) {
@@ -59,16 +89,16 @@ TEST(CompanyRecordText, RefusesTextBetweenElements) {
 }
 
 TEST(CompanyRecordText, HasTheRangeOfItsLines) {
-  const RecordText text = WriteRecordText(XmlElement::Parse(
+  const RecordText text = Written(
       "<BillRet><TxnID>1</TxnID><ExpenseLineRet><Amount>1.00</Amount></ExpenseLineRet><ItemLineRet/>"
-      "<ItemGroupLineRet><ItemLineRet/></ItemGroupLineRet><OpenAmount>2.00</OpenAmount></BillRet>"));
+      "<ItemGroupLineRet><ItemLineRet/></ItemGroupLineRet><OpenAmount>2.00</OpenAmount></BillRet>");
   EXPECT_EQ(text.xml.substr(text.linesBegin, text.linesEnd - text.linesBegin),
             "<ExpenseLineRet>\n<Amount>1.00</Amount>\n</ExpenseLineRet>\n<ItemLineRet />\n"
             "<ItemGroupLineRet>\n<ItemLineRet />\n</ItemGroupLineRet>\n");
 }
 
 TEST(CompanyRecordText, HasAnEmptyRangeWithoutLines) {
-  const RecordText text = WriteRecordText(XmlElement::Parse("<BillRet><TxnID>1</TxnID></BillRet>"));
+  const RecordText text = Written("<BillRet><TxnID>1</TxnID></BillRet>");
   EXPECT_EQ(text.linesBegin, 0U);
   EXPECT_EQ(text.linesEnd, 0U);
 }

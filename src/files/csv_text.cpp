@@ -1,6 +1,6 @@
-#include "support/csv_text.h"
+#include "files/csv_text.h"
 
-namespace krnqb {
+namespace krnqb::files {
 namespace {
 
 bool LooksLikeFormula(std::string_view text) noexcept {
@@ -37,4 +37,4 @@ void CsvLine::AppendField(std::string_view before, std::string_view field) {
   fields_ += '"';
 }
 
-}  // namespace krnqb
+}  // namespace krnqb::files

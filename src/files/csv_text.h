@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace krnqb {
+namespace krnqb::files {
 
 /// A line of a CSV file as RFC 4180 describes it, written field by field.
 class CsvLine {
@@ -29,4 +29,4 @@ class CsvLine {
   bool any_ = false;
 };
 
-}  // namespace krnqb
+}  // namespace krnqb::files

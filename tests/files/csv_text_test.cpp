@@ -1,4 +1,4 @@
-#include "support/csv_text.h"
+#include "files/csv_text.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace krnqb {
+namespace krnqb::files {
 namespace {
 
 struct FieldCase {
@@ -57,4 +57,4 @@ TEST(CsvLine, SeparatesFieldsByCommas) {
 }
 
 }  // namespace
-}  // namespace krnqb
+}  // namespace krnqb::files
