@@ -36,7 +36,7 @@ class MeasuredProcessor : public RequestProcessor {
     return answer;
   }
 
-  void UseAgain(std::string answer) noexcept override { inner_->UseAgain(std::move(answer)); }
+  void UseAgain(std::string&& answer) noexcept override { inner_->UseAgain(std::move(answer)); }
 
   void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
     inner_->OpenConnection(applicationIdentifier, applicationName);

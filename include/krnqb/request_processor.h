@@ -17,9 +17,9 @@ class RequestProcessor {
   /// Sends one qbXML document in the session `ticket` and returns the response text.
   virtual std::string ProcessRequest(std::string_view ticket, std::string_view request) = 0;
 
-  /// Takes back an answer that is no longer needed, so that the next one may use its memory. By default it is
-  /// freed.
-  virtual void UseAgain(std::string answer) noexcept;
+  /// Takes back an answer that is no longer needed, so that the next one may use its memory. By default it
+  /// stays with the caller.
+  virtual void UseAgain(std::string&& /*answer*/) noexcept {}
 
   /// Opens the connection under the name and identifier of the application that uses it.
   virtual void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) = 0;
@@ -36,8 +36,6 @@ class RequestProcessor {
   /// Returns the part of the processor's version after the point.
   virtual std::int16_t MinorVersion() = 0;
 };
-
-inline void RequestProcessor::UseAgain(std::string /*answer*/) noexcept {}
 
 /// Creates the request processor of each session.
 class RequestProcessorFactory {

@@ -21,7 +21,7 @@ class CompanyProcessor : public RequestProcessor {
     return SessionCompany(ticket).Answer(request, std::move(spare_));
   }
 
-  void UseAgain(std::string answer) noexcept override { spare_ = std::move(answer); }
+  void UseAgain(std::string&& answer) noexcept override { spare_ = std::move(answer); }
 
   void OpenConnection(std::string_view /*applicationIdentifier*/,
                       std::string_view /*applicationName*/) override {

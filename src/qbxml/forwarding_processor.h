@@ -15,7 +15,7 @@ class ForwardingProcessor : public RequestProcessor {
   std::string ProcessRequest(std::string_view ticket, std::string_view request) override {
     return inner_->ProcessRequest(ticket, request);
   }
-  void UseAgain(std::string answer) noexcept override { inner_->UseAgain(std::move(answer)); }
+  void UseAgain(std::string&& answer) noexcept override { inner_->UseAgain(std::move(answer)); }
   void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) override {
     inner_->OpenConnection(applicationIdentifier, applicationName);
   }
