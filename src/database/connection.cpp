@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -34,18 +36,18 @@ int IsInterrupted(void* interruption) {
 
 // Statements that nothing uses at the moment. Preparing one takes SQLite longer than many a statement runs.
 struct IdleStatements {
-  ~IdleStatements() {
-    while (count > 0) sqlite3_finalize(statements[--count]);
-  }
+  struct Finalize {
+    void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_finalize(statement); }
+  };
 
   // Returns a statement, or null if none of that text is kept.
   sqlite3_stmt* Take(std::string_view text) noexcept {
-    const auto end = statements.begin() + static_cast<std::ptrdiff_t>(count);
+    const std::span present(statements.data(), count);
     const auto found =
-        std::find_if(statements.begin(), end, [&](sqlite3_stmt* idle) { return sqlite3_sql(idle) == text; });
-    if (found == end) return nullptr;
-    std::swap(*found, statements[--count]);
-    return statements[count];
+        std::ranges::find_if(present, [&](const auto& idle) { return sqlite3_sql(idle.get()) == text; });
+    if (found == present.end()) return nullptr;
+    found->swap(statements[--count]);
+    return statements[count].release();
   }
 
   void Keep(sqlite3_stmt* statement) noexcept {
@@ -55,10 +57,10 @@ struct IdleStatements {
     }
     sqlite3_reset(statement);
     sqlite3_clear_bindings(statement);
-    statements[count++] = statement;
+    statements[count++].reset(statement);
   }
 
-  std::array<sqlite3_stmt*, 16> statements{};
+  std::array<std::unique_ptr<sqlite3_stmt, Finalize>, 16> statements{};
   std::size_t count = 0;
 };
 

@@ -47,10 +47,11 @@ class ReportEvents final : public XmlEventHandler {
     if (depth == 1 && name != "QBXML") RefuseRoot(name);
     if (depth == 3) StartAnswer(name, attributes);
     if (!inReportAnswer_) return;
-    if (name == "ReportRet" && depth == 4)
+    if (name == "ReportRet" && depth == 4) {
       StartReport();
-    else if (inReport_)
+    } else if (inReport_) {
       StartInReport(name, attributes);
+    }
     element_ = name;
   }
 
@@ -114,9 +115,10 @@ class ReportEvents final : public XmlEventHandler {
   }
 
   void StartReport() {
-    if (reports_.size() == mostReports)
+    if (reports_.size() == mostReports) {
       Refuse(document_, fmt::format("the document contains more than {} reports", mostReports),
              tooLongAdvice);
+    }
     inReport_ = true;
     reports_.emplace_back();
     Report().document = document_;

@@ -26,6 +26,10 @@ TransactionLine::Field AnswerTexts::At(TextSpan span) const noexcept {
                           span.size);
 }
 
+void AnswerTexts::FetchAhead(TextSpan span) const noexcept {
+  if (span && span.place <= text_.size()) __builtin_prefetch(text_.data() + (span.place - 1));
+}
+
 bool AnswerTexts::Contains(std::string_view text) const noexcept {
   const std::less_equal<> before;
   return before(text_.data(), text.data()) && before(text.data() + text.size(), text_.data() + text_.size());

@@ -34,6 +34,9 @@ class AnswerTexts {
   /// Returns the text of a span; valid until the next `Begin`.
   TransactionLine::Field At(TextSpan span) const noexcept;
 
+  /// Has the memory of a span's text, which is read soon, loaded meanwhile.
+  void FetchAhead(TextSpan span) const noexcept;
+
   /// Returns whether the text lies inside the answer.
   bool Contains(std::string_view text) const noexcept;
   /// Returns the span of a text inside the answer.

@@ -30,6 +30,12 @@ void TransactionLines::Clear() {
   found.clear();
 }
 
+void TransactionLines::FetchAhead(std::size_t number) const noexcept {
+  if (number >= found.size() || found[number].own == noFrame) return;
+  const LineFrame& own = frames[static_cast<std::size_t>(found[number].own)];
+  for (const TextSpan text : {own.amount, own.accountId, own.itemId, own.customerId}) texts.FetchAhead(text);
+}
+
 TransactionLine TransactionLines::operator[](std::size_t number) const {
   static constexpr LineFrame nothing;
   const auto frameAt = [&](FrameNumber frame) -> const LineFrame& {

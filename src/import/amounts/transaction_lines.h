@@ -64,7 +64,10 @@ struct TransactionLines {
    public:
     Iterator(const TransactionLines& lines, std::size_t number) noexcept : lines_(&lines), number_(number) {}
 
-    TransactionLine operator*() const { return (*lines_)[number_]; }
+    TransactionLine operator*() const {
+      lines_->FetchAhead(number_ + linesAhead);
+      return (*lines_)[number_];
+    }
     Iterator& operator++() noexcept {
       ++number_;
       return *this;
@@ -72,6 +75,9 @@ struct TransactionLines {
     bool operator==(const Iterator&) const noexcept = default;
 
    private:
+    // By then the memory has come.
+    static constexpr std::size_t linesAhead = 8;
+
     const TransactionLines* lines_;
     std::size_t number_;
   };
@@ -89,6 +95,10 @@ struct TransactionLines {
   /// Returns the line with this number, from 0 to `Count()` - 1. It refers to texts that are valid until the
   /// lines are cleared or moved.
   TransactionLine operator[](std::size_t number) const;
+
+  /// Has the texts of a line loaded that booking reads first, if there is a line with this number. Where the
+  /// lines lie in a large answer the processor cannot foresee.
+  void FetchAhead(std::size_t number) const noexcept;
 
   Iterator begin() const noexcept { return {*this, 0}; }
   Iterator end() const noexcept { return {*this, Count()}; }
