@@ -72,11 +72,12 @@ void RunQueries(const std::filesystem::path& companyPath, const std::filesystem:
   };
   Answered all;
   std::map<std::string, Answered> months;
+  std::string answer;
   for (const std::string& request : ReadRequests(requestFile)) {
     const std::string month = MonthOf(request);
     if (month.empty()) continue;
     const Stopwatch stopwatch;
-    const std::string answer = company.Answer(request);
+    answer = company.Answer(request, std::move(answer));  // uses its memory again, as an import does
     const Elapsed elapsed = stopwatch.Read();
     for (Answered* const answered : {&all, &months[month]}) {
       answered->bytes += static_cast<double>(answer.size());

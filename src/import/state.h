@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "import/billable_expenses.h"
 #include "import/lists/account_list.h"
 #include "import/lists/item_list.h"
 #include "krnqb/import_options.h"
@@ -13,14 +14,6 @@
 #include "krnqb/xml_element.h"
 
 namespace krnqb {
-
-/// An expense that a sale may bill to its customer.
-struct BillableExpense {
-  std::string account;         ///< the account's id or a cost-of-goods marker
-  std::int32_t booked = 1;     ///< expenses with the same customer and amount; only the first one counts
-  std::int32_t takenBack = 0;  ///< sales that billed it
-  std::int64_t line = 0;       ///< the number of its line, if bookings are received
-};
 
 /// What an import has read, for its warnings. Has no effect on the import.
 struct ReadingTally {
@@ -42,8 +35,7 @@ struct ImportState {
   std::optional<SubtotalCollection> expenseSubtotals;
   std::optional<SubtotalCollection> incomeSubtotals;
   std::optional<SubtotalCollection> costSubtotals;
-  /// The key is the customer id, a comma and the amount's text.
-  std::optional<KeyedCollection<BillableExpense>> billableExpenses;
+  std::optional<BillableExpenses> billableExpenses;
   std::optional<SubtotalCollection> pastPerformance;
   ReadingTally tally;
 };

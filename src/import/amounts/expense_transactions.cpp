@@ -74,12 +74,10 @@ void RecordBillable(LineBooking& booking, const TransactionLine& line) {
   SkipOnError(booking.context.observer, booking.place, [&] {
     auto& billable = booking.context.state.billableExpenses;
     if (!billable) throw Error(error_number::objectNotSet);
-    if (BillableExpense* const earlier = billable->Find(key)) {
-      ++earlier->booked;
-      booking.ReportSkipped(line, SkipReason::DuplicateBillableKey, account);
-    } else {
-      billable->Add({.account = account, .line = booking.LineNumber()}, key);
-    }
+    const auto [expense, added] = billable->Add({.account = account, .line = booking.LineNumber()}, key);
+    if (added) return;
+    ++expense->booked;
+    booking.ReportSkipped(line, SkipReason::DuplicateBillableKey, account);
   });
 }
 

@@ -129,7 +129,7 @@ TEST_F(MonthlyPasses, ForExpensesClearTheBillableExpenses) {
                            ExpenseLine(AccountRef("E-2") + Amount("76.00") + fakes::CustomerRef("K-1"))));
   ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
   EXPECT_EQ(surroundings.state.billableExpenses->Count(), 1U);
-  EXPECT_EQ(surroundings.state.billableExpenses->At("K-1,76.00").account, "E-2");
+  EXPECT_EQ(surroundings.state.billableExpenses->Find("K-1,76.00")->account, "E-2");
 }
 
 TEST_F(MonthlyPasses, ForExpensesCreateMissingBillableExpenses) {
