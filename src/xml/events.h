@@ -49,7 +49,7 @@ class XmlEventHandler {
  public:
   virtual ~XmlEventHandler() = default;
   /// Returns the names that arrive with a number, at most 40; an empty one never
-  /// arrives. Called once, before the document is parsed. If there are names, an element that has another
+  /// arrives. Called before the document is parsed. If there are names, an element that has another
   /// name, no attribute and no listed element in it does not arrive itself; its text does.
   virtual std::span<const std::string_view> Vocabulary() const { return {}; }
   virtual void StartElement(const XmlEventName& name, const XmlEventAttributes& attributes) = 0;

@@ -138,6 +138,10 @@ bool StrictParser::NamesExhausted() const noexcept {
   return limitsNames_ && xmlDictGetUsage(context_->dict) > mostNames;
 }
 
+bool StrictParser::HasReport() const noexcept {
+  return context_->lastError.code != XML_ERR_OK;
+}
+
 const char* StrictParser::Interned(std::string_view name) {
   const xmlChar* const interned = xmlDictLookup(context_->dict, reinterpret_cast<const xmlChar*>(name.data()),
                                                 static_cast<int>(name.size()));

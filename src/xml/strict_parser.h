@@ -70,6 +70,9 @@ class StrictParser {
   /// them. What the source throws is passed on.
   _xmlDoc* ParseStream(const ByteSource& source);
   const std::optional<XmlFault>& Fault() const noexcept { return fault_; }
+  /// Returns whether the library has reported anything. Of its first version of events it describes nothing,
+  /// so that `Fault` may be missing.
+  bool HasReport() const noexcept;
 
   /// Records a fault. Only the first is kept, because it usually causes the others.
   void KeepFault(long line, std::string_view message) noexcept;

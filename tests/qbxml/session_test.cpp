@@ -54,7 +54,7 @@ TEST_F(SessionReport, OfARefusedRequestHasItsPeriodAndTheProcessorsError) {
 }
 
 TEST_F(SessionReport, OmitsARequestWithoutText) {
-  EXPECT_THROW(session().QbSerialize(Variant(ObjectReference()), {}), Error);
+  EXPECT_THROW(AskedSession().QbSerialize(Variant(ObjectReference()), {}), Error);
   EXPECT_TRUE(Notices().empty());
 }
 

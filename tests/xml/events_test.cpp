@@ -6,6 +6,7 @@
 #include <span>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace krnqb {
 namespace {
@@ -109,6 +110,82 @@ TEST(ParseXmlEvents, PassesTextOnlyWhileItIsWanted) {
   EXPECT_FALSE(
       ParseXmlEvents("<a>1&lt;<![CDATA[2]]> <b>3&amp;<![CDATA[4]]>\n</b>5&#54;<c>7</c></a>", handler));
   EXPECT_EQ(handler.texts, "3&4\n");
+}
+
+// Writes down what a handler with a vocabulary receives that wants the texts of one element.
+class ChosenLog final : public XmlEventHandler {
+ public:
+  ChosenLog() { WantText(false); }
+  std::span<const std::string_view> Vocabulary() const override { return names; }
+  void StartElement(const XmlEventName& name, const XmlEventAttributes& attributes) override {
+    log += "<" + std::string(name.Text()) + " " + attributes.Find("id").value_or("-") + ">";
+    open.push_back(name.Number());
+    WantText(open.back() == 1);
+  }
+  void Text(std::string_view piece) override { log += piece; }
+  void EndElement() override {
+    log += "</>";
+    open.pop_back();
+    WantText(!open.empty() && open.back() == 1);
+  }
+
+  std::array<std::string_view, 2> names = {"a", "t"};
+  std::vector<int> open;
+  std::string log;
+};
+
+std::string ChosenEventsOf(const std::string& text) {
+  ChosenLog handler;
+  EXPECT_FALSE(ParseXmlEvents(text, handler)) << text;
+  return handler.log;
+}
+
+TEST(ParseXmlEvents, PassesEachEventOnceWhereverNamespacesBegin) {
+  const std::string begin = "<a>1<t>2<u/>3<u>4<v><t>5</t></v></u>6</t>7<t id='8'>9<w id='w'/></t>";
+  const std::string document = begin + "</a>";
+  std::size_t places = 0;
+  for (std::size_t place = 3; place <= begin.size(); ++place) {
+    const std::string before = document.substr(0, place);
+    const bool inTag = before.rfind('<') != std::string::npos && before.rfind('>') < before.rfind('<');
+    if (inTag) continue;
+    ++places;
+    const std::string after = document.substr(place);
+    const std::string expected = ChosenEventsOf(before + "<n/>" + after);
+    EXPECT_EQ(ChosenEventsOf(before + "<n xmlns='urn:n'/>" + after), expected) << place;
+    EXPECT_EQ(ChosenEventsOf(before + "<n:n xmlns:n='urn:n'/>" + after), expected) << place;
+    EXPECT_EQ(ChosenEventsOf(before + "<n:n xmlns:n='urn:n'>x</n:n>" + after),
+              ChosenEventsOf(before + "<n>x</n>" + after))
+        << place;
+  }
+  EXPECT_GT(places, 20U);
+}
+
+TEST(ParseXmlEvents, FindsAttributesThatTheDocumentTypeDeclares) {
+  EXPECT_EQ(EventsOf("<!DOCTYPE a [<!ATTLIST b id CDATA 'declared'>]><a><b/></a>"),
+            "<a -><b declared></></>");
+}
+
+TEST(ParseXmlEvents, RefusesAnUndeclaredPrefixAndAColonInAnInstruction) {
+  for (const std::string text : {"<a>1<n:b/></a>", "<a n:id='1'/>", "<a/><?n:b?>", "<a><?n:b?></a>"}) {
+    EventLog handler;
+    EXPECT_TRUE(ParseXmlEvents(text, handler)) << text;
+  }
+}
+
+TEST(ParseXmlEvents, AcceptsWhatTheLibraryOnlyWarnsOf) {
+  EXPECT_EQ(EventsOf("<a xml:space='odd'>1<b xmlns='relative'/></a>"), "<a ->1< -></></>");
+}
+
+TEST(ParseXmlEvents, ReadsMoreNamesThanItRemembers) {
+  std::string text;
+  std::string expected;
+  for (int number = 0; number < 1000; ++number) {
+    const std::string name = "n" + std::to_string(number);
+    text += "<" + name + "/>";
+    expected += "<" + name + " -></>";
+  }
+  EXPECT_EQ(EventsOf("<a>" + text + text + "</a>"), "<a ->" + expected + expected + "</>");
+  EXPECT_EQ(EventsOf("<a>" + text + "<p:b xmlns:p='urn:p'/></a>"), "<a ->" + expected + "< -></></>");
 }
 
 TEST(ParseXmlEvents, ReadsATextOfAnyLengthWhereItIs) {

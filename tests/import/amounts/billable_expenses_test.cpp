@@ -27,7 +27,7 @@ class RecordedBillableExpenses : public testing::Test {
         surroundings.context,
         {.kind = 10, .request = BuildRequest(10, "2002-01-01", "2002-01-31"), .month = 1, .range = {}});
   }
-  std::string Recorded(std::string_view key) const {
+  std::string Recorded(std::string_view key) {
     const BillableExpense* expense = surroundings.state.billableExpenses->Find(key);
     return expense == nullptr ? "(none)" : std::string(expense->account);
   }
