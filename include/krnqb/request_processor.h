@@ -19,7 +19,7 @@ class RequestProcessor {
 
   /// Takes back an answer that is no longer needed, so that the next one may use its memory. By default it
   /// stays with the caller.
-  virtual void UseAgain(std::string&& /*answer*/) noexcept {}
+  virtual void UseAgain([[maybe_unused]] std::string&& answer) noexcept {}
 
   /// Opens the connection under the name and identifier of the application that uses it.
   virtual void OpenConnection(std::string_view applicationIdentifier, std::string_view applicationName) = 0;

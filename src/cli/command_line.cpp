@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -300,7 +301,9 @@ void AddDialog(Options options, DialogOptions& dialog) {
 // The tree of commands and their options.
 class CommandTree {
  public:
-  CommandTree() : program_("Imports QuickBooks accounting data into business plans.", "krnqb") {
+  // `arguments` must outlive the object.
+  explicit CommandTree(std::span<const std::string> arguments)
+      : arguments_(arguments), program_("Imports QuickBooks accounting data into business plans.", "krnqb") {
     program_.formatter(std::make_shared<HelpFormatter>());
     program_.set_help_flag("-h,--help", "Print this help and exit");
     program_.footer(std::string(help_text::program));
@@ -354,8 +357,8 @@ class CommandTree {
     AddHelp();
   }
 
-  Command Read(std::span<const std::string> arguments) {
-    std::vector<std::string> lastFirst(arguments.rbegin(), arguments.rend());
+  Command Read() {
+    std::vector<std::string> lastFirst(arguments_.rbegin(), arguments_.rend());
     try {
       program_.parse(lastFirst);
     } catch (const CLI::CallForHelp&) {
@@ -382,6 +385,8 @@ class CommandTree {
   void Add(CLI::App& parent, const std::string& name, const std::string& description, std::string_view footer,
            AddOptions addOptions) {
     CLI::App& app = *parent.add_subcommand(name, description)->group("Commands");
+    // A command that the arguments do not name is only listed; its options would take longer than all else.
+    if (std::ranges::find(arguments_, name) == arguments_.end()) return;
     app.footer(std::string(footer));
     const auto options = std::make_shared<CommandOptions>();
     addOptions(Options(app), *options);
@@ -407,6 +412,7 @@ class CommandTree {
   Failure Complaint(const CLI::ParseError& fault) const;
   static Failure UnknownWord(const CLI::App& app, const std::string& word, std::string_view seeHelp);
 
+  std::span<const std::string> arguments_;
   CLI::App program_;
   std::function<Command()> chosen_;
 };
@@ -464,7 +470,7 @@ Failure CommandTree::UnknownWord(const CLI::App& app, const std::string& word, s
 }  // namespace
 
 Command ParseCommandLine(std::span<const std::string> arguments) {
-  return CommandTree().Read(arguments);
+  return CommandTree(arguments).Read();
 }
 
 }  // namespace krnqb::cli

@@ -10,5 +10,5 @@ Stage "$area/recordings"
 printed=$root$work/soak.txt
 Windows 550 krnqb_soak_tests.exe --gtest_color=no >"$printed" 2>&1 ||
   { grep -vE '^\[ +(RUN|OK) |^\[---' "$printed"; Fail "krnqb_soak_tests"; }
-[ "$(tail -n 1 "$printed" | tr -d '\r')" = "end of the soak" ] || Fail "krnqb_soak_tests did not finish"
+[ "$(tail -n 1 "$printed" | tr -d '\r')" = "end of the repetitions" ] || Fail "krnqb_soak_tests did not finish"
 grep -E ' after [0-9]+ and |suites? ran' "$printed"

@@ -9,6 +9,6 @@ int main(int count, char** arguments) {
   if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 2;
   const int failed = RUN_ALL_TESTS();
   CoUninitialize();
-  if (failed == 0) std::puts("end of the soak");
+  if (failed == 0) std::puts("end of the repetitions");
   return failed;
 }

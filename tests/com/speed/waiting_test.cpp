@@ -1,0 +1,68 @@
+// What a host waits for: creating the component, and a large import. Prints lines "NAME VALUE", medians of
+// several runs in seconds.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+#include "host/component.h"
+
+namespace krnqb::testing {
+namespace {
+
+constexpr int createdPerRun = 10'000;
+
+std::size_t Runs() {
+  const char* set = std::getenv("KRNQB_REPETITIONS");
+  return set == nullptr ? 3 : static_cast<std::size_t>(std::atoi(set));
+}
+
+template <typename Action>
+double SecondsOf(const Action& action) {
+  const auto begun = std::chrono::steady_clock::now();
+  action();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - begun).count();
+}
+
+void PrintMedian(const char* name, std::vector<double> seconds) {
+  std::ranges::sort(seconds);
+  std::printf("%s %.9f\n", name, seconds.at(seconds.size() / 2));
+}
+
+TEST(Speed, OfCreatingAndReleasingAComponent) {
+  const Exchange loaded = NewExchange();  // keeps the library in the process
+  std::vector<double> seconds;
+  for (std::size_t run = 0; run < Runs(); ++run) {
+    const double all = SecondsOf([] {
+      for (int number = 0; number < createdPerRun; ++number) ASSERT_TRUE(NewExchange());
+    });
+    ASSERT_FALSE(HasFatalFailure());
+    seconds.push_back(all / createdPerRun);
+  }
+  PrintMedian("create", seconds);
+}
+
+TEST(Speed, OfAnImportOfAccounts) {
+  const RecordedImport import{"1.1", "ald", "none"};
+  const Replaying recording(Utf16(import.Name()));
+  std::vector<double> seconds;
+  for (std::size_t run = 0; run < Runs(); ++run) {
+    const auto plan = std::make_shared<PlanState>("recordings\\ald.kpf");
+    const Exchange exchange = NewExchange();
+    Configure(exchange, import, NewHostPlan(plan).Get());
+    exchange->put_IncludeIncomeAccounts(VARIANT_FALSE);
+    exchange->put_IncludePastPerformance(VARIANT_FALSE);
+    VARIANT_BOOL imported = VARIANT_FALSE;
+    seconds.push_back(SecondsOf([&] { EXPECT_EQ(S_OK, exchange->Go(&imported)); }));
+    ASSERT_EQ(VARIANT_TRUE, imported);
+    ASSERT_EQ(import.Cells(), plan->tables.Cells());
+  }
+  PrintMedian("import", seconds);
+}
+
+}  // namespace
+}  // namespace krnqb::testing
