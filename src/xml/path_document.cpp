@@ -21,9 +21,9 @@ struct FreeXPathObject {
 };
 
 // A text as the library takes it, ending in a zero.
-class LibraryText {
+class TerminatedText {
  public:
-  explicit LibraryText(std::string_view text) : text_(text) {}
+  explicit TerminatedText(std::string_view text) : text_(text) {}
   // NOLINTNEXTLINE(google-explicit-constructor)
   operator const xmlChar*() const noexcept { return reinterpret_cast<const xmlChar*>(text_.c_str()); }
 
@@ -40,17 +40,17 @@ Made* Required(Made* made) {
 // Returns the declaration of a name's namespace, which is added to the element if no ancestor has it.
 xmlNs* NamespaceOf(xmlDoc* document, xmlNode* element, const XmlName& name) {
   if (name.uri.empty()) return nullptr;
-  const LibraryText prefix(name.prefix);
+  const TerminatedText prefix(name.prefix);
   const xmlChar* const declared = name.prefix.empty() ? nullptr : static_cast<const xmlChar*>(prefix);
   xmlNs* const found = xmlSearchNs(document, element, declared);
-  return found != nullptr ? found : Required(xmlNewNs(element, LibraryText(name.uri), declared));
+  return found != nullptr ? found : Required(xmlNewNs(element, TerminatedText(name.uri), declared));
 }
 
 xmlNode* NewInstruction(xmlDoc* document, std::string_view text) {
   const std::size_t end = std::min(text.find(' '), text.size());
-  const LibraryText target(text.substr(0, end));
+  const TerminatedText target(text.substr(0, end));
   if (end == text.size()) return xmlNewDocPI(document, target, nullptr);
-  return xmlNewDocPI(document, target, LibraryText(text.substr(end + 1)));
+  return xmlNewDocPI(document, target, TerminatedText(text.substr(end + 1)));
 }
 
 xmlNode* NewContent(xmlDoc* document, const XmlTreeNode* node) {
@@ -61,7 +61,7 @@ xmlNode* NewContent(xmlDoc* document, const XmlTreeNode* node) {
     case XmlNodeKind::CharacterData:
       return xmlNewCDataBlock(document, begin, length);
     case XmlNodeKind::Comment:
-      return xmlNewDocComment(document, LibraryText(text));
+      return xmlNewDocComment(document, TerminatedText(text));
     case XmlNodeKind::Instruction:
       return NewInstruction(document, text);
     default:
@@ -124,7 +124,8 @@ void PathDocument::Fill() {
 // Adds an element with its attributes and the text that it holds itself.
 xmlNode* PathDocument::AddElement(XmlTreeNode* node, xmlNode* parent) {
   xmlDoc* const document = document_.get();
-  xmlNode* const copy = Required(xmlNewDocNode(document, nullptr, LibraryText(node->Name()->local), nullptr));
+  xmlNode* const copy =
+      Required(xmlNewDocNode(document, nullptr, TerminatedText(node->Name()->local), nullptr));
   if (parent == nullptr) {
     xmlDocSetRootElement(document, copy);
   } else {
@@ -134,16 +135,16 @@ xmlNode* PathDocument::AddElement(XmlTreeNode* node, xmlNode* parent) {
   copies_.emplace(node, copy);
   const XmlTreeNode* inTag = node->First();
   for (; inTag != nullptr && inTag->Kind() == XmlNodeKind::Namespace; inTag = inTag->Next()) {
-    const LibraryText prefix(inTag->Name()->local);
+    const TerminatedText prefix(inTag->Name()->local);
     const xmlChar* const declared =
         inTag->Name()->local.empty() ? nullptr : static_cast<const xmlChar*>(prefix);
-    Required(xmlNewNs(copy, LibraryText(inTag->OwnText()), declared));
+    Required(xmlNewNs(copy, TerminatedText(inTag->OwnText()), declared));
   }
   copy->ns = NamespaceOf(document, copy, *node->Name());
   for (; inTag != nullptr && inTag->Kind() == XmlNodeKind::Attribute; inTag = inTag->Next()) {
     const XmlName& name = *inTag->Name();
     xmlNs* const space = NamespaceOf(document, copy, name);
-    Required(xmlNewNsProp(copy, space, LibraryText(name.local), LibraryText(inTag->OwnText())));
+    Required(xmlNewNsProp(copy, space, TerminatedText(name.local), TerminatedText(inTag->OwnText())));
   }
   if (node->HoldsText()) Link(copy, Required(NewContent(document, node)));
   return copy;

@@ -34,7 +34,8 @@ struct DatedQuickBooks {
   std::string company = "C:\\Companies\\Nursery.qbw";
   std::int16_t majorVersion = 1;
   std::map<std::string, std::string> answers;
-  std::vector<std::string> requests;  // whole documents, in order
+  std::vector<std::string> requests;   // whole documents, in order
+  std::vector<std::string> takenBack;  // answers whose memory may be used again
 
   std::string AnswerTo(std::string question) const {
     while (!question.empty()) {
@@ -58,6 +59,9 @@ class DatedProcessor : public RequestProcessor {
     const std::string question = Question(request);
     journal_->Record("ProcessRequest " + question);
     return quickBooks_->AnswerTo(question);
+  }
+  void UseAgain(std::string&& answer) noexcept override {
+    if (!answer.empty()) quickBooks_->takenBack.push_back(std::move(answer));
   }
   void OpenConnection(std::string_view /*applicationIdentifier*/,
                       std::string_view /*applicationName*/) override {}

@@ -74,6 +74,21 @@ TEST_F(MonthlyPasses, RequestInvoicesAndSalesReceiptsOfTwelveMonths) {
   EXPECT_EQ(surroundings.journal->Text(), WholePass("Importing income balances...", {"20", "21"}));
 }
 
+TEST_F(MonthlyPasses, GiveEachAnswerBackBeforeTheyAskForTheNext) {
+  Spend("2003-11-01", "1");
+  Spend("2003-12-01", "2");
+  std::size_t back = 0;
+  surroundings.journal->On("ProcessRequest 11 2003-12-01 2003-12-31",
+                           [&] { back = surroundings.quickBooks->takenBack.size(); });
+  ImportExpenseBalances(surroundings.context, {.year = 2003, .month = 11});
+  const std::vector<std::string>& takenBack = surroundings.quickBooks->takenBack;
+  EXPECT_EQ(back, 2U);
+  ASSERT_EQ(takenBack.size(), 2U);  // the others have no lines and are freed
+  EXPECT_EQ(takenBack[0], surroundings.quickBooks->answers["10 2003-11-01"]);
+  EXPECT_EQ(takenBack[1], surroundings.quickBooks->answers["10 2003-12-01"]);
+  EXPECT_EQ(RentByMonth()[1], 2);
+}
+
 TEST_F(MonthlyPasses, NumberTheSlotsFromTheFirstMonth) {
   Spend("2003-11-01", "1");
   Spend("2003-12-01", "2");
