@@ -14,12 +14,12 @@ void BookedEntries::ReadLine(const SourceLine& line) noexcept {
   inPastPeriod_ = line.pastPeriod.has_value();
   if (inPastPeriod_ || failure_) return;
   try {
-    key_ = keys_.NumberOf(line.transactionId, line.lineId);
     transaction_ = table_.transactions.NumberOf(line.transactionId);
+    key_ = keys_.NumberOf(transaction_, line.lineId);
     quantityAsOne_ = !line.quantity.empty() && !ConvertToDouble(line.quantity);
     costCut_ = false;
-    if (read_.size() <= key_) read_.resize(key_ + std::size_t{1});
-    read_[key_] = true;
+    if (lines_.size() <= key_) lines_.resize(key_ + std::size_t{1});
+    lines_[key_].isRead = true;
   } catch (...) {
     failure_ = CaughtError();
   }
@@ -93,16 +93,8 @@ void BookedEntries::WriteCell(const WrittenCell& cell) noexcept {
 
 void BookedEntries::LeftOut(const Skipped& skipped) noexcept {
   if (skipped.line == 0 || inPastPeriod_ || failure_) return;
-  try {
-    reasons_.try_emplace(key_, skipped.reason);
-  } catch (...) {
-    failure_ = CaughtError();
-  }
-}
-
-std::optional<SkipReason> BookedEntries::ReasonOf(std::uint32_t key) const {
-  const auto found = reasons_.find(key);
-  return found == reasons_.end() ? std::nullopt : std::optional(found->second);
+  std::optional<SkipReason>& reason = lines_[key_].reason;
+  if (!reason) reason = skipped.reason;
 }
 
 void BookedEntries::RequireComplete() const {

@@ -60,8 +60,9 @@ PostedEntries ReadPostedEntries(const company::CompanyFile& company, const YearM
     const auto line = lines.find(entry.accountId);
     const std::optional<std::uint8_t> month = MonthOf(entry.date, start);
     if (line == lines.end() || !month) return;
-    const PostedEntry kept{.key = keys.NumberOf(entry.transactionId, entry.lineId),
-                           .transaction = table.transactions.NumberOf(entry.transactionId),
+    const std::uint32_t transaction = table.transactions.NumberOf(entry.transactionId);
+    const PostedEntry kept{.key = keys.NumberOf(transaction, entry.lineId),
+                           .transaction = transaction,
                            .line = line->second,
                            .month = *month,
                            .kindRead = std::ranges::find(kindsRead, entry.kind) != kindsRead.end(),

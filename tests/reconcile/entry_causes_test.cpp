@@ -28,8 +28,8 @@ class ComparingEntries : public testing::Test {
   void LeaveOut(SkipReason reason) { booked.LeftOut({.reason = reason, .line = number}); }
   // Posts an entry of the line that was read last.
   void Post(Group group, std::string_view account, double amount, PostedEntry kind = {.kindRead = true}) {
-    kind.key = keys.NumberOf(source.transactionId, source.lineId);
     kind.transaction = table.transactions.NumberOf(source.transactionId);
+    kind.key = keys.NumberOf(kind.transaction, source.lineId);
     kind.line = LineOf(group, account);
     kind.amount = ExactAmount::From(amount);
     posted.entries.push_back(kind);
