@@ -11,8 +11,10 @@ namespace {
 
 constexpr std::size_t none = std::string_view::npos;
 
+// Most characters are after the blank ones.
 bool IsBlank(char character) {
-  return character == ' ' || character == '\t' || character == '\r' || character == '\n';
+  return character <= ' ' &&
+         (character == ' ' || character == '\t' || character == '\r' || character == '\n');
 }
 
 // Returns the length of the name with which a tag begins. This is asked for every tag of every record.
@@ -81,13 +83,20 @@ std::string_view RecordElement::Name() const noexcept {
 
 std::string RecordElement::Text() const {
   std::string text;
-  if (tree_ == nullptr) return text;
-  MarkupReader reader(tree_->In(tree_->nodes_[node_].content));
+  CopyText(text);
+  return text;
+}
+
+void RecordElement::CopyText(std::string& text) const {
+  text.clear();
+  if (tree_ == nullptr) return;
+  const std::string_view written = tree_->In(tree_->nodes_[node_].content);
+  if (written.find('<') == std::string_view::npos) return AppendResolved(text, written);
+  MarkupReader reader(written);
   for (Markup markup = reader.Next(); markup.kind != MarkupKind::End; markup = reader.Next()) {
     if (markup.kind == MarkupKind::Text) AppendResolved(text, markup.text);
     if (markup.kind == MarkupKind::PlainText) text += markup.text;
   }
-  return text;
 }
 
 RecordElement RecordElement::Parent() const noexcept {
@@ -175,7 +184,9 @@ void ElementTree::ReadStart(std::string_view tag) {
 
 bool ElementTree::ReadEnd(std::string_view tag) {
   constexpr std::size_t beforeName = 2;  // "</"
-  if (open_ == none || In(nodes_[open_].name) != tag.substr(0, NameLength(tag))) return false;
+  if (open_ == none) return false;
+  const std::string_view name = In(nodes_[open_].name);
+  if (!tag.starts_with(name) || (tag.size() > name.size() && !IsBlank(tag[name.size()]))) return false;
   Close(PlaceOf(tag) - beforeName);
   return true;
 }

@@ -21,6 +21,11 @@ class RecordElement {
   /// Returns the whole text content, including that of descendants, with references resolved; empty for an
   /// empty handle.
   std::string Text() const;
+  /// Makes `text` what `Text` returns, in the memory that it has.
+  void CopyText(std::string& text) const;
+
+  /// Returns whether both are the same element of the same tree, or empty.
+  bool operator==(const RecordElement&) const noexcept = default;
 
   // Each returns an empty handle if there is no such element, or if called on one.
 

@@ -7,6 +7,8 @@ namespace {
 
 // Returns the position of the bracket that closes a tag, ignoring brackets inside quoted attribute values.
 std::size_t TagEnd(std::string_view tag) {
+  const std::size_t first = std::min(tag.find('>'), tag.size());
+  if (tag.substr(0, first).find('=') == std::string_view::npos) return first;  // without attributes
   char quote = 0;
   for (std::size_t position = 0; position < tag.size(); ++position) {
     const char character = tag[position];
@@ -30,11 +32,14 @@ Markup MarkupReader::Next() {
       rest_.remove_prefix(text.size());
       return {MarkupKind::Text, text};
     }
-    if (rest_.starts_with("<![CDATA[")) return {MarkupKind::PlainText, TakeThrough("<![CDATA[", "]]>")};
-    if (rest_.starts_with("</")) return {MarkupKind::EndTag, TakeThrough("</", ">")};
-    if (rest_.starts_with("<!--")) {
+    const char kind = rest_.size() < 2 ? '\0' : rest_[1];
+    if (kind == '/') return {MarkupKind::EndTag, TakeThrough("</", ">")};
+    if (kind == '!' && rest_.starts_with("<![CDATA[")) {
+      return {MarkupKind::PlainText, TakeThrough("<![CDATA[", "]]>")};
+    }
+    if (kind == '!' && rest_.starts_with("<!--")) {
       TakeThrough("<!--", "-->");
-    } else if (rest_.starts_with("<?")) {
+    } else if (kind == '?') {
       TakeThrough("<?", "?>");
     } else {
       return TakeTag();
