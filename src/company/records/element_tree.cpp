@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <optional>
 
 #include "company/records/markup.h"
 
@@ -124,10 +125,15 @@ RecordElement ElementTree::Read(std::string_view xml) {
   Clear();
   xml_ = xml;
   MarkupReader reader(xml);
-  for (Markup markup = reader.Next(); markup.kind != MarkupKind::End; markup = reader.Next()) {
+  for (Markup markup = reader.NextTag(); markup.kind != MarkupKind::End; markup = reader.NextTag()) {
     if (markup.kind == MarkupKind::StartTag || markup.kind == MarkupKind::EmptyTag) {
       if (open_ == none && !nodes_.empty()) return {};
       ReadStart(markup.text);
+    }
+    if (markup.kind == MarkupKind::StartTag) {
+      // Most elements contain text alone.
+      const std::optional<std::string_view> text = reader.TakeContent(In(nodes_[open_].name));
+      if (text) Close(PlaceOf(*text) + text->size());
     }
     if (markup.kind == MarkupKind::EmptyTag) Close(nodes_[open_].content.begin);
     if (markup.kind == MarkupKind::EndTag && !ReadEnd(markup.text)) return {};
@@ -141,15 +147,19 @@ void ElementTree::Clear() noexcept {
 }
 
 void ElementTree::Open(TextRange name, std::size_t contentBegin, bool isUnqualified) {
+  OpenNode(contentBegin, isUnqualified).name = name;
+}
+
+ElementTree::Node& ElementTree::OpenNode(std::size_t contentBegin, bool isUnqualified) {
   const std::size_t node = nodes_.size();
-  nodes_.push_back(
-      {.name = name, .content = {contentBegin, 0}, .isUnqualified = isUnqualified, .parent = open_});
+  nodes_.push_back({.content = {contentBegin, 0}, .isUnqualified = isUnqualified, .parent = open_});
   if (open_ != none) {
     Node& parent = nodes_[open_];
     (parent.lastChild == none ? parent.firstChild : nodes_[parent.lastChild].nextSibling) = node;
     parent.lastChild = node;
   }
   open_ = node;
+  return nodes_.back();
 }
 
 void ElementTree::Close(std::size_t contentEnd) noexcept {
@@ -178,8 +188,9 @@ void ElementTree::ReadStart(std::string_view tag) {
     inNamespace = tag.find("xmlns=\"\"") == std::string_view::npos;
   }
   const bool isUnqualified = !inNamespace && tag.substr(0, nameLength).find(':') == std::string_view::npos;
-  Open({PlaceOf(tag), nameLength}, PlaceOf(tag) + tag.size() + 1, isUnqualified);
-  nodes_[open_].inNamespace = inNamespace;
+  Node& node = OpenNode(PlaceOf(tag) + tag.size() + 1, isUnqualified);
+  node.name = {PlaceOf(tag), nameLength};
+  node.inNamespace = inNamespace;
 }
 
 bool ElementTree::ReadEnd(std::string_view tag) {

@@ -75,7 +75,7 @@ class ElementTree {
  private:
   friend class RecordElement;
   struct Node {
-    TextRange name;
+    TextRange name = {};
     TextRange content;           // between the tags, as written
     bool inNamespace = false;    // whether unprefixed names in its content are; known to `Read`
     bool isUnqualified = false;  // whether its own name is in no namespace
@@ -92,6 +92,7 @@ class ElementTree {
   std::size_t PlaceOf(std::string_view part) const noexcept {
     return static_cast<std::size_t>(part.data() - xml_.data());
   }
+  Node& OpenNode(std::size_t contentBegin, bool isUnqualified);
   void ReadStart(std::string_view tag);
   bool ReadEnd(std::string_view tag);
 
