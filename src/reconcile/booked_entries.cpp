@@ -16,7 +16,6 @@ void BookedEntries::ReadLine(const SourceLine& line) noexcept {
   try {
     transaction_ = table_.transactions.NumberOf(line.transactionId);
     key_ = keys_.NumberOf(transaction_, line.lineId);
-    quantityAsOne_ = !line.quantity.empty() && !ConvertToDouble(line.quantity);
     costCut_ = false;
     if (lines_.size() <= key_) lines_.resize(key_ + std::size_t{1});
     lines_[key_].isRead = true;
@@ -51,7 +50,10 @@ void BookedEntries::BookLine(const Booking& booking, MonthAmounts& month, Booked
   entry.transaction = transaction_;
   entry.rule = booking.rule;
   entry.billedAgain = booking.billedAgain;
-  entry.quantityAsOne = quantityAsOne_;
+  if (booking.rule == BookingRule::CostOfSale) {
+    const std::string_view quantity = booking.line->quantity;
+    entry.quantityAsOne = !quantity.empty() && !ConvertToDouble(quantity);
+  }
   entry.costCut = costCut_;
   entry.amount = ExactAmount::From(booking.amount);
   entries_.push_back(entry);

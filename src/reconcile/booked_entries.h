@@ -22,7 +22,7 @@ struct BookedEntry {
   std::uint8_t month = 0;         ///< from 0
   BookingRule rule = BookingRule::ChargedToExpense;
   bool billedAgain = false;    ///< see `Booking`
-  bool quantityAsOne = false;  ///< the quantity is a text that is not a number
+  bool quantityAsOne = false;  ///< CostOfSale: the quantity is a text that is not a number
   bool costCut = false;        ///< the average cost could be read only in part
   ExactAmount amount = {};
 };
@@ -92,7 +92,6 @@ class BookedEntries final : public BookingReceiver {
   std::unordered_map<std::uint64_t, ReportCell> reportCells_;  // the last one of a line and month
   std::uint32_t key_ = 0;                                      // of the current line
   std::uint32_t transaction_ = 0;                              // of the current line
-  bool quantityAsOne_ = false;                                 // of the current line
   bool costCut_ = false;                                       // of the current line
   bool inPastPeriod_ = false;  // whether the current line is read for past performance
   bool fromReports_ = false;

@@ -49,21 +49,29 @@ class FamilyRecords {
     Advance();
   }
 
-  void Advance() { there_ = rows_.Step(); }
+  // Every record is compared several times, so its place is read once.
+  void Advance() {
+    there_ = rows_.Step();
+    if (!there_) return;
+    date_ = rows_.Text(0);
+    position_ = rows_.Integer(1);
+  }
   bool IsThere() const noexcept { return there_; }
-  bool IsBefore(const FamilyRecords& other) const {
-    const int order = Date().compare(other.Date());
-    return order != 0 ? order < 0 : rows_.Integer(1) < other.rows_.Integer(1);
+  bool IsBefore(const FamilyRecords& other) const noexcept {
+    const int order = date_.compare(other.date_);
+    return order != 0 ? order < 0 : position_ < other.position_;
   }
 
   const RecordKind& Kind() const noexcept { return *kind_; }
-  std::string_view Date() const { return rows_.Text(0); }
+  const std::string& Date() const noexcept { return date_; }
   std::string_view Xml() const { return rows_.Text(2); }
 
  private:
   const RecordKind* kind_;
   Statement rows_;
   bool there_ = false;
+  std::string date_;
+  std::int64_t position_ = 0;
 };
 
 class EntryReader {
