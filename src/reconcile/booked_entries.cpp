@@ -14,12 +14,11 @@ void BookedEntries::ReadLine(const SourceLine& line) noexcept {
   inPastPeriod_ = line.pastPeriod.has_value();
   if (inPastPeriod_ || failure_) return;
   try {
-    key_ = keys_.NumberOf(line.transactionId, line.lineId);
     transaction_ = table_.transactions.NumberOf(line.transactionId);
-    quantityAsOne_ = !line.quantity.empty() && !ConvertToDouble(line.quantity);
+    key_ = keys_.NumberOf(transaction_, line.lineId);
     costCut_ = false;
-    if (read_.size() <= key_) read_.resize(key_ + std::size_t{1});
-    read_[key_] = true;
+    if (lines_.size() <= key_) lines_.resize(key_ + std::size_t{1});
+    lines_[key_].isRead = true;
   } catch (...) {
     failure_ = CaughtError();
   }
@@ -51,7 +50,10 @@ void BookedEntries::BookLine(const Booking& booking, MonthAmounts& month, Booked
   entry.transaction = transaction_;
   entry.rule = booking.rule;
   entry.billedAgain = booking.billedAgain;
-  entry.quantityAsOne = quantityAsOne_;
+  if (booking.rule == BookingRule::CostOfSale) {
+    const std::string_view quantity = booking.line->quantity;
+    entry.quantityAsOne = !quantity.empty() && !ConvertToDouble(quantity);
+  }
   entry.costCut = costCut_;
   entry.amount = ExactAmount::From(booking.amount);
   entries_.push_back(entry);
@@ -93,16 +95,8 @@ void BookedEntries::WriteCell(const WrittenCell& cell) noexcept {
 
 void BookedEntries::LeftOut(const Skipped& skipped) noexcept {
   if (skipped.line == 0 || inPastPeriod_ || failure_) return;
-  try {
-    reasons_.try_emplace(key_, skipped.reason);
-  } catch (...) {
-    failure_ = CaughtError();
-  }
-}
-
-std::optional<SkipReason> BookedEntries::ReasonOf(std::uint32_t key) const {
-  const auto found = reasons_.find(key);
-  return found == reasons_.end() ? std::nullopt : std::optional(found->second);
+  std::optional<SkipReason>& reason = lines_[key_].reason;
+  if (!reason) reason = skipped.reason;
 }
 
 void BookedEntries::RequireComplete() const {

@@ -22,7 +22,7 @@ struct BookedEntry {
   std::uint8_t month = 0;         ///< from 0
   BookingRule rule = BookingRule::ChargedToExpense;
   bool billedAgain = false;    ///< see `Booking`
-  bool quantityAsOne = false;  ///< the quantity is a text that is not a number
+  bool quantityAsOne = false;  ///< CostOfSale: the quantity is a text that is not a number
   bool costCut = false;        ///< the average cost could be read only in part
   ExactAmount amount = {};
 };
@@ -61,9 +61,11 @@ class BookedEntries final : public BookingReceiver {
   const std::vector<ImportedRow>& Rows() const noexcept { return rows_; }
 
   /// Returns whether the import has read the line with this number.
-  bool HasRead(std::uint32_t key) const noexcept { return key < read_.size() && read_[key]; }
+  bool HasRead(std::uint32_t key) const noexcept { return key < lines_.size() && lines_[key].isRead; }
   /// Returns the first reason for which a line was left out; nullopt if there was none.
-  std::optional<SkipReason> ReasonOf(std::uint32_t key) const;
+  std::optional<SkipReason> ReasonOf(std::uint32_t key) const noexcept {
+    return key < lines_.size() ? lines_[key].reason : std::nullopt;
+  }
   /// Returns whether the amounts come from reports.
   bool FromReports() const noexcept { return fromReports_; }
 
@@ -78,8 +80,11 @@ class BookedEntries final : public BookingReceiver {
   LineKeys& keys_;
   std::vector<BookedEntry> entries_;
   std::vector<ImportedRow> rows_;
-  std::vector<bool> read_;  // by key
-  std::unordered_map<std::uint32_t, SkipReason> reasons_;
+  struct Line {
+    bool isRead = false;
+    std::optional<SkipReason> reason;  // the first one for which it was left out
+  };
+  std::vector<Line> lines_;  // by key
   struct ReportCell {
     ExactAmount amount;
     ExactAmount cut;  // what it has more than its text says, because that was read only in part
@@ -87,7 +92,6 @@ class BookedEntries final : public BookingReceiver {
   std::unordered_map<std::uint64_t, ReportCell> reportCells_;  // the last one of a line and month
   std::uint32_t key_ = 0;                                      // of the current line
   std::uint32_t transaction_ = 0;                              // of the current line
-  bool quantityAsOne_ = false;                                 // of the current line
   bool costCut_ = false;                                       // of the current line
   bool inPastPeriod_ = false;  // whether the current line is read for past performance
   bool fromReports_ = false;

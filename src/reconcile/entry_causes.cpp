@@ -1,16 +1,28 @@
 #include "reconcile/entry_causes.h"
 
 #include <algorithm>
+#include <numeric>
 #include <optional>
 #include <span>
 #include <unordered_set>
+#include <utility>
+#include <vector>
 
 namespace krnqb::reconcile {
 namespace {
 
+// Sorts entries by key; those with the same key keep their order. Keys are numbered from 0 without gaps, so
+// counting them is faster than comparing them.
 template <typename Entry>
-bool ByKey(const Entry& left, const Entry& right) {
-  return left.key < right.key;
+void SortByKey(std::vector<Entry>& entries) {
+  if (std::ranges::is_sorted(entries, {}, &Entry::key)) return;
+  const std::size_t keys = std::ranges::max(entries, {}, &Entry::key).key + std::size_t{1};
+  std::vector<std::size_t> places(keys + 1);  // by key; of its next entry
+  for (const Entry& entry : entries) ++places[entry.key + std::size_t{1}];
+  std::partial_sum(places.begin(), places.end(), places.begin());
+  std::vector<Entry> sorted(entries.size());
+  for (const Entry& entry : entries) sorted[places[entry.key]++] = entry;
+  entries = std::move(sorted);
 }
 
 // The entries of both sides for one line of a transaction. Matched ones are taken out.
@@ -124,8 +136,8 @@ void ExplainOtherSections(WorkTable& table, const std::vector<PostedEntry>& post
 
 void ExplainEntries(WorkTable& table, BookedEntries& booked, PostedEntries& posted) {
   if (booked.FromReports()) return ExplainOtherSections(table, posted.entries);
-  std::ranges::stable_sort(booked.Entries(), ByKey<BookedEntry>);
-  std::ranges::stable_sort(posted.entries, ByKey<PostedEntry>);
+  SortByKey(booked.Entries());
+  SortByKey(posted.entries);
   std::span<const BookedEntry> bookedLeft(booked.Entries());
   std::span<const PostedEntry> postedLeft(posted.entries);
   LineComparison comparison(table, booked, posted.pendingSales);

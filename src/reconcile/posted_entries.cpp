@@ -42,7 +42,8 @@ PostedEntries ReadPostedEntries(const company::CompanyFile& company, const YearM
   const std::string lastDay = DateText(last.year, last.month, DaysInMonth(last));
   PostedEntries posted;
   std::unordered_map<std::string, std::uint32_t> lines;  // by ListID
-  const company::ProfitAndLoss books = company.ProfitAndLoss(firstDay, lastDay);
+  // The accounts of no days, because their months would have to be added up.
+  const company::ProfitAndLoss books = company.ProfitAndLoss(lastDay, firstDay);
   for (const company::ProfitAndLossAccount& account : books.accounts) {
     const std::optional<Group> group = GroupOfType(account.type);
     if (!group) continue;
@@ -56,16 +57,22 @@ PostedEntries ReadPostedEntries(const company::CompanyFile& company, const YearM
   for (const std::string& transaction : company.PendingSales(firstDay, lastDay)) {
     posted.pendingSales.insert(table.transactions.NumberOf(transaction));
   }
+  // The import reads one kind after the other, but each in the order of days as well.
+  std::array<std::uint32_t, kindsRead.size() + 1> lastOfKind = {};
   company.ReadLedgerEntries(firstDay, lastDay, [&](const company::LedgerEntry& entry) {
     const auto line = lines.find(entry.accountId);
     const std::optional<std::uint8_t> month = MonthOf(entry.date, start);
     if (line == lines.end() || !month) return;
-    const PostedEntry kept{.key = keys.NumberOf(entry.transactionId, entry.lineId),
-                           .transaction = table.transactions.NumberOf(entry.transactionId),
+    const auto kind = static_cast<std::size_t>(std::ranges::find(kindsRead, entry.kind) - kindsRead.begin());
+    std::uint32_t& previous = lastOfKind.at(kind);
+    const std::uint32_t transaction = table.transactions.NumberOf(entry.transactionId, previous + 1);
+    previous = transaction;
+    const PostedEntry kept{.key = keys.NumberOf(transaction, entry.lineId),
+                           .transaction = transaction,
                            .line = line->second,
                            .month = *month,
-                           .kindRead = std::ranges::find(kindsRead, entry.kind) != kindsRead.end(),
-                           .isSale = entry.kind == kindsRead[3] || entry.kind == kindsRead[4],
+                           .kindRead = kind < kindsRead.size(),
+                           .isSale = kind == 3 || kind == 4,
                            .inItemGroup = entry.inItemGroup,
                            .isCost = entry.cost.has_value(),
                            .amount = ExactAmount::FromHundredths(entry.amount)};

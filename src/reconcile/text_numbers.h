@@ -13,8 +13,8 @@ namespace krnqb::reconcile {
 /// blocks of memory.
 class TextNumbers {
  public:
-  /// Returns the number of a text; the same text has the same number.
-  std::uint32_t NumberOf(std::string_view text);
+  /// Returns the number of a text; the same text has the same number. Is faster if that is `guess`.
+  std::uint32_t NumberOf(std::string_view text, std::uint32_t guess = 0);
   /// Returns the text with a number that `NumberOf` has returned, as long as the object lives.
   std::string_view TextOf(std::uint32_t number) const { return texts_[number].text; }
 

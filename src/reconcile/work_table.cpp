@@ -13,8 +13,12 @@ void MonthAmounts::Explain(CauseCode code, const ExactAmount& amount,
 }
 
 std::size_t WorkTable::LineOf(Group group, std::string_view account) {
+  // Few names are asked for, but each very often.
+  TextMap<std::size_t>& spellings = spellings_[static_cast<std::size_t>(group)];
+  if (const auto known = spellings.find(account); known != spellings.end()) return known->second;
   const auto [position, added] = positions_.try_emplace({group, FoldedKey(account)}, lines_.size());
   if (added) lines_.push_back({.group = group, .account = std::string(account), .months = {}});
+  spellings.emplace(account, position->second);
   return position->second;
 }
 

@@ -13,6 +13,7 @@
 #include "reconcile/cause.h"
 #include "reconcile/group.h"
 #include "reconcile/text_numbers.h"
+#include "support/text_map.h"
 
 namespace krnqb::reconcile {
 
@@ -66,6 +67,7 @@ class WorkTable {
  private:
   std::vector<Line> lines_;
   std::map<std::pair<Group, std::string>, std::size_t> positions_;  // by folded name
+  std::array<TextMap<std::size_t>, groups.size()> spellings_;       // positions by name, as asked for
 };
 
 }  // namespace krnqb::reconcile

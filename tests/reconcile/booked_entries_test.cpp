@@ -30,6 +30,10 @@ class CollectingBookings : public testing::Test {
   void Charge(std::string_view account, std::int16_t month, double amount) {
     booked.Book({.slot = Slot(account, month), .amount = amount, .line = &line});
   }
+  void Sell(std::string_view account, BookingRule rule) {
+    booked.Book(
+        {.slot = Slot(account, 1, AmountGroup::CostOfGoods), .rule = rule, .amount = 1, .line = &line});
+  }
   const MonthAmounts& Month(std::string_view account, std::size_t month) {
     return table.At(table.LineOf(Group::Expenses, account)).months.at(month - 1);
   }
@@ -87,16 +91,18 @@ TEST_F(CollectingBookings, LeavesPastPerformanceOut) {
   EXPECT_TRUE(table.Lines().empty());
 }
 
-TEST_F(CollectingBookings, MarksAQuantityThatIsNotANumber) {
+TEST_F(CollectingBookings, MarksACostWhoseQuantityIsNotANumber) {
   Line("T-1", "two");
-  Charge("Rent", 1, 1);
+  Sell("Seeds", BookingRule::CostOfSale);
+  Sell("Seeds", BookingRule::Sale);
   Line("T-2", "2");
-  Charge("Rent", 1, 1);
+  Sell("Seeds", BookingRule::CostOfSale);
   Line("T-3");
-  Charge("Rent", 1, 1);
+  Sell("Seeds", BookingRule::CostOfSale);
   EXPECT_TRUE(booked.Entries()[0].quantityAsOne);
   EXPECT_FALSE(booked.Entries()[1].quantityAsOne);
   EXPECT_FALSE(booked.Entries()[2].quantityAsOne);
+  EXPECT_FALSE(booked.Entries()[3].quantityAsOne);
 }
 
 TEST_F(CollectingBookings, KeepsTheFirstReasonForWhichALineIsLeftOut) {

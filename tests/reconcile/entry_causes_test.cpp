@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <string>
+
 #include "reconcile/amounts.h"
 
 namespace krnqb::reconcile {
@@ -28,8 +31,8 @@ class ComparingEntries : public testing::Test {
   void LeaveOut(SkipReason reason) { booked.LeftOut({.reason = reason, .line = number}); }
   // Posts an entry of the line that was read last.
   void Post(Group group, std::string_view account, double amount, PostedEntry kind = {.kindRead = true}) {
-    kind.key = keys.NumberOf(source.transactionId, source.lineId);
     kind.transaction = table.transactions.NumberOf(source.transactionId);
+    kind.key = keys.NumberOf(kind.transaction, source.lineId);
     kind.line = LineOf(group, account);
     kind.amount = ExactAmount::From(amount);
     posted.entries.push_back(kind);
@@ -174,6 +177,33 @@ TEST_F(ComparingEntries, PairsLinesWithoutIdsByTheirAmounts) {
   Post(Group::Expenses, "Rent", 10);
   Compare();
   EXPECT_EQ(Causes(Group::Expenses, "Rent"), "");
+}
+
+TEST_F(ComparingEntries, PairsLinesThatArePostedInAnotherOrder) {
+  const std::array<std::string_view, 3> transactions = {"T-1", "T-2", "T-3"};
+  for (const std::string_view transaction : transactions) {
+    for (const std::string_view line : {"1", "2"}) {
+      ReadLine(transaction, line);
+      Book(AmountGroup::Expenses, "Rent", static_cast<double>(number), BookingRule::ChargedToExpense);
+    }
+  }
+  source = {.transactionId = "T-4", .lineId = "1"};
+  Post(Group::Expenses, "Rent", 7, {.kindRead = false});
+  for (const std::size_t transaction : {2U, 0U, 1U}) {
+    for (const std::size_t line : {1U, 2U}) {
+      const std::string id = std::to_string(line);
+      source = {.transactionId = transactions.at(transaction), .lineId = id};
+      Post(Group::Expenses, "Rent", static_cast<double>(2 * transaction + line));
+    }
+  }
+  source = {.transactionId = "T-0", .lineId = "1"};
+  Post(Group::Expenses, "Rent", 8, {.kindRead = false});
+  Compare();
+  EXPECT_EQ(Causes(Group::Expenses, "Rent"), "kind-not-read -15.00");
+  const CauseSums& causes = table.At(LineOf(Group::Expenses, "Rent")).months[0].causes;
+  EXPECT_EQ(
+      causes.at({CauseCode::KindNotRead, ""}).transactions,
+      (std::vector<std::uint32_t>{table.transactions.NumberOf("T-4"), table.transactions.NumberOf("T-0")}));
 }
 
 TEST_F(ComparingEntries, OfReportsNamesOnlyTheOtherSections) {

@@ -29,6 +29,16 @@ TEST(TextNumbers, KeepTextsWhoseSourceChanges) {
   EXPECT_EQ(numbers.TextOf(0), "one text");
 }
 
+TEST(TextNumbers, AreRightWhateverTheGuess) {
+  TextNumbers numbers;
+  EXPECT_EQ(numbers.NumberOf("a", 7), 0U);
+  EXPECT_EQ(numbers.NumberOf("b", 0), 1U);
+  EXPECT_EQ(numbers.NumberOf("a", 0), 0U);
+  EXPECT_EQ(numbers.NumberOf("b", 0), 1U);
+  EXPECT_EQ(numbers.NumberOf("a", 1), 0U);
+  EXPECT_EQ(numbers.NumberOf("c", 1), 2U);
+}
+
 TEST(TextNumbers, StayTheSameAmongManyTexts) {
   constexpr std::uint32_t many = 20'000;
   TextNumbers numbers;

@@ -8,7 +8,7 @@
 #include "cli/import/expense_selection.h"
 #include "cli/import/failure.h"
 #include "cli/import/replay_failure.h"
-#include "krnqb/import_report.h"
+#include "krnqb/observer.h"
 #include "qbxml/forwarding_processor.h"
 
 namespace krnqb::cli {
@@ -54,18 +54,19 @@ class BookingObserver final : public Observer {
   explicit BookingObserver(reconcile::BookedEntries& booked) noexcept : booked_(booked) {}
 
   void Notify(const Notice& notice) noexcept override {
-    report_.Notify(notice);
+    if (notice.meaning == NoticeMeaning::Incomplete) complete_ = false;
     if (notice.kind == NoticeKind::AmountSkipped && notice.skipped) booked_.LeftOut(*notice.skipped);
     const bool cut = notice.finding && notice.finding->code == WarningCode::TextCut;
     if (cut && notice.place.operation == Operation::ReadSalesTransactions) booked_.CutCost();
   }
   BookingReceiver* Bookings() noexcept override { return &booked_; }
 
-  const ImportReport& Report() const noexcept { return report_; }
+  /// Returns whether everything that was requested could be read.
+  bool Complete() const noexcept { return complete_; }
 
  private:
   reconcile::BookedEntries& booked_;
-  ImportReport report_;
+  bool complete_ = true;
 };
 
 class ImportEnd final : public EventSink {
@@ -119,7 +120,7 @@ std::vector<std::string> RepeatImport(const ImportSettings& settings, const Impo
   }
   RequireRepeated(exchange, goResult, end->Raised());
   booked.RequireComplete();
-  if (!observer->Report().Complete()) {
+  if (!observer->Complete()) {
     throw CommandFailure(failed, "some data could not be read", seeDryRun);
   }
   return std::move(*answers);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <optional>
 
 #include "company/records/markup.h"
 
@@ -11,8 +12,10 @@ namespace {
 
 constexpr std::size_t none = std::string_view::npos;
 
+// Most characters are after the blank ones.
 bool IsBlank(char character) {
-  return character == ' ' || character == '\t' || character == '\r' || character == '\n';
+  return character <= ' ' &&
+         (character == ' ' || character == '\t' || character == '\r' || character == '\n');
 }
 
 // Returns the length of the name with which a tag begins. This is asked for every tag of every record.
@@ -81,13 +84,20 @@ std::string_view RecordElement::Name() const noexcept {
 
 std::string RecordElement::Text() const {
   std::string text;
-  if (tree_ == nullptr) return text;
-  MarkupReader reader(tree_->In(tree_->nodes_[node_].content));
+  CopyText(text);
+  return text;
+}
+
+void RecordElement::CopyText(std::string& text) const {
+  text.clear();
+  if (tree_ == nullptr) return;
+  const std::string_view written = tree_->In(tree_->nodes_[node_].content);
+  if (written.find('<') == std::string_view::npos) return AppendResolved(text, written);
+  MarkupReader reader(written);
   for (Markup markup = reader.Next(); markup.kind != MarkupKind::End; markup = reader.Next()) {
     if (markup.kind == MarkupKind::Text) AppendResolved(text, markup.text);
     if (markup.kind == MarkupKind::PlainText) text += markup.text;
   }
-  return text;
 }
 
 RecordElement RecordElement::Parent() const noexcept {
@@ -115,10 +125,15 @@ RecordElement ElementTree::Read(std::string_view xml) {
   Clear();
   xml_ = xml;
   MarkupReader reader(xml);
-  for (Markup markup = reader.Next(); markup.kind != MarkupKind::End; markup = reader.Next()) {
+  for (Markup markup = reader.NextTag(); markup.kind != MarkupKind::End; markup = reader.NextTag()) {
     if (markup.kind == MarkupKind::StartTag || markup.kind == MarkupKind::EmptyTag) {
       if (open_ == none && !nodes_.empty()) return {};
       ReadStart(markup.text);
+    }
+    if (markup.kind == MarkupKind::StartTag) {
+      // Most elements contain text alone.
+      const std::optional<std::string_view> text = reader.TakeContent(In(nodes_[open_].name));
+      if (text) Close(PlaceOf(*text) + text->size());
     }
     if (markup.kind == MarkupKind::EmptyTag) Close(nodes_[open_].content.begin);
     if (markup.kind == MarkupKind::EndTag && !ReadEnd(markup.text)) return {};
@@ -132,15 +147,19 @@ void ElementTree::Clear() noexcept {
 }
 
 void ElementTree::Open(TextRange name, std::size_t contentBegin, bool isUnqualified) {
+  OpenNode(contentBegin, isUnqualified).name = name;
+}
+
+ElementTree::Node& ElementTree::OpenNode(std::size_t contentBegin, bool isUnqualified) {
   const std::size_t node = nodes_.size();
-  nodes_.push_back(
-      {.name = name, .content = {contentBegin, 0}, .isUnqualified = isUnqualified, .parent = open_});
+  nodes_.push_back({.content = {contentBegin, 0}, .isUnqualified = isUnqualified, .parent = open_});
   if (open_ != none) {
     Node& parent = nodes_[open_];
     (parent.lastChild == none ? parent.firstChild : nodes_[parent.lastChild].nextSibling) = node;
     parent.lastChild = node;
   }
   open_ = node;
+  return nodes_.back();
 }
 
 void ElementTree::Close(std::size_t contentEnd) noexcept {
@@ -169,13 +188,16 @@ void ElementTree::ReadStart(std::string_view tag) {
     inNamespace = tag.find("xmlns=\"\"") == std::string_view::npos;
   }
   const bool isUnqualified = !inNamespace && tag.substr(0, nameLength).find(':') == std::string_view::npos;
-  Open({PlaceOf(tag), nameLength}, PlaceOf(tag) + tag.size() + 1, isUnqualified);
-  nodes_[open_].inNamespace = inNamespace;
+  Node& node = OpenNode(PlaceOf(tag) + tag.size() + 1, isUnqualified);
+  node.name = {PlaceOf(tag), nameLength};
+  node.inNamespace = inNamespace;
 }
 
 bool ElementTree::ReadEnd(std::string_view tag) {
   constexpr std::size_t beforeName = 2;  // "</"
-  if (open_ == none || In(nodes_[open_].name) != tag.substr(0, NameLength(tag))) return false;
+  if (open_ == none) return false;
+  const std::string_view name = In(nodes_[open_].name);
+  if (!tag.starts_with(name) || (tag.size() > name.size() && !IsBlank(tag[name.size()]))) return false;
   Close(PlaceOf(tag) - beforeName);
   return true;
 }

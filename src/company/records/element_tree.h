@@ -21,6 +21,11 @@ class RecordElement {
   /// Returns the whole text content, including that of descendants, with references resolved; empty for an
   /// empty handle.
   std::string Text() const;
+  /// Makes `text` what `Text` returns, in the memory that it has.
+  void CopyText(std::string& text) const;
+
+  /// Returns whether both are the same element of the same tree, or empty.
+  bool operator==(const RecordElement&) const noexcept = default;
 
   // Each returns an empty handle if there is no such element, or if called on one.
 
@@ -70,7 +75,7 @@ class ElementTree {
  private:
   friend class RecordElement;
   struct Node {
-    TextRange name;
+    TextRange name = {};
     TextRange content;           // between the tags, as written
     bool inNamespace = false;    // whether unprefixed names in its content are; known to `Read`
     bool isUnqualified = false;  // whether its own name is in no namespace
@@ -87,6 +92,7 @@ class ElementTree {
   std::size_t PlaceOf(std::string_view part) const noexcept {
     return static_cast<std::size_t>(part.data() - xml_.data());
   }
+  Node& OpenNode(std::size_t contentBegin, bool isUnqualified);
   void ReadStart(std::string_view tag);
   bool ReadEnd(std::string_view tag);
 

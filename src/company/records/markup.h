@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 namespace krnqb::company {
@@ -27,9 +28,16 @@ class MarkupReader {
   explicit MarkupReader(std::string_view rest) noexcept : rest_(rest) {}
 
   Markup Next();
+  /// Returns the next tag, or `End`; skips texts.
+  Markup NextTag();
+
+  /// If the element whose start tag was taken last contains text alone and ends in `</name>`, takes both and
+  /// returns the text as written. Otherwise takes nothing and returns nullopt.
+  std::optional<std::string_view> TakeContent(std::string_view name) noexcept;
 
  private:
   std::string_view TakeThrough(std::string_view begin, std::string_view end);
+  Markup TakeEndTag();
   Markup TakeTag();
 
   std::string_view rest_;

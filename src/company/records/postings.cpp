@@ -66,22 +66,27 @@ std::optional<std::int64_t> AmountOf(const RecordElement& owner, std::string_vie
   return Hundredths(owner.Child(name).Text());
 }
 
+Posting AccountPosting(int lineSide, std::string account, std::int64_t amount) {
+  return {PostingTarget::Account, std::move(account), lineSide * amount};
+}
+
+Posting ItemPosting(bool isSale, int lineSide, std::string item, std::int64_t amount, double quantity) {
+  if (!isSale) return {PostingTarget::BoughtItem, std::move(item), lineSide * amount};
+  return {PostingTarget::SoldItem, std::move(item), lineSide * amount, -lineSide * quantity};
+}
+
 class TradeReader {
  public:
   TradeReader(const RecordElement& transaction, const RecordKind& kind)
-      : transaction_(transaction), form_(FormOf(kind.element)), postings_(kind) {}
+      : transaction_(transaction), form_(FormOf(kind.element)) {}
 
   std::vector<PostedLine> Read() {
+    constexpr std::size_t mostly = 8;
+    posted_.reserve(mostly);
     if (transaction_.Name() == "ChargeRet") ReadLine(transaction_);
     ReadLines(transaction_);
     ReadTotal();
-    lines_.resize(postings_.Count());
-    std::vector<PostedLine> posted;
-    posted.reserve(lines_.size());
-    for (Posting& posting : postings_.Take()) {
-      posted.push_back({std::move(posting), lines_[posted.size()]});
-    }
-    return posted;
+    return std::move(posted_);
   }
 
  private:
@@ -99,25 +104,25 @@ class TradeReader {
     const std::optional<std::int64_t> amount = AmountOf(line, "Amount");
     if (!amount) return;
     if (std::string account = ReferredKey(line, "AccountRef"); !account.empty()) {
-      postings_.AddAccountLine(std::move(account), *amount);
+      posted_.push_back({AccountPosting(form_.lineSide, std::move(account), *amount), line});
     } else if (std::string item = ReferredKey(line, "ItemRef"); !item.empty()) {
-      postings_.AddItemLine(std::move(item), *amount,
-                            ConvertToDouble(line.Child("Quantity").Text()).value_or(1));
+      const double quantity = ConvertToDouble(line.Child("Quantity").Text()).value_or(1);
+      posted_.push_back(
+          {ItemPosting(form_.isSale, form_.lineSide, std::move(item), *amount, quantity), line});
     }
-    lines_.resize(postings_.Count(), line);
   }
 
   void ReadTotal() {
     std::string account = ReferredKey(transaction_, form_.account);
     const std::optional<std::int64_t> amount = AmountOf(transaction_, form_.amounts[0]);
     if (account.empty() || !amount) return;
-    postings_.AddTotal(std::move(account), *amount + AmountOf(transaction_, form_.amounts[1]).value_or(0));
+    const std::int64_t total = *amount + AmountOf(transaction_, form_.amounts[1]).value_or(0);
+    posted_.push_back({AccountPosting(form_.lineSide, std::move(account), -total), {}});
   }
 
   const RecordElement& transaction_;
   const TradeForm& form_;
-  PostingList postings_;
-  std::vector<RecordElement> lines_;
+  std::vector<PostedLine> posted_;
 };
 
 // Collects the postings of the other kinds.
@@ -198,16 +203,11 @@ PostingList::PostingList(const RecordKind& transaction)
     : isSale_(FormOf(transaction.element).isSale), lineSide_(FormOf(transaction.element).lineSide) {}
 
 void PostingList::AddAccountLine(std::string account, std::int64_t amount) {
-  postings_.push_back({PostingTarget::Account, std::move(account), lineSide_ * amount});
+  postings_.push_back(AccountPosting(lineSide_, std::move(account), amount));
 }
 
 void PostingList::AddItemLine(std::string item, std::int64_t amount, double quantity) {
-  if (isSale_) {
-    postings_.push_back(
-        {PostingTarget::SoldItem, std::move(item), lineSide_ * amount, -lineSide_ * quantity});
-  } else {
-    postings_.push_back({PostingTarget::BoughtItem, std::move(item), lineSide_ * amount});
-  }
+  postings_.push_back(ItemPosting(isSale_, lineSide_, std::move(item), amount, quantity));
 }
 
 void PostingList::AddTotal(std::string account, std::int64_t amount) {

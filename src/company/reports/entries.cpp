@@ -49,21 +49,29 @@ class FamilyRecords {
     Advance();
   }
 
-  void Advance() { there_ = rows_.Step(); }
+  // Every record is compared several times, so its place is read once.
+  void Advance() {
+    there_ = rows_.Step();
+    if (!there_) return;
+    date_ = rows_.Text(0);
+    position_ = rows_.Integer(1);
+  }
   bool IsThere() const noexcept { return there_; }
-  bool IsBefore(const FamilyRecords& other) const {
-    const int order = Date().compare(other.Date());
-    return order != 0 ? order < 0 : rows_.Integer(1) < other.rows_.Integer(1);
+  bool IsBefore(const FamilyRecords& other) const noexcept {
+    const int order = date_.compare(other.date_);
+    return order != 0 ? order < 0 : position_ < other.position_;
   }
 
   const RecordKind& Kind() const noexcept { return *kind_; }
-  std::string_view Date() const { return rows_.Text(0); }
+  const std::string& Date() const noexcept { return date_; }
   std::string_view Xml() const { return rows_.Text(2); }
 
  private:
   const RecordKind* kind_;
   Statement rows_;
   bool there_ = false;
+  std::string date_;
+  std::int64_t position_ = 0;
 };
 
 class EntryReader {
@@ -95,9 +103,10 @@ class EntryReader {
     std::string_view type;
     bool creditIsPositive;
   };
+  using Accounts = std::unordered_map<std::string, Account>;
   struct ItemSide {
     PostingTarget target;
-    std::string account;
+    const Accounts::value_type* account;
     std::optional<double> unitCost;
   };
 
@@ -115,10 +124,10 @@ class EntryReader {
     Statement rows =
         database_.Prepare("SELECT item, target, account, unit_cost FROM item_account ORDER BY rowid");
     while (rows.Step()) {
-      std::string account(rows.Text(2));
-      if (!accounts_.contains(account)) continue;
+      const auto account = accounts_.find(std::string(rows.Text(2)));
+      if (account == accounts_.end()) continue;
       items_[std::string(rows.Text(0))].push_back(
-          {static_cast<PostingTarget>(rows.Integer(1)), std::move(account),
+          {static_cast<PostingTarget>(rows.Integer(1)), &*account,
            rows.IsNull(3) ? std::nullopt : std::optional<double>(rows.Real(3))});
     }
   }
@@ -131,75 +140,87 @@ class EntryReader {
           fmt::format("The company file has a {} of {} that cannot be read; run krnqb company check",
                       record.Kind().element, record.Date()));
     }
-    bool isDescribed = false;
+    isDescribed_ = false;
     for (const PostedLine& posted : ReadPostedLines(transaction)) {
       const Posting& posting = posted.posting;
-      const bool toAccount = posting.target == PostingTarget::Account;
-      if (toAccount ? !accounts_.contains(posting.key) : !items_.contains(posting.key)) continue;
-      if (!isDescribed) Describe(transaction, record);
-      isDescribed = true;
-      DescribeLine(posted);
-      if (toAccount) {
+      if (posting.target == PostingTarget::Account) {
+        const auto account = accounts_.find(posting.key);
+        if (account == accounts_.end()) continue;
+        Describe(transaction, record, posted.line);
         entry_.itemId.clear();
         entry_.cost.reset();
-        Pass(posting.key, posting.amount);
+        Pass(*account, posting.amount);
       } else {
-        PassItem(posting);
+        const auto item = items_.find(posting.key);
+        if (item == items_.end()) continue;
+        Describe(transaction, record, posted.line);
+        PassItem(item->second, posting);
       }
     }
   }
 
-  void Describe(const RecordElement& transaction, const FamilyRecords& record) {
-    entry_.transactionId = transaction.Child("TxnID").Text();
+  void Describe(const RecordElement& transaction, const FamilyRecords& record, const RecordElement& line) {
+    if (!isDescribed_) DescribeTransaction(transaction, record);
+    isDescribed_ = true;
+    DescribeLine(line);
+  }
+
+  void DescribeTransaction(const RecordElement& transaction, const FamilyRecords& record) {
+    transaction.Child("TxnID").CopyText(entry_.transactionId);
     entry_.kind = record.Kind().element;
     entry_.date = record.Date();
-    entry_.referenceNumber = transaction.Child("RefNumber").Text();
+    transaction.Child("RefNumber").CopyText(entry_.referenceNumber);
     ownName_.clear();
     for (const std::string_view reference : {"CustomerRef", "VendorRef", "PayeeEntityRef"}) {
-      if (ownName_.empty()) ownName_ = transaction.Child(reference).Child("FullName").Text();
+      if (ownName_.empty()) transaction.Child(reference).Child("FullName").CopyText(ownName_);
     }
+    entry_.name = ownName_;
+    entry_.inItemGroup = false;
+    lineOwner_ = {};
   }
 
-  void DescribeLine(const PostedLine& posted) {
-    entry_.lineId = posted.line.Child("TxnLineID").Text();
-    entry_.lineElement = posted.line.Name();
-    entry_.inItemGroup = static_cast<bool>(posted.line.Parent().Child("ItemGroupRef"));
-    entry_.name = ownName_.empty() ? posted.line.Child("EntityRef").Child("FullName").Text() : ownName_;
+  void DescribeLine(const RecordElement& line) {
+    line.Child("TxnLineID").CopyText(entry_.lineId);
+    entry_.lineElement = line.Name();
+    if (ownName_.empty()) line.Child("EntityRef").Child("FullName").CopyText(entry_.name);
+    // Lines with the same owner follow one another, and a transaction may have thousands.
+    const RecordElement owner = line.Parent();
+    if (owner == lineOwner_) return;
+    lineOwner_ = owner;
+    entry_.inItemGroup = static_cast<bool>(owner.Child("ItemGroupRef"));
   }
 
-  void PassItem(const Posting& posting) {
-    const auto item = items_.find(posting.key);
-    if (item == items_.end()) return;
+  void PassItem(const std::vector<ItemSide>& sides, const Posting& posting) {
     entry_.itemId = posting.key;
-    for (const ItemSide& side : item->second) {
+    for (const ItemSide& side : sides) {
       if (side.target != posting.target) continue;
       if (side.unitCost) {
         const double cost = posting.quantity * *side.unitCost;
         if (std::isnan(cost)) continue;
         entry_.cost = CostOfSale{posting.quantity, *side.unitCost};
-        Pass(side.account, RoundedCost(cost));
+        Pass(*side.account, RoundedCost(cost));
       } else {
         entry_.cost.reset();
-        Pass(side.account, posting.amount);
+        Pass(*side.account, posting.amount);
       }
     }
   }
 
-  void Pass(const std::string& accountId, std::int64_t debit) {
-    const auto account = accounts_.find(accountId);
-    if (account == accounts_.end()) return;
-    entry_.accountId = accountId;
-    entry_.accountType = account->second.type;
-    entry_.amount = account->second.creditIsPositive ? Difference(0, debit) : debit;
+  void Pass(const Accounts::value_type& account, std::int64_t debit) {
+    entry_.accountId = account.first;
+    entry_.accountType = account.second.type;
+    entry_.amount = account.second.creditIsPositive ? Difference(0, debit) : debit;
     receive_(entry_);
   }
 
   const Database& database_;
   const LedgerEntryReceiver& receive_;
-  std::unordered_map<std::string, Account> accounts_;
+  Accounts accounts_;
   std::unordered_map<std::string, std::vector<ItemSide>> items_;
   ElementTree tree_;
-  std::string ownName_;
+  bool isDescribed_ = false;  // whether the entry has what the current transaction says
+  std::string ownName_;       // of the transaction
+  RecordElement lineOwner_;   // for which `inItemGroup` is known
   LedgerEntry entry_;
 };
 
