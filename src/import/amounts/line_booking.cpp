@@ -9,8 +9,6 @@ void LineBooking::Begin(const TransactionLine& line) {
   if (receiver_ == nullptr) return;
   const std::string_view account = line.accountId.value_or("");
   const std::string_view item = ItemOf(line);
-  accountName_ = FullNameOf(line, account);
-  itemName_ = FullNameOf(line, item);
   source_ = {.number = ++context.state.tally.reported,
              .request = query.kind,
              .month = query.month,
@@ -22,9 +20,9 @@ void LineBooking::Begin(const TransactionLine& line) {
              .party = line.partyName,
              .customer = line.customerId ? line.customerName : std::string_view(),
              .account = account,
-             .accountName = accountName_,
+             .accountName = FullNameOf(line, account),
              .item = item,
-             .itemName = itemName_,
+             .itemName = FullNameOf(line, item),
              .amount = line.amount.value_or(""),
              .quantity = line.quantity.value_or("")};
   receiver_->ReadLine(source_);
@@ -58,11 +56,10 @@ void LineBooking::Report(AccountGroup group, std::string_view name, std::string_
                          const TransactionLine& line, const Booking& details) {
   if (receiver_ == nullptr) return;
   Booking booking = details;
-  const std::string accountName = FullNameOf(line, accountId);
   booking.slot = {.group = AmountGroupOf(group), .name = name, .number = query.month};
   booking.amount = amount;
   booking.account = accountId;
-  booking.accountName = accountName;
+  booking.accountName = FullNameOf(line, accountId);
   booking.text = line.amount.value_or("");
   booking.line = &source_;
   receiver_->Book(booking);
@@ -81,7 +78,7 @@ void LineBooking::ReportSkipped(const TransactionLine& line, SkipReason reason, 
                                                     .transactionDate = std::string(line.transactionDate),
                                                     .source = std::string(line.element),
                                                     .account = std::string(account),
-                                                    .accountName = FullNameOf(line, account),
+                                                    .accountName = std::string(FullNameOf(line, account)),
                                                     .customer = std::string(customer.value_or("")),
                                                     .customerName = std::string(line.customerName),
                                                     .amount = std::string(line.amount.value_or("")),
@@ -104,16 +101,23 @@ SkipKind LineBooking::KindOf(SkipReason reason) const {
   }
 }
 
-std::string LineBooking::FullNameOf(const TransactionLine& line, std::string_view listId) const {
+std::string_view LineBooking::FullNameOf(const TransactionLine& line, std::string_view listId) {
   if (listId.empty()) return {};
-  if (listId == line.accountId && !line.accountName.empty()) return std::string(line.accountName);
+  if (listId == line.accountId && !line.accountName.empty()) return line.accountName;
   const bool isItem = listId == line.itemId || listId == line.itemGroupId || listId == line.parentItemGroupId;
-  if (isItem && !line.itemName.empty()) return std::string(line.itemName);
+  if (isItem && !line.itemName.empty()) return line.itemName;
+  return ListNameOf(listId);
+}
+
+const std::string& LineBooking::ListNameOf(std::string_view listId) {
+  if (const auto known = listNames_.find(listId); known != listNames_.end()) return known->second;
   const ImportState& state = context.state;
+  std::string name;
   for (const AccountList* list : {&state.expenseAccounts, &state.incomeAccounts, &state.costAccounts}) {
-    if (std::string name = list->FullNameOf(listId); !name.empty()) return name;
+    if (name.empty()) name = list->FullNameOf(listId);
   }
-  return state.itemListDocument.FullNameOf(listId);
+  if (name.empty()) name = state.itemListDocument.FullNameOf(listId);
+  return listNames_.emplace(listId, std::move(name)).first->second;
 }
 
 const LineBooking::Target& LineBooking::TargetOf(AccountGroup group, std::string_view accountId) {

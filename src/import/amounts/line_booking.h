@@ -53,8 +53,8 @@ class LineBooking {
   void ReportSkipped(const TransactionLine& line, SkipReason reason, std::string_view account);
 
   /// Returns the full name of an item or account of the line: the line's own, or else that of the lists;
-  /// empty if it is unknown.
-  std::string FullNameOf(const TransactionLine& line, std::string_view listId) const;
+  /// empty if it is unknown. Valid as long as the line and the booking.
+  std::string_view FullNameOf(const TransactionLine& line, std::string_view listId);
 
   /// Where the amounts of an account go.
   struct Target {
@@ -76,13 +76,13 @@ class LineBooking {
 
  private:
   SkipKind KindOf(SkipReason reason) const;
+  const std::string& ListNameOf(std::string_view listId);
 
   BookingReceiver* const receiver_;
   SourceLine source_;
-  // Names to which `source_` refers.
-  std::string accountName_;
-  std::string itemName_;
 
+  // Full names in the lists, because the accounts and items of many lines are the same.
+  TextMap<std::string> listNames_;
   // Parsed markers, because many lines sell the same item.
   std::unordered_map<std::string, CostOfSale> costs_;
   // For each group by account, because many lines post to the same one.

@@ -14,10 +14,10 @@ namespace krnqb {
 namespace {
 
 // Returns the item's name, or else its id.
-std::string ItemLabel(const LineBooking& booking, const TransactionLine& line) {
+std::string ItemLabel(LineBooking& booking, const TransactionLine& line) {
   const std::string_view item = ItemOf(line);
-  std::string name = booking.FullNameOf(line, item);
-  return name.empty() ? std::string(item) : name;
+  const std::string_view name = booking.FullNameOf(line, item);
+  return std::string(name.empty() ? item : name);
 }
 
 // Halfway between the largest single-precision number and the next power of two. Smaller numbers round to a
