@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <span>
 
+#include "company/records/database.h"
 #include "company/records/errors.h"
 #include "company/testing.h"
 #include "limited_child.h"
@@ -49,6 +50,36 @@ TEST_F(CompanyLoad, LoadsAndCountsSeveralKindsFromOneDocument) {
   EXPECT_EQ(CountsText(summary.replaced), "");
   EXPECT_EQ(CountsText(company.Info().records),
             "1 CompanyRet, 2 AccountRet, 1 ItemServiceRet, 1 ItemGroupRet, ");
+}
+
+std::string Transaction(std::string_view kind, std::string_view id) {
+  return fmt::format(
+      "<{0}QueryRs>\n<{0}Ret>\n<TxnID>{1}</TxnID>\n<TxnDate>2002-03-04</TxnDate>\n</{0}Ret>\n"
+      "</{0}QueryRs>\n",
+      kind, id);
+}
+
+TEST_F(CompanyLoad, FilesTheTransactionsOfAKindTogetherAndRemembersTheOrderOfAll) {
+  company.Load("1.xml", Response(Transaction("Invoice", "1") + Transaction("Bill", "2")));
+  company = CompanyFile::Open(folder / "company.qbw", FileAccess::ReadWrite);
+  company.Load("2.xml", Accounts(Account("a", "Bank")));
+  company.Load("3.xml", Response(Transaction("Bill", "3") + Transaction("Invoice", "4") +
+                                 Transaction("Bill", "2") + Transaction("Check", "5")));
+  const Database database(folder / "company.qbw", FileAccess::ReadOnly);
+  const auto keysBy = [&](const std::string& column) {
+    Statement rows =
+        database.Prepare("SELECT kind, key FROM record WHERE txn_date IS NOT NULL ORDER BY " + column);
+    std::string keys;
+    while (rows.Step()) keys += fmt::format("{} {}, ", rows.Text(0), rows.Text(1));
+    return keys;
+  };
+  EXPECT_EQ(keysBy("position"), "InvoiceRet 1, BillRet 2, BillRet 3, InvoiceRet 4, CheckRet 5, ");
+  EXPECT_EQ(keysBy("kind, id"), "BillRet 2, BillRet 3, CheckRet 5, InvoiceRet 1, InvoiceRet 4, ");
+  EXPECT_EQ(
+      database.Integer("SELECT count(*) FROM record AS one JOIN record AS other JOIN record AS between "
+                       "WHERE one.kind = other.kind AND between.kind <> one.kind AND one.txn_date IS NOT "
+                       "NULL AND between.id BETWEEN one.id AND other.id"),
+      0);
 }
 
 TEST_F(CompanyLoad, IgnoresTheVersionsInAHostRecord) {

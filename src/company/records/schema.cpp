@@ -20,9 +20,10 @@ using database::layoutWithoutChecksums;
 using database::presentLayout;
 using database::SchemaPart;
 
-// Record ids increase in the order of loading. The position is the place in the list or, for transactions,
-// which are ordered by date first, the id. List records have no date, so one index orders both. Reports are
-// sums over postings and the accounts of items; the index on postings covers all columns of a sum.
+// Record ids increase in the order of loading, those of each kind of transaction in a range of its own. The
+// position is the place in the list or, for transactions, which are ordered by date first, that in the order
+// of loading. List records have no date, so one index orders both. Reports are sums over postings and the
+// accounts of items; the index on postings covers all columns of a sum.
 constexpr std::array parts = {
     SchemaPart{"table", "company", "company", R"(CREATE TABLE company (
     processor_version TEXT NOT NULL))"},

@@ -1,5 +1,7 @@
 #include "company/records/store.h"
 
+#include <algorithm>
+
 #include "company/records/list_order.h"
 
 namespace krnqb::company {
@@ -25,6 +27,28 @@ void BindColumns(Statement& statement, const CompanyRecord& record) {
       .Bind(9, record.text.xml);
 }
 
+constexpr std::int64_t idsOfAKind = std::int64_t{1} << 32;
+
+// Transactions have the ids of their kind, so that those of a kind lie together in the file: an answer then
+// reads no pages with others. All other records have the first ids.
+std::int64_t FirstIdOf(const RecordKind& kind) noexcept {
+  if (kind.shape != RecordShape::Transaction) return 0;
+  return (static_cast<std::int64_t>(KindOrder(kind)) + 1) * idsOfAKind;
+}
+
+// Returns how many records were added at most, whatever their kind.
+std::int64_t LastNumber(const Database& database) {
+  Statement last = database.Prepare("SELECT max(id) FROM record WHERE id BETWEEN ?1 AND ?2");
+  std::int64_t number = 0;
+  for (const RecordKind& kind : RecordKinds()) {
+    const std::int64_t first = FirstIdOf(kind);
+    last.Bind(1, first).Bind(2, first + idsOfAKind - 1);
+    if (last.Step() && !last.IsNull(0)) number = std::max(number, last.Integer(0) - first);
+    last.Reset();
+  }
+  return number;
+}
+
 std::size_t RankOf(std::string_view kind, std::string_view accountType) {
   if (const auto order = AccountTypeOrder(accountType)) return *order;
   const RecordKind* const known = FindRecordKind(kind);
@@ -38,18 +62,19 @@ RecordStore::RecordStore(const Database& database)
       find_(database_.Prepare("SELECT id FROM record WHERE family = ?1 AND key = ?2")),
       insert_(database_.Prepare("INSERT INTO record (family, key, kind, parent_key, account_type, txn_date, "
                                 "lines_begin, lines_end, xml,"
-                                " id, position) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?10)")),
+                                " id, position) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11)")),
       replace_(database_.Prepare("UPDATE record SET family = ?1, key = ?2, kind = ?3, parent_key = ?4, "
                                  "account_type = ?5, txn_date = ?6,"
                                  " lines_begin = ?7, lines_end = ?8, xml = ?9 WHERE id = ?10")),
       ledger_(database_),
-      nextId_(database_.Integer("SELECT max(id) FROM record") + 1) {}
+      lastNumber_(LastNumber(database_)) {}
 
 PutResult RecordStore::Put(const CompanyRecord& record) {
   if (record.kind->shape == RecordShape::ListEntry) changedLists_.emplace(record.kind->family);
   find_.Bind(1, record.kind->family).Bind(2, record.key);
   const bool isThere = find_.Step();
-  const std::int64_t id = isThere ? find_.Integer(0) : nextId_++;
+  if (!isThere) insert_.Bind(11, ++lastNumber_);
+  const std::int64_t id = isThere ? find_.Integer(0) : FirstIdOf(*record.kind) + lastNumber_;
   find_.Reset();
   Statement& statement = isThere ? replace_ : insert_;
   BindColumns(statement, record);

@@ -41,7 +41,7 @@ class RecordStore {
   Statement insert_;
   Statement replace_;
   LedgerWriter ledger_;
-  std::int64_t nextId_;
+  std::int64_t lastNumber_;  // of the records in the order of loading
   std::set<std::string, std::less<>> changedLists_;
 };
 
