@@ -26,8 +26,8 @@ constexpr std::array attributeNames = {"requestID", "statusCode", "statusSeverit
 
 // What both readers see of an element.
 struct SeenElement {
-  std::size_t depth;  // 1 for the document element
-  std::string name;   // empty in a namespace
+  std::size_t depth = 0;  // 1 for the document element
+  std::string name;       // empty in a namespace
   std::array<std::optional<std::string>, attributeNames.size()> attributes;
   std::string text;  // with that of the elements inside
 

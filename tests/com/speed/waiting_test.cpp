@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/component.h"
+#include "test_processor/texts.h"
 
 namespace krnqb::testing {
 namespace {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -29,7 +30,7 @@ class MonthlyPasses : public testing::Test {
         name + "QueryRs",
         Element(name + "Ret", Element(name + "LineRet", fakes::ItemRef("IT-1") + Amount(amount))));
   }
-  std::vector<double> Months(const cSubtotals& record) const {
+  static std::vector<double> Months(const cSubtotals& record) {
     std::vector<double> months;
     for (std::int16_t month = 1; month <= 12; ++month) months.push_back(record.SubTotal(month));
     return months;
@@ -44,13 +45,18 @@ struct PassMonth {
   const char* firstDay;
   const char* lastDay;
 };
-constexpr PassMonth fromNovember2003[] = {
-    {"8", "2003-11-01", "2003-11-30"},  {"17", "2003-12-01", "2003-12-31"},
-    {"25", "2004-01-01", "2004-01-31"}, {"33", "2004-02-01", "2004-02-29"},
-    {"42", "2004-03-01", "2004-03-31"}, {"50", "2004-04-01", "2004-04-30"},
-    {"58", "2004-05-01", "2004-05-31"}, {"67", "2004-06-01", "2004-06-30"},
-    {"75", "2004-07-01", "2004-07-31"}, {"83", "2004-08-01", "2004-08-31"},
-    {"92", "2004-09-01", "2004-09-30"}, {"100", "2004-10-01", "2004-10-31"}};
+constexpr std::array<PassMonth, 12> fromNovember2003 = {{{"8", "2003-11-01", "2003-11-30"},
+                                                         {"17", "2003-12-01", "2003-12-31"},
+                                                         {"25", "2004-01-01", "2004-01-31"},
+                                                         {"33", "2004-02-01", "2004-02-29"},
+                                                         {"42", "2004-03-01", "2004-03-31"},
+                                                         {"50", "2004-04-01", "2004-04-30"},
+                                                         {"58", "2004-05-01", "2004-05-31"},
+                                                         {"67", "2004-06-01", "2004-06-30"},
+                                                         {"75", "2004-07-01", "2004-07-31"},
+                                                         {"83", "2004-08-01", "2004-08-31"},
+                                                         {"92", "2004-09-01", "2004-09-30"},
+                                                         {"100", "2004-10-01", "2004-10-31"}}};
 
 std::string WholePass(const std::string& description, const std::vector<std::string>& kinds) {
   std::string lines;
