@@ -29,7 +29,7 @@ Plan() {
       print text "</row>"
     }
     function Table(id, block, cells,   i) {
-      print "<tableitem id=\"" id "\"><tableblocks><block id=\"" block "\" startrow=\"5\">"
+      print "<tableitem id=\"" id "\"><lastsavedid>1</lastsavedid><tableblocks><block id=\"" block "\" startrow=\"5\">"
       for (i = 1; i <= count; i++) Row((i % 2 ? "Account " : "Plan row ") i, cells)
       Row("Depreciation", cells)
       Row("Total", cells)
