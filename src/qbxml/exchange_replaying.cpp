@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <limits>
 #include <unordered_map>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -122,6 +123,9 @@ class Recording {
     return ReadResponse(std::get<LinePlace>(answer), request);
   }
 
+  // Takes the memory of an answer for the next one.
+  void UseAgain(std::string&& answer) noexcept { spare_ = std::move(answer); }
+
   ExchangeHeader header;
   std::optional<std::string> unanswered;
 
@@ -133,7 +137,7 @@ class Recording {
   }
 
   std::string ReadResponse(const LinePlace& place, const std::string& request) {
-    std::string text;
+    std::string text = std::exchange(spare_, {});
     lines_.ReadAgain(place, text);
     try {
       const RecordedExchange exchange = ReadExchangeLine(text);
@@ -151,6 +155,7 @@ class Recording {
   std::string name_;
   RecordingLines lines_;
   std::unordered_map<std::string, RecordedAnswers> requests_;
+  std::string spare_;
 };
 
 class ReplayingProcessor final : public RequestProcessor {
@@ -160,6 +165,7 @@ class ReplayingProcessor final : public RequestProcessor {
   std::string ProcessRequest(std::string_view /*ticket*/, std::string_view request) override {
     return recording_->NextAnswer(std::string(request));
   }
+  void UseAgain(std::string&& answer) noexcept override { recording_->UseAgain(std::move(answer)); }
   void OpenConnection(std::string_view /*applicationIdentifier*/,
                       std::string_view /*applicationName*/) override {}
   std::string BeginSession(std::string_view /*companyFile*/, std::int32_t /*fileMode*/) override {

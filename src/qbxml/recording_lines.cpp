@@ -55,7 +55,6 @@ std::optional<LinePlace> RecordingLines::Place() const noexcept {
 }
 
 void RecordingLines::ReadAgain(const LinePlace& place, std::string& line) {
-  line.clear();
   line.reserve(place.length + recordedLinePadding);
   line.resize(place.length);
   std::streambuf* const source = recording_.rdbuf();

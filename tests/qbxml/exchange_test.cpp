@@ -247,6 +247,18 @@ TEST(ReplayingProcessors, ReadAnAnswerWhenItIsAskedFor) {
   }
 }
 
+TEST(ReplayingProcessors, ReadAnAnswerIntoTheMemoryOfAnother) {
+  const std::string answer(5000, 'x');
+  const auto processor = Replayed(std::string(session) + R"({"request":"a","response":")" + answer + "\"}\n" +
+                                  R"({"request":"b","response":"1\n2"})" + "\n");
+  for (const std::size_t size : {0, 3, 4000, 100'000}) {
+    processor->UseAgain(std::string(size, 'y'));
+    EXPECT_EQ(processor->ProcessRequest("", "a"), answer) << size;
+    processor->UseAgain(std::string(size, 'y'));
+    EXPECT_EQ(processor->ProcessRequest("", "b"), "1\n2") << size;
+  }
+}
+
 TEST(ReplayingProcessors, NameTheRequestThatWasNotRecorded) {
   const auto refusal = [](const std::string& request) {
     return ErrorOf([&] { Replayed(session)->ProcessRequest("", request); });
