@@ -251,7 +251,7 @@ TEST(ReplayingProcessors, ReadAnAnswerIntoTheMemoryOfAnother) {
   const std::string answer(5000, 'x');
   const auto processor = Replayed(std::string(session) + R"({"request":"a","response":")" + answer + "\"}\n" +
                                   R"({"request":"b","response":"1\n2"})" + "\n");
-  for (const std::size_t size : {0, 3, 4000, 100'000}) {
+  for (const std::size_t size : {0U, 3U, 4000U, 100'000U}) {
     processor->UseAgain(std::string(size, 'y'));
     EXPECT_EQ(processor->ProcessRequest("", "a"), answer) << size;
     processor->UseAgain(std::string(size, 'y'));
