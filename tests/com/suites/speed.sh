@@ -23,4 +23,4 @@ printed=$root$work/speed.txt
 Windows 300 krnqb_speed_tests.exe --gtest_color=no >"$printed" 2>&1 ||
   { grep -vE '^\[ +(RUN|OK) |^\[---' "$printed"; Fail "krnqb_speed_tests"; }
 [ "$(tail -n 1 "$printed" | tr -d '\r')" = "end of the repetitions" ] || Fail "krnqb_speed_tests did not finish"
-tr -d '\r' <"$printed" | grep -E '^(create|createThroughRegistry|import) '
+tr -d '\r' <"$printed" | grep -E '^(create|createThroughRegistry|import|importWithHost) '

@@ -39,7 +39,10 @@ NamedObject::Function Member(const State& state, const std::string& name, NamedO
     if (state->before) {
       if (const HRESULT refused = state->before(name, call); FAILED(refused)) return refused;
     }
-    return body(call);
+    const auto begun = std::chrono::steady_clock::now();
+    const HRESULT result = body(call);
+    state->time += std::chrono::steady_clock::now() - begun;
+    return result;
   };
 }
 

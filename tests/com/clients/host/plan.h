@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -38,7 +39,8 @@ struct PlanState {
   /// Called first in each member, with its name; a failure it returns becomes the member's.
   std::function<HRESULT(const std::string& member, const HostCall& call)> before;
   std::vector<std::string> calls;
-  std::vector<VARTYPE> textTypes;  ///< of Deserialize's argument
+  std::chrono::duration<double> time{};  ///< spent in its members
+  std::vector<VARTYPE> textTypes;        ///< of Deserialize's argument
   std::wstring openedPlan;
 };
 
