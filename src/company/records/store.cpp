@@ -36,7 +36,7 @@ std::int64_t FirstIdOf(const RecordKind& kind) noexcept {
   return (static_cast<std::int64_t>(KindOrder(kind)) + 1) * idsOfAKind;
 }
 
-// Returns how many records were added at most, whatever their kind.
+// Returns the largest number of a record in the order of loading.
 std::int64_t LastNumber(const Database& database) {
   Statement last = database.Prepare("SELECT max(id) FROM record WHERE id BETWEEN ?1 AND ?2");
   std::int64_t number = 0;
