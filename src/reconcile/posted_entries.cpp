@@ -42,7 +42,7 @@ PostedEntries ReadPostedEntries(const company::CompanyFile& company, const YearM
   const std::string lastDay = DateText(last.year, last.month, DaysInMonth(last));
   PostedEntries posted;
   std::unordered_map<std::string, std::uint32_t> lines;  // by ListID
-  // The accounts of no days, because their months would have to be added up.
+  // No day is in this period: only accounts and balances are needed, and adding up months takes long.
   const company::ProfitAndLoss books = company.ProfitAndLoss(lastDay, firstDay);
   for (const company::ProfitAndLossAccount& account : books.accounts) {
     const std::optional<Group> group = GroupOfType(account.type);
